@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+namespace corvane::mdlDefinePublic {
+
+inline constexpr int kMaxFiles = 256;  ///< entries of a play list
+
+inline constexpr std::int16_t mkNone = -1;
+inline constexpr std::int16_t mkImage = 0;
+inline constexpr std::int16_t mkMovie = 1;
+inline constexpr std::int16_t mkMciFile = 2;
+inline constexpr std::int16_t mkCDTrack = 3;
+
+inline constexpr std::int16_t kCustomOff = 0;
+inline constexpr std::int16_t kCustomPlay = 1;    ///< a stop position ends the file
+inline constexpr std::int16_t kCustomRepeat = 2;  ///< a stop position returns to the start position
+
+inline constexpr std::int16_t kFullScreenZoom = 5;  ///< gMovieZoom: the movie fills the screen
+
+/// The shared player state, read and written by every form.
+struct PlayerState {
+    // Settings.
+    std::int16_t gWindowPos = 0;    ///< 0 neither, 1 the panel, 2 the media windows stay on top
+    std::int16_t gDelayTime = 500;  ///< milliseconds
+    std::int16_t gAuxType = -1;     ///< -1 wave output, 0 and up an auxiliary device, -2 choose one
+    bool gAutoPlay = false;
+    bool gQuickPlay = false;
+    std::int16_t gPattern = 0;     ///< file-type filter of the editor, 0 to 8
+    std::int16_t gMovieZoom = 0;   ///< 0 to 5
+    std::int16_t gImageZoom = 0;   ///< 0 to 5
+    std::int16_t gInterval = 0;    ///< seconds a picture is shown; 0 until the user moves on
+    std::int16_t gListNumber = 0;  ///< 0 to 9
+    std::int16_t gPageNumber = 0;  ///< 0 to 9
+    bool gImageHide = true;        ///< the image window goes between files
+    std::int16_t gKeyPower = 'P';  ///< character codes; 0 never matches
+    std::int16_t gKeyMin = 'M';
+    std::int16_t gKeyRepeat = 'R';
+    std::int16_t gKeyShuffle = 'S';
+    std::int16_t gKeyPlay = 'z';
+    std::int16_t gKeyPause = 'x';
+    std::int16_t gKeyStop = 'c';
+    std::int16_t gKeyPrev = ',';
+    std::int16_t gKeyNext = '.';
+    std::int16_t gKeyVolumeUp = 'u';
+    std::int16_t gKeyVolumeDown = 'd';
+
+    // The play list: entries 0 to gFileCount - 1.
+    std::array<std::string, kMaxFiles> gFilePath;
+    std::array<std::string, kMaxFiles> gFileTitle;
+    std::int16_t gFileCount = 0;
+    std::array<std::int32_t, kMaxFiles> gStartPosition{};  ///< in the unit of the entry's kind; 0 none
+    std::array<std::int32_t, kMaxFiles> gStopPosition{};
+
+    // The engine.
+    std::int16_t gFileIndex = 0;
+    std::int16_t gMediaKind = mkNone;
+    bool gPlaying = false;
+    std::int32_t gLength = 0;  ///< in the unit of the kind
+    std::int16_t gCdTrack = 0;
+    std::int16_t gImageElapsed = 0;  ///< seconds the picture has been shown
+    bool gBackPending = false;       ///< a first press of previous waits for a second
+    bool gRepeat = false;
+    std::int16_t gCustomMode = kCustomOff;
+
+    // The panel.
+    std::int32_t gSlideWidth = 0;  ///< full width of the slider, twips
+    std::int16_t gSlideState = 0;  ///< 0 no drag, 1 of a playing file, 2 of a paused file
+    bool gAltMenuArmed = false;
+    std::int16_t gVolume = 0;   ///< 0 to 15
+    std::int16_t gVolumeX = 0;  ///< knob's centre from the knob image's corner, twips
+    std::int16_t gVolumeY = 0;
+    std::int16_t gVolumeRadius = 0;  ///< of the indicator's centre, twips
+    std::int32_t gPanelWidth = 512;  ///< pixels
+    std::int32_t gPanelHeight = 128;
+    float gPanelLeft = 0;  ///< twips
+    float gPanelTop = 0;
+    std::int16_t gAnimationStep = 0;  ///< of the start-up window, kept while that is unloaded
+
+    // Where things are.
+    bool gIsWin9x = false;
+    std::string gIniFile;
+    std::string gListFileStem;
+    std::string gBitmapFileName = "DEFAULT.BMP";
+    std::string gTextFileName = "DEFAULT.CSV";
+    std::string gBitmapPath;
+    std::string gTextPath;
+};
+
+}  // namespace corvane::mdlDefinePublic

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "engine/player.h"
+
+/// The playback procedures. All run on the user-interface thread and take the player they act on.
+namespace corvane::mdlPublicFunction {
+
+// --- Names and kinds -------------------------------------------------------------------------------------------------
+
+/// Text after the first "." of the whole path, in capitals; a path without a dot: the whole path in capitals.
+std::string GetExtension(std::string_view path);
+/// Text before the first "."; a path without a dot: the whole path.
+std::string GetBaseName(std::string_view path);
+/// One of the 26 extensions that lists and drops accept (given in capitals).
+bool isAcceptedExtension(std::string_view extension);
+/// A path whose doubled separator starts at its third character loses one of the two.
+std::string withoutDoubledSeparator(std::string path, char separator);
+/// Format "000" or "00": at least that many digits, the sign kept in front.
+std::string zeroPadded(long long number, int digits);
+/// A whole text that is a number (blanks around it aside), rounded to the nearest whole number, halves to even; empty
+/// otherwise. Decimal with sign, fraction and exponent, or hexadecimal or octal behind "&H" or "&O". Held inside the
+/// 32-bit range.
+std::optional<std::int32_t> parseNumber(std::string_view text);
+
+// --- Opening and transport -------------------------------------------------------------------------------------------
+
+void PlayFile(Player& player);
+void PauseFile(Player& player);
+void NextFile(Player& player);
+void PrevFile(Player& player);
+void CloseFile(Player& player, bool keepImage);
+void ShuffleList(Player& player);
+void OpenImage(Player& player);
+void OpenMovie(Player& player);
+void OpenMciFile(Player& player);
+void OpenCDTrack(Player& player);
+/// A media control reported that it cannot go on: one box with the file's name and the reason, then stopped.
+void mediaFailed(Player& player, const std::string& reason);
+
+/// The list has been replaced: clears the custom positions and sets the panel's file number, title and total.
+/// Empties them for an empty list.
+void showList(Player& player);
+/// Replaces the list by the files, in order, by the rules of a drop on the panel. Returns how many were taken.
+int takeFiles(Player& player, const DropData& dropped);
+/// Sets the list from titles and paths of equal length, at most 256; the index becomes 0.
+void clearCustomPositions(Player& player);
+
+// --- Times -----------------------------------------------------------------------------------------------------------
+
+std::string MsecToText(std::int32_t msec);
+std::string TmsfToText(std::int32_t tmsf);
+/// A floating-point number as the platform's number-to-text conversion gives it (15 significant digits, no padding).
+std::string numberText(double number);
+
+// --- Volume ----------------------------------------------------------------------------------------------------------
+
+/// One step up (down = 0) or down; places the indicator and sets the device.
+void SetVolume(Player& player, std::int16_t down);
+/// Sets the level (0 to 15) on the device and the indicator.
+void setVolumeLevel(Player& player, std::int16_t level);
+/// Level of a volume word read from the device, by the thresholds half-way between the levels.
+std::int16_t volumeLevel(std::uint32_t word);
+/// The level's word: both channels level x 0x1111.
+std::uint32_t volumeWord(std::int16_t level);
+/// Draws the indicator at gVolume's angle.
+void placeIndicator(Player& player);
+/// The level that the pointer at (x, y), twips from the knob image's corner, chooses; empty: the move is ignored.
+std::optional<std::int16_t> knobLevel(const Player& player, float x, float y);
+/// The volume word of the chosen device; empty: it cannot be read.
+std::optional<std::uint32_t> readVolume(Player& player);
+void writeVolume(Player& player, std::uint32_t word);
+/// gAuxType -2: takes the first auxiliary device, or the last one whose product identifier is 8.
+void chooseVolumeDevice(Player& player);
+
+// --- What several forms share ----------------------------------------------------------------------------------------
+
+void toggleRepeat(Player& player);
+/// The eleven command keys, in their order; false when none matched.
+bool commandKey(Player& player, int character);
+/// The fixed keys: Alt+F4 and Alt alone, for the panel and the media windows.
+void fixedKeyDown(Player& player, const KeyArgs& key);
+void fixedKeyUp(Player& player, const KeyArgs& key);
+/// Stops, disables the power button and unloads the panel, which ends the program.
+void powerOff(Player& player);
+void showPopupMenu(Player& player);
+/// Shows a box titled "Corvane"; posted events wait until it is answered.
+Answer messageBox(Player& player, const std::string& text, Buttons buttons, Icon icon);
+/// SetWindowPos without move, size or activation; show not 0 shows the window, 0 hides it.
+void SetWindowZOrder(Player& player, Form& window, int insertAfter, std::int16_t show);
+/// Writes the panel's label, when the panel is loaded; remembered until it is otherwise.
+void setPanelCaption(Player& player, int label, const std::string& caption);
+
+}  // namespace corvane::mdlPublicFunction

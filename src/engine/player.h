@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "engine/form_host.h"
+#include "engine/mdlDefinePublic.h"
+#include "platform/ports.h"
+
+namespace corvane {
+
+/// One player: the shared state, the loaded forms and the ports. Procedures of the engine take it.
+struct Player : mdlDefinePublic::PlayerState {
+    explicit Player(Ports& given) : ports(given), forms(given) {}
+
+    Ports& ports;
+    FormHost forms;
+};
+
+}  // namespace corvane

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace corvane {
+
+inline constexpr int kLeftButton = 1;
+inline constexpr int kRightButton = 2;
+inline constexpr int kMiddleButton = 4;
+
+inline constexpr int kShiftMask = 1;
+inline constexpr int kCtrlMask = 2;
+inline constexpr int kAltMask = 4;
+
+inline constexpr int kKeyF4 = 115;  ///< key code of F4
+inline constexpr int kKeyF1 = 112;  ///< key code of F1
+inline constexpr int kKeyAlt = 18;  ///< key code of the Alt key itself
+inline constexpr int kKeyBackspace = 8;
+
+/// A mouse event. The position is relative to the control, in twips; on a picture box whose
+/// ScaleMode is pixels it is in pixels.
+struct MouseArgs {
+    int button = 0;  ///< button that changed (down, up); 0 for a move
+    int shift = 0;   ///< kShiftMask | kCtrlMask | kAltMask
+    float x = 0;
+    float y = 0;
+};
+
+/// A key going down or up. keyCode: the virtual key code (F4 = 115, Alt = 18, letters as capitals).
+struct KeyArgs {
+    int keyCode = 0;
+    int shift = 0;
+};
+
+/// What was dropped on a control. hasFiles is false for any other data (a text selection).
+struct DropData {
+    bool hasFiles = false;
+    std::vector<std::string> files;  ///< full paths in the order the sender gave
+};
+
+}  // namespace corvane

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/event_loop.h"
+
+#include <utility>
+
+namespace corvane {
+
+void EventLoop::post(Handler event) {
+    queue_.push_back(std::move(event));
+    if (!held()) wake();
+}
+
+void EventLoop::enter(const Handler& handler) {
+    struct Depth {
+        EventLoop& loop;
+        explicit Depth(EventLoop& entered) : loop(entered) { ++loop.depth_; }
+        ~Depth() {
+            if (--loop.depth_ == 0 && loop.quiet_) loop.quiet_();
+        }
+    } const depth(*this);
+    handler();
+}
+
+void EventLoop::runPending() {
+    for (std::size_t left = queue_.size(); left > 0 && !queue_.empty() && !held(); --left) {
+        const Handler event = std::move(queue_.front());
+        queue_.pop_front();
+        enter(event);
+    }
+    if (!queue_.empty() && !held()) wake();
+}
+
+EventLoop::Hold::~Hold() {
+    if (--loop_.holds_ == 0 && !loop_.queue_.empty()) loop_.wake();
+}
+
+}  // namespace corvane
