@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <memory>
 
 #include "forms/form.h"
@@ -85,6 +86,9 @@ public:
     explicit MovieWindowControls(Media& media);
     std::unique_ptr<MovieControl> amvMovie;
     Timer tmrMovie;
+    bool opened = false;                ///< OpenComplete has come
+    bool started = false;               ///< the delay is over and the movie was run
+    std::int64_t doubleClickedAt = -1;  ///< Clock::milliseconds of a double-click not yet spent; -1 none
     /// The movie is seen: in its window or, at full-screen zoom, on the whole screen.
     bool isShowing() const { return Visible || amvMovie->FullScreenMode(); }
 };

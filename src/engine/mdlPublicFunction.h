@@ -36,19 +36,19 @@ void NextFile(Player& player);
 void PrevFile(Player& player);
 void CloseFile(Player& player, bool keepImage);
 void ShuffleList(Player& player);
-void OpenImage(Player& player);
+/// False: it cannot be decoded; the failure was shown and the player is stopped.
+bool OpenImage(Player& player);
 void OpenMovie(Player& player);
 void OpenMciFile(Player& player);
 void OpenCDTrack(Player& player);
 /// A media control reported that it cannot go on: one box with the file's name and the reason, then stopped.
 void mediaFailed(Player& player, const std::string& reason);
 
-/// The list has been replaced: clears the custom positions and sets the panel's file number, title and total.
-/// Empties them for an empty list.
+/// Shows a replaced list on the panel: file number "001", first title and total; all three empty for an empty list.
 void showList(Player& player);
 /// Replaces the list by the files, in order, by the rules of a drop on the panel. Returns how many were taken.
 int takeFiles(Player& player, const DropData& dropped);
-/// Sets the list from titles and paths of equal length, at most 256; the index becomes 0.
+/// The entries have moved or changed: no custom start or stop position belongs to one any more.
 void clearCustomPositions(Player& player);
 
 // --- Times -----------------------------------------------------------------------------------------------------------
@@ -57,6 +57,12 @@ std::string MsecToText(std::int32_t msec);
 std::string TmsfToText(std::int32_t tmsf);
 /// A floating-point number as the platform's number-to-text conversion gives it (15 significant digits, no padding).
 std::string numberText(double number);
+
+/// One second back in packed CD form: from second 0 to second 59 of the minute before; 00:00 stays.
+std::int32_t tmsfSecondBack(std::int32_t tmsf);
+
+/// Width of the slider's bar for a position in a file: 15 twips when the length is 0.
+float sliderWidth(const Player& player, double position, double length);
 
 // --- Volume ----------------------------------------------------------------------------------------------------------
 
@@ -93,7 +99,7 @@ void showPopupMenu(Player& player);
 Answer messageBox(Player& player, const std::string& text, Buttons buttons, Icon icon);
 /// SetWindowPos without move, size or activation; show not 0 shows the window, 0 hides it.
 void SetWindowZOrder(Player& player, Form& window, int insertAfter, std::int16_t show);
-/// Writes the panel's label, when the panel is loaded; remembered until it is otherwise.
+/// Writes a label of the panel; while the panel is not loaded the caption is kept for it.
 void setPanelCaption(Player& player, int label, const std::string& caption);
 
 }  // namespace corvane::mdlPublicFunction

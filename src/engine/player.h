@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
+#include <string>
+
 #include "engine/form_host.h"
 #include "engine/mdlDefinePublic.h"
 #include "platform/ports.h"
@@ -13,6 +16,7 @@ struct Player : mdlDefinePublic::PlayerState {
 
     Ports& ports;
     FormHost forms;
+    std::array<std::string, 6> panelCaptions;  ///< the panel's labels, written before it loads
 };
 
 }  // namespace corvane

@@ -1,0 +1,267 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <array>
+#include <string_view>
+
+#include "engine/mdlPublicFunction.h"
+#include "engine/panel_texts.h"
+
+namespace corvane::mdlPublicFunction {
+
+using namespace mdlDefinePublic;
+using namespace detail;
+
+namespace {
+
+constexpr int kStatusIntervalMs = 100;
+
+/// What the extension of an entry decides.
+struct Classified {
+    std::int16_t kind;
+    const char* deviceType;  // null: the control's device type is left as it is
+    std::string text;        // shown in the panel's text label
+};
+
+bool isOneOf(std::string_view extension, std::initializer_list<std::string_view> names) {
+    for (const std::string_view name : names) {
+        if (extension == name) return true;
+    }
+    return false;
+}
+
+Classified classify(const std::string& extension) {
+    if (isOneOf(extension, {"BMP", "JPEG", "JPG", "GIF"})) return {mkImage, nullptr, extension + " IMAGE"};
+    if (extension == "AVI") return {mkMovie, nullptr, "Video File Now On Play"};
+    if (isOneOf(extension, {"MOV", "QT"})) return {mkMovie, nullptr, "Quick Time File Now On Play"};
+    if (isOneOf(extension, {"MPG", "MPV", "MP2", "M1V", "MPEG"})) {
+        // MP2 is grouped with the videos for its text, but it is sound.
+        return {extension == "MP2" ? mkMciFile : mkMovie, nullptr, "Mpeg File Now On Play"};
+    }
+    if (isOneOf(extension, {"MID", "RMI"})) return {mkMciFile, "Sequencer", "MIDI File Now On Play"};
+    if (isOneOf(extension, {"WAV", "SND", "AU", "AIF", "AIFC", "AIFF"})) {
+        return {mkMciFile, nullptr, "Sound File Now On Play"};
+    }
+    if (extension == "CDA") return {mkCDTrack, "CDAudio", "CD Audio Now On Play"};
+    if (extension == "MP3") return {mkMciFile, nullptr, "MP3 File Now On Play"};
+    return {mkMciFile, "", extension + " Now On Play"};
+}
+
+bool playsInMciWindow(std::int16_t kind) { return kind == mkMciFile || kind == mkCDTrack; }
+
+/// The list may have been replaced under the file that plays: its window goes when the next one is of another sort.
+void closeOtherWindow(Player& player, std::int16_t kind) {
+    const std::int16_t open = player.gMediaKind;
+    if (playsInMciWindow(open) && !playsInMciWindow(kind)) {
+        if (auto* mci = player.forms.find<MciWindowControls>()) {
+            mci->mmcMci->Command("Stop");
+            mci->mmcMci->Command("Close");
+            player.forms.unload<MciWindowControls>();
+        }
+    } else if (open == mkMovie && kind != mkMovie) {
+        if (auto* movie = player.forms.find<MovieWindowControls>()) movie->amvMovie->Stop();
+        player.forms.unload<MovieWindowControls>();
+    } else if (open == mkImage && kind != mkImage) {
+        player.forms.unload<ImageWindowControls>();
+    }
+}
+
+std::optional<std::int16_t> trackNumber(const std::string& path) {
+    const std::string name = GetBaseName(path);
+    if (name.size() < 2) return std::nullopt;
+    const auto number = parseNumber(std::string_view(name).substr(name.size() - 2));
+    if (!number || *number < 1) return std::nullopt;
+    return static_cast<std::int16_t>(*number);
+}
+
+bool canBeOpened(Player& player, const std::string& path) {
+    if (!player.ports.files.lookUp(path)) return false;
+    return GetExtension(path) != "CDA" || trackNumber(path).has_value();
+}
+
+/// The stop, retry or go-on box of a file that is not there. What follows runs as a new event, so that a list of
+/// missing files never nests.
+void askAboutMissing(Player& player) {
+    const Answer answer =
+        messageBox(player, currentPath(player) + " Can't open!!", Buttons::AbortRetryIgnore, Icon::Stop);
+    switch (answer) {
+        case Answer::Retry:
+            player.ports.loop.post([&player] { PrevFile(player); });
+            break;
+        case Answer::Ignore:
+            player.ports.loop.post([&player] { NextFile(player); });
+            break;
+        default:
+            CloseFile(player, false);
+            break;
+    }
+}
+
+void resumeMovie(Player& player, MovieWindowControls& movie) {
+    if (movie.started) {
+        movie.doubleClickedAt = -1;
+        if (player.gMovieZoom != kFullScreenZoom) {
+            movie.WindowState = WindowState::Normal;
+            movie.Show();
+        }
+        movie.amvMovie->Run();
+    } else if (movie.opened && !movie.tmrMovie.Enabled) {
+        startMovie(player, movie);  // it was paused during the delay, which is over
+    }
+}
+
+void resume(Player& player, MainPanelControls& panel) {
+    panel.cmdMainPanel[kPause].Enabled = true;
+    auto* const mci = player.forms.find<MciWindowControls>();
+    switch (player.gMediaKind) {
+        case mkImage:
+            if (auto* image = player.forms.find<ImageWindowControls>()) {
+                image->WindowState = WindowState::Normal;
+                image->Show();
+                if (player.gInterval != 0) image->tmrImage.Enabled = true;
+            }
+            break;
+        case mkMovie:
+            if (auto* movie = player.forms.find<MovieWindowControls>()) resumeMovie(player, *movie);
+            break;
+        case mkMciFile:
+            if (mci != nullptr) mci->mmcMci->Command("Play");
+            break;
+        case mkCDTrack:
+            if (mci == nullptr) break;
+            mci->mmcMci->Track(player.gCdTrack);
+            mci->mmcMci->To(trackEnd(player, *mci->mmcMci));
+            mci->mmcMci->Command("Play");
+            break;
+        default:
+            break;
+    }
+}
+
+void storeLength(Player& player) {
+    auto* const mci = player.forms.find<MciWindowControls>();
+    switch (player.gMediaKind) {
+        case mkImage:
+            player.gLength = player.gInterval;
+            break;
+        case mkMovie:
+            player.gLength = 1;
+            break;
+        case mkMciFile:
+            player.gLength = mci != nullptr ? mci->mmcMci->Length() : 0;
+            break;
+        case mkCDTrack:
+            player.gLength = mci != nullptr ? trackEnd(player, *mci->mmcMci) - player.gCdTrack : 0;
+            break;
+        default:
+            break;
+    }
+}
+
+void openFresh(Player& player, MainPanelControls& panel) {
+    const std::string path = currentPath(player);
+    if (!canBeOpened(player, path)) {
+        askAboutMissing(player);
+        return;
+    }
+    const Classified file = classify(GetExtension(path));
+    closeOtherWindow(player, file.kind);
+    player.gMediaKind = file.kind;
+    if (file.deviceType != nullptr) player.forms.load<MciWindowControls>().mmcMci->DeviceType(file.deviceType);
+    panel.lblMainPanel[kTextLabel].Caption = file.text;
+    panel.lblMainPanel[kTimeLabel].ToolTipText = file.kind == mkMovie ? "Frame" : "Time";
+    showEntry(player, panel);
+    panel.pctSlide.Width = kTwipsPerPixel;
+    switch (file.kind) {
+        case mkImage:
+            if (!OpenImage(player)) return;
+            break;
+        case mkMovie:
+            OpenMovie(player);
+            break;
+        case mkMciFile:
+            OpenMciFile(player);
+            break;
+        default:
+            OpenCDTrack(player);
+            break;
+    }
+    storeLength(player);
+}
+
+}  // namespace
+
+void PlayFile(Player& player) {
+    auto* panel = player.forms.find<MainPanelControls>();
+    if (player.gFileCount == 0 || panel == nullptr) return;
+    player.gPlaying = true;
+    player.gSlideState = 0;
+    panel->cmdMainPanel[kPlay].Enabled = false;
+    nameStepButtons(*panel, false);
+    panel->cmdMainPanel[kEditor].Enabled = false;
+    if (panel->isPaused()) {
+        resume(player, *panel);
+    } else {
+        openFresh(player, *panel);
+    }
+}
+
+void OpenMciFile(Player& player) {
+    auto* panel = player.forms.find<MainPanelControls>();
+    MciControl& mci = *player.forms.load<MciWindowControls>().mmcMci;
+    mci.Command("Stop");
+    mci.Command("Close");
+    mci.FileName(currentPath(player));
+    mci.Command("Open");
+    mci.TimeFormat(kFormatMilliseconds);
+    mci.UpdateInterval(kStatusIntervalMs);
+    const std::int32_t start = player.gStartPosition[static_cast<std::size_t>(player.gFileIndex)];
+    if (start != 0 && player.gCustomMode != kCustomOff) {
+        mci.To(start);
+        mci.Command("Seek");
+    }
+    mci.Command("Play");
+    setTime(*panel, "00:00");
+}
+
+void OpenCDTrack(Player& player) {
+    auto* panel = player.forms.find<MainPanelControls>();
+    MciControl& mci = *player.forms.load<MciWindowControls>().mmcMci;
+    player.gCdTrack = 0;
+    mci.Command("Stop");
+    mci.Command("Close");
+    mci.FileName(currentPath(player));  // the disc's place: the folder may stand for a drive or an image
+    mci.Command("Open");
+    mci.TimeFormat(kFormatTmsf);
+    mci.UpdateInterval(kStatusIntervalMs);
+    player.gCdTrack = trackNumber(currentPath(player)).value_or(1);
+    mci.Track(player.gCdTrack);
+    const std::int32_t start = player.gStartPosition[static_cast<std::size_t>(player.gFileIndex)];
+    mci.From(start != 0 && player.gCustomMode != kCustomOff ? start : player.gCdTrack);
+    mci.To(trackEnd(player, mci));
+    mci.Command("Play");
+    setTime(*panel, "00:00");
+}
+
+void OpenMovie(Player& player) {
+    auto* panel = player.forms.find<MainPanelControls>();
+    if (auto* open = player.forms.find<MovieWindowControls>(); open != nullptr && open->isShowing()) {
+        player.forms.unload<MovieWindowControls>();
+    }
+    auto& window = player.forms.load<MovieWindowControls>();
+    MovieControl& movie = *window.amvMovie;
+    window.opened = false;
+    window.started = false;
+    window.tmrMovie.Enabled = false;
+    movie.FileName("1");  // releases whatever the control held
+    if (player.gMovieZoom == kFullScreenZoom) {
+        movie.MovieWindowSize(0);
+        movie.FullScreenMode(true);
+    } else {
+        movie.MovieWindowSize(player.gMovieZoom);
+    }
+    movie.Rate(1.0);
+    movie.FileName(currentPath(player));
+    window.Caption = player.gFileTitle[static_cast<std::size_t>(player.gFileIndex)];
+    setTime(*panel, "0");
+}
+
+}  // namespace corvane::mdlPublicFunction

@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/mdlPublicFunction.h"
+
+namespace corvane::mdlPublicFunction {
+
+namespace {
+
+constexpr std::uint32_t kShowFlags = 0x53;  // no size, no move, no activate, show
+constexpr std::uint32_t kHideFlags = 0x93;  // no size, no move, no activate, hide
+
+void stopAndLeave(Player& player, MainPanelControls& panel) {
+    panel.cmdMainPanel[kPower].Enabled = false;
+    CloseFile(player, false);
+    player.forms.unload<MainPanelControls>();
+}
+
+void prepareMenu(Player& player, MenuWindowControls& menu, const MainPanelControls& panel) {
+    menu.PlayMode[0].Checked = player.gRepeat;
+    menu.mnuSub[8].Caption = panel.WindowState != WindowState::Normal ? "Max" : "Min";
+    menu.PlayCmd[0].Visible = panel.cmdMainPanel[kPlay].Enabled.get();
+    menu.PlayCmd[1].Visible = panel.cmdMainPanel[kPause].Enabled.get();
+    const auto index = static_cast<std::size_t>(player.gFileIndex);
+    menu.PlayCustom[0].Checked = player.gStartPosition[index] != 0;
+    menu.PlayCustom[1].Checked = player.gStopPosition[index] != 0;
+    const bool settable = player.gMediaKind >= mdlDefinePublic::mkMovie && panel.isPaused();
+    menu.PlayCustom[0].Enabled = settable;
+    menu.PlayCustom[1].Enabled = settable;
+    menu.PlayCustom[3].Checked = player.gCustomMode != mdlDefinePublic::kCustomOff;
+    menu.PlayCustom[4].Checked = player.gCustomMode == mdlDefinePublic::kCustomRepeat;
+}
+
+}  // namespace
+
+Answer messageBox(Player& player, const std::string& text, Buttons buttons, Icon icon) {
+    const EventLoop::Hold hold(player.ports.loop);
+    return player.ports.dialogs.messageBox(text, "Corvane", buttons, icon);
+}
+
+void SetWindowZOrder(Player& player, Form& window, int insertAfter, std::int16_t show) {
+    player.ports.windows.SetWindowPos(window, insertAfter, show != 0 ? kShowFlags : kHideFlags);
+}
+
+void setPanelCaption(Player& player, int label, const std::string& caption) {
+    const auto index = static_cast<std::size_t>(label);
+    if (auto* panel = player.forms.find<MainPanelControls>()) {
+        panel->lblMainPanel[index].Caption = caption;
+    } else {
+        player.panelCaptions[index] = caption;
+    }
+}
+
+void toggleRepeat(Player& player) {
+    auto* panel = player.forms.find<MainPanelControls>();
+    if (panel == nullptr) return;
+    auto& images = panel->imgMainPanel;
+    player.gRepeat = !player.gRepeat;
+    panel->cmdMainPanel[kRepeat].Picture = images[player.gRepeat ? kRepeatOnImage : kRepeatOffImage].Picture;
+    images[kRepeatLamp].Picture = images[player.gRepeat ? kRepeatLamp + 2 : kRepeatLamp + 1].Picture;
+}
+
+bool commandKey(Player& player, int character) {
+    auto* panel = player.forms.find<MainPanelControls>();
+    if (panel == nullptr || character == 0) return false;
+    auto& buttons = panel->cmdMainPanel;
+    if (character == player.gKeyPower) {
+        stopAndLeave(player, *panel);
+    } else if (character == player.gKeyMin) {
+        panel->WindowState = WindowState::Minimized;
+    } else if (character == player.gKeyRepeat) {
+        toggleRepeat(player);
+    } else if (character == player.gKeyShuffle) {
+        if (player.gFileCount > 2) ShuffleList(player);
+    } else if (character == player.gKeyPlay) {
+        if (buttons[kPlay].Enabled) PlayFile(player);
+    } else if (character == player.gKeyPause) {
+        if (buttons[kPause].Enabled) PauseFile(player);
+    } else if (character == player.gKeyStop) {
+        CloseFile(player, false);
+    } else if (character == player.gKeyPrev) {
+        PrevFile(player);
+    } else if (character == player.gKeyNext) {
+        NextFile(player);
+    } else if (character == player.gKeyVolumeUp) {
+        SetVolume(player, 0);
+    } else if (character == player.gKeyVolumeDown) {
+        SetVolume(player, 1);
+    } else {
+        return false;
+    }
+    return true;
+}
+
+void fixedKeyDown(Player& player, const KeyArgs& key) {
+    if (key.shift != kAltMask) return;
+    if (key.keyCode == kKeyF4) {
+        player.gAltMenuArmed = false;
+        powerOff(player);
+    } else {
+        player.gAltMenuArmed = true;
+    }
+}
+
+void fixedKeyUp(Player& player, const KeyArgs& /*key*/) {
+    if (!player.gAltMenuArmed) return;
+    player.gAltMenuArmed = false;
+    showPopupMenu(player);
+}
+
+void powerOff(Player& player) {
+    if (auto* panel = player.forms.find<MainPanelControls>()) stopAndLeave(player, *panel);
+}
+
+void showPopupMenu(Player& player) {
+    auto* panel = player.forms.find<MainPanelControls>();
+    auto* menu = player.forms.find<MenuWindowControls>();
+    if (panel == nullptr || menu == nullptr) return;
+    prepareMenu(player, *menu, *panel);
+    player.ports.dialogs.popUp(menu->mnuMenu);
+}
+
+}  // namespace corvane::mdlPublicFunction

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <array>
+#include <cmath>
+#include <cstdio>
+
+#include "engine/mdlPublicFunction.h"
+
+namespace corvane::mdlPublicFunction {
+
+namespace {
+
+constexpr std::int32_t kMsPerMinute = 60000;
+constexpr std::int32_t kMsPerSecond = 1000;
+constexpr std::int32_t kTmsfSecond = 0x10000;
+
+int byteAt(std::int32_t value, int shift) {
+    return static_cast<int>((static_cast<std::uint32_t>(value) >> shift) & 0xFFU);
+}
+
+}  // namespace
+
+std::string MsecToText(std::int32_t msec) {
+    return zeroPadded(msec / kMsPerMinute, 2) + ":" + zeroPadded(msec % kMsPerMinute / kMsPerSecond, 2);
+}
+
+std::string TmsfToText(std::int32_t tmsf) {
+    return zeroPadded(byteAt(tmsf, 8), 2) + ":" + zeroPadded(byteAt(tmsf, 16), 2);
+}
+
+std::string numberText(double number) {
+    std::array<char, 40> text{};
+    std::snprintf(text.data(), text.size(), "%.15g", number);
+    std::string result = text.data();
+    for (char& c : result) {
+        if (c == 'e') c = 'E';
+    }
+    return result;
+}
+
+std::int32_t tmsfSecondBack(std::int32_t tmsf) {
+    if (byteAt(tmsf, 16) > 0) return tmsf - kTmsfSecond;
+    if (byteAt(tmsf, 8) == 0) return tmsf;
+    return tmsf - 0x100 + 59 * kTmsfSecond;
+}
+
+float sliderWidth(const Player& player, double position, double length) {
+    if (!(length > 0)) return kTwipsPerPixel;
+    return static_cast<float>(position / length * player.gSlideWidth);
+}
+
+}  // namespace corvane::mdlPublicFunction

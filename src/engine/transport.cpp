@@ -1,0 +1,285 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <cmath>
+
+#include "engine/mdlPublicFunction.h"
+#include "engine/panel_texts.h"
+
+namespace corvane::mdlPublicFunction {
+
+using namespace mdlDefinePublic;
+using namespace detail;
+
+namespace {
+
+constexpr std::int32_t kStepMs = 1000;
+constexpr std::int32_t kStepTmsf = 0x10000;  // one second in packed form
+
+bool somethingIsOpen(const Player& player) {
+    return player.gFileCount > 0 || player.gMediaKind != mkNone || player.gPlaying;
+}
+
+bool canGoForward(const Player& player) { return player.gFileIndex < player.gFileCount - 1 || player.gRepeat; }
+
+void moveForward(Player& player) {
+    ++player.gFileIndex;
+    if (player.gFileIndex >= player.gFileCount) player.gFileIndex = 0;
+}
+
+void moveBackward(Player& player) {
+    if (player.gFileIndex > 0) {
+        --player.gFileIndex;
+    } else if (player.gRepeat) {
+        player.gFileIndex = static_cast<std::int16_t>(player.gFileCount - 1);
+    }
+}
+
+void forgetBackPress(Player& player, MainPanelControls& panel) {
+    player.gBackPending = false;
+    panel.tmrPlayBack.Enabled = false;
+}
+
+/// A picture stays up while the next file is opened, unless pictures are hidden between files.
+void closeAndPlay(Player& player) {
+    CloseFile(player, player.gMediaKind < mkMovie && !player.gImageHide);
+    PlayFile(player);
+}
+
+void nextWhilePlaying(Player& player, MainPanelControls& panel) {
+    if (canGoForward(player)) {
+        moveForward(player);
+        closeAndPlay(player);
+        return;
+    }
+    player.gFileIndex = 0;
+    showEntry(player, panel);
+    CloseFile(player, false);
+}
+
+void previousWhilePlaying(Player& player, MainPanelControls& panel) {
+    if (!player.gBackPending) {
+        player.gBackPending = true;
+        panel.tmrPlayBack.restart();
+        return;
+    }
+    forgetBackPress(player, panel);
+    moveBackward(player);
+    closeAndPlay(player);
+}
+
+void stepMovie(Player& player, MainPanelControls& panel) {
+    auto* window = player.forms.find<MovieWindowControls>();
+    if (window == nullptr || !window->isShowing()) return;
+    MovieControl& movie = *window->amvMovie;
+    const double position = std::nearbyint(movie.CurrentPosition());
+    if (position < movie.Duration()) {
+        movie.CurrentPosition(position + 1);
+        setTime(panel, numberText(position + 1));
+    }
+    setSlider(player, panel, movie.CurrentPosition(), player.gLength);
+}
+
+void backMovie(Player& player, MainPanelControls& panel) {
+    auto* window = player.forms.find<MovieWindowControls>();
+    if (window == nullptr) return;
+    MovieControl& movie = *window->amvMovie;
+    const double position = std::nearbyint(movie.CurrentPosition());
+    if (position > 0) {
+        movie.CurrentPosition(position - 1);
+        setTime(panel, numberText(position - 1));
+    }
+    setSlider(player, panel, movie.CurrentPosition(), player.gLength);
+}
+
+void seekMci(MciControl& mci, std::int32_t position) {
+    mci.To(position);
+    mci.Command("Seek");
+}
+
+void stepCd(Player& player, MainPanelControls& panel, MciControl& mci) {
+    mci.Track(player.gCdTrack);
+    const std::int32_t position = mci.Position() + kStepTmsf;
+    if (TmsfToText(position) < TmsfToText(trackEnd(player, mci))) {
+        holdTrackAt(player, mci, position);
+        setTime(panel, TmsfToText(position));
+    }
+}
+
+void backCd(Player& player, MainPanelControls& panel, MciControl& mci) {
+    mci.Track(player.gCdTrack);
+    const std::int32_t position = tmsfSecondBack(mci.Position());
+    if (TmsfToText(position) > "00:00") {
+        holdTrackAt(player, mci, position);
+        setTime(panel, TmsfToText(position));
+    }
+}
+
+void stepWhilePaused(Player& player, MainPanelControls& panel) {
+    auto* const window = player.forms.find<MciWindowControls>();
+    switch (player.gMediaKind) {
+        case mkImage:
+            panel.cmdMainPanel[kPause].Enabled = true;
+            nextWhilePlaying(player, panel);
+            break;
+        case mkMovie:
+            stepMovie(player, panel);
+            break;
+        case mkMciFile: {
+            if (window == nullptr) break;
+            const std::int32_t position = window->mmcMci->Position() + kStepMs;
+            if (position < window->mmcMci->Length()) {
+                seekMci(*window->mmcMci, position);
+                setTime(panel, MsecToText(position));
+            }
+            break;
+        }
+        case mkCDTrack:
+            if (window != nullptr) stepCd(player, panel, *window->mmcMci);
+            break;
+        default:
+            break;
+    }
+}
+
+void backWhilePaused(Player& player, MainPanelControls& panel) {
+    player.gBackPending = player.gBackPending && player.gMediaKind == mkImage;
+    auto* const window = player.forms.find<MciWindowControls>();
+    switch (player.gMediaKind) {
+        case mkImage:
+            panel.cmdMainPanel[kPause].Enabled = true;
+            previousWhilePlaying(player, panel);
+            break;
+        case mkMovie:
+            backMovie(player, panel);
+            break;
+        case mkMciFile: {
+            if (window == nullptr) break;
+            const std::int32_t position = window->mmcMci->Position() - kStepMs;
+            if (position > 0) {
+                seekMci(*window->mmcMci, position);
+                setTime(panel, TmsfToText(position));  // the packed reading of milliseconds, on purpose
+            }
+            break;
+        }
+        case mkCDTrack:
+            if (window != nullptr) backCd(player, panel, *window->mmcMci);
+            break;
+        default:
+            break;
+    }
+}
+
+void closeByKind(Player& player, bool keepImage) {
+    switch (player.gMediaKind) {
+        case mkImage:
+            if (auto* image = player.forms.find<ImageWindowControls>(); image != nullptr && keepImage) {
+                image->tmrImage.Enabled = false;
+                player.gImageElapsed = 0;
+            }
+            break;
+        case mkMovie:
+            if (auto* movie = player.forms.find<MovieWindowControls>()) movie->amvMovie->Stop();
+            player.forms.unload<MovieWindowControls>();
+            break;
+        case mkMciFile:
+        case mkCDTrack:
+            if (auto* mci = player.forms.find<MciWindowControls>()) {
+                mci->mmcMci->Command("Stop");
+                mci->mmcMci->Command("Close");
+            }
+            player.forms.unload<MciWindowControls>();
+            break;
+        default:
+            break;
+    }
+}
+
+}  // namespace
+
+void PauseFile(Player& player) {
+    auto* panel = player.forms.find<MainPanelControls>();
+    if (panel == nullptr || !somethingIsOpen(player) || !player.gPlaying) return;
+    player.gPlaying = false;
+    forgetBackPress(player, *panel);
+    panel->cmdMainPanel[kPlay].Enabled = true;
+    panel->cmdMainPanel[kPause].Enabled = false;
+    switch (player.gMediaKind) {
+        case mkImage:
+            if (auto* image = player.forms.find<ImageWindowControls>()) image->tmrImage.Enabled = false;
+            break;
+        case mkMovie:
+            nameStepButtons(*panel, true);
+            if (auto* movie = player.forms.find<MovieWindowControls>()) {
+                movie->doubleClickedAt = -1;
+                movie->amvMovie->Pause();
+                setTime(*panel, numberText(movie->amvMovie->CurrentPosition()));
+            }
+            break;
+        case mkMciFile:
+        case mkCDTrack:
+            nameStepButtons(*panel, true);
+            if (auto* mci = player.forms.find<MciWindowControls>()) mci->mmcMci->Command("Pause");
+            break;
+        default:
+            break;
+    }
+}
+
+void NextFile(Player& player) {
+    auto* panel = player.forms.find<MainPanelControls>();
+    if (panel == nullptr) return;
+    if (player.gFileCount == 0) {
+        CloseFile(player, false);
+    } else if (panel->isStopped()) {
+        if (canGoForward(player)) {
+            moveForward(player);
+            showEntry(player, *panel);
+        } else {
+            CloseFile(player, false);
+        }
+    } else if (panel->isPaused()) {
+        stepWhilePaused(player, *panel);
+    } else {
+        nextWhilePlaying(player, *panel);
+    }
+}
+
+void PrevFile(Player& player) {
+    auto* panel = player.forms.find<MainPanelControls>();
+    if (panel == nullptr || player.gFileCount == 0) return;
+    if (panel->isStopped()) {
+        moveBackward(player);
+        showEntry(player, *panel);
+    } else if (panel->isPaused()) {
+        backWhilePaused(player, *panel);
+    } else {
+        previousWhilePlaying(player, *panel);
+    }
+}
+
+void CloseFile(Player& player, bool keepImage) {
+    auto* panel = player.forms.find<MainPanelControls>();
+    if (panel == nullptr) return;
+    const bool keptPicture = player.forms.find<ImageWindowControls>() != nullptr;
+    if (!somethingIsOpen(player) && !keptPicture) return;
+    forgetBackPress(player, *panel);
+    player.gSlideState = 0;
+    if (!keepImage) player.forms.unload<ImageWindowControls>();
+    closeByKind(player, keepImage);
+    player.gMediaKind = mkNone;
+    player.gPlaying = false;
+    panel->pctSlide.Width = kTwipsPerPixel;
+    setTime(*panel, "");
+    panel->lblMainPanel[kTimeLabel].ToolTipText = "";
+    panel->cmdMainPanel[kPlay].Enabled = true;
+    panel->cmdMainPanel[kPause].Enabled = true;
+    panel->cmdMainPanel[kEditor].Enabled = true;
+    nameStepButtons(*panel, false);
+}
+
+void mediaFailed(Player& player, const std::string& reason) {
+    const std::string text = currentPath(player) + "\r\n" + reason;
+    CloseFile(player, false);
+    messageBox(player, text, Buttons::Ok, Icon::Stop);
+}
+
+}  // namespace corvane::mdlPublicFunction
