@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Draws a skin's bitmap and CSV.
+"""Draws the default skin's bitmap and CSV, and the tests' skin.
 
-Needs numpy and pycairo. Usage: build.py [--double] [FOLDER] (default: PANELSET/ of this project).
+Needs numpy and pycairo. Usage: build.py [--double] [FOLDER] (default: PANELSET/ of this project), or
+build.py --odd [FOLDER] for the tests' skin (default: tests/data/skins/).
 --double also writes the bitmap at twice the size, as NAME@2X.BMP.
 """
 
@@ -10,7 +11,10 @@ import argparse
 import pathlib
 
 import default_skin
-from sheet import Sheet, bmp_bytes, csv_bytes
+import odd_skin
+from sheet import HEADING, Sheet, bmp_bytes, csv_bytes, csv_line, indexed_bmp_bytes
+
+PROJECT = pathlib.Path(__file__).resolve().parents[2]
 
 
 def write_skin(folder, name, records, width, resolution):
@@ -24,14 +28,27 @@ def write_skin(folder, name, records, width, resolution):
         (folder / f"{name}.CSV").write_bytes(csv_bytes(records))
 
 
+def write_odd_skin(folder):
+    records = odd_skin.records()
+    sheet = Sheet(320)
+    sheet.pack(records)
+    (folder / "ODD.BMP").write_bytes(indexed_bmp_bytes(sheet.image(odd_skin.BLANK)))
+    (folder / "ODD.CSV").write_bytes(odd_skin.csv_text(list(map(csv_line, records)), HEADING))
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--double", action="store_true")
-    parser.add_argument("folder", nargs="?", default=pathlib.Path(__file__).resolve().parents[2] / "PANELSET", type=pathlib.Path)
+    parser.add_argument("--odd", action="store_true")
+    parser.add_argument("folder", nargs="?", type=pathlib.Path)
     options = parser.parse_args()
-    options.folder.mkdir(parents=True, exist_ok=True)
+    folder = options.folder or PROJECT / ("tests/data/skins" if options.odd else "PANELSET")
+    folder.mkdir(parents=True, exist_ok=True)
+    if options.odd:
+        write_odd_skin(folder)
+        return
     for resolution in (1, 2) if options.double else (1,):
-        write_skin(options.folder, "DEFAULT", default_skin.records(resolution), default_skin.WIDTH, resolution)
+        write_skin(folder, "DEFAULT", default_skin.records(resolution), default_skin.WIDTH, resolution)
 
 
 if __name__ == "__main__":

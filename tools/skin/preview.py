@@ -27,18 +27,28 @@ STATES = {
 
 
 def read_records(path):
+    """The last line of each record; of a pair of button records, the later one places both."""
     out = {}
     with open(path, newline="", encoding="utf-8") as f:
-        for row in csv.reader(f):
+        for row in csv.reader(f, skipinitialspace=True):
             if len(row) == 9 and row[1].lstrip("-").isdigit():
-                out[int(row[1])] = [*map(int, row[2:8]), row[8]]
+                number = int(row[1])
+                if number or 0 not in out:
+                    out.pop(number, None)
+                    out[number] = [*map(int, row[2:8]), row[8].strip()]
+    order = list(out)
+    for pair in BUTTONS.values():
+        placing = max((n for n in pair if n in out), key=order.index, default=None)
+        for n in pair:
+            if n in out:
+                out[n][:2] = out[placing][:2]
     return out
 
 
 def colour(text):
     value = NAMES.get(text.upper())
     if value is None:
-        value = int(text[2:], 16) if text.upper().startswith("&H") else int(text)
+        value = int(text[2:], 16) if text.upper().startswith("&H") else int(text) if text.isdigit() else 0
     return value & 255, value >> 8 & 255, value >> 16 & 255
 
 
@@ -55,7 +65,10 @@ class Composer:
     def compose(self, state, scale):
         width, height = self.records[0][4:6]
         picture = Image.new("RGB", (width, height))
-        for number in (1, 22, 23, 24):
+        _, _, x, y, w, h, use = self.records[1]
+        if use != "0":
+            picture.paste(self.bitmap.crop((x, y, x + w, y + h)), (0, 0))
+        for number in (22, 23, 24):
             self.cell(picture, number)
         self.cell(picture, state.get("phase", 25), 25)
         for number, name in LAMPS.items():

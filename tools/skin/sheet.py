@@ -68,7 +68,7 @@ class Sheet:
                 r.clip = at[(r.picture.shape, r.picture.tobytes())]
         whole = {r.number: r for r in records if r.picture is not None}
         for r in records:
-            if r.picture is None:
+            if r.inside is not None:
                 outer = whole[r.inside]
                 r.clip = (outer.clip[0] + r.left - outer.left, outer.clip[1] + r.top - outer.top)
 
@@ -88,6 +88,19 @@ def bmp_bytes(pixels):
     body[:, : w * 3] = pixels[::-1, :, ::-1].reshape(h, w * 3)
     info = struct.pack("<IiiHHIIiiII", 40, w, h, 1, 24, 0, row * h, 2835, 2835, 0, 0)
     return b"BM" + struct.pack("<IHHI", 54 + row * h, 0, 0, 54) + info + body.tobytes()
+
+
+def indexed_bmp_bytes(pixels):
+    """An uncompressed 8-bit Windows bitmap, for pictures of at most 256 colours."""
+    h, w, _ = pixels.shape
+    colours, index = np.unique(pixels.reshape(-1, 3), axis=0, return_inverse=True)
+    row = (w + 3) & ~3
+    body = np.zeros((h, row), np.uint8)
+    body[:, :w] = index.reshape(h, w)[::-1]
+    table = b"".join(bytes((b, g, r, 0)) for r, g, b in colours.tolist())
+    offset = 54 + len(table)
+    info = struct.pack("<IiiHHIIiiII", 40, w, h, 1, 8, 0, row * h, 2835, 2835, len(colours), 0)
+    return b"BM" + struct.pack("<IHHI", offset + row * h, 0, 0, offset) + info + table + body.tobytes()
 
 
 HEADING = "Element,Record,Left,Top,Clip X,Clip Y,Width,Height,Use"
