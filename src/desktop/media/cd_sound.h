@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <memory>
+
+#include "desktop/media/cd_disc.h"
+#include "desktop/media/sound_backend.h"
+
+namespace corvane {
+
+/// An audio disc as one sound: its sectors from the first track on. Data tracks and unreadable sectors are silent.
+class CdSound : public SoundBackend {
+public:
+    explicit CdSound(std::unique_ptr<CdDisc> disc);
+
+    PcmFormat format() const override { return {kCdSampleRate, 2}; }
+    std::int64_t frames() const override { return (last_ - first_) * kCdFramesPerSector; }
+    std::size_t read(float* samples, std::size_t count) override;
+    void seek(std::int64_t frame) override;
+
+    std::int64_t fromTmsf(std::int32_t packed) const override;
+    std::int32_t toTmsf(std::int64_t frame) const override;
+    std::int32_t trackLength(int track) const override;
+
+private:
+    void fetch(std::int64_t sector);
+
+    std::unique_ptr<CdDisc> disc_;
+    std::int64_t first_;         ///< first sector of the axis
+    std::int64_t last_;          ///< one past its last sector
+    std::int64_t position_ = 0;  ///< frames on the axis
+    std::int64_t fetched_ = -1;  ///< the sector held; -1 none
+    std::array<std::int16_t, kCdFramesPerSector * 2> sector_{};
+};
+
+}  // namespace corvane
