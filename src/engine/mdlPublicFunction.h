@@ -61,6 +61,9 @@ std::string numberText(double number);
 /// One second back in packed CD form: from second 0 to second 59 of the minute before; 00:00 stays.
 std::int32_t tmsfSecondBack(std::int32_t tmsf);
 
+/// Whole seconds of a packed position, by its minutes and seconds bytes.
+std::int32_t packedSeconds(std::int32_t tmsf);
+
 /// Width of the slider's bar for a position in a file: 15 twips when the length is 0.
 float sliderWidth(const Player& player, double position, double length);
 
@@ -99,6 +102,8 @@ void showPopupMenu(Player& player);
 Answer messageBox(Player& player, const std::string& text, Buttons buttons, Icon icon);
 /// SetWindowPos without move, size or activation; show not 0 shows the window, 0 hides it.
 void SetWindowZOrder(Player& player, Form& window, int insertAfter, std::int16_t show);
+/// Shows a lamp's on or off picture (the lamp's image is followed by its off and its on picture).
+void lightLamp(MainPanelControls& panel, int lamp, bool on);
 /// Writes a label of the panel; while the panel is not loaded the caption is kept for it.
 void setPanelCaption(Player& player, int label, const std::string& caption);
 

@@ -8,7 +8,6 @@
 namespace corvane::mdlPublicFunction {
 
 using namespace mdlDefinePublic;
-using namespace detail;
 
 namespace {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/panel_texts.h"
 
-namespace corvane::mdlPublicFunction::detail {
+namespace corvane::mdlPublicFunction {
 
 void nameStepButtons(MainPanelControls& panel, bool paused) {
     panel.cmdMainPanel[kPrev].ToolTipText = paused ? "Back" : "Prev";
@@ -42,4 +42,4 @@ const std::string& currentPath(const Player& player) {
     return player.gFilePath[static_cast<std::size_t>(player.gFileIndex)];
 }
 
-}  // namespace corvane::mdlPublicFunction::detail
+}  // namespace corvane::mdlPublicFunction

@@ -6,7 +6,7 @@
 #include "engine/mdlPublicFunction.h"
 
 /// Small steps that several playback procedures share.
-namespace corvane::mdlPublicFunction::detail {
+namespace corvane::mdlPublicFunction {
 
 /// Previous and next are "Prev" and "Next", or "Back" and "Step" while paused.
 void nameStepButtons(MainPanelControls& panel, bool paused);
@@ -22,4 +22,4 @@ std::int32_t trackEnd(const Player& player, MciControl& mci);
 void holdTrackAt(Player& player, MciControl& mci, std::int32_t position);
 const std::string& currentPath(const Player& player);
 
-}  // namespace corvane::mdlPublicFunction::detail
+}  // namespace corvane::mdlPublicFunction

@@ -49,13 +49,18 @@ void setPanelCaption(Player& player, int label, const std::string& caption) {
     }
 }
 
+void lightLamp(MainPanelControls& panel, int lamp, bool on) {
+    const auto visible = static_cast<std::size_t>(lamp);
+    panel.imgMainPanel[visible].Picture = panel.imgMainPanel[visible + (on ? 2 : 1)].Picture;
+}
+
 void toggleRepeat(Player& player) {
     auto* panel = player.forms.find<MainPanelControls>();
     if (panel == nullptr) return;
     auto& images = panel->imgMainPanel;
     player.gRepeat = !player.gRepeat;
     panel->cmdMainPanel[kRepeat].Picture = images[player.gRepeat ? kRepeatOnImage : kRepeatOffImage].Picture;
-    images[kRepeatLamp].Picture = images[player.gRepeat ? kRepeatLamp + 2 : kRepeatLamp + 1].Picture;
+    lightLamp(*panel, kRepeatLamp, player.gRepeat);
 }
 
 bool commandKey(Player& player, int character) {

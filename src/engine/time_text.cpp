@@ -43,6 +43,8 @@ std::int32_t tmsfSecondBack(std::int32_t tmsf) {
     return tmsf - 0x100 + 59 * kTmsfSecond;
 }
 
+std::int32_t packedSeconds(std::int32_t tmsf) { return byteAt(tmsf, 8) * 60 + byteAt(tmsf, 16); }
+
 float sliderWidth(const Player& player, double position, double length) {
     if (!(length > 0)) return kTwipsPerPixel;
     return static_cast<float>(position / length * player.gSlideWidth);

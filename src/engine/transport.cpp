@@ -7,7 +7,6 @@
 namespace corvane::mdlPublicFunction {
 
 using namespace mdlDefinePublic;
-using namespace detail;
 
 namespace {
 

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "dialogs/forms.h"
+
+#include <memory>
+
+#include "dialogs/frmMenuWindow.h"
+
+namespace corvane {
+
+void registerDialogForms(Player& player) {
+    player.forms.registerForm(FormId::MenuWindow, [&player] { return std::make_unique<frmMenuWindow>(player); });
+}
+
+}  // namespace corvane

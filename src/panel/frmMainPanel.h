@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "engine/player.h"
+
+namespace corvane {
+
+/// The player's one permanent window, drawn from the skin.
+class frmMainPanel : public MainPanelControls {
+public:
+    explicit frmMainPanel(Player& player);
+
+    /// CalcPos: slider position x (twips) and the track's length in packed form (minutes in the second byte, seconds in
+    /// the third) to a position of the same form, track and frames 0.
+    static std::int32_t CalcPos(const Player& player, std::int32_t x, std::int32_t packedLength);
+
+private:
+    enum class Hold : std::int16_t { None = 0, Previous = 1, Next = 2, PreviousShift = 3, NextShift = 4 };
+
+    void tieForm();
+    void tieButtons();
+    void tieMouse();
+
+    // Construction and end (frmMainPanel.cpp).
+    void Form_Load();
+    void Form_Unload();
+
+    // Commands (commands.cpp).
+    void cmdMainPanel_Click(int index);
+    void cmdMainPanel_MouseDown(int index, const MouseArgs& mouse);
+    void cmdMainPanel_MouseUp(int index, const MouseArgs& mouse);
+    void pctMainPanel_Click();
+    void dragWindow(const MouseArgs& mouse);
+    void popUpOnRight(const MouseArgs& mouse);
+    void imgMainPanel_MouseDown(int index, const MouseArgs& mouse);
+    void imgMainPanel_MouseMove(int index, const MouseArgs& mouse);
+    void imgMainPanel_MouseUp(int index, const MouseArgs& mouse);
+    void openBeside(FormId id);
+    void resumeAfterHold();
+
+    // Press and hold (sequencing.cpp).
+    void tmrPrevNext_Timer();
+    void tmrPlayBack_Timer();
+    void holdMovie(bool back, bool shift);
+    void holdMci(bool back);
+    void holdCd(bool back);
+
+    // Display and slider (display.cpp, slider.cpp).
+    void tmrDisplay_Timer();
+    void showClock();
+    void pctSlide_MouseDown();
+    void pctSlide_MouseMove(const MouseArgs& mouse);
+    void pctSlide_MouseUp(const MouseArgs& mouse);
+    void seekImage(std::int32_t x);
+    void seekMovie(std::int32_t x);
+    void seekMci(std::int32_t x);
+    void seekCd(std::int32_t x);
+    bool isFullScreenMovie() const;
+    MovieWindowControls* movie() const { return player_.forms.find<MovieWindowControls>(); }
+    MciControl* mci() const;
+
+    Player& player_;
+    std::optional<std::uint32_t> volumeAtStart_;  ///< empty: it could not be read
+    Hold hold_ = Hold::None;
+    bool holdEngaged_ = false;
+    bool knobDragging_ = false;
+    std::int16_t indicatorPhase_ = 0;
+};
+
+}  // namespace corvane

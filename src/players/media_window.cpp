@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "players/media_window.h"
+
+#include <memory>
+
+#include "engine/mdlPublicFunction.h"
+#include "players/forms.h"
+#include "players/frmImageWindow.h"
+#include "players/frmMCIWindow.h"
+#include "players/frmMovieWindow.h"
+
+namespace corvane {
+
+using namespace mdlPublicFunction;
+
+void registerPlayerForms(Player& player) {
+    player.forms.registerForm(FormId::MciWindow, [&player] { return std::make_unique<frmMCIWindow>(player); });
+    player.forms.registerForm(FormId::MovieWindow, [&player] { return std::make_unique<frmMovieWindow>(player); });
+    player.forms.registerForm(FormId::ImageWindow, [&player] { return std::make_unique<frmImageWindow>(player); });
+}
+
+void tieMediaWindow(Player& player, Form& window) {
+    window.KeyPress.tie([&player](int character) { commandKey(player, character); });
+    window.KeyDown.tie([&player](const KeyArgs& key) { fixedKeyDown(player, key); });
+    window.KeyUp.tie([&player](const KeyArgs& key) { fixedKeyUp(player, key); });
+    window.LostFocus.tie([&player] { player.gAltMenuArmed = false; });
+    window.CloseRequest.tie([&player](bool altHeld) {
+        if (altHeld) {
+            powerOff(player);
+        } else {
+            CloseFile(player, false);
+        }
+    });
+}
+
+}  // namespace corvane
