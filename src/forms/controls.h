@@ -68,6 +68,7 @@ public:
     Property<corvane::Picture> Picture{*this, PropertyId::Picture};
     Property<Colour> BackColor{*this, PropertyId::BackColor, kBlack};
     ScaleMode Scale = ScaleMode::InTwips;  ///< unit of its mouse positions and of its own geometry
+    float hitWidth = 0;                    ///< width that takes the mouse, in its unit; 0: Width
     Event<int> KeyPress;
 
     /// The picture drawn stretched over the box's origin, in the box's unit; 0 by 0: drawn at its own size.
