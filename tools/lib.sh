@@ -1,0 +1,94 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+# What ./play and ./check share: plain messages, packages, the build. Sourced by bash; the caller has set ROOT.
+# shellcheck shell=bash
+
+export CCACHE_BASEDIR="$ROOT"
+
+# What the program is built from and runs with.
+BUILD_PACKAGES="ccache cmake ninja-build g++ pkg-config qt6-base-dev libmpv-dev libfluidsynth-dev timgm6mb-soundfont
+  libcdio-dev libcdio-paranoia-dev libcdio-cdda-dev libpulse-dev libxcb1-dev libavformat-dev libavcodec-dev
+  libavutil-dev libswresample-dev fonts-vlgothic fonts-dejavu-core"
+# A private desktop for machines without a screen.
+DISPLAY_PACKAGES="python3 xvfb openbox xdotool x11-utils imagemagick pulseaudio pulseaudio-utils dbus playerctl"
+# What the tests look, listen and drop with.
+TEST_PACKAGES="libgtest-dev wmctrl dbus-x11 at-spi2-core gir1.2-atspi-2.0 python3-gi pcmanfm ffmpeg python3-numpy
+  python3-pil python3-cairo"
+
+step() { printf '== %s\n' "$*"; }
+note() { printf '   %s\n' "$*"; }
+die() {
+  printf '%s: %s\n' "$(basename "$0")" "$*" >&2
+  exit 1
+}
+
+as_root() {
+  if [ "$(id -u)" -eq 0 ]; then
+    "$@"
+  elif command -v sudo >/dev/null; then
+    sudo "$@"
+  else
+    die "installing packages needs root: run it as root, or install sudo"
+  fi
+}
+
+missing_packages() {
+  local package
+  for package in "$@"; do
+    [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || printf '%s ' "$package"
+  done
+}
+
+# install_packages NAME...: installs those that are not there; asks the network nothing when all are.
+install_packages() {
+  command -v dpkg-query >/dev/null || die "this needs Debian 12 or a system with its packages (no dpkg found)"
+  local missing log="$ROOT/build/packages.log"
+  missing=$(missing_packages "$@")
+  if [ -z "$missing" ]; then
+    step "Packages: all installed"
+    return
+  fi
+  step "Packages: installing $missing"
+  mkdir -p "$ROOT/build"
+  # shellcheck disable=SC2086 # a list of names
+  {
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get update -q &&
+      as_root env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends $missing
+  } >"$log" 2>&1 || {
+    grep -E '^(E|W|Err)[:0-9]' "$log" | head -15 >&2
+    die "the packages could not be installed (network? rights?); the whole log is $log"
+  }
+}
+
+# Fewer compilers at once where memory is short: each takes up to a gigabyte.
+build_jobs() {
+  local cores memory
+  cores=$(nproc)
+  memory=$(awk '/^MemAvailable/ {print int($2 / 1048576)}' /proc/meminfo)
+  [ "$memory" -lt "$cores" ] && cores=$memory
+  [ "$cores" -ge 1 ] && echo "$cores" || echo 1
+}
+
+show_errors() {
+  { grep -E -A 6 '(error:|Error |undefined reference|FAILED:)' "$1" || tail -30 "$1"; } | cut -c 1-300 | head -40 >&2
+}
+
+# build PRESET TARGET [CMAKE_OPTION...]: configures where needed and builds; TARGET may be "all".
+# A failing build shows its first errors and returns 1; what could be built has been built.
+build() {
+  local preset=$1 target=$2 folder log
+  shift 2
+  folder="$ROOT/build/$preset"
+  log="$ROOT/build/$preset.log"
+  mkdir -p "$ROOT/build"
+  step "Build: $preset"
+  if ! (cd "$ROOT" && cmake --preset "$preset" "$@") >"$log" 2>&1; then
+    { grep -A 8 'CMake Error' "$log" || tail -20 "$log"; } | head -40 >&2
+    note "configuring failed; the whole log is $log"
+    return 1
+  fi
+  if ! cmake --build "$folder" --target "$target" -j "$(build_jobs)" -- -k 0 >"$log" 2>&1; then
+    show_errors "$log"
+    note "the build failed; the whole log is $log"
+    return 1
+  fi
+}

@@ -1,0 +1,248 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Runs every test of a finished build and adds up the counts; ./check builds first and calls this.
+
+Groups: rule scripts (tests/rules/*.py), test programs of build/release, the same of build/asan (portable core) and the
+end-to-end stories (tests/e2e/run.py). What passed and has not changed since is counted and not run again.
+The last line is "N passed, N failed".
+"""
+
+import argparse
+import hashlib
+import json
+import os
+import pathlib
+import re
+import signal
+import subprocess
+import sys
+import time
+
+from session import Session, SessionError, end_process
+
+ROOT = pathlib.Path(__file__).resolve().parents[1]
+BUILD = ROOT / "build"
+PASSED_BEFORE = BUILD / "check-passed.json"
+PROGRAM_SECONDS = 420  # for one test program
+STORIES_SECONDS = 900
+SHOWN_FAILURES = 12
+TESTED_DATA = ("PANELSET", "samples", "tests/data", "tests/golden", "tests/contract", "tests/rules")
+STORY_DATA = ("PANELSET", "samples", "tests/e2e", "tools")
+
+
+class Counts:
+    """Adds up results and prints one line a group."""
+
+    def __init__(self):
+        self.passed = self.failed = self.skipped = 0
+
+    def add(self, name, passed, failed, skipped, remark):
+        self.passed += passed
+        self.failed += failed
+        self.skipped += skipped
+        counts = f"{passed} passed" + (f", {failed} FAILED" if failed else "") + (f", {skipped} skipped" if skipped else "")
+        print(f"   {name:28} {counts}  ({remark})", flush=True)
+
+    def last_line(self):
+        return f"{self.passed} passed, {self.failed} failed" + (f", {self.skipped} skipped" if self.skipped else "")
+
+
+class Memory:
+    """Which groups passed with which content, across runs."""
+
+    def __init__(self, use):
+        self.use = use
+        try:
+            self.known = json.loads(PASSED_BEFORE.read_text())
+        except (OSError, ValueError):
+            self.known = {}
+
+    def recall(self, name, key):
+        entry = self.known.get(name)
+        return entry["counts"] if self.use and entry and entry["key"] == key else None
+
+    def keep(self, name, key, counts):
+        if counts[1]:
+            self.known.pop(name, None)
+        else:
+            self.known[name] = {"key": key, "counts": counts}
+        PASSED_BEFORE.write_text(json.dumps(self.known, indent=1))
+
+
+def content_key(*paths):
+    """A hash over files and whole folders, and over the installed packages."""
+    total = hashlib.sha256()
+    for path in (*paths, pathlib.Path("/var/lib/dpkg/status")):
+        files = sorted(p for p in path.rglob("*") if p.is_file() and p.suffix != ".pyc") if path.is_dir() else [path]
+        for file in files:
+            total.update(str(file).encode())
+            total.update(file.read_bytes() if file.exists() else b"-")
+    return total.hexdigest()
+
+
+def show_failure(name, text):
+    print(f"   FAILED {name}")
+    for line in text.strip().splitlines()[:SHOWN_FAILURES]:
+        print(f"      {line[:200]}")
+    sys.stdout.flush()
+
+
+def test_programs(preset):
+    """Name and command of each test program that the build knows."""
+    folder = BUILD / preset
+    if not (folder / "CTestTestfile.cmake").exists():
+        return []
+    listing = subprocess.run(["ctest", "--show-only=json-v1"], cwd=folder, capture_output=True, text=True, check=True).stdout
+    tests = json.loads(listing)["tests"]
+    return [(t["name"], t.get("command") or [t["name"]]) for t in tests]
+
+
+def run_bounded(command, seconds, session=None, **options):
+    """Exit code (None: ended for taking too long) and joined output of a program."""
+    options.update(stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, errors="replace")
+    if session:
+        process = session.popen(command, **options)
+    else:
+        process = subprocess.Popen(command, start_new_session=True, **options)
+    try:
+        output, _ = process.communicate(timeout=seconds)
+        return process.returncode, output
+    except subprocess.TimeoutExpired:
+        end_process(process)
+        return None, process.communicate()[0]
+    except BaseException:
+        end_process(process)
+        raise
+
+
+def google_test(name, command, session):
+    """One process a program; counts (passed, failed, skipped) come from its own report."""
+    report = BUILD / "reports" / f"{name.replace(':', '-')}.json"
+    report.parent.mkdir(parents=True, exist_ok=True)
+    report.unlink(missing_ok=True)
+    code, output = run_bounded([*command, f"--gtest_output=json:{report}"], PROGRAM_SECONDS, session, cwd=BUILD)
+    report.with_suffix(".log").write_text(output)
+    if not report.exists():
+        why = f"did not end within {PROGRAM_SECONDS} s" if code is None else f"ended with code {code}"
+        interesting = [line for line in output.splitlines() if re.search(r"ERROR:|runtime error|Assert|\[ RUN", line)][-6:]
+        show_failure(name, "\n".join([why, *interesting, *output.splitlines()[-6:]]))
+        return output.count("[       OK ]"), 1 + output.count("[  FAILED  ]"), 0
+    passed = failed = skipped = 0
+    for suite in json.loads(report.read_text()).get("testsuites", []):
+        for case in suite["testsuite"]:
+            if case.get("failures"):
+                failed += 1
+                show_failure(f"{name}: {suite['name']}.{case['name']}", case["failures"][0]["failure"])
+            elif case.get("result") == "SKIPPED":
+                skipped += 1
+                print(f"   skipped {name}: {suite['name']}.{case['name']}")
+            elif case.get("status") == "RUN":
+                passed += 1
+    if code != 0 and not failed:
+        failed = 1
+        why = "did not end" if code is None else f"ended with code {code} after its tests"
+        show_failure(name, "\n".join([why, *output.splitlines()[-10:]]))
+    return passed, failed, skipped
+
+
+def lines_test(name, command, seconds, session=None):
+    """A script that prints "PASS name", "FAIL name: why" and "SKIP name" lines; without any, its exit code counts."""
+    code, output = run_bounded(command, seconds, session, cwd=ROOT)
+    words = [line.split(" ", 1)[0] for line in output.splitlines()]
+    passed, failed, skipped = words.count("PASS"), words.count("FAIL"), words.count("SKIP")
+    for line in output.splitlines():
+        if line.startswith("FAIL"):
+            show_failure(name, line[5:])
+    if code != 0 and not failed:
+        show_failure(name, "did not end in time" if code is None else "\n".join(output.splitlines()[-SHOWN_FAILURES:]))
+        return passed, 1, skipped
+    if not passed and not failed and not skipped:
+        passed = 1
+    return passed, failed, skipped
+
+
+def run_group(counts, memory, name, key, run):
+    known = memory.recall(name, key)
+    if known:
+        counts.add(name, *known, "unchanged since it passed, not run again")
+        return
+    began = time.monotonic()
+    result = run()
+    memory.keep(name, key, result)
+    counts.add(name, *result, f"{time.monotonic() - began:.1f} s")
+
+
+def rule_scripts(counts, memory, wanted):
+    scripts = sorted((ROOT / "tests" / "rules").glob("*.py")) if (ROOT / "tests" / "rules").is_dir() else []
+    scripts = [s for s in scripts if os.access(s, os.X_OK) and wanted(f"rules:{s.stem}")]
+    if scripts:
+        print("== Rules", flush=True)
+    for script in scripts:
+        key = content_key(ROOT / "src", ROOT / "tests", ROOT / "tools")
+        run_group(counts, memory, f"rules:{script.stem}", key, lambda s=script: lines_test(s.stem, ["/usr/bin/python3", str(s)], 120))
+
+
+def programs(counts, memory, preset, prefix, wanted):
+    found = [(prefix + name, command) for name, command in test_programs(preset) if wanted(prefix + name)]
+    if not found:
+        return
+    print(f"== Test programs ({preset})", flush=True)
+    data = [ROOT / folder for folder in TESTED_DATA]
+    with Session() as session:
+        for name, command in found:
+            if not pathlib.Path(command[0]).exists():
+                counts.add(name, 0, 1, 0, "was not built")
+                continue
+            key = content_key(pathlib.Path(command[0]), *data)
+            run_group(counts, memory, name, key, lambda n=name, c=command: google_test(n, c, session))
+
+
+def stories(counts, memory, only):
+    runner = ROOT / "tests" / "e2e" / "run.py"
+    program = BUILD / "release" / "corvane"
+    if not runner.exists() or not program.exists():
+        return
+    print("== End to end", flush=True)
+    pattern = only.removeprefix("e2e:") if only else ""
+    command = ["/usr/bin/python3", str(runner), str(program)] + ([pattern] if pattern else [])
+    key = content_key(program, *(ROOT / folder for folder in STORY_DATA))
+    run_group(counts, memory, "e2e" + (f":{pattern}" if pattern else ""), key, lambda: lines_test("e2e", command, STORIES_SECONDS))
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--quick", action="store_true")
+    parser.add_argument("--again", action="store_true")
+    parser.add_argument("--only", default="")
+    parser.add_argument("--failed-build", action="append", default=[])
+    options = parser.parse_args()
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
+
+    counts, memory = Counts(), Memory(not options.again)
+    for preset in options.failed_build:
+        counts.add(f"build {preset}", 0, 1, 0, "see above")
+
+    def wanted(name):
+        return options.only in name
+
+    try:
+        rule_scripts(counts, memory, wanted)
+        programs(counts, memory, "release", "", wanted)
+        if not options.quick:
+            programs(counts, memory, "asan", "asan:", wanted)
+            if not options.only or options.only.startswith("e2e"):
+                stories(counts, memory, options.only)
+    except SessionError as error:
+        counts.add("private desktop", 0, 1, 0, str(error))
+    if not counts.passed and not counts.failed and not counts.skipped:
+        print("   no test has that name" if options.only else "   no test was found")
+        counts.failed = 1
+    print(counts.last_line(), flush=True)
+    return 1 if counts.failed else 0
+
+
+if __name__ == "__main__":
+    try:
+        sys.exit(main())
+    except KeyboardInterrupt:
+        sys.exit(130)
