@@ -55,7 +55,9 @@ inline std::string writeImage(const std::filesystem::path& folder, const std::st
         cue << line;
         const int frames = tracks[i].sectors * kCdFramesPerSector;
         for (int frame = 0; frame < frames; ++frame) {
-            const double phase = 2 * std::numbers::pi * tracks[i].hertz * frame / kCdSampleRate;
+            // A data track holds bytes that would sound.
+            const double hertz = tracks[i].hertz > 0 ? tracks[i].hertz : 1000;
+            const double phase = 2 * std::numbers::pi * hertz * frame / kCdSampleRate;
             const auto value = static_cast<std::int16_t>(std::lround(16384 * std::sin(phase)));
             const auto low = static_cast<char>(value & 0xFF);
             const auto high = static_cast<char>(value >> 8 & 0xFF);
