@@ -35,6 +35,13 @@ public:
     virtual std::size_t read(float* samples, std::size_t count) = 0;
     /// The next read starts exactly there; held inside 0 to frames().
     virtual void seek(std::int64_t frame) = 0;
+    /// Finds the exact length where opening only estimated it; called once, in the opening worker, while other threads
+    /// already use the rest. Comes back early once `abandoned` was set.
+    virtual void measure() {}
+    /// False: frames() is 0 or a guess until measure() has run.
+    virtual bool lengthKnown() const { return true; }
+    /// Set when nobody wants the sound any more.
+    std::atomic<bool> abandoned{false};
     /// Set when the reader wants a blocked read() to come back soon.
     std::atomic<bool> stopping{false};
 
@@ -56,11 +63,5 @@ struct OpenedSound {
 /// disc), else the one of the environment's CORVANE_CDROM, else the first drive. The axis is the disc's audio sectors
 /// from the first track on, 588 frames each, 44100 Hz stereo. Runs in a worker and may take seconds. In cd_sound.cpp.
 OpenedSound openCdSound(const std::string& place);
-
-/// Opens a MIDI sequence (formats 0 and 1, also wrapped in RIFF) to be played by the synthesizer. In midi_sound.cpp.
-OpenedSound openMidiSound(const std::string& path);
-
-/// Opens a sound file of any kind, from the local file alone. In file_sound.cpp.
-OpenedSound openFileSound(const std::string& path);
 
 }  // namespace corvane
