@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <memory>
+
+#include "platform/event_loop.h"
+#include "platform/movie_control.h"
+#include "platform/ports.h"
+
+namespace corvane {
+
+class MoviePlayer;
+
+/// Keeps the players behind the movie controls: a control takes one when it opens its first movie and gives it back
+/// when it goes, so the next movie needs not wait for one to be made. Outlives the controls made by it.
+class MoviePlayers {
+public:
+    /// The loop and the windows (for the screen's size) outlive this.
+    MoviePlayers(EventLoop& loop, Windows& windows);
+    MoviePlayers(const MoviePlayers&) = delete;
+    MoviePlayers& operator=(const MoviePlayers&) = delete;
+    ~MoviePlayers();
+
+    /// A control of that form; it is a MovieSurface as well.
+    std::unique_ptr<MovieControl> makeControl(Form& form);
+
+    /// An idle player, kept or new. Null when the library cannot make one.
+    std::unique_ptr<MoviePlayer> take();
+    /// Stops a player and keeps it for the next one.
+    void giveBack(std::unique_ptr<MoviePlayer> player);
+
+    EventLoop& loop() const { return loop_; }
+    Windows& windows() const { return windows_; }
+
+private:
+    EventLoop& loop_;
+    Windows& windows_;
+    std::unique_ptr<MoviePlayer> idle_;
+};
+
+}  // namespace corvane
