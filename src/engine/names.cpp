@@ -7,20 +7,15 @@
 #include <string>
 
 #include "engine/mdlPublicFunction.h"
+#include "engine/text.h"
 
 namespace corvane::mdlPublicFunction {
 
 namespace {
 
-char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-bool isBlank(char c) { return c == ' ' || c == '\t'; }
+using text::upper;
 
-std::string_view trimmed(std::string_view text) {
-    while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
-    return text;
-}
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 /// "H1F" or "O17" behind the "&", with the type mark "&" allowed at the end. 32 bits are a bit pattern.
 std::optional<std::int32_t> parseBits(std::string_view text) {
@@ -104,7 +99,7 @@ std::string zeroPadded(long long number, int digits) {
 }
 
 std::optional<std::int32_t> parseNumber(std::string_view text) {
-    text = trimmed(text);
+    text = text::trimmed(text);
     if (text.empty()) return std::nullopt;
     if (text[0] == '&') return parseBits(text.substr(1));
     std::optional<Decimal> number = splitDecimal(text);

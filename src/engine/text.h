@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <algorithm>
+#include <string_view>
+
+/// Small readers of text that files give: bytes, letters without case only in ASCII.
+namespace corvane::text {
+
+inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+
+constexpr char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+constexpr bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\v' || c == '\f'; }
+
+inline std::string_view trimmed(std::string_view text) {
+    while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+    return text;
+}
+
+inline std::string_view withoutMark(std::string_view text) {
+    if (text.substr(0, kUtf8Mark.size()) == kUtf8Mark) text.remove_prefix(kUtf8Mark.size());
+    return text;
+}
+
+/// Takes the next line off the text, without its end: LF, CR, CR LF or the text's end.
+inline std::string_view takeLine(std::string_view& text) {
+    const std::string_view line = text.substr(0, text.find_first_of("\r\n"));
+    text.remove_prefix(line.size());
+    if (!text.empty()) text.remove_prefix(text.substr(0, 2) == "\r\n" ? 2 : 1);
+    return line;
+}
+
+inline bool sameWithoutCase(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return upper(x) == upper(y); });
+}
+
+/// Order without case, for maps that are searched by std::string_view.
+struct LessWithoutCase {
+    using is_transparent = void;
+    bool operator()(std::string_view a, std::string_view b) const {
+        return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
+                                            [](char x, char y) { return upper(x) < upper(y); });
+    }
+};
+
+}  // namespace corvane::text
