@@ -215,6 +215,7 @@ private:
         if (const auto colour = skinColour(record.use)) slider.BackColor = *colour;
         slider.Visible = true;
         player_.gSlideWidth = std::max(record.width, 0) * kTwips;
+        slider.hitWidth = static_cast<float>(player_.gSlideWidth);
     }
 
     Player& player_;

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+
+#include "engine/mdlPublicFunction.h"
+
+namespace corvane::mdlPublicFunction {
+namespace {
+
+TEST(Names, TheExtensionIsWhatFollowsTheFirstDotInCapitals) {
+    EXPECT_EQ(GetExtension("C:\\A\\song.Mp3"), "MP3");
+    EXPECT_EQ(GetExtension("C:\\My.Music\\song.wav"), "MUSIC\\SONG.WAV");
+    EXPECT_EQ(GetExtension("picture.jpeg.bmp"), "JPEG.BMP");
+    EXPECT_EQ(GetExtension("/a/no dot"), "/A/NO DOT");
+    EXPECT_EQ(GetExtension("x."), "");
+    EXPECT_EQ(GetExtension(""), "");
+}
+
+TEST(Names, TheBaseNameIsWhatStandsInFrontOfTheFirstDot) {
+    EXPECT_EQ(GetBaseName("D:\\Track05.cda"), "D:\\Track05");
+    EXPECT_EQ(GetBaseName("a.b.mid"), "a");
+    EXPECT_EQ(GetBaseName("no dot"), "no dot");
+    EXPECT_EQ(GetBaseName(".mid"), "");
+}
+
+TEST(Names, TwentySixExtensionsAreAccepted) {
+    for (const char* each :
+         {"CDA", "BMP", "JPEG", "JPG",  "GIF", "AVI", "MOV", "QT",  "MID", "RMI", "MPG", "MPV",  "MP2",
+          "WAV", "MP3", "M1V",  "MPEG", "RA",  "RM",  "RAM", "RMM", "SND", "AU",  "AIF", "AIFC", "AIFF"}) {
+        EXPECT_TRUE(isAcceptedExtension(each)) << each;
+    }
+    for (const char* each : {"", "TXT", "mp3", "MP", "MP33", "OGG", "PNG", "MUSIC/SONG.WAV"}) {
+        EXPECT_FALSE(isAcceptedExtension(each)) << each;
+    }
+}
+
+TEST(Names, ADoubledSeparatorAtTheThirdCharacterLosesOne) {
+    EXPECT_EQ(withoutDoubledSeparator("C:\\\\a.mid", '\\'), "C:\\a.mid");
+    EXPECT_EQ(withoutDoubledSeparator("C:\\\\a\\\\b.mid", '\\'), "C:\\a\\\\b.mid");
+    EXPECT_EQ(withoutDoubledSeparator("C:\\a\\\\b.mid", '\\'), "C:\\a\\\\b.mid");
+    EXPECT_EQ(withoutDoubledSeparator("\\\\s\\\\b.mid", '\\'), "\\\\s\\\\b.mid");
+    EXPECT_EQ(withoutDoubledSeparator("/a//b.mid", '/'), "/a/b.mid");
+    EXPECT_EQ(withoutDoubledSeparator("a", '/'), "a");
+}
+
+TEST(Names, ZeroPaddedKeepsTheSignInFront) {
+    EXPECT_EQ(zeroPadded(7, 3), "007");
+    EXPECT_EQ(zeroPadded(1234, 3), "1234");
+    EXPECT_EQ(zeroPadded(-7, 2), "-07");
+    EXPECT_EQ(zeroPadded(0, 2), "00");
+    EXPECT_EQ(zeroPadded(5, -1), "5");
+}
+
+TEST(Numbers, AreWholeTextsWithBlanksAroundThem) {
+    EXPECT_EQ(parseNumber("500"), 500);
+    EXPECT_EQ(parseNumber(" \t-12 "), -12);
+    EXPECT_EQ(parseNumber("+3"), 3);
+    EXPECT_EQ(parseNumber("007"), 7);
+    for (const char* text : {"",  " ",  "x",     "5x",    "5 6", "--5",  "+",   ".",   "e5",   "1e",  "1e+",
+                             "&", "&H", "&Hxyz", "&H1 2", "1,5", "0x10", "inf", "nan", "-&H5", "&O8", "1.2.3"}) {
+        EXPECT_EQ(parseNumber(text), std::nullopt) << text;
+    }
+}
+
+TEST(Numbers, RoundHalvesToEven) {
+    EXPECT_EQ(parseNumber("2.5"), 2);
+    EXPECT_EQ(parseNumber("3.5"), 4);
+    EXPECT_EQ(parseNumber("-2.5"), -2);
+    EXPECT_EQ(parseNumber("-3.5"), -4);
+    EXPECT_EQ(parseNumber("0.5"), 0);
+    EXPECT_EQ(parseNumber("2.50001"), 3);
+    EXPECT_EQ(parseNumber(".9"), 1);
+    EXPECT_EQ(parseNumber("9."), 9);
+    EXPECT_EQ(parseNumber("0.04"), 0);
+}
+
+TEST(Numbers, TakeAnExponent) {
+    EXPECT_EQ(parseNumber("1e3"), 1000);
+    EXPECT_EQ(parseNumber("25E-1"), 2);
+    EXPECT_EQ(parseNumber("35e-1"), 4);
+    EXPECT_EQ(parseNumber("0.0005D+4"), 5);
+    EXPECT_EQ(parseNumber("1e-99999999999999999999"), 0);
+    EXPECT_EQ(parseNumber("0e99999999999999999999"), 0);
+}
+
+TEST(Numbers, AreHeldInside32Bits) {
+    EXPECT_EQ(parseNumber("2147483647"), 2147483647);
+    EXPECT_EQ(parseNumber("2147483648"), 2147483647);
+    EXPECT_EQ(parseNumber("-2147483648"), -2147483647 - 1);
+    EXPECT_EQ(parseNumber("-99999999999"), -2147483647 - 1);
+    EXPECT_EQ(parseNumber("1e400"), 2147483647);
+    EXPECT_EQ(parseNumber(std::string(100'000, '9')), 2147483647);
+    EXPECT_EQ(parseNumber(std::string(100'000, '0') + "12"), 12);
+    EXPECT_EQ(parseNumber("0." + std::string(100'000, '0') + "1e100001"), 1);
+}
+
+TEST(Numbers, MayBeHexadecimalOrOctal) {
+    EXPECT_EQ(parseNumber("&HFF"), 255);
+    EXPECT_EQ(parseNumber("&hff00"), 65280);
+    EXPECT_EQ(parseNumber("&HFF&"), 255);
+    EXPECT_EQ(parseNumber("&O17"), 15);
+    EXPECT_EQ(parseNumber("&HFFFFFFFF"), -1);
+    EXPECT_EQ(parseNumber("&H1FFFFFFFFF"), 2147483647);
+    EXPECT_EQ(parseNumber("&H" + std::string(1000, 'F')), 2147483647);
+}
+
+}  // namespace
+}  // namespace corvane::mdlPublicFunction
