@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "fake/fake_pictures.h"
+
+#include <stdexcept>
+#include <utility>
+
+namespace corvane {
+
+namespace {
+
+class Pixels : public PictureData {
+public:
+    Pixels(int width, int height, std::vector<std::uint32_t> pixels)
+        : width_(width), height_(height), pixels_(std::move(pixels)) {
+        const auto area = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+        if (width < 1 || height < 1 || (pixels_.size() != 1 && pixels_.size() != area)) {
+            throw std::logic_error("a picture with the wrong number of pixels");
+        }
+    }
+    int width() const override { return width_; }
+    int height() const override { return height_; }
+    std::uint32_t pixel(int x, int y) const override {
+        if (x < 0 || y < 0 || x >= width_ || y >= height_) throw std::logic_error("a pixel outside the picture");
+        if (pixels_.size() == 1) return pixels_[0];
+        return pixels_[static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) + static_cast<std::size_t>(x)];
+    }
+
+private:
+    int width_;
+    int height_;
+    std::vector<std::uint32_t> pixels_;
+};
+
+/// A part of another picture, which it keeps alive.
+class Part : public PictureData {
+public:
+    Part(std::shared_ptr<const PictureData> whole, const Pictures::Cell& cell)
+        : whole_(std::move(whole)), cell_(cell) {}
+    int width() const override { return cell_.width; }
+    int height() const override { return cell_.height; }
+    std::uint32_t pixel(int x, int y) const override {
+        if (x < 0 || y < 0 || x >= cell_.width || y >= cell_.height) {
+            throw std::logic_error("a pixel outside the picture");
+        }
+        return whole_->pixel(cell_.x + x, cell_.y + y);
+    }
+
+private:
+    std::shared_ptr<const PictureData> whole_;
+    Pictures::Cell cell_;
+};
+
+}  // namespace
+
+Picture makePicture(int width, int height, std::vector<std::uint32_t> pixels) {
+    return Picture(std::make_shared<Pixels>(width, height, std::move(pixels)));
+}
+
+Pictures::Decoded FakePictures::make(const std::string& path) const {
+    const auto found = declared_.find(path);
+    if (found == declared_.end()) return {{}, "no such picture"};
+    const Declared& it = found->second;
+    if (!it.reason.empty()) return {{}, it.reason};
+    return {makePicture(it.width, it.height, it.pixels), ""};
+}
+
+Pictures::Decoded FakePictures::decode(const std::string& path) {
+    log_.did("pictures.decode " + path);
+    if (ahead_ && ahead_->first == path) return std::exchange(ahead_, std::nullopt)->second;
+    return make(path);
+}
+
+void FakePictures::decodeAhead(const std::string& path) {
+    log_.did("pictures.decodeAhead " + path);
+    ahead_ = {path, make(path)};
+}
+
+Picture FakePictures::cut(const Picture& whole, const Cell& cell) {
+    log_.asked("pictures.cut");
+    if (whole.empty() || cell.width < 1 || cell.height < 1 || cell.x < 0 || cell.y < 0) return {};
+    if (cell.width > whole.width() - cell.x || cell.height > whole.height() - cell.y) return {};
+    return Picture(std::make_shared<Part>(whole.data(), cell));
+}
+
+int FakePictures::paintStretched(PictureBox& box, float width, float height) {
+    log_.did("pictures.paintStretched " + std::to_string(static_cast<int>(width)) + " " +
+             std::to_string(static_cast<int>(height)));
+    if (paintError == 0) box.setPainted(width, height);
+    return paintError;
+}
+
+void FakePictures::add(const std::string& path, int width, int height, std::uint32_t colour) {
+    add(path, width, height, std::vector<std::uint32_t>{colour});
+}
+
+void FakePictures::add(const std::string& path, int width, int height, std::vector<std::uint32_t> pixels) {
+    declared_[path] = {width, height, std::move(pixels), ""};
+}
+
+void FakePictures::addBroken(const std::string& path, std::string reason) {
+    declared_[path] = {0, 0, {}, std::move(reason)};
+}
+
+}  // namespace corvane

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "fake/call_log.h"
+#include "platform/ports.h"
+
+namespace corvane {
+
+/// A picture of the given size; pixels row by row as 0xRRGGBB, or one colour for all when there is only one.
+Picture makePicture(int width, int height, std::vector<std::uint32_t> pixels);
+
+/// Pictures declared by path.
+class FakePictures : public Pictures {
+public:
+    explicit FakePictures(CallLog& log) : log_(log) {}
+
+    Decoded decode(const std::string& path) override;
+    void decodeAhead(const std::string& path) override;
+    Picture cut(const Picture& whole, const Cell& cell) override;
+    int paintStretched(PictureBox& box, float width, float height) override;
+
+    void add(const std::string& path, int width, int height, std::uint32_t colour = 0x808080);
+    void add(const std::string& path, int width, int height, std::vector<std::uint32_t> pixels);
+    void addBroken(const std::string& path, std::string reason);
+
+    int paintError = 0;  ///< what each stretched drawing returns, 0: it is drawn
+
+private:
+    struct Declared {
+        int width = 0;
+        int height = 0;
+        std::vector<std::uint32_t> pixels;
+        std::string reason;
+    };
+    Decoded make(const std::string& path) const;
+
+    CallLog& log_;
+    std::map<std::string, Declared> declared_;
+    std::optional<std::pair<std::string, Decoded>> ahead_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "engine/mdlPublicFunction.h"
+#include "engine/player.h"
+#include "fake/fake_machine.h"
+
+namespace corvane {
+
+/// Registers every form of the player; those that a program links only in part are stood in for by their bare controls.
+void registerAllForms(Player& player);
+
+/// A player on a machine in memory. setUpPanel() puts the panel up at once, without the opening animation.
+class PlayerFixture : public ::testing::Test {
+protected:
+    PlayerFixture() { registerAllForms(player); }
+
+    FakeMachine machine;
+    Ports ports = machine.ports();
+    Player player{ports};
+
+    /// Loads and shows the panel from a plain skin and empties the log. Call it after machine is set up.
+    void setUpPanel();
+
+    MainPanelControls& panel() { return *player.forms.find<MainPanelControls>(); }
+    MciWindowControls* mciWindow() { return player.forms.find<MciWindowControls>(); }
+    MovieWindowControls* movieWindow() { return player.forms.find<MovieWindowControls>(); }
+    ImageWindowControls* imageWindow() { return player.forms.find<ImageWindowControls>(); }
+    const std::string& label(int index) { return panel().lblMainPanel.at(static_cast<std::size_t>(index)).Caption; }
+    CommandButton& button(int index) { return panel().cmdMainPanel.at(static_cast<std::size_t>(index)); }
+    /// "stopped", "playing" or "paused", as the two buttons say it.
+    std::string state();
+
+    /// The list of the player; titles are the names without folder and extension.
+    void setList(const std::vector<std::string>& paths);
+
+    // Raise an event as the user or the desktop would.
+    void click(int button);
+    void typeKey(Form& form, char character);
+    void press(MouseControl& control, const MouseArgs& args);
+    void release(MouseControl& control, const MouseArgs& args);
+};
+
+}  // namespace corvane
