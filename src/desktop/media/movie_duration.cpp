@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "desktop/media/movie_duration.h"
+
+extern "C" {
+#include <libavformat/avformat.h>
+}
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace corvane {
+
+namespace {
+
+struct CloseInput {
+    void operator()(AVFormatContext* input) const { avformat_close_input(&input); }
+};
+struct FreePacket {
+    void operator()(AVPacket* packet) const { av_packet_free(&packet); }
+};
+using Input = std::unique_ptr<AVFormatContext, CloseInput>;
+
+int stopAsked(void* token) { return static_cast<std::stop_token*>(token)->stop_requested() ? 1 : 0; }
+
+Input openInput(const std::string& path, std::stop_token& stop) {
+    AVFormatContext* context = avformat_alloc_context();
+    if (context == nullptr) return nullptr;
+    context->interrupt_callback = {stopAsked, &stop};
+    AVDictionary* options = nullptr;
+    av_dict_set(&options, "protocol_whitelist", "file", 0);
+    const int failed = avformat_open_input(&context, ("file:" + path).c_str(), nullptr, &options);
+    av_dict_free(&options);
+    if (failed < 0) return nullptr;  // the context is gone as well
+    Input input(context);
+    return avformat_find_stream_info(context, nullptr) < 0 ? nullptr : std::move(input);
+}
+
+/// Seconds that one packet lasts: as the demuxer says, else one frame at the stream's rate.
+double lasts(const AVStream& stream, const AVPacket& packet) {
+    if (packet.duration > 0) return static_cast<double>(packet.duration) * av_q2d(stream.time_base);
+    const AVRational rate = stream.avg_frame_rate.num > 0 ? stream.avg_frame_rate : stream.r_frame_rate;
+    return rate.num > 0 && rate.den > 0 ? av_q2d(av_inv_q(rate)) : 0;
+}
+
+}  // namespace
+
+bool lengthIsGuessed(const std::string& format) {
+    static constexpr std::array<std::string_view, 10> kBare{"mpegvideo", "m4v", "h261", "h263", "h264",
+                                                            "hevc",      "vc1", "mp3",  "aac",  "ac3"};
+    return std::find(kBare.begin(), kBare.end(), format) != kBare.end();
+}
+
+std::optional<double> countedLength(const std::string& path, std::stop_token stop) {
+    const Input input = openInput(path, stop);
+    const std::unique_ptr<AVPacket, FreePacket> packet(av_packet_alloc());
+    if (!input || !packet) return std::nullopt;
+    std::vector<double> seconds(input->nb_streams, 0.0);
+    while (!stop.stop_requested() && av_read_frame(input.get(), packet.get()) >= 0) {
+        const auto index = static_cast<std::size_t>(packet->stream_index);
+        if (index < seconds.size()) seconds[index] += lasts(*input->streams[index], *packet);
+        av_packet_unref(packet.get());
+    }
+    if (stop.stop_requested() || seconds.empty()) return std::nullopt;
+    const double longest = *std::max_element(seconds.begin(), seconds.end());
+    return longest > 0 ? std::optional(longest) : std::nullopt;
+}
+
+}  // namespace corvane

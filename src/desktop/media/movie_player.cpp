@@ -1,0 +1,383 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "desktop/media/movie_player.h"
+
+#include <mpv/client.h>
+
+#include <QMetaObject>
+#include <algorithm>
+#include <array>
+#include <clocale>
+#include <cmath>
+#include <filesystem>
+#include <utility>
+#include <vector>
+
+#include "desktop/media/movie_duration.h"
+
+namespace corvane {
+
+namespace {
+
+// What a reply answers stands in the high half of its tag, the number of the open or turn in the low half.
+enum Tag : std::uint64_t { kLoad = 1, kSeek, kEnd, kWidth, kHeight, kDuration, kSampleRate, kFormat };
+
+constexpr std::uint64_t tagged(Tag tag, std::uint32_t number) { return std::uint64_t{tag} << 32 | number; }
+
+/// A movie is a local file and nothing else: no configuration, no scripts, no network, no file that it refers to.
+constexpr std::array<std::pair<const char*, const char*>, 34> kOptions{{
+    {"config", "no"},
+    {"load-scripts", "no"},
+    {"ytdl", "no"},
+    {"access-references", "no"},
+    {"demuxer-lavf-o", "protocol_whitelist=[file]"},
+    {"stream-lavf-o", "protocol_whitelist=[file]"},
+    {"autoload-files", "no"},
+    {"ordered-chapters", "no"},
+    {"resume-playback", "no"},
+    {"audio-display", "no"},
+    {"terminal", "no"},
+    {"osc", "no"},
+    {"osd-level", "0"},
+    {"input-default-bindings", "no"},
+    {"input-vo-keyboard", "no"},
+    {"input-cursor", "no"},
+    {"input-media-keys", "no"},
+    {"idle", "yes"},
+    {"pause", "yes"},
+    {"keep-open", "yes"},
+    {"sid", "no"},
+    {"hwdec", "no"},
+    {"vo", "libmpv"},
+    {"sws-allow-zimg", "no"},  // its colours are wrong in memory
+    {"ao", "pulse,null"},
+    {"pulse-buffer", "native"},  // with a short one the clock stands still at first where no hardware drives it
+    {"audio-client-name", "Corvane"},
+    {"audio-pitch-correction", "yes"},
+    {"hr-seek", "yes"},
+    {"cache", "auto"},
+    {"demuxer-max-bytes", "32MiB"},
+    {"demuxer-max-back-bytes", "8MiB"},
+    {"save-position-on-quit", "no"},
+    {"stop-screensaver", "no"},
+}};
+
+/// Program streams have no index: an exact seek must start well before its target.
+double seekOffset(const std::string& format) { return format.starts_with("mpeg") ? 2 : 0; }
+
+}  // namespace
+
+void MoviePlayer::DestroyHandle::operator()(mpv_handle* handle) const { mpv_terminate_destroy(handle); }
+
+std::unique_ptr<MoviePlayer> MoviePlayer::make() {
+    std::unique_ptr<MoviePlayer> player(new MoviePlayer);
+    return player->start() ? std::move(player) : nullptr;
+}
+
+bool MoviePlayer::start() {
+    std::setlocale(LC_NUMERIC, "C");  // the library refuses to work with another one
+    handle_.reset(mpv_create());
+    if (!handle_) return false;
+    // An option that this version of the library lacks is one that it needs not be told.
+    for (const auto& [name, value] : kOptions) mpv_set_option_string(handle_.get(), name, value);
+    if (mpv_initialize(handle_.get()) < 0) return false;
+    frames_ = std::make_unique<MovieFrames>(handle_.get(), [this] { wake(); });
+    if (!frames_->usable()) return false;
+    mpv_observe_property(handle_.get(), 0, "time-pos", MPV_FORMAT_DOUBLE);
+    mpv_observe_property(handle_.get(), 0, "eof-reached", MPV_FORMAT_FLAG);
+    mpv_set_wakeup_callback(
+        handle_.get(), [](void* self) { static_cast<MoviePlayer*>(self)->wake(); }, this);
+    return true;
+}
+
+MoviePlayer::~MoviePlayer() {
+    if (handle_) mpv_set_wakeup_callback(handle_.get(), nullptr, nullptr);
+    counter_ = {};
+    frames_.reset();
+}
+
+void MoviePlayer::wake() {
+    if (woken_.exchange(true)) return;
+    QMetaObject::invokeMethod(
+        &receiver_, [this] { pump(); }, Qt::QueuedConnection);
+}
+
+void MoviePlayer::open(const std::string& path) {
+    close();
+    std::error_code error;
+    const std::filesystem::path whole = std::filesystem::absolute(path, error);
+    opening_ = true;
+    if (!std::filesystem::is_regular_file(whole, error)) {
+        const std::uint32_t number = number_;
+        const auto fail = [this, number] {
+            if (number == number_) tellFailed("This is not a file that can be read");
+        };
+        QMetaObject::invokeMethod(&receiver_, fail, Qt::QueuedConnection);
+        return;
+    }
+    path_ = whole.string();
+    command(tagged(kLoad, number_), {"loadfile", path_.c_str()});
+}
+
+void MoviePlayer::close() {
+    ++number_;
+    ++turn_;
+    counter_ = {};
+    opening_ = playing_ = ended_ = sounds_ = false;
+    entry_ = -1;
+    seek_ = Seek::None;
+    waiting_.reset();
+    target_.reset();
+    time_ = duration_ = 0;
+    picture_ = {};
+    frames_->setPicture({});
+    setFlag("pause", true);
+    if (!path_.empty()) command(0, {"stop"});
+    path_.clear();
+}
+
+void MoviePlayer::play() {
+    if (path_.empty()) return;
+    if (ended_) seek(0);
+    ++turn_;
+    playing_ = true;
+    setFlag("pause", false);
+}
+
+void MoviePlayer::pause() {
+    playing_ = false;
+    ++turn_;
+    setFlag("pause", true);
+}
+
+void MoviePlayer::seek(double seconds) {
+    if (path_.empty()) return;
+    const double held = std::clamp(seconds, 0.0, duration_ > 0 ? duration_ : std::max(seconds, 0.0));
+    ++turn_;
+    ended_ = false;
+    target_ = held;
+    if (opening_ || seek_ != Seek::None) {
+        waiting_ = held;
+    } else {
+        sendSeek(held);
+    }
+}
+
+void MoviePlayer::sendSeek(double seconds) {
+    waiting_.reset();
+    seek_ = Seek::Sent;
+    const std::string text = std::to_string(seconds);
+    command(tagged(kSeek, number_), {"seek", text.c_str(), "absolute+exact"});
+}
+
+void MoviePlayer::setRate(double rate) { setNumber("speed", rate); }
+
+void MoviePlayer::checkEnd() {
+    if (playing_ && !opening_)
+        mpv_get_property_async(handle_.get(), tagged(kEnd, turn_), "eof-reached", MPV_FORMAT_FLAG);
+}
+
+double MoviePlayer::position() const {
+    if (ended_) return duration_ > 0 ? duration_ : time_;
+    const double now = target_.value_or(time_);
+    return std::clamp(now, 0.0, duration_ > 0 ? duration_ : std::max(now, 0.0));
+}
+
+void MoviePlayer::pump() {
+    woken_ = false;
+    const std::uint32_t before = number_;
+    while (true) {
+        const mpv_event* const event = mpv_wait_event(handle_.get(), 0);
+        if (event->event_id == MPV_EVENT_NONE) break;
+        handle(*event);
+    }
+    if (frames_->update() && before == number_ && !opening_ && listener_.frameReady) listener_.frameReady();
+}
+
+void MoviePlayer::handle(const mpv_event& event) {
+    switch (event.event_id) {
+        case MPV_EVENT_START_FILE:
+            started_ = static_cast<const mpv_event_start_file*>(event.data)->playlist_entry_id;
+            break;
+        case MPV_EVENT_END_FILE: {
+            const auto* const end = static_cast<const mpv_event_end_file*>(event.data);
+            handleEnd(end->playlist_entry_id, end->reason == MPV_END_FILE_REASON_ERROR, end->error);
+            break;
+        }
+        case MPV_EVENT_COMMAND_REPLY:
+            handleReply(event);
+            break;
+        case MPV_EVENT_GET_PROPERTY_REPLY:
+            handleFact(event);
+            break;
+        case MPV_EVENT_PROPERTY_CHANGE:
+            handleProperty(*static_cast<const mpv_event_property*>(event.data));
+            break;
+        case MPV_EVENT_PLAYBACK_RESTART:
+            handleRestart();
+            break;
+        default:
+            break;
+    }
+}
+
+void MoviePlayer::handleEnd(std::int64_t entry, bool failed, int error) {
+    if (entry_ < 0 || entry != entry_) return;
+    started_ = -1;
+    if (failed || opening_) {
+        tellFailed(error < 0 ? mpv_error_string(error) : "nothing in it can be played");
+    } else {
+        tellEnded();
+    }
+}
+
+void MoviePlayer::handleReply(const mpv_event& event) {
+    if (static_cast<std::uint32_t>(event.reply_userdata) != number_) return;
+    const auto tag = static_cast<Tag>(event.reply_userdata >> 32);
+    if (tag == kSeek) {
+        // Refused: nothing follows.
+        seek_ = event.error < 0 ? Seek::None : Seek::Answered;
+        if (event.error < 0 && waiting_) sendSeek(*waiting_);
+        return;
+    }
+    if (tag != kLoad) return;
+    if (event.error < 0) {
+        tellFailed(mpv_error_string(event.error));
+        return;
+    }
+    const mpv_node& result = static_cast<const mpv_event_command*>(event.data)->result;
+    if (result.format != MPV_FORMAT_NODE_MAP) return;
+    for (int i = 0; i < result.u.list->num; ++i) {
+        if (std::string_view(result.u.list->keys[i]) == "playlist_entry_id") entry_ = result.u.list->values[i].u.int64;
+    }
+}
+
+void MoviePlayer::handleProperty(const mpv_event_property& property) {
+    if (!current() || property.data == nullptr) return;
+    const std::string_view name = property.name;
+    if (name == "time-pos") {
+        time_ = *static_cast<const double*>(property.data);
+        if (playing_ && seek_ == Seek::None && !waiting_) target_.reset();
+    } else if (name == "eof-reached" && *static_cast<const int*>(property.data) != 0) {
+        checkEnd();
+    }
+}
+
+void MoviePlayer::handleRestart() {
+    if (!current()) return;
+    if (opening_) {
+        learnFacts();
+        return;
+    }
+    if (seek_ == Seek::Answered) seek_ = Seek::None;
+    if (seek_ == Seek::None && waiting_) sendSeek(*waiting_);
+    checkEnd();
+}
+
+/// Asks for what is known once the first picture stands; the answers come in this order.
+void MoviePlayer::learnFacts() {
+    mpv_handle* const handle = handle_.get();
+    mpv_get_property_async(handle, tagged(kWidth, number_), "dwidth", MPV_FORMAT_INT64);
+    mpv_get_property_async(handle, tagged(kHeight, number_), "dheight", MPV_FORMAT_INT64);
+    mpv_get_property_async(handle, tagged(kDuration, number_), "duration", MPV_FORMAT_DOUBLE);
+    mpv_get_property_async(handle, tagged(kSampleRate, number_), "audio-params/samplerate", MPV_FORMAT_INT64);
+    mpv_get_property_async(handle, tagged(kFormat, number_), "file-format", MPV_FORMAT_STRING);
+}
+
+void MoviePlayer::handleFact(const mpv_event& event) {
+    const auto tag = static_cast<Tag>(event.reply_userdata >> 32);
+    const auto number = static_cast<std::uint32_t>(event.reply_userdata);
+    const void* const data = event.error < 0 ? nullptr : static_cast<const mpv_event_property*>(event.data)->data;
+    if (tag == kEnd) {
+        const bool atEnd = data != nullptr && *static_cast<const int*>(data) != 0;
+        if (atEnd && number == turn_ && playing_ && seek_ == Seek::None && !waiting_) tellEnded();
+        return;
+    }
+    if (number != number_ || !opening_) return;
+    const auto whole = [data] {
+        return data == nullptr ? 0 : static_cast<int>(*static_cast<const std::int64_t*>(data));
+    };
+    switch (tag) {
+        case kWidth:
+            picture_.setWidth(std::max(whole(), 0));
+            break;
+        case kHeight:
+            picture_.setHeight(std::max(whole(), 0));
+            break;
+        case kDuration:
+            duration_ = data == nullptr ? 0 : std::max(*static_cast<const double*>(data), 0.0);
+            break;
+        case kSampleRate:
+            sounds_ = whole() > 0;
+            break;
+        case kFormat:
+            format_ = data == nullptr ? "" : *static_cast<const char* const*>(data);
+            completeOpening();
+            break;
+        default:
+            break;
+    }
+}
+
+void MoviePlayer::completeOpening() {
+    if (picture_.isEmpty()) picture_ = {};
+    if (picture_.isEmpty() && !sounds_) {
+        tellFailed("neither its picture nor its sound can be decoded");
+        return;
+    }
+    setNumber("hr-seek-demuxer-offset", seekOffset(format_));
+    if (lengthIsGuessed(format_)) {
+        countLength();
+    } else {
+        tellOpened();
+    }
+}
+
+void MoviePlayer::countLength() {
+    counter_ = std::jthread([this, path = path_, number = number_](std::stop_token stop) {
+        const std::optional<double> counted = countedLength(path, std::move(stop));
+        const auto tell = [this, number, counted] {
+            if (number != number_) return;
+            if (counted) duration_ = *counted;
+            tellOpened();
+        };
+        QMetaObject::invokeMethod(&receiver_, tell, Qt::QueuedConnection);
+    });
+}
+
+void MoviePlayer::tellOpened() {
+    opening_ = false;
+    frames_->setPicture(picture_);
+    if (waiting_) seek(*waiting_);
+    if (listener_.opened) listener_.opened();
+}
+
+void MoviePlayer::tellFailed(const std::string& reason) {
+    if (path_.empty() && !opening_) return;
+    close();
+    if (listener_.failed) listener_.failed(reason);
+}
+
+void MoviePlayer::tellEnded() {
+    playing_ = false;
+    ended_ = true;
+    target_.reset();
+    setFlag("pause", true);
+    if (listener_.ended) listener_.ended();
+}
+
+void MoviePlayer::setFlag(const char* name, bool on) {
+    int flag = on ? 1 : 0;
+    mpv_set_property_async(handle_.get(), 0, name, MPV_FORMAT_FLAG, &flag);
+}
+
+void MoviePlayer::setNumber(const char* name, double value) {
+    mpv_set_property_async(handle_.get(), 0, name, MPV_FORMAT_DOUBLE, &value);
+}
+
+void MoviePlayer::command(std::uint64_t tag, std::initializer_list<const char*> words) {
+    std::vector<const char*> list(words);
+    list.push_back(nullptr);
+    mpv_command_async(handle_.get(), tag, list.data());
+}
+
+}  // namespace corvane

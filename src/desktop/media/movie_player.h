@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QObject>
+#include <QSize>
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <thread>
+
+#include "desktop/media/movie_frames.h"
+
+struct mpv_handle;
+struct mpv_event;
+struct mpv_event_property;
+
+namespace corvane {
+
+/// One player of the media library: opens a local movie and holds it, plays, seeks, and has its frames drawn. Used on
+/// the user-interface thread; no call waits for the library, and what happens is told from the event loop, never from
+/// inside a call. After an open() or close() nothing is told of the file before.
+class MoviePlayer {
+public:
+    struct Listener {
+        std::function<void()> opened;  ///< the file can be played; duration() and picture() are known
+        std::function<void(const std::string& reason)> failed;
+        std::function<void()> ended;  ///< played to its end; stands there, paused
+        std::function<void()> frameReady;
+    };
+
+    /// Null when the library cannot make one.
+    static std::unique_ptr<MoviePlayer> make();
+    MoviePlayer(const MoviePlayer&) = delete;
+    MoviePlayer& operator=(const MoviePlayer&) = delete;
+    ~MoviePlayer();
+
+    void listen(Listener listener) { listener_ = std::move(listener); }
+
+    void open(const std::string& path);
+    void close();
+    void play();  ///< from the start again when it had ended
+    void pause();
+    /// Exact. A seek that is asked for while one is under way waits; a newer one takes its place.
+    void seek(double seconds);
+    void setRate(double rate);
+    /// Asks whether the end was reached, in case the library's own word came too early to be believed.
+    void checkEnd();
+
+    double position() const;  ///< seconds; a seek's target at once
+    double duration() const { return duration_; }
+    QSize picture() const { return picture_; }  ///< empty without one
+    MovieFrames& frames() { return *frames_; }
+
+private:
+    /// Seeks are told from what follows them: the library answers the command first, then plays again.
+    enum class Seek { None, Sent, Answered };
+
+    MoviePlayer() = default;
+    bool start();
+    void wake();
+    void pump();
+    void handle(const mpv_event& event);
+    /// The library is at the file that was opened last.
+    bool current() const { return entry_ >= 0 && started_ == entry_; }
+    void handleEnd(std::int64_t entry, bool failed, int error);
+    void handleReply(const mpv_event& event);
+    void handleProperty(const mpv_event_property& property);
+    void handleRestart();
+    void handleFact(const mpv_event& event);
+    void learnFacts();
+    void completeOpening();
+    void countLength();
+    void tellOpened();
+    void tellFailed(const std::string& reason);
+    void tellEnded();
+    void sendSeek(double seconds);
+    void setFlag(const char* name, bool on);
+    void setNumber(const char* name, double value);
+    void command(std::uint64_t tag, std::initializer_list<const char*> words);
+
+    struct DestroyHandle {
+        void operator()(mpv_handle* handle) const;
+    };
+
+    QObject receiver_;  ///< calls from the library's threads come through it
+    std::atomic<bool> woken_{false};
+    std::unique_ptr<mpv_handle, DestroyHandle> handle_;
+    std::unique_ptr<MovieFrames> frames_;
+    Listener listener_;
+    std::jthread counter_;
+
+    std::uint32_t number_ = 0;  ///< of the open; replies to an earlier one are dropped
+    std::uint32_t turn_ = 0;    ///< of the last change of place or state; an end belongs to one
+    std::string path_;
+    std::int64_t entry_ = -1;    ///< the library's own number of the file; -1 not known yet
+    std::int64_t started_ = -1;  ///< the one that it has come to
+    bool opening_ = false;
+    bool playing_ = false;
+    bool ended_ = false;
+    Seek seek_ = Seek::None;
+    std::optional<double> waiting_;  ///< the seek to be sent next
+    std::optional<double> target_;   ///< where the last seek went, until the library plays on from there
+    double time_ = 0;
+    double duration_ = 0;
+    QSize picture_;
+    bool sounds_ = false;
+    std::string format_;
+};
+
+}  // namespace corvane
