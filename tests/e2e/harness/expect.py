@@ -1,0 +1,39 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Conditions with a deadline."""
+
+import time
+
+
+class StoryFailure(AssertionError):
+    """What was expected did not happen."""
+
+
+def wait(what, condition, seconds=5.0, pause=0.03):
+    """Polls until condition() is true and returns its value; after the deadline the story fails, naming `what`."""
+    deadline = time.monotonic() + seconds
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() >= deadline:
+            raise StoryFailure(f"not within {seconds:g} s: {what}")
+        time.sleep(pause)
+
+
+def steady(what, condition, seconds, pause=0.05):
+    """The condition stays true for so long."""
+    deadline = time.monotonic() + seconds
+    while time.monotonic() < deadline:
+        if not condition():
+            raise StoryFailure(f"did not last {seconds:g} s: {what}")
+        time.sleep(pause)
+
+
+def check(condition, what):
+    if not condition:
+        raise StoryFailure(what)
+
+
+def equal(actual, expected, what):
+    if actual != expected:
+        raise StoryFailure(f"{what}: {actual!r}, expected {expected!r}")

@@ -1,0 +1,223 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The program under test: its folder, its panel, its controls."""
+
+import os
+import pathlib
+import re
+import shutil
+import subprocess
+
+import numpy as np
+
+from screen import read_skin
+from session import end_process
+
+from . import PROJECT
+from .expect import check, wait
+
+POWER, MINIMISE, REPEAT, SHUFFLE, PLAY, PAUSE, STOP, PREVIOUS, NEXT, EDITOR, VOLUME_DOWN, VOLUME_UP = range(12)
+BUTTON_RECORDS = (2, 4, 5, 7, 8, 10, 12, 13, 15, 17, 19, 20)  # the record that places each button
+DISPLAY_RECORD, KNOB_RECORD, SLIDER_RECORD = 21, 24, 40
+TOTAL_RECORD, NUMBER_RECORD, TIME_RECORD, KIND_RECORD, TITLE_RECORD = 29, 30, 31, 32, 33
+REPEAT_LAMP, AUTO_LAMP, QUICK_LAMP = (38, 39), (34, 35), (36, 37)  # records of the pictures: off, on
+START_SECONDS, END_SECONDS = 15, 8
+
+
+class Player:
+    def __init__(self, stage, program, folder):
+        self.stage = stage
+        self.desk = stage.desk
+        self.program = program
+        self.folder = folder
+        self.process = None
+        self.window = None  # the panel's
+        self._outputs = []
+        folder.mkdir(parents=True)
+        shutil.copytree(PROJECT / "PANELSET", folder / "PANELSET")
+        self.skin = read_skin(folder / "PANELSET" / "DEFAULT.CSV")
+
+    # What lies in its folder.
+
+    def settings(self, **values):
+        """Writes the settings file."""
+        lines = ["[KADO]", *(f"{key}={value}" for key, value in values.items())]
+        (self.folder / "KADO.INI").write_text("\r\n".join(lines) + "\r\n", encoding="utf-8")
+
+    def setting(self, key):
+        """A stored setting; None when it is missing."""
+        return read_profile(self.folder / "KADO.INI").get(key.upper())
+
+    def save_list(self, paths, number=0, name=""):
+        """Writes a stored play list; number is page times ten and list."""
+        lines = ["[FILELIST]", f"LISTNAME={name}"]
+        lines += [f"LIST{index:03}={path.name}|{path}" for index, path in enumerate(paths)]
+        (self.folder / f"FILE{number:02}.INI").write_text("\r\n".join(lines) + "\r\n", encoding="utf-8")
+
+    # Its life.
+
+    def start(self, *arguments, panel=True, **environment):
+        """Starts it with its sound on; waits for the panel to stand where it opens, unless told otherwise."""
+        log = open(self.stage.folder / f"program{len(self._outputs)}.log", "wb")
+        self._outputs.append(log)
+        self.process = self.stage.session.popen(
+            [str(self.program), *map(str, arguments)], stdin=subprocess.DEVNULL, stdout=log, stderr=log,
+            env={"CORVANE_FOLDER": str(self.folder), "CORVANE_SCALE": "1", **environment})
+        if panel:
+            self.wait_for_panel()
+
+    def wait_for_panel(self):
+        def stands():
+            check(self.running(), f"the program ended with code {self.process.poll()}: {self.log()[-300:]}")
+            return self.find_panel()
+
+        self.window = wait("the panel at its place", stands, START_SECONDS)
+        return self.window
+
+    def find_panel(self):
+        width, height = self.skin[0][4:6]
+        place = (self.desk.screen.width - width) * 9 // 10, (self.desk.screen.height - height) * 9 // 10
+        for window in self.windows():
+            if window.size == (width, height) and abs(window.x - place[0]) <= 1 and abs(window.y - place[1]) <= 1:
+                return window
+        return None
+
+    def windows(self, name=None):
+        return self.desk.windows(pid=self.process.pid, name=name)
+
+    def wait_for_window(self, name, seconds=6.0):
+        """The first visible window whose title matches."""
+        return wait(f"a window {name}", lambda: self.windows(name), seconds)[0]
+
+    def wait_for_no_window(self, name, seconds=6.0):
+        wait(f"no window {name}", lambda: not self.windows(name), seconds)
+
+    def running(self):
+        return self.process is not None and self.process.poll() is None
+
+    def wait_for_end(self, seconds=END_SECONDS):
+        """Until the process has ended; returns its exit code."""
+        wait("the program ends", lambda: not self.running(), seconds)
+        return self.process.returncode
+
+    def power_off(self):
+        """By the power button; returns the exit code."""
+        self.press(POWER)
+        return self.wait_for_end()
+
+    def stop(self):
+        if self.process is not None:
+            end_process(self.process)
+        for log in self._outputs:
+            log.close()
+
+    def log(self):
+        return "".join(pathlib.Path(log.name).read_text(errors="replace") for log in self._outputs)
+
+    # Its panel.
+
+    def place(self, record):
+        """Rectangle of a record's element on the screen: x, y, width, height."""
+        left, top, _, _, width, height, _ = self.skin[record]
+        return self.window.x + left, self.window.y + top, width, height
+
+    def middle(self, record):
+        x, y, width, height = self.place(record)
+        return x + width // 2, y + height // 2
+
+    def button(self, index):
+        """Middle of a button of the panel."""
+        return self.middle(BUTTON_RECORDS[index])
+
+    def press(self, index):
+        self.desk.click(*self.button(index))
+
+    def hold(self, index, milliseconds, button=1):
+        self.desk.hold(*self.button(index), milliseconds, button)
+
+    def slider(self, fraction):
+        """A point of the slider."""
+        x, y, width, height = self.place(SLIDER_RECORD)
+        return x + round(width * fraction), y + height // 2
+
+    def slider_fraction(self):
+        """How much of the slider is filled, by its colour."""
+        x, y, width, height = self.place(SLIDER_RECORD)
+        row = self.desk.area(x, y + height // 2, width, 1)[0]
+        return float(np.mean(np.abs(row - self.slider_colour()).max(axis=1) <= 40))
+
+    def slider_colour(self):
+        value = self.skin[SLIDER_RECORD][6]
+        number = int(value[2:], 16) if value.upper().startswith("&H") else int(value)
+        return np.array([number & 255, number >> 8 & 255, number >> 16 & 255])
+
+    def key(self, *keys):
+        """Types keys into the panel."""
+        self.desk.focus(self.window)
+        self.desk.key(*keys)
+
+    def look(self, record):
+        """Pixels of an element's place, now."""
+        return self.desk.area(*self.place(record))
+
+    def cell(self, record):
+        """Pixels of a record's picture in the skin's bitmap."""
+        _, _, x, y, width, height, _ = self.skin[record]
+        return self.bitmap()[y : y + height, x : x + width]
+
+    def bitmap(self):
+        from PIL import Image
+
+        return np.asarray(Image.open(self.folder / "PANELSET" / "DEFAULT.BMP").convert("RGB")).astype(int)
+
+    def lamp_lit(self, lamp):
+        off, on = lamp
+        shown = self.look(off)
+        return bool(np.abs(shown - self.cell(on)).sum() < np.abs(shown - self.cell(off)).sum())
+
+    # What assistive programs are told.
+
+    def texts(self):
+        """Names and texts of everything shown: [(role, name, text)]; empty when the tree cannot be read."""
+        nodes = self.stage.accessibility.nodes(self.process.pid)
+        return [(n["role"], n["name"], n.get("text", "")) for n in nodes if n.shown]
+
+    def wait_for_text(self, text, seconds=5.0):
+        """Until some shown control's name or text holds the text."""
+        return self.stage.accessibility.wait_for(self.process.pid, seconds, holding=text)
+
+    def press_control(self, name, role="push button"):
+        """Clicks the middle of a native control by its caption."""
+        self.desk.click(*self.stage.accessibility.wait_for(self.process.pid, name=name, role=role).middle)
+
+
+def read_profile(path):
+    """The keys of an INI file, whatever their section, in capitals; the first one of a name counts."""
+    values = {}
+    if path.exists():
+        for line in path.read_text(encoding="utf-8", errors="surrogateescape").splitlines():
+            key, separator, value = line.partition("=")
+            if separator and not line.startswith(";"):
+                values.setdefault(key.strip().upper(), value.strip())
+    return values
+
+
+def sink_volume(session):
+    """Left and right volume of the sink, 0 to 65536."""
+    answer = session.run(["pactl", "get-sink-volume", "nul"])
+    return tuple(int(word) for word in re.findall(r":\s+(\d+) /", answer))
+
+
+def set_sink_volume(session, *volumes):
+    session.run(["pactl", "set-sink-volume", "nul", *map(str, volumes)])
+
+
+def process_count(program):
+    """How many processes run this program."""
+    count = 0
+    for entry in pathlib.Path("/proc").iterdir():
+        if entry.name.isdigit():
+            try:
+                count += os.path.samefile(entry / "exe", program)
+            except OSError:
+                continue
+    return count

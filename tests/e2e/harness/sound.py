@@ -1,0 +1,144 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Records what the null sink plays and recognises tones in it."""
+
+import dataclasses
+import os
+import subprocess
+import wave
+
+import numpy as np
+
+from .expect import StoryFailure, wait
+
+RATE = 44100
+FRAME_BYTES = 4  # two channels of 16 bits
+WINDOW, HOP = 4096, 512  # 93 ms, 12 ms
+QUIET = 0.004  # root mean square of a full scale of 1
+SAME_PITCH = 0.02  # a part of the frequency; a semitone is 0.059
+LOWEST_HZ, HIGHEST_HZ = 150, 5000
+
+
+@dataclasses.dataclass
+class Tone:
+    """One steady frequency: hertz, and seconds since the recording began."""
+
+    hz: float
+    start: float
+    end: float
+
+    @property
+    def length(self):
+        return self.end - self.start
+
+    def __str__(self):
+        return f"{self.hz:.0f} Hz {self.start:.2f}-{self.end:.2f}"
+
+
+def same_pitch(hz, other):
+    return hz > 0 and abs(hz / other - 1) < SAME_PITCH
+
+
+def pitch(samples):
+    """Frequency in hertz of the strongest tone, 0 when it is quiet."""
+    if len(samples) < 256 or np.sqrt(np.mean(samples**2)) < QUIET:
+        return 0.0
+    spectrum = np.abs(np.fft.rfft(samples * np.hanning(len(samples))))
+    low, high = (int(hz * len(samples) / RATE) for hz in (LOWEST_HZ, HIGHEST_HZ))
+    peak = low + int(np.argmax(spectrum[low:high]))
+    left, middle, right = np.log(spectrum[peak - 1 : peak + 2] + 1e-12)
+    bend = left - 2 * middle + right
+    return (peak + (0.5 * (left - right) / bend if bend else 0.0)) * RATE / len(samples)
+
+
+def tones_in(samples, shortest=0.06):
+    """The tones of a recording, in order. Gaps and changes shorter than `shortest` seconds do not count."""
+    found = []
+    for begin in range(0, max(0, len(samples) - WINDOW), HOP):
+        hz = pitch(samples[begin : begin + WINDOW])
+        at = (begin + WINDOW / 2) / RATE
+        if hz and found and same_pitch(hz, found[-1].hz) and at - found[-1].end < 3 * HOP / RATE:
+            found[-1].end = at
+        elif hz:
+            found.append(Tone(hz, at, at))
+    return [tone for tone in found if tone.length >= shortest]
+
+
+class Recorder:
+    """A running recording of the sink's monitor. Times are seconds since it began."""
+
+    def __init__(self, session, path):
+        self.path = path
+        self._file = open(path, "wb")
+        command = ["parec", "-d", "nul.monitor", "--format=s16le", f"--rate={RATE}", "--channels=2", "--latency-msec=20"]
+        self._process = session.popen(command, stdout=self._file, stderr=subprocess.DEVNULL)
+        wait("the recording begins", lambda: self.now() > 0, 10)
+
+    def stop(self):
+        self._process.terminate()
+        self._process.wait()
+        self._file.close()
+
+    def now(self):
+        return os.path.getsize(self.path) // FRAME_BYTES / RATE
+
+    def samples(self, start=0.0, end=None):
+        """Mono samples of a part, full scale 1."""
+        first = int(max(0.0, start) * RATE)
+        count = -1 if end is None else max(0, int(end * RATE) - first) * 2
+        data = np.fromfile(self.path, "<i2", count, offset=first * FRAME_BYTES)
+        return data[: len(data) // 2 * 2].reshape(-1, 2).mean(axis=1) / 32768.0
+
+    def channels(self, start, end=None):
+        """Root mean square of the left and the right channel in a part."""
+        data = np.fromfile(self.path, "<i2", -1 if end is None else int((end - start) * RATE) * 2,
+                           offset=int(start * RATE) * FRAME_BYTES).astype(float) / 32768.0
+        pairs = data[: len(data) // 2 * 2].reshape(-1, 2)
+        return tuple(np.sqrt(np.mean(pairs**2, axis=0))) if len(pairs) else (0.0, 0.0)
+
+    def pitch_now(self):
+        return pitch(self.samples(self.now() - 0.1))
+
+    def wait_for(self, hz, seconds=6.0):
+        """Until that tone sounds; returns about when it was heard."""
+        wait(f"a tone of {hz:.0f} Hz (last {self.pitch_now():.0f} Hz)", lambda: same_pitch(self.pitch_now(), hz), seconds)
+        return self.now()
+
+    def wait_for_silence(self, seconds=4.0, lasting=0.3):
+        wait("silence", lambda: np.max(np.abs(self.samples(self.now() - lasting)), initial=0.0) < QUIET, seconds)
+        return self.now() - lasting
+
+    def tones(self, start=0.0, end=None):
+        shift = max(0.0, start)
+        return [Tone(t.hz, t.start + shift, t.end + shift) for t in tones_in(self.samples(start, end))]
+
+    def expect_order(self, expected, start=0.0, end=None):
+        """These frequencies were heard in this order, others between them aside; returns the tones that matched."""
+        heard = self.tones(start, end)
+        rest, matched = iter(heard), []
+        for hz in expected:
+            for tone in rest:
+                if same_pitch(tone.hz, hz):
+                    matched.append(tone)
+                    break
+            else:
+                told = ", ".join(str(t) for t in heard[-24:]) or "nothing"
+                raise StoryFailure(f"{hz:.0f} Hz (number {len(matched) + 1} of {len(expected)}) was not heard; heard {told}")
+        return matched
+
+    def save(self, path):
+        with wave.open(str(path), "wb") as out, open(self.path, "rb") as raw:
+            out.setnchannels(2)
+            out.setsampwidth(2)
+            out.setframerate(RATE)
+            out.writeframes(raw.read())
+
+
+def read_notes(path):
+    """The notes of the samples: {file: [(hertz, start, length)]}, seconds."""
+    sounds = {}
+    for line in path.read_text(encoding="utf-8").splitlines():
+        head, _, body = line.partition(": ")
+        if body and not line.startswith("#") and " " not in head:
+            notes = (note.replace("@", "-").split("-") for note in body.split())
+            sounds[head] = [tuple(map(float, note)) for note in notes]
+    return sounds

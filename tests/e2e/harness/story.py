@@ -1,0 +1,103 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Stories and the stage they are played on."""
+
+import dataclasses
+import pathlib
+import shutil
+import traceback
+from typing import Callable
+
+from session import Session
+
+from .accessibility import Accessibility
+from .desk import Desk
+from .player import Player, set_sink_volume
+from .sound import Recorder
+
+STORIES = []
+FULL_VOLUME = 65536
+
+
+@dataclasses.dataclass
+class Story:
+    name: str
+    play: Callable
+
+
+def story(name):
+    """Registers a function that takes a Stage as a story of that name, "group: what it shows"."""
+
+    def register(play):
+        STORIES.append(Story(name, play))
+        return play
+
+    return register
+
+
+class Stage:
+    """What one story has: a desktop with mouse and keys, a recording of the sound, the program in a folder of its own."""
+
+    def __init__(self, session, accessibility, program, number):
+        self.session = session
+        self.accessibility = accessibility
+        self.folder = session.folder / f"story{number}"  # no dot and no blank: what lies here can be played
+        self.folder.mkdir()
+        self.media = self.folder / "media"
+        self.media.mkdir()
+        set_sink_volume(session, FULL_VOLUME)
+        self.desk = Desk(session)
+        self.desk.rest()
+        self.sound = Recorder(session, self.folder / "heard.raw")
+        self.player = Player(self, program, self.folder / "player")
+
+    def close(self):
+        self.player.stop()
+        self.sound.stop()
+
+    def keep_proof(self, folder):
+        """Leaves the screen, the sound and what the program said."""
+        shutil.rmtree(folder, ignore_errors=True)
+        folder.mkdir(parents=True)
+        self.desk.save(folder / "screen.png")
+        self.sound.save(folder / "sound.wav")
+        (folder / "program.log").write_text(self.player.log())
+        for name in ("KADO.INI", "FILE00.INI"):
+            if (self.player.folder / name).exists():
+                shutil.copy(self.player.folder / name, folder)
+
+
+class Theatre:
+    """Plays stories one after the other on one private desktop."""
+
+    def __init__(self, program, proofs, screen="1280x960"):
+        self.program = pathlib.Path(program).resolve()
+        self.proofs = proofs
+        self.session = Session(screen, accessibility=True)
+        self.accessibility = None
+        self.count = 0
+
+    def __enter__(self):
+        self.session.__enter__()
+        self.accessibility = Accessibility(self.session)
+        return self
+
+    def __exit__(self, *_):
+        self.accessibility.stop()
+        self.session.stop()
+
+    def play(self, told):
+        """Plays one story; returns an empty text, or why it failed."""
+        self.count += 1
+        stage = Stage(self.session, self.accessibility, self.program, self.count)
+        proof = self.proofs / told.name.replace(": ", "-").replace(" ", "_")
+        try:
+            told.play(stage)
+            shutil.rmtree(proof, ignore_errors=True)
+            return ""
+        except Exception as error:  # noqa: BLE001: any error is the story's failure
+            stage.keep_proof(proof)
+            (proof / "error.txt").write_text(traceback.format_exc())
+            return f"{type(error).__name__}: {error}" if not isinstance(error, AssertionError) else str(error)
+        finally:
+            stage.close()
+            shutil.rmtree(stage.folder, ignore_errors=True)

@@ -1,0 +1,113 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Plays the end-to-end stories against a built program: run.py [--workers N] PROGRAM [PATTERN].
+
+Prints one line a story, "PASS name (seconds)" or "FAIL name: why", and ends with 1 when one failed. A failed story
+leaves its screen, its sound and the program's messages in build/e2e/.
+"""
+
+import argparse
+import importlib
+import multiprocessing
+import pathlib
+import queue
+import signal
+import sys
+import time
+
+HERE = pathlib.Path(__file__).resolve().parent
+sys.path.insert(0, str(HERE))
+
+from harness import PROJECT  # noqa: E402
+from harness.story import STORIES, Theatre  # noqa: E402
+from session import SessionError  # noqa: E402
+
+PROOFS = PROJECT / "build" / "e2e"
+
+
+def load_stories():
+    for file in sorted((HERE / "stories").glob("*.py")):
+        importlib.import_module(f"stories.{file.stem}")
+
+
+def work(program, names, results):
+    """One worker: a private desktop of its own, on which it plays what is left."""
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
+    known = {told.name: told for told in STORIES}
+    try:
+        with Theatre(program, PROOFS) as theatre:
+            while True:
+                try:
+                    name = names.get_nowait()
+                except queue.Empty:
+                    break
+                began = time.monotonic()
+                why = theatre.play(known[name])
+                results.put((name, time.monotonic() - began, why))
+    except SessionError as error:
+        results.put(("private desktop", 0.0, str(error)))
+    finally:
+        results.put(None)
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--workers", type=int, default=2)
+    parser.add_argument("--list", action="store_true", help="only names the stories")
+    parser.add_argument("program", nargs="?", default=PROJECT / "build" / "release" / "corvane", type=pathlib.Path)
+    parser.add_argument("pattern", nargs="?", default="")
+    options = parser.parse_args()
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
+    load_stories()
+    chosen = [told.name for told in STORIES if options.pattern in told.name]
+    if options.list:
+        print("\n".join(chosen))
+        return 0
+    if not chosen:
+        print(f"FAIL no story's name holds {options.pattern!r}")
+        return 1
+
+    names, results = multiprocessing.Queue(), multiprocessing.Queue()
+    for name in chosen:
+        names.put(name)
+    workers = [multiprocessing.Process(target=work, args=(options.program, names, results))
+               for _ in range(min(options.workers, len(chosen)))]
+    left, failed, told = len(workers), 0, 0
+    try:
+        for worker in workers:
+            worker.start()
+        while left:
+            result = next_result(results, workers)
+            if result is None:
+                left -= 1
+                continue
+            name, seconds, why = result
+            told += 1
+            failed += bool(why)
+            print(f"FAIL {name}: {why}" if why else f"PASS {name} ({seconds:.1f} s)", flush=True)
+    finally:
+        for worker in workers:
+            if worker.is_alive():
+                worker.terminate()
+            worker.join(10)
+    if told < len(chosen):
+        print(f"FAIL stories that were not told: {len(chosen) - told}")
+        failed += 1
+    return 1 if failed else 0
+
+
+def next_result(results, workers):
+    """What a worker says next; None also for one that died without a word."""
+    while True:
+        try:
+            return results.get(timeout=1)
+        except queue.Empty:
+            if not any(worker.is_alive() for worker in workers):
+                return None
+
+
+if __name__ == "__main__":
+    try:
+        sys.exit(main())
+    except KeyboardInterrupt:
+        sys.exit(130)

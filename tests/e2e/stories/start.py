@@ -1,0 +1,173 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Starting and ending the program."""
+
+import numpy as np
+
+from harness import PROJECT
+from harness.expect import check, equal, steady, wait
+from harness.media import steps, tone
+from harness.player import (AUTO_LAMP, BUTTON_RECORDS, KNOB_RECORD, PLAY, QUICK_LAMP, REPEAT_LAMP, SLIDER_RECORD, VOLUME_DOWN,
+                            process_count, set_sink_volume, sink_volume)
+from harness.sound import read_notes
+from harness.story import story
+
+TEXT_RECORDS = range(28, 34)
+SOUND_SAMPLES = ("chime.mid", "echo.rmi", "scale.wav", "waltz.mp3", "bells.mp2", "horn.au", "steps.aiff")
+
+
+def composed_panel(player):
+    """The panel as the skin's cells give it, and a mask of what the player itself writes onto it."""
+    bitmap, skin = player.bitmap(), player.skin
+    _, _, x, y, width, height, _ = skin[1]
+    picture = bitmap[y : y + height, x : x + width].copy()
+    drawn_by_player = np.zeros(picture.shape[:2], bool)
+
+    def put(record):
+        left, top, x, y, width, height, use = skin[record]
+        if use != "0":
+            picture[top : top + height, left : left + width] = bitmap[y : y + height, x : x + width]
+
+    def mask(record):
+        left, top, _, _, width, height, _ = skin[record]
+        drawn_by_player[top : top + height, left : left + width] = True
+
+    for record in (22, 23, 25, *(lamp[0] for lamp in (AUTO_LAMP, QUICK_LAMP, REPEAT_LAMP)), 21, 24, *BUTTON_RECORDS):
+        put(record)
+    for record in (*TEXT_RECORDS, SLIDER_RECORD, KNOB_RECORD):
+        mask(record)
+    return picture, drawn_by_player
+
+
+@story("start: the panel stands pixel by pixel as the skin says")
+def pixel_exact(stage):
+    player = stage.player
+    player.start()
+    stage.desk.rest()
+    expected, drawn_by_player = composed_panel(player)
+
+    def differing():
+        shown = stage.desk.area(player.window.x, player.window.y, *player.window.size)
+        return int(((np.abs(shown - expected).max(axis=2) > 0) & ~drawn_by_player).sum())
+
+    wait(f"the panel equals its skin ({differing()} pixels differ)", lambda: differing() == 0, 3)
+
+
+@story("start: without auto play nothing sounds until play is pressed")
+def waits_for_play(stage):
+    song = tone(stage.media / "song.wav", 660, 3)
+    stage.player.start(song)
+    steady("silence", lambda: stage.sound.pitch_now() == 0, 1)
+    check(not stage.player.lamp_lit(AUTO_LAMP), "the auto lamp is lit")
+    stage.player.press(PLAY)
+    stage.sound.wait_for(660)
+
+
+@story("start: auto play plays a stored list of every sound sample in order")
+def samples_in_order(stage):
+    notes = read_notes(PROJECT / "samples" / "NOTES.txt")
+    paths = []
+    for name in SOUND_SAMPLES:
+        paths.append(stage.media / name)
+        paths[-1].symlink_to(PROJECT / "samples" / name)
+    stage.player.settings(AUTOPLAY="ON")
+    stage.player.save_list(paths)
+    stage.player.start()
+    check(stage.player.lamp_lit(AUTO_LAMP), "the auto lamp is dark")
+    check(not stage.player.lamp_lit(QUICK_LAMP), "the quick lamp is lit")
+    expected = [hz for name in SOUND_SAMPLES for hz, _, _ in notes[name]]
+    wait("the last file begins", lambda: stage.sound.now() > 22 and stage.sound.pitch_now() > 0, 40)
+    stage.sound.wait_for_silence(20, lasting=1.5)
+    stage.sound.expect_order(expected)
+
+
+@story("start: the gap between two files is short")
+def short_gap(stage):
+    files = [steps(stage.media / f"part{number}.wav", [hz], 1.5) for number, hz in enumerate((440, 660, 550), 1)]
+    stage.player.settings(AUTOPLAY="ON")
+    stage.player.start(*files)
+    stage.sound.wait_for(550, 12)
+    stage.sound.wait_for_silence(6)
+    loud = np.abs(stage.sound.samples()) > 0.02
+    sounding = np.flatnonzero(loud)
+    quiet = np.diff(sounding)[np.diff(sounding) > 0.005 * 44100] / 44100 * 1000
+    equal(len(quiet), 2, f"gaps in milliseconds {quiet}")
+    check(quiet.max() < 120, f"a gap of {quiet.max():.0f} ms")
+
+
+@story("start: a second start on the same folder ends silently")
+def second_start(stage):
+    stage.player.start()
+    before = len(stage.desk.windows(name="."))
+    second = stage.session.popen([str(stage.player.program)], env={"CORVANE_FOLDER": str(stage.player.folder)})
+    equal(second.wait(10), 0, "exit code of the second start")
+    equal(len(stage.desk.windows(name=".")), before, "windows after the second start")
+    check(stage.player.running(), "the first one has ended")
+
+
+@story("start: two folders run side by side")
+def two_folders(stage):
+    stage.player.start()
+    other = stage.folder / "other"
+    other.mkdir()
+    (other / "PANELSET").symlink_to(stage.player.folder / "PANELSET")
+    count = process_count(stage.player.program)
+    second = stage.session.popen([str(stage.player.program)], env={"CORVANE_FOLDER": str(other)})
+    try:
+        wait("the second player's panel", lambda: stage.desk.windows(pid=second.pid), 10)
+        check(process_count(stage.player.program) > count, "only one process")
+    finally:
+        second.terminate()
+        second.wait(5)
+
+
+def missing_skin_file(stage, name):
+    path = stage.player.folder / "PANELSET" / name
+    path.unlink()
+    stage.player.start(panel=False)
+    stage.player.wait_for_window("^Corvane$")
+    stage.player.wait_for_text(f"{path} Not found!!")
+    check(stage.player.find_panel() is None, "a panel is shown")
+    stage.desk.key("Return")
+    stage.player.wait_for_end()
+    check(not (stage.player.folder / "KADO.INI").exists(), "a settings file was written")
+
+
+@story("start: a missing skin bitmap gives its box and ends")
+def missing_bitmap(stage):
+    missing_skin_file(stage, "DEFAULT.BMP")
+
+
+@story("start: a missing skin text gives its box and ends")
+def missing_records(stage):
+    missing_skin_file(stage, "DEFAULT.CSV")
+
+
+@story("start: a skin that cannot be applied gives its box and ends")
+def broken_skin(stage):
+    records = stage.player.folder / "PANELSET" / "DEFAULT.CSV"
+    records.write_bytes(records.read_bytes() + b"Power,2,0,0,30000,30000,50,50,1\r\n")
+    stage.player.start(panel=False)
+    stage.player.wait_for_text("パネルを表示できません。", 10)
+    stage.desk.key("Return")
+    stage.player.wait_for_end()
+
+
+@story("start: power off ends the process and puts the volume back")
+def power_off(stage):
+    set_sink_volume(stage.session, 40000, 30000)
+    stage.player.start()
+    for _ in range(3):
+        stage.player.press(VOLUME_DOWN)
+    wait("another volume", lambda: sink_volume(stage.session) != (40000, 30000))
+    equal(stage.player.power_off(), 0, "exit code")
+    wait(f"the volume found at start ({sink_volume(stage.session)})", lambda: sink_volume(stage.session) == (40000, 30000), 3)
+    check(not (stage.player.folder / "KADO.INI").exists(), "a settings file was written")
+
+
+@story("start: damaged settings, list and skin heading do not stop it")
+def damaged_files(stage):
+    folder = stage.player.folder
+    (folder / "KADO.INI").write_bytes(bytes(range(256)) * 40 + b"\r\n[KADO]\r\nDELAYTIME=99999999999\r\nPAGENUM=-7\r\n")
+    (folder / "FILE00.INI").write_bytes(b"[FILELIST\nLIST000" + b"=" * 5000)
+    stage.player.start()
+    equal(stage.player.power_off(), 0, "exit code")

@@ -1,0 +1,187 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Playing, pausing, stepping through a list, by the panel's buttons; what happens is heard."""
+
+from harness.expect import check, equal, steady, wait
+from harness.media import steps, tone
+from harness.player import NEXT, PAUSE, PLAY, PREVIOUS, REPEAT, REPEAT_LAMP, SHUFFLE, STOP
+from harness.sound import same_pitch
+from harness.story import story
+
+TONES = (440, 554, 698)  # of the first, second and third file
+STAIRS = (392, 523, 659, 784, 1047, 1319)  # one second each: what sounds tells the position
+
+
+def three_files(stage, seconds=8):
+    return [tone(stage.media / f"song{number}.wav", hz, seconds) for number, hz in enumerate(TONES, 1)]
+
+
+def start_playing(stage, *files):
+    stage.player.start(*files)
+    stage.player.press(PLAY)
+
+
+@story("transport: pause silences and play goes on where it stood")
+def pause_and_resume(stage):
+    start_playing(stage, steps(stage.media / "stairs.wav", STAIRS))
+    stage.sound.wait_for(STAIRS[1])
+    stage.player.press(PAUSE)
+    stage.sound.wait_for_silence()
+    steady("silence while paused", lambda: stage.sound.pitch_now() == 0, 0.8)
+    went_on = stage.sound.now()
+    stage.player.press(PLAY)
+    stage.sound.wait_for(STAIRS[2])
+    first = stage.sound.tones(went_on)[0]
+    check(same_pitch(first.hz, STAIRS[1]), f"went on with {first}, expected {STAIRS[1]} Hz")
+
+
+@story("transport: stop silences and play begins again at the start")
+def stop(stage):
+    start_playing(stage, steps(stage.media / "stairs.wav", STAIRS))
+    stage.sound.wait_for(STAIRS[2])
+    stage.player.press(STOP)
+    stage.sound.wait_for_silence()
+    began = stage.sound.now()
+    stage.player.press(PLAY)
+    stage.sound.wait_for(STAIRS[0])
+    check(same_pitch(stage.sound.tones(began)[0].hz, STAIRS[0]), "did not begin at the start")
+
+
+@story("transport: next plays on through the list and ends rewound")
+def next_to_the_end(stage):
+    start_playing(stage, *three_files(stage))
+    for hz in TONES[1:]:
+        stage.sound.wait_for(TONES[0] if hz == TONES[1] else TONES[1])
+        stage.player.press(NEXT)
+        stage.sound.wait_for(hz)
+    stage.player.press(NEXT)
+    stage.sound.wait_for_silence()
+    steady("silence at the list's end", lambda: stage.sound.pitch_now() == 0, 0.6)
+    stage.player.press(PLAY)
+    stage.sound.wait_for(TONES[0])
+
+
+@story("transport: with repeat on the list goes on from its first file")
+def repeat(stage):
+    start_playing(stage, *three_files(stage, 1.2))
+    stage.player.press(REPEAT)
+    wait("the repeat lamp", lambda: stage.player.lamp_lit(REPEAT_LAMP))
+    began = stage.sound.wait_for(TONES[0])
+    wait("the first file again", lambda: len(stage.sound.tones(began - 0.3)) >= 4, 10)
+    stage.sound.expect_order([*TONES, TONES[0]], began - 0.3)
+    stage.player.press(REPEAT)
+    wait("the repeat lamp goes out", lambda: not stage.player.lamp_lit(REPEAT_LAMP))
+    stage.sound.wait_for_silence(8, lasting=0.8)
+
+
+@story("transport: one press of previous begins the file again")
+def previous_once(stage):
+    start_playing(stage, steps(stage.media / "stairs.wav", STAIRS), *three_files(stage)[1:])
+    stage.sound.wait_for(STAIRS[2])
+    pressed = stage.sound.now()
+    stage.player.press(PREVIOUS)
+    stage.sound.wait_for(STAIRS[0], 3)
+    before = [t for t in stage.sound.tones(pressed) if not same_pitch(t.hz, STAIRS[0])]
+    check(before, "it did not play on for the time of a double-click")
+
+
+@story("transport: two presses of previous go one file back")
+def previous_twice(stage):
+    start_playing(stage, *three_files(stage))
+    stage.sound.wait_for(TONES[0])
+    stage.player.press(NEXT)
+    stage.sound.wait_for(TONES[1])
+    stage.desk.click(*stage.player.button(PREVIOUS), times=2)
+    stage.sound.wait_for(TONES[0])
+
+
+@story("transport: while stopped next and previous choose without playing")
+def choose_while_stopped(stage):
+    stage.player.start(*three_files(stage))
+    for button in (NEXT, NEXT, PREVIOUS):
+        stage.player.press(button)
+    steady("silence", lambda: stage.sound.pitch_now() == 0, 0.6)
+    stage.player.press(PLAY)
+    stage.sound.wait_for(TONES[1])
+
+
+@story("transport: while paused next and previous step one second")
+def step_while_paused(stage):
+    start_playing(stage, steps(stage.media / "stairs.wav", STAIRS))
+    stage.sound.wait_for(STAIRS[1])
+    stage.player.press(PAUSE)
+    stage.sound.wait_for_silence()
+    for button in (NEXT, NEXT, NEXT, PREVIOUS):
+        stage.player.press(button)
+    went_on = stage.sound.now()
+    stage.player.press(PLAY)
+    stage.sound.wait_for(STAIRS[4])
+    first = stage.sound.tones(went_on)[0]
+    check(same_pitch(first.hz, STAIRS[3]), f"went on with {first}, expected {STAIRS[3]} Hz")
+
+
+@story("transport: shuffle keeps the playing file and plays each other once")
+def shuffle(stage):
+    frequencies = (392, 466, 554, 659, 784)
+    files = [tone(stage.media / f"part{number}.wav", hz, 1.3) for number, hz in enumerate(frequencies)]
+    start_playing(stage, *files)
+    began = stage.sound.wait_for(frequencies[0])
+    stage.player.press(SHUFFLE)
+    stage.sound.wait_for_silence(12, lasting=1.0)
+    heard = stage.sound.tones(began - 0.3)
+    equal(sorted(round(t.hz / 10) for t in heard), sorted(round(hz / 10) for hz in frequencies), "what was heard")
+    check(same_pitch(heard[0].hz, frequencies[0]), "the playing file was not the first")
+
+
+def list_with_a_gap(stage):
+    """Files 1 and 3; file 2 is missing. Playing, and the box of the missing one is up."""
+    first, gone, third = three_files(stage)
+    gone.unlink()
+    stage.player.save_list([first, gone, third])
+    stage.player.start()
+    stage.player.press(PLAY)
+    stage.sound.wait_for(TONES[0])
+    stage.player.press(NEXT)
+    stage.player.wait_for_window("^Corvane$")
+    stage.player.wait_for_text(f"{gone} Can't open!!")
+    return gone
+
+
+@story("transport: a missing file's box, answered Abort, leaves it stopped")
+def missing_abort(stage):
+    list_with_a_gap(stage)
+    stage.player.press_control("Abort")
+    stage.player.wait_for_no_window("^Corvane$")
+    steady("silence", lambda: stage.sound.pitch_now() == 0, 0.8)
+    stage.player.press(NEXT)
+    stage.player.press(PLAY)
+    stage.sound.wait_for(TONES[2])
+
+
+@story("transport: a missing file's box, answered Ignore, goes on to the next")
+def missing_ignore(stage):
+    list_with_a_gap(stage)
+    stage.player.press_control("Ignore")
+    stage.sound.wait_for(TONES[2])
+
+
+@story("transport: a missing file's box, answered Retry, tries it again when it is the first press of previous")
+def missing_retry(stage):
+    gone = list_with_a_gap(stage)
+    tone(gone, TONES[1], 4)
+    stage.player.press_control("Retry")
+    stage.sound.wait_for(TONES[1])
+
+
+@story("transport: a file that cannot be decoded gives one box and leaves it usable")
+def undecodable(stage):
+    good = tone(stage.media / "good.wav", TONES[0], 6)
+    bad = stage.media / "bad.mp3"
+    bad.write_bytes(b"this is no sound at all " * 400)
+    start_playing(stage, bad, good)
+    stage.player.wait_for_window("^Corvane$")
+    stage.player.wait_for_text("bad.mp3")
+    stage.desk.key("Return")
+    stage.player.wait_for_no_window("^Corvane$")
+    stage.player.press(NEXT)
+    stage.player.press(PLAY)
+    stage.sound.wait_for(TONES[0])
