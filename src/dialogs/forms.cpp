@@ -3,12 +3,14 @@
 
 #include <memory>
 
+#include "dialogs/frmCustom.h"
 #include "dialogs/frmMenuWindow.h"
 
 namespace corvane {
 
 void registerDialogForms(Player& player) {
     player.forms.registerForm(FormId::MenuWindow, [&player] { return std::make_unique<frmMenuWindow>(player); });
+    player.forms.registerForm(FormId::Custom, [&player] { return std::make_unique<frmCustom>(player); });
 }
 
 }  // namespace corvane

@@ -17,6 +17,7 @@ struct Player : mdlDefinePublic::PlayerState {
     Ports& ports;
     FormHost forms;
     std::array<std::string, 6> panelCaptions;  ///< the panel's labels, written before it loads
+    std::string editorFolder;                  ///< what the editor showed last, for its next opening; empty: none yet
 };
 
 }  // namespace corvane

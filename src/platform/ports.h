@@ -75,6 +75,7 @@ public:
 struct Drive {
     std::string text;  ///< shown
     std::string path;  ///< its root folder
+    bool isHome = false;  ///< the user's own folder, where looking for files begins
 };
 
 /// Files and folders. Paths and names are bytes as the file system has them.

@@ -1,0 +1,215 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "dialogs/frmCustom.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "engine/mdlPublicFunction.h"
+#include "engine/return_to_panel.h"
+#include "startup/settings.h"
+
+namespace corvane {
+
+using namespace mdlPublicFunction;
+
+namespace {
+
+constexpr const char* kRestartNotice =
+    "サウンド出力の設定が変更されました。\r\n"
+    "設定は次回の起動から有効になります。\r\n"
+    "直ちに[Corvane]を再起動して下さい。";
+
+std::string trimmed(const std::string& text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+int characters(const std::string& text) {
+    return static_cast<int>(std::count_if(
+        text.begin(), text.end(), [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; }));
+}
+
+}  // namespace
+
+frmCustom::frmCustom(Player& player) : player_(player) {
+    Load.tie([this] { Form_Load(); });
+    CloseRequest.tie([this](bool) { cmdCustom_Click(kCancel); });
+    for (CommandButton& button : cmdCustom) {
+        button.Click.tie([this, index = button.index()] { cmdCustom_Click(index); });
+    }
+    tmrCustom.Tick.tie([this] { tmrCustom_Timer(); });
+    tieFields();
+}
+
+void frmCustom::tieFields() {
+    for (TextBox& field : txtCustom) {
+        field.GotFocus.tie([this, index = field.index()] { txtCustom_GotFocus(index); });
+        field.LostFocus.tie([this, index = field.index()] { txtCustom_LostFocus(index); });
+        lblCustom[static_cast<std::size_t>(field.index())].Click.tie([&field] { field.SetFocus(); });
+    }
+    for (Image& image : imgCustom) {
+        image.Click.tie([&field = txtCustom[static_cast<std::size_t>(image.index())]] { field.SetFocus(); });
+    }
+    txtCustom[kDelay].KeyPress = [this](int character) { return txtCustom_KeyPress(character); };
+}
+
+void frmCustom::Form_Load() {
+    Move((player_.ports.windows.screenWidth() - Width) / 2, (player_.ports.windows.screenHeight() - Height) / 2);
+    lblCustom[kVersion].Caption = versionText();
+    optCustom[player_.gImageHide ? kHideTrue : kHideFalse].Value = true;
+    chkCustom[kAutoStart].Value = player_.gAutoPlay;
+    chkCustom[kQuickPlay].Value = player_.gQuickPlay;
+    optCustom[static_cast<std::size_t>(player_.gWindowPos + kNormalMode)].Value = true;
+    showKeys();
+    txtCustom[kDelay].Text = std::to_string(player_.gDelayTime);
+    showSkins();
+    showDevices();
+}
+
+std::string frmCustom::versionText() const {
+    const Process& process = player_.ports.process;
+    return process.productName + "  Ver " + std::to_string(process.versionMajor) + "." +
+           zeroPadded(process.versionMinor, 2) + "  " + process.comments;
+}
+
+void frmCustom::showKeys() {
+    for (std::size_t i = 0; i < kKeys; ++i) txtCustom[i].Text = characterText(player_.*keySettings()[i].code);
+}
+
+void frmCustom::showSkins() {
+    Files& files = player_.ports.files;
+    std::string folder = player_.ports.process.programFolder();
+    if (folder.empty() || folder.back() != files.separator()) folder += files.separator();
+    folder += "PANELSET";
+    cboCustom[kBitmaps].setItems(files.list(folder, "*.BMP"));
+    cboCustom[kTexts].setItems(files.list(folder, "*.CSV"));
+    cboCustom[kBitmaps].Text = player_.gBitmapFileName;
+    cboCustom[kTexts].Text = player_.gTextFileName;
+}
+
+void frmCustom::showDevices() {
+    if (player_.gIsWin9x) {
+        SoundDevices& sound = player_.ports.sound;
+        for (int i = 0; i < sound.auxGetNumDevs(); ++i) {
+            const auto caps = sound.auxGetDevCaps(i);
+            cboCustom[kDevices].addItem(caps ? caps->name : "");
+        }
+    }
+    const int entry = player_.gAuxType + 2;
+    if (entry < cboCustom[kDevices].count()) cboCustom[kDevices].ListIndex = entry;
+}
+
+void frmCustom::txtCustom_GotFocus(int index) {
+    TextBox& field = txtCustom[static_cast<std::size_t>(index)];
+    field.SelStart = 0;
+    field.SelLength = 0;
+    field.SelLength = characters(field.Text);
+    if (index == kDelay) return;
+    blinking_ = index;
+    imgCustom[static_cast<std::size_t>(index)].Visible = true;
+    tmrCustom.restart();
+}
+
+void frmCustom::txtCustom_LostFocus(int index) {
+    if (index != blinking_) return;
+    tmrCustom.Enabled = false;
+    imgCustom[static_cast<std::size_t>(index)].Visible = false;
+    blinking_ = -1;
+}
+
+int frmCustom::txtCustom_KeyPress(int character) const {
+    return (character >= '0' && character <= '9') || character == kKeyBackspace ? character : 0;
+}
+
+void frmCustom::tmrCustom_Timer() {
+    if (blinking_ < 0) return;
+    Image& highlight = imgCustom[static_cast<std::size_t>(blinking_)];
+    highlight.Visible = !highlight.Visible;
+}
+
+void frmCustom::cmdCustom_Click(int index) {
+    if (index == kOk) store();
+    returnToPanel(player_, kId);
+}
+
+void frmCustom::store() {
+    Settings settings;
+    takeSwitches();
+    takeKeys(settings);
+    settings.emplace_back("IMAGEHIDE", switchText(player_.gImageHide));
+    settings.emplace_back("AUTOPLAY", switchText(player_.gAutoPlay));
+    settings.emplace_back("QUICK", switchText(player_.gQuickPlay));
+    settings.emplace_back("DELAYTIME", takeDelay());
+    settings.emplace_back("BITMAPFILE", skinName(kBitmaps, "DEFAULT.BMP"));
+    settings.emplace_back("TEXTFILE", skinName(kTexts, "DEFAULT.CSV"));
+    takeWindowMode();
+    settings.emplace_back("WINDOWPOS", std::to_string(player_.gWindowPos));
+    writeSettings(player_, settings);
+    takeDevice();
+}
+
+void frmCustom::takeSwitches() {
+    player_.gImageHide = optCustom[kHideTrue].Value;
+    player_.gQuickPlay = chkCustom[kQuickPlay].Value;
+    player_.gAutoPlay = chkCustom[kAutoStart].Value;
+    lightLamp(kAutoPlayLamp, player_.gAutoPlay);
+    lightLamp(kQuickPlayLamp, player_.gQuickPlay);
+}
+
+void frmCustom::lightLamp(int lamp, bool on) {
+    auto* panel = player_.forms.find<MainPanelControls>();
+    if (panel == nullptr) return;
+    const auto at = static_cast<std::size_t>(lamp);
+    panel->imgMainPanel[at].Picture = panel->imgMainPanel[at + (on ? 2 : 1)].Picture;
+}
+
+void frmCustom::takeKeys(Settings& settings) {
+    for (std::size_t i = 0; i < kKeys; ++i) {
+        const KeySetting& key = keySettings()[i];
+        const std::int16_t code = characterCode(txtCustom[i].Text.get()).value_or(0);
+        player_.*key.code = code;
+        settings.emplace_back(key.key, characterText(code));
+    }
+}
+
+std::string frmCustom::takeDelay() {
+    constexpr std::int32_t kMost = std::numeric_limits<std::int16_t>::max();
+    const std::string& text = txtCustom[kDelay].Text;
+    const auto number = parseNumber(text);
+    // A timer of 0 ms would never tick, and a number that does not fit 16 bits could not be read back.
+    player_.gDelayTime = static_cast<std::int16_t>(number ? std::clamp(*number, 1, kMost) : 500);
+    const bool kept = number && *number == player_.gDelayTime;
+    return kept ? text : std::to_string(player_.gDelayTime);
+}
+
+std::string frmCustom::skinName(List list, const char* byDefault) const {
+    const std::string name = trimmed(cboCustom[list].Text);
+    return name.empty() ? byDefault : name;
+}
+
+void frmCustom::takeWindowMode() {
+    const std::int16_t before = player_.gWindowPos;
+    if (optCustom[kMainWindow].Value) {
+        putPanel(kTopMost);
+        player_.gWindowPos = 1;
+        return;
+    }
+    if (before == 1) putPanel(kNotTopMost);
+    player_.gWindowPos = optCustom[kSubWindow].Value ? 2 : 0;
+}
+
+void frmCustom::putPanel(int insertAfter) {
+    constexpr std::uint32_t kStayAsItIs = 0x13;  // no size, no move, no activation; shown when the dialog has closed
+    if (auto* panel = player_.forms.find<MainPanelControls>()) {
+        player_.ports.windows.SetWindowPos(*panel, insertAfter, kStayAsItIs);
+    }
+}
+
+void frmCustom::takeDevice() {
+    const int chosen = cboCustom[kDevices].ListIndex;
+    if (chosen < 0 || chosen == player_.gAuxType + 2) return;
+    messageBox(player_, kRestartNotice, Buttons::Ok, Icon::Information);
+    WriteSetting(player_, "AUXTYPE", std::to_string(chosen - 2));
+}
+
+}  // namespace corvane

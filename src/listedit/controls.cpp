@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "listedit/filters.h"
+#include "listedit/frmFileList.h"
+
+namespace corvane {
+
+FileListControls::FileListControls()
+    : Form("frmFileList", FormStyle::Dialog),
+      lblFileList(controlArray<Label, 8>(this, "lblFileList")),
+      drvFileList(this, "drvFileList"),
+      dirFileList(this, "dirFileList"),
+      imgFileList(this, "imgFileList"),
+      fleFileList(this, "fleFileList"),
+      cboFileList(controlArray<ComboBox, 4>(this, "cboFileList")),
+      lstFileList(controlArray<ListBox, 2>(this, "lstFileList")),
+      txtListName(this, "txtListName"),
+      hscrFileList(this, "hscrFileList"),
+      hscrPageList(this, "hscrPageList"),
+      cmdFileList(controlArray<CommandButton, 10>(this, "cmdFileList")) {
+    Caption = "Corvane - Play List";
+    nameControls();
+    fillChoices();
+    orderTabs();
+}
+
+void FileListControls::nameControls() {
+    constexpr std::array<const char*, 8> kHeadings = {"DRIVE",    "PATTERN", "MOVIE ZOOM", "IMAGE ZOOM",
+                                                      "INTERVAL", "DIR",     "FILE LIST",  "PLAY LIST"};
+    constexpr std::array<const char*, 10> kCaptions = {"File 1", "Save", "Add",    "Add All", "Delete",
+                                                       "Clear",  "OK",   "Cancel", "",        "Page 1"};
+    const std::array<Control*, 8> labelled = {&drvFileList,
+                                              &cboFileList[kPattern],
+                                              &cboFileList[kMovieZoom],
+                                              &cboFileList[kImageZoom],
+                                              &cboFileList[kInterval],
+                                              &dirFileList,
+                                              &fleFileList,
+                                              &lstFileList[0]};
+    for (std::size_t i = 0; i < kHeadings.size(); ++i) {
+        lblFileList[i].Caption = kHeadings[i];
+        lblFileList[i].Labels = labelled[i];
+        labelled[i]->AccessibleName = kHeadings[i];
+    }
+    for (std::size_t i = 0; i < kCaptions.size(); ++i) {
+        cmdFileList[i].Caption = kCaptions[i];
+        cmdFileList[i].AccessibleName = kCaptions[i];
+    }
+    cmdFileList[kList].ToolTipText = "Reload the list from its file";
+    cmdFileList[kPage].ToolTipText = cmdFileList[kList].ToolTipText;
+    cmdFileList[kUnused].Visible = false;
+    cmdFileList[kOk].Default = true;
+    cmdFileList[kCancel].Cancel = true;
+    txtListName.AccessibleName = "List name";
+    hscrFileList.AccessibleName = "List number";
+    hscrPageList.AccessibleName = "Page number";
+}
+
+void FileListControls::fillChoices() {
+    const std::vector<std::string> zooms = {"ORIGINAL", "DOUBLE", "1/16 CRT", "1/4 CRT", "1/2 CRT", "STRETCH"};
+    cboFileList[kPattern].setItems(typeFilterEntries());
+    cboFileList[kMovieZoom].setItems(zooms);
+    cboFileList[kImageZoom].setItems(zooms);
+    cboFileList[kInterval].setItems({"0", "3", "5", "10", "20", "40", "60"});
+    cboFileList[kInterval].Editable = true;
+    lstFileList[0].MultiSelect = true;
+    lstFileList[1].Visible = false;
+    for (ScrollBar* bar : {&hscrFileList, &hscrPageList}) {
+        bar->Min = -1;  // a step beyond each end, from where the number wraps
+        bar->Max = 10;
+    }
+}
+
+void FileListControls::orderTabs() {
+    int next = 0;
+    for (Control* each : std::initializer_list<Control*>{&drvFileList,
+                                                         &dirFileList,
+                                                         &cboFileList[kPattern],
+                                                         &fleFileList,
+                                                         &cmdFileList[kAdd],
+                                                         &cmdFileList[kAddAll],
+                                                         &cmdFileList[kDelete],
+                                                         &cmdFileList[kClear],
+                                                         &cmdFileList[kPage],
+                                                         &hscrPageList,
+                                                         &cmdFileList[kList],
+                                                         &hscrFileList,
+                                                         &lstFileList[0],
+                                                         &txtListName,
+                                                         &cmdFileList[kSave],
+                                                         &cboFileList[kMovieZoom],
+                                                         &cboFileList[kImageZoom],
+                                                         &cboFileList[kInterval],
+                                                         &cmdFileList[kOk],
+                                                         &cmdFileList[kCancel]}) {
+        each->TabIndex = next++;
+    }
+}
+
+}  // namespace corvane

@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "listedit/frmFileList.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "engine/mdlPublicFunction.h"
+#include "engine/return_to_panel.h"
+#include "listedit/filters.h"
+#include "startup/settings.h"
+
+namespace corvane {
+
+using namespace mdlPublicFunction;
+
+frmFileList::frmFileList(Player& player)
+    : player_(player), boxes_(player.ports.files, drvFileList, dirFileList, fleFileList), layout_(*this) {
+    tieButtons();
+    tieBoxes();
+    tieWindow();
+    layout_.setUp();
+}
+
+void frmFileList::tieButtons() {
+    for (CommandButton& button : cmdFileList) {
+        button.Click.tie([this, index = button.index()] { cmdFileList_Click(index); });
+    }
+    for (ComboBox& combo : cboFileList) {
+        combo.Click.tie([this, index = combo.index()] { cboFileList_Click(index); });
+    }
+    hscrFileList.Change.tie([this] { hscrFileList_Change(); });
+    hscrPageList.Change.tie([this] { hscrPageList_Change(); });
+}
+
+void frmFileList::tieBoxes() {
+    drvFileList.Click.tie([this] { boxes_.takeDrive(); });
+    drvFileList.Change.tie([this] { drvFileList_Change(); });
+    dirFileList.DblClick.tie([this] { boxes_.enterFolder(); });
+    dirFileList.Change.tie([this] { boxes_.showFolder(); });
+    fleFileList.DblClick.tie([this] { fleFileList_DblClick(); });
+    lstFileList[0].DblClick.tie([this] { lstFileList_DblClick(); });
+    lstFileList[0].OLEDragDrop.tie([this](const DropData& dropped) { lstFileList_OLEDragDrop(dropped); });
+}
+
+void frmFileList::tieWindow() {
+    Load.tie([this] { Form_Load(); });
+    Unload.tie([this] { Form_Unload(); });
+    Resize.tie([this] { layout_.place(); });
+    CloseRequest.tie([this](bool) { cancel(); });
+    MouseDown.tie([this](const MouseArgs& mouse) { dragWindow(mouse); });
+    for (Label& label : lblFileList) {
+        label.MouseDown.tie([this](const MouseArgs& mouse) { dragWindow(mouse); });
+    }
+    imgFileList.MouseDown.tie([this](const MouseArgs& mouse) { splitting_ = mouse.button == kLeftButton; });
+    imgFileList.MouseMove.tie([this](const MouseArgs& mouse) { imgFileList_MouseMove(mouse); });
+    imgFileList.MouseUp.tie([this](const MouseArgs&) { splitting_ = false; });
+}
+
+void frmFileList::Form_Load() {
+    Move((player_.ports.windows.screenWidth() - Width) / 2, (player_.ports.windows.screenHeight() - Height) / 2);
+    boxes_.open(player_.editorFolder, player_.ports.process.programFolder());
+    showSettings();
+    hscrPageList.Value = player_.gPageNumber;
+    hscrFileList.Value = player_.gListNumber;
+}
+
+void frmFileList::Form_Unload() { player_.editorFolder = dirFileList.Path; }
+
+void frmFileList::showSettings() {
+    cboFileList[kPattern].ListIndex = player_.gPattern;
+    cboFileList[kMovieZoom].ListIndex = player_.gMovieZoom;
+    cboFileList[kImageZoom].ListIndex = player_.gImageZoom;
+    cboFileList[kInterval].Text = std::to_string(player_.gInterval);
+    showListNumber();
+    showPageNumber();
+    cmdFileList_Click(kList);
+}
+
+void frmFileList::showListNumber() { cmdFileList[kList].Caption = "File " + std::to_string(player_.gListNumber + 1); }
+
+void frmFileList::showPageNumber() { cmdFileList[kPage].Caption = "Page " + std::to_string(player_.gPageNumber + 1); }
+
+void frmFileList::cmdFileList_Click(int index) {
+    switch (index) {
+        case kList:
+        case kPage:
+            reload();
+            break;
+        case kSave:
+            save();
+            break;
+        case kAdd:
+            addSelected();
+            break;
+        case kAddAll:
+            addAll();
+            break;
+        case kDelete:
+            deleteSelected();
+            break;
+        case kClear:
+            clearList();
+            break;
+        case kOk:
+            ok();
+            break;
+        case kCancel:
+            cancel();
+            break;
+        default:
+            break;
+    }
+}
+
+void frmFileList::cboFileList_Click(int index) {
+    ComboBox& combo = cboFileList[static_cast<std::size_t>(index)];
+    if (index == kPattern) {
+        const int filter = findTypeFilter(combo.Text);
+        if (filter < 0) return;
+        player_.gPattern = static_cast<std::int16_t>(filter);
+        fleFileList.Pattern = std::string(typeFilters()[static_cast<std::size_t>(filter)].patterns);
+        boxes_.showFiles();
+    } else if (index == kMovieZoom) {
+        player_.gMovieZoom = static_cast<std::int16_t>(combo.ListIndex);
+    } else if (index == kImageZoom) {
+        player_.gImageZoom = static_cast<std::int16_t>(combo.ListIndex);
+    } else if (const auto seconds = parseNumber(combo.Text.get())) {
+        constexpr std::int32_t kMost = std::numeric_limits<std::int16_t>::max();
+        player_.gInterval = static_cast<std::int16_t>(std::clamp(*seconds, 0, kMost));
+    }
+}
+
+void frmFileList::hscrFileList_Change() {
+    const int value = hscrFileList.Value;
+    if (value < 0) {
+        hscrFileList.Value = 9;
+    } else if (value > 9) {
+        hscrFileList.Value = 0;
+    } else {
+        player_.gListNumber = static_cast<std::int16_t>(value);
+        showListNumber();
+        reload();
+    }
+}
+
+void frmFileList::hscrPageList_Change() {
+    const int value = hscrPageList.Value;
+    if (value < 0) {
+        hscrPageList.Value = 9;
+    } else if (value > 9) {
+        hscrPageList.Value = 0;
+    } else {
+        player_.gPageNumber = static_cast<std::int16_t>(value);
+        showPageNumber();
+        reload();
+    }
+}
+
+void frmFileList::drvFileList_Change() {
+    if (const auto closed = boxes_.changeDrive()) {
+        messageBox(player_, *closed + " Drive Can't Open !!", Buttons::Ok, Icon::Stop);
+    }
+}
+
+void frmFileList::imgFileList_MouseMove(const MouseArgs& mouse) {
+    if (splitting_) layout_.setSplit(imgFileList.Left + mouse.x);
+}
+
+void frmFileList::dragWindow(const MouseArgs& mouse) {
+    if (mouse.button == kLeftButton) player_.ports.windows.beginDrag(*this);
+}
+
+void frmFileList::ok() {
+    writeChoices();
+    takeListIntoPlayer();
+    returnToPanel(player_, kId);
+}
+
+void frmFileList::cancel() { returnToPanel(player_, kId); }
+
+void frmFileList::writeChoices() {
+    writeSettings(player_, {{"PATTERN", std::to_string(cboFileList[kPattern].ListIndex)},
+                            {"MOVIEZOOM", std::to_string(cboFileList[kMovieZoom].ListIndex)},
+                            {"IMAGEZOOM", std::to_string(cboFileList[kImageZoom].ListIndex)},
+                            {"INTERVAL", cboFileList[kInterval].Text},
+                            {"FILENUM", std::to_string(player_.gListNumber)},
+                            {"PAGENUM", std::to_string(player_.gPageNumber)}});
+}
+
+}  // namespace corvane
