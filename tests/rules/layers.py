@@ -1,0 +1,90 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""No include points upward, and nothing below the desktops touches the machine other than through a port.
+
+Prints "PASS name" and "FAIL name: where" lines; ends with 1 when one failed.
+"""
+
+import pathlib
+import re
+import sys
+
+SOURCE = pathlib.Path(__file__).resolve().parents[2] / "src"
+LEVELS = {"forms": 0, "platform": 0, "engine": 1, "startup": 2, "panel": 2, "players": 2, "listedit": 2, "dialogs": 2,
+          "desktop": 3, "windows": 3, "main": 4}
+FIRST_DESKTOP = 3
+STANDARD_HEADERS = set("""algorithm any array atomic bit bitset cassert cctype cerrno cfloat charconv cinttypes climits cmath
+    compare complex concepts cstddef cstdio cstdint cstring cwchar deque exception functional initializer_list iomanip ios istream
+    iterator limits list locale map memory new numbers numeric optional ostream queue random ranges ratio regex set span
+    sstream stack stdexcept streambuf string string_view tuple type_traits typeindex typeinfo unordered_map unordered_set
+    utility valarray variant vector version""".split())
+BANNED_WORDS = re.compile(
+    r"\b(getenv|setenv|system|fopen|ifstream|ofstream|fstream|std::filesystem|std::thread|std::jthread|std::async|std::mutex"
+    r"|std::chrono|std::this_thread|clock_gettime|gettimeofday|localtime|std::time|std::exit|std::abort|std::terminate"
+    r"|quick_exit|_exit|fork|execv\w*|popen|rand|srand|random_device|std::cout|std::cerr|printf|fputs|puts|fwrite|fread|freopen|thread_local)\s*[({<;:&]")
+
+
+def without_comments(text):
+    text = re.sub(r"//[^\n]*|/\*.*?\*/", lambda m: "\n" * m.group().count("\n"), text, flags=re.S)
+    return re.sub(r'(?<!#include )"(\\.|[^"\\\n])*"', '""', text)
+
+
+def upward_includes(folder, text):
+    """Includes of a higher level, and of anything but the folder's own level's rooms."""
+    for include in re.findall(r'#include\s+"([^"]+)"', text):
+        room = include.split("/")[0] if "/" in include else None
+        if room not in LEVELS:
+            yield f'"{include}" does not name its folder'
+        elif LEVELS[room] > LEVELS[folder]:
+            yield f'"{include}" points upward'
+        elif folder == "forms" and room == "platform":
+            yield f'"{include}": the control vocabulary knows no port'
+
+
+def machine_touched(text):
+    for header in re.findall(r"#include\s+<([^>]+)>", text):
+        if header not in STANDARD_HEADERS:
+            yield f"<{header}>"
+    for word in BANNED_WORDS.finditer(without_comments(text)):
+        yield word.group(1)
+
+
+def findings():
+    """(rule, where) of everything that is wrong."""
+    for path in sorted(SOURCE.rglob("*")):
+        folder = path.relative_to(SOURCE).parts[0]
+        if path.suffix not in (".cpp", ".h"):
+            continue
+        if folder not in LEVELS:
+            yield "every folder has a level", f"{path.relative_to(SOURCE)}"
+            continue
+        text = path.read_text(encoding="utf-8")
+        for what in upward_includes(folder, text):
+            yield "no include points upward", f"{path.relative_to(SOURCE)}: {what}"
+        if LEVELS[folder] < FIRST_DESKTOP:
+            for what in machine_touched(text):
+                yield "the core does not touch the machine", f"{path.relative_to(SOURCE)}: {what}"
+
+
+def seen_failing():
+    """What each rule must catch, and what it must let pass."""
+    caught = [list(upward_includes("engine", '#include "panel/frmMainPanel.h"')), list(upward_includes("forms", '#include "x.h"')),
+              list(machine_touched("#include <thread>\n")), list(machine_touched("auto t = std::chrono::now();")),
+              list(machine_touched('std::exit(1);')), list(machine_touched("int n = rand();"))]
+    passed = [list(upward_includes("panel", '#include "engine/player.h"')), list(machine_touched('// std::exit(1)\nsay("rand(");'))]
+    return all(caught) and not any(passed)
+
+
+def main():
+    rules = {"every folder has a level": [], "no include points upward": [], "the core does not touch the machine": []}
+    for rule, where in findings():
+        rules[rule].append(where)
+    for rule, places in rules.items():
+        print(f"FAIL {rule}: {'; '.join(places[:6])}" if places else f"PASS {rule}")
+    seen = seen_failing()
+    print("PASS the rules catch what they must" if seen else "FAIL the rules catch what they must")
+    return 0 if seen and not any(rules.values()) else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())
