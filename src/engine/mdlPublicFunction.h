@@ -64,7 +64,7 @@ std::int32_t tmsfSecondBack(std::int32_t tmsf);
 /// Whole seconds of a packed position, by its minutes and seconds bytes.
 std::int32_t packedSeconds(std::int32_t tmsf);
 
-/// Width of the slider's bar for a position in a file: 15 twips when the length is 0.
+/// Width of the slider's bar for a position in a file: full past the length, 15 twips when the length is 0.
 float sliderWidth(const Player& player, double position, double length);
 
 // --- Volume ----------------------------------------------------------------------------------------------------------
@@ -92,7 +92,7 @@ void chooseVolumeDevice(Player& player);
 void toggleRepeat(Player& player);
 /// The eleven command keys, in their order; false when none matched.
 bool commandKey(Player& player, int character);
-/// The fixed keys: Alt+F4 and Alt alone, for the panel and the media windows.
+/// The fixed keys: F1 (help), Alt+F4 and Alt alone, for the panel and the media windows.
 void fixedKeyDown(Player& player, const KeyArgs& key);
 void fixedKeyUp(Player& player, const KeyArgs& key);
 /// Stops, disables the power button and unloads the panel, which ends the program.

@@ -96,6 +96,7 @@ bool commandKey(Player& player, int character) {
 }
 
 void fixedKeyDown(Player& player, const KeyArgs& key) {
+    if (key.keyCode == kKeyF1 && key.shift == 0) player.ports.dialogs.help();
     if (key.shift != kAltMask) return;
     if (key.keyCode == kKeyF4) {
         player.gAltMenuArmed = false;

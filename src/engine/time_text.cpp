@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
@@ -47,7 +48,7 @@ std::int32_t packedSeconds(std::int32_t tmsf) { return byteAt(tmsf, 8) * 60 + by
 
 float sliderWidth(const Player& player, double position, double length) {
     if (!(length > 0)) return kTwipsPerPixel;
-    return static_cast<float>(position / length * player.gSlideWidth);
+    return static_cast<float>(std::min(position, length) / length * player.gSlideWidth);
 }
 
 }  // namespace corvane::mdlPublicFunction

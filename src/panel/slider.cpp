@@ -64,6 +64,7 @@ void frmMainPanel::pctSlide_MouseUp(const MouseArgs& mouse) {
 }
 
 void frmMainPanel::seekImage(std::int32_t x) {
+    if (player_.gLength <= 0) return;  // it stays until the user moves on: there is nothing to seek in
     player_.gImageElapsed = static_cast<std::int16_t>(share(player_, x) * player_.gInterval);
     setTime(*this, MsecToText(player_.gImageElapsed * 1000));
     setSlider(player_, *this, player_.gImageElapsed, player_.gLength);
