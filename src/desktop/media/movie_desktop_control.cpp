@@ -105,7 +105,10 @@ void DesktopMovieControl::changeState(int state) {
         ticks_.stop();
     }
     fillsScreenChanged.raise();
-    post([this, before, state] { StateChange.raise(before, state); });
+    post([this, before, state, change = ++changes_] {
+        // An end that a call has overtaken is not told.
+        if (state != kMovieStopped || change == changes_) StateChange.raise(before, state);
+    });
 }
 
 void DesktopMovieControl::FullScreenMode(bool on) {
@@ -118,14 +121,14 @@ bool DesktopMovieControl::fillsScreen() const { return fullScreen_ && state_ != 
 double DesktopMovieControl::Duration() const { return open_ ? player_->duration() : 0; }
 
 double DesktopMovieControl::CurrentPosition() const {
-    if (fileName_.empty() || !started_) return 0;
+    if (!started_) return 0;
     const double position = player_->position();
     // 0 means not played yet, also for a file without a length.
     return ended_ ? std::max(position, std::numeric_limits<double>::min()) : position;
 }
 
 void DesktopMovieControl::CurrentPosition(double seconds) {
-    if (fileName_.empty()) return;
+    if (!open_) return;
     started_ = true;
     ended_ = false;
     player_->seek(seconds);
@@ -141,7 +144,7 @@ int DesktopMovieControl::ImageSourceWidth() const { return open_ ? player_->pict
 int DesktopMovieControl::ImageSourceHeight() const { return open_ ? player_->picture().height() : 0; }
 
 void DesktopMovieControl::Run() {
-    if (fileName_.empty()) return;
+    if (!open_ || state_ == kMovieRunning) return;
     started_ = true;
     ended_ = false;
     player_->play();
@@ -149,18 +152,16 @@ void DesktopMovieControl::Run() {
 }
 
 void DesktopMovieControl::Pause() {
-    if (fileName_.empty() || ended_) return;
+    if (state_ != kMovieRunning) return;
     player_->pause();
     changeState(kMoviePaused);
 }
 
 void DesktopMovieControl::Stop() {
-    if (fileName_.empty()) return;
+    ++changes_;
     ticks_.stop();
     state_ = kMovieStopped;
-    ended_ = started_ = false;
-    player_->pause();
-    player_->seek(0);
+    if (player_) player_->pause();
     fillsScreenChanged.raise();
 }
 

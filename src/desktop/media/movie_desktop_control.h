@@ -60,6 +60,7 @@ private:
     bool fullScreen_ = false;
     double rate_ = 1.0;
     int state_ = kMovieStopped;
+    int changes_ = 0;       ///< of the state, by calls and by the player
     bool open_ = false;     ///< the player has opened it
     bool started_ = false;  ///< Run came, or a position was set: the player's position counts
     bool ended_ = false;

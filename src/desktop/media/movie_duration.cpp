@@ -15,6 +15,8 @@ namespace corvane {
 
 namespace {
 
+constexpr std::uintmax_t kCountedProgramBytes = 64U << 20U;
+
 struct CloseInput {
     void operator()(AVFormatContext* input) const { avformat_close_input(&input); }
 };
@@ -45,9 +47,17 @@ double lasts(const AVStream& stream, const AVPacket& packet) {
     return rate.num > 0 && rate.den > 0 ? av_q2d(av_inv_q(rate)) : 0;
 }
 
+/// Seconds from the file's start to the stream's.
+double startsAt(const AVFormatContext& input, const AVStream& stream) {
+    if (stream.start_time == AV_NOPTS_VALUE || input.start_time == AV_NOPTS_VALUE) return 0;
+    const double start = static_cast<double>(stream.start_time) * av_q2d(stream.time_base);
+    return std::max(start - static_cast<double>(input.start_time) / AV_TIME_BASE, 0.0);
+}
+
 }  // namespace
 
-bool lengthIsGuessed(const std::string& format) {
+bool lengthIsGuessed(const std::string& format, std::uintmax_t bytes) {
+    if (format == "mpeg") return bytes <= kCountedProgramBytes;
     static constexpr std::array<std::string_view, 10> kBare{"mpegvideo", "m4v", "h261", "h263", "h264",
                                                             "hevc",      "vc1", "mp3",  "aac",  "ac3"};
     return std::find(kBare.begin(), kBare.end(), format) != kBare.end();
@@ -63,8 +73,11 @@ std::optional<double> countedLength(const std::string& path, std::stop_token sto
         if (index < seconds.size()) seconds[index] += lasts(*input->streams[index], *packet);
         av_packet_unref(packet.get());
     }
-    if (stop.stop_requested() || seconds.empty()) return std::nullopt;
-    const double longest = *std::max_element(seconds.begin(), seconds.end());
+    if (stop.stop_requested()) return std::nullopt;
+    double longest = 0;
+    for (std::size_t i = 0; i < seconds.size(); ++i) {
+        if (seconds[i] > 0) longest = std::max(longest, seconds[i] + startsAt(*input, *input->streams[i]));
+    }
     return longest > 0 ? std::optional(longest) : std::nullopt;
 }
 

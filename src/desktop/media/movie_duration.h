@@ -1,15 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <stop_token>
 #include <string>
 
 namespace corvane {
 
-/// Whether a file of this format (the demuxer's name) says nothing of its length, so that players guess it from the
-/// bit rate: bare streams without a container.
-bool lengthIsGuessed(const std::string& format);
+/// Whether a file of this format (the demuxer's name) and size says nothing certain of its length: bare streams, whose
+/// length players guess from the bit rate, and program streams that are short enough to be counted in no time; a
+/// program stream's guess falls short by some frames only.
+bool lengthIsGuessed(const std::string& format, std::uintmax_t bytes);
 
 /// The true length of a local file in seconds, counted from its packets; empty when it cannot be read or `stop` was
 /// asked for. Reads the whole file: call it in a worker.

@@ -64,6 +64,13 @@ constexpr std::array<std::pair<const char*, const char*>, 34> kOptions{{
 /// Program streams have no index: an exact seek must start well before its target.
 double seekOffset(const std::string& format) { return format.starts_with("mpeg") ? 2 : 0; }
 
+/// The library's word for an error, as a sentence.
+std::string sentence(int error) {
+    std::string text = mpv_error_string(error);
+    if (!text.empty() && text[0] >= 'a' && text[0] <= 'z') text[0] = static_cast<char>(text[0] - 'a' + 'A');
+    return text;
+}
+
 }  // namespace
 
 void MoviePlayer::DestroyHandle::operator()(mpv_handle* handle) const { mpv_terminate_destroy(handle); }
@@ -128,7 +135,7 @@ void MoviePlayer::close() {
     waiting_.reset();
     target_.reset();
     time_ = duration_ = 0;
-    picture_ = {};
+    picture_ = {0, 0};
     frames_->setPicture({});
     setFlag("pause", true);
     if (!path_.empty()) command(0, {"stop"});
@@ -136,11 +143,17 @@ void MoviePlayer::close() {
 }
 
 void MoviePlayer::play() {
-    if (path_.empty()) return;
-    if (ended_) seek(0);
+    if (path_.empty() || opening_) return;
     ++turn_;
     playing_ = true;
-    setFlag("pause", false);
+    if (!ended_) {
+        setFlag("pause", false);
+        return;
+    }
+    const auto endAgain = [this, turn = turn_] {
+        if (turn == turn_) tellEnded();
+    };
+    QMetaObject::invokeMethod(&receiver_, endAgain, Qt::QueuedConnection);
 }
 
 void MoviePlayer::pause() {
@@ -150,22 +163,21 @@ void MoviePlayer::pause() {
 }
 
 void MoviePlayer::seek(double seconds) {
-    if (path_.empty()) return;
+    if (path_.empty() || opening_) return;
     const double held = std::clamp(seconds, 0.0, duration_ > 0 ? duration_ : std::max(seconds, 0.0));
     ++turn_;
     ended_ = false;
     target_ = held;
-    if (opening_ || seek_ != Seek::None) {
-        waiting_ = held;
-    } else {
-        sendSeek(held);
-    }
+    waiting_ = held;
+    if (seek_ == Seek::None) sendSeek();
 }
 
-void MoviePlayer::sendSeek(double seconds) {
+/// One seek is under way at a time; the newest that was asked for follows it.
+void MoviePlayer::sendSeek() {
+    if (!waiting_) return;
+    const std::string text = std::to_string(*waiting_);
     waiting_.reset();
     seek_ = Seek::Sent;
-    const std::string text = std::to_string(seconds);
     command(tagged(kSeek, number_), {"seek", text.c_str(), "absolute+exact"});
 }
 
@@ -224,7 +236,7 @@ void MoviePlayer::handleEnd(std::int64_t entry, bool failed, int error) {
     if (entry_ < 0 || entry != entry_) return;
     started_ = -1;
     if (failed || opening_) {
-        tellFailed(error < 0 ? mpv_error_string(error) : "nothing in it can be played");
+        tellFailed(error < 0 ? sentence(error) : "Nothing in it can be played");
     } else {
         tellEnded();
     }
@@ -234,14 +246,14 @@ void MoviePlayer::handleReply(const mpv_event& event) {
     if (static_cast<std::uint32_t>(event.reply_userdata) != number_) return;
     const auto tag = static_cast<Tag>(event.reply_userdata >> 32);
     if (tag == kSeek) {
-        // Refused: nothing follows.
-        seek_ = event.error < 0 ? Seek::None : Seek::Answered;
-        if (event.error < 0 && waiting_) sendSeek(*waiting_);
+        const bool refused = event.error < 0;
+        seek_ = refused ? Seek::None : Seek::Answered;
+        if (refused) sendSeek();
         return;
     }
     if (tag != kLoad) return;
     if (event.error < 0) {
-        tellFailed(mpv_error_string(event.error));
+        tellFailed(sentence(event.error));
         return;
     }
     const mpv_node& result = static_cast<const mpv_event_command*>(event.data)->result;
@@ -268,8 +280,10 @@ void MoviePlayer::handleRestart() {
         learnFacts();
         return;
     }
-    if (seek_ == Seek::Answered) seek_ = Seek::None;
-    if (seek_ == Seek::None && waiting_) sendSeek(*waiting_);
+    if (seek_ == Seek::Answered) {
+        seek_ = Seek::None;
+        sendSeek();
+    }
     checkEnd();
 }
 
@@ -319,13 +333,14 @@ void MoviePlayer::handleFact(const mpv_event& event) {
 }
 
 void MoviePlayer::completeOpening() {
-    if (picture_.isEmpty()) picture_ = {};
+    if (picture_.isEmpty()) picture_ = {0, 0};
     if (picture_.isEmpty() && !sounds_) {
-        tellFailed("neither its picture nor its sound can be decoded");
+        tellFailed("Neither its picture nor its sound can be decoded");
         return;
     }
     setNumber("hr-seek-demuxer-offset", seekOffset(format_));
-    if (lengthIsGuessed(format_)) {
+    std::error_code error;
+    if (lengthIsGuessed(format_, std::filesystem::file_size(path_, error))) {
         countLength();
     } else {
         tellOpened();
@@ -347,7 +362,6 @@ void MoviePlayer::countLength() {
 void MoviePlayer::tellOpened() {
     opening_ = false;
     frames_->setPicture(picture_);
-    if (waiting_) seek(*waiting_);
     if (listener_.opened) listener_.opened();
 }
 

@@ -41,9 +41,9 @@ public:
 
     void open(const std::string& path);
     void close();
-    void play();  ///< from the start again when it had ended
+    void play();  ///< at the end: ends again
     void pause();
-    /// Exact. A seek that is asked for while one is under way waits; a newer one takes its place.
+    /// Exact; only when opened. A seek that is asked for while one is under way waits; a newer one takes its place.
     void seek(double seconds);
     void setRate(double rate);
     /// Asks whether the end was reached, in case the library's own word came too early to be believed.
@@ -76,7 +76,7 @@ private:
     void tellOpened();
     void tellFailed(const std::string& reason);
     void tellEnded();
-    void sendSeek(double seconds);
+    void sendSeek();
     void setFlag(const char* name, bool on);
     void setNumber(const char* name, double value);
     void command(std::uint64_t tag, std::initializer_list<const char*> words);
@@ -105,7 +105,7 @@ private:
     std::optional<double> target_;   ///< where the last seek went, until the library plays on from there
     double time_ = 0;
     double duration_ = 0;
-    QSize picture_;
+    QSize picture_{0, 0};
     bool sounds_ = false;
     std::string format_;
 };

@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QApplication>
+#include <QColor>
+#include <QElapsedTimer>
+#include <QImage>
+#include <QPainter>
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "desktop/media/movie_players.h"
+#include "desktop/movie_surface.h"
+
+namespace corvane::test {
+
+/// The application that the library's threads marshal to; made once, without a display.
+inline QApplication& application() {
+    static int count = 1;
+    static char name[] = "test";
+    static char* names[] = {name, nullptr};
+    if (qApp == nullptr) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        static QApplication made(count, names);
+    }
+    return *qApp;
+}
+
+class RigLoop : public EventLoop {
+protected:
+    void wake() override {
+        QMetaObject::invokeMethod(
+            &receiver_, [this] { runPending(); }, Qt::QueuedConnection);
+    }
+
+private:
+    QObject receiver_;
+};
+
+/// A screen of 1000 by 800 pixels and no windows.
+class RigWindows : public Windows {
+public:
+    void attach(Form& /*form*/) override {}
+    void detach(Form& /*form*/) override {}
+    Twips screenWidth() override { return 15000; }
+    Twips screenHeight() override { return 12000; }
+    int doubleClickTimeMs() override { return 500; }
+    void SetWindowPos(Form& /*form*/, int /*insertAfter*/, std::uint32_t /*flags*/) override {}
+    void beginDrag(Form& /*form*/) override {}
+    void activate(Form& /*form*/) override {}
+    void refresh(Form& /*form*/) override {}
+    int textWidth(Form& /*form*/, const std::string& /*text*/) override { return 0; }
+};
+
+/// A movie control on a form, with what it told.
+class MovieRig {
+public:
+    MovieRig() { makeControl(); }
+
+    void makeControl() {
+        control.reset();
+        changes.clear();
+        reason.clear();
+        opened = progress = 0;
+        control = players.makeControl(form);
+        surface = dynamic_cast<MovieSurface*>(control.get());
+        control->OpenComplete.tie([this] { ++opened; });
+        control->Progress.tie([this] { ++progress; });
+        control->Failed.tie([this](const std::string& why) { reason = why; });
+        control->StateChange.tie([this](int before, int now) { changes.emplace_back(before, now); });
+    }
+
+    /// Runs the events until the condition holds; false: it did not within the time.
+    static bool until(const std::function<bool()>& holds, int milliseconds = 5000) {
+        QElapsedTimer clock;
+        clock.start();
+        while (!holds()) {
+            if (clock.elapsed() > milliseconds) return false;
+            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 5);
+        }
+        return true;
+    }
+
+    bool open(const std::string& path) {
+        const int before = opened;
+        control->FileName(path);
+        return until([&] { return opened > before || !reason.empty(); }) && reason.empty();
+    }
+
+    static std::string sample(const std::string& name) { return std::string(CORVANE_SOURCE_DIR) + "/samples/" + name; }
+
+    /// What is painted into an area of that size.
+    QImage painted(QSize size) const {
+        QImage picture(size, QImage::Format_RGB32);
+        picture.fill(Qt::black);
+        QPainter painter(&picture);
+        surface->paint(painter, QRect(QPoint(), size));
+        return picture;
+    }
+
+    /// Whether a pixel of the patch has about that colour (0xRRGGBB).
+    bool shows(QRgb colour) const {
+        const QColor seen = painted({320, 240}).pixelColor(20, 20);
+        const QColor wanted(colour);
+        const auto near = [](int a, int b) { return std::abs(a - b) <= 6; };
+        return near(seen.red(), wanted.red()) && near(seen.green(), wanted.green()) && near(seen.blue(), wanted.blue());
+    }
+
+    QApplication& qt = application();
+    RigLoop loop;
+    RigWindows windows;
+    MoviePlayers players{loop, windows};
+    Form form{"frmMovieWindow", FormStyle::Media};
+    std::unique_ptr<MovieControl> control;
+    MovieSurface* surface = nullptr;
+    int opened = 0;
+    int progress = 0;
+    std::vector<std::pair<int, int>> changes;
+    std::string reason;
+};
+
+}  // namespace corvane::test
