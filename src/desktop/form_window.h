@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QPoint>
+#include <QPointer>
 #include <QWidget>
 #include <memory>
 #include <string>
 
 #include "forms/form.h"
 #include "platform/event_loop.h"
+
+class QScreen;
 
 namespace corvane {
 
@@ -15,8 +19,14 @@ struct DesktopContext {
     EventLoop& loop;
     double scale = 1.0;  ///< logical screen pixels to a form's pixel (15 twips), 0.5 to 4; from CORVANE_SCALE
 
-    int toPixels(Twips twips) const;                ///< nearest logical screen pixel
-    Twips toTwips(double pixels) const;             ///< exact
+    QPointer<QWidget> panel;  ///< the window of the painted form that was attached last
+
+    QScreen* screen() const;  ///< the panel's; the primary one before it is shown
+    /// Where a form's position counts from. Painted forms: the primary screen's corner, wherever they are moved; the
+    /// others, which are centred when they open: the corner of the panel's screen.
+    QPoint origin(const Form& form) const;
+    int toPixels(Twips twips) const;  ///< nearest logical screen pixel
+    Twips toTwips(double pixels) const;
 };
 
 /// The window of one form: shows it as its properties say and hands input to its events. Bound when its form is
@@ -35,7 +45,7 @@ public:
     virtual int textWidth(const std::string& text);  ///< pixels of a form, in the form's font
     virtual void activate();        ///< raises the window and gives it the keyboard focus
 
-    /// Observes the form and each of its controls and takes their present properties over (changed() for none).
+    /// Observes the form and each of its controls, then onBound().
     void bind();
     /// The form goes: hides the window; no event is raised afterwards.
     void unbind();
@@ -53,10 +63,12 @@ protected:
     virtual void onUnbinding() {} ///< before unbind() lets go of the form
 
 private:
+    void stopObserving();
+
     Form* form_;
     DesktopContext& context_;
     bool observing_ = false;
-    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);  ///< gone when unbound: posted handlers are dropped
 };
 
 /// Text as the form has it: UTF-8 where it is valid, else byte by byte (so that nothing is lost from sight).

@@ -1,0 +1,175 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "desktop/canvas_window.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QHelpEvent>
+#include <QScreen>
+#include <QToolTip>
+#include <QWindow>
+#include <algorithm>
+
+namespace corvane {
+
+CanvasWindow::CanvasWindow(Form& form, DesktopContext& context) : FormWindow(form, context) {
+    setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAttribute(Qt::WA_NoSystemBackground);
+    setAttribute(Qt::WA_InputMethodEnabled, false);  // every key reaches the form as it is
+    setFocusPolicy(Qt::StrongFocus);
+    setAcceptDrops(true);
+    setMouseTracking(true);
+}
+
+CanvasWindow::~CanvasWindow() = default;
+
+void CanvasWindow::onBound() {
+    setWindowTitle(toQString(form().Caption));
+    takeGeometry();
+    takeVisibility();
+    takeWindowState();
+}
+
+void CanvasWindow::onUnbinding() { letGo(); }
+
+void CanvasWindow::propertyChanged(Control& control, PropertyId property) {
+    if (&control == &form()) {
+        formChanged(property);
+        return;
+    }
+    if (property == PropertyId::Focus) {
+        setFocus();
+        post([&control] { control.GotFocus.raise(); });
+        return;
+    }
+    if (&control == target_ && (property == PropertyId::Visible || property == PropertyId::Enabled)) setHeld(false);
+    controlChanged(control, property);
+}
+
+void CanvasWindow::formChanged(PropertyId property) {
+    switch (property) {
+        case PropertyId::Caption: setWindowTitle(toQString(form().Caption)); break;
+        case PropertyId::Left:
+        case PropertyId::Top:
+        case PropertyId::Width:
+        case PropertyId::Height: takeGeometry(); break;
+        case PropertyId::Visible: takeVisibility(); break;
+        case PropertyId::WindowState: takeWindowState(); break;
+        case PropertyId::Focus: activate(); break;
+        case PropertyId::Enabled: setEnabled(form().Enabled); break;
+        default: break;
+    }
+    controlChanged(form(), property);
+}
+
+void CanvasWindow::takeGeometry() {
+    if (taking_) return;
+    const QPoint origin = context().origin(form());
+    const QSize size(std::max(1, context().toPixels(form().Width)), std::max(1, context().toPixels(form().Height)));
+    setFixedSize(size);
+    move(origin + QPoint(context().toPixels(form().Left), context().toPixels(form().Top)));
+}
+
+void CanvasWindow::takeVisibility() {
+    if (form().Visible == isVisible()) return;
+    if (!form().Visible) {
+        letGo();
+        hide();
+        return;
+    }
+    if (form().WindowState == WindowState::Minimized) {
+        showMinimized();
+    } else {
+        show();
+        activate();
+    }
+}
+
+void CanvasWindow::takeWindowState() {
+    if (taking_ || !isVisible()) return;
+    const bool minimise = form().WindowState == WindowState::Minimized;
+    if (minimise == isMinimized()) return;
+    if (minimise) {
+        letGo();
+        showMinimized();
+    } else {
+        showNormal();
+        activate();
+    }
+}
+
+void CanvasWindow::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    // A window that no screen shows could not be brought back: it has no title bar.
+    const QRect place = geometry();
+    const auto screens = QGuiApplication::screens();
+    const bool seen =
+        std::any_of(screens.begin(), screens.end(), [&](const QScreen* s) { return s->geometry().intersects(place); });
+    if (!seen && QGuiApplication::primaryScreen() != nullptr) {
+        move(QGuiApplication::primaryScreen()->availableGeometry().topLeft());
+    }
+}
+
+void CanvasWindow::moveEvent(QMoveEvent* event) {
+    QWidget::moveEvent(event);
+    if (!bound() || taking_ || !isVisible() || isMinimized()) return;
+    const QPoint place = pos() - context().origin(form());
+    taking_ = true;
+    // Whole twips stay as the form set them unless the window really is elsewhere.
+    if (context().toPixels(form().Left) != place.x()) form().Left = context().toTwips(place.x());
+    if (context().toPixels(form().Top) != place.y()) form().Top = context().toTwips(place.y());
+    taking_ = false;
+}
+
+void CanvasWindow::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (!bound()) return;
+    if (event->type() == QEvent::WindowStateChange) {
+        taking_ = true;
+        form().WindowState = isMinimized() ? WindowState::Minimized : WindowState::Normal;
+        taking_ = false;
+    } else if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+        post([this] { form().Activate.raise(); });
+    }
+}
+
+void CanvasWindow::closeEvent(QCloseEvent* event) {
+    event->ignore();  // the form decides
+    requestClose();
+}
+
+void CanvasWindow::requestClose() {
+    const bool alt = QGuiApplication::queryKeyboardModifiers().testFlag(Qt::AltModifier);
+    post([this, alt] { form().CloseRequest.raise(alt); });
+}
+
+bool CanvasWindow::event(QEvent* event) {
+    if (bound() && event->type() == QEvent::ToolTip) {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        Control* const control = hit(help->pos());
+        const QString text = control != nullptr ? toolTip(*control) : QString();
+        if (text.isEmpty()) {
+            QToolTip::hideText();
+        } else {
+            QToolTip::showText(help->globalPos(), text, this, hitRect(*control).toAlignedRect());
+        }
+        return true;
+    }
+    return QWidget::event(event);
+}
+
+QString CanvasWindow::toolTip(const Control& control) const { return toQString(control.ToolTipText); }
+
+bool CanvasWindow::focusNextPrevChild(bool /*next*/) { return false; }  // Tab is a key like any other
+
+void CanvasWindow::focusInEvent(QFocusEvent* event) {
+    QWidget::focusInEvent(event);
+    if (bound()) post([this] { form().GotFocus.raise(); });
+}
+
+void CanvasWindow::focusOutEvent(QFocusEvent* event) {
+    QWidget::focusOutEvent(event);
+    if (bound()) post([this] { form().LostFocus.raise(); });
+}
+
+}  // namespace corvane

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QPointF>
+#include <QRectF>
+#include <QWidget>
+
+#include "desktop/form_window.h"
+
+namespace corvane {
+
+/// A borderless window whose controls are drawn, not widgets. This class is its geometry, window state and input;
+/// the deriving classes say where controls are and paint them. Positions are logical pixels of the widget.
+class CanvasWindow : public QWidget, public FormWindow {
+public:
+    CanvasWindow(Form& form, DesktopContext& context);
+    ~CanvasWindow() override;
+
+    QWidget* widget() override { return this; }
+    /// Moves the window with the pointer once it has left the place of the press; ends with the button's release.
+    virtual void beginDrag();
+    /// Files from elsewhere (another start of the program) as a drop on this form.
+    void dropFiles(const DropData& dropped);
+    bool takesFiles() const;
+    /// The form's CloseRequest, posted: the window manager may ask while a box is up or a handler runs.
+    void requestClose();
+
+protected:
+    /// The rectangle that takes the mouse for a control; empty: none.
+    virtual QRectF hitRect(const Control& control) const = 0;
+    /// What to say when the pointer rests on a control.
+    virtual QString toolTip(const Control& control) const;
+    /// A control was pressed or let go (its picture changes).
+    virtual void pressedChanged(Control& /*control*/) {}
+    /// A control's appearance or place changed.
+    virtual void controlChanged(Control& control, PropertyId property) = 0;
+
+    const Control* pressed() const { return held_ ? target_ : nullptr; }
+    Control* hit(QPointF position) const;
+    MouseArgs mouseArgs(const Control& control, int button, Qt::KeyboardModifiers modifiers, QPointF position) const;
+
+    // Input, also handed over by a surface elsewhere on the screen: the target is chosen by the caller there.
+    void press(Control& target, int button, Qt::KeyboardModifiers modifiers, QPointF position, bool isDouble);
+    void keyDown(QKeyEvent& event);
+    void keyUp(QKeyEvent& event);
+
+    void onBound() override;
+    void onUnbinding() override;
+    void propertyChanged(Control& control, PropertyId property) override;
+
+    bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+
+private:
+    void formChanged(PropertyId property);
+    void takeGeometry();
+    void takeVisibility();
+    void takeWindowState();
+    void release(int button, Qt::KeyboardModifiers modifiers, QPointF position);
+    PictureBox* keyBox() const;
+    bool dragStep(QPoint globalPosition);
+    void setHeld(bool held);
+    void letGo();
+
+    Control* target_ = nullptr;  ///< has the mouse from press to release
+    int buttons_ = 0;            ///< held on the target
+    bool held_ = false;          ///< the target is a button, held by the left button, with the pointer inside
+    bool dragging_ = false;      ///< the form asked to be moved with the pointer
+    bool moved_ = false;         ///< it was moved: the release is no click
+    QPoint pressedAt_;           ///< of the screen
+    QPoint windowAt_;            ///< the window's place at the press
+    bool taking_ = false;        ///< the window itself changes the form's properties
+};
+
+}  // namespace corvane

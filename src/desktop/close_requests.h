@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QAbstractNativeEventFilter>
+#include <QObject>
+#include <functional>
+
+namespace corvane {
+
+/// Requests to close that Qt would keep from a window: those of the window manager while a modal box is up, and the
+/// system's signals to end (terminate, interrupt, hang up).
+class CloseRequests : public QObject, public QAbstractNativeEventFilter {
+public:
+    /// blocked: a box is up; asked: the program is asked to close.
+    CloseRequests(std::function<bool()> blocked, std::function<void()> asked);
+    ~CloseRequests() override;
+
+    bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
+
+private:
+    void watchSignals();
+
+    std::function<bool()> blocked_;
+    std::function<void()> asked_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "desktop/linux_desktop.h"
+
+#include <QApplication>
+#include <algorithm>
+
+#include "desktop/media/media.h"
+#include "desktop/program_folder.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr double kMinScale = 0.5;
+constexpr double kMaxScale = 4.0;
+
+double scaleOfEnvironment() {
+    bool isNumber = false;
+    const double scale = qgetenv("CORVANE_SCALE").toDouble(&isNumber);
+    return isNumber ? std::clamp(scale, kMinScale, kMaxScale) : 1.0;
+}
+
+}  // namespace
+
+LinuxDesktop::LinuxDesktop(CommandLine line)
+    : context_{loop_, scaleOfEnvironment(), {}},
+      windows_(context_),
+      dialogs_(context_),
+      process_(std::move(line), programFolder(folderChoiceOfEnvironment())),
+      media_(makeMedia(loop_, windows_)),
+      sound_(makeSoundDevices(loop_)),
+      closing_([this] { return dialogs_.isBoxUp(); }, [this] { askToClose(); }),
+      ports_{loop_,   *media_, pictures_, *sound_,  files_, windows_,
+             timers_, clock_,  dialogs_,  process_, random_} {
+    dialogs_.setManual(manualFile(folderChoiceOfEnvironment().program));
+    process_.onEnd([this] { stop(); });
+    process_.instance().onFiles([this](const std::vector<std::string>& files) {
+        windows_.dropFiles({true, files});
+    });
+}
+
+LinuxDesktop::~LinuxDesktop() { timers_.stopAll(); }
+
+void LinuxDesktop::askToClose() {
+    dialogs_.refuse();
+    windows_.requestClose();
+}
+
+void LinuxDesktop::stop() {
+    loop_.stop();
+    timers_.stopAll();
+    dialogs_.refuse();
+    windows_.hideAll();
+    QCoreApplication::quit();
+}
+
+}  // namespace corvane

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <memory>
+
+#include "desktop/close_requests.h"
+#include "desktop/command_line.h"
+#include "desktop/qt_dialogs.h"
+#include "desktop/qt_files.h"
+#include "desktop/qt_loop.h"
+#include "desktop/qt_pictures.h"
+#include "desktop/qt_process.h"
+#include "desktop/qt_time.h"
+#include "desktop/qt_windows.h"
+
+namespace corvane {
+
+/// All ports of the Linux desktop. Made after the QApplication; outlives the player.
+class LinuxDesktop {
+public:
+    explicit LinuxDesktop(CommandLine line);
+    LinuxDesktop(const LinuxDesktop&) = delete;
+    LinuxDesktop& operator=(const LinuxDesktop&) = delete;
+    ~LinuxDesktop();
+
+    Ports& ports() { return ports_; }
+
+private:
+    void askToClose();
+    void stop();
+
+    QtLoop loop_;
+    DesktopContext context_;
+    QtPictures pictures_;
+    QtFiles files_;
+    QtWindows windows_;
+    QtTimers timers_;
+    QtClock clock_;
+    QtDialogs dialogs_;
+    QtProcess process_;
+    QtRandom random_;
+    std::unique_ptr<Media> media_;
+    std::unique_ptr<SoundDevices> sound_;
+    CloseRequests closing_;
+    Ports ports_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "desktop/media_window.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+
+#include "desktop/full_screen_window.h"
+
+namespace corvane {
+
+MediaWindow::MediaWindow(Form& form, DesktopContext& context) : CanvasWindow(form, context) {}
+
+MediaWindow::~MediaWindow() = default;
+
+void MediaWindow::onBound() {
+    for (Control* control : form().controls()) {
+        if (control->kind() != ControlKind::Movie) continue;
+        movie_ = control;
+        surface_ = dynamic_cast<MovieSurface*>(control);
+    }
+    if (surface_ != nullptr) {
+        surface_->frameReady.tie([this] { showFrame(); });
+        surface_->fillsScreenChanged.tie([this] { takeFullScreen(); });
+        retarget();
+    }
+    CanvasWindow::onBound();
+    takeFullScreen();
+}
+
+void MediaWindow::onUnbinding() {
+    if (surface_ != nullptr) {
+        surface_->frameReady.tie({});
+        surface_->fillsScreenChanged.tie({});
+    }
+    surface_ = nullptr;
+    movie_ = nullptr;
+    if (fullScreen_) fullScreen_->hide();
+    CanvasWindow::onUnbinding();
+}
+
+bool MediaWindow::isFullScreenShown() const { return fullScreen_ && fullScreen_->isVisible(); }
+
+void MediaWindow::beginDrag() {
+    if (!isFullScreenShown()) CanvasWindow::beginDrag();
+}
+
+QRectF MediaWindow::place(const Control& control) const {
+    const bool pixels = control.kind() == ControlKind::PictureBox &&
+                        static_cast<const PictureBox&>(control).Scale == ScaleMode::InPixels;
+    const double unit = context().scale / (pixels ? 1.0 : static_cast<double>(kTwipsPerPixel));
+    return {static_cast<double>(control.Left) * unit, static_cast<double>(control.Top) * unit,
+            static_cast<double>(control.Width) * unit, static_cast<double>(control.Height) * unit};
+}
+
+QRectF MediaWindow::hitRect(const Control& control) const {
+    if (&control == movie_ && isFullScreenShown()) return fullScreen_->rect();
+    return control.kind() == ControlKind::PictureBox || control.kind() == ControlKind::Movie ? place(control)
+                                                                                             : QRectF();
+}
+
+QRect MediaWindow::movieArea() const {
+    return movie_ != nullptr ? place(*movie_).toAlignedRect() & rect() : QRect();
+}
+
+void MediaWindow::controlChanged(Control& control, PropertyId property) {
+    if (control.kind() == ControlKind::Timer || property == PropertyId::ToolTipText) return;
+    if (&control == movie_ || &control == &form()) retarget();
+    update();
+}
+
+void MediaWindow::retarget() {
+    if (surface_ == nullptr) return;
+    const bool whole = isFullScreenShown();
+    const QWidget& shown = whole ? static_cast<const QWidget&>(*fullScreen_) : *this;
+    const QSize size = (QSizeF(whole ? shown.size() : movieArea().size()) * shown.devicePixelRatioF()).toSize();
+    if (size == target_ || size.isEmpty()) return;
+    target_ = size;
+    surface_->setTarget(size);
+}
+
+void MediaWindow::showFrame() {
+    if (isFullScreenShown()) {
+        fullScreen_->update();
+    } else {
+        update(movieArea());
+    }
+}
+
+void MediaWindow::takeFullScreen() {
+    const bool wanted = surface_ != nullptr && surface_->fillsScreen();
+    if (wanted == isFullScreenShown()) return;
+    if (wanted) {
+        if (!fullScreen_) fullScreen_ = std::make_unique<FullScreenWindow>(*this);
+        if (context().screen() != nullptr) fullScreen_->setScreen(context().screen());
+        fullScreen_->showFullScreen();
+        fullScreen_->activateWindow();
+    } else {
+        fullScreen_->hide();
+    }
+    retarget();
+}
+
+void MediaWindow::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    painter.fillRect(event->rect(), Qt::black);
+    if (!bound()) return;
+    for (const Control* control : form().controls()) {
+        if (!control->Visible) continue;
+        if (control == movie_ && surface_ != nullptr && !isFullScreenShown()) {
+            const QRect area = movieArea();
+            if (!area.isEmpty()) surface_->paint(painter, area);
+        } else if (control->kind() == ControlKind::PictureBox) {
+            const auto& box = static_cast<const PictureBox&>(*control);
+            const Picture& picture = box.Picture;
+            QRectF stretched = place(box);
+            const bool painted = box.paintedWidth() > 0 && box.paintedHeight() > 0;
+            const QSizeF size = painted ? QSizeF(static_cast<double>(box.paintedWidth()),
+                                                 static_cast<double>(box.paintedHeight()))
+                                        : QSizeF(picture.width(), picture.height());
+            const double unit = box.Scale == ScaleMode::InPixels || !painted
+                                    ? context().scale
+                                    : context().scale / static_cast<double>(kTwipsPerPixel);
+            stretched.setSize(size * unit);
+            picture_.draw(painter, picture, stretched, QRectF(event->rect()) & place(box));
+        }
+    }
+}
+
+}  // namespace corvane

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <memory>
+
+#include "desktop/canvas_window.h"
+#include "desktop/movie_surface.h"
+#include "desktop/scaled_picture.h"
+
+namespace corvane {
+
+class FullScreenWindow;
+
+/// The window of a form that shows a movie or a picture on black.
+class MediaWindow : public CanvasWindow {
+public:
+    MediaWindow(Form& form, DesktopContext& context);
+    ~MediaWindow() override;
+
+    void beginDrag() override;  ///< nothing while the movie fills the screen
+
+protected:
+    QRectF hitRect(const Control& control) const override;
+    void controlChanged(Control& control, PropertyId property) override;
+    void onBound() override;
+    void onUnbinding() override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    friend class FullScreenWindow;
+    QRectF place(const Control& control) const;  ///< logical pixels
+    QRect movieArea() const;                     ///< the part of the movie control that the form shows
+    bool isFullScreenShown() const;
+    void takeFullScreen();
+    void showFrame();
+    void retarget();  ///< tells the surface the size of what it draws into
+
+    Control* movie_ = nullptr;
+    MovieSurface* surface_ = nullptr;  ///< the movie control's; null: none
+    QSize target_;
+    ScaledPicture picture_;
+    std::unique_ptr<FullScreenWindow> fullScreen_;
+};
+
+}  // namespace corvane

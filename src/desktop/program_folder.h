@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <string>
+
+namespace corvane {
+
+/// Name of the folder that holds the skins.
+inline constexpr const char* kSkinFolder = "PANELSET";
+
+/// What decides where the program keeps its files.
+struct FolderChoice {
+    std::string program;    ///< the folder the program lies in
+    std::string chosen;     ///< CORVANE_FOLDER; "" when not set
+    std::string dataHome;   ///< XDG_DATA_HOME; "" when not set
+    std::string home;       ///< HOME
+};
+
+FolderChoice folderChoiceOfEnvironment();
+
+/// The program folder, without a trailing separator: the chosen one; else the program's own when the skins lie beside
+/// the program and it can be written; else a folder of the user's, made and given the shipped skins on its first use.
+std::string programFolder(const FolderChoice& choice);
+
+/// The manual as an HTML file beside the program or where it is installed; "" when there is none.
+std::string manualFile(const std::string& program);
+
+}  // namespace corvane

@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "desktop/qt_dialogs.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QFile>
+#include <QMenu>
+#include <QMessageBox>
+#include <QScreen>
+#include <QTextBrowser>
+#include <QUrl>
+#include <QWindow>
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+constexpr QSize kManualSize(760, 640);
+
+QMessageBox::Icon toIcon(Icon icon) {
+    switch (icon) {
+        case Icon::Stop: return QMessageBox::Critical;
+        case Icon::Question: return QMessageBox::Question;
+        case Icon::Exclamation: return QMessageBox::Warning;
+        case Icon::Information: break;
+    }
+    return QMessageBox::Information;
+}
+
+/// Adds the buttons; the refusal is what Escape and closing answer.
+void addButtons(QMessageBox& box, Buttons buttons) {
+    switch (buttons) {
+        case Buttons::Ok:
+            box.setStandardButtons(QMessageBox::Ok);
+            box.setEscapeButton(QMessageBox::Ok);
+            break;
+        case Buttons::OkCancel:
+            box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+            box.setEscapeButton(QMessageBox::Cancel);
+            break;
+        case Buttons::AbortRetryIgnore:
+            box.setStandardButtons(QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore);
+            box.setDefaultButton(QMessageBox::Abort);
+            box.setEscapeButton(QMessageBox::Abort);
+            break;
+    }
+}
+
+Answer refusal(Buttons buttons) {
+    if (buttons == Buttons::Ok) return Answer::Ok;
+    return buttons == Buttons::OkCancel ? Answer::Cancel : Answer::Abort;
+}
+
+Answer toAnswer(int button, Buttons buttons) {
+    switch (button) {
+        case QMessageBox::Ok: return Answer::Ok;
+        case QMessageBox::Cancel: return Answer::Cancel;
+        case QMessageBox::Abort: return Answer::Abort;
+        case QMessageBox::Retry: return Answer::Retry;
+        case QMessageBox::Ignore: return Answer::Ignore;
+        default: return refusal(buttons);
+    }
+}
+
+QWidget* parentForBox(const DesktopContext& context) {
+    if (QWidget* const active = QApplication::activeWindow()) return active;
+    return context.panel && context.panel->isVisible() ? context.panel.data() : nullptr;
+}
+
+}  // namespace
+
+QtDialogs::~QtDialogs() {
+    delete menu_;
+    delete manualWindow_;
+}
+
+Answer QtDialogs::messageBox(const std::string& text, const std::string& title, Buttons buttons, Icon icon) {
+    if (menu_) menu_->close();
+    QWidget* const parent = parentForBox(context_);
+    // Without an owner in Qt's sense: the parent's window may go while the box is up.
+    QMessageBox box(toIcon(icon), toQString(title), toQString(text), QMessageBox::NoButton, nullptr);
+    box.setTextFormat(Qt::PlainText);
+    box.setWindowModality(Qt::ApplicationModal);
+    addButtons(box, buttons);
+    if (parent != nullptr) {
+        if (parent->windowFlags().testFlag(Qt::WindowStaysOnTopHint)) box.setWindowFlag(Qt::WindowStaysOnTopHint);
+        box.winId();  // makes the window, so that it can be told whom it belongs to
+        box.windowHandle()->setTransientParent(parent->windowHandle());
+        box.adjustSize();
+        const QRect screen = parent->screen()->availableGeometry();
+        QRect place = box.rect();
+        place.moveCenter(parent->frameGeometry().center());
+        place.moveRight(std::min(place.right(), screen.right()));
+        place.moveBottom(std::min(place.bottom(), screen.bottom()));
+        place.moveLeft(std::max(place.left(), screen.left()));
+        place.moveTop(std::max(place.top(), screen.top()));
+        box.move(place.topLeft());
+    }
+    box_ = &box;
+    const int button = box.exec();
+    return toAnswer(button, buttons);
+}
+
+void QtDialogs::refuse() {
+    if (menu_) menu_->close();
+    if (box_) box_->reject();
+}
+
+void QtDialogs::fill(QMenu& menu, const MenuItem& parent) {
+    for (MenuItem* const item : parent.children) {
+        if (!item->Visible) continue;
+        if (item->isSeparator()) {
+            menu.addSeparator();
+            continue;
+        }
+        if (!item->children.empty()) {
+            QMenu* const sub = menu.addMenu(toQString(item->Caption));
+            sub->setEnabled(item->Enabled);
+            fill(*sub, *item);
+            continue;
+        }
+        QAction* const action = menu.addAction(toQString(item->Caption));
+        action->setEnabled(item->Enabled);
+        action->setCheckable(item->Checked);
+        action->setChecked(item->Checked);
+        QObject::connect(action, &QAction::triggered, &menu, [this, item] {
+            context_.loop.enter([item] { item->Click.raise(); });
+        });
+    }
+}
+
+void QtDialogs::popUp(MenuItem& menu) {
+    if (isBoxUp()) return;
+    delete menu_;
+    auto* const shown = new QMenu;
+    menu_ = shown;
+    fill(*shown, menu);
+    QObject::connect(shown, &QMenu::aboutToHide, shown, &QObject::deleteLater);
+    shown->popup(QCursor::pos());
+}
+
+void QtDialogs::help() {
+    if (!manualWindow_) {
+        manualWindow_ = new QTextBrowser;
+        manualWindow_->setAttribute(Qt::WA_DeleteOnClose);
+        manualWindow_->setWindowTitle(QStringLiteral("Corvane - Help"));
+        manualWindow_->resize(kManualSize);
+        manualWindow_->setOpenLinks(true);
+        const QString path = QFile::decodeName(QByteArray::fromStdString(manual_));
+        if (!path.isEmpty() && QFile::exists(path)) {
+            manualWindow_->setSource(QUrl::fromLocalFile(path));
+        } else {
+            manualWindow_->setPlainText(QStringLiteral("The manual (manual.html) is not installed."));
+        }
+    }
+    manualWindow_->show();
+    manualWindow_->raise();
+    manualWindow_->activateWindow();
+}
+
+}  // namespace corvane

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QPointer>
+
+#include "desktop/form_window.h"
+#include "platform/ports.h"
+
+class QMessageBox;
+class QMenu;
+class QTextBrowser;
+
+namespace corvane {
+
+class QtDialogs : public Dialogs {
+public:
+    explicit QtDialogs(DesktopContext& context) : context_(context) {}
+    ~QtDialogs() override;
+
+    Answer messageBox(const std::string& text, const std::string& title, Buttons buttons, Icon icon) override;
+    void popUp(MenuItem& menu) override;
+    void help() override;
+
+    bool isBoxUp() const { return !box_.isNull(); }
+    /// Answers the box that is up with its refusal and closes the menu.
+    void refuse();
+    void setManual(std::string path) { manual_ = std::move(path); }  ///< "" or the path of an HTML file
+
+private:
+    void fill(QMenu& menu, const MenuItem& parent);
+
+    DesktopContext& context_;
+    QPointer<QMessageBox> box_;
+    QPointer<QMenu> menu_;
+    QPointer<QTextBrowser> manualWindow_;
+    std::string manual_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "desktop/qt_files.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <mntent.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <memory>
+
+#include "desktop/descriptor.h"
+#include "desktop/media/cd_folder.h"
+
+namespace corvane {
+
+namespace {
+
+enum class Kind { File, Folder, Other };
+
+Kind kindOf(mode_t mode) {
+    if (S_ISREG(mode)) return Kind::File;
+    return S_ISDIR(mode) ? Kind::Folder : Kind::Other;
+}
+
+/// Asks the file system only where the folder itself does not say what an entry is.
+Kind kindOf(int folder, const dirent& entry) {
+    if (entry.d_type == DT_REG) return Kind::File;
+    if (entry.d_type == DT_DIR) return Kind::Folder;
+    if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN) return Kind::Other;
+    struct stat status {};
+    return fstatat(folder, entry.d_name, &status, 0) == 0 ? kindOf(status.st_mode) : Kind::Other;
+}
+
+std::string withoutCase(const std::string& text) {
+    std::string folded = text;
+    for (char& c : folded) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    return folded;
+}
+
+std::vector<std::string> sortedWithoutCase(std::vector<std::string> names) {
+    std::vector<std::pair<std::string, std::string>> keyed;
+    keyed.reserve(names.size());
+    for (std::string& name : names) {
+        std::string key = withoutCase(name);
+        keyed.emplace_back(std::move(key), std::move(name));
+    }
+    std::sort(keyed.begin(), keyed.end());
+    names.clear();
+    for (auto& [key, name] : keyed) names.push_back(std::move(name));
+    return names;
+}
+
+template <class Wanted>
+std::vector<std::string> entries(const std::string& folder, Kind kind, const Wanted& wanted) {
+    refreshDiscPath(folder);
+    const std::unique_ptr<DIR, int (*)(DIR*)> dir(opendir(folder.c_str()), closedir);
+    std::vector<std::string> names;
+    if (!dir) return names;
+    const int descriptor = dirfd(dir.get());
+    while (const dirent* entry = readdir(dir.get())) {
+        if (entry->d_name[0] == '.' || !wanted(std::string_view(entry->d_name))) continue;
+        if (kindOf(descriptor, *entry) == kind) names.emplace_back(entry->d_name);
+    }
+    return sortedWithoutCase(std::move(names));
+}
+
+bool startsWith(std::string_view text, std::string_view prefix) { return text.substr(0, prefix.size()) == prefix; }
+
+}  // namespace
+
+std::optional<std::string> QtFiles::lookUp(const std::string& path) {
+    refreshDiscPath(path);
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0 || S_ISDIR(status.st_mode)) return std::nullopt;
+    return path.substr(path.rfind('/') + 1);
+}
+
+std::vector<std::string> QtFiles::list(const std::string& folder, const std::string& patterns) {
+    return entries(folder, Kind::File, [&](std::string_view name) { return matchesPatterns(name, patterns); });
+}
+
+std::vector<std::string> QtFiles::folders(const std::string& folder) {
+    return entries(folder, Kind::Folder, [](std::string_view) { return true; });
+}
+
+bool QtFiles::readable(const std::string& folder) {
+    refreshDiscPath(folder);
+    struct stat status {};
+    return stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode) && access(folder.c_str(), R_OK | X_OK) == 0;
+}
+
+std::vector<Drive> QtFiles::drives() {
+    std::vector<Drive> found{{"/", "/"}};
+    if (const char* home = std::getenv("HOME"); home != nullptr && *home == '/') found.push_back({home, home});
+    const std::unique_ptr<FILE, int (*)(FILE*)> mounts(setmntent("/proc/self/mounts", "re"), endmntent);
+    mntent mount{};
+    std::array<char, 8192> buffer{};
+    while (mounts && getmntent_r(mounts.get(), &mount, buffer.data(), static_cast<int>(buffer.size())) != nullptr) {
+        const std::string place = mount.mnt_dir;
+        if (startsWith(place, "/media/") || startsWith(place, "/run/media/") || startsWith(place, "/mnt/")) {
+            found.push_back({place, place});
+        }
+    }
+    for (Drive& disc : discDrives()) found.push_back(std::move(disc));
+    return found;
+}
+
+std::optional<std::string> QtFiles::read(const std::string& path, std::size_t limit) {
+    // Without blocking: a pipe of that name must not stop the player.
+    const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat status {};
+    if (!file || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+    if (status.st_size > 0 && static_cast<std::size_t>(status.st_size) > limit) return std::nullopt;
+    std::string bytes;
+    bytes.reserve(static_cast<std::size_t>(status.st_size));
+    std::array<char, 65536> buffer{};
+    while (true) {
+        const ssize_t got = ::read(file.get(), buffer.data(), buffer.size());
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) return std::nullopt;
+        if (got == 0) return bytes;
+        bytes.append(buffer.data(), static_cast<std::size_t>(got));
+        if (bytes.size() > limit) return std::nullopt;
+    }
+}
+
+}  // namespace corvane

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/ports.h"
+
+namespace corvane {
+
+/// Files of a POSIX system. Files whose name begins with "." are hidden: found by look-up, left out of lists.
+class QtFiles : public Files {
+public:
+    char separator() const override { return '/'; }
+    std::optional<std::string> lookUp(const std::string& path) override;
+    std::vector<std::string> list(const std::string& folder, const std::string& patterns) override;
+    std::vector<std::string> folders(const std::string& folder) override;
+    bool readable(const std::string& folder) override;
+    std::vector<Drive> drives() override;
+    std::optional<std::string> read(const std::string& path, std::size_t limit) override;
+    bool replace(const std::string& path, std::string_view bytes) override;
+};
+
+/// Whether a name matches one of the patterns (";" between them, "*" any run, "?" one byte, letters without case).
+/// "*.*" is every name, also one without a dot.
+bool matchesPatterns(std::string_view name, std::string_view patterns);
+
+}  // namespace corvane

@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "desktop/qt_pictures.h"
+
+#include <sys/stat.h>
+
+#include <QBuffer>
+#include <QFile>
+#include <QImageReader>
+#include <cmath>
+
+#include "desktop/picture_check.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr int kAllocationMegabytes = 256;
+constexpr int kWorkerIdleMs = 2000;
+constexpr float kMaxPaintedSide = 1'000'000.0F;  ///< pixels; beyond it positions lose whole pixels
+constexpr int kInvalidPicture = 481;
+
+}  // namespace
+
+QImage imageOf(const Picture& picture) {
+    if (picture.empty()) return {};
+    if (const auto* own = dynamic_cast<const QtPicture*>(picture.data().get())) return own->image();
+    QImage copy(picture.width(), picture.height(), QImage::Format_RGB32);
+    for (int y = 0; y < copy.height(); ++y) {
+        for (int x = 0; x < copy.width(); ++x) copy.setPixel(x, y, 0xFF000000U | picture.data()->pixel(x, y));
+    }
+    return copy;
+}
+
+QtPictures::QtPictures() {
+    QImageReader::setAllocationLimit(kAllocationMegabytes);
+    worker_.setMaxThreadCount(1);
+    worker_.setExpiryTimeout(kWorkerIdleMs);
+}
+
+QtPictures::~QtPictures() {
+    {
+        const std::lock_guard lock(mutex_);
+        wanted_.clear();
+    }
+    worker_.waitForDone();
+}
+
+QtPictures::Stamp QtPictures::stampOf(const std::string& path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) return {};
+    return {status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+}
+
+QImage QtPictures::load(const std::string& path, std::string& reason) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) return reason = "The file cannot be found.", QImage();
+    if (!S_ISREG(status.st_mode)) return reason = "This is not a file.", QImage();
+    QFile file(QFile::decodeName(QByteArray::fromStdString(path)));
+    if (!file.open(QIODevice::ReadOnly)) return reason = "The file cannot be read.", QImage();
+    if (!endsWhole(file)) return reason = "The picture is damaged: the file ends too early.", QImage();
+
+    QImageReader reader(&file);
+    reader.setDecideFormatFromContent(true);
+    reader.setAutoTransform(true);
+    const QByteArray format = reader.format();
+    if (format != "bmp" && format != "jpeg" && format != "gif" && format != "png") {
+        return reason = "This is not a picture of a known format.", QImage();
+    }
+    const QSize size = reader.size();
+    if (static_cast<std::int64_t>(size.width()) * size.height() > kMaxPicturePixels) {
+        return reason = "The picture is too large (" + std::to_string(size.width()) + " x " +
+                        std::to_string(size.height()) + " pixels).",
+               QImage();
+    }
+    QImage image = reader.read();
+    if (image.isNull()) return reason = "The picture is damaged: " + reader.errorString().toStdString(), QImage();
+    image.setDevicePixelRatio(1.0);
+    return std::move(image).convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
+                                                                    : QImage::Format_RGB32);
+}
+
+Pictures::Decoded QtPictures::decode(const std::string& path) {
+    QImage image;
+    std::string reason;
+    {
+        std::unique_lock lock(mutex_);
+        if (wanted_ == path) wanted_.clear();
+        done_.wait(lock, [&] { return working_ != path; });
+        if (ready_.path == path && ready_.stamp == stampOf(path)) {
+            image = std::move(ready_.image);
+            reason = std::move(ready_.reason);
+            ready_ = {};
+        }
+    }
+    if (image.isNull() && reason.empty()) image = load(path, reason);
+    if (image.isNull()) return {Picture(), reason};
+    return {Picture(std::make_shared<QtPicture>(std::move(image))), {}};
+}
+
+void QtPictures::decodeAhead(const std::string& path) {
+    const std::lock_guard lock(mutex_);
+    if (path.empty() || working_ == path || (ready_.path == path && ready_.stamp == stampOf(path))) return;
+    wanted_ = path;
+    if (busy_) return;
+    busy_ = true;
+    worker_.start([this] { work(); });
+}
+
+void QtPictures::work() {
+    std::unique_lock lock(mutex_);
+    while (!wanted_.empty()) {
+        working_ = std::exchange(wanted_, {});
+        const std::string path = working_;
+        ready_ = {};
+        lock.unlock();
+        Ahead ahead{path, stampOf(path), QImage(), {}};
+        ahead.image = load(path, ahead.reason);
+        lock.lock();
+        ready_ = std::move(ahead);
+        working_.clear();
+        done_.notify_all();
+    }
+    busy_ = false;
+}
+
+Picture QtPictures::cut(const Picture& whole, const Cell& cell) {
+    if (whole.empty() || cell.x < 0 || cell.y < 0 || cell.width <= 0 || cell.height <= 0) return {};
+    if (cell.width > whole.width() || cell.x > whole.width() - cell.width) return {};
+    if (cell.height > whole.height() || cell.y > whole.height() - cell.height) return {};
+    return Picture(std::make_shared<QtPicture>(imageOf(whole).copy(cell.x, cell.y, cell.width, cell.height)));
+}
+
+int QtPictures::paintStretched(PictureBox& box, float width, float height) {
+    if (box.Picture.get().empty()) return kInvalidPicture;
+    if (!std::isfinite(width) || !std::isfinite(height) || width > kMaxPaintedSide || height > kMaxPaintedSide) {
+        return kOutOfMemoryForPicture;
+    }
+    box.setPainted(std::max(width, 1.0F), std::max(height, 1.0F));
+    return 0;
+}
+
+}  // namespace corvane

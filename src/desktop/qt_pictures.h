@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QImage>
+#include <QThreadPool>
+#include <condition_variable>
+#include <cstdint>
+#include <mutex>
+#include <string>
+
+#include "platform/ports.h"
+
+namespace corvane {
+
+/// A picture of this desktop.
+class QtPicture : public PictureData {
+public:
+    /// The image must not be null.
+    explicit QtPicture(QImage image) : image_(std::move(image)) {}
+    int width() const override { return image_.width(); }
+    int height() const override { return image_.height(); }
+    std::uint32_t pixel(int x, int y) const override { return image_.pixel(x, y) & 0xFFFFFFU; }
+    const QImage& image() const { return image_; }
+
+private:
+    QImage image_;
+};
+
+/// The pixels of a picture; null for none.
+QImage imageOf(const Picture& picture);
+
+inline constexpr std::int64_t kMaxPicturePixels = 40'000'000;
+
+/// Pictures by Qt's readers: BMP, JPEG, GIF and PNG by their content, whatever the name. A file that ends too early
+/// counts as damaged.
+class QtPictures : public Pictures {
+public:
+    QtPictures();
+    ~QtPictures() override;
+
+    Decoded decode(const std::string& path) override;
+    void decodeAhead(const std::string& path) override;
+    Picture cut(const Picture& whole, const Cell& cell) override;
+    int paintStretched(PictureBox& box, float width, float height) override;
+
+private:
+    /// What tells a file from a changed one of the same name.
+    struct Stamp {
+        std::int64_t size = -1, seconds = 0, nanoseconds = 0;
+        bool operator==(const Stamp&) const = default;
+    };
+    struct Ahead {
+        std::string path;
+        Stamp stamp;
+        QImage image;  ///< null when it failed
+        std::string reason;
+    };
+    static Stamp stampOf(const std::string& path);
+    static QImage load(const std::string& path, std::string& reason);
+    void work();
+
+    QThreadPool worker_;  ///< one thread, gone when it is idle
+    std::mutex mutex_;    ///< guards what follows
+    std::condition_variable done_;
+    std::string wanted_;   ///< waits for the worker
+    std::string working_;  ///< the worker decodes it
+    bool busy_ = false;    ///< a task is in the pool
+    Ahead ready_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "desktop/qt_windows.h"
+
+#include <QApplication>
+#include <QScreen>
+#include <QWindow>
+#include <utility>
+
+#include "desktop/media_window.h"
+#include "desktop/native/native_window.h"
+#include "desktop/painted_window.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr std::uint32_t kShowWindow = 0x40;
+constexpr std::uint32_t kHideWindow = 0x80;
+
+std::unique_ptr<FormWindow> makeWindow(Form& form, DesktopContext& context) {
+    switch (form.style()) {
+        case FormStyle::Painted: return std::make_unique<PaintedWindow>(form, context);
+        case FormStyle::Media: return std::make_unique<MediaWindow>(form, context);
+        case FormStyle::Dialog: return makeNativeWindow(form, context);
+        case FormStyle::Hidden: break;
+    }
+    return nullptr;
+}
+
+/// Keeps a window whose form is gone until no event of it runs any more.
+struct Grave : QObject {
+    explicit Grave(std::unique_ptr<FormWindow> gone) : window(std::move(gone)) {}
+    std::unique_ptr<FormWindow> window;
+};
+
+QSizeF screenTwips(const DesktopContext& context) {
+    const QScreen* const screen = context.screen();
+    if (screen == nullptr) return {};
+    return QSizeF(screen->geometry().size()) * static_cast<double>(kTwipsPerPixel) / context.scale;
+}
+
+}  // namespace
+
+QtWindows::~QtWindows() = default;
+
+void QtWindows::attach(Form& form) {
+    auto window = makeWindow(form, context_);
+    if (!window) return;
+    if (form.style() == FormStyle::Painted) context_.panel = window->widget();
+    window->bind();
+    windows_[&form] = std::move(window);
+    if (waiting_ && form.style() == FormStyle::Painted) {
+        // Looked at again when the form has tied its events.
+        context_.loop.post([this] {
+            if (waiting_) dropFiles(*std::exchange(waiting_, {}));
+        });
+    }
+}
+
+void QtWindows::detach(Form& form) {
+    const auto found = windows_.find(&form);
+    if (found == windows_.end()) return;
+    auto window = std::move(found->second);
+    windows_.erase(found);
+    window->unbind();
+    (new Grave(std::move(window)))->deleteLater();
+}
+
+FormWindow* QtWindows::windowOf(const Form& form) const {
+    const auto found = windows_.find(&form);
+    return found == windows_.end() ? nullptr : found->second.get();
+}
+
+Twips QtWindows::screenWidth() { return static_cast<Twips>(screenTwips(context_).width()); }
+
+Twips QtWindows::screenHeight() { return static_cast<Twips>(screenTwips(context_).height()); }
+
+int QtWindows::doubleClickTimeMs() { return QApplication::doubleClickInterval(); }
+
+void QtWindows::SetWindowPos(Form& form, int insertAfter, std::uint32_t flags) {
+    FormWindow* const window = windowOf(form);
+    if (window == nullptr) return;
+    if (insertAfter == kTopMost || insertAfter == kNotTopMost) {
+        QWidget* const widget = window->widget();
+        Qt::WindowFlags wanted = widget->windowFlags();
+        wanted.setFlag(Qt::WindowStaysOnTopHint, insertAfter == kTopMost);
+        // A widget that is given new flags is hidden and made anew; its window takes them while it is shown.
+        widget->overrideWindowFlags(wanted);
+        if (widget->windowHandle() != nullptr) widget->windowHandle()->setFlags(wanted);
+    }
+    if ((flags & kShowWindow) != 0) form.Show();
+    if ((flags & kHideWindow) != 0) form.Hide();
+}
+
+void QtWindows::beginDrag(Form& form) {
+    if (auto* const window = dynamic_cast<CanvasWindow*>(windowOf(form))) window->beginDrag();
+}
+
+void QtWindows::activate(Form& form) {
+    if (FormWindow* const window = windowOf(form)) window->activate();
+}
+
+void QtWindows::refresh(Form& form) {
+    if (FormWindow* const window = windowOf(form)) window->refresh();
+}
+
+int QtWindows::textWidth(Form& form, const std::string& text) {
+    FormWindow* const window = windowOf(form);
+    return window != nullptr ? window->textWidth(text) : 0;
+}
+
+CanvasWindow* QtWindows::fileTaker() const {
+    for (const auto& [form, window] : windows_) {
+        auto* const canvas = dynamic_cast<CanvasWindow*>(window.get());
+        if (form->style() == FormStyle::Painted && canvas != nullptr && canvas->takesFiles()) return canvas;
+    }
+    return nullptr;
+}
+
+void QtWindows::dropFiles(const DropData& dropped) {
+    if (CanvasWindow* const taker = fileTaker()) {
+        taker->dropFiles(dropped);
+        taker->activate();
+    } else {
+        waiting_ = dropped;
+    }
+}
+
+void QtWindows::requestClose() {
+    for (const auto& [form, window] : windows_) {
+        auto* const canvas = dynamic_cast<CanvasWindow*>(window.get());
+        if (form->style() == FormStyle::Painted && canvas != nullptr) canvas->requestClose();
+    }
+}
+
+void QtWindows::hideAll() {
+    for (const auto& [form, window] : windows_) window->widget()->hide();
+}
+
+}  // namespace corvane

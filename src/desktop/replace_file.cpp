@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+
+#include "desktop/descriptor.h"
+#include "desktop/qt_files.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr int kMaxLinks = 40;
+
+std::string folderOf(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string::npos) return ".";
+    return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+/// The file that a path means: symbolic links followed, also one whose target is not there yet. "" when they circle.
+std::string targetOf(std::string path) {
+    for (int hops = 0; hops < kMaxLinks; ++hops) {
+        std::array<char, PATH_MAX> link{};
+        const ssize_t length = readlink(path.c_str(), link.data(), link.size());
+        if (length < 0) return path;
+        const std::string target(link.data(), static_cast<std::size_t>(length));
+        path = !target.empty() && target.front() == '/' ? target : folderOf(path) + '/' + target;
+    }
+    return {};
+}
+
+bool writeAll(int file, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = write(file, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written <= 0) return false;
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+/// The new file takes over what the old one was to other users.
+void keepOwnership(int file, const struct stat& old) {
+    // Only a privileged user can give a file away; keeping the group alone is good enough for the others.
+    if (fchown(file, old.st_uid, old.st_gid) != 0 && fchown(file, static_cast<uid_t>(-1), old.st_gid) != 0) errno = 0;
+    if (fchmod(file, old.st_mode & 07777U) != 0) errno = 0;
+}
+
+mode_t defaultMode() {
+    const mode_t mask = umask(0);
+    umask(mask);
+    return 0666U & ~mask;
+}
+
+}  // namespace
+
+bool QtFiles::replace(const std::string& path, std::string_view bytes) {
+    const std::string target = targetOf(path);
+    if (target.empty() || target.back() == '/') return false;
+    struct stat old {};
+    const bool exists = stat(target.c_str(), &old) == 0;
+    if (exists && (!S_ISREG(old.st_mode) || access(target.c_str(), W_OK) != 0)) return false;
+
+    const std::string folder = folderOf(target);
+    std::string beside = folder + "/.corvane-XXXXXX";
+    Descriptor file(mkostemp(beside.data(), O_CLOEXEC));
+    if (!file) return false;
+    if (exists) {
+        keepOwnership(file.get(), old);
+    } else if (fchmod(file.get(), defaultMode()) != 0) {
+        errno = 0;  // a file system without modes
+    }
+    const bool written = writeAll(file.get(), bytes) && fsync(file.get()) == 0;
+    if (!file.close() || !written || std::rename(beside.c_str(), target.c_str()) != 0) {
+        unlink(beside.c_str());
+        return false;
+    }
+    const Descriptor opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (opened) fsync(opened.get());
+    return true;
+}
+
+}  // namespace corvane

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <unistd.h>
+
+#include <QApplication>
+#include <clocale>
+#include <cstdio>
+#include <filesystem>
+
+#include "desktop/linux_desktop.h"
+#include "dialogs/forms.h"
+#include "engine/player.h"
+#include "listedit/forms.h"
+#include "panel/forms.h"
+#include "players/forms.h"
+#include "startup/forms.h"
+
+namespace {
+
+using namespace corvane;
+
+CommandLine commandLineOf(int argc, char** argv) {
+    std::error_code failed;
+    return readCommandLine({argv + std::min(argc, 1), argv + argc}, std::filesystem::current_path(failed).string());
+}
+
+void registerForms(Player& player) {
+    registerStartupForms(player);
+    registerPanelForms(player);
+    registerDialogForms(player);
+    registerPlayerForms(player);
+    registerListEditForms(player);
+}
+
+int runPlayer(CommandLine line) {
+    LinuxDesktop desktop(std::move(line));
+    Player player(desktop.ports());
+    registerForms(player);
+    bool started = false;
+    desktop.ports().loop.enter([&] { started = startProgram(player); });
+    const int result = started && !desktop.ports().process.ending() ? QApplication::exec() : 0;
+    player.forms.clear();
+    return result;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    CommandLine line = commandLineOf(argc, argv);
+    if (line.help) return std::fputs(helpText().c_str(), stdout) < 0 ? 1 : 0;
+    if (line.version) return std::puts("corvane " CORVANE_VERSION) < 0 ? 1 : 0;
+
+    QCoreApplication::setApplicationName(QStringLiteral("corvane"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(CORVANE_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral("corvane"));
+    // Window places and staying on top are X11's; a session manager must not start or save the player by itself.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && !qEnvironmentVariableIsEmpty("DISPLAY")) {
+        qputenv("QT_QPA_PLATFORM", "xcb");
+    }
+    qunsetenv("SESSION_MANAGER");
+    int ownArguments = std::min(argc, 1);  // Qt must not take options out of file names
+    const QApplication application(ownArguments, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    std::setlocale(LC_NUMERIC, "C");
+    return runPlayer(std::move(line));
+}
