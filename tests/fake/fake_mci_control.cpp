@@ -221,19 +221,20 @@ std::int64_t FakeMciControl::unitsNow() const {
     return std::min(position_ + passed, std::max(playEnd_, position_));
 }
 
-/// Track 0 of a packed position is the first one; a second of 60 counts as the next minute.
+/// Track 0 of a packed position is the first one; a second of 60 counts as the next minute; what lies behind the track
+/// is its end.
 std::int64_t FakeMciControl::toUnits(std::int32_t position) const {
     if (format_ != kFormatTmsf) {
         const std::int64_t units = static_cast<std::int64_t>(position) * device_->unitsPerSecond / 1000;
         return std::clamp<std::int64_t>(units, 0, device_->end);
     }
-    const auto track = std::max<std::int64_t>(byteAt(position, 0), 1) - 1;
-    const auto tracks = static_cast<std::int64_t>(device_->tracks.size());
-    const auto first = device_->tracks.begin();
-    const std::int64_t start = std::accumulate(first, first + std::min(track, tracks), std::int64_t{0});
+    const auto track = static_cast<std::size_t>(std::max<std::int64_t>(byteAt(position, 0), 1) - 1);
+    if (track >= device_->tracks.size()) return device_->end;
+    std::int64_t start = 0;
+    for (std::size_t i = 0; i < track; ++i) start += device_->tracks[i];
     const std::int64_t frames =
         byteAt(position, 8) * kFramesPerMinute + byteAt(position, 16) * kFramesPerSecond + byteAt(position, 24);
-    return std::min(start + frames * device_->unitsPerSecond / kFramesPerSecond, device_->end);
+    return start + std::min(frames * device_->unitsPerSecond / kFramesPerSecond, device_->tracks[track]);
 }
 
 std::int32_t FakeMciControl::fromUnits(std::int64_t units) const {

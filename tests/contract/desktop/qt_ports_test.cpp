@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <sys/resource.h>
+
+#include <QImage>
+#include <QPainter>
+#include <csignal>
+
+#include "contract/event_loop_contract.h"
+#include "contract/files_contract.h"
+#include "contract/pictures_contract.h"
+#include "contract/timers_contract.h"
+#include "desktop/qt_files.h"
+#include "desktop/qt_loop.h"
+#include "desktop/qt_pictures.h"
+#include "desktop/qt_time.h"
+#include "unit/desktop/offscreen.h"
+
+namespace corvane {
+namespace {
+
+template <class S>
+class QtStage : public S {
+public:
+    QtStage() { test::offscreenApplication(); }
+    EventLoop& loop() override { return loop_; }
+    bool waitFor(const std::function<bool()>& condition, int atMostMs) override {
+        return test::waitUntil(condition, atMostMs);
+    }
+
+private:
+    QtLoop loop_;
+};
+
+class QtTimeStage : public QtStage<TimeStage> {
+public:
+    Timers& timers() override { return timers_; }
+    Clock& clock() override { return clock_; }
+
+private:
+    QtTimers timers_;
+    QtClock clock_;
+};
+
+class QtFilesStage : public FilesStage {
+public:
+    ~QtFilesStage() override {
+        if (!limited_) return;
+        setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, SIG_DFL);
+    }
+    Files& files() override { return files_; }
+    std::string root() override { return folder_.path(); }
+    void makeFile(const std::string& path, const std::string& bytes) override {
+        folder_.write(path.substr(folder_.path().size() + 1), bytes);
+    }
+    void makeHiddenFile(const std::string& path) override { makeFile(path, ""); }
+    void makeFolder(const std::string& path) override { std::filesystem::create_directory(path); }
+    std::string bytesOf(const std::string& path) override {
+        return folder_.bytes(path.substr(folder_.path().size() + 1));
+    }
+    /// The disk is full, for this process: a write fails half-way, whoever the user is.
+    bool failReplacements() override {
+        getrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit none = before_;
+        none.rlim_cur = 1;
+        return limited_ = setrlimit(RLIMIT_FSIZE, &none) == 0;
+    }
+    std::string hiddenName() override { return ".hidden.wav"; }
+
+private:
+    test::TemporaryFolder folder_;
+    QtFiles files_;
+    rlimit before_{};
+    bool limited_ = false;
+};
+
+class QtPicturesStage : public PicturesStage {
+public:
+    QtPicturesStage() {
+        test::offscreenApplication();
+        QImage halves(40, 30, QImage::Format_RGB32);
+        halves.fill(qRgb(255, 0, 0));
+        QPainter(&halves).fillRect(20, 0, 20, 30, Qt::blue);
+        halves.save(QString::fromStdString(picture()), "BMP");
+        folder_.write("broken.bmp", "BM this is no picture");
+    }
+    Pictures& pictures() override { return pictures_; }
+    std::string picture() override { return folder_.in("halves.bmp"); }
+    std::string broken() override { return folder_.in("broken.bmp"); }
+
+private:
+    test::TemporaryFolder folder_;
+    QtPictures pictures_;
+};
+
+std::unique_ptr<Stage> makeLoop() { return std::make_unique<QtStage<Stage>>(); }
+std::unique_ptr<TimeStage> makeTime() { return std::make_unique<QtTimeStage>(); }
+std::unique_ptr<FilesStage> makeFiles() { return std::make_unique<QtFilesStage>(); }
+std::unique_ptr<PicturesStage> makePictures() { return std::make_unique<QtPicturesStage>(); }
+
+INSTANTIATE_TEST_SUITE_P(Qt, EventLoopContract, ::testing::Values(&makeLoop));
+INSTANTIATE_TEST_SUITE_P(Qt, TimersContract, ::testing::Values(&makeTime));
+INSTANTIATE_TEST_SUITE_P(Qt, FilesContract, ::testing::Values(&makeFiles));
+INSTANTIATE_TEST_SUITE_P(Qt, PicturesContract, ::testing::Values(&makePictures));
+
+}  // namespace
+}  // namespace corvane

@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/event_loop.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "fake/fake_loop.h"
+#include "fake/fake_machine.h"
+
+namespace corvane {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class Loop : public ::testing::Test {
+protected:
+    FakeLoop loop;
+    Texts seen;
+    EventLoop::Handler say(const std::string& text) {
+        return [this, text] { seen.push_back(text); };
+    }
+};
+
+TEST_F(Loop, RunsPostedEventsLaterAndInOrder) {
+    loop.post(say("first"));
+    loop.post(say("second"));
+    EXPECT_TRUE(seen.empty());
+    EXPECT_FALSE(loop.idle());
+    loop.drain();
+    EXPECT_EQ(seen, (Texts{"first", "second"}));
+    EXPECT_TRUE(loop.idle());
+}
+
+TEST_F(Loop, WhatAnEventPostsComesBehindWhatWaited) {
+    loop.post([this] {
+        seen.push_back("first");
+        loop.post(say("third"));
+    });
+    loop.post(say("second"));
+    loop.drain();
+    EXPECT_EQ(seen, (Texts{"first", "second", "third"}));
+}
+
+TEST_F(Loop, OneRunTakesOnlyWhatWasQueuedAndAsksForTheRest) {
+    loop.post([this] { loop.post(say("next run")); });
+    loop.runPending();
+    EXPECT_TRUE(seen.empty());
+    EXPECT_EQ(loop.wakes(), 3);  // for each post, and for what one run left
+    loop.runPending();
+    EXPECT_EQ(seen, Texts{"next run"});
+}
+
+TEST_F(Loop, HoldsEventsWhileAHoldLives) {
+    auto hold = std::make_unique<EventLoop::Hold>(loop);
+    const int wakes = loop.wakes();
+    loop.post(say("late"));
+    loop.drain();
+    loop.runPending();
+    EXPECT_TRUE(loop.held());
+    EXPECT_TRUE(seen.empty());
+    EXPECT_EQ(loop.wakes(), wakes);
+    hold.reset();
+    EXPECT_GT(loop.wakes(), wakes);
+    loop.drain();
+    EXPECT_EQ(seen, Texts{"late"});
+}
+
+TEST_F(Loop, HoldsNest) {
+    auto outer = std::make_unique<EventLoop::Hold>(loop);
+    {
+        const EventLoop::Hold inner(loop);
+        loop.post(say("late"));
+    }
+    loop.drain();
+    EXPECT_TRUE(seen.empty());
+    outer.reset();
+    loop.drain();
+    EXPECT_EQ(seen, Texts{"late"});
+}
+
+TEST_F(Loop, AHoldTakenByAnEventStopsTheOnesBehindIt) {
+    std::unique_ptr<EventLoop::Hold> hold;
+    loop.post([&] { hold = std::make_unique<EventLoop::Hold>(loop); });
+    loop.post(say("late"));
+    loop.drain();
+    EXPECT_TRUE(seen.empty());
+    hold.reset();
+    loop.drain();
+    EXPECT_EQ(seen, Texts{"late"});
+}
+
+TEST_F(Loop, AnInputHandlerRunsAtOnceEvenWhileHeld) {
+    const EventLoop::Hold hold(loop);
+    loop.enter(say("now"));
+    EXPECT_EQ(seen, Texts{"now"});
+}
+
+TEST_F(Loop, CountsRunningHandlersAndTellsWhenNoneRuns) {
+    int quiet = 0;
+    std::vector<int> depths;
+    loop.onQuiet([&] { ++quiet; });
+    loop.post([&] {
+        depths.push_back(loop.depth());
+        loop.enter([&] { depths.push_back(loop.depth()); });
+        EXPECT_EQ(quiet, 0);
+        depths.push_back(loop.depth());
+    });
+    loop.drain();
+    EXPECT_EQ(depths, (std::vector<int>{1, 2, 1}));
+    EXPECT_EQ(quiet, 1);
+    EXPECT_EQ(loop.depth(), 0);
+}
+
+TEST(MachineTime, TimersAndPostedEventsComeInTheOrderOfTheirTime) {
+    FakeMachine machine;
+    Texts seen;
+    const auto say = [&](const std::string& what) {
+        machine.loop.post(
+            [&machine, &seen, what] { seen.push_back(what + " " + std::to_string(machine.clock.milliseconds())); });
+    };
+    machine.timers.start(30, [&] { say("slow"); });
+    machine.timers.start(20, [&] { say("fast"); });
+    say("posted");
+    machine.advance(60);
+    EXPECT_EQ(seen, (Texts{"posted 0", "fast 20", "slow 30", "fast 40", "slow 60", "fast 60"}));
+}
+
+TEST(MachineTime, NothingIsDeliveredAfterTheEnd) {
+    FakeMachine machine;
+    int events = 0;
+    machine.timers.start(10, [&] { machine.loop.post([&] { ++events; }); });
+    machine.advance(10);
+    EXPECT_EQ(events, 1);
+    machine.loop.post([&] { machine.process.end(); });
+    machine.loop.post([&] { ++events; });
+    machine.advance(100);
+    EXPECT_TRUE(machine.process.ending());
+    EXPECT_EQ(events, 1);
+}
+
+}  // namespace
+}  // namespace corvane
