@@ -1,0 +1,477 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The settings dialog: what it shows, what OK stores and in which order, what Cancel leaves.
+#include <set>
+
+#include "dialogs/frmCustom.h"
+#include "fake/player_fixture.h"
+
+namespace corvane {
+namespace {
+
+using Custom = CustomControls;
+using Texts = std::vector<std::string>;
+
+class CustomDialog : public PlayerFixture {
+protected:
+    CustomDialog() {
+        player.gIniFile = "/app/KADO.INI";
+        machine.files.addFolder("/app");
+        machine.files.add("/app/PANELSET/DEFAULT.BMP");
+        machine.files.add("/app/PANELSET/default.csv");
+        machine.files.add("/app/PANELSET/night.bmp");
+        machine.files.add("/app/PANELSET/NOTES.TXT");
+        machine.files.add("/app/skin.csv", "slider,40,10,10,0,0,200,8,WHITE\nknob,24,300,10,0,0,60,60,1\n");
+        player.gTextPath = "/app/skin.csv";
+        setUpPanel();
+    }
+
+    CustomControls& open() {
+        machine.loop.enter([&] { panel().pctMainPanel.Click.raise(); });
+        machine.settle();
+        machine.clearCalls();
+        return dialog();
+    }
+    CustomControls* found() { return player.forms.find<CustomControls>(); }
+    CustomControls& dialog() { return *found(); }
+    void push(int button) {
+        CommandButton& pushed = dialog().cmdCustom.at(static_cast<std::size_t>(button));
+        machine.loop.enter([&] { pushed.Click.raise(); });
+        machine.settle();
+    }
+    TextBox& field(std::size_t index) { return dialog().txtCustom.at(index); }
+    bool highlighted(std::size_t index) { return dialog().imgCustom.at(index).Visible; }
+    std::string written(const std::string& key) {
+        if (!machine.files.has("/app/KADO.INI")) return "(none)";
+        const std::string text = machine.files.bytes("/app/KADO.INI");
+        const std::size_t at = text.find("\r\n" + key + "=");
+        if (at == std::string::npos) return "(none)";
+        const std::size_t from = at + key.size() + 3;
+        return text.substr(from, text.find("\r\n", from) - from);
+    }
+};
+
+TEST_F(CustomDialog, EveryGroupAndControlHasItsCaption) {
+    open();
+    const Texts groups = {"Top Window", "Volume Select", "Image Hide", "Play Mode", "Key Custom", "Panel Customize"};
+    for (std::size_t i = 0; i < groups.size(); ++i) EXPECT_EQ(dialog().fraCustom[i].Caption.get(), groups[i]);
+    const Texts options = {"False", "True", "Normal Mode", "Main Window", "Sub Window"};
+    for (std::size_t i = 0; i < options.size(); ++i) EXPECT_EQ(dialog().optCustom[i].Caption.get(), options[i]);
+    EXPECT_EQ(dialog().chkCustom[0].Caption.get(), "Quick Play");
+    EXPECT_EQ(dialog().chkCustom[1].Caption.get(), "Auto Start");
+    EXPECT_EQ(dialog().cmdCustom[0].Caption.get(), "OK");
+    EXPECT_EQ(dialog().cmdCustom[1].Caption.get(), "Cancel");
+    const Texts labels = {"POWER_Click", "MINBUTTON_Click", "REPEAT_Click", "SHUFFLE_Click", "PLAY_Click",
+                          "PAUSE_Click", "STOP_Click",      "PREV_Click",   "NEXT_Click",    "VOLUME_Up",
+                          "VOLUME_Down", "Delay Time",      "Bitmap File",  "Text File"};
+    for (std::size_t i = 0; i < labels.size(); ++i) EXPECT_EQ(dialog().lblCustom[i].Caption.get(), labels[i]);
+}
+
+TEST_F(CustomDialog, TheVersionLabelNamesProductVersionAndComments) {
+    machine.process.versionMinor = 5;
+    open();
+    EXPECT_EQ(dialog().lblCustom[Custom::kVersion].Caption.get(), "Corvane  Ver 1.05  Multimedia Player");
+}
+
+TEST_F(CustomDialog, OpeningHidesThePanelAndClosingBringsItBack) {
+    panel().Move(300, 600);
+    for (const int button : {Custom::kOk, Custom::kCancel}) {
+        open();
+        EXPECT_FALSE(panel().Visible || panel().Enabled);
+        push(button);
+        EXPECT_EQ(found(), nullptr);
+        EXPECT_TRUE(panel().Visible && panel().Enabled);
+        EXPECT_EQ(panel().Left.get(), 300);
+        EXPECT_EQ(machine.windows.active(), &panel());
+    }
+}
+
+TEST_F(CustomDialog, OpeningShowsThePresentSettings) {
+    player.gImageHide = false;
+    player.gAutoPlay = true;
+    player.gWindowPos = 2;
+    player.gDelayTime = 250;
+    player.gKeyPause = 0;
+    player.gKeyStop = 0x3042;
+    player.gBitmapFileName = "night.bmp";
+    open();
+    EXPECT_TRUE(dialog().optCustom[Custom::kHideFalse].Value);
+    EXPECT_FALSE(dialog().optCustom[Custom::kHideTrue].Value);
+    EXPECT_TRUE(dialog().chkCustom[Custom::kAutoStart].Value);
+    EXPECT_FALSE(dialog().chkCustom[Custom::kQuickPlay].Value);
+    EXPECT_TRUE(dialog().optCustom[Custom::kSubWindow].Value);
+    EXPECT_EQ(field(0).Text.get(), "P");
+    EXPECT_EQ(field(5).Text.get(), "");
+    EXPECT_EQ(field(6).Text.get(), "\xE3\x81\x82");
+    EXPECT_EQ(field(10).Text.get(), "d");
+    EXPECT_EQ(field(Custom::kDelay).Text.get(), "250");
+    EXPECT_EQ(dialog().cboCustom[Custom::kBitmaps].items(), (Texts{"DEFAULT.BMP", "night.bmp"}));
+    EXPECT_EQ(dialog().cboCustom[Custom::kTexts].items(), Texts{"default.csv"});
+    EXPECT_EQ(dialog().cboCustom[Custom::kBitmaps].Text.get(), "night.bmp");
+    EXPECT_EQ(dialog().cboCustom[Custom::kTexts].Text.get(), "DEFAULT.CSV");
+}
+
+TEST_F(CustomDialog, EachWindowModeSelectsItsOption) {
+    for (const int mode : {0, 1, 2}) {
+        player.gWindowPos = static_cast<std::int16_t>(mode);
+        open();
+        for (const int each : {0, 1, 2}) {
+            EXPECT_EQ(dialog().optCustom[static_cast<std::size_t>(2 + each)].Value.get(), each == mode) << mode;
+        }
+        push(Custom::kCancel);
+    }
+}
+
+TEST_F(CustomDialog, OptionsOfOneGroupLeaveTheOtherGroupAlone) {
+    open();
+    dialog().optCustom[Custom::kHideTrue].Value = true;
+    dialog().optCustom[Custom::kMainWindow].Value = true;
+    EXPECT_TRUE(dialog().optCustom[Custom::kHideTrue].Value);
+    EXPECT_FALSE(dialog().optCustom[Custom::kNormalMode].Value);
+}
+
+TEST_F(CustomDialog, TheDevicesAreAutoDetectAndWaveOut) {
+    machine.sound.aux.push_back({AuxCaps{1, 8, "Line In"}});
+    open();
+    EXPECT_EQ(dialog().cboCustom[Custom::kDevices].items(), (Texts{"AUTO DETECT", "WAVE OUT"}));
+    EXPECT_EQ(dialog().cboCustom[Custom::kDevices].ListIndex, 1);
+}
+
+TEST_F(CustomDialog, TheOldFamilyAddsTheAuxiliaryDevicesByName) {
+    player.gIsWin9x = true;
+    player.gAuxType = 1;
+    machine.sound.aux.push_back({AuxCaps{1, 8, "Line In"}});
+    machine.sound.aux.push_back({AuxCaps{1, 2, "CD \xE9"}});
+    open();
+    EXPECT_EQ(dialog().cboCustom[Custom::kDevices].items(), (Texts{"AUTO DETECT", "WAVE OUT", "Line In", "CD \xE9"}));
+    EXPECT_EQ(dialog().cboCustom[Custom::kDevices].ListIndex, 3);
+}
+
+TEST_F(CustomDialog, ADeviceThatIsGoneIsNotChangedByOk) {
+    player.gIsWin9x = true;
+    player.gAuxType = 5;
+    open();
+    push(Custom::kOk);
+    EXPECT_TRUE(machine.dialogs.boxes.empty());
+    EXPECT_EQ(written("AUXTYPE"), "(none)");
+}
+
+TEST_F(CustomDialog, OkWritesEveryKeyInItsOrder) {
+    player.gWindowPos = 0;
+    open();
+    push(Custom::kOk);
+    EXPECT_EQ(machine.files.bytes("/app/KADO.INI"),
+              "[KADO]\r\nPOWER_Click=P\r\nMIN_Click=M\r\nREPEAT_Click=R\r\nSHUFFLE_Click=S\r\nPLAY_Click=z\r\n"
+              "PAUSE_Click=x\r\nSTOP_Click=c\r\nPREV_Click=,\r\nNEXT_Click=.\r\nVOLUME_Up=u\r\nVOLUME_Down=d\r\n"
+              "IMAGEHIDE=ON\r\nAUTOPLAY=OFF\r\nQUICK=OFF\r\nDELAYTIME=500\r\nBITMAPFILE=DEFAULT.BMP\r\n"
+              "TEXTFILE=DEFAULT.CSV\r\nWINDOWPOS=0\r\n");
+}
+
+TEST_F(CustomDialog, CancelAndTheWindowManagersCloseStoreNothing) {
+    for (const bool byWindowManager : {false, true}) {
+        open();
+        field(0).Text = "q";
+        dialog().chkCustom[Custom::kQuickPlay].Value = true;
+        if (byWindowManager) {
+            machine.loop.enter([&] { dialog().CloseRequest.raise(false); });
+            machine.settle();
+        } else {
+            push(Custom::kCancel);
+        }
+        EXPECT_EQ(found(), nullptr);
+        EXPECT_EQ(player.gKeyPower, 'P');
+        EXPECT_FALSE(player.gQuickPlay);
+        EXPECT_FALSE(machine.files.has("/app/KADO.INI"));
+    }
+}
+
+TEST_F(CustomDialog, OkTakesTheSwitches) {
+    open();
+    dialog().optCustom[Custom::kHideFalse].Value = true;
+    dialog().chkCustom[Custom::kQuickPlay].Value = true;
+    push(Custom::kOk);
+    EXPECT_FALSE(player.gImageHide);
+    EXPECT_TRUE(player.gQuickPlay);
+    EXPECT_FALSE(player.gAutoPlay);
+    EXPECT_EQ(written("IMAGEHIDE"), "OFF");
+    EXPECT_EQ(written("QUICK"), "ON");
+    EXPECT_EQ(written("AUTOPLAY"), "OFF");
+}
+
+TEST_F(CustomDialog, OkLightsAndPutsOutTheLamps) {
+    std::array<Picture, 4> pictures;
+    for (Picture& each : pictures) each = makePicture(1, 1, {0});
+    auto& images = panel().imgMainPanel;
+    images[kAutoPlayLamp + 1].Picture = pictures[0];
+    images[kAutoPlayLamp + 2].Picture = pictures[1];
+    images[kQuickPlayLamp + 1].Picture = pictures[2];
+    images[kQuickPlayLamp + 2].Picture = pictures[3];
+    open();
+    dialog().chkCustom[Custom::kAutoStart].Value = true;
+    push(Custom::kOk);
+    EXPECT_EQ(images[kAutoPlayLamp].Picture.get(), pictures[1]);
+    EXPECT_EQ(images[kQuickPlayLamp].Picture.get(), pictures[2]);
+    open();
+    dialog().chkCustom[Custom::kAutoStart].Value = false;
+    dialog().chkCustom[Custom::kQuickPlay].Value = true;
+    push(Custom::kOk);
+    EXPECT_EQ(images[kAutoPlayLamp].Picture.get(), pictures[0]);
+    EXPECT_EQ(images[kQuickPlayLamp].Picture.get(), pictures[3]);
+}
+
+TEST_F(CustomDialog, EachKeyFieldBindsItsFirstCharacter) {
+    using State = mdlDefinePublic::PlayerState;
+    const std::vector<std::int16_t State::*> keys = {&State::gKeyPower,    &State::gKeyMin,       &State::gKeyRepeat,
+                                                     &State::gKeyShuffle,  &State::gKeyPlay,      &State::gKeyPause,
+                                                     &State::gKeyStop,     &State::gKeyPrev,      &State::gKeyNext,
+                                                     &State::gKeyVolumeUp, &State::gKeyVolumeDown};
+    open();
+    for (std::size_t i = 0; i < keys.size(); ++i) field(i).Text = std::string(1, static_cast<char>('0' + i)) + "xyz";
+    push(Custom::kOk);
+    for (std::size_t i = 0; i < keys.size(); ++i) EXPECT_EQ(player.*keys[i], '0' + static_cast<int>(i)) << i;
+    EXPECT_EQ(written("MIN_Click"), "1");
+    EXPECT_EQ(written("VOLUME_Down"), ":");
+}
+
+TEST_F(CustomDialog, AnEmptiedKeyFieldUnbindsItsCommand) {
+    open();
+    field(4).Text = "";
+    push(Custom::kOk);
+    EXPECT_EQ(player.gKeyPlay, 0);
+    EXPECT_EQ(written("PLAY_Click"), "");
+}
+
+TEST_F(CustomDialog, ABlankIsAKeyAndComesBack) {
+    open();
+    field(5).Text = " ";
+    push(Custom::kOk);
+    EXPECT_EQ(player.gKeyPause, ' ');
+    EXPECT_EQ(written("PAUSE_Click"), "\" \"");
+}
+
+struct Delay {
+    const char* typed;
+    int delayMs;
+    const char* stored;
+};
+class DelayField : public CustomDialog, public ::testing::WithParamInterface<Delay> {};
+TEST_P(DelayField, IsStoredAsItMeans) {
+    open();
+    field(Custom::kDelay).Text = GetParam().typed;
+    push(Custom::kOk);
+    EXPECT_EQ(player.gDelayTime, GetParam().delayMs);
+    EXPECT_EQ(written("DELAYTIME"), GetParam().stored);
+}
+INSTANTIATE_TEST_SUITE_P(Values, DelayField,
+                         ::testing::Values(Delay{"0", 1, "1"}, Delay{"", 500, "500"}, Delay{"abc", 500, "500"},
+                                           Delay{"250", 250, "250"}, Delay{"0250", 250, "0250"}, Delay{"00", 1, "1"},
+                                           Delay{"32767", 32767, "32767"}, Delay{"99999", 32767, "32767"}));
+
+TEST_F(CustomDialog, TheDelayFieldTakesDigitsAndBackspaceOnly) {
+    open();
+    const auto& takes = field(Custom::kDelay).KeyPress;
+    for (int character = 1; character < 256; ++character) {
+        const bool wanted = (character >= '0' && character <= '9') || character == 8;
+        EXPECT_EQ(takes(character), wanted ? character : 0) << character;
+    }
+    EXPECT_EQ(takes(0x3042), 0);
+    EXPECT_FALSE(static_cast<bool>(field(0).KeyPress));
+}
+
+TEST_F(CustomDialog, SkinNamesAreTrimmedAndEmptyOnesAreTheDefaults) {
+    open();
+    dialog().cboCustom[Custom::kBitmaps].ListIndex = 1;
+    dialog().cboCustom[Custom::kTexts].Text = "  my skin.csv ";
+    push(Custom::kOk);
+    EXPECT_EQ(written("BITMAPFILE"), "night.bmp");
+    EXPECT_EQ(written("TEXTFILE"), "my skin.csv");
+    EXPECT_EQ(player.gBitmapFileName, "DEFAULT.BMP") << "skins change at the next start";
+    open();
+    dialog().cboCustom[Custom::kBitmaps].Text = "";
+    dialog().cboCustom[Custom::kTexts].Text = "   ";
+    push(Custom::kOk);
+    EXPECT_EQ(written("BITMAPFILE"), "DEFAULT.BMP");
+    EXPECT_EQ(written("TEXTFILE"), "DEFAULT.CSV");
+}
+
+TEST_F(CustomDialog, SkinsOfARootFolderAreFound) {
+    machine.process.folder = "/";
+    machine.files.add("/PANELSET/ROOT.BMP");
+    open();
+    EXPECT_EQ(dialog().cboCustom[Custom::kBitmaps].items(), Texts{"ROOT.BMP"});
+}
+
+struct Mode {
+    int before;
+    Custom::Option option;
+    int after;
+    const char* call;  ///< "" none
+};
+class WindowMode : public CustomDialog, public ::testing::WithParamInterface<Mode> {};
+TEST_P(WindowMode, TakesEffectAtOnce) {
+    player.gWindowPos = static_cast<std::int16_t>(GetParam().before);
+    open();
+    dialog().optCustom[GetParam().option].Value = true;
+    push(Custom::kOk);
+    EXPECT_EQ(player.gWindowPos, GetParam().after);
+    EXPECT_EQ(written("WINDOWPOS"), std::to_string(GetParam().after));
+    Texts calls;
+    for (const std::string& each : machine.calls("windows")) {
+        if (each.find("SetWindowPos") != std::string::npos) calls.push_back(each);
+    }
+    EXPECT_EQ(calls, *GetParam().call == 0 ? Texts{} : Texts{GetParam().call});
+}
+constexpr const char* kOnTop = "windows.SetWindowPos frmMainPanel -1 13";
+constexpr const char* kNotOnTop = "windows.SetWindowPos frmMainPanel -2 13";
+INSTANTIATE_TEST_SUITE_P(Modes, WindowMode,
+                         ::testing::Values(Mode{0, Custom::kNormalMode, 0, ""},
+                                           Mode{1, Custom::kNormalMode, 0, kNotOnTop},
+                                           Mode{2, Custom::kNormalMode, 0, ""}, Mode{0, Custom::kMainWindow, 1, kOnTop},
+                                           Mode{1, Custom::kMainWindow, 1, kOnTop},
+                                           Mode{2, Custom::kMainWindow, 1, kOnTop}, Mode{0, Custom::kSubWindow, 2, ""},
+                                           Mode{1, Custom::kSubWindow, 2, kNotOnTop},
+                                           Mode{2, Custom::kSubWindow, 2, ""}));
+
+TEST_F(CustomDialog, AnotherDeviceShowsTheRestartNoticeOnceAndCountsFromTheNextStart) {
+    open();
+    dialog().cboCustom[Custom::kDevices].ListIndex = 0;
+    std::string beforeBox;
+    machine.dialogs.whileUp = [&] { beforeBox = written("AUXTYPE") + " " + written("WINDOWPOS"); };
+    push(Custom::kOk);
+    ASSERT_EQ(machine.dialogs.boxes.size(), 1U);
+    EXPECT_EQ(machine.dialogs.boxes[0],
+              (FakeDialogs::Box{"サウンド出力の設定が変更されました。\r\n設定は次回の起動から有効になります。\r\n"
+                                "直ちに[Corvane]を再起動して下さい。",
+                                "Corvane", Buttons::Ok, Icon::Information}));
+    EXPECT_EQ(beforeBox, "(none) 0");
+    EXPECT_EQ(written("AUXTYPE"), "-2");
+    EXPECT_EQ(player.gAuxType, -1);
+}
+
+TEST_F(CustomDialog, TheSameDeviceShowsNothing) {
+    open();
+    dialog().cboCustom[Custom::kDevices].ListIndex = 0;
+    dialog().cboCustom[Custom::kDevices].ListIndex = 1;
+    push(Custom::kOk);
+    EXPECT_TRUE(machine.dialogs.boxes.empty());
+    EXPECT_EQ(written("AUXTYPE"), "(none)");
+}
+
+TEST_F(CustomDialog, AFieldIsReachedByItsLabelAndByItsHighlight) {
+    open();
+    machine.loop.enter([&] { dialog().lblCustom[3].Click.raise(); });
+    machine.settle();
+    EXPECT_EQ(machine.windows.focused(), &field(3));
+    machine.loop.enter([&] { dialog().imgCustom[7].Click.raise(); });
+    machine.settle();
+    EXPECT_EQ(machine.windows.focused(), &field(7));
+    machine.loop.enter([&] { dialog().lblCustom[Custom::kDelayHeading].Click.raise(); });
+    machine.settle();
+    EXPECT_EQ(machine.windows.focused(), &field(Custom::kDelay));
+}
+
+TEST_F(CustomDialog, AFieldThatGetsTheFocusIsSelectedWhole) {
+    player.gKeyStop = 0x3042;
+    open();
+    field(6).SetFocus();
+    machine.settle();
+    EXPECT_EQ(field(6).SelStart, 0);
+    EXPECT_EQ(field(6).SelLength, 1);
+    field(Custom::kDelay).SetFocus();
+    machine.settle();
+    EXPECT_EQ(field(Custom::kDelay).SelLength, 3);
+}
+
+TEST_F(CustomDialog, TheHighlightOfTheFieldWithTheFocusBlinksTwiceASecond) {
+    open();
+    machine.advance(2000);
+    EXPECT_FALSE(highlighted(2));
+    field(2).SetFocus();
+    machine.settle();
+    for (const bool seen : {true, false, true, false}) {
+        EXPECT_EQ(highlighted(2), seen);
+        EXPECT_FALSE(highlighted(1));
+        machine.advance(500);
+    }
+    field(4).SetFocus();
+    machine.settle();
+    EXPECT_FALSE(highlighted(2));
+    EXPECT_TRUE(highlighted(4));
+    machine.advance(500);
+    EXPECT_FALSE(highlighted(4));
+}
+
+TEST_F(CustomDialog, TheDelayFieldBlinksNothing) {
+    open();
+    field(10).SetFocus();
+    machine.settle();
+    field(Custom::kDelay).SetFocus();
+    machine.settle();
+    machine.advance(1500);
+    for (std::size_t i = 0; i < Custom::kKeys; ++i) EXPECT_FALSE(highlighted(i)) << i;
+    EXPECT_FALSE(dialog().tmrCustom.Enabled);
+}
+
+TEST_F(CustomDialog, ClosingWhileAHighlightBlinksLeavesNoTimer) {
+    open();
+    const int running = machine.timers.running();
+    field(0).SetFocus();
+    machine.settle();
+    EXPECT_EQ(machine.timers.running(), running + 1);
+    push(Custom::kCancel);
+    EXPECT_EQ(machine.timers.running(), running);
+}
+
+TEST_F(CustomDialog, WithAutoStartEitherButtonPlays) {
+    machine.addSound("/x/a.wav", 3000);
+    setList({"/x/a.wav"});
+    for (const int button : {Custom::kOk, Custom::kCancel}) {
+        player.gAutoPlay = true;
+        open();
+        push(button);
+        EXPECT_EQ(state(), "playing") << button;
+        mdlPublicFunction::CloseFile(player, false);
+        machine.settle();
+    }
+    open();
+    dialog().chkCustom[Custom::kAutoStart].Value = false;
+    push(Custom::kOk);
+    EXPECT_EQ(state(), "stopped");
+}
+
+TEST_F(CustomDialog, ItDoesNotOpenWhilePlaying) {
+    machine.addSound("/x/a.wav", 3000);
+    setList({"/x/a.wav"});
+    click(kPlay);
+    machine.loop.enter([&] { panel().pctMainPanel.Click.raise(); });
+    EXPECT_EQ(found(), nullptr);
+}
+
+TEST_F(CustomDialog, TabReachesEachFieldOnce) {
+    open();
+    std::set<int> places;
+    for (const Control* each : dialog().controls()) {
+        if (each->TabIndex < 0) continue;
+        EXPECT_TRUE(places.insert(each->TabIndex).second) << each->name() << each->index();
+    }
+    EXPECT_EQ(places.size(), 5U + 2U + 12U + 3U + 2U);
+}
+
+TEST_F(CustomDialog, NothingOverlapsAndNothingLeavesItsFrame) {
+    open();
+    for (const Control* one : dialog().controls()) {
+        if (one->kind() == ControlKind::Timer) continue;
+        const Control& around = one->Container != nullptr ? *one->Container : dialog();
+        EXPECT_GE(one->Left.get(), 0) << one->name() << one->index();
+        EXPECT_LE(one->Left + one->Width, around.Width.get()) << one->name() << one->index();
+        EXPECT_LE(one->Top + one->Height, around.Height.get()) << one->name() << one->index();
+        for (const Control* other : dialog().controls()) {
+            if (other == one || other->Container != one->Container || other->kind() == ControlKind::Timer) continue;
+            const bool apart = one->Left + one->Width <= other->Left || other->Left + other->Width <= one->Left ||
+                               one->Top + one->Height <= other->Top || other->Top + other->Height <= one->Top;
+            EXPECT_TRUE(apart) << one->name() << one->index() << " over " << other->name() << other->index();
+        }
+    }
+}
+
+}  // namespace
+}  // namespace corvane

@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Drive, folder and file boxes and the type filters.
+#include "editor_fixture.h"
+#include "listedit/filters.h"
+
+namespace corvane {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+TEST(TypeFilters, AreNineWithTheirPatternsInOrder) {
+    const auto& filters = typeFilters();
+    ASSERT_EQ(filters.size(), 9U);
+    EXPECT_STREQ(filters[0].entry, "All Files(MultiMediaFiles)");
+    EXPECT_STREQ(filters[0].patterns,
+                 "*.CDA;*.BMP;*.JPEG;*.JPG;*.GIF;*.AVI;*.MOV;*.QT;*.MID;*.RMI;*.MPG;*.MPV;*.MP2;*.WAV;*.MP3;*.M1V;"
+                 "*.MPEG;*.RA;*.RM;*.RAM;*.RMM;*.SND;*.AU;*.AIF;*.AIFC;*.AIFF");
+    EXPECT_STREQ(filters[1].entry, "CD Audio(*.CDA)");
+    EXPECT_STREQ(filters[1].patterns, "*.CDA");
+    EXPECT_STREQ(filters[2].entry, "Image Files(*.BMP;*.JPG;*.JPEG)");
+    EXPECT_STREQ(filters[2].patterns, "*.BMP;*.JPEG;*.JPG;*.GIF");
+    EXPECT_STREQ(filters[3].entry, "MIDI Files(*.MID;*.RMI)");
+    EXPECT_STREQ(filters[3].patterns, "*.MID;*.RMI");
+    EXPECT_STREQ(filters[4].entry, "MP3 File(*.MP3)");
+    EXPECT_STREQ(filters[4].patterns, "*.MP3");
+    EXPECT_STREQ(filters[5].entry, "Mpeg Files(*.MPG;*.MPV;*.MP2;*.M1V;*.MPEG)");
+    EXPECT_STREQ(filters[5].patterns, "*.MPG;*.MPV;*.MP2;*.M1V;*.MPEG");
+    EXPECT_STREQ(filters[6].entry, "Quick Time Files(*.MOV;*.QT)");
+    EXPECT_STREQ(filters[6].patterns, "*.MOV;*.QT");
+    EXPECT_STREQ(filters[7].entry, "Sound Files(*.WAV;*.SND;*.AU;*.AIF;*.AIFC;*.AIFF)");
+    EXPECT_STREQ(filters[7].patterns, "*.WAV;*.SND;*.AU;*.AIF;*.AIFC;*.AIFF)");
+    EXPECT_STREQ(filters[8].entry, "Video File(*.AVI)");
+    EXPECT_STREQ(filters[8].patterns, "*.AVI");
+}
+
+TEST_F(EditorFixture, TheSearchBeginsAtHomeOnItsDrive) {
+    open();
+    EXPECT_EQ(editor().drvFileList.items(), (Texts{"Computer", "Home", "Disc"}));
+    EXPECT_EQ(editor().drvFileList.ListIndex, 1);
+    EXPECT_EQ(editor().dirFileList.Path.get(), "/home/ann");
+    EXPECT_EQ(editor().dirFileList.items(), (Texts{"/home/ann", "  Music", "  Videos"}));
+    EXPECT_EQ(editor().dirFileList.ListIndex, 0);
+    EXPECT_EQ(editor().fleFileList.items(), Texts{"first.mp3"});
+}
+
+TEST_F(EditorFixture, WithoutAHomeItBeginsWhereTheProgramIs) {
+    machine.files.offeredDrives = {{"Computer", "/"}};
+    open();
+    EXPECT_EQ(editor().dirFileList.Path.get(), "/app");
+    EXPECT_EQ(editor().dirFileList.items(), (Texts{"/", "  app"}));
+    EXPECT_EQ(editor().dirFileList.ListIndex, 1);
+}
+
+TEST_F(EditorFixture, TheNextOpeningShowsTheFolderOfTheLastOne) {
+    open();
+    goTo("/home/ann/Music");
+    push(FileListControls::kCancel);
+    open();
+    EXPECT_EQ(editor().dirFileList.Path.get(), "/home/ann/Music");
+    EXPECT_EQ(editor().fleFileList.count(), 4);
+}
+
+TEST_F(EditorFixture, AFolderThatIsGoneGivesWayToTheNearestAboveIt) {
+    player.editorFolder = "/home/ann/Music/gone/deeper";
+    open();
+    EXPECT_EQ(editor().dirFileList.Path.get(), "/home/ann/Music");
+}
+
+TEST_F(EditorFixture, ADoubleClickGoesIntoAFolderAndBackUp) {
+    open();
+    doubleClick(editor().dirFileList, 1);
+    EXPECT_EQ(editor().dirFileList.Path.get(), "/home/ann/Music");
+    EXPECT_EQ(editor().dirFileList.items(), (Texts{"/home/ann", "  Music"}));
+    EXPECT_EQ(editor().dirFileList.ListIndex, 1);
+    EXPECT_EQ(editor().fleFileList.items(), (Texts{"a.wav", "b.mid", "c.GIF", "d.aiff"}));
+    doubleClick(editor().dirFileList, 0);
+    EXPECT_EQ(editor().dirFileList.Path.get(), "/home/ann");
+}
+
+TEST_F(EditorFixture, ADriveShowsItsRootFolder) {
+    open();
+    pick(editor().drvFileList, {0});
+    EXPECT_EQ(editor().drvFileList.Drive.get(), "/");
+    EXPECT_EQ(editor().dirFileList.Path.get(), "/");
+    EXPECT_EQ(editor().dirFileList.items(), (Texts{"/", "  app", "  home", "  media"}));
+    goTo("/home/ann/Music");
+    EXPECT_EQ(editor().dirFileList.items(), (Texts{"/", "  home", "    ann", "      Music"}));
+}
+
+TEST_F(EditorFixture, ADriveThatCannotBeReadSaysSoAndLeavesTheOtherBoxes) {
+    open();
+    pick(editor().drvFileList, {2});
+    machine.settle();
+    ASSERT_EQ(machine.dialogs.boxes.size(), 1U);
+    EXPECT_EQ(machine.dialogs.boxes[0],
+              (FakeDialogs::Box{"Disc Drive Can't Open !!", "Corvane", Buttons::Ok, Icon::Stop}));
+    EXPECT_EQ(editor().drvFileList.ListIndex, 2);
+    EXPECT_EQ(editor().drvFileList.Drive.get(), "/media/cdrom");
+    EXPECT_EQ(editor().dirFileList.Path.get(), "/home/ann");
+    EXPECT_EQ(editor().fleFileList.items(), Texts{"first.mp3"});
+}
+
+TEST_F(EditorFixture, AClosedDriveIsTriedAgainWhenItIsChosenAgain) {
+    open();
+    pick(editor().drvFileList, {2});
+    pick(editor().drvFileList, {2});
+    EXPECT_EQ(machine.dialogs.boxes.size(), 2U);
+    pick(editor().drvFileList, {1});
+    EXPECT_EQ(machine.dialogs.boxes.size(), 2U);
+}
+
+TEST_F(EditorFixture, ChoosingTheDriveThatIsShownStaysInItsFolder) {
+    open();
+    goTo("/home/ann/Music");
+    pick(editor().drvFileList, {1});
+    EXPECT_EQ(editor().dirFileList.Path.get(), "/home/ann/Music");
+}
+
+TEST_F(EditorFixture, AFilterListsItsFilesAndIsKept) {
+    open();
+    goTo("/home/ann/Music");
+    combo(0).ListIndex = 2;
+    EXPECT_EQ(editor().fleFileList.items(), Texts{"c.GIF"});
+    EXPECT_EQ(player.gPattern, 2);
+    combo(0).ListIndex = 0;
+    EXPECT_EQ(editor().fleFileList.count(), 4);
+    EXPECT_EQ(player.gPattern, 0);
+}
+
+TEST_F(EditorFixture, TheSoundFilterDoesNotListAiffFiles) {
+    open();
+    goTo("/home/ann/Music");
+    combo(0).ListIndex = 7;
+    EXPECT_EQ(editor().fleFileList.items(), Texts{"a.wav"});
+}
+
+TEST_F(EditorFixture, TheFilterGoesByItsTextNotByItsPlace) {
+    open();
+    goTo("/home/ann/Music");
+    combo(0).setItems({"Video File(*.AVI)", "MIDI Files(*.MID;*.RMI)"});
+    combo(0).ListIndex = 1;
+    EXPECT_EQ(player.gPattern, 3);
+    EXPECT_EQ(editor().fleFileList.items(), Texts{"b.mid"});
+}
+
+TEST_F(EditorFixture, TheZoomChoicesAreTakenAtOnce) {
+    open();
+    combo(1).ListIndex = 4;
+    combo(2).ListIndex = 1;
+    EXPECT_EQ(player.gMovieZoom, 4);
+    EXPECT_EQ(player.gImageZoom, 1);
+}
+
+TEST_F(EditorFixture, AChosenIntervalIsTakenAtOnceATypedOneIsNot) {
+    open();
+    combo(3).ListIndex = 4;
+    EXPECT_EQ(player.gInterval, 20);
+    combo(3).ListIndex = -1;
+    combo(3).Text = "33";
+    EXPECT_EQ(player.gInterval, 20);
+}
+
+TEST_F(EditorFixture, PathsOfADriveLetterRootHaveOneBackslash) {
+    machine.files.slash = '\\';
+    machine.files.add("C:\\tune.mid");
+    machine.files.add("C:\\Deep\\song.mid");
+    machine.files.offeredDrives = {{"C:", "C:\\", true}};
+    open();
+    EXPECT_EQ(editor().dirFileList.items(), (Texts{"C:\\", "  Deep"}));
+    push(FileListControls::kAddAll);
+    doubleClick(editor().dirFileList, 1);
+    push(FileListControls::kAddAll);
+    EXPECT_EQ(paths(), (Texts{"C:\\tune.mid", "C:\\Deep\\song.mid"}));
+}
+
+}  // namespace
+}  // namespace corvane

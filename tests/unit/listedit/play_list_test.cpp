@@ -1,0 +1,322 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The editor's list: add, delete, drop, read, save, and its way into the player.
+#include <algorithm>
+
+#include "editor_fixture.h"
+
+namespace corvane {
+namespace {
+
+using Editor = FileListControls;
+using Texts = std::vector<std::string>;
+
+class EditorInMusic : public EditorFixture {
+protected:
+    EditorInMusic() {
+        open();
+        goTo("/home/ann/Music");
+    }
+};
+
+TEST_F(EditorInMusic, AddTakesTheSelectedFilesInTheirOrder) {
+    pick(editor().fleFileList, {2, 0});
+    push(Editor::kAdd);
+    EXPECT_EQ(names(), (Texts{"a.wav", "c.GIF"}));
+    EXPECT_EQ(paths(), (Texts{"/home/ann/Music/a.wav", "/home/ann/Music/c.GIF"}));
+    EXPECT_EQ(editor().fleFileList.ListIndex, -1);
+}
+
+TEST_F(EditorInMusic, AddWithoutACurrentFileDoesNothing) {
+    editor().fleFileList.select(1, true);
+    push(Editor::kAdd);
+    EXPECT_TRUE(names().empty());
+}
+
+TEST_F(EditorInMusic, AddAllTakesEveryListedFile) {
+    push(Editor::kAddAll);
+    EXPECT_EQ(names(), (Texts{"a.wav", "b.mid", "c.GIF", "d.aiff"}));
+    EXPECT_EQ(paths()[3], "/home/ann/Music/d.aiff");
+}
+
+TEST_F(EditorInMusic, AddAllOfAnEmptyFolderChangesNothing) {
+    goTo("/home/ann/Videos");
+    setRows({{"a.wav", "/x/a.wav"}});
+    push(Editor::kAddAll);
+    EXPECT_EQ(names(), Texts{"a.wav"});
+}
+
+TEST_F(EditorInMusic, ADoubleClickOnAFileAddsThatOneOnly) {
+    editor().fleFileList.select(0, true);
+    doubleClick(editor().fleFileList, 1);
+    EXPECT_EQ(names(), Texts{"b.mid"});
+    EXPECT_EQ(paths(), Texts{"/home/ann/Music/b.mid"});
+}
+
+TEST_F(EditorInMusic, ADoubleClickOnAnEntryRemovesItFromBothLists) {
+    push(Editor::kAddAll);
+    doubleClick(editor().lstFileList[0], 1);
+    EXPECT_EQ(names(), (Texts{"a.wav", "c.GIF", "d.aiff"}));
+    EXPECT_EQ(paths(), (Texts{"/home/ann/Music/a.wav", "/home/ann/Music/c.GIF", "/home/ann/Music/d.aiff"}));
+    EXPECT_EQ(editor().lstFileList[0].ListIndex, -1);
+}
+
+TEST_F(EditorInMusic, ADoubleClickBesideTheEntriesRemovesNothing) {
+    push(Editor::kAddAll);
+    machine.loop.enter([&] { editor().lstFileList[0].DblClick.raise(); });
+    EXPECT_EQ(names().size(), 4U);
+}
+
+TEST_F(EditorInMusic, DeleteRemovesAllSelectedEntries) {
+    push(Editor::kAddAll);
+    pick(editor().lstFileList[0], {0, 2, 3});
+    push(Editor::kDelete);
+    EXPECT_EQ(names(), Texts{"b.mid"});
+    EXPECT_EQ(paths(), Texts{"/home/ann/Music/b.mid"});
+    EXPECT_EQ(editor().lstFileList[0].ListIndex, -1);
+}
+
+TEST_F(EditorInMusic, DeleteWithoutACurrentEntryDoesNothing) {
+    push(Editor::kAddAll);
+    editor().lstFileList[0].select(1, true);
+    push(Editor::kDelete);
+    EXPECT_EQ(names().size(), 4U);
+}
+
+TEST_F(EditorInMusic, ClearEmptiesTheListAndItsName) {
+    push(Editor::kAddAll);
+    editor().txtListName.Text = "Morning";
+    push(Editor::kClear);
+    EXPECT_TRUE(names().empty());
+    EXPECT_TRUE(paths().empty());
+    EXPECT_EQ(editor().txtListName.Text.get(), "");
+}
+
+TEST_F(EditorInMusic, TheHorizontalRangeIsTheWidestNameAndEighty) {
+    push(Editor::kAddAll);
+    EXPECT_EQ(editor().lstFileList[0].HorizontalExtent, 6 * 8 + 80);
+    doubleClick(editor().lstFileList[0], 3);
+    EXPECT_EQ(editor().lstFileList[0].HorizontalExtent, 5 * 8 + 80);
+    push(Editor::kClear);
+    EXPECT_EQ(editor().lstFileList[0].HorizontalExtent, 80);
+}
+
+TEST_F(EditorInMusic, ADropAddsFilesOfTheAcceptedKindsUnderTheNameTheDiskGives) {
+    machine.files.caseSensitive = true;
+    machine.files.add("/pics/x.gif");
+    machine.files.addHidden("/pics/hidden.bmp");
+    setRows({{"old.wav", "/x/old.wav"}});
+    drop({true, {"/pics/x.gif", "/home/ann/Music/notes.txt", "/pics/hidden.bmp"}});
+    EXPECT_EQ(names(), (Texts{"old.wav", "x.gif", "hidden.bmp"}));
+    EXPECT_EQ(paths(), (Texts{"/x/old.wav", "/pics/x.gif", "/pics/hidden.bmp"}));
+}
+
+TEST_F(EditorInMusic, ADropOfOtherDataOrOfAFileThatIsGoneAddsNothing) {
+    drop({false, {"/home/ann/Music/a.wav"}});
+    drop({true, {"/home/ann/Music/gone.wav"}});
+    EXPECT_TRUE(names().empty());
+}
+
+TEST_F(EditorInMusic, ADropFromAFolderWithADotIsSkipped) {
+    machine.files.add("/my.music/song.mp3");
+    drop({true, {"/my.music/song.mp3"}});
+    EXPECT_TRUE(names().empty());
+}
+
+TEST_F(EditorFixture, ADropFromARootFolderLosesTheDoubledBackslash) {
+    machine.files.slash = '\\';
+    machine.files.caseSensitive = false;
+    machine.files.add("C:\\Tune.MID");
+    open();
+    drop({true, {"C:\\\\tune.mid"}});
+    EXPECT_EQ(names(), Texts{"Tune.MID"});
+    EXPECT_EQ(paths(), Texts{"C:\\tune.mid"});
+}
+
+TEST_F(EditorFixture, AListThatIsMissingIsEmptyWithoutAName) {
+    open();
+    EXPECT_TRUE(names().empty());
+    EXPECT_TRUE(paths().empty());
+    EXPECT_EQ(editor().txtListName.Text.get(), "");
+}
+
+TEST_F(EditorFixture, ReadingEndsAtTheFirstEntryWithoutAName) {
+    writeList("/app/FILE00.INI", "LIST000=a.wav|/x/a.wav\r\nLIST001=|/x/b.wav\r\nLIST002=c.wav|/x/c.wav\r\n");
+    open();
+    EXPECT_EQ(names(), Texts{"a.wav"});
+}
+
+TEST_F(EditorFixture, AnEntryOfTheCommaFormIsRead) {
+    writeList("/app/FILE00.INI", "LIST000=a.wav,C:\\a.wav\r\n");
+    open();
+    EXPECT_EQ(names(), Texts{"a.wav"});
+    EXPECT_EQ(paths(), Texts{"C:\\a.wav"});
+}
+
+TEST_F(EditorFixture, BothNumberButtonsReadTheListAgain) {
+    writeList("/app/FILE00.INI", "LISTNAME=One\r\nLIST000=a.wav|/x/a.wav\r\n");
+    open();
+    for (const int button : {Editor::kList, Editor::kPage}) {
+        push(Editor::kClear);
+        push(button);
+        EXPECT_EQ(names(), Texts{"a.wav"});
+        EXPECT_EQ(editor().txtListName.Text.get(), "One");
+    }
+}
+
+TEST_F(EditorFixture, SaveAsksByPageAndListNumber) {
+    player.gPageNumber = 2;
+    player.gListNumber = 9;
+    open();
+    machine.dialogs.answers.push_back(Answer::Cancel);
+    push(Editor::kSave);
+    ASSERT_EQ(machine.dialogs.boxes.size(), 1U);
+    EXPECT_EQ(machine.dialogs.boxes[0],
+              (FakeDialogs::Box{"PLAY PAGE 3 LIST 10 Save OK?", "Corvane", Buttons::OkCancel, Icon::Question}));
+    EXPECT_TRUE(machine.calls("files").empty());
+    EXPECT_FALSE(machine.files.has("/app/FILE29.INI"));
+}
+
+TEST_F(EditorFixture, SaveWritesTheNameAndAll256EntriesAtOnce) {
+    open();
+    setRows({{"a.wav", "/x/a.wav"}, {"b.mid", "/x/b.mid"}, {"c.gif", "/x/c.gif"}});
+    editor().txtListName.Text = "Morning";
+    machine.clearCalls();
+    save();
+    EXPECT_EQ(machine.calls("files"), Texts{"files.replace /app/FILE00.INI"});
+    std::string expected = "[FILELIST]\r\nLISTNAME=Morning\r\nLIST000=a.wav|/x/a.wav\r\nLIST001=b.mid|/x/b.mid\r\n";
+    expected += "LIST002=c.gif|/x/c.gif\r\n";
+    for (int i = 3; i < 256; ++i) expected += "LIST" + mdlPublicFunction::zeroPadded(i, 3) + "=|\r\n";
+    EXPECT_EQ(machine.files.bytes("/app/FILE00.INI"), expected);
+
+    push(Editor::kClear);
+    push(Editor::kList);
+    EXPECT_EQ(names(), (Texts{"a.wav", "b.mid", "c.gif"}));
+    EXPECT_EQ(editor().txtListName.Text.get(), "Morning");
+}
+
+TEST_F(EditorFixture, ASaveThatFailsSaysSoAndKeepsTheFileAndTheEdits) {
+    writeList("/app/FILE00.INI", "LIST000=old.wav|/x/old.wav\r\n");
+    open();
+    setRows({{"a.wav", "/x/a.wav"}});
+    editor().txtListName.Text = "Morning";
+    const std::string before = machine.files.bytes("/app/FILE00.INI");
+    machine.files.failReplace = true;
+    save();
+    ASSERT_EQ(machine.dialogs.boxes.size(), 2U);
+    EXPECT_EQ(machine.dialogs.boxes[1],
+              (FakeDialogs::Box{"/app/FILE00.INI Can't save!!", "Corvane", Buttons::Ok, Icon::Stop}));
+    EXPECT_EQ(machine.files.bytes("/app/FILE00.INI"), before);
+    EXPECT_EQ(names(), Texts{"a.wav"});
+    EXPECT_EQ(editor().txtListName.Text.get(), "Morning");
+}
+
+TEST_F(EditorFixture, EntriesPast256StayInTheEditorOnly) {
+    open();
+    std::vector<ListEntry> rows;
+    for (int i = 0; i < 300; ++i) rows.push_back({std::to_string(i) + ".wav", "/x/" + std::to_string(i) + ".wav"});
+    setRows(rows);
+    save();
+    EXPECT_EQ(names().size(), 300U);
+    const PlayList saved = readPlayList(player, "/app/FILE00.INI");
+    ASSERT_EQ(saved.entries.size(), 256U);
+    EXPECT_EQ(saved.entries[255].name, "255.wav");
+    push(Editor::kOk);
+    EXPECT_EQ(player.gFileCount, 256);
+    EXPECT_EQ(player.gFilePath[255], "/x/255.wav");
+}
+
+TEST_F(EditorFixture, OkWritesTheChoicesAndTheNumbers) {
+    open();
+    combo(0).ListIndex = 4;
+    combo(1).ListIndex = 2;
+    combo(2).ListIndex = 3;
+    combo(3).Text = "33";
+    machine.loop.enter([&] { editor().hscrFileList.Value = 6; });
+    machine.loop.enter([&] { editor().hscrPageList.Value = 2; });
+    push(Editor::kOk);
+    EXPECT_EQ(machine.files.bytes("/app/KADO.INI"),
+              "[KADO]\r\nPATTERN=4\r\nMOVIEZOOM=2\r\nIMAGEZOOM=3\r\nINTERVAL=33\r\nFILENUM=6\r\nPAGENUM=2\r\n");
+}
+
+TEST_F(EditorFixture, OkTakesTheListWhetherItWasSavedOrNot) {
+    setList({"/x/1.wav", "/x/2.wav", "/x/3.wav"});
+    player.gFileIndex = 2;
+    player.gStartPosition[0] = 5;
+    player.gStopPosition[0] = 9;
+    open();
+    setRows({{"a.b.mid", "/y/a.b.mid"}, {"nodot", "/y/nodot"}});
+    push(Editor::kOk);
+    EXPECT_EQ(player.gFileCount, 2);
+    EXPECT_EQ(player.gFileTitle[0], "a");
+    EXPECT_EQ(player.gFilePath[0], "/y/a.b.mid");
+    EXPECT_EQ(player.gFileTitle[1], "nodot");
+    EXPECT_EQ(player.gFilePath[2], "");
+    EXPECT_EQ(player.gFileIndex, 0);
+    EXPECT_EQ(player.gStartPosition[0], 0);
+    EXPECT_EQ(player.gStopPosition[0], 0);
+    EXPECT_EQ(label(kNumberLabel), "001");
+    EXPECT_EQ(label(kTitleLabel), "a");
+    EXPECT_EQ(label(kTotalLabel), "2");
+    EXPECT_FALSE(machine.files.has("/app/FILE00.INI"));
+    EXPECT_EQ(found(), nullptr);
+}
+
+TEST_F(EditorFixture, OkWithAnEmptyListEmptiesThePanelsTexts) {
+    setList({"/x/1.wav"});
+    mdlPublicFunction::showList(player);
+    open();
+    push(Editor::kOk);
+    EXPECT_EQ(player.gFileCount, 0);
+    for (const int each : {kNumberLabel, kTitleLabel, kTotalLabel}) EXPECT_EQ(label(each), "");
+}
+
+TEST_F(EditorFixture, CancelWritesNothingAndLeavesThePlayersList) {
+    setList({"/x/1.wav"});
+    open();
+    setRows({{"a.wav", "/y/a.wav"}});
+    push(Editor::kCancel);
+    EXPECT_EQ(player.gFilePath[0], "/x/1.wav");
+    EXPECT_EQ(player.gFileCount, 1);
+    EXPECT_FALSE(machine.files.has("/app/KADO.INI"));
+    EXPECT_TRUE(panel().Visible && panel().Enabled);
+}
+
+class EditorWithAutoPlay : public EditorFixture {
+protected:
+    EditorWithAutoPlay() {
+        player.gAutoPlay = true;
+        machine.addSound("/x/old.wav", 5000);
+        machine.addSound("/y/new.wav", 5000);
+        setList({"/x/old.wav"});
+        open();
+        setRows({{"new.wav", "/y/new.wav"}});
+    }
+};
+
+TEST_F(EditorWithAutoPlay, OkPlaysTheNewListAfterTheEventsThatWait) {
+    std::string stateOfWaitingEvent;
+    machine.loop.post([&] { stateOfWaitingEvent = state(); });
+    push(Editor::kOk);
+    EXPECT_EQ(stateOfWaitingEvent, "stopped");
+    EXPECT_EQ(state(), "playing");
+    ASSERT_NE(mciWindow(), nullptr);
+    EXPECT_EQ(machine.log.count("mci.FileName /y/new.wav"), 1);
+}
+
+TEST_F(EditorWithAutoPlay, CancelPlaysTheOldList) {
+    push(Editor::kCancel);
+    EXPECT_EQ(state(), "playing");
+    EXPECT_EQ(machine.log.count("mci.FileName /x/old.wav"), 1);
+}
+
+TEST_F(EditorFixture, WithoutAutoPlayNothingStarts) {
+    machine.addSound("/x/old.wav", 5000);
+    setList({"/x/old.wav"});
+    open();
+    push(Editor::kCancel);
+    EXPECT_EQ(state(), "stopped");
+    EXPECT_TRUE(machine.calls("mci").empty());
+}
+
+}  // namespace
+}  // namespace corvane
