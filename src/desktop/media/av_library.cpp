@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "desktop/media/av_library.h"
+
+#include <string>
+
+#include "desktop/media/shared_library.h"
+
+namespace corvane {
+
+namespace {
+
+std::string versioned(const char* name, int major) { return std::string(name) + ".so." + std::to_string(major); }
+
+struct Loaded {
+    AvLibrary functions;
+    bool complete = true;
+
+    Loaded() {
+        const SharedLibrary format(versioned("libavformat", LIBAVFORMAT_VERSION_MAJOR));
+        const SharedLibrary codec(versioned("libavcodec", LIBAVCODEC_VERSION_MAJOR));
+        const SharedLibrary util(versioned("libavutil", LIBAVUTIL_VERSION_MAJOR));
+        const SharedLibrary resample(versioned("libswresample", LIBSWRESAMPLE_VERSION_MAJOR));
+#define CORVANE_FIND(library, name) complete = library.find(#name, functions.name) && complete;
+#define CORVANE_FIND_FORMAT(name) CORVANE_FIND(format, name)
+#define CORVANE_FIND_CODEC(name) CORVANE_FIND(codec, name)
+#define CORVANE_FIND_UTIL(name) CORVANE_FIND(util, name)
+#define CORVANE_FIND_RESAMPLE(name) CORVANE_FIND(resample, name)
+        CORVANE_AVFORMAT(CORVANE_FIND_FORMAT)
+        CORVANE_AVCODEC(CORVANE_FIND_CODEC)
+        CORVANE_AVUTIL(CORVANE_FIND_UTIL)
+        CORVANE_SWRESAMPLE(CORVANE_FIND_RESAMPLE)
+        if (complete) functions.av_log_set_level(AV_LOG_QUIET);
+    }
+};
+
+const Loaded& loaded() {
+    static const Loaded once;  // functions, not state: they may stay for as long as the process does
+    return once;
+}
+
+}  // namespace
+
+bool loadAv() { return loaded().complete; }
+
+const AvLibrary& av() { return loaded().functions; }
+
+}  // namespace corvane

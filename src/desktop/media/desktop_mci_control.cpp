@@ -1,0 +1,228 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "desktop/media/desktop_mci_control.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "desktop/media/file_sound.h"
+#include "desktop/media/midi_sound.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr int kDefaultInterval = 1000;
+
+OpenedSound openSound(const std::string& device, const std::string& file,
+                      const std::shared_ptr<Synthesizer>& synthesizer) {
+    if (device == "CDAudio") return openCdSound(file);
+    if (device == "Sequencer" || holdsMidi(file)) return MidiSound::open(file, synthesizer);
+    return FileSound::open(file);
+}
+
+}  // namespace
+
+DesktopMciControl::DesktopMciControl(SoundStation& station) : station_(station) {
+    updates_.setInterval(kDefaultInterval);
+    QObject::connect(&updates_, &QTimer::timeout, [this] {
+        if (std::exchange(updatePosted_, true)) return;
+        later([this] {
+            updatePosted_ = false;
+            if (state_ == State::Playing) StatusUpdate.raise();
+        });
+    });
+}
+
+DesktopMciControl::~DesktopMciControl() { close(); }
+
+/// Posts an event that is dropped when the control has gone.
+void DesktopMciControl::later(EventLoop::Handler event) {
+    station_.loop.post([alive = std::weak_ptr(alive_), event = std::move(event)] {
+        if (!alive.expired()) event();
+    });
+}
+
+void DesktopMciControl::change(State state) {
+    state_ = state;
+    if (state != State::Playing) {
+        updates_.stop();
+    } else if (!updates_.isActive()) {
+        updates_.start();
+    }
+}
+
+void DesktopMciControl::UpdateInterval(int milliseconds) { updates_.setInterval(std::max(1, milliseconds)); }
+
+void DesktopMciControl::Command(std::string_view command) {
+    const Place from = std::exchange(from_, std::nullopt);
+    const Place to = std::exchange(to_, std::nullopt);
+    if (command == "Open") return open();
+    if (state_ == State::Closed) return;
+    if (command == "Close") close();
+    if (command == "Play") play(from, to);
+    if (command == "Pause") pause();
+    if (command == "Stop") stop();
+    if (command == "Seek") seek(to.value_or(0));
+}
+
+void DesktopMciControl::open() {
+    close();
+    const std::uint64_t ticket = ticket_;
+    change(State::Opening);
+    job_ = OpenJob::start([device = deviceType_, file = fileName_,
+                           synthesizer = station_.synthesizer] { return openSound(device, file, synthesizer); },
+                          [this, ticket, post = station_.post, alive = std::weak_ptr(alive_)] {
+                              post([this, ticket, alive] {
+                                  if (!alive.expired() && ticket == ticket_ && state_ == State::Opening) adopt();
+                              });
+                          });
+    job_->wait();
+    if (job_->finished()) adopt();
+}
+
+/// The job is done: takes its sound and does what was asked for meanwhile, or fails.
+void DesktopMciControl::adopt() {
+    sound_ = job_->sound();
+    if (!sound_) {
+        const std::string reason = job_->reason();
+        close();
+        later([this, reason, ticket = ticket_] {
+            if (ticket == ticket_) Failed.raise(reason);
+        });
+        return;
+    }
+    change(State::Stopped);
+    const Wish wish = std::exchange(wish_, {});
+    if (wish.seek) seek(*wish.seek);
+    if (wish.play) play(wish.from, wish.to);
+    if (wish.hold) pause();
+}
+
+void DesktopMciControl::close() {
+    ++ticket_;
+    leavePart();
+    change(State::Closed);
+    if (job_) job_->abandon();
+    job_.reset();
+    sound_.reset();
+    wish_ = {};
+    at_ = 0;
+}
+
+/// Takes our sound out of the output, remembering the place.
+void DesktopMciControl::leavePart() {
+    at_ = here();
+    if (part_ != 0) station_.output.stop(part_);
+    part_ = 0;
+    endedPaused_ = false;
+}
+
+void DesktopMciControl::play(Place from, Place to) {
+    if (state_ == State::Opening) {
+        wish_.play = true;
+        wish_.from = from;
+        wish_.to = to;
+        wish_.hold = false;
+        return;
+    }
+    const std::int64_t end = to ? frames(*to) : SoundOutput::kToEnd;
+    if (part_ != 0 && !from && end == partEnd_) {
+        if (state_ == State::Playing) return;
+        change(State::Playing);
+        station_.output.resume(part_);
+        if (std::exchange(endedPaused_, false)) startPart(here(), end);
+        return;
+    }
+    const std::int64_t start = from ? frames(*from) : here();
+    leavePart();
+    startPart(start, end);
+}
+
+void DesktopMciControl::startPart(std::int64_t from, std::int64_t to) {
+    const std::uint64_t ticket = ++ticket_;
+    at_ = from;
+    partEnd_ = to;
+    change(State::Playing);
+    const std::int64_t length = sound_->frames();
+    if ((length > 0 && from >= length) || (to != SoundOutput::kToEnd && from >= to)) {
+        part_ = 0;
+        later([this, ticket, from] { ended(ticket, from); });
+        return;
+    }
+    part_ = station_.output.play(
+        {sound_, from, to, [this, ticket, post = station_.post, alive = std::weak_ptr(alive_)](std::int64_t end) {
+             post([this, ticket, end, alive] {
+                 if (!alive.expired()) ended(ticket, end);
+             });
+         }});
+}
+
+void DesktopMciControl::ended(std::uint64_t playNumber, std::int64_t end) {
+    if (playNumber != ticket_) return;
+    if (state_ != State::Playing) {
+        endedPaused_ = state_ == State::Paused;
+        return;
+    }
+    leavePart();
+    ++ticket_;
+    at_ = end;
+    change(State::Stopped);
+    Done.raise(kNotifySuccessful);
+}
+
+void DesktopMciControl::pause() {
+    wish_.hold = wish_.play && state_ == State::Opening;
+    if (state_ != State::Playing) return;
+    change(State::Paused);
+    station_.output.pause(part_);
+}
+
+void DesktopMciControl::stop() {
+    wish_ = {};
+    if (state_ == State::Opening) return;
+    ++ticket_;
+    leavePart();
+    change(State::Stopped);
+}
+
+void DesktopMciControl::seek(std::int32_t to) {
+    if (state_ == State::Opening) {
+        wish_ = {};
+        wish_.seek = to;
+        return;
+    }
+    ++ticket_;
+    const bool stopped = state_ == State::Stopped;
+    leavePart();
+    at_ = frames(to);
+    change(stopped ? State::Stopped : State::Paused);
+}
+
+/// A place in the time format as frames inside the sound.
+std::int64_t DesktopMciControl::frames(std::int32_t place) const {
+    const int rate = sound_->format().rate;
+    const std::int64_t frame =
+        timeFormat_ == kFormatTmsf ? sound_->fromTmsf(place) : (std::int64_t{place} * rate + 500) / 1000;
+    const std::int64_t length = sound_->frames();
+    return std::clamp<std::int64_t>(frame, 0, length > 0 ? length : std::numeric_limits<std::int64_t>::max());
+}
+
+std::int32_t DesktopMciControl::place(std::int64_t frames) const {
+    const int rate = sound_->format().rate;
+    if (timeFormat_ == kFormatTmsf) return sound_->toTmsf(frames);
+    return static_cast<std::int32_t>((frames * 1000 + rate / 2) / rate);
+}
+
+std::int64_t DesktopMciControl::here() const {
+    const std::int64_t played = part_ != 0 ? station_.output.position(part_) : -1;
+    return played >= 0 ? played : at_;
+}
+
+std::int32_t DesktopMciControl::TrackLength() const { return sound_ ? sound_->trackLength(track_) : 0; }
+
+std::int32_t DesktopMciControl::Length() const { return sound_ ? place(sound_->frames()) : 0; }
+
+std::int32_t DesktopMciControl::Position() const { return sound_ ? place(here()) : 0; }
+
+}  // namespace corvane

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QTimer>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "desktop/media/open_job.h"
+#include "desktop/media/sound_output.h"
+#include "desktop/media/synthesizer.h"
+#include "desktop/media/ui_post.h"
+#include "platform/mci_control.h"
+
+namespace corvane {
+
+/// What the controls share: the output and the synthesizer, kept warm while controls come and go.
+struct SoundStation {
+    SoundStation(EventLoop& eventLoop, bool silent) : loop(eventLoop), post(eventLoop), output(silent) {}
+
+    EventLoop& loop;
+    UiPost post;
+    std::shared_ptr<Synthesizer> synthesizer = std::make_shared<Synthesizer>();
+    SoundOutput output;
+    QObject timers;  ///< owns what is timed for the station
+};
+
+/// The multimedia control of this desktop: keeps the state of the device that is open and lets the shared output play.
+class DesktopMciControl : public MciControl {
+public:
+    /// The station outlives it.
+    explicit DesktopMciControl(SoundStation& station);
+    ~DesktopMciControl() override;
+
+    void DeviceType(const std::string& type) override { deviceType_ = type; }
+    const std::string& DeviceType() const override { return deviceType_; }
+    void FileName(const std::string& path) override { fileName_ = path; }
+    void Command(std::string_view command) override;
+    void TimeFormat(int format) override { timeFormat_ = format; }
+    void UpdateInterval(int milliseconds) override;
+    void Track(int track) override { track_ = track; }
+    std::int32_t TrackLength() const override;
+    std::int32_t Length() const override;
+    std::int32_t Position() const override;
+    void From(std::int32_t position) override { from_ = position; }
+    void To(std::int32_t position) override { to_ = position; }
+    std::int32_t To() const override { return to_.value_or(0); }
+
+private:
+    enum class State { Closed, Opening, Stopped, Playing, Paused };
+    using Place = std::optional<std::int32_t>;  ///< in the time format
+
+    void open();
+    void close();
+    void play(Place from, Place to);
+    void pause();
+    void stop();
+    void seek(std::int32_t to);
+    void adopt();
+    void startPart(std::int64_t from, std::int64_t to);
+    void ended(std::uint64_t playNumber, std::int64_t end);
+    void leavePart();
+    void change(State state);
+    void later(EventLoop::Handler event);
+    std::int64_t frames(std::int32_t place) const;
+    std::int32_t place(std::int64_t frames) const;
+    std::int64_t here() const;
+
+    SoundStation& station_;
+    std::string deviceType_, fileName_;
+    int timeFormat_ = kFormatMilliseconds;
+    int track_ = 1;
+    Place from_, to_;
+
+    State state_ = State::Closed;
+    std::shared_ptr<OpenJob> job_;
+    std::shared_ptr<SoundBackend> sound_;
+    std::uint64_t ticket_ = 0;  ///< of the last open, close, play, stop or seek: what carries another one is late
+    std::uint64_t part_ = 0;    ///< the output's number; 0: the output has nothing of ours
+    std::int64_t partEnd_ = SoundOutput::kToEnd;
+    std::int64_t at_ = 0;       ///< frames; where the device stands without a part
+    bool endedPaused_ = false;  ///< the part's end came when it was paused already
+    bool updatePosted_ = false;
+    struct Wish {
+        Place seek, from, to;
+        bool play = false, hold = false;
+    };
+    Wish wish_;  ///< asked for while still opening
+    QTimer updates_;
+    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+};
+
+}  // namespace corvane

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "desktop/media/fluid_library.h"
+
+#include "desktop/media/shared_library.h"
+
+namespace corvane {
+
+namespace {
+
+// The interface of version 2, which this is built with.
+static_assert(FLUIDSYNTH_VERSION_MAJOR == 2);
+constexpr const char* kLibrary = "libfluidsynth.so.3";
+
+struct Loaded {
+    FluidLibrary functions;
+    bool complete = true;
+
+    Loaded() {
+        const SharedLibrary library(kLibrary);
+#define CORVANE_FIND(name) complete = library.find(#name, functions.name) && complete;
+        CORVANE_FLUIDSYNTH(CORVANE_FIND)
+    }
+};
+
+const Loaded& loaded() {
+    static const Loaded once;  // functions, not state: they may stay for as long as the process does
+    return once;
+}
+
+}  // namespace
+
+bool loadFluid() { return loaded().complete; }
+
+const FluidLibrary& fluid() { return loaded().functions; }
+
+}  // namespace corvane

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <memory>
+
+#include "desktop/media/sound_backend.h"
+#include "desktop/media/synthesizer.h"
+
+namespace corvane {
+
+/// A MIDI sequence, played by the shared synthesizer. A place is reached by playing all that lasts up to it: programs,
+/// controllers and bends are right there, and no note hangs.
+class MidiSound : public SoundBackend {
+public:
+    static OpenedSound open(const std::string& path, std::shared_ptr<Synthesizer> synthesizer);
+    ~MidiSound() override;
+
+    PcmFormat format() const override { return Synthesizer::kFormat; }
+    std::int64_t frames() const override { return length_; }
+    std::size_t read(float* samples, std::size_t count) override;
+    void seek(std::int64_t frame) override;
+
+private:
+    MidiSound(MidiSequence sequence, std::shared_ptr<Synthesizer> synthesizer);
+    void fadeOut(float* samples, std::size_t count) const;
+
+    MidiSequence sequence_;
+    std::shared_ptr<Synthesizer> synthesizer_;
+    std::int64_t length_;
+    std::int64_t at_ = 0;
+    std::size_t next_ = 0;  ///< the event to play next
+};
+
+/// True when the file holds MIDI, whatever its name.
+bool holdsMidi(const std::string& path);
+
+}  // namespace corvane

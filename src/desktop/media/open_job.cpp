@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "desktop/media/open_job.h"
+
+#include <chrono>
+#include <thread>
+#include <utility>
+
+namespace corvane {
+
+namespace {
+/// An exact length is worth this wait where a good one is known already.
+constexpr std::chrono::milliseconds kWaitForExact{30};
+}  // namespace
+
+std::shared_ptr<OpenJob> OpenJob::start(Opener opener, std::function<void()> opened) {
+    auto job = std::make_shared<OpenJob>();
+    // Not joined: a drive that hangs must not hang us. The thread keeps what it needs alive.
+    std::thread([job, opener = std::move(opener), opened = std::move(opened)] { job->run(opener, opened); }).detach();
+    return job;
+}
+
+void OpenJob::run(const Opener& opener, const std::function<void()>& opened) {
+    OpenedSound result = opener();
+    std::shared_ptr<SoundBackend> sound = std::move(result.sound);
+    {
+        const std::lock_guard lock(mutex_);
+        finished_ = true;
+        measured_ = !sound;
+        reason_ = std::move(result.reason);
+        if (abandoned_) return;
+        sound_ = sound;
+        wake_.notify_all();
+    }
+    opened();
+    if (!sound) return;
+    sound->measure();
+    const std::lock_guard lock(mutex_);
+    measured_ = true;
+    wake_.notify_all();
+}
+
+void OpenJob::wait() {
+    const auto begin = std::chrono::steady_clock::now();
+    std::unique_lock lock(mutex_);
+    if (wake_.wait_until(lock, begin + kWaitForExact, [this] { return measured_; })) return;
+    wake_.wait_until(lock, begin + std::chrono::milliseconds(kWaitMs),
+                     [this] { return measured_ || (sound_ && sound_->lengthKnown()); });
+}
+
+bool OpenJob::finished() const {
+    const std::lock_guard lock(mutex_);
+    return finished_;
+}
+
+std::shared_ptr<SoundBackend> OpenJob::sound() const {
+    const std::lock_guard lock(mutex_);
+    return sound_;
+}
+
+std::string OpenJob::reason() const {
+    const std::lock_guard lock(mutex_);
+    return reason_;
+}
+
+void OpenJob::abandon() {
+    const std::lock_guard lock(mutex_);
+    abandoned_ = true;
+    if (sound_) {
+        sound_->abandoned = true;
+        sound_.reset();
+    }
+}
+
+}  // namespace corvane

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <pulse/volume.h>
+
+#include <map>
+#include <mutex>
+#include <optional>
+
+#include "desktop/media/pulse_link.h"
+#include "platform/ports.h"
+
+struct pa_sink_info;
+
+namespace corvane {
+
+/// A volume word of the server's volume: first channel low, second high; 100 % and more is full.
+std::uint32_t toVolumeWord(const pa_cvolume& volume);
+/// The server's volume of a word: the first two channels take left and right, further ones their mean.
+pa_cvolume fromVolumeWord(std::uint32_t word, unsigned channels);
+
+/// The volume of the sound server's default output. It has no auxiliary devices.
+class PulseSoundDevices : public SoundDevices {
+public:
+    PulseSoundDevices();
+    ~PulseSoundDevices() override;
+
+    int auxGetNumDevs() override { return 0; }
+    std::optional<AuxCaps> auxGetDevCaps(int) override { return std::nullopt; }
+    std::optional<std::uint32_t> auxGetVolume(int) override { return std::nullopt; }
+    void auxSetVolume(int, std::uint32_t) override {}
+    /// Waits for the server only at the first reading; later it knows by the server's own reports.
+    std::optional<std::uint32_t> waveOutGetVolume() override;
+    /// A word that was read before sets exactly what was read, however fine.
+    void waveOutSetVolume(std::uint32_t volume) override;
+
+private:
+    void ask();
+    void took(const pa_sink_info* info);
+
+    std::mutex mutex_;
+    std::optional<pa_cvolume> current_;
+    std::map<std::uint32_t, pa_cvolume> read_;  ///< exact volumes of the words given out
+    PulseLink link_;                            ///< its thread uses the members above: goes first
+};
+
+}  // namespace corvane

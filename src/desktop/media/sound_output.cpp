@@ -1,0 +1,369 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "desktop/media/sound_output.h"
+
+#include <algorithm>
+#include <chrono>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "desktop/media/pulse_sink.h"
+
+namespace corvane {
+
+namespace {
+
+using Steady = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+
+constexpr milliseconds kPeriod{20};          ///< between two looks while playing
+constexpr milliseconds kRingOut{300};        ///< what ended is heard so long before the stream is held
+constexpr milliseconds kKeepStream{10'000};  ///< an idle stream wakes now and then: it goes after this
+constexpr std::size_t kBlock = 2048;         ///< frames read at a time, so that a command waits little
+/// The end is told so much before it is heard: the next file is opened meanwhile and follows without a gap.
+constexpr double kEarlySeconds = 0.02;
+
+enum class Run { Stopped, Playing, Held };
+
+}  // namespace
+
+/// What the reading thread does. Members marked shared are guarded by the output's mutex; the rest is the thread's own.
+class SoundOutput::Reader {
+public:
+    Reader(std::mutex& mutex, std::condition_variable& wake, bool silent)
+        : mutex_(mutex), wake_(wake), silent_(silent) {}
+
+    void run();
+    std::int64_t position() const;
+    void freeze();
+    void interrupt() {
+        if (part && part->sound) part->sound->stopping = true;
+    }
+
+    // shared
+    bool quit = false;
+    bool warm = false;
+    std::uint64_t number = 0;  ///< of the part
+    std::optional<Part> part;
+    Run wanted = Run::Stopped;
+    std::uint64_t changes = 0;
+    double heard = 0;  ///< frames; where the part stands, at `heardAt` when `ticking`
+    Steady::time_point heardAt;
+    bool ticking = false;
+    mutable std::int64_t reported = 0;
+
+private:
+    using Guard = std::unique_lock<std::mutex>;
+    void obey(Guard& guard);
+    void begin(Guard& guard);
+    void pump(Guard& guard);
+    void follow();
+    bool finished();
+    void rest(Guard& guard);
+    void takeSink(PcmFormat format, double pendingFrames);
+    void replaceLostSink();
+    bool sameFormat(PcmFormat format) const {
+        return format.rate == format_.rate && format.channels == format_.channels;
+    }
+
+    std::mutex& mutex_;
+    std::condition_variable& wake_;
+    const bool silent_;
+    std::optional<PulseLink> link_;
+    std::unique_ptr<PcmSink> sink_;
+    PcmFormat format_{0, 0};
+    Steady::time_point sinkTried_;
+    std::uint64_t seen_ = 0;     ///< changes obeyed
+    std::uint64_t current_ = 0;  ///< number of the part that is being read
+    Part reading_;
+    std::int64_t read_ = 0;  ///< frames of the sound given to the sink
+    bool atEnd_ = false;     ///< nothing more to read
+    bool done_ = true;       ///< the end was told, or nothing was begun
+    bool corked_ = true;
+    Run state_ = Run::Stopped;
+    Steady::time_point idleSince_;
+    std::vector<float> block_;
+};
+
+std::int64_t SoundOutput::Reader::position() const {
+    double now = heard;
+    if (ticking) now += std::chrono::duration<double>(Steady::now() - heardAt).count() * part->sound->format().rate;
+    auto frame = static_cast<std::int64_t>(now);
+    if (part && part->to != kToEnd) frame = std::min(frame, part->to);
+    if (part && part->sound->frames() > 0) frame = std::min(frame, part->sound->frames());
+    reported = std::max(reported, frame);
+    return reported;
+}
+
+void SoundOutput::Reader::freeze() {
+    if (!part) return;
+    heard = static_cast<double>(position());
+    ticking = false;
+}
+
+void SoundOutput::Reader::takeSink(PcmFormat format, double pendingFrames) {
+    sink_.reset();
+    corked_ = true;
+    format_ = format;
+    sinkTried_ = Steady::now();
+    if (!silent_) {
+        if (!link_) link_.emplace("Corvane");
+        sink_ = PulseSink::open(*link_, format);
+    }
+    if (sink_) {
+        // What was swallowed in silence stays silent, so that the place in the sound does not jump.
+        const std::vector<float> silence(
+            static_cast<std::size_t>(std::max(0.0, pendingFrames)) * static_cast<std::size_t>(format.channels), 0.0F);
+        if (!silence.empty()) sink_->write(silence.data(), silence.size() / static_cast<std::size_t>(format.channels));
+    } else {
+        sink_ = std::make_unique<ClockSink>(format, pendingFrames);
+        sink_->hold(true);
+    }
+}
+
+/// The server has gone: the clock goes on in its place. It is back: its stream takes over where the clock stands.
+void SoundOutput::Reader::replaceLostSink() {
+    const bool lost = !sink_->alive();
+    const bool retry = !silent_ && !sink_->audible() && Steady::now() - sinkTried_ > milliseconds(PulseLink::kRetryMs);
+    if (!lost && !(retry && link_ && link_->ready(50))) {
+        if (retry) sinkTried_ = Steady::now();
+        return;
+    }
+    double pending = 0;
+    {
+        const Guard guard(mutex_);
+        pending = static_cast<double>(read_ - position());
+    }
+    if (lost) {
+        sink_ = std::make_unique<ClockSink>(format_, pending);
+        sinkTried_ = Steady::now();
+    } else {
+        takeSink(format_, pending);
+        sink_->hold(false);
+    }
+    corked_ = false;
+}
+
+/// A new part: seeks, and gets the stream ready. What rings out from the part before is left alone.
+void SoundOutput::Reader::begin(Guard& guard) {
+    const bool ringing = done_;
+    reading_ = *part;
+    current_ = number;
+    reading_.sound->stopping = false;
+    guard.unlock();
+    const PcmFormat format = reading_.sound->format();
+    if (!sink_ || !sink_->alive() || !sameFormat(format) || (!silent_ && !sink_->audible())) {
+        takeSink(format, 0);
+    } else if (!ringing || corked_) {
+        sink_->flush();
+    }
+    reading_.sound->seek(reading_.from);
+    read_ = reading_.from;
+    block_.resize(kBlock * static_cast<std::size_t>(format.channels));
+    atEnd_ = done_ = false;
+    guard.lock();
+}
+
+void SoundOutput::Reader::obey(Guard& guard) {
+    if (std::exchange(warm, false) && !sink_) {
+        guard.unlock();
+        takeSink({44100, 2}, 0);
+        idleSince_ = Steady::now();
+        guard.lock();
+    }
+    if (seen_ == changes) return;
+    seen_ = changes;
+    const Run before = state_;
+    state_ = part ? wanted : Run::Stopped;
+    if (state_ == Run::Playing && current_ != number) return begin(guard);
+    const bool hold = state_ != Run::Playing;
+    if (sink_ && state_ == Run::Stopped && before != Run::Stopped && !done_) {
+        sink_->hold(true);
+        sink_->flush();
+        corked_ = done_ = true;
+    } else if (sink_ && state_ != before && !done_) {
+        sink_->hold(hold);
+        corked_ = hold;
+    }
+    if (state_ == Run::Playing) {
+        ticking = true;
+        heardAt = Steady::now();
+    } else {
+        reading_.sound.reset();
+        if (state_ == Run::Held) reading_ = *part;
+        idleSince_ = Steady::now();
+    }
+}
+
+/// Gives the sink what it wants.
+void SoundOutput::Reader::pump(Guard& guard) {
+    reading_.sound->stopping = false;
+    while (!atEnd_ && seen_ == changes) {
+        std::size_t room = std::min(sink_->writable(), kBlock);
+        const std::int64_t left = reading_.to == kToEnd ? INT64_MAX : reading_.to - read_;
+        const bool full = left <= 0;
+        if (!full) room = static_cast<std::size_t>(std::min(left, static_cast<std::int64_t>(room)));
+        if (room == 0 && !full) return;
+        guard.unlock();
+        const std::size_t got = full ? 0 : reading_.sound->read(block_.data(), room);
+        if (got > 0) sink_->write(block_.data(), got);
+        guard.lock();
+        read_ += static_cast<std::int64_t>(got);
+        if (seen_ != changes) return;
+        atEnd_ = got < room || full;
+        if (corked_) {
+            sink_->hold(false);
+            corked_ = false;
+        }
+        if (!ticking) {
+            ticking = true;
+            heardAt = Steady::now();
+        }
+    }
+}
+
+/// Leads the clock that position() reads after what the sink says, in small steps.
+void SoundOutput::Reader::follow() {
+    const std::optional<double> pending = sink_->pending();
+    if (!ticking) return;
+    const Steady::time_point now = Steady::now();
+    const double rate = reading_.sound->format().rate;
+    heard += std::chrono::duration<double>(now - heardAt).count() * rate;
+    heardAt = now;
+    if (!pending) return;
+    const double error = static_cast<double>(read_) - *pending - heard;
+    const bool far = error > rate * 0.3 || error < -rate * 0.3;
+    heard += far ? error : error * 0.15;
+    heard = std::clamp(heard, static_cast<double>(reading_.from), static_cast<double>(read_));
+}
+
+bool SoundOutput::Reader::finished() {
+    if (!atEnd_) return false;
+    const double rate = reading_.sound->format().rate;
+    const double early = sink_->audible() ? kEarlySeconds * rate : rate * 0.001;
+    const std::optional<double> pending = sink_->pending();
+    return pending ? *pending <= early : heard >= static_cast<double>(read_) - early;
+}
+
+/// Nothing plays: lets the last sound ring out, holds the stream, and in the end gives it back.
+void SoundOutput::Reader::rest(Guard& guard) {
+    const Steady::duration idle = Steady::now() - idleSince_;
+    if (!sink_) {
+        wake_.wait(guard, [this] { return quit || warm || seen_ != changes; });
+        return;
+    }
+    Steady::time_point until = idleSince_ + kKeepStream;
+    if (!corked_) {
+        until = idleSince_ + kRingOut;
+        if (idle >= kRingOut) {
+            sink_->hold(true);
+            sink_->flush();
+            corked_ = true;
+            return;
+        }
+    } else if (state_ == Run::Held) {
+        wake_.wait(guard, [this] { return quit || seen_ != changes; });
+        return;
+    } else if (idle >= kKeepStream) {
+        sink_.reset();
+        return;
+    }
+    wake_.wait_until(guard, until, [this] { return quit || seen_ != changes; });
+}
+
+void SoundOutput::Reader::run() {
+    Guard guard(mutex_);
+    while (!quit) {
+        obey(guard);
+        if (quit) break;
+        if (state_ != Run::Playing || done_) {
+            if (seen_ == changes) rest(guard);
+            continue;
+        }
+        guard.unlock();
+        replaceLostSink();
+        guard.lock();
+        pump(guard);
+        if (seen_ != changes) continue;
+        follow();
+        if (finished()) {
+            done_ = true;
+            heard = static_cast<double>(read_);
+            ticking = false;
+            reported = std::max(reported, read_);
+            idleSince_ = Steady::now();
+            if (reading_.ended) reading_.ended(read_);
+            continue;
+        }
+        Steady::duration nap = kPeriod;
+        if (atEnd_) nap = milliseconds(5);
+        wake_.wait_for(guard, nap, [this] { return quit || seen_ != changes; });
+    }
+}
+
+SoundOutput::SoundOutput(bool silent) : reader_(std::make_unique<Reader>(mutex_, wake_, silent)) {
+    thread_ = std::thread([this] { reader_->run(); });
+}
+
+SoundOutput::~SoundOutput() {
+    command([this] { reader_->quit = true; });
+    thread_.join();
+}
+
+void SoundOutput::command(const std::function<void()>& change) {
+    const std::lock_guard lock(mutex_);
+    reader_->interrupt();
+    change();
+    ++reader_->changes;
+    wake_.notify_all();
+}
+
+void SoundOutput::warmUp() {
+    const std::lock_guard lock(mutex_);
+    reader_->warm = true;
+    wake_.notify_all();
+}
+
+std::uint64_t SoundOutput::play(Part part) {
+    std::uint64_t number = 0;
+    command([&] {
+        Reader& reader = *reader_;
+        number = ++reader.number;
+        reader.heard = static_cast<double>(part.from);
+        reader.reported = part.from;
+        reader.ticking = false;
+        reader.part = std::move(part);
+        reader.wanted = Run::Playing;
+    });
+    return number;
+}
+
+void SoundOutput::pause(std::uint64_t part) {
+    command([&] {
+        if (part != reader_->number) return;
+        reader_->freeze();
+        reader_->wanted = Run::Held;
+    });
+}
+
+void SoundOutput::resume(std::uint64_t part) {
+    command([&] {
+        if (part == reader_->number) reader_->wanted = Run::Playing;
+    });
+}
+
+void SoundOutput::stop(std::uint64_t part) {
+    command([&] {
+        if (part != reader_->number) return;
+        reader_->freeze();
+        reader_->wanted = Run::Stopped;
+        reader_->part.reset();
+    });
+}
+
+std::int64_t SoundOutput::position(std::uint64_t part) const {
+    const std::lock_guard lock(mutex_);
+    return part == reader_->number ? reader_->position() : -1;
+}
+
+}  // namespace corvane

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <condition_variable>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <thread>
+
+#include "desktop/media/sound_backend.h"
+
+namespace corvane {
+
+/// The one output, kept warm while sounds come and go. Plays one sound at a time with a reading thread that sleeps
+/// while nothing plays. Without a sound server it plays on in silence, and is heard again when the server is back. All
+/// calls are made on the user-interface thread and return at once; what they ask for, the reading thread does.
+class SoundOutput {
+public:
+    /// What is played: a sound from a place of its axis to another.
+    struct Part {
+        std::shared_ptr<SoundBackend> sound;
+        std::int64_t from = 0;
+        std::int64_t to = 0;  ///< kToEnd: to its end
+        /// On the reading thread, once: the part was heard to its end, which was this frame.
+        std::function<void(std::int64_t end)> ended;
+    };
+    static constexpr std::int64_t kToEnd = -1;
+
+    /// `silent`: never look for a sound server.
+    explicit SoundOutput(bool silent);
+    ~SoundOutput();
+    SoundOutput(const SoundOutput&) = delete;
+    SoundOutput& operator=(const SoundOutput&) = delete;
+
+    /// Connects to the server and makes a stream, so that the first sound comes at once.
+    void warmUp();
+    /// Starts the part in place of whatever plays. The number names it in the calls below, which do nothing once
+    /// another part was started.
+    std::uint64_t play(Part part);
+    void pause(std::uint64_t part);
+    void resume(std::uint64_t part);
+    void stop(std::uint64_t part);  ///< silent at once; a part that has ended rings out
+    /// The frame that is heard now; where it stopped when it does not play. Never goes back. -1: another part plays.
+    std::int64_t position(std::uint64_t part) const;
+
+private:
+    class Reader;
+    void command(const std::function<void()>& change);
+
+    mutable std::mutex mutex_;
+    std::condition_variable wake_;
+    std::unique_ptr<Reader> reader_;
+    std::thread thread_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "desktop/media/synthesizer.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <vector>
+
+#include "desktop/media/fluid_library.h"
+
+namespace corvane {
+
+namespace {
+
+// Loud enough beside sound files, with room for many voices before it clips.
+constexpr double kGain = 0.45;
+constexpr int kVoices = 128;
+
+bool isSoundFont(const std::filesystem::path& path) {
+    std::error_code error;
+    return std::filesystem::is_regular_file(path, error) && fluid().fluid_is_soundfont(path.c_str());
+}
+
+std::string findSoundFont() {
+    namespace fs = std::filesystem;
+    if (const char* named = std::getenv("CORVANE_SOUNDFONT")) return isSoundFont(named) ? named : "";
+    for (const char* known : {"/usr/share/sounds/sf2/TimGM6mb.sf2", "/usr/share/sounds/sf2/default-GM.sf2",
+                              "/usr/share/soundfonts/default.sf2", "/usr/share/sounds/sf3/default-GM.sf3"}) {
+        if (isSoundFont(known)) return known;
+    }
+    std::vector<std::string> folders = {"/usr/share/sounds/sf2", "/usr/share/soundfonts", "/usr/share/sounds/sf3",
+                                        "/usr/local/share/soundfonts"};
+    if (const char* home = std::getenv("HOME")) folders.push_back(std::string(home) + "/.local/share/soundfonts");
+    for (const std::string& folder : folders) {
+        std::error_code error;
+        for (const auto& entry : fs::directory_iterator(folder, error)) {
+            if (isSoundFont(entry.path())) return entry.path().string();
+        }
+    }
+    return "";
+}
+
+}  // namespace
+
+Synthesizer::~Synthesizer() {
+    if (!synth_) return;
+    fluid().delete_fluid_synth(synth_);
+    fluid().delete_fluid_settings(settings_);
+}
+
+std::string Synthesizer::load() {
+    const std::lock_guard lock(mutex_);
+    if (synth_) return "";
+    if (!loadFluid()) return "The synthesizer for MIDI is not installed.";
+    const std::string font = findSoundFont();
+    if (font.empty()) return "There are no sounds for MIDI: no soundfont was found.";
+    for (const int level : {FLUID_PANIC, FLUID_ERR, FLUID_WARN, FLUID_INFO, FLUID_DBG})
+        fluid().fluid_set_log_function(level, nullptr, nullptr);
+    settings_ = fluid().new_fluid_settings();
+    fluid().fluid_settings_setnum(settings_, "synth.sample-rate", kFormat.rate);
+    fluid().fluid_settings_setnum(settings_, "synth.gain", kGain);
+    fluid().fluid_settings_setint(settings_, "synth.polyphony", kVoices);
+    // Only the instruments in use are held in memory.
+    fluid().fluid_settings_setint(settings_, "synth.dynamic-sample-loading", 1);
+    fluid().fluid_settings_setint(settings_, "synth.threadsafe-api", 0);
+    synth_ = fluid().new_fluid_synth(settings_);
+    if (synth_ && fluid().fluid_synth_sfload(synth_, font.c_str(), 1) != FLUID_FAILED) return "";
+    fluid().delete_fluid_synth(synth_);
+    fluid().delete_fluid_settings(settings_);
+    synth_ = nullptr;
+    settings_ = nullptr;
+    return "The sounds for MIDI cannot be read: " + font;
+}
+
+bool Synthesizer::claim(const void* user) {
+    const std::lock_guard lock(mutex_);
+    if (user_ == user) return true;
+    user_ = user;
+    fluid().fluid_synth_system_reset(synth_);
+    return false;
+}
+
+void Synthesizer::release(const void* user) {
+    const std::lock_guard lock(mutex_);
+    if (user_ == user) user_ = nullptr;
+}
+
+void Synthesizer::reset() {
+    const std::lock_guard lock(mutex_);
+    fluid().fluid_synth_system_reset(synth_);
+}
+
+void Synthesizer::play(const MidiEvent& event, const MidiSequence& sequence, bool stateOnly) {
+    const std::lock_guard lock(mutex_);
+    const int channel = event.status & 0x0F;
+    switch (event.status & 0xF0) {
+        case 0x80:
+            if (!stateOnly) fluid().fluid_synth_noteoff(synth_, channel, event.data1);
+            break;
+        case 0x90:
+            if (!stateOnly) fluid().fluid_synth_noteon(synth_, channel, event.data1, event.data2);
+            break;
+        case 0xA0:
+            fluid().fluid_synth_key_pressure(synth_, channel, event.data1, event.data2);
+            break;
+        case 0xB0:
+            fluid().fluid_synth_cc(synth_, channel, event.data1, event.data2);
+            break;
+        case 0xC0:
+            fluid().fluid_synth_program_change(synth_, channel, event.data1);
+            break;
+        case 0xD0:
+            fluid().fluid_synth_channel_pressure(synth_, channel, event.data1);
+            break;
+        case 0xE0:
+            fluid().fluid_synth_pitch_bend(synth_, channel, event.data2 << 7 | event.data1);
+            break;
+        default:
+            if (event.sysex >= 0) {
+                const std::string& data = sequence.sysex[static_cast<std::size_t>(event.sysex)];
+                fluid().fluid_synth_sysex(synth_, data.data(), static_cast<int>(data.size()), nullptr, nullptr, nullptr,
+                                          0);
+            }
+    }
+}
+
+void Synthesizer::render(float* samples, std::size_t frames) {
+    const std::lock_guard lock(mutex_);
+    fluid().fluid_synth_write_float(synth_, static_cast<int>(frames), samples, 0, 2, samples, 1, 2);
+}
+
+}  // namespace corvane
