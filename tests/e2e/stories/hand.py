@@ -1,0 +1,293 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The panel in the hand: keys, holds, slider, knob, menu, dragging, drops."""
+
+import numpy as np
+
+from harness.expect import check, equal, steady, wait
+from harness.media import steps, tone
+from harness.player import (KNOB_RECORD, MINIMISE, NEXT, PAUSE, PLAY, PREVIOUS, REPEAT_LAMP, STOP, VOLUME_DOWN, VOLUME_UP,
+                            set_sink_volume, sink_volume)
+from harness.sound import same_pitch
+from harness.story import story
+
+TONES = (440, 554, 698)
+LADDER = [round(220 * 1.06**step) for step in range(40)]  # one second each: what sounds tells the position
+STEP_OF_VOLUME = 65535 / 15
+
+
+def songs(stage, seconds=8):
+    return [tone(stage.media / f"song{number}.wav", hz, seconds) for number, hz in enumerate(TONES, 1)]
+
+
+def start_ladder(stage, *more):
+    stage.player.start(steps(stage.media / "ladder.wav", LADDER), *more)
+    stage.player.press(PLAY)
+    stage.sound.wait_for(LADDER[0])
+
+
+def rung(stage):
+    """Which second of the ladder sounds now; None when it is none."""
+    hz = stage.sound.pitch_now()
+    near = min(range(len(LADDER)), key=lambda step: abs(LADDER[step] - hz))
+    return near if same_pitch(hz, LADDER[near]) else None
+
+
+def wait_for_rung(stage, least, most, seconds=4):
+    return wait(f"second {least} to {most} (now {rung(stage)})", lambda: (rung(stage) or -1) in range(least, most + 1) and rung(stage), seconds)
+
+
+def level(stage):
+    """The volume level that the sink stands at."""
+    return round(sink_volume(stage.session)[0] / STEP_OF_VOLUME)
+
+
+@story("keys: play, pause, stop, next, previous do what their buttons do")
+def transport_keys(stage):
+    stage.player.start(*songs(stage))
+    stage.player.key("z")
+    stage.sound.wait_for(TONES[0])
+    stage.player.key("x")
+    stage.sound.wait_for_silence()
+    stage.player.key("z")
+    stage.sound.wait_for(TONES[0])
+    stage.player.key("period")
+    stage.sound.wait_for(TONES[1])
+    stage.player.key("comma", "comma")
+    stage.sound.wait_for(TONES[0])
+    stage.player.key("c")
+    stage.sound.wait_for_silence()
+
+
+@story("keys: volume, repeat, minimise and power, capital and small letters apart")
+def other_keys(stage):
+    set_sink_volume(stage.session, 32768)
+    stage.player.start(*songs(stage))
+    stage.player.key("u", "u")
+    wait("two steps up", lambda: level(stage) == 10)
+    stage.player.key("d", "d", "d")
+    wait("three steps down", lambda: level(stage) == 7)
+    stage.player.key("R")
+    wait("the repeat lamp", lambda: stage.player.lamp_lit(REPEAT_LAMP))
+    stage.player.key("r", "p", "m")
+    steady("the lamp and the panel stay", lambda: stage.player.lamp_lit(REPEAT_LAMP) and stage.player.running(), 0.6)
+    stage.player.key("M")
+    wait("the panel is minimised", lambda: not stage.player.windows())
+    stage.desk.tool("windowmap", stage.player.window.id)
+    stage.player.wait_for_panel()
+    stage.player.key("P")
+    equal(stage.player.wait_for_end(), 0, "exit code")
+
+
+@story("keys: bound to other characters they obey those alone")
+def bound_keys(stage):
+    stage.player.settings(PLAY_Click="q", POWER_Click="!", STOP_Click="")
+    stage.player.start(*songs(stage))
+    stage.player.key("z")
+    steady("silence after the old key", lambda: stage.sound.pitch_now() == 0, 0.5)
+    stage.player.key("q")
+    stage.sound.wait_for(TONES[0])
+    stage.player.key("c")
+    stage.sound.wait_for_silence()
+    stage.player.key("exclam")
+    stage.player.wait_for_end()
+
+
+@story("keys: Alt and F4 power off")
+def alt_f4(stage):
+    stage.player.start(*songs(stage))
+    stage.player.press(PLAY)
+    stage.sound.wait_for(TONES[0])
+    stage.player.key("alt+F4")
+    equal(stage.player.wait_for_end(), 0, "exit code")
+
+
+@story("holds: 400 ms on next changes the file once")
+def short_hold(stage):
+    stage.player.start(*songs(stage))
+    stage.player.press(PLAY)
+    stage.sound.wait_for(TONES[0])
+    stage.player.hold(NEXT, 400)
+    stage.sound.wait_for(TONES[1])
+    steady("the second file", lambda: same_pitch(stage.sound.pitch_now(), TONES[1]), 0.6)
+
+
+@story("holds: 1500 ms on next seeks forward and plays on in the same file")
+def long_hold_next(stage):
+    start_ladder(stage, *songs(stage))
+    stage.player.hold(NEXT, 1500)
+    released = wait_for_rung(stage, 8, 24)
+    wait_for_rung(stage, released + 1, released + 2)
+
+
+@story("holds: 1500 ms on previous seeks back and plays on")
+def long_hold_previous(stage):
+    start_ladder(stage, *songs(stage))
+    stage.desk.drag(stage.player.slider(0.05), stage.player.slider(0.7))
+    began = wait_for_rung(stage, 26, 30)
+    stage.player.hold(PREVIOUS, 1500)
+    released = wait_for_rung(stage, began - 22, began - 6)
+    wait_for_rung(stage, released + 1, released + 2)
+
+
+@story("holds: while stopped a hold neither seeks nor changes the file")
+def hold_while_stopped(stage):
+    stage.player.start(*songs(stage))
+    stage.player.hold(NEXT, 1200)
+    stage.player.press(PLAY)
+    stage.sound.wait_for(TONES[0])
+
+
+@story("slider: a drag while playing seeks and plays on")
+def drag_playing(stage):
+    start_ladder(stage)
+    stage.desk.drag(stage.player.slider(0.1), stage.player.slider(0.5))
+    second = wait_for_rung(stage, 19, 21)
+    wait_for_rung(stage, second + 1, second + 1)
+    fraction = stage.player.slider_fraction()
+    check(0.45 < fraction < 0.6, f"the slider is filled to {fraction:.2f}")
+
+
+@story("slider: a drag while paused stays paused")
+def drag_paused(stage):
+    start_ladder(stage)
+    stage.player.press(PAUSE)
+    stage.sound.wait_for_silence()
+    stage.desk.drag(stage.player.slider(0.1), stage.player.slider(0.25))
+    steady("silence while paused", lambda: stage.sound.pitch_now() == 0, 0.8)
+    stage.player.press(PLAY)
+    wait_for_rung(stage, 9, 11)
+
+
+@story("slider: a drag while stopped does nothing")
+def drag_stopped(stage):
+    stage.player.start(steps(stage.media / "ladder.wav", LADDER))
+    stage.desk.drag(stage.player.slider(0.1), stage.player.slider(0.5))
+    check(stage.player.slider_fraction() < 0.02, "the slider is filled")
+    stage.player.press(PLAY)
+    stage.sound.wait_for(LADDER[0])
+
+
+def knob_point(stage, angle):
+    """A point of the knob in a direction, degrees counter-clockwise from the right."""
+    x, y, width, height = stage.player.place(KNOB_RECORD)
+    radius = min(width, height) * 0.3
+    return (x + width / 2 + radius * np.cos(np.radians(angle)), y + height / 2 - radius * np.sin(np.radians(angle)))
+
+
+@story("knob: a drag around it goes through the levels, and its gap does nothing")
+def turn_knob(stage):
+    set_sink_volume(stage.session, 65536)
+    stage.player.start()
+    look = stage.player.look(KNOB_RECORD)
+    for angle, expected in ((216, 1), (162, 4), (100, 7), (72, 9), (0, 12), (-30, 14)):
+        near = (expected, expected - 1, expected + 1)
+        stage.desk.drag(knob_point(stage, angle + 3), knob_point(stage, angle))
+        wait(f"level {near} at {angle} degrees (is {level(stage)})", lambda: level(stage) in near)
+    stood = level(stage)
+    stage.desk.drag(knob_point(stage, -88), knob_point(stage, -92))
+    equal(level(stage), stood, "level after a drag in the gap")
+    check(np.abs(stage.player.look(KNOB_RECORD) - look).sum() > 0, "the indicator has not moved")
+
+
+@story("knob: the buttons move it a step and stop at its ends")
+def volume_buttons(stage):
+    set_sink_volume(stage.session, 65536)
+    stage.player.start()
+    stage.player.press(VOLUME_UP)
+    wait("level 15", lambda: level(stage) == 15)
+    for _ in range(17):
+        stage.player.press(VOLUME_DOWN)
+    wait("level 0", lambda: level(stage) == 0)
+    stage.player.press(VOLUME_UP)
+    wait("level 1", lambda: level(stage) == 1)
+
+
+@story("volume: another program's change does not disturb the player, and unequal channels come back at the end")
+def other_programs(stage):
+    set_sink_volume(stage.session, 50000, 20000)
+    stage.player.start(*songs(stage))
+    stage.player.press(PLAY)
+    stage.sound.wait_for(TONES[0])
+    set_sink_volume(stage.session, 30000)
+    steady("the song", lambda: same_pitch(stage.sound.pitch_now(), TONES[0]), 0.8)
+    stage.player.power_off()
+    wait("the volume found at the start", lambda: sink_volume(stage.session) == (50000, 20000), 3)
+
+
+@story("panel: a drag by a free place moves it, and its buttons go with it")
+def move_panel(stage):
+    stage.player.start(*songs(stage))
+    window = stage.player.window
+    free = window.x + 400, window.y + window.height - 5
+    stage.desk.drag(free, (free[0] - 300, free[1] - 250))
+
+    def moved():
+        now = stage.player.windows()
+        return now and abs(now[0].x - window.x + 300) <= 4 and abs(now[0].y - window.y + 250) <= 4 and now[0]
+
+    stage.player.window = wait("the panel at its new place", moved)
+    stage.player.press(PLAY)
+    stage.sound.wait_for(TONES[0])
+
+
+@story("panel: minimised and brought back it plays on")
+def minimise(stage):
+    stage.player.start(*songs(stage, 12))
+    stage.player.press(PLAY)
+    stage.sound.wait_for(TONES[0])
+    stage.player.press(MINIMISE)
+    wait("the panel is minimised", lambda: not stage.player.windows())
+    steady("the song", lambda: same_pitch(stage.sound.pitch_now(), TONES[0]), 0.6)
+    stage.desk.tool("windowmap", stage.player.window.id)
+    stage.player.wait_for_panel()
+    stage.player.press(STOP)
+    stage.sound.wait_for_silence()
+
+
+@story("panel: window mode 1 keeps it above other windows, mode 0 does not")
+def window_modes(stage):
+    for mode, above in ((1, True), (0, False)):
+        stage.player.settings(WINDOWPOS=mode)
+        stage.player.start()
+        def state():
+            return "ABOVE" in stage.session.run(["xprop", "-id", str(stage.player.window.id), "_NET_WM_STATE"])
+
+        wait(f"above others: {above}", lambda: state() == above)
+        stage.player.power_off()
+
+
+def open_menu(stage):
+    """Opens the menu by Alt alone; returns its window."""
+    before = {w.id for w in stage.player.windows()}
+    stage.player.key("alt")
+    return wait("the menu", lambda: [w for w in stage.player.windows() if w.id not in before])[0]
+
+
+@story("menu: by Alt and the arrow keys it plays, pauses and powers off")
+def menu_by_keyboard(stage):
+    stage.player.start(*songs(stage, 20))
+    open_menu(stage)
+    stage.desk.key("Down", "Right", "Return")  # Play Command: Play
+    stage.sound.wait_for(TONES[0])
+    open_menu(stage)
+    stage.desk.key("Escape")
+    wait("the menu goes", lambda: len(stage.player.windows()) == 1)
+    open_menu(stage)
+    stage.desk.key("Down", "Right", "Return")  # Play is not offered while it plays: Pause
+    stage.sound.wait_for_silence()
+    open_menu(stage)
+    stage.desk.key("Up", "Return")  # Power OFF is the last one
+    equal(stage.player.wait_for_end(), 0, "exit code")
+
+
+@story("menu: the right button opens it everywhere on the panel")
+def menu_by_mouse(stage):
+    stage.player.start(*songs(stage))
+    window = stage.player.window
+    for place in (stage.player.button(PLAY), stage.player.middle(KNOB_RECORD), (window.x + 400, window.y + window.height - 5),
+                  (window.x + 200, window.y + 30)):
+        stage.desk.click(*place, button=3)
+        wait(f"the menu at {place}", lambda: len(stage.player.windows()) > 1)
+        stage.desk.key("Escape")
+        wait("the menu goes", lambda: len(stage.player.windows()) == 1)
+    steady("silence", lambda: stage.sound.pitch_now() == 0, 0.3)
