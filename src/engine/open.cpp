@@ -63,6 +63,15 @@ void closeOtherWindow(Player& player, std::int16_t kind) {
     }
 }
 
+/// A kind that names no device relies on a fresh window; one left open by a replaced list still holds its device type.
+void dropStaleDevice(Player& player, const Classified& file) {
+    auto* mci = player.forms.find<MciWindowControls>();
+    if (mci == nullptr || file.deviceType != nullptr || mci->mmcMci->DeviceType().empty()) return;
+    mci->mmcMci->Command("Stop");
+    mci->mmcMci->Command("Close");
+    player.forms.unload<MciWindowControls>();
+}
+
 std::optional<std::int16_t> trackNumber(const std::string& path) {
     const std::string name = GetBaseName(path);
     if (name.size() < 2) return std::nullopt;
@@ -76,17 +85,23 @@ bool canBeOpened(Player& player, const std::string& path) {
     return GetExtension(path) != "CDA" || trackNumber(path).has_value();
 }
 
+/// What the box was answered with, unless something else has moved the list on or stopped it meanwhile.
+void goOnFrom(Player& player, std::int16_t asked, void (*operation)(Player&)) {
+    if (player.gPlaying && player.gFileIndex == asked) operation(player);
+}
+
 /// The stop, retry or go-on box of a file that is not there. What follows runs as a new event, so that a list of
 /// missing files never nests.
 void askAboutMissing(Player& player) {
+    const std::int16_t asked = player.gFileIndex;
     const Answer answer =
         messageBox(player, currentPath(player) + " Can't open!!", Buttons::AbortRetryIgnore, Icon::Stop);
     switch (answer) {
         case Answer::Retry:
-            player.ports.loop.post([&player] { PrevFile(player); });
+            player.ports.loop.post([&player, asked] { goOnFrom(player, asked, PrevFile); });
             break;
         case Answer::Ignore:
-            player.ports.loop.post([&player] { NextFile(player); });
+            player.ports.loop.post([&player, asked] { goOnFrom(player, asked, NextFile); });
             break;
         default:
             CloseFile(player, false);
@@ -164,6 +179,8 @@ void openFresh(Player& player, MainPanelControls& panel) {
     const Classified file = classify(GetExtension(path));
     closeOtherWindow(player, file.kind);
     player.gMediaKind = file.kind;
+    player.openedPath = path;
+    dropStaleDevice(player, file);
     if (file.deviceType != nullptr) player.forms.load<MciWindowControls>().mmcMci->DeviceType(file.deviceType);
     panel.lblMainPanel[kTextLabel].Caption = file.text;
     panel.lblMainPanel[kTimeLabel].ToolTipText = file.kind == mkMovie ? "Frame" : "Time";
@@ -249,6 +266,8 @@ void OpenMovie(Player& player) {
     MovieControl& movie = *window.amvMovie;
     window.opened = false;
     window.started = false;
+    window.doubleClickedAt = -1;
+    window.WindowState = WindowState::Normal;
     window.tmrMovie.Enabled = false;
     movie.FileName("1");  // releases whatever the control held
     if (player.gMovieZoom == kFullScreenZoom) {

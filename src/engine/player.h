@@ -16,6 +16,7 @@ struct Player : mdlDefinePublic::PlayerState {
 
     Ports& ports;
     FormHost forms;
+    std::string openedPath;                    ///< of the file opened last
     std::array<std::string, 6> panelCaptions;  ///< the panel's labels, written before it loads
     std::string editorFolder;                  ///< what the editor showed last, for its next opening; empty: none yet
 };

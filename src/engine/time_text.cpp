@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
-#include <cstdio>
 
 #include "engine/mdlPublicFunction.h"
 
@@ -30,8 +30,9 @@ std::string TmsfToText(std::int32_t tmsf) {
 
 std::string numberText(double number) {
     std::array<char, 40> text{};
-    std::snprintf(text.data(), text.size(), "%.15g", number);
-    std::string result = text.data();
+    constexpr int kDigits = 15;
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::general, kDigits);
+    std::string result(text.data(), end.ptr);
     for (char& c : result) {
         if (c == 'e') c = 'E';
     }

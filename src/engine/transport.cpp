@@ -244,8 +244,11 @@ void NextFile(Player& player) {
 
 void PrevFile(Player& player) {
     auto* panel = player.forms.find<MainPanelControls>();
-    if (panel == nullptr || player.gFileCount == 0) return;
-    if (panel->isStopped()) {
+    if (panel == nullptr) return;
+    if (player.gFileCount == 0) {
+        player.gBackPending = false;
+    } else if (panel->isStopped()) {
+        player.gBackPending = false;
         moveBackward(player);
         showEntry(player, *panel);
     } else if (panel->isPaused()) {
@@ -276,7 +279,7 @@ void CloseFile(Player& player, bool keepImage) {
 }
 
 void mediaFailed(Player& player, const std::string& reason) {
-    const std::string text = currentPath(player) + "\r\n" + reason;
+    const std::string text = player.openedPath + "\r\n" + reason;
     CloseFile(player, false);
     messageBox(player, text, Buttons::Ok, Icon::Stop);
 }

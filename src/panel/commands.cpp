@@ -76,7 +76,9 @@ void frmMainPanel::cmdMainPanel_MouseDown(int index, const MouseArgs& mouse) {
     } else {
         hold_ = shift ? Hold::NextShift : Hold::Next;
     }
-    tmrPrevNext.Enabled = true;
+    holdEngaged_ = false;  // a release that never came leaves nothing behind
+    tmrPrevNext.Interval = kHoldMs;
+    tmrPrevNext.restart();
 }
 
 void frmMainPanel::cmdMainPanel_MouseUp(int /*index*/, const MouseArgs& mouse) {
@@ -97,7 +99,7 @@ void frmMainPanel::cmdMainPanel_MouseUp(int /*index*/, const MouseArgs& mouse) {
     if (player_.gMediaKind == mkMovie && window != nullptr && window->amvMovie->Rate() != 1.0) {
         window->amvMovie->Pause();
         window->amvMovie->Rate(1.0);
-        if (cmdMainPanel[kPause].Enabled) window->amvMovie->Run();
+        if (cmdMainPanel[kPause].Enabled && window->amvMovie->State() != kMovieStopped) window->amvMovie->Run();
     }
     if (!fullScreen && Visible) pctMainPanel.SetFocus();  // so that keys keep reaching the panel
 }
@@ -106,7 +108,7 @@ void frmMainPanel::cmdMainPanel_MouseUp(int /*index*/, const MouseArgs& mouse) {
 void frmMainPanel::resumeAfterHold() {
     const bool playing = cmdMainPanel[kPause].Enabled;
     if (player_.gMediaKind == mkMovie) {
-        if (movie() == nullptr) return;
+        if (movie() == nullptr || !movie()->started || movie()->amvMovie->State() == kMovieStopped) return;
         movie()->amvMovie->Run();
         if (playing) return;
         player_.gPlaying = true;

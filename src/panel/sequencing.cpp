@@ -50,7 +50,7 @@ void frmMainPanel::tmrPrevNext_Timer() {
 }
 
 void frmMainPanel::holdMovie(bool back, bool shift) {
-    if (movie() == nullptr) return;
+    if (movie() == nullptr || !movie()->started) return;  // nothing to seek before the delay is over
     MovieControl& control = *movie()->amvMovie;
     if (!back && !shift) {
         tmrPrevNext.Enabled = false;

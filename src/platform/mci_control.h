@@ -17,7 +17,7 @@ inline constexpr int kNotifySuperseded = 2;
 
 /// The multimedia control: one sound, MIDI or CD device. Made afresh for each MCI window, destroyed with it;
 /// a destroyed control raises nothing more. Commands act at once; events are posted through the EventLoop and
-/// never come from inside a call. An event that belongs to an earlier open, play or seek is dropped.
+/// never come from inside a call. An event that belongs to an earlier open, play, seek, pause or stop is dropped.
 /// Proved by tests/contract/mci_control_contract.
 class MciControl {
 public:

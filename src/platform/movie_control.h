@@ -13,8 +13,9 @@ inline constexpr int kMovieRunning = 2;
 
 /// The movie control: shows one movie on its form. Assigning a file name opens the movie and does not start it: the
 /// position is exactly 0 until the first Run, and the duration after the end. Events are posted through the EventLoop,
-/// never raised from inside a call; events of an earlier file are dropped. The picture is fitted into the part of the
-/// control that its form shows, keeping its shape. Proved by tests/contract/movie_control_contract.
+/// never raised from inside a call; events of an earlier file, and Progress posted before a Pause or Stop, are dropped.
+/// The picture is fitted into the part of the control that its form shows, keeping its shape. Proved by
+/// tests/contract/movie_control_contract.
 class MovieControl : public MouseControl {
 public:
     explicit MovieControl(Form* owner) : MouseControl(owner, ControlKind::Movie, "amvMovie") {}

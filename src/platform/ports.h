@@ -73,8 +73,8 @@ public:
 
 /// A drive as the drive box offers it.
 struct Drive {
-    std::string text;  ///< shown
-    std::string path;  ///< its root folder
+    std::string text;     ///< shown
+    std::string path;     ///< its root folder
     bool isHome = false;  ///< the user's own folder, where looking for files begins
 };
 

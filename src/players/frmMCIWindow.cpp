@@ -30,7 +30,7 @@ void frmMCIWindow::CalcPer(std::int32_t position, std::int32_t length, double& r
 void frmMCIWindow::mmcMci_StatusUpdate() {
     if (player_.gMediaKind != mkMciFile && !isCd()) return;
     // A length that was not known in time for the start is taken when it is.
-    if (player_.gLength == 0 && !isCd()) player_.gLength = mmcMci->Length();
+    if (player_.gLength == 0) takeLength();
     const std::int32_t position = mmcMci->Position();
     showProgress(position);
     if (player_.gQuickPlay && isQuicklyPlayed(position)) {
@@ -39,6 +39,15 @@ void frmMCIWindow::mmcMci_StatusUpdate() {
         returnToStart();
     } else if (player_.gCustomMode == kCustomPlay && isPastStop(position)) {
         NextFile(player_);
+    }
+}
+
+void frmMCIWindow::takeLength() {
+    if (isCd()) {
+        mmcMci->Track(player_.gCdTrack);
+        player_.gLength = trackEnd(player_, *mmcMci) - player_.gCdTrack;
+    } else {
+        player_.gLength = mmcMci->Length();
     }
 }
 

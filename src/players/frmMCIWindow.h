@@ -16,6 +16,7 @@ public:
 private:
     void mmcMci_StatusUpdate();
     void mmcMci_Done(int notifyCode);
+    void takeLength();
     void showProgress(std::int32_t position);
     bool isQuicklyPlayed(std::int32_t position) const;
     bool isPastStop(std::int32_t position) const;

@@ -75,7 +75,7 @@ void frmMovieWindow::tmrMovie_Timer() {
     tmrMovie.Enabled = false;
     auto* panel = player_.forms.find<MainPanelControls>();
     if (panel == nullptr) return;
-    if (!started && amvMovie->CurrentPosition() == 0) {
+    if (!started) {                     // a position set meanwhile by the slider does not count as played
         if (panel->isPaused()) return;  // paused during the delay: it starts when it is resumed
         startMovie(player_, *this);
         panel->Enabled = true;
