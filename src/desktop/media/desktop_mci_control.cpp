@@ -55,15 +55,25 @@ void DesktopMciControl::change(State state) {
 void DesktopMciControl::UpdateInterval(int milliseconds) { updates_.setInterval(std::max(1, milliseconds)); }
 
 void DesktopMciControl::Command(std::string_view command) {
+    if (command != "Open" && state_ == State::Closed) return;
     const Place from = std::exchange(from_, std::nullopt);
     const Place to = std::exchange(to_, std::nullopt);
-    if (command == "Open") return open();
-    if (state_ == State::Closed) return;
-    if (command == "Close") close();
-    if (command == "Play") play(from, to);
-    if (command == "Pause") pause();
-    if (command == "Stop") stop();
-    if (command == "Seek") seek(to.value_or(0));
+    if (command == "Open") {
+        open();
+    } else if (command == "Close") {
+        close();
+    } else if (command == "Play") {
+        play(from, to);
+    } else if (command == "Pause") {
+        pause();
+    } else if (command == "Stop") {
+        stop();
+    } else if (command == "Seek") {
+        seek(to.value_or(0));
+    } else {
+        from_ = from;
+        to_ = to;
+    }
 }
 
 void DesktopMciControl::open() {
