@@ -87,6 +87,7 @@ void DesktopMovieControl::ended() {
 
 void DesktopMovieControl::progress() {
     player_->checkEnd();
+    if (player_->soundLost() && players_.soundServerAnswers()) player_->findSoundAgain();
     // While a box holds the events back they must not pile up.
     if (state_ != kMovieRunning || progressPosted_) return;
     progressPosted_ = true;

@@ -8,6 +8,7 @@
 #include <array>
 #include <clocale>
 #include <cmath>
+#include <cstdlib>
 #include <filesystem>
 #include <utility>
 #include <vector>
@@ -71,6 +72,12 @@ std::string sentence(int error) {
     return text;
 }
 
+/// CORVANE_AUDIO=null plays in silence, by the clock.
+bool silenceWanted() {
+    const char* const audio = std::getenv("CORVANE_AUDIO");
+    return audio != nullptr && std::string_view(audio) == "null";
+}
+
 }  // namespace
 
 void MoviePlayer::DestroyHandle::operator()(mpv_handle* handle) const { mpv_terminate_destroy(handle); }
@@ -86,11 +93,14 @@ bool MoviePlayer::start() {
     if (!handle_) return false;
     // An option that this version of the library lacks is one that it needs not be told.
     for (const auto& [name, value] : kOptions) mpv_set_option_string(handle_.get(), name, value);
+    silent_ = silenceWanted();
+    if (silent_) mpv_set_option_string(handle_.get(), "ao", "null");
     if (mpv_initialize(handle_.get()) < 0) return false;
     frames_ = std::make_unique<MovieFrames>(handle_.get(), [this] { wake(); });
     if (!frames_->usable()) return false;
     mpv_observe_property(handle_.get(), 0, "time-pos", MPV_FORMAT_DOUBLE);
     mpv_observe_property(handle_.get(), 0, "eof-reached", MPV_FORMAT_FLAG);
+    mpv_observe_property(handle_.get(), 0, "current-ao", MPV_FORMAT_STRING);
     mpv_set_wakeup_callback(
         handle_.get(), [](void* self) { static_cast<MoviePlayer*>(self)->wake(); }, this);
     return true;
@@ -188,6 +198,8 @@ void MoviePlayer::checkEnd() {
         mpv_get_property_async(handle_.get(), tagged(kEnd, turn_), "eof-reached", MPV_FORMAT_FLAG);
 }
 
+void MoviePlayer::findSoundAgain() { command(0, {"ao-reload"}); }
+
 double MoviePlayer::position() const {
     if (ended_) return duration_ > 0 ? duration_ : time_;
     const double now = target_.value_or(time_);
@@ -264,8 +276,12 @@ void MoviePlayer::handleReply(const mpv_event& event) {
 }
 
 void MoviePlayer::handleProperty(const mpv_event_property& property) {
-    if (!current() || property.data == nullptr) return;
     const std::string_view name = property.name;
+    if (name == "current-ao") {
+        soundOutput_ = property.data == nullptr ? "" : *static_cast<const char* const*>(property.data);
+        return;
+    }
+    if (!current() || property.data == nullptr) return;
     if (name == "time-pos") {
         time_ = *static_cast<const double*>(property.data);
         if (playing_ && seek_ == Seek::None && !waiting_) target_.reset();

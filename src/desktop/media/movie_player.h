@@ -54,6 +54,10 @@ public:
     QSize picture() const { return picture_; }  ///< empty without one
     MovieFrames& frames() { return *frames_; }
 
+    /// The movie plays in silence because no sound server answered, or the one there was has gone.
+    bool soundLost() const { return !silent_ && soundOutput_ == "null"; }
+    void findSoundAgain();
+
 private:
     /// Seeks are told from what follows them: the library answers the command first, then plays again.
     enum class Seek { None, Sent, Answered };
@@ -108,6 +112,8 @@ private:
     QSize picture_{0, 0};
     bool sounds_ = false;
     std::string format_;
+    bool silent_ = false;      ///< asked to make no sound
+    std::string soundOutput_;  ///< the library's name of what it plays through; "" none
 };
 
 }  // namespace corvane

@@ -5,8 +5,15 @@
 
 #include "desktop/media/movie_desktop_control.h"
 #include "desktop/media/movie_player.h"
+#include "desktop/media/pulse_link.h"
 
 namespace corvane {
+
+namespace {
+
+constexpr std::chrono::seconds kAnswerHolds{2};
+
+}  // namespace
 
 MoviePlayers::MoviePlayers(EventLoop& loop, Windows& windows) : loop_(loop), windows_(windows) {}
 
@@ -22,6 +29,17 @@ void MoviePlayers::giveBack(std::unique_ptr<MoviePlayer> player) {
     player->listen({});
     player->close();
     if (!idle_) idle_ = std::move(player);
+}
+
+bool MoviePlayers::soundServerAnswers() {
+    // A player needs a moment to take the server up: it is not told again at once.
+    const auto now = std::chrono::steady_clock::now();
+    if (now - answered_ < kAnswerHolds) return false;
+    if (!link_) link_ = std::make_unique<PulseLink>("Corvane");
+    if (!link_->ready(0)) return false;
+    answered_ = now;
+    link_.reset();
+    return true;
 }
 
 }  // namespace corvane

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <chrono>
 #include <memory>
 
 #include "platform/event_loop.h"
@@ -10,6 +11,7 @@
 namespace corvane {
 
 class MoviePlayer;
+class PulseLink;
 
 /// Keeps the players behind the movie controls: a control takes one when it opens its first movie and gives it back
 /// when it goes, so the next movie needs not wait for one to be made. Outlives the controls made by it.
@@ -29,6 +31,9 @@ public:
     /// Stops a player and keeps it for the next one.
     void giveBack(std::unique_ptr<MoviePlayer> player);
 
+    /// Whether a sound server answers, asked anew now and then; never waits.
+    bool soundServerAnswers();
+
     EventLoop& loop() const { return loop_; }
     Windows& windows() const { return windows_; }
 
@@ -36,6 +41,8 @@ private:
     EventLoop& loop_;
     Windows& windows_;
     std::unique_ptr<MoviePlayer> idle_;
+    std::unique_ptr<PulseLink> link_;  ///< made when a movie misses its sound server
+    std::chrono::steady_clock::time_point answered_;
 };
 
 }  // namespace corvane
