@@ -9,36 +9,50 @@
 
 namespace corvane {
 
+namespace {
+
+/// Enough of a skin for every control that the player touches: "name,record,left,top,clip x,clip y,width,height,use".
+constexpr const char* kPlainSkin =
+    "repeat off,5,10,60,0,0,20,20,1\n"
+    "repeat on,6,10,60,20,0,20,20,1\n"
+    "knob,24,300,10,0,40,60,60,1\n"
+    "indicator,25,5,5,0,20,8,8,1\n"
+    "phase 2,26,5,5,8,20,8,8,1\n"
+    "phase 3,27,5,5,16,20,8,8,1\n"
+    "auto off,34,20,5,24,20,8,8,1\n"
+    "auto on,35,20,5,32,20,8,8,1\n"
+    "quick off,36,30,5,40,20,8,8,1\n"
+    "quick on,37,30,5,48,20,8,8,1\n"
+    "repeat off,38,40,5,56,20,8,8,1\n"
+    "repeat on,39,40,5,64,20,8,8,1\n"
+    "slider,40,10,100,0,0,200,8,WHITE\n";
+
+}  // namespace
+
 void registerAllForms(Player& player) {
-    Media& media = player.ports.media;
-    player.forms.registerForm(FormId::MainPanel, [] { return std::make_unique<MainPanelControls>(); });
-    player.forms.registerForm(FormId::MenuWindow, [] { return std::make_unique<MenuWindowControls>(); });
-    player.forms.registerForm(FormId::MciWindow, [&media] { return std::make_unique<MciWindowControls>(media); });
-    player.forms.registerForm(FormId::MovieWindow, [&media] { return std::make_unique<MovieWindowControls>(media); });
-    player.forms.registerForm(FormId::ImageWindow, [] { return std::make_unique<ImageWindowControls>(); });
-#ifdef CORVANE_HAS_PANEL
-    registerPanelForms(player);
-#endif
-#ifdef CORVANE_HAS_PLAYERS
-    registerPlayerForms(player);
-#endif
-#ifdef CORVANE_HAS_STARTUP
     registerStartupForms(player);
-#endif
-#ifdef CORVANE_HAS_LISTEDIT
+    registerPanelForms(player);
+    registerPlayerForms(player);
     registerListEditForms(player);
-#endif
-#ifdef CORVANE_HAS_DIALOGS
     registerDialogForms(player);
-#endif
 }
 
 void PlayerFixture::setUpPanel() {
-    player.gSlideWidth = 3000;
-    player.forms.load<MenuWindowControls>().pcpMainPanel.Picture = makePicture(1024, 1024, {0x404040});
-    player.forms.load<MainPanelControls>().Show();
+    machine.files.add("/skin.csv", kPlainSkin);
+    player.gTextPath = "/skin.csv";
+    player.forms.load<MenuWindowControls>().pcpMainPanel.Picture = makePicture(256, 256, {0x404040});
+    machine.loop.enter([this] { player.forms.load<MainPanelControls>().Show(); });
     machine.settle();
     machine.clearCalls();
+}
+
+std::vector<std::string> PlayerFixture::mediaCalls() const {
+    std::vector<std::string> result;
+    for (const std::string& call : machine.calls()) {
+        const std::string port = call.substr(0, call.find('.'));
+        if (port == "mci" || port == "movie" || port == "pictures") result.push_back(call);
+    }
+    return result;
 }
 
 std::string PlayerFixture::state() {

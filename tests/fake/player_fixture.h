@@ -12,7 +12,7 @@
 
 namespace corvane {
 
-/// Registers every form of the player; those that a program links only in part are stood in for by their bare controls.
+/// Registers every form of the player.
 void registerAllForms(Player& player);
 
 /// A player on a machine in memory. setUpPanel() puts the panel up at once, without the opening animation.
@@ -24,7 +24,8 @@ protected:
     Ports ports = machine.ports();
     Player player{ports};
 
-    /// Loads and shows the panel from a plain skin and empties the log. Call it after machine is set up.
+    /// Loads and shows the panel from a plain skin, whose slider is 3000 twips wide, and empties the log. Call it after the
+    /// settings are made.
     void setUpPanel();
 
     MainPanelControls& panel() { return *player.forms.find<MainPanelControls>(); }
@@ -35,6 +36,9 @@ protected:
     CommandButton& button(int index) { return panel().cmdMainPanel.at(static_cast<std::size_t>(index)); }
     /// "stopped", "playing" or "paused", as the two buttons say it.
     std::string state();
+
+    /// What was asked of the media controls and of the pictures, in order.
+    std::vector<std::string> mediaCalls() const;
 
     /// The list of the player; titles are the names without folder and extension.
     void setList(const std::vector<std::string>& paths);
