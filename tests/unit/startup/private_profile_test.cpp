@@ -51,6 +51,12 @@ TEST(ReadingAProfile, TheFirstOfTwoSectionsOrKeysWins) {
     EXPECT_EQ(get("[S]\nK=1\n[T]\n[S]\nL=5\n", "L"), "");
 }
 
+TEST(ReadingAProfile, TheFirstOfManyEqualKeysWins) {
+    std::string text = "[S]\n";
+    for (int i = 0; i < 1'000; ++i) text += "k" + std::to_string(i % 5) + "=" + std::to_string(i) + "\n";
+    for (int i = 0; i < 5; ++i) EXPECT_EQ(get(text, "K" + std::to_string(i)), std::to_string(i));
+}
+
 TEST(ReadingAProfile, KeysBelongToTheSectionInFrontOfThem) {
     EXPECT_EQ(get("K=0\n[T]\nK=1\n[S]\nK=2\n[U]\nK=3\n", "K"), "2");
 }
@@ -64,6 +70,7 @@ TEST(ReadingAProfile, ReadsEveryLineEndAndAMark) {
 
 TEST(ReadingAProfile, PassesOverCommentsAndOtherLines) {
     EXPECT_EQ(get("[S]\n;K=1\n  ; K=2\nrubbish\n[unclosed\n=4\nK=3\n", "K"), "3");
+    EXPECT_EQ(get("[S]\n;K=1\n", ";K"), "");
 }
 
 TEST(ReadingAProfile, TheFirstEqualsSignDivides) { EXPECT_EQ(get("[S]\nK=a=b\n", "K"), "a=b"); }

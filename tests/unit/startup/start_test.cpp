@@ -261,6 +261,7 @@ TEST_F(Start, ASkinThatWentAwayDoesNotStopTheClosing) {
     machine.pictures.addBroken("/app/PANELSET/DEFAULT.BMP", "gone");
     closePanelAt(0, 0);
     EXPECT_EQ(player.gPanelWidth, 512);
+    EXPECT_FALSE(player.forms.find<MenuWindowControls>()->pcpMainPanel.Picture.get().empty());
     machine.advance(15 * kStepMs);
     EXPECT_TRUE(machine.process.ending());
 }
