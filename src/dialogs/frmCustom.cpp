@@ -140,8 +140,11 @@ void frmCustom::store() {
     settings.emplace_back("AUTOPLAY", switchText(player_.gAutoPlay));
     settings.emplace_back("QUICK", switchText(player_.gQuickPlay));
     settings.emplace_back("DELAYTIME", takeDelay());
-    settings.emplace_back("BITMAPFILE", skinName(kBitmaps, "DEFAULT.BMP"));
-    settings.emplace_back("TEXTFILE", skinName(kTexts, "DEFAULT.CSV"));
+    // The skin's paths, and so the skin, change at the next start; the dialog shows the choice at once.
+    player_.gBitmapFileName = skinName(kBitmaps, "DEFAULT.BMP");
+    player_.gTextFileName = skinName(kTexts, "DEFAULT.CSV");
+    settings.emplace_back("BITMAPFILE", player_.gBitmapFileName);
+    settings.emplace_back("TEXTFILE", player_.gTextFileName);
     takeWindowMode();
     settings.emplace_back("WINDOWPOS", std::to_string(player_.gWindowPos));
     writeSettings(player_, settings);

@@ -284,8 +284,9 @@ TEST_F(CustomDialog, SkinNamesAreTrimmedAndEmptyOnesAreTheDefaults) {
     push(Custom::kOk);
     EXPECT_EQ(written("BITMAPFILE"), "night.bmp");
     EXPECT_EQ(written("TEXTFILE"), "my skin.csv");
-    EXPECT_EQ(player.gBitmapFileName, "DEFAULT.BMP") << "skins change at the next start";
     open();
+    EXPECT_EQ(dialog().cboCustom[Custom::kBitmaps].Text.get(), "night.bmp") << "a second OK must not take it back";
+    EXPECT_EQ(dialog().cboCustom[Custom::kTexts].Text.get(), "my skin.csv");
     dialog().cboCustom[Custom::kBitmaps].Text = "";
     dialog().cboCustom[Custom::kTexts].Text = "   ";
     push(Custom::kOk);
