@@ -33,7 +33,8 @@ bool bmpEndsWhole(QIODevice& file) {
     const std::int64_t width = static_cast<std::int32_t>(little(header, 18, 4));
     const std::int64_t rows = static_cast<std::int32_t>(little(header, 22, 4));
     const std::int64_t line = (width * little(header, 28, 2) + 31) / 32 * 4;
-    return little(header, 10, 4) + line * std::abs(rows) <= file.size();
+    if (width < 0) return true;  // left to the reader, which refuses it
+    return line <= file.size() && little(header, 10, 4) + line * std::abs(rows) <= file.size();
 }
 
 bool endsWith(QIODevice& file, const QByteArray& mark) {
