@@ -2,6 +2,7 @@
 #include "desktop/command_line.h"
 
 #include <QByteArray>
+#include <filesystem>
 
 #include "desktop/input_map.h"
 
@@ -15,7 +16,8 @@ std::string fullPath(const std::string& given, const std::string& folder) {
         if (!paths.empty()) return paths.front();
     }
     if (given.empty() || given.front() == '/') return given;
-    return folder.empty() || folder.back() == '/' ? folder + given : folder + '/' + given;
+    // Without "." and "..": their dots would count as the first dot of the path.
+    return (std::filesystem::path(folder) / given).lexically_normal().string();
 }
 
 }  // namespace
