@@ -15,6 +15,7 @@ namespace {
 constexpr int kMaxChannels = 8;
 constexpr int kPatience = 2000;          ///< packets without sound at the start before a file counts as damaged
 constexpr double kLeadInSeconds = 0.25;  ///< decoded and dropped before a place, so that the decoder has settled
+constexpr double kLeadInPages = 2.5;     ///< the same where a page of about a second cannot be used
 constexpr std::size_t kMarkEvery = 8;    ///< packets
 constexpr std::int64_t kSlack = 4096;    ///< frames by which a stated length may differ from the counted packets
 
@@ -116,6 +117,7 @@ bool FileSound::reopen() {
     used_ = 0;
     at_ = places_ == Places::Indexed ? -skip_ : 0;
     aligning_ = drained_ = false;
+    stampsCount_ = true;
     return true;
 }
 
@@ -152,6 +154,7 @@ void FileSound::silence(std::int64_t count) {
 
 bool FileSound::takeFrame() {
     const AVFrame* frame = input_->nextFrame();
+    while (frame && aligning_ && !stampsCount_) frame = input_->nextFrame();
     if (!frame) return false;
     if (aligning_ && frame->best_effort_timestamp != AV_NOPTS_VALUE) {
         at_ = toFrames(frame->best_effort_timestamp - origin_);
@@ -176,6 +179,10 @@ bool FileSound::fill() {
         const AVPacket* packet = input_->nextPacket();
         drained_ = !packet;
         const std::int64_t length = packet ? packetFrames(*packet) : 0;
+        if (packet && !stampsCount_) {
+            if (seekPage_ < 0) seekPage_ = packet->pos;
+            stampsCount_ = packet->pos != seekPage_;
+        }
         input_->send(packet);
         if (places_ != Places::Indexed) continue;
         while (takeFrame()) continue;
@@ -213,7 +220,9 @@ std::size_t FileSound::read(float* samples, std::size_t count) {
 }
 
 bool FileSound::seekStamped(std::int64_t frame) {
-    for (const double lead : {kLeadInSeconds, 2.0, 10.0}) {
+    // In Ogg files the stamps of the page that a seek leads to are guesses; those of the next page are right.
+    const bool pages = input_->isFormat("ogg");
+    for (const double lead : {pages ? kLeadInPages : kLeadInSeconds, 5.0, 20.0}) {
         const std::int64_t target = frame - static_cast<std::int64_t>(lead * format_.rate);
         if (target <= 0) break;
         const std::int64_t stamp =
@@ -224,6 +233,8 @@ bool FileSound::seekStamped(std::int64_t frame) {
         used_ = 0;
         drained_ = false;
         aligning_ = true;
+        stampsCount_ = !pages;
+        seekPage_ = -1;
         if (fill() && !aligning_ && at_ <= frame) return true;
     }
     return false;

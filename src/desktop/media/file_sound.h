@@ -66,9 +66,11 @@ private:
     std::int64_t origin_ = 0;  ///< Stamped: time stamp of the first frame
     std::int64_t skip_ = 0;    ///< Indexed: decoder delay, dropped from the front
     std::vector<float> buffer_;
-    std::size_t used_ = 0;          ///< samples of buffer_ already given
-    std::int64_t at_ = 0;           ///< frame of the next sample of the buffer
-    bool aligning_ = false;         ///< Stamped: the next decoded frame says where we are
+    std::size_t used_ = 0;        ///< samples of buffer_ already given
+    std::int64_t at_ = 0;         ///< frame of the next sample of the buffer
+    bool aligning_ = false;       ///< Stamped: the next decoded frame says where we are
+    bool stampsCount_ = true;     ///< Stamped: the stamps of the packets read now can be trusted
+    std::int64_t seekPage_ = -1;  ///< place of the first packet after a seek
     bool drained_ = false;
 
     std::atomic<std::int64_t> frames_{0};

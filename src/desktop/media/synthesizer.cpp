@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "desktop/media/synthesizer.h"
 
+#include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <vector>
@@ -14,6 +15,7 @@ namespace {
 // Loud enough beside sound files, with room for many voices before it clips.
 constexpr double kGain = 0.45;
 constexpr int kVoices = 128;
+constexpr int kDyingFrames = 8192;
 
 bool isSoundFont(const std::filesystem::path& path) {
     std::error_code error;
@@ -75,7 +77,6 @@ bool Synthesizer::claim(const void* user) {
     const std::lock_guard lock(mutex_);
     if (user_ == user) return true;
     user_ = user;
-    fluid().fluid_synth_system_reset(synth_);
     return false;
 }
 
@@ -87,6 +88,11 @@ void Synthesizer::release(const void* user) {
 void Synthesizer::reset() {
     const std::lock_guard lock(mutex_);
     fluid().fluid_synth_system_reset(synth_);
+    // Voices that were switched off die away over some hundredths of a second: unheard.
+    std::array<float, 512> unheard{};
+    for (int frames = 0; frames < kDyingFrames; frames += static_cast<int>(unheard.size() / 2))
+        fluid().fluid_synth_write_float(synth_, static_cast<int>(unheard.size() / 2), unheard.data(), 0, 2,
+                                        unheard.data(), 1, 2);
 }
 
 void Synthesizer::play(const MidiEvent& event, const MidiSequence& sequence, bool stateOnly) {

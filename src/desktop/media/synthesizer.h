@@ -26,10 +26,10 @@ public:
     /// Loads the sounds when they are not there yet: the file that CORVANE_SOUNDFONT names, or the first found in the
     /// usual places. Empty, or the reason why it failed, in words.
     std::string load();
-    /// True when `user` played last; otherwise it does from now on, and the synthesizer is as if fresh.
+    /// True when `user` played last; otherwise it does from now on, and has to reset.
     bool claim(const void* user);
     void release(const void* user);  ///< it is gone: another one may have its address
-    void reset();  ///< silent, all channels as at the start
+    void reset();                    ///< silent, all channels as at the start
     /// Plays an event, or, when `stateOnly`, just what lasts: programs, controllers, bends, messages to the device.
     void play(const MidiEvent& event, const MidiSequence& sequence, bool stateOnly);
     void render(float* samples, std::size_t frames);
