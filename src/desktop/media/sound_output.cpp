@@ -18,7 +18,7 @@ using std::chrono::milliseconds;
 
 constexpr milliseconds kPeriod{20};          ///< between two looks while playing
 constexpr milliseconds kRingOut{300};        ///< what ended is heard so long before the stream is held
-constexpr milliseconds kKeepStream{10'000};  ///< an idle stream wakes now and then: it goes after this
+constexpr milliseconds kKeepStream{5'000};  ///< an idle stream wakes now and then: it goes after this
 constexpr std::size_t kBlock = 2048;         ///< frames read at a time, so that a command waits little
 /// The end is told so much before it is heard: the next file is opened meanwhile and follows without a gap.
 constexpr double kEarlySeconds = 0.02;

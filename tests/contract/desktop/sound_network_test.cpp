@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <arpa/inet.h>
+#include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "contract/desktop/mci_rig.h"
+#include "desktop/media/desktop_mci_control.h"
+#include "unit/desktop/cd_image.h"
+
+namespace corvane {
+namespace {
+
+/// Listens on a port of this machine and notices whoever connects.
+class Listener {
+public:
+    Listener() : socket_(::socket(AF_INET, SOCK_STREAM, 0)) {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        ::bind(socket_, reinterpret_cast<sockaddr*>(&address), sizeof address);
+        ::listen(socket_, 5);
+        socklen_t length = sizeof address;
+        ::getsockname(socket_, reinterpret_cast<sockaddr*>(&address), &length);
+        port_ = ntohs(address.sin_port);
+    }
+    Listener(const Listener&) = delete;
+    Listener& operator=(const Listener&) = delete;
+    ~Listener() { ::close(socket_); }
+
+    std::string port() const { return std::to_string(port_); }
+    /// The connection waits in the queue until it is accepted.
+    bool wasReached(int waitMs) const {
+        pollfd wanted{socket_, POLLIN, 0};
+        return ::poll(&wanted, 1, waitMs) > 0;
+    }
+
+private:
+    int socket_;
+    int port_ = 0;
+};
+
+struct Lure {
+    const char* name;
+    const char* text;  ///< @ stands for the port
+};
+
+class SoundNetworkTest : public testing::TestWithParam<Lure> {};
+
+TEST_P(SoundNetworkTest, OpensNoConnection) {
+    test::soundApplication();
+    test::SoundLoop loop;
+    SoundStation station(loop, true);
+    const Listener listener;
+    const test::ScratchFolder folder;
+    const std::string path = folder.path() / GetParam().name;
+    std::string text = GetParam().text;
+    for (std::size_t at = text.find('@'); at != std::string::npos; at = text.find('@', at))
+        text.replace(at, 1, listener.port());
+    std::ofstream(path, std::ios::binary) << text;
+
+    bool failed = false;
+    DesktopMciControl control(station);
+    control.Failed.tie([&](const std::string& reason) {
+        failed = true;
+        EXPECT_NE(reason, "");
+    });
+    control.FileName(path);
+    control.Command("Open");
+    control.Command("Play");
+    EXPECT_TRUE(test::soundWaits([&] { return failed; }, 5000));
+    EXPECT_FALSE(listener.wasReached(100));
+    station.post.stop();
+}
+
+constexpr Lure kLures[] = {
+    {"list.m3u", "#EXTM3U\nhttp://127.0.0.1:@/a.mp3\n"},
+    {"stream.m3u8", "#EXTM3U\n#EXT-X-TARGETDURATION:10\n#EXTINF:10,\nhttp://127.0.0.1:@/a.ts\n#EXT-X-ENDLIST\n"},
+    {"stream.mp3", "#EXTM3U\n#EXT-X-TARGETDURATION:10\n#EXTINF:10,\nhttp://127.0.0.1:@/a.ts\n#EXT-X-ENDLIST\n"},
+    {"list.pls", "[playlist]\nFile1=http://127.0.0.1:@/a.mp3\nNumberOfEntries=1\n"},
+    {"cut.edl", "# mpv EDL v0\nhttp://127.0.0.1:@/a.mp3,0,10\n"},
+    {"session.sdp",
+     "v=0\no=- 0 0 IN IP4 127.0.0.1\ns=x\nc=IN IP4 127.0.0.1\nt=0 0\nm=audio @ RTP/AVP 0\n"
+     "a=control:rtsp://127.0.0.1:@/a\n"},
+    {"parts.wav", "ffconcat version 1.0\nfile http://127.0.0.1:@/a.wav\n"},
+    {"show.ram", "http://127.0.0.1:@/a.ra\n"},
+    {"show.asx", "<asx version=\"3.0\"><entry><ref href=\"http://127.0.0.1:@/a.wma\"/></entry></asx>\n"},
+    {"plan.mpd",
+     "<?xml version=\"1.0\"?><MPD xmlns=\"urn:mpeg:dash:schema:mpd:2011\" type=\"static\"><Period>"
+     "<AdaptationSet mimeType=\"audio/mp4\"><Representation id=\"a\" bandwidth=\"1\"><BaseURL>"
+     "http://127.0.0.1:@/a.mp4</BaseURL></Representation></AdaptationSet></Period></MPD>\n"}};
+
+INSTANTIATE_TEST_SUITE_P(Lures, SoundNetworkTest, testing::ValuesIn(kLures), [](const auto& lure) {
+    std::string name = lure.param.name;
+    name[name.find('.')] = '_';
+    return name;
+});
+
+TEST(SoundNetworkNameTest, ANameLikeAnAddressIsAFilesName) {
+    test::soundApplication();
+    test::SoundLoop loop;
+    SoundStation station(loop, true);
+    const Listener listener;
+    DesktopMciControl control(station);
+    bool failed = false;
+    control.Failed.tie([&](const std::string& /*reason*/) { failed = true; });
+    control.FileName("http://127.0.0.1:" + listener.port() + "/a.mp3");
+    control.Command("Open");
+    EXPECT_TRUE(test::soundWaits([&] { return failed; }, 5000));
+    EXPECT_FALSE(listener.wasReached(100));
+    station.post.stop();
+}
+
+}  // namespace
+}  // namespace corvane

@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <memory>
+#include <string>
+
+#include "contract/desktop/mci_rig.h"
+#include "contract/sound_devices_contract.h"
+#include "desktop/media/desktop_mci_control.h"
+#include "desktop/media/sound_devices.h"
+
+namespace corvane {
+namespace {
+
+bool haveServer() { return !QStandardPaths::findExecutable("pulseaudio").isEmpty(); }
+
+/// A sound server of our own, whose only output is heard by nobody.
+class Server {
+public:
+    Server() {
+        test::soundApplication();
+        qputenv("PULSE_SERVER", ("unix:" + socket()).toUtf8());
+    }
+    Server(const Server&) = delete;
+    Server& operator=(const Server&) = delete;
+    ~Server() { kill(); }
+
+    void start() {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("XDG_RUNTIME_DIR", folder_.path());
+        environment.remove("PULSE_SERVER");
+        process_.setProcessEnvironment(environment);
+        process_.setStandardErrorFile(QProcess::nullDevice());
+        process_.start("pulseaudio", {"-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "-L",
+                                      "module-native-protocol-unix auth-anonymous=1 socket=" + socket(), "-L",
+                                      "module-null-sink sink_name=nul"});
+        ASSERT_TRUE(test::soundWaits([this] { return pactl({"info"}).contains("nul"); }, 10'000));
+    }
+    void kill() {
+        process_.kill();
+        process_.waitForFinished(5000);
+    }
+    QString pactl(const QStringList& arguments) const {
+        QProcess tool;
+        tool.setStandardErrorFile(QProcess::nullDevice());
+        tool.start("pactl", arguments);
+        tool.waitForFinished(5000);
+        return QString::fromUtf8(tool.readAllStandardOutput());
+    }
+    int streams() const { return static_cast<int>(pactl({"list", "short", "sink-inputs"}).count('\n')); }
+
+private:
+    QString socket() const { return folder_.filePath("socket"); }
+
+    QTemporaryDir folder_;
+    QProcess process_;
+};
+
+class ServedSoundStage : public SoundStage {
+public:
+    ServedSoundStage(bool reached) : reached_(reached && haveServer()) {
+        if (reached_) server_.start();
+        sound_ = std::make_unique<PulseSoundDevices>();
+    }
+    EventLoop& loop() override { return loop_; }
+    bool waitFor(const std::function<bool()>& condition, int atMostMs) override {
+        return test::soundWaits(condition, atMostMs);
+    }
+    SoundDevices& sound() override { return *sound_; }
+    bool reached() override { return reached_; }
+
+private:
+    Server server_;
+    test::SoundLoop loop_;
+    bool reached_;
+    std::unique_ptr<SoundDevices> sound_;
+};
+
+INSTANTIATE_TEST_SUITE_P(Desktop, SoundDevicesContract,
+                         testing::Values(
+                             +[]() -> std::unique_ptr<SoundStage> { return std::make_unique<ServedSoundStage>(true); },
+                             +[]() -> std::unique_ptr<SoundStage> {
+                                 return std::make_unique<ServedSoundStage>(false);
+                             }));
+
+class SoundServerTest : public testing::Test {
+protected:
+    void SetUp() override {
+        if (!haveServer()) GTEST_SKIP() << "no sound server to start";
+    }
+    Server server;
+};
+
+TEST_F(SoundServerTest, WhatWasReadIsRestoredExactly) {
+    server.start();
+    server.pactl({"set-sink-volume", "nul", "12345", "54321"});
+    {
+        PulseSoundDevices sound;
+        const std::optional<std::uint32_t> before = sound.waveOutGetVolume();
+        ASSERT_TRUE(before);
+        sound.waveOutSetVolume(0x88888888);
+        ASSERT_TRUE(test::soundWaits([&] { return server.pactl({"get-sink-volume", "nul"}).contains("34953"); }, 3000));
+        sound.waveOutSetVolume(*before);
+    }
+    const QString after = server.pactl({"get-sink-volume", "nul"});
+    EXPECT_TRUE(after.contains("12345") && after.contains("54321")) << after.toStdString();
+}
+
+TEST_F(SoundServerTest, SeesWhatOtherProgramsSet) {
+    server.start();
+    PulseSoundDevices sound;
+    ASSERT_TRUE(sound.waveOutGetVolume());
+    server.pactl({"set-sink-volume", "nul", "65536", "32768"});
+    EXPECT_TRUE(test::soundWaits([&] { return sound.waveOutGetVolume() == 0x8000FFFFU; }, 3000));
+}
+
+TEST_F(SoundServerTest, AVolumeIsFoundAgainWhenTheServerReturns) {
+    server.start();
+    PulseSoundDevices sound;
+    ASSERT_TRUE(sound.waveOutGetVolume());
+    server.kill();
+    EXPECT_TRUE(test::soundWaits([&] { return !sound.waveOutGetVolume(); }, 3000));
+    server.start();
+    EXPECT_TRUE(test::soundWaits([&] { return sound.waveOutGetVolume().has_value(); }, 5000));
+}
+
+TEST_F(SoundServerTest, PlaysOnInSilenceAndIsHeardAgain) {
+    server.start();
+    test::SoundLoop loop;
+    SoundStation station(loop, false);
+    {
+        DesktopMciControl control(station);
+        int done = 0;
+        control.Done.tie([&](int /*code*/) { ++done; });
+        control.FileName(test::soundSample("scale.wav"));
+        control.Command("Open");
+        control.Command("Play");
+        ASSERT_TRUE(test::soundWaits([&] { return server.streams() == 1; }, 3000));
+        server.kill();
+        const int lost = control.Position();
+        EXPECT_TRUE(test::soundWaits([&] { return control.Position() > lost + 500; }, 3000));
+        server.start();
+        EXPECT_TRUE(test::soundWaits([&] { return server.streams() == 1; }, 5000));
+        EXPECT_EQ(done, 0);
+        EXPECT_TRUE(test::soundWaits([&] { return done == 1; }, 10'000));
+        EXPECT_EQ(control.Position(), 4000);
+    }
+    station.post.stop();
+}
+
+TEST_F(SoundServerTest, AStreamIsGivenBackWhenNothingPlays) {
+    server.start();
+    test::SoundLoop loop;
+    SoundStation station(loop, false);
+    station.output.warmUp();
+    EXPECT_TRUE(test::soundWaits([&] { return server.streams() == 1; }, 3000));
+    EXPECT_TRUE(test::soundWaits([&] { return server.streams() == 0; }, 15'000));
+    station.post.stop();
+}
+
+}  // namespace
+}  // namespace corvane
