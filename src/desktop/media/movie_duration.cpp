@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "desktop/media/movie_duration.h"
 
-extern "C" {
-#include <libavformat/avformat.h>
-}
-
 #include <algorithm>
 #include <array>
 #include <memory>
 #include <string_view>
 #include <vector>
+
+#include "desktop/media/av_library.h"
 
 namespace corvane {
 
@@ -18,26 +16,26 @@ namespace {
 constexpr std::uintmax_t kCountedProgramBytes = 64U << 20U;
 
 struct CloseInput {
-    void operator()(AVFormatContext* input) const { avformat_close_input(&input); }
+    void operator()(AVFormatContext* input) const { av().avformat_close_input(&input); }
 };
 struct FreePacket {
-    void operator()(AVPacket* packet) const { av_packet_free(&packet); }
+    void operator()(AVPacket* packet) const { av().av_packet_free(&packet); }
 };
 using Input = std::unique_ptr<AVFormatContext, CloseInput>;
 
 int stopAsked(void* token) { return static_cast<std::stop_token*>(token)->stop_requested() ? 1 : 0; }
 
 Input openInput(const std::string& path, std::stop_token& stop) {
-    AVFormatContext* context = avformat_alloc_context();
+    AVFormatContext* context = av().avformat_alloc_context();
     if (context == nullptr) return nullptr;
     context->interrupt_callback = {stopAsked, &stop};
     AVDictionary* options = nullptr;
-    av_dict_set(&options, "protocol_whitelist", "file", 0);
-    const int failed = avformat_open_input(&context, ("file:" + path).c_str(), nullptr, &options);
-    av_dict_free(&options);
+    av().av_dict_set(&options, "protocol_whitelist", "file", 0);
+    const int failed = av().avformat_open_input(&context, ("file:" + path).c_str(), nullptr, &options);
+    av().av_dict_free(&options);
     if (failed < 0) return nullptr;  // the context is gone as well
     Input input(context);
-    return avformat_find_stream_info(context, nullptr) < 0 ? nullptr : std::move(input);
+    return av().avformat_find_stream_info(context, nullptr) < 0 ? nullptr : std::move(input);
 }
 
 /// Seconds that one packet lasts: as the demuxer says, else one frame at the stream's rate.
@@ -64,14 +62,15 @@ bool lengthIsGuessed(const std::string& format, std::uintmax_t bytes) {
 }
 
 std::optional<double> countedLength(const std::string& path, std::stop_token stop) {
+    if (!loadAv()) return std::nullopt;
     const Input input = openInput(path, stop);
-    const std::unique_ptr<AVPacket, FreePacket> packet(av_packet_alloc());
+    const std::unique_ptr<AVPacket, FreePacket> packet(av().av_packet_alloc());
     if (!input || !packet) return std::nullopt;
     std::vector<double> seconds(input->nb_streams, 0.0);
-    while (!stop.stop_requested() && av_read_frame(input.get(), packet.get()) >= 0) {
+    while (!stop.stop_requested() && av().av_read_frame(input.get(), packet.get()) >= 0) {
         const auto index = static_cast<std::size_t>(packet->stream_index);
         if (index < seconds.size()) seconds[index] += lasts(*input->streams[index], *packet);
-        av_packet_unref(packet.get());
+        av().av_packet_unref(packet.get());
     }
     if (stop.stop_requested()) return std::nullopt;
     double longest = 0;

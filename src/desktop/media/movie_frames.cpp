@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "desktop/media/movie_frames.h"
 
-#include <mpv/render.h>
-
 #include <QPaintDevice>
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdlib>
 
+#include "desktop/media/movie_library.h"
 #include "desktop/media/movie_size.h"
 
 namespace corvane {
@@ -33,18 +32,18 @@ MovieFrames::MovieFrames(mpv_handle* player, std::function<void()> announce)
     : announce_(std::move(announce)), pixels_(nullptr, std::free) {
     std::array<mpv_render_param, 2> params{
         {{MPV_RENDER_PARAM_API_TYPE, apiName()}, {MPV_RENDER_PARAM_INVALID, nullptr}}};
-    if (mpv_render_context_create(&context_, player, params.data()) < 0) {
+    if (movieLibrary().mpv_render_context_create(&context_, player, params.data()) < 0) {
         context_ = nullptr;
         return;
     }
-    mpv_render_context_set_update_callback(
+    movieLibrary().mpv_render_context_set_update_callback(
         context_, [](void* self) { static_cast<MovieFrames*>(self)->announce_(); }, this);
 }
 
 MovieFrames::~MovieFrames() {
     if (context_ == nullptr) return;
-    mpv_render_context_set_update_callback(context_, nullptr, nullptr);
-    mpv_render_context_free(context_);
+    movieLibrary().mpv_render_context_set_update_callback(context_, nullptr, nullptr);
+    movieLibrary().mpv_render_context_free(context_);
 }
 
 void MovieFrames::setPicture(QSize pixels) {
@@ -54,7 +53,8 @@ void MovieFrames::setPicture(QSize pixels) {
 }
 
 bool MovieFrames::update() {
-    if (context_ == nullptr || (mpv_render_context_update(context_) & MPV_RENDER_UPDATE_FRAME) == 0) return false;
+    if (context_ == nullptr || (movieLibrary().mpv_render_context_update(context_) & MPV_RENDER_UPDATE_FRAME) == 0)
+        return false;
     seen_ = true;
     stale_ = true;
     draw(picture_.isEmpty() || target_.isEmpty() ? QSize() : fittedInto(picture_, QRectF({}, target_)).size().toSize());
@@ -81,7 +81,7 @@ void MovieFrames::draw(QSize pixels) {
                                             {MPV_RENDER_PARAM_BLOCK_FOR_TARGET_TIME, &wait},
                                             {MPV_RENDER_PARAM_SKIP_RENDERING, &skip},
                                             {MPV_RENDER_PARAM_INVALID, nullptr}}};
-    if (mpv_render_context_render(context_, params.data()) < 0) return;
+    if (movieLibrary().mpv_render_context_render(context_, params.data()) < 0) return;
     if (skip == 0) stale_ = false;
 }
 

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "desktop/media/movie_player.h"
 
-#include <mpv/client.h>
-
 #include <QMetaObject>
 #include <algorithm>
 #include <array>
@@ -14,6 +12,7 @@
 #include <vector>
 
 #include "desktop/media/movie_duration.h"
+#include "desktop/media/movie_library.h"
 
 namespace corvane {
 
@@ -67,7 +66,7 @@ double seekOffset(const std::string& format) { return format.starts_with("mpeg")
 
 /// The library's word for an error, as a sentence.
 std::string sentence(int error) {
-    std::string text = mpv_error_string(error);
+    std::string text = movieLibrary().mpv_error_string(error);
     if (!text.empty() && text[0] >= 'a' && text[0] <= 'z') text[0] = static_cast<char>(text[0] - 'a' + 'A');
     return text;
 }
@@ -80,7 +79,7 @@ bool silenceWanted() {
 
 }  // namespace
 
-void MoviePlayer::DestroyHandle::operator()(mpv_handle* handle) const { mpv_terminate_destroy(handle); }
+void MoviePlayer::DestroyHandle::operator()(mpv_handle* handle) const { movieLibrary().mpv_terminate_destroy(handle); }
 
 std::unique_ptr<MoviePlayer> MoviePlayer::make() {
     std::unique_ptr<MoviePlayer> player(new MoviePlayer);
@@ -88,26 +87,27 @@ std::unique_ptr<MoviePlayer> MoviePlayer::make() {
 }
 
 bool MoviePlayer::start() {
+    if (!loadMovieLibrary()) return false;
     std::setlocale(LC_NUMERIC, "C");  // the library refuses to work with another one
-    handle_.reset(mpv_create());
+    handle_.reset(movieLibrary().mpv_create());
     if (!handle_) return false;
     // An option that this version of the library lacks is one that it needs not be told.
-    for (const auto& [name, value] : kOptions) mpv_set_option_string(handle_.get(), name, value);
+    for (const auto& [name, value] : kOptions) movieLibrary().mpv_set_option_string(handle_.get(), name, value);
     silent_ = silenceWanted();
-    if (silent_) mpv_set_option_string(handle_.get(), "ao", "null");
-    if (mpv_initialize(handle_.get()) < 0) return false;
+    if (silent_) movieLibrary().mpv_set_option_string(handle_.get(), "ao", "null");
+    if (movieLibrary().mpv_initialize(handle_.get()) < 0) return false;
     frames_ = std::make_unique<MovieFrames>(handle_.get(), [this] { wake(); });
     if (!frames_->usable()) return false;
-    mpv_observe_property(handle_.get(), 0, "time-pos", MPV_FORMAT_DOUBLE);
-    mpv_observe_property(handle_.get(), 0, "eof-reached", MPV_FORMAT_FLAG);
-    mpv_observe_property(handle_.get(), 0, "current-ao", MPV_FORMAT_STRING);
-    mpv_set_wakeup_callback(
+    movieLibrary().mpv_observe_property(handle_.get(), 0, "time-pos", MPV_FORMAT_DOUBLE);
+    movieLibrary().mpv_observe_property(handle_.get(), 0, "eof-reached", MPV_FORMAT_FLAG);
+    movieLibrary().mpv_observe_property(handle_.get(), 0, "current-ao", MPV_FORMAT_STRING);
+    movieLibrary().mpv_set_wakeup_callback(
         handle_.get(), [](void* self) { static_cast<MoviePlayer*>(self)->wake(); }, this);
     return true;
 }
 
 MoviePlayer::~MoviePlayer() {
-    if (handle_) mpv_set_wakeup_callback(handle_.get(), nullptr, nullptr);
+    if (handle_) movieLibrary().mpv_set_wakeup_callback(handle_.get(), nullptr, nullptr);
     counter_ = {};
     frames_.reset();
 }
@@ -195,7 +195,7 @@ void MoviePlayer::setRate(double rate) { setNumber("speed", rate); }
 
 void MoviePlayer::checkEnd() {
     if (playing_ && !opening_)
-        mpv_get_property_async(handle_.get(), tagged(kEnd, turn_), "eof-reached", MPV_FORMAT_FLAG);
+        movieLibrary().mpv_get_property_async(handle_.get(), tagged(kEnd, turn_), "eof-reached", MPV_FORMAT_FLAG);
 }
 
 void MoviePlayer::findSoundAgain() { command(0, {"ao-reload"}); }
@@ -210,7 +210,7 @@ void MoviePlayer::pump() {
     woken_ = false;
     const std::uint32_t before = number_;
     while (true) {
-        const mpv_event* const event = mpv_wait_event(handle_.get(), 0);
+        const mpv_event* const event = movieLibrary().mpv_wait_event(handle_.get(), 0);
         if (event->event_id == MPV_EVENT_NONE) break;
         handle(*event);
     }
@@ -306,11 +306,12 @@ void MoviePlayer::handleRestart() {
 /// Asks for what is known once the first picture stands; the answers come in this order.
 void MoviePlayer::learnFacts() {
     mpv_handle* const handle = handle_.get();
-    mpv_get_property_async(handle, tagged(kWidth, number_), "dwidth", MPV_FORMAT_INT64);
-    mpv_get_property_async(handle, tagged(kHeight, number_), "dheight", MPV_FORMAT_INT64);
-    mpv_get_property_async(handle, tagged(kDuration, number_), "duration", MPV_FORMAT_DOUBLE);
-    mpv_get_property_async(handle, tagged(kSampleRate, number_), "audio-params/samplerate", MPV_FORMAT_INT64);
-    mpv_get_property_async(handle, tagged(kFormat, number_), "file-format", MPV_FORMAT_STRING);
+    movieLibrary().mpv_get_property_async(handle, tagged(kWidth, number_), "dwidth", MPV_FORMAT_INT64);
+    movieLibrary().mpv_get_property_async(handle, tagged(kHeight, number_), "dheight", MPV_FORMAT_INT64);
+    movieLibrary().mpv_get_property_async(handle, tagged(kDuration, number_), "duration", MPV_FORMAT_DOUBLE);
+    movieLibrary().mpv_get_property_async(handle, tagged(kSampleRate, number_), "audio-params/samplerate",
+                                          MPV_FORMAT_INT64);
+    movieLibrary().mpv_get_property_async(handle, tagged(kFormat, number_), "file-format", MPV_FORMAT_STRING);
 }
 
 void MoviePlayer::handleFact(const mpv_event& event) {
@@ -397,17 +398,17 @@ void MoviePlayer::tellEnded() {
 
 void MoviePlayer::setFlag(const char* name, bool on) {
     int flag = on ? 1 : 0;
-    mpv_set_property_async(handle_.get(), 0, name, MPV_FORMAT_FLAG, &flag);
+    movieLibrary().mpv_set_property_async(handle_.get(), 0, name, MPV_FORMAT_FLAG, &flag);
 }
 
 void MoviePlayer::setNumber(const char* name, double value) {
-    mpv_set_property_async(handle_.get(), 0, name, MPV_FORMAT_DOUBLE, &value);
+    movieLibrary().mpv_set_property_async(handle_.get(), 0, name, MPV_FORMAT_DOUBLE, &value);
 }
 
 void MoviePlayer::command(std::uint64_t tag, std::initializer_list<const char*> words) {
     std::vector<const char*> list(words);
     list.push_back(nullptr);
-    mpv_command_async(handle_.get(), tag, list.data());
+    movieLibrary().mpv_command_async(handle_.get(), tag, list.data());
 }
 
 }  // namespace corvane

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "desktop/media/movie_library.h"
+
+#include "desktop/media/shared_library.h"
+
+namespace corvane {
+
+namespace {
+
+// The interface of version 2, which this is built with.
+static_assert(MPV_CLIENT_API_VERSION >> 16 == 2);
+constexpr const char* kLibrary = "libmpv.so.2";
+
+struct Loaded {
+    MovieLibrary functions;
+    bool complete = true;
+
+    Loaded() {
+        const SharedLibrary library(kLibrary);
+#define CORVANE_FIND(name) complete = library.find(#name, functions.name) && complete;
+        CORVANE_MPV(CORVANE_FIND)
+#undef CORVANE_FIND
+    }
+};
+
+const Loaded& loaded() {
+    static const Loaded once;  // functions, not state: they may stay for as long as the process does
+    return once;
+}
+
+}  // namespace
+
+bool loadMovieLibrary() { return loaded().complete; }
+
+const MovieLibrary& movieLibrary() { return loaded().functions; }
+
+}  // namespace corvane
