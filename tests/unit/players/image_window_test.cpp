@@ -1,0 +1,232 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "fake/player_fixture.h"
+
+namespace corvane {
+namespace {
+
+using namespace mdlDefinePublic;
+using namespace mdlPublicFunction;
+
+class ImageWindow : public PlayerFixture {
+protected:
+    void show(int width, int height, std::int16_t interval = 0) {
+        machine.addPicture("/m/view.bmp", width, height);
+        machine.addSound("/m/last.wav", 60000);
+        player.gInterval = interval;
+        setUpPanel();
+        setList({"/m/view.bmp", "/m/last.wav"});
+        PlayFile(player);
+        machine.settle();
+        machine.clearCalls();
+    }
+    PictureBox& box() { return imageWindow()->pctImage; }
+    void move(float x, float y) {
+        machine.loop.enter([&] { box().MouseMove.raise({0, 0, x, y}); });
+    }
+    void expectPlace(float left, float top) {
+        EXPECT_EQ(box().Left, left);
+        EXPECT_EQ(box().Top, top);
+    }
+};
+
+TEST_F(ImageWindow, TheSlideClockGoesOnAtTheInterval) {
+    show(100, 100, 5);
+    for (int second = 1; second < 5; ++second) {
+        machine.advance(1000);
+        EXPECT_EQ(label(kTimeLabel), "00:0" + std::to_string(second));
+        EXPECT_EQ(panel().pctSlide.Width, static_cast<float>(second) * 600);
+        EXPECT_EQ(player.gFileIndex, 0);
+    }
+    machine.advance(1000);
+    EXPECT_EQ(player.gFileIndex, 1);
+    EXPECT_EQ(imageWindow(), nullptr);
+    EXPECT_EQ(state(), "playing");
+}
+
+TEST_F(ImageWindow, TheFifthSecondIsShownOnTheWay) {
+    machine.addPicture("/m/view.bmp", 10, 10);
+    player.gInterval = 5;
+    player.gImageHide = false;
+    setUpPanel();
+    setList({"/m/view.bmp"});
+    PlayFile(player);
+    std::vector<std::string> seen;
+    class Watch : public ControlObserver {
+    public:
+        explicit Watch(std::vector<std::string>& texts) : texts_(texts) {}
+        void propertyChanged(Control& control, PropertyId property) override {
+            if (property == PropertyId::Caption) texts_.push_back(static_cast<Label&>(control).Caption.get());
+        }
+
+    private:
+        std::vector<std::string>& texts_;
+    } watch(seen);
+    panel().lblMainPanel[kTimeLabel].addObserver(&watch);
+    machine.advance(5000);
+    panel().lblMainPanel[kTimeLabel].removeObserver(&watch);
+    EXPECT_EQ(seen, (std::vector<std::string>{"00:01", "00:02", "00:03", "00:04", "00:05", ""}));
+}
+
+TEST_F(ImageWindow, TheClockWrapsIn16Bits) {
+    show(100, 100, 60);
+    machine.advance(32000);
+    EXPECT_EQ(label(kTimeLabel), "00:32");
+    machine.advance(1000);
+    EXPECT_EQ(label(kTimeLabel), "00:-32") << "33000 reads as -32536";
+    machine.advance(26000);
+    EXPECT_EQ(label(kTimeLabel), "00:-06") << "59000 reads as -6536";
+    EXPECT_EQ(player.gFileIndex, 0);
+    machine.advance(1000);
+    EXPECT_EQ(player.gFileIndex, 1);
+}
+
+TEST_F(ImageWindow, TheKeptWindowCountsFromZeroForTheNextPicture) {
+    machine.addPicture("/m/a.bmp", 10, 10);
+    machine.addPicture("/m/b.bmp", 10, 10);
+    player.gInterval = 3;
+    player.gImageHide = false;
+    setUpPanel();
+    setList({"/m/a.bmp", "/m/b.bmp"});
+    PlayFile(player);
+    machine.advance(3000);
+    EXPECT_EQ(player.gFileIndex, 1);
+    EXPECT_EQ(label(kTimeLabel), "00:00");
+    machine.advance(2999);
+    EXPECT_EQ(state(), "playing");
+    machine.advance(1);
+    EXPECT_EQ(state(), "stopped");
+    EXPECT_EQ(imageWindow(), nullptr) << "the end of the list keeps nothing";
+}
+
+// --- Panning: the screen is 1024 by 768 pixels -----------------------------------------------------------------------
+
+TEST_F(ImageWindow, APictureSmallerThanTheWindowDoesNotMove) {
+    show(300, 200);
+    press(box(), {kMiddleButton, 0, 50, 50});
+    move(90, 90);
+    expectPlace(0, 0);
+}
+
+TEST_F(ImageWindow, AWiderPictureMovesSideways) {
+    show(1224, 400);
+    expectPlace(-100, 0);
+    press(box(), {kMiddleButton, 0, 500, 50});
+    move(530, 90);
+    expectPlace(-70, 0);
+    move(520, 90);  // in the picture's own coordinates, which have moved with it
+    expectPlace(-50, 0);
+    move(490, 0);
+    expectPlace(-60, 0);
+}
+
+TEST_F(ImageWindow, AHigherPictureMovesUpAndDown) {
+    show(400, 968);
+    expectPlace(0, -100);
+    press(box(), {kLeftButton, kShiftMask, 50, 500});
+    move(90, 460);
+    expectPlace(0, -140);
+}
+
+TEST_F(ImageWindow, APanStopsAtThePicturesEdges) {
+    show(1224, 968);
+    press(box(), {kMiddleButton, 0, 500, 500});
+    move(900, 900);
+    expectPlace(0, 0);
+    move(0, 0);
+    expectPlace(-200, -200);
+    move(700, 700);
+    expectPlace(0, 0);
+    EXPECT_EQ(machine.log.count("windows.refresh frmImageWindow"), 3);
+}
+
+TEST_F(ImageWindow, APanEndsWithTheButtonButNotWithTheRightOne) {
+    show(1224, 400);
+    press(box(), {kMiddleButton, 0, 500, 50});
+    release(box(), {kRightButton, 0, 500, 50});
+    EXPECT_NE(machine.dialogs.poppedUp, nullptr);
+    move(510, 50);
+    expectPlace(-90, 0);
+    release(box(), {kMiddleButton, 0, 510, 50});
+    move(600, 50);
+    expectPlace(-90, 0);
+}
+
+TEST_F(ImageWindow, TheLeftButtonAloneDragsTheWindow) {
+    show(1224, 400);
+    press(box(), {kLeftButton, 0, 500, 50});
+    move(600, 50);
+    expectPlace(-100, 0);
+    EXPECT_EQ(machine.log.count("windows.beginDrag frmImageWindow"), 1);
+    press(box(), {kLeftButton, kCtrlMask, 500, 50});
+    EXPECT_EQ(machine.log.count("windows.beginDrag frmImageWindow"), 2);
+    press(box(), {kRightButton, 0, 500, 50});
+    press(box(), {kMiddleButton, 0, 500, 50});
+    EXPECT_EQ(machine.log.count("windows.beginDrag frmImageWindow"), 2);
+}
+
+// --- Keys and the window ---------------------------------------------------------------------------------------------
+
+TEST_F(ImageWindow, TakesTheCommandKeys) {
+    show(100, 100, 5);
+    typeKey(*imageWindow(), 'x');
+    EXPECT_EQ(state(), "paused");
+    typeKey(*imageWindow(), 'z');
+    EXPECT_EQ(state(), "playing");
+    typeKey(*imageWindow(), 'c');
+    EXPECT_EQ(state(), "stopped");
+    EXPECT_EQ(imageWindow(), nullptr);
+}
+
+TEST_F(ImageWindow, ADoubleClickMinimisesAndPlayShowsItAgain) {
+    show(100, 100);
+    machine.loop.enter([this] { box().DblClick.raise(); });
+    EXPECT_EQ(imageWindow()->WindowState.get(), WindowState::Minimized);
+    EXPECT_EQ(state(), "playing");
+    PauseFile(player);
+    PlayFile(player);
+    EXPECT_EQ(imageWindow()->WindowState.get(), WindowState::Normal);
+    EXPECT_TRUE(imageWindow()->Visible);
+}
+
+TEST_F(ImageWindow, AltAloneOpensTheMenuAndAltF4EndsThePlayer) {
+    show(100, 100);
+    machine.loop.enter([this] { imageWindow()->KeyDown.raise({kKeyAlt, kAltMask}); });
+    machine.loop.enter([this] { imageWindow()->KeyUp.raise({kKeyAlt, 0}); });
+    EXPECT_NE(machine.dialogs.poppedUp, nullptr);
+    machine.loop.enter([this] { imageWindow()->KeyDown.raise({kKeyF4, kAltMask}); });
+    EXPECT_EQ(player.forms.find<MainPanelControls>(), nullptr);
+    EXPECT_EQ(imageWindow(), nullptr);
+}
+
+TEST_F(ImageWindow, AltWithAnotherShiftStateDoesNotArmTheMenu) {
+    show(100, 100);
+    machine.loop.enter([this] { imageWindow()->KeyDown.raise({kKeyAlt, kAltMask | kShiftMask}); });
+    EXPECT_FALSE(player.gAltMenuArmed);
+    machine.loop.enter([this] { imageWindow()->KeyDown.raise({kKeyF4, kAltMask | kCtrlMask}); });
+    EXPECT_NE(player.forms.find<MainPanelControls>(), nullptr);
+}
+
+TEST_F(ImageWindow, ACloseRequestStops) {
+    show(100, 100);
+    machine.loop.enter([this] { imageWindow()->CloseRequest.raise(false); });
+    EXPECT_EQ(state(), "stopped");
+    EXPECT_EQ(imageWindow(), nullptr);
+}
+
+TEST_F(ImageWindow, IsTopMostInThatWindowModeWhateverTheMovieZoom) {
+    player.gWindowPos = 2;
+    player.gMovieZoom = kFullScreenZoom;
+    machine.addPicture("/m/view.bmp", 10, 10);
+    setUpPanel();
+    setList({"/m/view.bmp"});
+    PlayFile(player);
+    EXPECT_EQ(machine.calls("windows").at(1).substr(0, 38), "windows.SetWindowPos frmImageWindow -1");
+}
+
+TEST_F(ImageWindow, AShownWindowTakesTheKeyboard) {
+    show(100, 100);
+    EXPECT_EQ(machine.windows.focused(), &box());
+}
+
+}  // namespace
+}  // namespace corvane
