@@ -25,7 +25,9 @@ inline std::string_view withoutMark(std::string_view text) {
 
 /// Takes the next line off the text, without its end: LF, CR, CR LF or the text's end.
 inline std::string_view takeLine(std::string_view& text) {
-    const std::string_view line = text.substr(0, text.find_first_of("\r\n"));
+    std::size_t length = 0;
+    while (length < text.size() && text[length] != '\r' && text[length] != '\n') ++length;
+    const std::string_view line = text.substr(0, length);
     text.remove_prefix(line.size());
     if (!text.empty()) text.remove_prefix(text.substr(0, 2) == "\r\n" ? 2 : 1);
     return line;

@@ -15,7 +15,7 @@ namespace corvane {
 
 namespace {
 
-constexpr std::size_t kMostSkinTextBytes = 16 * 1024 * 1024;
+constexpr std::size_t kMostSkinTextBytes = 4 * 1024 * 1024;
 constexpr int kDefaultPanelWidth = 512;
 constexpr int kDefaultPanelHeight = 128;
 constexpr int kMostPanelPixels = 4096;  ///< a side; a larger window would need absurd memory

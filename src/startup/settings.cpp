@@ -82,10 +82,12 @@ bool writeSettings(Player& player, const std::vector<ProfileKey>& keys) {
 std::string switchText(bool on) { return on ? "ON" : "OFF"; }
 
 void readSkinNames(Player& player) {
-    const std::string bitmap = ReadSettingText(player, "BITMAPFILE");
-    const std::string text = ReadSettingText(player, "TEXTFILE");
-    player.gBitmapFileName = bitmap.empty() ? "DEFAULT.BMP" : bitmap;
-    player.gTextFileName = text.empty() ? "DEFAULT.CSV" : text;
+    const std::string text = readProfileFile(player.ports.files, player.gIniFile);
+    const ProfileSection settings(text, kSettingsSection);
+    player.gBitmapFileName = settings.get("BITMAPFILE");
+    player.gTextFileName = settings.get("TEXTFILE");
+    if (player.gBitmapFileName.empty()) player.gBitmapFileName = "DEFAULT.BMP";
+    if (player.gTextFileName.empty()) player.gTextFileName = "DEFAULT.CSV";
 }
 
 void readSettings(Player& player) {

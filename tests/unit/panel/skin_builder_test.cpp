@@ -262,7 +262,7 @@ TEST_F(SkinBuilder, AMalformedRecordIsAnError) {
 
 TEST_F(SkinBuilder, AMissingOrAbsurdTextFileIsAnError) {
     EXPECT_FALSE(buildPanel(player, panel));
-    EXPECT_FALSE(build(std::string(17 * 1024 * 1024, '\n')));
+    EXPECT_FALSE(build(std::string(5 * 1024 * 1024, '\n')));
     EXPECT_TRUE(build("")) << "an empty skin is a bare panel";
 }
 
