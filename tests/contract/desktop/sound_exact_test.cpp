@@ -77,7 +77,7 @@ TEST_P(SoundExactTest, HasTheLengthThatIsHeard) {
     EXPECT_TRUE(sound->lengthKnown());
     EXPECT_NEAR(seconds(sound->frames()), seconds(heard), kTolerance);
     // Formats without a word on their padding may keep a few blocks of it.
-    EXPECT_NEAR(seconds(heard), kSeconds, 0.09);
+    EXPECT_NEAR(seconds(heard), kSeconds, 0.06);
 }
 
 TEST_P(SoundExactTest, SeeksToTheFrame) {
