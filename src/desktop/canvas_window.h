@@ -18,7 +18,7 @@ public:
 
     QWidget* widget() override { return this; }
     /// Moves the window with the pointer once it has left the place of the press; ends with the button's release.
-    virtual void beginDrag();
+    void beginDrag() override;
     /// Files from elsewhere (another start of the program) as a drop on this form.
     void dropFiles(const DropData& dropped);
     bool takesFiles() const;

@@ -44,6 +44,7 @@ public:
     virtual void refresh();         ///< paints now what has changed
     virtual int textWidth(const std::string& text);  ///< pixels of a form, in the form's font
     virtual void activate();        ///< raises the window and gives it the keyboard focus
+    virtual void beginDrag() {}     ///< the left button is down: moves the window with the pointer
 
     /// Observes the form and each of its controls, then onBound().
     void bind();

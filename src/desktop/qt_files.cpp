@@ -98,7 +98,7 @@ bool QtFiles::readable(const std::string& folder) {
 
 std::vector<Drive> QtFiles::drives() {
     std::vector<Drive> found{{"/", "/"}};
-    if (const char* home = std::getenv("HOME"); home != nullptr && *home == '/') found.push_back({home, home});
+    if (const char* home = std::getenv("HOME"); home != nullptr && *home == '/') found.push_back({home, home, true});
     const std::unique_ptr<FILE, int (*)(FILE*)> mounts(setmntent("/proc/self/mounts", "re"), endmntent);
     mntent mount{};
     std::array<char, 8192> buffer{};

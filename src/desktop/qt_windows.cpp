@@ -93,7 +93,7 @@ void QtWindows::SetWindowPos(Form& form, int insertAfter, std::uint32_t flags) {
 }
 
 void QtWindows::beginDrag(Form& form) {
-    if (auto* const window = dynamic_cast<CanvasWindow*>(windowOf(form))) window->beginDrag();
+    if (FormWindow* const window = windowOf(form)) window->beginDrag();
 }
 
 void QtWindows::activate(Form& form) {
