@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <cmath>
+
+#include "fake/player_fixture.h"
+
+namespace corvane {
+namespace {
+
+using namespace mdlPublicFunction;
+
+class Volume : public PlayerFixture {
+protected:
+    void setUp(std::int16_t device, std::int16_t level) {
+        machine.sound.aux = {{AuxCaps{1, 2, "Line"}, 0}, {AuxCaps{1, 8, "CD"}, 0}};
+        player.gAuxType = device;
+        setUpPanel();
+        player.gVolume = level;
+        player.gVolumeX = 450;
+        player.gVolumeY = 440;
+        player.gVolumeRadius = 300;
+        panel().imgMainPanel[kKnobImage].Move(4500, 150);
+        machine.clearCalls();
+    }
+    using Calls = std::vector<std::string>;
+};
+
+TEST_F(Volume, GoesOneStepUpOrDown) {
+    setUp(-1, 7);
+    SetVolume(player, 0);
+    EXPECT_EQ(player.gVolume, 8);
+    SetVolume(player, 1);
+    SetVolume(player, 5);
+    EXPECT_EQ(player.gVolume, 6);
+    EXPECT_EQ(machine.calls("sound"), (Calls{"sound.waveOutSetVolume 88888888", "sound.waveOutSetVolume 77777777",
+                                             "sound.waveOutSetVolume 66666666"}));
+}
+
+TEST_F(Volume, StaysAtItsEndsButStillSetsTheDevice) {
+    setUp(-1, 0);
+    SetVolume(player, 1);
+    EXPECT_EQ(player.gVolume, 0);
+    player.gVolume = 14;
+    SetVolume(player, 0);
+    SetVolume(player, 0);
+    EXPECT_EQ(player.gVolume, 15);
+    EXPECT_EQ(machine.calls("sound"), (Calls{"sound.waveOutSetVolume 00000000", "sound.waveOutSetVolume ffffffff",
+                                             "sound.waveOutSetVolume ffffffff"}));
+}
+
+TEST_F(Volume, SetsTheChosenAuxiliaryDevice) {
+    setUp(1, 3);
+    SetVolume(player, 0);
+    EXPECT_EQ(machine.calls("sound"), Calls{"sound.auxSetVolume 1 44444444"});
+    EXPECT_EQ(readVolume(player), 0x44444444U);
+}
+
+TEST_F(Volume, PlacesTheIndicatorAtEachLevelsAngle) {
+    // The angle used and the signs of its two terms, level 0 to 15.
+    const int rows[16][3] = {{45, -1, 1},  {27, -1, 1},  {9, -1, 1},   {9, -1, -1}, {27, -1, -1}, {45, -1, -1},
+                             {63, -1, -1}, {81, -1, -1}, {81, 1, -1},  {63, 1, -1}, {45, 1, -1},  {27, 1, -1},
+                             {9, 1, -1},   {9, 1, 1},    {27, 1, 1},   {45, 1, 1}};
+    setUp(-1, 0);
+    for (int level = 0; level < 16; ++level) {
+        SCOPED_TRACE(level);
+        setVolumeLevel(player, static_cast<std::int16_t>(level));
+        const double angle = rows[level][0] * 3.14 / 180;
+        EXPECT_EQ(panel().shpVolume.Left,
+                  static_cast<float>(4500 + 450 - 45 + rows[level][1] * 300 * std::cos(angle)));
+        EXPECT_EQ(panel().shpVolume.Top, static_cast<float>(150 + 440 - 45 + rows[level][2] * 300 * std::sin(angle)));
+        EXPECT_EQ(volumeWord(static_cast<std::int16_t>(level)), static_cast<std::uint32_t>(level) * 0x11111111U);
+        EXPECT_EQ(volumeLevel(volumeWord(static_cast<std::int16_t>(level))), level);
+    }
+}
+
+TEST_F(Volume, ALevelIsTheNumberOfThresholdsReached) {
+    const std::uint32_t thresholds[15] = {0x08880889, 0x1999199A, 0x2AAA2AAB, 0x3BBB3BBC, 0x4CCC4CCD,
+                                          0x5DDD5DDE, 0x6EEE6EEF, 0x7FFF8000, 0x91119112, 0xA222A223,
+                                          0xB333B334, 0xC444C445, 0xD555D556, 0xE666E667, 0xF777F778};
+    for (std::int16_t level = 0; level < 15; ++level) {
+        EXPECT_EQ(volumeLevel(thresholds[level] - 1), level);
+        EXPECT_EQ(volumeLevel(thresholds[level]), level + 1);
+    }
+    EXPECT_EQ(volumeLevel(0x80008000), 8);
+    EXPECT_EQ(volumeLevel(0x7FFF7FFF), 7);
+    EXPECT_EQ(volumeLevel(0xFFFF0000), 15) << "the right channel dominates";
+    EXPECT_EQ(volumeLevel(0x0000FFFF), 0);
+}
+
+TEST_F(Volume, TheAutomaticChoiceTakesTheLastDeviceOfTheProductOrTheFirst) {
+    machine.sound.aux = {{AuxCaps{8, 1, "a"}, 0}, {AuxCaps{1, 8, "b"}, 0}, {AuxCaps{1, 8, "c"}, 0}, {std::nullopt, 0}};
+    player.gAuxType = -2;
+    chooseVolumeDevice(player);
+    EXPECT_EQ(player.gAuxType, 2);
+    machine.sound.aux.resize(1);
+    player.gAuxType = -2;
+    chooseVolumeDevice(player);
+    EXPECT_EQ(player.gAuxType, 0);
+    player.gAuxType = -1;
+    chooseVolumeDevice(player);
+    EXPECT_EQ(player.gAuxType, -1) << "only -2 asks for a choice";
+}
+
+// --- The knob --------------------------------------------------------------------------------------------------------
+
+/// A pointer at 100 units to the side and this many tangents up or down.
+struct Pointer {
+    float dx, dy;
+    std::optional<std::int16_t> level;
+};
+
+TEST_F(Volume, TheKnobChoosesTheLevelByThePointersDirection) {
+    setUp(-1, 5);
+    const std::optional<std::int16_t> none;
+    const std::vector<Pointer> rows = {
+        {0, 0, none},      {-100, 121, none}, {-100, 120, 0},   {-100, 74, 0},     {-100, 72, 1},    {-100, 33, 1},
+        {-100, 31, 2},     {-100, 1, 2},      {-100, -1, 3},    {-100, -32, 3},    {-100, -33, 4},   {-100, -72, 4},
+        {-100, -74, 5},    {-100, -137, 5},   {-100, -139, 6},  {-100, -307, 6},   {-100, -309, 7},  {-1, -9000, 7},
+        {1, -9000, 8},     {100, -309, 8},    {100, -307, 9},   {100, -139, 9},    {100, -137, 10},  {100, -74, 10},
+        {100, -72, 11},    {100, -33, 11},    {100, -31, 12},   {100, -1, 12},     {100, 1, 13},     {100, 31, 13},
+        {100, 33, 14},     {100, 72, 14},     {100, 74, 15},    {100, 119, 15},    {100, 121, none}, {0, 100, none},
+        {1, 9000, none},   {-1, 9000, none}};
+    for (const Pointer& row : rows) {
+        EXPECT_EQ(knobLevel(player, 450 + row.dx, 440 + row.dy), row.level) << row.dx << ", " << row.dy;
+    }
+}
+
+TEST_F(Volume, OnABorderTheFirstRowWins) {
+    setUp(-1, 5);
+    const std::vector<Pointer> rows = {{-100, 73, 0},   {-100, 32, 1},   {-100, -32, 3}, {-100, -73, 4},
+                                       {-100, -138, 5}, {-100, -308, 6}, {100, -308, 9}, {100, -138, 9},
+                                       {100, -73, 10},  {100, -32, 11},  {100, 32, 13},  {100, 73, 14}};
+    for (const Pointer& row : rows) {
+        EXPECT_EQ(knobLevel(player, 450 + row.dx, 440 + row.dy), row.level) << row.dx << ", " << row.dy;
+    }
+}
+
+TEST_F(Volume, OnTheAxesTheNearerNeighbourWins) {
+    setUp(-1, 0);
+    EXPECT_EQ(knobLevel(player, 450, 300), 7);
+    EXPECT_EQ(knobLevel(player, 350, 440), 2);
+    EXPECT_EQ(knobLevel(player, 550, 440), 12);
+    player.gVolume = 15;
+    EXPECT_EQ(knobLevel(player, 450, 300), 8);
+    EXPECT_EQ(knobLevel(player, 350, 440), 3);
+    EXPECT_EQ(knobLevel(player, 550, 440), 13);
+}
+
+}  // namespace
+}  // namespace corvane
