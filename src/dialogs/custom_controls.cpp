@@ -18,8 +18,10 @@ constexpr Twips kRightLeft = kMargin + kLeftWidth + kMargin;
 constexpr Twips kWidth = kRightLeft + kRightWidth + kMargin;
 constexpr Twips kButtonWidth = pixels(92);
 
-constexpr Twips frameHeight(int lines) {
-    return kFrameTop + static_cast<Twips>(lines) * kLineStep - (kLineStep - kLine) + pixels(12);
+constexpr Twips kKeyStep = pixels(36);  ///< the keys stand wider, so that both columns end together
+
+constexpr Twips frameHeight(int lines, Twips step = kLineStep) {
+    return kFrameTop + static_cast<Twips>(lines) * step - (step - kLine) + pixels(12);
 }
 
 void place(Control& control, Twips left, Twips top, Twips width, Twips height) {
@@ -115,13 +117,17 @@ void CustomControls::placeGroups() {
     line(optCustom[kSubWindow], kTopWindow, 2);
     line(cboCustom[kDevices], kVolume, 0);
     line(optCustom[kHideFalse], kImageHide, 0);
-    line(optCustom[kHideTrue], kImageHide, 1);
+    line(optCustom[kHideTrue], kImageHide, 0);
+    constexpr Twips kHalf = (kLeftWidth - 2 * kFrameSide) / 2;
+    optCustom[kHideFalse].Width = kHalf;
+    optCustom[kHideTrue].Width = kHalf;
+    optCustom[kHideTrue].Left = kFrameSide + kHalf;
     line(chkCustom[kQuickPlay], kPlayMode, 0);
     line(chkCustom[kAutoStart], kPlayMode, 1);
 
     Twips top = kMargin;
     const std::array<std::pair<Group, int>, 4> column = {
-        {{kTopWindow, 3}, {kVolume, 1}, {kImageHide, 2}, {kPlayMode, 2}}};
+        {{kTopWindow, 3}, {kVolume, 1}, {kImageHide, 1}, {kPlayMode, 2}}};
     for (const auto& [group, lines] : column) {
         place(fraCustom[group], kMargin, top, kLeftWidth, frameHeight(lines));
         top += frameHeight(lines) + kMargin;
@@ -141,7 +147,7 @@ void CustomControls::placeKeys() {
     for (int i = 0; i < static_cast<int>(kKeys); ++i) {
         const auto at = static_cast<std::size_t>(i);
         const Twips left = pixels(6) + static_cast<Twips>(i / kRows) * kColumn;
-        const Twips top = kFrameTop + static_cast<Twips>(i % kRows) * kLineStep;
+        const Twips top = kFrameTop + static_cast<Twips>(i % kRows) * kKeyStep;
         for (Control* each : std::initializer_list<Control*>{&imgCustom[at], &lblCustom[at], &txtCustom[at]}) {
             each->Container = &fraCustom[kKeyCustom];
         }
@@ -149,7 +155,7 @@ void CustomControls::placeKeys() {
         place(lblCustom[at], left + kMark + pixels(2), top, kLabel, kLine);
         place(txtCustom[at], left + kMark + pixels(2) + kLabel, top, kField, kLine);
     }
-    place(fraCustom[kKeyCustom], kRightLeft, kMargin, kRightWidth, frameHeight(kRows));
+    place(fraCustom[kKeyCustom], kRightLeft, kMargin, kRightWidth, frameHeight(kRows, kKeyStep));
 }
 
 void CustomControls::placePanelGroup() {

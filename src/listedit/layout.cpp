@@ -21,8 +21,8 @@ constexpr Twips kSplitter = pixels(8);  ///< width of the splitter
 constexpr Twips kHeadingHeight = pixels(18);
 constexpr Twips kFieldHeight = pixels(26);
 constexpr Twips kCommandWidth = pixels(88);
-constexpr Twips kPlayListWidth = pixels(308);  ///< in a window of the first size
-constexpr Twips kNumberWidth = pixels(76);     ///< "Page 10" and its bar
+constexpr Twips kPlayListWidth = pixels(308);    ///< in a window of the first size
+constexpr Twips kMostNumberWidth = pixels(120);  ///< of "Page 10"
 constexpr Twips kStepperWidth = pixels(48);
 constexpr Twips kChoiceWidth = pixels(122);
 
@@ -101,13 +101,14 @@ void EditorLayout::placeCommands() {
 void EditorLayout::placePlayList() {
     const Twips left = filesRight() + kMargin + kCommandWidth + kMargin;
     const Twips width = form_.Width - kMargin - left;
-    const Twips second = left + kNumberWidth + kStepperWidth + kMargin;
+    const Twips number = std::min((width - kMargin) / 2 - kStepperWidth, kMostNumberWidth);
+    const Twips second = left + number + kStepperWidth + kMargin;
     const Twips nameTop = listBottom(form_) - kFieldHeight;
     auto& buttons = form_.cmdFileList;
-    corvane::place(buttons[FileListControls::kPage], left, kFieldTop, kNumberWidth, kFieldHeight);
-    corvane::place(form_.hscrPageList, left + kNumberWidth, kFieldTop, kStepperWidth, kFieldHeight);
-    corvane::place(buttons[FileListControls::kList], second, kFieldTop, kNumberWidth, kFieldHeight);
-    corvane::place(form_.hscrFileList, second + kNumberWidth, kFieldTop, kStepperWidth, kFieldHeight);
+    corvane::place(buttons[FileListControls::kPage], left, kFieldTop, number, kFieldHeight);
+    corvane::place(form_.hscrPageList, left + number, kFieldTop, kStepperWidth, kFieldHeight);
+    corvane::place(buttons[FileListControls::kList], second, kFieldTop, number, kFieldHeight);
+    corvane::place(form_.hscrFileList, second + number, kFieldTop, kStepperWidth, kFieldHeight);
     corvane::place(form_.lblFileList[FileListControls::kPlayListHeading], left, kListHeadingTop, width, kHeadingHeight);
     for (ListBox& list : form_.lstFileList) {
         corvane::place(list, left, kListTop, width, nameTop - kGap - kListTop);

@@ -12,8 +12,8 @@ namespace corvane {
 /// forms were laid out for, so that no text is cut.
 class FormScale {
 public:
-    static constexpr int kLetters = 167;  ///< width of the sample text in the font the forms were laid out for, pixels
-    static constexpr int kLine = 15;      ///< height of a line in that font
+    static constexpr int kLetters = 174;  ///< width of the sample text in the font the forms were laid out for, pixels
+    static constexpr int kLine = 14;      ///< height of a line in that font
 
     FormScale() = default;
     FormScale(double across, double down) : across_(across), down_(down) {}

@@ -164,6 +164,8 @@ private:
         view().setModel(model_);
         view().setItemDelegate(rows_);
         view().setUniformItemSizes(true);
+        const int icon = view().fontMetrics().height() + 2;
+        view().setIconSize(QSize(icon, icon));
         view().setEditTriggers(QAbstractItemView::NoEditTriggers);
         view().setTextElideMode(Qt::ElideRight);
         view().setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
@@ -207,7 +209,7 @@ private:
         constexpr int kMostMeasured = 2000;
         QStyleOptionViewItem option;
         option.initFrom(&view());
-        option.decorationSize = QSize(1, 1) * view().style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, &view());
+        option.decorationSize = view().iconSize();
         int widest = 0;
         for (int i = 0; i < std::min(items_.count(), kMostMeasured); ++i) {
             widest = std::max(widest, rows_->rowWidth(option, model_->index(i)));
