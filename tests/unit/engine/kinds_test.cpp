@@ -206,6 +206,17 @@ TEST_F(Kinds, AMovieStepsUpToItsDurationAndBackTo0) {
          {"no further", PrevFile, "paused", "0", {}}});
 }
 
+TEST_F(Kinds, AMovieDoesNotStepAtAWholeDuration) {
+    machine.addMovie("/m/clip.avi", 3, 320, 240);
+    setUpPanel();
+    setList({"/m/clip.avi"});
+    PlayFile(player);
+    machine.advance(500 + 2600);
+    run({{"pause", PauseFile, "paused", "2.6", {"movie.Pause"}},
+         {"2.6 counts as 3, which is not below 3", NextFile, "paused", "2.6", {}}});
+    EXPECT_EQ(panel().pctSlide.Width, 2600) << "the slider is set in any case";
+}
+
 TEST_F(Kinds, APicture) {
     machine.addPicture("/m/view.jpg", 200, 100);
     player.gInterval = 5;
