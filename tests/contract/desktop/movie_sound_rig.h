@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -37,8 +38,9 @@ public:
     HeardServer& operator=(const HeardServer&) = delete;
     ~HeardServer() { kill(); }
 
-    /// Starts the server and the recorder; false when they do not come up.
-    bool start() {
+    /// Starts the server and, unless told otherwise, the recorder; false when they do not come up. A recorder shortens
+    /// the output's delay for everybody.
+    bool start(bool record = true) {
         samples_.clear();
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert("XDG_RUNTIME_DIR", folder_.path());
@@ -48,6 +50,7 @@ public:
         server_.start("pulseaudio", {"-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "-L",
                                      "module-native-protocol-unix auth-anonymous=1 socket=" + socket(), "-L",
                                      "module-null-sink sink_name=nul rate=44100"});
+        if (!record) return MovieRig::until([this] { return QFileInfo::exists(socket()); }, 10'000);
         recorder_.setStandardErrorFile(QProcess::nullDevice());
         return MovieRig::until(
             [this] {
