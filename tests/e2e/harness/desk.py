@@ -74,7 +74,7 @@ class Desk:
     # Hands.
 
     def move(self, x, y):
-        self.tool("mousemove", "--sync", int(x), int(y), check=False)
+        self.tool("mousemove", int(x), int(y))
 
     def click(self, x, y, button=1, times=1):
         self.tool("mousemove", int(x), int(y), *["click", button] * times)

@@ -91,6 +91,19 @@ class Player:
     def wait_for_no_window(self, name, seconds=6.0):
         wait(f"no window {name}", lambda: not self.windows(name), seconds)
 
+    def boxes(self):
+        """Message boxes: windows of the program's name beside the panel."""
+        panel = self.window.id if self.window else self.find_panel() and self.find_panel().id
+        return [w for w in self.windows("^Corvane$") if w.id != panel]
+
+    def wait_for_box(self, text, seconds=8.0):
+        """Until a message box is up and says the text."""
+        wait(f"a box that says {text!r}", self.boxes, seconds)
+        self.wait_for_text(text)
+
+    def wait_for_no_box(self):
+        wait("no box", lambda: not self.boxes())
+
     def running(self):
         return self.process is not None and self.process.poll() is None
 

@@ -64,10 +64,11 @@ def tones_in(samples, shortest=0.06):
 
 
 class Recorder:
-    """A running recording of the sink's monitor. Times are seconds since it began."""
+    """A running recording of the sink's monitor. Times are seconds since begin() was called last."""
 
     def __init__(self, session, path):
         self.path = path
+        self._origin = 0  # bytes
         self._file = open(path, "wb")
         command = ["parec", "-d", "nul.monitor", "--format=s16le", f"--rate={RATE}", "--channels=2", "--latency-msec=20"]
         self._process = session.popen(command, stdout=self._file, stderr=subprocess.DEVNULL)
@@ -78,21 +79,27 @@ class Recorder:
         self._process.wait()
         self._file.close()
 
+    def begin(self):
+        """Another story begins: what was recorded before does not count."""
+        self._origin = os.path.getsize(self.path) // FRAME_BYTES * FRAME_BYTES
+
     def now(self):
-        return os.path.getsize(self.path) // FRAME_BYTES / RATE
+        return (os.path.getsize(self.path) - self._origin) // FRAME_BYTES / RATE
+
+    def _read(self, start, end):
+        """Pairs of samples of a part, full scale 1."""
+        first = int(max(0.0, start) * RATE)
+        count = -1 if end is None else max(0, int(end * RATE) - first) * 2
+        data = np.fromfile(self.path, "<i2", count, offset=self._origin + first * FRAME_BYTES)
+        return data[: len(data) // 2 * 2].reshape(-1, 2) / 32768.0
 
     def samples(self, start=0.0, end=None):
         """Mono samples of a part, full scale 1."""
-        first = int(max(0.0, start) * RATE)
-        count = -1 if end is None else max(0, int(end * RATE) - first) * 2
-        data = np.fromfile(self.path, "<i2", count, offset=first * FRAME_BYTES)
-        return data[: len(data) // 2 * 2].reshape(-1, 2).mean(axis=1) / 32768.0
+        return self._read(start, end).mean(axis=1)
 
     def channels(self, start, end=None):
         """Root mean square of the left and the right channel in a part."""
-        data = np.fromfile(self.path, "<i2", -1 if end is None else int((end - start) * RATE) * 2,
-                           offset=int(start * RATE) * FRAME_BYTES).astype(float) / 32768.0
-        pairs = data[: len(data) // 2 * 2].reshape(-1, 2)
+        pairs = self._read(start, end)
         return tuple(np.sqrt(np.mean(pairs**2, axis=0))) if len(pairs) else (0.0, 0.0)
 
     def pitch_now(self):
@@ -110,6 +117,10 @@ class Recorder:
     def tones(self, start=0.0, end=None):
         shift = max(0.0, start)
         return [Tone(t.hz, t.start + shift, t.end + shift) for t in tones_in(self.samples(start, end))]
+
+    def first_tone(self, start, seconds=3.0):
+        """The first tone heard after a time."""
+        return wait(f"a tone after {start:.1f} s", lambda: self.tones(start), seconds, 0.1)[0]
 
     def expect_order(self, expected, start=0.0, end=None):
         """These frequencies were heard in this order, others between them aside; returns the tones that matched."""
@@ -130,6 +141,7 @@ class Recorder:
             out.setnchannels(2)
             out.setsampwidth(2)
             out.setframerate(RATE)
+            raw.seek(self._origin)
             out.writeframes(raw.read())
 
 

@@ -37,9 +37,9 @@ def story(name):
 class Stage:
     """What one story has: a desktop with mouse and keys, a recording of the sound, the program in a folder of its own."""
 
-    def __init__(self, session, accessibility, program, number):
-        self.session = session
-        self.accessibility = accessibility
+    def __init__(self, theatre, number):
+        session = self.session = theatre.session
+        self.accessibility = theatre.accessibility
         self.folder = session.folder / f"story{number}"  # no dot and no blank: what lies here can be played
         self.folder.mkdir()
         self.media = self.folder / "media"
@@ -47,12 +47,12 @@ class Stage:
         set_sink_volume(session, FULL_VOLUME)
         self.desk = Desk(session)
         self.desk.rest()
-        self.sound = Recorder(session, self.folder / "heard.raw")
-        self.player = Player(self, program, self.folder / "player")
+        self.sound = theatre.recorder
+        self.sound.begin()
+        self.player = Player(self, theatre.program, self.folder / "player")
 
     def close(self):
         self.player.stop()
-        self.sound.stop()
 
     def keep_proof(self, folder):
         """Leaves the screen, the sound and what the program said."""
@@ -73,22 +73,25 @@ class Theatre:
         self.program = pathlib.Path(program).resolve()
         self.proofs = proofs
         self.session = Session(screen, accessibility=True)
-        self.accessibility = None
+        self.accessibility = self.recorder = None
         self.count = 0
 
     def __enter__(self):
         self.session.__enter__()
         self.accessibility = Accessibility(self.session)
+        self.recorder = Recorder(self.session, self.session.folder / "heard.raw")
         return self
 
     def __exit__(self, *_):
-        self.accessibility.stop()
+        for part in (self.recorder, self.accessibility):
+            if part is not None:
+                part.stop()
         self.session.stop()
 
     def play(self, told):
         """Plays one story; returns an empty text, or why it failed."""
         self.count += 1
-        stage = Stage(self.session, self.accessibility, self.program, self.count)
+        stage = Stage(self, self.count)
         proof = self.proofs / told.name.replace(": ", "-").replace(" ", "_")
         try:
             told.play(stage)
