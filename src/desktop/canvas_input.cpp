@@ -130,6 +130,7 @@ bool CanvasWindow::dragStep(QPoint globalPosition) {
     if (!moved_) {
         if (way.manhattanLength() < QApplication::startDragDistance()) return true;
         moved_ = true;
+        move(windowAt_ + way);  // the window manager would leave the way so far out
         if (windowHandle() != nullptr && windowHandle()->startSystemMove()) {
             letGo();  // the window manager has the pointer now: no release will come
             return true;

@@ -32,7 +32,7 @@ bool matches(std::string_view name, std::string_view pattern) {
 
 }  // namespace
 
-bool matchesPatterns(std::string_view name, std::string_view patterns) {
+bool matchesAnyPattern(std::string_view name, std::string_view patterns) {
     while (true) {
         const std::size_t end = patterns.find(';');
         const std::string_view pattern = patterns.substr(0, end);

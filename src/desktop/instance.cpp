@@ -90,9 +90,10 @@ Instance::~Instance() {
 std::string Instance::base() const {
     if (runtimeFolder_.empty()) return {};
     std::error_code failed;
-    const std::string real = std::filesystem::weakly_canonical(folder_, failed).string();
-    const QByteArray hash = QCryptographicHash::hash(QByteArray::fromStdString(failed ? folder_ : real),
-                                                     QCryptographicHash::Sha256);
+    std::string real = std::filesystem::weakly_canonical(folder_, failed).string();
+    if (failed) real = folder_;
+    while (real.size() > 1 && real.back() == '/') real.pop_back();
+    const QByteArray hash = QCryptographicHash::hash(QByteArray::fromStdString(real), QCryptographicHash::Sha256);
     return runtimeFolder_ + "/corvane-" + hash.toHex().left(16).toStdString();
 }
 

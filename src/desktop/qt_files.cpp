@@ -83,7 +83,7 @@ std::optional<std::string> QtFiles::lookUp(const std::string& path) {
 }
 
 std::vector<std::string> QtFiles::list(const std::string& folder, const std::string& patterns) {
-    return entries(folder, Kind::File, [&](std::string_view name) { return matchesPatterns(name, patterns); });
+    return entries(folder, Kind::File, [&](std::string_view name) { return matchesAnyPattern(name, patterns); });
 }
 
 std::vector<std::string> QtFiles::folders(const std::string& folder) {

@@ -20,6 +20,6 @@ public:
 
 /// Whether a name matches one of the patterns (";" between them, "*" any run, "?" one byte, letters without case).
 /// "*.*" is every name, also one without a dot.
-bool matchesPatterns(std::string_view name, std::string_view patterns);
+bool matchesAnyPattern(std::string_view name, std::string_view patterns);
 
 }  // namespace corvane

@@ -67,6 +67,7 @@ QImage QtPictures::load(const std::string& path, std::string& reason) {
         return reason = "This is not a picture of a known format.", QImage();
     }
     const QSize size = reader.size();
+    if (!size.isValid()) return reason = "The picture is damaged or too large.", QImage();
     if (static_cast<std::int64_t>(size.width()) * size.height() > kMaxPicturePixels) {
         return reason = "The picture is too large (" + std::to_string(size.width()) + " x " +
                         std::to_string(size.height()) + " pixels).",

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "desktop/qt_files.h"
+#include "unit/desktop/offscreen.h"
+
+namespace corvane {
+namespace {
+
+namespace fs = std::filesystem;
+using Texts = std::vector<std::string>;
+
+struct DesktopFiles : ::testing::Test {
+    test::TemporaryFolder folder;
+    QtFiles files;
+};
+
+TEST(FilePatterns, MatchWithoutCaseAndAnyOfSeveral) {
+    EXPECT_TRUE(matchesAnyPattern("SONG.Mp3", "*.wav;*.mp3"));
+    EXPECT_FALSE(matchesAnyPattern("song.mp3x", "*.wav;*.mp3"));
+    EXPECT_TRUE(matchesAnyPattern("README", "*.*"));
+    EXPECT_TRUE(matchesAnyPattern("a.b.c", "a*c"));
+    EXPECT_TRUE(matchesAnyPattern("aXbXc", "a*b*c"));
+    EXPECT_FALSE(matchesAnyPattern("aXbX", "a*b*c"));
+    EXPECT_TRUE(matchesAnyPattern("file1.ini", "file?.ini"));
+    EXPECT_FALSE(matchesAnyPattern("file12.ini", "file?.ini"));
+    EXPECT_FALSE(matchesAnyPattern("anything", ""));
+    EXPECT_FALSE(matchesAnyPattern("anything", ";"));
+}
+
+TEST_F(DesktopFiles, ReplacingKeepsTheModeAndTheLink) {
+    folder.write("real.ini", "old");
+    chmod(folder.in("real.ini").c_str(), 0640);
+    ASSERT_EQ(symlink("real.ini", folder.in("link.ini").c_str()), 0);
+    ASSERT_TRUE(files.replace(folder.in("link.ini"), "new"));
+    EXPECT_TRUE(fs::is_symlink(folder.in("link.ini")));
+    EXPECT_EQ(folder.bytes("real.ini"), "new");
+    struct stat status {};
+    ASSERT_EQ(stat(folder.in("real.ini").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777U, 0640U);
+}
+
+TEST_F(DesktopFiles, ReplacingFillsALinkWhoseTargetIsNotThereYet) {
+    ASSERT_EQ(symlink("later.ini", folder.in("link.ini").c_str()), 0);
+    ASSERT_TRUE(files.replace(folder.in("link.ini"), "new"));
+    EXPECT_TRUE(fs::is_symlink(folder.in("link.ini")));
+    EXPECT_EQ(folder.bytes("later.ini"), "new");
+}
+
+TEST_F(DesktopFiles, LinksThatCircleAreNoFile) {
+    ASSERT_EQ(symlink("b.ini", folder.in("a.ini").c_str()), 0);
+    ASSERT_EQ(symlink("a.ini", folder.in("b.ini").c_str()), 0);
+    EXPECT_FALSE(files.replace(folder.in("a.ini"), "new"));
+    EXPECT_EQ(files.lookUp(folder.in("a.ini")), std::nullopt);
+}
+
+TEST_F(DesktopFiles, ANewFileHasTheUsualMode) {
+    const mode_t mask = umask(027);
+    ASSERT_TRUE(files.replace(folder.in("fresh.ini"), "x"));
+    umask(mask);
+    struct stat status {};
+    ASSERT_EQ(stat(folder.in("fresh.ini").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777U, 0640U);
+}
+
+TEST_F(DesktopFiles, HiddenFilesAreNotListed) {
+    folder.write(".hidden.wav", "");
+    folder.write("seen.wav", "");
+    EXPECT_EQ(files.list(folder.path(), "*"), Texts{"seen.wav"});
+}
+
+TEST_F(DesktopFiles, ListsLinkedFilesAndKeepsForeignBytes) {
+    folder.write("real.wav", "");
+    ASSERT_EQ(symlink("real.wav", folder.in("link.wav").c_str()), 0);
+    ASSERT_EQ(symlink("nowhere", folder.in("dead.wav").c_str()), 0);
+    folder.write("b\xE9.wav", "");
+    EXPECT_EQ(files.list(folder.path(), "*.wav"), (Texts{"b\xE9.wav", "link.wav", "real.wav"}));
+    EXPECT_EQ(files.lookUp(folder.in("b\xE9.wav")), "b\xE9.wav");
+}
+
+TEST_F(DesktopFiles, APipeIsNotRead) {
+    ASSERT_EQ(mkfifo(folder.in("pipe.ini").c_str(), 0600), 0);
+    EXPECT_EQ(files.read(folder.in("pipe.ini"), 100), std::nullopt);
+    EXPECT_FALSE(files.replace(folder.in("pipe.ini"), "x"));
+}
+
+TEST_F(DesktopFiles, ListsTwentyThousandFilesQuickly) {
+    for (int i = 0; i < 20000; ++i) folder.write("track" + std::to_string(i) + (i % 2 == 0 ? ".mp3" : ".txt"), "");
+    QElapsedTimer passed;
+    passed.start();
+    EXPECT_EQ(files.list(folder.path(), "*.wav;*.mp3").size(), 10000U);
+    EXPECT_LT(passed.elapsed(), 1000);
+}
+
+}  // namespace
+}  // namespace corvane

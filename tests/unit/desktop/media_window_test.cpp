@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <QPainter>
+
+#include "desktop/full_screen_window.h"
+#include "desktop/movie_surface.h"
+#include "platform/movie_control.h"
+#include "unit/desktop/window_rig.h"
+
+namespace corvane {
+namespace {
+
+using test::plain;
+
+/// A movie of one colour.
+class PlainMovie : public MovieControl, public MovieSurface {
+public:
+    using MovieControl::MovieControl;
+    void FileName(const std::string& path) override { path_ = path; }
+    const std::string& FileName() const override { return path_; }
+    void MovieWindowSize(int /*size*/) override {}
+    void FullScreenMode(bool on) override {
+        full = on;
+        fillsScreenChanged.raise();
+    }
+    bool FullScreenMode() const override { return full; }
+    double Duration() const override { return 10; }
+    double CurrentPosition() const override { return 0; }
+    void CurrentPosition(double /*seconds*/) override {}
+    double Rate() const override { return 1; }
+    void Rate(double /*rate*/) override {}
+    int ImageSourceWidth() const override { return 100; }
+    int ImageSourceHeight() const override { return 50; }
+    void Run() override {}
+    void Pause() override {}
+    void Stop() override {}
+    int State() const override { return kMovieRunning; }
+
+    void setTarget(QSize devicePixels) override { target = devicePixels; }
+    void paint(QPainter& painter, const QRect& area) override {
+        painter.fillRect(area, colour);
+        ++painted;
+    }
+    bool fillsScreen() const override { return full; }
+
+    bool full = false;
+    int painted = 0;
+    QSize target;
+    QColor colour = Qt::green;
+
+private:
+    std::string path_;
+};
+
+struct PictureWindow : test::WindowRig {
+    PictureWindow() : WindowRig(FormStyle::Media) {
+        box.Scale = ScaleMode::InPixels;
+        QImage halves(100, 50, QImage::Format_RGB32);
+        halves.fill(Qt::red);
+        QPainter(&halves).fillRect(50, 0, 50, 50, Qt::blue);
+        box.Picture = Picture(std::make_shared<QtPicture>(halves));
+        box.SetSize(100, 50);
+        box.Move(50, 25);
+    }
+    PictureBox box{&form, "pctTried"};
+};
+
+TEST_F(PictureWindow, ShowsThePictureAtItsOwnSizeOnBlack) {
+    attach();
+    const QImage all = shown();
+    EXPECT_EQ(all.pixelColor(49, 30), QColor(Qt::black));
+    EXPECT_EQ(all.pixelColor(50, 30), QColor(Qt::red));
+    EXPECT_EQ(all.pixelColor(99, 30), QColor(Qt::red));
+    EXPECT_EQ(all.pixelColor(100, 30), QColor(Qt::blue));
+    EXPECT_EQ(all.pixelColor(150, 30), QColor(Qt::black));
+}
+
+TEST_F(PictureWindow, ShowsItEnlargedAndReduced) {
+    box.SetSize(400, 200);
+    box.Move(-100, -50);
+    box.setPainted(400, 200);
+    attach();
+    EXPECT_EQ(shown().pixelColor(1, 1), QColor(Qt::red));
+    EXPECT_EQ(shown().pixelColor(90, 50), QColor(Qt::red));
+    EXPECT_EQ(shown().pixelColor(110, 50), QColor(Qt::blue));
+    box.SetSize(20, 10);
+    box.Move(0, 0);
+    box.setPainted(20, 10);
+    EXPECT_EQ(shown().pixelColor(8, 5), QColor(Qt::red));
+    EXPECT_EQ(shown().pixelColor(12, 5), QColor(Qt::blue));
+    EXPECT_EQ(shown().pixelColor(21, 5), QColor(Qt::black));
+}
+
+TEST_F(PictureWindow, AHiddenBoxShowsNothing) {
+    attach();
+    box.Visible = false;
+    EXPECT_EQ(shown().pixelColor(60, 30), QColor(Qt::black));
+}
+
+TEST_F(PictureWindow, MousePositionsAreInPixelsOfTheBoxAlsoWhileItMoves) {
+    float x = 0;
+    box.MouseMove.tie([&](const MouseArgs& mouse) { x = mouse.x; });
+    attach();
+    press({60, 30}, Qt::MiddleButton);
+    moveTo({70, 30});
+    EXPECT_EQ(x, 20.0F);
+    box.Move(60, 25);
+    moveTo({70, 30});
+    EXPECT_EQ(x, 10.0F);
+}
+
+TEST_F(PictureWindow, TypedCharactersReachTheBoxThatTakesThem) {
+    int typed = 0;
+    box.KeyPress.tie([&](int character) { typed = character; });
+    attach();
+    key(QEvent::KeyPress, Qt::Key_Z, {}, "z");
+    EXPECT_EQ(typed, 'z');
+}
+
+struct MovieWindow : test::WindowRig {
+    MovieWindow() : WindowRig(FormStyle::Media) { place(movie, 0, 0, 200, 100); }
+    ~MovieWindow() override { windows.detach(form); }
+    PlainMovie movie{&form};
+    static QWidget* wholeScreen() {
+        for (QWidget* each : QApplication::topLevelWidgets()) {
+            if (dynamic_cast<FullScreenWindow*>(each) != nullptr && each->isVisible()) return each;
+        }
+        return nullptr;
+    }
+};
+
+TEST_F(MovieWindow, PaintsTheVisiblePartOfTheControl) {
+    place(movie, 20, -10, 400, 60);
+    attach();
+    EXPECT_EQ(movie.target, QSize(180, 50));
+    EXPECT_EQ(shown().pixelColor(19, 10), QColor(Qt::black));
+    EXPECT_EQ(shown().pixelColor(20, 10), QColor(Qt::green));
+    EXPECT_EQ(shown().pixelColor(20, 50), QColor(Qt::black));
+    form.Width = 100 * kTwipsPerPixel;
+    EXPECT_EQ(movie.target, QSize(80, 50));
+}
+
+TEST_F(MovieWindow, PaintsAFrameWhenOneIsReady) {
+    attach();
+    (void)shown();
+    const int before = movie.painted;
+    movie.frameReady.raise();
+    EXPECT_TRUE(test::waitUntil([&] { return movie.painted > before; }));
+}
+
+TEST_F(MovieWindow, FillsTheScreenAndHandsInputToTheForm) {
+    std::string typed;
+    float x = 0;
+    form.KeyPress.tie([&](int character) { typed += static_cast<char>(character); });
+    movie.MouseDown.tie([&](const MouseArgs& mouse) { x = mouse.x; });
+    attach();
+    movie.FullScreenMode(true);
+    QWidget* const whole = wholeScreen();
+    ASSERT_NE(whole, nullptr);
+    EXPECT_EQ(movie.target, whole->size());
+    QKeyEvent typing(QEvent::KeyPress, Qt::Key_Z, {}, "z");
+    QCoreApplication::sendEvent(whole, &typing);
+    EXPECT_EQ(typed, "z");
+    const QPoint at(500, 300);
+    QMouseEvent down(QEvent::MouseButtonPress, at, at, Qt::LeftButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(whole, &down);
+    EXPECT_EQ(x, 7500.0F);
+    movie.FullScreenMode(false);
+    EXPECT_EQ(wholeScreen(), nullptr);
+    EXPECT_EQ(movie.target, QSize(200, 100));
+}
+
+TEST_F(MovieWindow, TheScreenIsGivenBackWhenTheFormGoes) {
+    attach();
+    movie.FullScreenMode(true);
+    windows.detach(form);
+    EXPECT_EQ(wholeScreen(), nullptr);
+    movie.frameReady.raise();
+    movie.fillsScreenChanged.raise();
+    EXPECT_EQ(wholeScreen(), nullptr);
+}
+
+}  // namespace
+}  // namespace corvane

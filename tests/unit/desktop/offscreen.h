@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <sstream>
+#include <string>
+
+namespace corvane::test {
+
+/// The application of a test program, without a display; made once.
+inline QApplication& offscreenApplication() {
+    static int count = 1;
+    static char name[] = "test";
+    static char* names[] = {name, nullptr};
+    if (qApp == nullptr) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        static QApplication made(count, names);
+        QApplication::setQuitOnLastWindowClosed(false);
+    }
+    return *qApp;
+}
+
+/// Runs Qt's events until the condition holds; false: it did not in time.
+inline bool waitUntil(const std::function<bool()>& condition, int atMostMs = 3000) {
+    offscreenApplication();
+    QElapsedTimer passed;
+    passed.start();
+    do {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        if (condition()) return true;
+    } while (passed.elapsed() < atMostMs);
+    return condition();
+}
+
+/// A folder of its own for one test, gone afterwards.
+class TemporaryFolder {
+public:
+    TemporaryFolder() {
+        std::string pattern = (std::filesystem::temp_directory_path() / "corvane-test-XXXXXX").string();
+        path_ = mkdtemp(pattern.data());
+    }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    ~TemporaryFolder() {
+        std::error_code failed;
+        std::filesystem::remove_all(path_, failed);
+    }
+    const std::string& path() const { return path_; }
+    std::string in(const std::string& name) const { return path_ + '/' + name; }
+    void write(const std::string& name, const std::string& bytes) const {
+        std::ofstream(in(name), std::ios::binary) << bytes;
+    }
+    std::string bytes(const std::string& name) const {
+        std::ostringstream all;
+        all << std::ifstream(in(name), std::ios::binary).rdbuf();
+        return all.str();
+    }
+
+private:
+    std::string path_;
+};
+
+}  // namespace corvane::test

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <QImageWriter>
+
+#include "desktop/qt_pictures.h"
+#include "unit/desktop/offscreen.h"
+
+namespace corvane {
+namespace {
+
+struct DesktopPictures : ::testing::Test {
+    DesktopPictures() { test::offscreenApplication(); }
+    test::TemporaryFolder folder;
+    QtPictures pictures;
+
+    static QImage busy(int width, int height) {
+        QImage image(width, height, QImage::Format_RGB32);
+        for (int y = 0; y < height; ++y) {
+            for (int x = 0; x < width; ++x) image.setPixel(x, y, qRgb(x * 7 % 256, y * 5 % 256, x * y % 256));
+        }
+        return image;
+    }
+    std::string reasonOf(const std::string& name) {
+        const auto decoded = pictures.decode(folder.in(name));
+        EXPECT_EQ(decoded.picture.empty(), !decoded.reason.empty()) << name;
+        return decoded.reason;
+    }
+};
+
+TEST_F(DesktopPictures, TheContentCountsNotTheName) {
+    busy(20, 10).save(QString::fromStdString(folder.in("a.gif")), "PNG");
+    EXPECT_EQ(reasonOf("a.gif"), "");
+}
+
+TEST_F(DesktopPictures, EveryCutOffFileIsDamaged) {
+    for (const char* format : {"BMP", "JPG", "PNG"}) {
+        busy(200, 100).save(QString::fromStdString(folder.in("whole")), format);
+        EXPECT_EQ(reasonOf("whole"), "") << format;
+        const std::string bytes = folder.bytes("whole");
+        for (const double share : {0.01, 0.5, 0.9}) {
+            folder.write("cut", bytes.substr(0, static_cast<std::size_t>(share * static_cast<double>(bytes.size()))));
+            EXPECT_NE(reasonOf("cut"), "") << format << " " << share;
+        }
+    }
+    folder.write("empty", "");
+    EXPECT_NE(reasonOf("empty"), "");
+}
+
+TEST_F(DesktopPictures, SampleGifAndItsFirstHalf) {
+    std::ostringstream bytes;
+    bytes << std::ifstream(CORVANE_SOURCE_DIR "/samples/city.gif", std::ios::binary).rdbuf();
+    folder.write("whole.gif", bytes.str());
+    EXPECT_EQ(reasonOf("whole.gif"), "");
+    folder.write("half.gif", bytes.str().substr(0, bytes.str().size() / 2));
+    EXPECT_NE(reasonOf("half.gif"), "");
+}
+
+TEST_F(DesktopPictures, AnUnreasonablyLargePictureIsRefusedWithoutReadingIt) {
+    // A bitmap of 10000 by 10000 pixels of 8 bits: the file is one hole behind its header.
+    std::string header(54, '\0');
+    header[0] = 'B';
+    header[1] = 'M';
+    header[10] = 0x36;  // the pixels lie behind 256 colours
+    header[11] = 0x04;
+    header[14] = 40;
+    header[18] = header[22] = 0x10;
+    header[19] = header[23] = 0x27;
+    header[26] = 1;
+    header[28] = 8;
+    folder.write("huge.bmp", header);
+    std::filesystem::resize_file(folder.in("huge.bmp"), 54 + 1024 + 10000 * 10000);
+    EXPECT_NE(reasonOf("huge.bmp").find("too large"), std::string::npos) << reasonOf("huge.bmp");
+}
+
+TEST_F(DesktopPictures, AJpegIsTurnedUpright) {
+    QImageWriter writer(QString::fromStdString(folder.in("turned.jpg")), "JPG");
+    writer.setTransformation(QImageIOHandler::TransformationRotate90);
+    ASSERT_TRUE(writer.write(busy(40, 20)));
+    const auto decoded = pictures.decode(folder.in("turned.jpg"));
+    EXPECT_EQ(decoded.picture.width(), 20);
+    EXPECT_EQ(decoded.picture.height(), 40);
+}
+
+TEST_F(DesktopPictures, AFileChangedAfterTheHintIsReadAgain) {
+    const QString path = QString::fromStdString(folder.in("a.png"));
+    busy(20, 10).save(path);
+    pictures.decodeAhead(folder.in("a.png"));
+    EXPECT_EQ(pictures.decode(folder.in("a.png")).picture.width(), 20);
+    pictures.decodeAhead(folder.in("a.png"));
+    busy(50, 10).save(path);
+    EXPECT_EQ(pictures.decode(folder.in("a.png")).picture.width(), 50);
+}
+
+TEST_F(DesktopPictures, OnlyAbsurdSizesLackMemory) {
+    Form form("frmTried", FormStyle::Media);
+    PictureBox box(&form, "pctTried");
+    EXPECT_NE(pictures.paintStretched(box, 10, 10), 0) << "there is no picture";
+    box.Picture = Picture(std::make_shared<QtPicture>(busy(20, 10)));
+    EXPECT_EQ(pictures.paintStretched(box, 40000, 20000), 0);
+    EXPECT_EQ(pictures.paintStretched(box, 2e9F, 1), kOutOfMemoryForPicture);
+    EXPECT_EQ(box.paintedWidth(), 40000.0F);
+}
+
+}  // namespace
+}  // namespace corvane

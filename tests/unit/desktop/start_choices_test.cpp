@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "desktop/command_line.h"
+#include "desktop/instance.h"
+#include "desktop/program_folder.h"
+#include "unit/desktop/offscreen.h"
+
+namespace corvane {
+namespace {
+
+namespace fs = std::filesystem;
+using Texts = std::vector<std::string>;
+
+TEST(CommandLines, NamesAreJoinedByBlanks) {
+    const CommandLine line = readCommandLine({"/a.mid", "b c.wav"}, "/here");
+    EXPECT_EQ(line.names, "/a.mid b c.wav");
+    EXPECT_EQ(line.files, Texts{});
+    EXPECT_FALSE(line.help || line.version);
+}
+
+TEST(CommandLines, EachArgumentBehindOpenIsOneFile) {
+    const CommandLine line =
+        readCommandLine({"x.mid", "--open", "/a b.mid", "c.wav", "file:///d%20e.mp3", "--help"}, "/here");
+    EXPECT_EQ(line.names, "x.mid");
+    EXPECT_EQ(line.files, (Texts{"/a b.mid", "/here/c.wav", "/d e.mp3", "/here/--help"}));
+    EXPECT_FALSE(line.help);
+    EXPECT_EQ(readCommandLine({"--open", "a.mid"}, "/").files, Texts{"/a.mid"});
+}
+
+TEST(CommandLines, Options) {
+    EXPECT_TRUE(readCommandLine({"--help"}, "/").help);
+    EXPECT_TRUE(readCommandLine({"-h"}, "/").help);
+    EXPECT_TRUE(readCommandLine({"--version"}, "/").version);
+    EXPECT_NE(helpText().find("--open FILE"), std::string::npos);
+}
+
+struct ProgramFolders : ::testing::Test {
+    ProgramFolders() { fs::create_directories(folder.in("bin")); }
+    void ship(const std::string& place) {
+        fs::create_directories(folder.in(place + "/PANELSET"));
+        folder.write(place + "/PANELSET/DEFAULT.CSV", "skin");
+    }
+    FolderChoice choice() const { return {folder.in("bin"), "", "", folder.in("home")}; }
+    test::TemporaryFolder folder;
+};
+
+TEST_F(ProgramFolders, TheChosenOneWins) {
+    ship("bin");
+    FolderChoice wanted = choice();
+    wanted.chosen = folder.in("chosen/");
+    EXPECT_EQ(programFolder(wanted), folder.in("chosen"));
+    EXPECT_FALSE(fs::exists(folder.in("chosen"))) << "nothing is put there";
+}
+
+TEST_F(ProgramFolders, TheProgramsOwnWithSkinsBeside) {
+    ship("bin");
+    EXPECT_EQ(programFolder(choice()), folder.in("bin"));
+}
+
+TEST_F(ProgramFolders, ElseTheUsersFilledWithTheShippedSkinsOnce) {
+    ship("share/corvane");
+    EXPECT_EQ(programFolder(choice()), folder.in("home/.local/share/corvane"));
+    EXPECT_EQ(folder.bytes("home/.local/share/corvane/PANELSET/DEFAULT.CSV"), "skin");
+    folder.write("home/.local/share/corvane/PANELSET/DEFAULT.CSV", "mine");
+    programFolder(choice());
+    EXPECT_EQ(folder.bytes("home/.local/share/corvane/PANELSET/DEFAULT.CSV"), "mine");
+}
+
+TEST_F(ProgramFolders, TheDataHomeCountsWhenItIsAbsolute) {
+    FolderChoice wanted = choice();
+    wanted.dataHome = folder.in("data");
+    EXPECT_EQ(programFolder(wanted), folder.in("data/corvane"));
+    wanted.dataHome = "data";
+    EXPECT_EQ(programFolder(wanted), folder.in("home/.local/share/corvane"));
+}
+
+TEST_F(ProgramFolders, AReadOnlyProgramFolderIsNotOne) {
+    if (geteuid() == 0) GTEST_SKIP() << "every folder can be written by this user";
+    ship("bin");
+    fs::permissions(folder.in("bin"), fs::perms::owner_read | fs::perms::owner_exec);
+    EXPECT_EQ(programFolder(choice()), folder.in("home/.local/share/corvane"));
+    fs::permissions(folder.in("bin"), fs::perms::owner_all);
+}
+
+struct Instances : ::testing::Test {
+    Instances() { test::offscreenApplication(); }
+    test::TemporaryFolder runtime;
+    Texts got;
+    void listenTo(Instance& instance) {
+        instance.onFiles([this](const Texts& files) { got = files; });
+    }
+};
+
+TEST_F(Instances, OneAFolder) {
+    Instance first("/some/folder", runtime.path());
+    EXPECT_TRUE(first.acquire());
+    EXPECT_TRUE(first.acquire());
+    EXPECT_FALSE(Instance("/some/folder", runtime.path()).acquire());
+    EXPECT_FALSE(Instance("/some/./folder/", runtime.path()).acquire());
+    EXPECT_TRUE(Instance("/other/folder", runtime.path()).acquire());
+}
+
+TEST_F(Instances, TheNextMayStartWhenTheFirstHasGone) {
+    { EXPECT_TRUE(Instance("/some/folder", runtime.path()).acquire()); }
+    EXPECT_TRUE(Instance("/some/folder", runtime.path()).acquire());
+}
+
+TEST_F(Instances, ALaterOneHandsItsFilesOver) {
+    Instance first("/some/folder", runtime.path());
+    listenTo(first);
+    ASSERT_TRUE(first.acquire());
+    Instance second("/some/folder", runtime.path());
+    ASSERT_FALSE(second.acquire());
+    ASSERT_TRUE(second.handOver({"/a b.mp3", "/\xE9.wav"}));
+    EXPECT_TRUE(test::waitUntil([this] { return !got.empty(); }));
+    EXPECT_EQ(got, (Texts{"/a b.mp3", "/\xE9.wav"}));
+}
+
+TEST_F(Instances, ManyFilesAreHandedOverWhole) {
+    Instance first("/some/folder", runtime.path());
+    listenTo(first);
+    ASSERT_TRUE(first.acquire());
+    const Texts many(2000, "/a/folder/with/a/rather/long/name/song.mp3");
+    ASSERT_TRUE(Instance("/some/folder", runtime.path()).handOver(many));
+    EXPECT_TRUE(test::waitUntil([this] { return !got.empty(); }));
+    EXPECT_EQ(got, many);
+}
+
+TEST_F(Instances, NobodyIsThereToHandFilesTo) {
+    EXPECT_FALSE(Instance("/some/folder", runtime.path()).handOver({"/a.mp3"}));
+}
+
+TEST_F(Instances, WithoutAPlaceForTheLockAPlayerStartsAllTheSame) {
+    EXPECT_TRUE(Instance("/some/folder", "").acquire());
+    EXPECT_TRUE(Instance("/some/folder", runtime.in("nowhere")).acquire());
+}
+
+}  // namespace
+}  // namespace corvane
