@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QTimer>
 #include <functional>
 #include <string>
 
@@ -38,9 +39,11 @@ private:
 inline bool soundWaits(const std::function<bool()>& holds, int milliseconds) {
     QElapsedTimer clock;
     clock.start();
+    QTimer poll;  // the condition is looked at between events, at least so often
+    poll.start(5);
     while (!holds()) {
         if (clock.elapsed() > milliseconds) return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 5);
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     }
     return true;
 }

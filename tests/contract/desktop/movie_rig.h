@@ -6,6 +6,7 @@
 #include <QElapsedTimer>
 #include <QImage>
 #include <QPainter>
+#include <QTimer>
 #include <functional>
 #include <memory>
 #include <string>
@@ -77,9 +78,11 @@ public:
     static bool until(const std::function<bool()>& holds, int milliseconds = 5000) {
         QElapsedTimer clock;
         clock.start();
+        QTimer poll;  // the condition is looked at between events, at least so often
+        poll.start(5);
         while (!holds()) {
             if (clock.elapsed() > milliseconds) return false;
-            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 5);
+            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
         }
         return true;
     }

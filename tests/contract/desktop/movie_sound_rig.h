@@ -102,6 +102,7 @@ private:
 
     void take() {
         const QByteArray bytes = recorder_.readAllStandardOutput();
+        if (bytes.isEmpty()) return;
         const auto count = static_cast<std::size_t>(bytes.size()) / 2;
         const std::size_t before = samples_.size();
         samples_.resize(before + count);
