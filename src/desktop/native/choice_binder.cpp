@@ -66,16 +66,21 @@ public:
     void flush() override {
         Binder::flush();
         const QSignalBlocker quiet(box());
+        QLineEdit* const edit = box().lineEdit();
+        const QString before = edit != nullptr ? edit->text() : QString();
+        const int cursor = edit != nullptr ? edit->cursorPosition() : 0;
         if (stale_) {
             stale_ = false;
             box().clear();
             for (const std::string& each : items_.items()) box().addItem(toQString(each));
         }
         if (box().currentIndex() != items_.ListIndex) box().setCurrentIndex(items_.ListIndex);
-        if (QLineEdit* const edit = box().lineEdit(); edit != nullptr && edit->text() != toQString(combo_->Text)) {
-            edit->setText(toQString(combo_->Text));
-            edit->setCursorPosition(0);
-        }
+        if (edit == nullptr) return;
+        // A new current item has rewritten the field, also under someone who types.
+        const QString text = toQString(combo_->Text);
+        if (edit->text() == text && before == text) return;
+        if (edit->text() != text) edit->setText(text);
+        edit->setCursorPosition(before == text ? cursor : 0);
     }
     QSize wanted() const override { return {0, box().sizeHint().height()}; }
 

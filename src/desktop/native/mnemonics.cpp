@@ -2,35 +2,67 @@
 #include "desktop/native/mnemonics.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "desktop/form_window.h"
 #include "forms/lists.h"
 
 namespace corvane {
 
-Mnemonics::Mnemonics(const Form& form) {
-    for (const Control* each : form.controls()) {
-        if (each->kind() != ControlKind::CommandButton || !each->Visible) continue;
-        const auto& button = static_cast<const CommandButton&>(*each);
-        if (!button.Default && !button.Cancel) choose(button, button.Caption);
-    }
-    for (const Control* each : form.controls()) {
-        if (each->kind() == ControlKind::OptionButton) choose(*each, static_cast<const OptionButton&>(*each).Caption);
-        if (each->kind() == ControlKind::CheckBox) choose(*each, static_cast<const CheckBox&>(*each).Caption);
-    }
-    for (const Control* each : form.controls()) {
-        if (each->kind() != ControlKind::Label) continue;
-        const auto& label = static_cast<const Label&>(*each);
-        if (label.Labels != nullptr) choose(label, label.Caption);
+namespace {
+
+/// The caption that may hold an access key; empty: none.
+QString markable(const Control& control) {
+    switch (control.kind()) {
+        case ControlKind::CommandButton: {
+            const auto& button = static_cast<const CommandButton&>(control);
+            return button.Visible && !button.Default && !button.Cancel ? toQString(button.Caption) : QString();
+        }
+        case ControlKind::OptionButton:
+            return toQString(static_cast<const OptionButton&>(control).Caption);
+        case ControlKind::CheckBox:
+            return toQString(static_cast<const CheckBox&>(control).Caption);
+        case ControlKind::Label: {
+            const auto& label = static_cast<const Label&>(control);
+            return label.Labels != nullptr ? toQString(label.Caption) : QString();
+        }
+        default:
+            return {};
     }
 }
 
-void Mnemonics::choose(const Control& control, const std::string& caption) {
-    for (const QChar each : toQString(caption)) {
-        const QChar letter = each.toUpper();
+/// Buttons choose before options, options before labels.
+int rank(ControlKind kind) {
+    if (kind == ControlKind::CommandButton) return 0;
+    return kind == ControlKind::Label ? 2 : 1;
+}
+
+bool beginsWord(const QString& text, qsizetype at) { return at == 0 || !text[at - 1].isLetter(); }
+
+}  // namespace
+
+Mnemonics::Mnemonics(const Form& form) {
+    std::vector<const Control*> controls;
+    for (const Control* each : form.controls()) {
+        if (!markable(*each).isEmpty()) controls.push_back(each);
+    }
+    std::stable_sort(controls.begin(), controls.end(),
+                     [](const Control* a, const Control* b) { return rank(a->kind()) < rank(b->kind()); });
+    for (const Control* each : controls) choose(*each, true);
+    // Short captions have the least to choose from.
+    std::stable_sort(controls.begin(), controls.end(),
+                     [](const Control* a, const Control* b) { return markable(*a).size() < markable(*b).size(); });
+    for (const Control* each : controls) choose(*each, false);
+}
+
+void Mnemonics::choose(const Control& control, bool initialsOnly) {
+    if (letters_.count(&control) > 0) return;
+    const QString caption = markable(control);
+    for (qsizetype i = 0; i < caption.size(); ++i) {
+        const QChar letter = caption[i].toUpper();
         const bool taken = std::any_of(letters_.begin(), letters_.end(),
                                        [letter](const auto& entry) { return entry.second == letter; });
-        if (!letter.isLetter() || taken) continue;
+        if (!letter.isLetter() || taken || (initialsOnly && !beginsWord(caption, i))) continue;
         letters_[&control] = letter;
         return;
     }

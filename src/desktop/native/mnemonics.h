@@ -9,8 +9,8 @@
 
 namespace corvane {
 
-/// Access keys of a dialog: letters chosen out of the captions, no two alike. Default and Cancel buttons have none:
-/// Enter and Escape press them.
+/// Access keys of a dialog: letters chosen out of the captions, first letters of words where they are free, no two
+/// alike. Default and Cancel buttons have none: Enter and Escape press them.
 class Mnemonics {
 public:
     Mnemonics() = default;
@@ -20,7 +20,7 @@ public:
     QString text(const Control& control, const std::string& caption) const;
 
 private:
-    void choose(const Control& control, const std::string& caption);
+    void choose(const Control& control, bool initialsOnly);
     std::map<const Control*, QChar> letters_;
 };
 
