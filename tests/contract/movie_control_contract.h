@@ -154,6 +154,20 @@ TEST_P(MovieControlContract, StoppingTellsNoStop) {
     EXPECT_EQ(changes, (Changes{{kMovieStopped, kMovieRunning}}));
 }
 
+TEST_P(MovieControlContract, AnEndThatAStopOvertookIsDropped) {
+    open();
+    run();
+    call([](MovieControl& it) { it.CurrentPosition(it.Duration() - 0.3); });
+    {
+        const EventLoop::Hold hold(stage->loop());
+        stage->pass(2000);
+        call([](MovieControl& it) { it.Stop(); });
+    }
+    stage->pass(300);
+    EXPECT_EQ(movie->State(), kMovieStopped);
+    EXPECT_EQ(changes, (Changes{{kMovieStopped, kMovieRunning}}));
+}
+
 TEST_P(MovieControlContract, ReadsAPositionJustSetAndKeepsItInside) {
     open();
     call([](MovieControl& it) { it.CurrentPosition(1.0); });

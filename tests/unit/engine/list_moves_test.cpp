@@ -302,6 +302,7 @@ TEST_F(MissingFiles, AListOfMissingFilesNeverNestsItsBoxes) {
     setList(paths);
     machine.dialogs.answers.assign(kMaxFiles, Answer::Ignore);
     PlayFile(player);
+    EXPECT_EQ(machine.dialogs.boxes.size(), 1U) << "what follows a box is a new event";
     machine.settle();
     EXPECT_EQ(machine.dialogs.boxes.size(), static_cast<std::size_t>(kMaxFiles));
     EXPECT_EQ(machine.dialogs.mostBoxesUp, 1);
