@@ -66,20 +66,23 @@ class Player:
             self.wait_for_panel()
 
     def wait_for_panel(self):
+        """The last picture of the opening stands there as well: the panel is what is still there at the next look."""
+        before = []
+
         def stands():
             check(self.running(), f"the program ended with code {self.process.poll()}: {self.log()[-300:]}")
-            return self.find_panel()
+            before.append(self.find_panel())
+            return before[-1] if before[-1] and before[-2:-1] == before[-1:] else None
 
         self.window = wait("the panel at its place", stands, START_SECONDS)
         return self.window
 
     def find_panel(self):
+        """The window of the panel's size at the place where it opens."""
         width, height = self.skin[0][4:6]
         place = (self.desk.screen.width - width) * 9 // 10, (self.desk.screen.height - height) * 9 // 10
-        for window in self.windows():
-            if window.size == (width, height) and abs(window.x - place[0]) <= 1 and abs(window.y - place[1]) <= 1:
-                return window
-        return None
+        found = [w for w in self.windows() if w.size == (width, height) and max(abs(w.x - place[0]), abs(w.y - place[1])) <= 1]
+        return found[0] if len(found) == 1 else None
 
     def windows(self, name=None):
         return self.desk.windows(pid=self.process.pid, name=name)

@@ -219,11 +219,11 @@ def move_panel(stage):
     stage.player.start(*songs(stage))
     window = stage.player.window
     free = window.x + 400, window.y + window.height - 5
-    stage.desk.drag(free, (free[0] - 300, free[1] - 250))
+    stage.desk.drag(free, (free[0] - 300, free[1] - 250), steps=60)
 
-    def moved():
+    def moved():  # less the way that makes a press a drag
         now = stage.player.windows()
-        return now and abs(now[0].x - window.x + 300) <= 4 and abs(now[0].y - window.y + 250) <= 4 and now[0]
+        return now and abs(now[0].x - window.x + 300) <= 16 and abs(now[0].y - window.y + 250) <= 16 and now[0]
 
     stage.player.window = wait("the panel at its new place", moved)
     stage.player.press(PLAY)
