@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "desktop/media/av_library.h"
 
+#include <atomic>
 #include <string>
 
 #include "desktop/media/shared_library.h"
@@ -33,6 +34,8 @@ struct Loaded {
     }
 };
 
+std::atomic<bool> isLoaded{false};
+
 const Loaded& loaded() {
     static const Loaded once;  // functions, not state: they may stay for as long as the process does
     return once;
@@ -40,7 +43,13 @@ const Loaded& loaded() {
 
 }  // namespace
 
-bool loadAv() { return loaded().complete; }
+bool loadAv() {
+    const bool complete = loaded().complete;
+    isLoaded = true;
+    return complete;
+}
+
+bool avIsLoaded() { return isLoaded; }
 
 const AvLibrary& av() { return loaded().functions; }
 

@@ -66,6 +66,8 @@ struct AvLibrary {
 
 /// Loads the libraries at the first call; any thread. False: they are not there.
 bool loadAv();
+/// True once they are loaded; loads nothing.
+bool avIsLoaded();
 /// Their functions, after loadAv() succeeded.
 const AvLibrary& av();
 

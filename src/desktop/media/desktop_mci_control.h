@@ -60,6 +60,7 @@ private:
     void startPart(std::int64_t from, std::int64_t to);
     void ended(std::uint64_t playNumber, std::int64_t end);
     void leavePart();
+    bool canOpenQuickly() const;
     void change(State state);
     void later(EventLoop::Handler event);
     std::int64_t frames(std::int32_t place) const;

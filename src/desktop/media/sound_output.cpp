@@ -16,12 +16,13 @@ namespace {
 using Steady = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
-constexpr milliseconds kPeriod{20};          ///< between two looks while playing
-constexpr milliseconds kRingOut{300};        ///< what ended is heard so long before the stream is held
+constexpr milliseconds kPeriod{20};         ///< between two looks while playing
+constexpr milliseconds kRingOut{300};       ///< what ended is heard so long before the stream is held
 constexpr milliseconds kKeepStream{5'000};  ///< an idle stream wakes now and then: it goes after this
-constexpr std::size_t kBlock = 2048;         ///< frames read at a time, so that a command waits little
-/// The end is told so much before it is heard: the next file is opened meanwhile and follows without a gap.
-constexpr double kEarlySeconds = 0.02;
+constexpr std::size_t kBlock = 2048;        ///< frames read at a time, so that a command waits little
+
+/// An end is told early, so the next sound waits for the tail of the one before, but not for a lame server.
+constexpr double kMostTailSeconds = 0.1;
 
 enum class Run { Stopped, Playing, Held };
 
@@ -71,6 +72,7 @@ private:
     const bool silent_;
     std::optional<PulseLink> link_;
     std::unique_ptr<PcmSink> sink_;
+    std::unique_ptr<PcmSink> leaving_;  ///< another format's stream, until the end of its sound was heard
     PcmFormat format_{0, 0};
     Steady::time_point sinkTried_;
     std::uint64_t seen_ = 0;     ///< changes obeyed
@@ -153,7 +155,12 @@ void SoundOutput::Reader::begin(Guard& guard) {
     guard.unlock();
     const PcmFormat format = reading_.sound->format();
     if (!sink_ || !sink_->alive() || !sameFormat(format) || (!silent_ && !sink_->audible())) {
-        takeSink(format, 0);
+        double tailSeconds = 0;
+        if (sink_ && sink_->alive() && ringing && !corked_) {
+            tailSeconds = std::min(sink_->pending().value_or(0) / format_.rate, kMostTailSeconds);
+            leaving_ = std::move(sink_);
+        }
+        takeSink(format, tailSeconds * format.rate);
     } else if (!ringing || corked_) {
         sink_->flush();
     }
@@ -240,7 +247,7 @@ void SoundOutput::Reader::follow() {
 bool SoundOutput::Reader::finished() {
     if (!atEnd_) return false;
     const double rate = reading_.sound->format().rate;
-    const double early = sink_->audible() ? kEarlySeconds * rate : rate * 0.001;
+    const double early = sink_->audible() ? reading_.earlySeconds * rate : rate * 0.001;
     const std::optional<double> pending = sink_->pending();
     return pending ? *pending <= early : heard >= static_cast<double>(read_) - early;
 }
@@ -259,6 +266,7 @@ void SoundOutput::Reader::rest(Guard& guard) {
             sink_->hold(true);
             sink_->flush();
             corked_ = true;
+            leaving_.reset();
             return;
         }
     } else if (state_ == Run::Held) {
@@ -281,6 +289,7 @@ void SoundOutput::Reader::run() {
             continue;
         }
         guard.unlock();
+        if (leaving_ && (!leaving_->alive() || leaving_->pending().value_or(0) < 1)) leaving_.reset();
         replaceLostSink();
         guard.lock();
         pump(guard);

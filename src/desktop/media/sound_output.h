@@ -22,6 +22,8 @@ public:
         std::shared_ptr<SoundBackend> sound;
         std::int64_t from = 0;
         std::int64_t to = 0;  ///< kToEnd: to its end
+        /// The end is told so long before it is heard: what comes next is opened meanwhile and follows without a gap.
+        double earlySeconds = 0;
         /// On the reading thread, once: the part was heard to its end, which was this frame.
         std::function<void(std::int64_t end)> ended;
     };

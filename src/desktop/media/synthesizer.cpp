@@ -65,7 +65,10 @@ std::string Synthesizer::load() {
     fluid().fluid_settings_setint(settings_, "synth.dynamic-sample-loading", 1);
     fluid().fluid_settings_setint(settings_, "synth.threadsafe-api", 0);
     synth_ = fluid().new_fluid_synth(settings_);
-    if (synth_ && fluid().fluid_synth_sfload(synth_, font.c_str(), 1) != FLUID_FAILED) return "";
+    if (synth_ && fluid().fluid_synth_sfload(synth_, font.c_str(), 1) != FLUID_FAILED) {
+        loaded_ = true;
+        return "";
+    }
     fluid().delete_fluid_synth(synth_);
     fluid().delete_fluid_settings(settings_);
     synth_ = nullptr;

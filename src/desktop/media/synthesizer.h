@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <mutex>
 #include <string>
@@ -26,6 +27,7 @@ public:
     /// Loads the sounds when they are not there yet: the file that CORVANE_SOUNDFONT names, or the first found in the
     /// usual places. Empty, or the reason why it failed, in words.
     std::string load();
+    bool isLoaded() const { return loaded_; }
     /// True when `user` played last; otherwise it does from now on, and has to reset.
     bool claim(const void* user);
     void release(const void* user);  ///< it is gone: another one may have its address
@@ -39,6 +41,7 @@ private:
     struct _fluid_hashtable_t* settings_ = nullptr;
     struct _fluid_synth_t* synth_ = nullptr;
     const void* user_ = nullptr;
+    std::atomic<bool> loaded_{false};
 };
 
 }  // namespace corvane
