@@ -82,6 +82,7 @@ Answer QtDialogs::messageBox(const std::string& text, const std::string& title, 
     QMessageBox box(toIcon(icon), toQString(title), toQString(text), QMessageBox::NoButton, nullptr);
     box.setTextFormat(Qt::PlainText);
     box.setWindowModality(Qt::ApplicationModal);
+    box.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
     addButtons(box, buttons);
     if (parent != nullptr) {
         if (parent->windowFlags().testFlag(Qt::WindowStaysOnTopHint)) box.setWindowFlag(Qt::WindowStaysOnTopHint);
