@@ -17,9 +17,9 @@ class MovieStage : public Stage {
 public:
     virtual Media& media() = 0;
     virtual Windows& windows() = 0;
-    virtual std::string movie() = 0;   ///< a movie with a picture
+    virtual std::string movie() = 0;    ///< a movie with a picture
     virtual double movieSeconds() = 0;  ///< at least 2
-    virtual int movieWidth() = 0;      ///< pixels
+    virtual int movieWidth() = 0;       ///< pixels
     virtual int movieHeight() = 0;
     virtual std::string broken() = 0;  ///< there, but no movie
     virtual double toleranceSeconds() = 0;

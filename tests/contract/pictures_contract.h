@@ -69,8 +69,14 @@ TEST_P(PicturesContract, CutsACell) {
 
 TEST_P(PicturesContract, CutsNothingThatIsNotInside) {
     const Picture whole = pictures.decode(stage->picture()).picture;
-    for (const Pictures::Cell& cell : {Pictures::Cell{39, 0, 2, 1}, {0, 29, 1, 2}, {-1, 0, 5, 5}, {0, -1, 5, 5},
-                                       {0, 0, 0, 5}, {0, 0, 5, 0}, {0, 0, -1, 5}, {50, 50, 1, 1},
+    for (const Pictures::Cell& cell : {Pictures::Cell{39, 0, 2, 1},
+                                       {0, 29, 1, 2},
+                                       {-1, 0, 5, 5},
+                                       {0, -1, 5, 5},
+                                       {0, 0, 0, 5},
+                                       {0, 0, 5, 0},
+                                       {0, 0, -1, 5},
+                                       {50, 50, 1, 1},
                                        {2147483647, 0, 2147483647, 1}}) {
         EXPECT_TRUE(pictures.cut(whole, cell).empty()) << cell.x << " " << cell.y << " " << cell.width;
     }

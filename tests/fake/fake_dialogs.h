@@ -33,12 +33,12 @@ public:
     /// Called while a box is up, before it is answered.
     std::function<void()> whileUp;
 
-    std::vector<Box> boxes;          ///< shown so far
-    MenuItem* poppedUp = nullptr;    ///< the menu that was popped up last
-    int boxesUp = 0;                 ///< on the screen now
-    int mostBoxesUp = 0;             ///< most that were ever on the screen together
-    bool loopWasHeld = true;         ///< each box so far came while the loop was held
-    void choose(MenuItem& item);     ///< the user picks an item: its Click follows through the loop
+    std::vector<Box> boxes;        ///< shown so far
+    MenuItem* poppedUp = nullptr;  ///< the menu that was popped up last
+    int boxesUp = 0;               ///< on the screen now
+    int mostBoxesUp = 0;           ///< most that were ever on the screen together
+    bool loopWasHeld = true;       ///< each box so far came while the loop was held
+    void choose(MenuItem& item);   ///< the user picks an item: its Click follows through the loop
 
 private:
     EventLoop& loop_;

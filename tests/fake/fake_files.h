@@ -50,8 +50,8 @@ private:
     std::vector<std::string> sorted(std::vector<std::string> names) const;
 
     CallLog& log_;
-    std::map<std::string, File> files_;            ///< by key
-    std::map<std::string, std::string> folders_;   ///< by key: the path as it was added
+    std::map<std::string, File> files_;           ///< by key
+    std::map<std::string, std::string> folders_;  ///< by key: the path as it was added
     std::set<std::string> locked_;
 };
 

@@ -42,9 +42,7 @@ public:
     FakeMedia media{loop, windows, schedule, log};
 
     /// The ports; the machine must outlive their users.
-    Ports ports() {
-        return {loop, media, pictures, sound, files, windows, timers, clock, dialogs, process, random};
-    }
+    Ports ports() { return {loop, media, pictures, sound, files, windows, timers, clock, dialogs, process, random}; }
 
     /// Lets time pass: timers, devices and posted events run in the order of their time. Can be called while a box is
     /// up; what must wait then waits.

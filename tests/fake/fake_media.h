@@ -42,9 +42,9 @@ public:
     std::unique_ptr<MciControl> makeMciControl() override;
     std::unique_ptr<MovieControl> makeMovieControl(Form& form) override;
 
-    std::map<std::string, FakeSoundFile> sounds;   ///< by path
-    std::map<std::string, FakeMovieFile> movies;   ///< by path
-    std::map<std::string, FakeDisc> discs;         ///< by the folder that stands for the disc; "" the drive's
+    std::map<std::string, FakeSoundFile> sounds;  ///< by path
+    std::map<std::string, FakeMovieFile> movies;  ///< by path
+    std::map<std::string, FakeDisc> discs;        ///< by the folder that stands for the disc; "" the drive's
 
     /// The disc of a place: the folder itself, the folder that holds the file, or the drive's; null: none.
     const FakeDisc* discAt(const std::string& place) const;

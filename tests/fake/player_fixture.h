@@ -24,8 +24,8 @@ protected:
     Ports ports = machine.ports();
     Player player{ports};
 
-    /// Loads and shows the panel from a plain skin, whose slider is 3000 twips wide, and empties the log. Call it after the
-    /// settings are made.
+    /// Loads and shows the panel from a plain skin, whose slider is 3000 twips wide, and empties the log. Call it after
+    /// the settings are made.
     void setUpPanel();
 
     MainPanelControls& panel() { return *player.forms.find<MainPanelControls>(); }

@@ -7,9 +7,9 @@ namespace {
 using namespace mdlPublicFunction;
 
 struct Fit {
-    int width, height;             ///< of the picture, pixels
+    int width, height;  ///< of the picture, pixels
     std::int16_t zoom;
-    float boxWidth, boxHeight;     ///< pixels
+    float boxWidth, boxHeight;        ///< pixels
     float windowWidth, windowHeight;  ///< pixels
     bool painted;
 };
@@ -42,22 +42,16 @@ TEST_P(ImageFitting, SizesAndCentresBoxAndWindow) {
     EXPECT_TRUE(window.Visible);
 }
 
-INSTANTIATE_TEST_SUITE_P(Zooms, ImageFitting,
-                         ::testing::Values(Fit{640, 480, 0, 640, 480, 640, 480, false},
-                                           Fit{2000, 1000, 0, 2000, 1000, 1024, 768, false},
-                                           Fit{2000, 100, 0, 2000, 100, 1024, 100, false},
-                                           Fit{1024, 768, 0, 1024, 768, 1024, 768, false},
-                                           Fit{100, 80, 1, 200, 160, 200, 160, true},
-                                           Fit{600, 400, 1, 1200, 800, 1024, 768, true},
-                                           Fit{640, 480, 2, 256, 192, 256, 192, true},
-                                           Fit{640, 480, 3, 512, 384, 512, 384, true},
-                                           Fit{640, 480, 4, 723.968F, 542.976F, 723.968F, 542.976F, true},
-                                           Fit{640, 480, 5, 1024, 768, 1024, 768, true},
-                                           Fit{1024, 768, 5, 1024, 768, 1024, 768, false},
-                                           Fit{4096, 1000, 5, 1024, 250, 1024, 250, true},
-                                           Fit{10, 768, 5, 10, 768, 10, 768, false},
-                                           Fit{10, 1536, 5, 5, 768, 5, 768, true},
-                                           Fit{640, 480, 77, 640, 480, 640, 480, false}));
+INSTANTIATE_TEST_SUITE_P(
+    Zooms, ImageFitting,
+    ::testing::Values(Fit{640, 480, 0, 640, 480, 640, 480, false}, Fit{2000, 1000, 0, 2000, 1000, 1024, 768, false},
+                      Fit{2000, 100, 0, 2000, 100, 1024, 100, false}, Fit{1024, 768, 0, 1024, 768, 1024, 768, false},
+                      Fit{100, 80, 1, 200, 160, 200, 160, true}, Fit{600, 400, 1, 1200, 800, 1024, 768, true},
+                      Fit{640, 480, 2, 256, 192, 256, 192, true}, Fit{640, 480, 3, 512, 384, 512, 384, true},
+                      Fit{640, 480, 4, 723.968F, 542.976F, 723.968F, 542.976F, true},
+                      Fit{640, 480, 5, 1024, 768, 1024, 768, true}, Fit{1024, 768, 5, 1024, 768, 1024, 768, false},
+                      Fit{4096, 1000, 5, 1024, 250, 1024, 250, true}, Fit{10, 768, 5, 10, 768, 10, 768, false},
+                      Fit{10, 1536, 5, 5, 768, 5, 768, true}, Fit{640, 480, 77, 640, 480, 640, 480, false}));
 
 class ImageTrouble : public PlayerFixture {};
 
@@ -69,10 +63,9 @@ TEST_F(ImageTrouble, LackOfMemoryIsToldAndThePictureStaysAtItsSize) {
     setList({"/p.bmp"});
     PlayFile(player);
     EXPECT_EQ(machine.dialogs.boxes,
-              (std::vector<FakeDialogs::Box>{
-                  {"Corvane couldn't expand an image because of lack of the memory.\r\n"
-                   "メモリ不足のためイメージを拡大できませんでした。",
-                   "Corvane", Buttons::Ok, Icon::Exclamation}}));
+              (std::vector<FakeDialogs::Box>{{"Corvane couldn't expand an image because of lack of the memory.\r\n"
+                                              "メモリ不足のためイメージを拡大できませんでした。",
+                                              "Corvane", Buttons::Ok, Icon::Exclamation}}));
     EXPECT_EQ(imageWindow()->pctImage.Width, 300);
     EXPECT_EQ(imageWindow()->Height, 200 * 15);
     EXPECT_TRUE(imageWindow()->Visible);

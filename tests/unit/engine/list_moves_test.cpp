@@ -357,8 +357,8 @@ TEST_F(MissingFiles, ADamagedSoundGivesOneBoxAndStops) {
     setList({"/m/bad.wav", "/m/one.wav"});
     PlayFile(player);
     machine.settle();
-    EXPECT_EQ(machine.dialogs.boxes, (std::vector<FakeDialogs::Box>{
-                                         {"/m/bad.wav\r\nno sound in it", "Corvane", Buttons::Ok, Icon::Stop}}));
+    EXPECT_EQ(machine.dialogs.boxes,
+              (std::vector<FakeDialogs::Box>{{"/m/bad.wav\r\nno sound in it", "Corvane", Buttons::Ok, Icon::Stop}}));
     EXPECT_EQ(state(), "stopped");
     EXPECT_EQ(machine.media.liveControls(), 0);
     NextFile(player);

@@ -199,9 +199,10 @@ TEST_F(Shared, ADropReplacesTheListAndStartsNothing) {
     machine.files.add("/My.Music/song.mp3");
     machine.files.add("/new/text.txt");
     machine.clearCalls();
-    EXPECT_EQ(takeFiles(player, {true, {"/new/Song.Mp3", "/My.Music/song.mp3", "/new/text.txt", "/new/a.gif",
-                                        "/new/gone.wav"}}),
-              2);
+    EXPECT_EQ(
+        takeFiles(player,
+                  {true, {"/new/Song.Mp3", "/My.Music/song.mp3", "/new/text.txt", "/new/a.gif", "/new/gone.wav"}}),
+        2);
     EXPECT_EQ(player.gFileCount, 2);
     EXPECT_EQ(player.gFileIndex, 0);
     EXPECT_EQ(player.gFilePath[1], "/new/a.gif");

@@ -56,16 +56,15 @@ TEST_F(Volume, SetsTheChosenAuxiliaryDevice) {
 
 TEST_F(Volume, PlacesTheIndicatorAtEachLevelsAngle) {
     // The angle used and the signs of its two terms, level 0 to 15.
-    const int rows[16][3] = {{45, -1, 1},  {27, -1, 1},  {9, -1, 1},   {9, -1, -1}, {27, -1, -1}, {45, -1, -1},
-                             {63, -1, -1}, {81, -1, -1}, {81, 1, -1},  {63, 1, -1}, {45, 1, -1},  {27, 1, -1},
-                             {9, 1, -1},   {9, 1, 1},    {27, 1, 1},   {45, 1, 1}};
+    const int rows[16][3] = {{45, -1, 1},  {27, -1, 1},  {9, -1, 1},  {9, -1, -1}, {27, -1, -1}, {45, -1, -1},
+                             {63, -1, -1}, {81, -1, -1}, {81, 1, -1}, {63, 1, -1}, {45, 1, -1},  {27, 1, -1},
+                             {9, 1, -1},   {9, 1, 1},    {27, 1, 1},  {45, 1, 1}};
     setUp(-1, 0);
     for (int level = 0; level < 16; ++level) {
         SCOPED_TRACE(level);
         setVolumeLevel(player, static_cast<std::int16_t>(level));
         const double angle = rows[level][0] * 3.14 / 180;
-        EXPECT_EQ(panel().shpVolume.Left,
-                  static_cast<float>(4500 + 450 - 45 + rows[level][1] * 300 * std::cos(angle)));
+        EXPECT_EQ(panel().shpVolume.Left, static_cast<float>(4500 + 450 - 45 + rows[level][1] * 300 * std::cos(angle)));
         EXPECT_EQ(panel().shpVolume.Top, static_cast<float>(150 + 440 - 45 + rows[level][2] * 300 * std::sin(angle)));
         EXPECT_EQ(volumeWord(static_cast<std::int16_t>(level)), static_cast<std::uint32_t>(level) * 0x11111111U);
         EXPECT_EQ(volumeLevel(volumeWord(static_cast<std::int16_t>(level))), level);
@@ -112,13 +111,13 @@ TEST_F(Volume, TheKnobChoosesTheLevelByThePointersDirection) {
     setUp(-1, 5);
     const std::optional<std::int16_t> none;
     const std::vector<Pointer> rows = {
-        {0, 0, none},      {-100, 121, none}, {-100, 120, 0},   {-100, 74, 0},     {-100, 72, 1},    {-100, 33, 1},
-        {-100, 31, 2},     {-100, 1, 2},      {-100, -1, 3},    {-100, -32, 3},    {-100, -33, 4},   {-100, -72, 4},
-        {-100, -74, 5},    {-100, -137, 5},   {-100, -139, 6},  {-100, -307, 6},   {-100, -309, 7},  {-1, -9000, 7},
-        {1, -9000, 8},     {100, -309, 8},    {100, -307, 9},   {100, -139, 9},    {100, -137, 10},  {100, -74, 10},
-        {100, -72, 11},    {100, -33, 11},    {100, -31, 12},   {100, -1, 12},     {100, 1, 13},     {100, 31, 13},
-        {100, 33, 14},     {100, 72, 14},     {100, 74, 15},    {100, 119, 15},    {100, 121, none}, {0, 100, none},
-        {1, 9000, none},   {-1, 9000, none}};
+        {0, 0, none},    {-100, 121, none}, {-100, 120, 0},  {-100, 74, 0},   {-100, 72, 1},    {-100, 33, 1},
+        {-100, 31, 2},   {-100, 1, 2},      {-100, -1, 3},   {-100, -32, 3},  {-100, -33, 4},   {-100, -72, 4},
+        {-100, -74, 5},  {-100, -137, 5},   {-100, -139, 6}, {-100, -307, 6}, {-100, -309, 7},  {-1, -9000, 7},
+        {1, -9000, 8},   {100, -309, 8},    {100, -307, 9},  {100, -139, 9},  {100, -137, 10},  {100, -74, 10},
+        {100, -72, 11},  {100, -33, 11},    {100, -31, 12},  {100, -1, 12},   {100, 1, 13},     {100, 31, 13},
+        {100, 33, 14},   {100, 72, 14},     {100, 74, 15},   {100, 119, 15},  {100, 121, none}, {0, 100, none},
+        {1, 9000, none}, {-1, 9000, none}};
     for (const Pointer& row : rows) {
         EXPECT_EQ(knobLevel(player, 450 + row.dx, 440 + row.dy), row.level) << row.dx << ", " << row.dy;
     }

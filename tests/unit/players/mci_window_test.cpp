@@ -9,9 +9,7 @@ namespace {
 using namespace mdlDefinePublic;
 using namespace mdlPublicFunction;
 
-constexpr std::int32_t packed(int track, int minutes, int seconds) {
-    return track | minutes << 8 | seconds << 16;
-}
+constexpr std::int32_t packed(int track, int minutes, int seconds) { return track | minutes << 8 | seconds << 16; }
 
 class MciWindow : public PlayerFixture {
 protected:

@@ -45,8 +45,8 @@ protected:
 
 struct Size {
     std::int16_t zoom;
-    float width, height;           ///< of the window, pixels
-    float movieLeft, movieTop;     ///< of the control on it, pixels
+    float width, height;        ///< of the window, pixels
+    float movieLeft, movieTop;  ///< of the control on it, pixels
 };
 
 void PrintTo(const Size& size, std::ostream* out) { *out << "zoom " << size.zoom; }
@@ -66,9 +66,9 @@ TEST_P(MovieZoom, SizesAndCentresTheWindow) {
 
 // Zoom 2: the control is 256 by 192, r = 0.8; the window 256 by 190.4, the control one scaled pixel lower than centred.
 INSTANTIATE_TEST_SUITE_P(Table, MovieZoom,
-                         ::testing::Values(Size{0, 320, 240, 0, 0}, Size{1, 640, 480, 0, 0},
-                                           Size{2, 256, 190.4F, 0, 0}, Size{3, 512, 380.8F, 0, 0},
-                                           Size{4, 723.968F, 538.4512F, 0, 0}, Size{5, 320, 240, 0, 0}));
+                         ::testing::Values(Size{0, 320, 240, 0, 0}, Size{1, 640, 480, 0, 0}, Size{2, 256, 190.4F, 0, 0},
+                                           Size{3, 512, 380.8F, 0, 0}, Size{4, 723.968F, 538.4512F, 0, 0},
+                                           Size{5, 320, 240, 0, 0}));
 
 TEST_F(MovieWindow, AMovieWithoutAPictureOpensAtEveryZoom) {
     machine.addMovie("/m/sound.mov", 20, 0, 0);
