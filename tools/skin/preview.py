@@ -2,7 +2,9 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Composes a skin as the player shows it and writes pictures of several states to look at.
 
-Needs Pillow. Usage: preview.py BITMAP CSV FOLDER [--font FILE]. Reads nothing but the two skin files.
+Needs Pillow. Usage: preview.py BITMAP CSV FOLDER [--font FILE] [--numbers]. Reads nothing but the two skin files.
+--numbers writes the manual's drawings instead: panel.png with the numbers of the parts and records.png with those
+of the records. They are laid out for the default skin.
 """
 
 import argparse
@@ -11,6 +13,8 @@ import math
 import pathlib
 
 from PIL import Image, ImageDraw, ImageFont
+
+import callouts
 
 NAMES = {"BLACK": 0, "RED": 255, "GREEN": 65280, "YELLOW": 65535, "BLUE": 16711680, "MAGENTA": 16711935, "CYAN": 16776960, "WHITE": 16777215}
 BUTTONS = {0: (2, 3), 1: (4, 4), 2: (5, 6), 3: (7, 7), 4: (8, 9), 5: (10, 11), 6: (12, 12), 7: (13, 14), 8: (15, 16), 9: (17, 18), 10: (19, 19), 11: (20, 20)}
@@ -107,15 +111,27 @@ class Composer:
         picture.paste((0xE8, 0xF8, 0xFF), (0, 0), mask.resize(picture.size, Image.Resampling.BOX))
 
 
+def write_numbered(composer, folder):
+    panel = composer.compose({**STATES["playing"], "pressed": ()}, callouts.SCALE)
+    places = {n: (x, y, w, h) for n, (x, y, _, _, w, h, _) in composer.records.items()}
+    callouts.manual_drawing(panel, places).save(folder / "panel.png")
+    callouts.record_drawing(panel, places).save(folder / "records.png")
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("bitmap")
     parser.add_argument("csv")
     parser.add_argument("folder", type=pathlib.Path)
     parser.add_argument("--font", default="/usr/share/fonts/truetype/vlgothic/VL-PGothic-Regular.ttf")
+    parser.add_argument("--numbers", action="store_true")
     options = parser.parse_args()
     options.folder.mkdir(parents=True, exist_ok=True)
-    composer = Composer(Image.open(options.bitmap).convert("RGB"), read_records(options.csv), options.font)
+    records = read_records(options.csv)
+    composer = Composer(Image.open(options.bitmap).convert("RGB"), records, options.font)
+    if options.numbers:
+        write_numbered(composer, options.folder)
+        return
     for scale in (1, 1.5, 2):
         for name, state in STATES.items():
             composer.compose(state, scale).save(options.folder / f"{name}-{scale}x.png")
