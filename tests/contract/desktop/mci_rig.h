@@ -18,7 +18,9 @@ inline QCoreApplication& soundApplication() {
     static char* names[] = {name, nullptr};
     if (qApp == nullptr) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
-        static QApplication made(count, names);
+        // Never destroyed: at exit the input devices that it owns would outlive their list.
+        static auto* const made = new QApplication(count, names);
+        (void)made;
     }
     return *qApp;
 }

@@ -18,7 +18,9 @@ inline QApplication& offscreenApplication() {
     static char* names[] = {name, nullptr};
     if (qApp == nullptr) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
-        static QApplication made(count, names);
+        // Never destroyed: at exit the devices that made-up input events need would outlive their list.
+        static auto* const made = new QApplication(count, names);
+        (void)made;
         QApplication::setQuitOnLastWindowClosed(false);
     }
     return *qApp;
