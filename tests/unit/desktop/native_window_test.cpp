@@ -8,6 +8,7 @@
 #include <QScrollBar>
 #include <set>
 
+#include "desktop/native/form_scale.h"
 #include "unit/desktop/native_rig.h"
 
 namespace corvane {
@@ -169,8 +170,10 @@ TEST_F(NativeDialogs, AnIntervalCanBeTypedAndChosenAgain) {
     EXPECT_EQ(interval.Text.get(), "27");
     EXPECT_EQ(player.gInterval, 5);
     EXPECT_EQ(box.lineEdit()->text(), "27") << "a typed number is not completed";
+    player.gInterval = 1;
     emit box.activated(2);
     settle();
+    EXPECT_EQ(player.gInterval, 5);
     EXPECT_EQ(interval.Text.get(), "5");
     EXPECT_EQ(box.currentText(), "5");
 }
@@ -366,6 +369,17 @@ TEST_F(NativeDialogs, AccessKeysAreUniqueAndAmpersandsAreShown) {
     Editor& form = *player.forms.find<Editor>();
     form.cmdFileList[Editor::kOk].Caption = "R&B";
     EXPECT_EQ(button(form.cmdFileList[Editor::kOk]).text(), "R&&B");
+}
+
+TEST(FormScale, GrowsUntilEachControlHasTheRoomItWants) {
+    FormScale scale(1.0, 1.25);
+    scale.makeRoom(QSize(30, 10), 40 * kTwipsPerPixel, 10 * kTwipsPerPixel);
+    EXPECT_EQ(scale.size(40 * kTwipsPerPixel, 40 * kTwipsPerPixel), QSize(40, 50)) << "never smaller";
+    scale.makeRoom(QSize(60, 15), 40 * kTwipsPerPixel, 10 * kTwipsPerPixel);
+    EXPECT_EQ(scale.size(40 * kTwipsPerPixel, 40 * kTwipsPerPixel), QSize(60, 60));
+    EXPECT_FLOAT_EQ(scale.twipsAcross(60), 40 * kTwipsPerPixel);
+    scale.makeRoom(QSize(60, 15), 0, 0);
+    EXPECT_EQ(scale.x(40 * kTwipsPerPixel), 60);
 }
 
 TEST_F(NativeDialogs, NoTextIsCutWithALargerSystemFont) {

@@ -60,6 +60,16 @@ TEST_F(EditorFixture, TheNextOpeningShowsTheFolderOfTheLastOne) {
     EXPECT_EQ(editor().fleFileList.count(), 4);
 }
 
+TEST_F(EditorFixture, OpeningReadsTheFolderThatItShowsAndNoOther) {
+    player.editorFolder = "/home/ann/Music";
+    click(kEditor);
+    for (const std::string& each : machine.log.allCalls("files")) {
+        const bool lists = each.rfind("files.list ", 0) == 0 || each.rfind("files.folders ", 0) == 0;
+        EXPECT_TRUE(!lists || each.find(" /home/ann/Music") != std::string::npos) << each;
+    }
+    EXPECT_EQ(editor().dirFileList.Path.get(), "/home/ann/Music");
+}
+
 TEST_F(EditorFixture, AFolderThatIsGoneGivesWayToTheNearestAboveIt) {
     player.editorFolder = "/home/ann/Music/gone/deeper";
     open();
