@@ -1,0 +1,67 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Drags files out of a real file manager."""
+
+import subprocess
+
+import numpy as np
+
+from session import end_process
+
+from .expect import wait
+
+FOLDER_VIEW_TOP = 90  # pixels of menus and tool bars above the files
+PLACE = 20, 40  # where its window goes, left of the panel
+SIZE = 560, 420
+
+
+class FileManager:
+    """PCManFM showing one folder; as a context manager it ends with the block."""
+
+    def __init__(self, stage, folder):
+        self.stage = stage
+        self.desk = stage.desk
+        environment = {"HOME": str(stage.folder)}
+        self._process = stage.session.popen(["pcmanfm", "--no-desktop", str(folder)], env=environment,
+                                            stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.window = wait("the file manager", lambda: self.desk.windows(name=f"^{folder.name}"), 15)[0]
+        self.desk.tool("windowsize", "--sync", self.window.id, *SIZE, check=False)
+        self.desk.tool("windowmove", self.window.id, *PLACE)
+        self.window = wait("the file manager at its place", self._placed)
+        self.desk.wait_until_still(*self._view())
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        end_process(self._process)
+
+    def _placed(self):
+        found = [w for w in self.desk.windows(pid=self._process.pid) if w.id == self.window.id]
+        return found[0] if found and abs(found[0].x - PLACE[0]) < 20 else None
+
+    def _view(self):
+        return self.window.x, self.window.y + FOLDER_VIEW_TOP, self.window.width, self.window.height - FOLDER_VIEW_TOP - 30
+
+    def first_file(self):
+        """Selects everything and returns a point of the first file: where the picture changes first."""
+        view = self._view()
+        self.desk.click(view[0] + view[2] - 30, view[1] + view[3] - 20)  # a free place: takes the focus
+        before = self.desk.wait_until_still(*view)
+        self.desk.key("ctrl+a")
+        changed = wait("the selected files", lambda: self._changed(before, view))
+        return changed
+
+    def _changed(self, before, view):
+        now = self.desk.wait_until_still(*view)
+        rows, columns = np.nonzero(np.abs(now - before).sum(axis=2) > 60)
+        if not len(rows):
+            return None
+        first = rows < rows.min() + 40
+        nearest = columns[first] < columns[first].min() + 60
+        return view[0] + int(np.median(columns[first][nearest])), view[1] + int(np.median(rows[first][nearest]))
+
+    def drag_all_to(self, x, y):
+        """Drags every file of the folder to a point of the screen and lets go there."""
+        from_x, from_y = self.first_file()
+        self.desk.drag((from_x, from_y), (x, y), steps=25, pause=0.03, release=False)
+        self.desk.tool("sleep", 0.2, "mousemove", int(x) + 1, int(y), "sleep", 0.2, "mouseup", 1)

@@ -1,0 +1,65 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Files dropped from a real file manager."""
+
+import numpy as np
+
+from harness.drops import FileManager
+from harness.expect import check, equal, steady, wait
+from harness.media import tone
+from harness.player import EDITOR, NEXT, PLAY, TOTAL_RECORD
+from harness.sound import same_pitch
+from harness.story import story
+
+NAMES = ("alpha.wav", "beta ray.wav", "ガンマ.wav")
+TONES = (440, 554, 698)
+
+
+def folder_of_songs(stage):
+    folder = stage.media / "dropped"
+    folder.mkdir()
+    for name, hz in zip(NAMES, TONES):
+        tone(folder / name, hz, 6)
+    (folder / "readme.txt").write_text("not a sound")
+    return folder
+
+
+@story("drops: files from a file manager become the list and do not start by themselves")
+def onto_the_panel(stage):
+    playing = tone(stage.media / "playing.wav", 880, 20)
+    stage.player.start(playing)
+    stage.player.press(PLAY)
+    stage.sound.wait_for(880)
+    total = stage.player.look(TOTAL_RECORD)
+    with FileManager(stage, folder_of_songs(stage)) as files:
+        files.drag_all_to(*stage.player.button(PLAY))
+        wait("another total", lambda: np.abs(stage.player.look(TOTAL_RECORD) - total).max() > 60)
+    steady("what played", lambda: same_pitch(stage.sound.pitch_now(), 880), 0.8)
+    stage.player.key("c", "z")
+    heard = []
+    for _ in NAMES:
+        heard.append(wait("another song", lambda: new_song(stage, heard)))
+        stage.player.press(NEXT)
+    equal(sorted(heard), sorted(TONES), "songs heard")
+
+
+def new_song(stage, heard):
+    """The song that sounds now, unless it was heard before."""
+    now = stage.sound.pitch_now()
+    return next((hz for hz in TONES if same_pitch(now, hz) and hz not in heard), None)
+
+
+@story("drops: files from a file manager are added in the editor")
+def into_the_editor(stage):
+    stage.player.start()
+    stage.player.press(EDITOR)
+    place = stage.accessibility.wait_for(stage.player.process.pid, name="PLAY LIST", role="list")
+    with FileManager(stage, folder_of_songs(stage)) as files:
+        editor = stage.player.wait_for_window("Play List")
+        stage.desk.tool("windowmove", editor.id, 400, 480)
+        place = wait("the editor aside", lambda: [n for n in stage.accessibility.find(stage.player.process.pid, name="PLAY LIST",
+                                                  role="list") if n["place"][1] > 500])[0]
+        files.drag_all_to(*place.middle)
+        for name in NAMES:
+            stage.accessibility.wait_for(stage.player.process.pid, name=name, role="list item")
+    found = stage.accessibility.find(stage.player.process.pid, name="readme.txt", role="list item")
+    check(not found, "a text file was taken")
