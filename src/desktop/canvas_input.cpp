@@ -107,8 +107,8 @@ void CanvasWindow::release(int button, Qt::KeyboardModifiers modifiers, QPointF 
     buttons_ &= ~button;
     if (button == kLeftButton) dragging_ = false;
     const bool inside = target == &form() ? rect().contains(position.toPoint()) : hitRect(*target).contains(position);
-    const bool click = button == kLeftButton && inside && !moved_ && target->Visible &&
-                       (target->Enabled || target == &form());
+    const bool click =
+        button == kLeftButton && inside && !moved_ && target->Visible && (target->Enabled || target == &form());
     if (button == kLeftButton) setHeld(false);
     if (buttons_ == 0) target_ = nullptr;
     const MouseArgs args = mouseArgs(*target, button, modifiers, position);

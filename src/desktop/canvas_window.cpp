@@ -48,16 +48,29 @@ void CanvasWindow::propertyChanged(Control& control, PropertyId property) {
 
 void CanvasWindow::formChanged(PropertyId property) {
     switch (property) {
-        case PropertyId::Caption: setWindowTitle(toQString(form().Caption)); break;
+        case PropertyId::Caption:
+            setWindowTitle(toQString(form().Caption));
+            break;
         case PropertyId::Left:
         case PropertyId::Top:
         case PropertyId::Width:
-        case PropertyId::Height: takeGeometry(); break;
-        case PropertyId::Visible: takeVisibility(); break;
-        case PropertyId::WindowState: takeWindowState(); break;
-        case PropertyId::Focus: activate(); break;
-        case PropertyId::Enabled: setEnabled(form().Enabled); break;
-        default: break;
+        case PropertyId::Height:
+            takeGeometry();
+            break;
+        case PropertyId::Visible:
+            takeVisibility();
+            break;
+        case PropertyId::WindowState:
+            takeWindowState();
+            break;
+        case PropertyId::Focus:
+            activate();
+            break;
+        case PropertyId::Enabled:
+            setEnabled(form().Enabled);
+            break;
+        default:
+            break;
     }
     controlChanged(form(), property);
 }

@@ -40,11 +40,11 @@ public:
     FormWindow& operator=(const FormWindow&) = delete;
     ~FormWindow() override;
 
-    virtual QWidget* widget() = 0;  ///< the top-level widget, owned by this object
-    virtual void refresh();         ///< paints now what has changed
+    virtual QWidget* widget() = 0;                   ///< the top-level widget, owned by this object
+    virtual void refresh();                          ///< paints now what has changed
     virtual int textWidth(const std::string& text);  ///< pixels of a form, in the form's font
-    virtual void activate();        ///< raises the window and gives it the keyboard focus
-    virtual void beginDrag() {}     ///< the left button is down: moves the window with the pointer
+    virtual void activate();                         ///< raises the window and gives it the keyboard focus
+    virtual void beginDrag() {}                      ///< the left button is down: moves the window with the pointer
 
     /// Observes the form and each of its controls, then onBound().
     void bind();
@@ -60,8 +60,8 @@ protected:
     /// Posts a handler; dropped when the window is unbound before its turn.
     void post(EventLoop::Handler handler);
 
-    virtual void onBound() {}     ///< after bind(): build up what depends on the form
-    virtual void onUnbinding() {} ///< before unbind() lets go of the form
+    virtual void onBound() {}      ///< after bind(): build up what depends on the form
+    virtual void onUnbinding() {}  ///< before unbind() lets go of the form
 
 private:
     void stopObserving();

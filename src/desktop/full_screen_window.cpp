@@ -30,15 +30,25 @@ FullScreenWindow::FullScreenWindow(MediaWindow& owner) : owner_(owner) {
 
 bool FullScreenWindow::event(QEvent* event) {
     switch (event->type()) {
-        case QEvent::KeyPress: owner_.keyDown(static_cast<QKeyEvent&>(*event)); return true;
-        case QEvent::KeyRelease: owner_.keyUp(static_cast<QKeyEvent&>(*event)); return true;
+        case QEvent::KeyPress:
+            owner_.keyDown(static_cast<QKeyEvent&>(*event));
+            return true;
+        case QEvent::KeyRelease:
+            owner_.keyUp(static_cast<QKeyEvent&>(*event));
+            return true;
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonDblClick:
         case QEvent::MouseMove:
-        case QEvent::MouseButtonRelease: return mouse(event);
-        case QEvent::Show: rest_.start(); break;
-        case QEvent::Hide: rest_.stop(); break;
-        default: break;
+        case QEvent::MouseButtonRelease:
+            return mouse(event);
+        case QEvent::Show:
+            rest_.start();
+            break;
+        case QEvent::Hide:
+            rest_.stop();
+            break;
+        default:
+            break;
     }
     return QWidget::event(event);
 }

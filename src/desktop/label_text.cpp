@@ -10,14 +10,12 @@ namespace corvane {
 
 namespace {
 
-constexpr double kFontShare = 0.75;  ///< of a label's height
+constexpr double kFontShare = 0.75;         ///< of a label's height
 constexpr Twips kGap = 4 * kTwipsPerPixel;  ///< between a text and the label it runs up to
 
 Twips heightOf(const Label& label) { return label.Height > 0 ? label.Height.get() : kDefaultLabelHeight; }
 
-bool sharesALine(const Label& a, const Label& b) {
-    return a.Top < b.Top + heightOf(b) && b.Top < a.Top + heightOf(a);
-}
+bool sharesALine(const Label& a, const Label& b) { return a.Top < b.Top + heightOf(b) && b.Top < a.Top + heightOf(a); }
 
 }  // namespace
 

@@ -30,13 +30,10 @@ LinuxDesktop::LinuxDesktop(CommandLine line)
       media_(makeMedia(loop_, windows_)),
       sound_(makeSoundDevices(loop_)),
       closing_([this] { return dialogs_.isBoxUp(); }, [this] { askToClose(); }),
-      ports_{loop_,   *media_, pictures_, *sound_,  files_, windows_,
-             timers_, clock_,  dialogs_,  process_, random_} {
+      ports_{loop_, *media_, pictures_, *sound_, files_, windows_, timers_, clock_, dialogs_, process_, random_} {
     dialogs_.setManual(manualFile(folderChoiceOfEnvironment().program));
     process_.onEnd([this] { stop(); });
-    process_.instance().onFiles([this](const std::vector<std::string>& files) {
-        windows_.dropFiles({true, files});
-    });
+    process_.instance().onFiles([this](const std::vector<std::string>& files) { windows_.dropFiles({true, files}); });
 }
 
 LinuxDesktop::~LinuxDesktop() { timers_.stopAll(); }

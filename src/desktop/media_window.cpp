@@ -58,9 +58,7 @@ QRectF MediaWindow::hitRect(const Control& control) const {
                                                                                              : QRectF();
 }
 
-QRect MediaWindow::movieArea() const {
-    return movie_ != nullptr ? place(*movie_).toAlignedRect() & rect() : QRect();
-}
+QRect MediaWindow::movieArea() const { return movie_ != nullptr ? place(*movie_).toAlignedRect() & rect() : QRect(); }
 
 void MediaWindow::controlChanged(Control& control, PropertyId property) {
     if (control.kind() == ControlKind::Timer || property == PropertyId::ToolTipText) return;
@@ -114,9 +112,9 @@ void MediaWindow::paintEvent(QPaintEvent* event) {
             const Picture& picture = box.Picture;
             QRectF stretched = place(box);
             const bool painted = box.paintedWidth() > 0 && box.paintedHeight() > 0;
-            const QSizeF size = painted ? QSizeF(static_cast<double>(box.paintedWidth()),
-                                                 static_cast<double>(box.paintedHeight()))
-                                        : QSizeF(picture.width(), picture.height());
+            const QSizeF size =
+                painted ? QSizeF(static_cast<double>(box.paintedWidth()), static_cast<double>(box.paintedHeight()))
+                        : QSizeF(picture.width(), picture.height());
             const double unit = box.Scale == ScaleMode::InPixels || !painted
                                     ? context().scale
                                     : context().scale / static_cast<double>(kTwipsPerPixel);

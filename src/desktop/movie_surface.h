@@ -29,7 +29,7 @@ public:
     /// FullScreenMode is on and a movie is running or paused: the window shows its whole-screen surface.
     virtual bool fillsScreen() const = 0;
 
-    Event<> frameReady;         ///< a new frame can be painted; may come in any number, the window joins them
+    Event<> frameReady;          ///< a new frame can be painted; may come in any number, the window joins them
     Event<> fillsScreenChanged;  ///< fillsScreen() may have changed
 };
 

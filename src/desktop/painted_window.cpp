@@ -63,33 +63,42 @@ QRectF PaintedWindow::toWidget(const QRectF& twips) const {
 
 QImage PaintedWindow::pictureOf(const Control& control) const {
     switch (control.kind()) {
-        case ControlKind::Image: return imageOf(static_cast<const Image&>(control).Picture);
-        case ControlKind::PictureBox: return imageOf(static_cast<const PictureBox&>(control).Picture);
+        case ControlKind::Image:
+            return imageOf(static_cast<const Image&>(control).Picture);
+        case ControlKind::PictureBox:
+            return imageOf(static_cast<const PictureBox&>(control).Picture);
         case ControlKind::CommandButton: {
             const auto& button = static_cast<const CommandButton&>(control);
             const bool down = pressed() == &control && !button.DownPicture.get().empty();
             return imageOf(down ? button.DownPicture : button.Picture);
         }
-        default: return {};
+        default:
+            return {};
     }
 }
 
 QRectF PaintedWindow::paintRect(const Control& control) const {
     if (!control.Visible) return {};
     switch (control.kind()) {
-        case ControlKind::Label: return toWidget(labelPlace(form(), static_cast<const Label&>(control)));
-        case ControlKind::Image: return toWidget(imageRect(static_cast<const Image&>(control)));
+        case ControlKind::Label:
+            return toWidget(labelPlace(form(), static_cast<const Label&>(control)));
+        case ControlKind::Image:
+            return toWidget(imageRect(static_cast<const Image&>(control)));
         case ControlKind::CommandButton:
         case ControlKind::PictureBox:
-        case ControlKind::Shape: return toWidget(twipsRect(control));
-        default: return {};
+        case ControlKind::Shape:
+            return toWidget(twipsRect(control));
+        default:
+            return {};
     }
 }
 
 QRectF PaintedWindow::hitRect(const Control& control) const {
     switch (control.kind()) {
-        case ControlKind::CommandButton: return toWidget(twipsRect(control));
-        case ControlKind::Image: return toWidget(imageRect(static_cast<const Image&>(control)));
+        case ControlKind::CommandButton:
+            return toWidget(twipsRect(control));
+        case ControlKind::Image:
+            return toWidget(imageRect(static_cast<const Image&>(control)));
         case ControlKind::PictureBox: {
             QRectF rect = twipsRect(control);
             const auto& box = static_cast<const PictureBox&>(control);
@@ -105,7 +114,8 @@ QRectF PaintedWindow::hitRect(const Control& control) const {
             place.setWidth(std::min(place.width(), metrics.horizontalAdvance(toQString(label.Caption))));
             return place;
         }
-        default: return {};
+        default:
+            return {};
     }
 }
 

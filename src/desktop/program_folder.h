@@ -10,10 +10,10 @@ inline constexpr const char* kSkinFolder = "PANELSET";
 
 /// What decides where the program keeps its files.
 struct FolderChoice {
-    std::string program;    ///< the folder the program lies in
-    std::string chosen;     ///< CORVANE_FOLDER; "" when not set
-    std::string dataHome;   ///< XDG_DATA_HOME; "" when not set
-    std::string home;       ///< HOME
+    std::string program;   ///< the folder the program lies in
+    std::string chosen;    ///< CORVANE_FOLDER; "" when not set
+    std::string dataHome;  ///< XDG_DATA_HOME; "" when not set
+    std::string home;      ///< HOME
 };
 
 FolderChoice folderChoiceOfEnvironment();

@@ -20,10 +20,14 @@ constexpr QSize kManualSize(760, 640);
 
 QMessageBox::Icon toIcon(Icon icon) {
     switch (icon) {
-        case Icon::Stop: return QMessageBox::Critical;
-        case Icon::Question: return QMessageBox::Question;
-        case Icon::Exclamation: return QMessageBox::Warning;
-        case Icon::Information: break;
+        case Icon::Stop:
+            return QMessageBox::Critical;
+        case Icon::Question:
+            return QMessageBox::Question;
+        case Icon::Exclamation:
+            return QMessageBox::Warning;
+        case Icon::Information:
+            break;
     }
     return QMessageBox::Information;
 }
@@ -54,12 +58,18 @@ Answer refusal(Buttons buttons) {
 
 Answer toAnswer(int button, Buttons buttons) {
     switch (button) {
-        case QMessageBox::Ok: return Answer::Ok;
-        case QMessageBox::Cancel: return Answer::Cancel;
-        case QMessageBox::Abort: return Answer::Abort;
-        case QMessageBox::Retry: return Answer::Retry;
-        case QMessageBox::Ignore: return Answer::Ignore;
-        default: return refusal(buttons);
+        case QMessageBox::Ok:
+            return Answer::Ok;
+        case QMessageBox::Cancel:
+            return Answer::Cancel;
+        case QMessageBox::Abort:
+            return Answer::Abort;
+        case QMessageBox::Retry:
+            return Answer::Retry;
+        case QMessageBox::Ignore:
+            return Answer::Ignore;
+        default:
+            return refusal(buttons);
     }
 }
 
@@ -125,9 +135,8 @@ void QtDialogs::fill(QMenu& menu, const MenuItem& parent) {
         action->setEnabled(item->Enabled);
         action->setCheckable(item->Checked);
         action->setChecked(item->Checked);
-        QObject::connect(action, &QAction::triggered, &menu, [this, item] {
-            context_.loop.enter([item] { item->Click.raise(); });
-        });
+        QObject::connect(action, &QAction::triggered, &menu,
+                         [this, item] { context_.loop.enter([item] { item->Click.raise(); }); });
     }
 }
 

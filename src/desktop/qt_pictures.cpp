@@ -42,7 +42,7 @@ QtPictures::~QtPictures() {
         const std::lock_guard lock(mutex_);
         wanted_.clear();
     }
-    worker_.waitForDone();
+    finishHints();
 }
 
 QtPictures::Stamp QtPictures::stampOf(const std::string& path) {

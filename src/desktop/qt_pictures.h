@@ -40,6 +40,8 @@ public:
 
     Decoded decode(const std::string& path) override;
     void decodeAhead(const std::string& path) override;
+    /// Waits until the worker has nothing to do.
+    void finishHints() { worker_.waitForDone(); }
     Picture cut(const Picture& whole, const Cell& cell) override;
     int paintStretched(PictureBox& box, float width, float height) override;
 

@@ -19,10 +19,14 @@ constexpr std::uint32_t kHideWindow = 0x80;
 
 std::unique_ptr<FormWindow> makeWindow(Form& form, DesktopContext& context) {
     switch (form.style()) {
-        case FormStyle::Painted: return std::make_unique<PaintedWindow>(form, context);
-        case FormStyle::Media: return std::make_unique<MediaWindow>(form, context);
-        case FormStyle::Dialog: return makeNativeWindow(form, context);
-        case FormStyle::Hidden: break;
+        case FormStyle::Painted:
+            return std::make_unique<PaintedWindow>(form, context);
+        case FormStyle::Media:
+            return std::make_unique<MediaWindow>(form, context);
+        case FormStyle::Dialog:
+            return makeNativeWindow(form, context);
+        case FormStyle::Hidden:
+            break;
     }
     return nullptr;
 }

@@ -51,7 +51,8 @@ TEST_F(DesktopDialogs, ABoxShowsItsTextAndAnswersItsButton) {
 }
 
 TEST_F(DesktopDialogs, AClosedBoxAnswersItsRefusal) {
-    for (const auto& [buttons, answer] : {std::pair{Buttons::Ok, Answer::Ok}, {Buttons::OkCancel, Answer::Cancel},
+    for (const auto& [buttons, answer] : {std::pair{Buttons::Ok, Answer::Ok},
+                                          {Buttons::OkCancel, Answer::Cancel},
                                           {Buttons::AbortRetryIgnore, Answer::Abort}}) {
         whenUp([](QMessageBox& up) { up.close(); });
         EXPECT_EQ(dialogs.messageBox("text", "Corvane", buttons, Icon::Question), answer);

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <csignal>
 
 #include "desktop/qt_files.h"
 #include "unit/desktop/offscreen.h"
@@ -63,6 +66,22 @@ TEST_F(DesktopFiles, ANewFileHasTheUsualMode) {
     struct stat status {};
     ASSERT_EQ(stat(folder.in("fresh.ini").c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 07777U, 0640U);
+}
+
+TEST_F(DesktopFiles, AFailedReplacementLeavesNothingBeside) {
+    folder.write("old.ini", "old");
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    rlimit none = before;
+    none.rlim_cur = 1;
+    std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &none);
+    const bool replaced = files.replace(folder.in("old.ini"), "new");
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, SIG_DFL);
+    EXPECT_FALSE(replaced);
+    EXPECT_EQ(folder.bytes("old.ini"), "old");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), fs::directory_iterator()), 1);
 }
 
 TEST_F(DesktopFiles, HiddenFilesAreNotListed) {

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
-#include <QImageWriter>
-
 #include "desktop/qt_pictures.h"
 #include "unit/desktop/offscreen.h"
 
@@ -74,11 +72,15 @@ TEST_F(DesktopPictures, AnUnreasonablyLargePictureIsRefusedWithoutReadingIt) {
 }
 
 TEST_F(DesktopPictures, AJpegIsTurnedUpright) {
-    QImageWriter writer(QString::fromStdString(folder.in("turned.jpg")), "JPG");
-    writer.setTransformation(QImageIOHandler::TransformationRotate90);
-    ASSERT_TRUE(writer.write(busy(40, 20)));
+    busy(40, 20).save(QString::fromStdString(folder.in("plain.jpg")), "JPG");
+    // A camera's note that the picture is to be turned by a quarter.
+    const std::string note(
+        "\xFF\xE1\0\x22"
+        "Exif\0\0MM\0*\0\0\0\x08\0\x01\x01\x12\0\x03\0\0\0\x01\0\x06\0\0\0\0\0\0",
+        36);
+    folder.write("turned.jpg", folder.bytes("plain.jpg").insert(2, note));
     const auto decoded = pictures.decode(folder.in("turned.jpg"));
-    EXPECT_EQ(decoded.picture.width(), 20);
+    EXPECT_EQ(decoded.picture.width(), 20) << decoded.reason;
     EXPECT_EQ(decoded.picture.height(), 40);
 }
 
@@ -88,6 +90,7 @@ TEST_F(DesktopPictures, AFileChangedAfterTheHintIsReadAgain) {
     pictures.decodeAhead(folder.in("a.png"));
     EXPECT_EQ(pictures.decode(folder.in("a.png")).picture.width(), 20);
     pictures.decodeAhead(folder.in("a.png"));
+    pictures.finishHints();
     busy(50, 10).save(path);
     EXPECT_EQ(pictures.decode(folder.in("a.png")).picture.width(), 50);
 }
