@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Draws the default skin's bitmap and CSV, and the tests' skin.
+"""Draws the shipped skins' bitmaps and CSV files, and the tests' skin.
 
-Needs numpy and pycairo. Usage: build.py [--double] [FOLDER] (default: PANELSET/ of this project), or
+Needs numpy and pycairo. Usage: build.py [--double] [--only NAME] [FOLDER] (default: PANELSET/ of this project), or
 build.py --odd [FOLDER] for the tests' skin (default: tests/data/skins/).
 --double also writes the bitmap at twice the size, as NAME@2X.BMP.
 """
@@ -10,11 +10,15 @@ build.py --odd [FOLDER] for the tests' skin (default: tests/data/skins/).
 import argparse
 import pathlib
 
-import default_skin
 import odd_skin
+from brass_skin import BrassSkin
+from default_skin import DefaultSkin
+from paper_skin import PaperSkin
 from sheet import HEADING, Sheet, bmp_bytes, csv_bytes, csv_line, indexed_bmp_bytes
+from slim_skin import SlimSkin
 
 PROJECT = pathlib.Path(__file__).resolve().parents[2]
+SKINS = (DefaultSkin(), SlimSkin(), BrassSkin(), PaperSkin())
 
 
 def write_skin(folder, name, records, width, resolution):
@@ -40,6 +44,7 @@ def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--double", action="store_true")
     parser.add_argument("--odd", action="store_true")
+    parser.add_argument("--only", metavar="NAME")
     parser.add_argument("folder", nargs="?", type=pathlib.Path)
     options = parser.parse_args()
     folder = options.folder or PROJECT / ("tests/data/skins" if options.odd else "PANELSET")
@@ -47,8 +52,10 @@ def main():
     if options.odd:
         write_odd_skin(folder)
         return
-    for resolution in (1, 2) if options.double else (1,):
-        write_skin(folder, "DEFAULT", default_skin.records(resolution), default_skin.WIDTH, resolution)
+    for skin in SKINS:
+        if options.only in (None, skin.NAME):
+            for resolution in (1, 2) if options.double else (1,):
+                write_skin(folder, skin.NAME, skin.records(resolution), skin.WIDTH, resolution)
 
 
 if __name__ == "__main__":

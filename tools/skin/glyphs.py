@@ -173,3 +173,24 @@ def underline(cx, cy):
         ctx.rectangle(cx - 3.5, cy + 1.5, 7, 2)
 
     return path
+
+
+def faders(cx, cy):
+    """Three faders: settings."""
+
+    def path(ctx):
+        for row, knob in ((-3.5, 2), (-0.5, -2), (2.5, 1)):
+            ctx.rectangle(cx - 5, cy + row, 10, 1)
+            ctx.rectangle(cx + knob - 1, cy + row - 1, 2, 3)
+
+    return path
+
+
+def speaker(cx, cy):
+    """A loudspeaker's outline, filled."""
+
+    def path(ctx):
+        _polygon(ctx, ((cx - 4, cy - 1.5), (cx - 2, cy - 1.5), (cx + 1, cy - 4), (cx + 1, cy + 4), (cx - 2, cy + 1.5), (cx - 4, cy + 1.5)))
+        ctx.rectangle(cx + 2.5, cy - 2, 1, 4)
+
+    return path

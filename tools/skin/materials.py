@@ -156,12 +156,12 @@ def glowing(canvas, masks, colour, halo=0.55):
         canvas.paint(m, mix(rgb(colour), rgb("#FFFFFF"), 0.45))
 
 
-def inlaid(canvas, text, cx, cy, height, spacing=2.0, width=1.0):
+def inlaid(canvas, pal, text, cx, cy, height, spacing=2.0, width=1.0):
     """Bright metal letters set into the plate."""
     cut = canvas.shape(glyphs.lettering(text, cx, cy, height, spacing), pad=3, stroke=width)
     canvas.shade(cut.shift(0, -0.7), 0.6)
     canvas.light(cut.shift(0, 0.8), LIGHT, 0.10)
-    canvas.paint(cut, vertical(cy - height / 2, cy + height / 2, "#F2F5F8", "#A9B0B8"))
+    canvas.paint(cut, vertical(cy - height / 2, cy + height / 2, *pal.inlay))
 
 
 def screened(canvas, text, cx, cy, height, colour, spacing=2.0, width=0.9, alpha=0.9):
@@ -201,16 +201,16 @@ def bars(canvas, pal, rect, levels):
                 canvas.paint(cell, colour, 0.11)
 
 
-def knob_seat(canvas, pal, cx, cy, r):
-    """Scale, hollow and cast shadow of a knob of radius r."""
+def knob_seat(canvas, pal, cx, cy, r, reach=8.0):
+    """Scale, hollow and cast shadow of a knob of radius r; the scale's lines end `reach` outside it."""
     hollow = canvas.shape(disc(cx, cy, r + 3), pad=10)
     canvas.light(canvas.shape(disc(cx, cy + 1.2, r + 3.2), pad=10), LIGHT, 0.16)
-    canvas.paint(hollow, vertical(cy - r, cy + r, "#131518", "#24272B"))
+    canvas.paint(hollow, vertical(cy - r, cy + r, *pal.seat))
     canvas.shade(canvas.shape(disc(cx, cy + 7, r - 1), pad=16).blur(4.0), 0.75)
     for level in range(16):
         angle = np.radians(225.0 - 18.0 * level)
         major = level in (0, 15)
-        inner, outer = r + 5.5, r + (9.5 if major else 8.0)
+        inner, outer = r + reach - 2.5, r + reach + (1.5 if major else 0.0)
 
         def tick(ctx, a=angle, r0=inner, r1=outer):
             ctx.move_to(cx + r0 * np.cos(a), cy - r0 * np.sin(a))
@@ -234,7 +234,7 @@ def _turned(canvas, mask, cx, cy, dark, bright, phase, contrast):
 def knob(canvas, pal, cx, cy, r):
     """A turned knob with a ridged bright edge and a track, around which the level's dot moves."""
     edge = canvas.shape(disc(cx, cy, r - 0.5))
-    _turned(canvas, edge, cx, cy, "#7C8289", "#FFFFFF", -0.9, 1.2)
+    _turned(canvas, edge, cx, cy, *pal.rim, -0.9, 1.2)
     x, y = canvas.grid(edge)
     angle = np.arctan2(y - cy, x - cx)
     canvas.scale_by(edge, (0.88 + 0.12 * np.cos(angle * 72)).astype(np.float32))

@@ -95,6 +95,10 @@ class Composer:
         if use == "0":
             return
         font = ImageFont.truetype(self.font, round(h * 0.75 * scale))
+        if draw.textlength(text, font) > w * scale:
+            while text and draw.textlength(text + "\u2026", font) > w * scale:
+                text = text[:-1]
+            text += "\u2026"
         draw.text((left * scale, (top + h / 2) * scale), text, colour(use), font, anchor="lm")
 
     def dot(self, picture, level, scale, oversample=8):
