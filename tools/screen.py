@@ -68,11 +68,13 @@ def visible_windows(session, pid):
 
 
 def read_skin(path):
-    """A skin's records: {record number: (left, top, clip x, clip y, width, height, use)}; the last one of a number counts."""
+    """A skin's records: {record number: (left, top, clip x, clip y, width, height, use)}. The panel's first record and the
+    last one of every other number count."""
     records = {}
     for line in path.read_text(encoding="utf-8", errors="replace").splitlines():
         fields = [field.strip().strip('"') for field in line.split(",")]
         if len(fields) == 9 and re.fullmatch(r"-?\d+", fields[1]):
             numbers = [int(float(field)) for field in fields[2:8]]
-            records[int(fields[1])] = (*numbers, fields[8])
+            if fields[1] != "0" or 0 not in records:
+                records[int(fields[1])] = (*numbers, fields[8])
     return records

@@ -41,10 +41,7 @@ void FileListControls::nameControls() {
         lblFileList[i].Labels = labelled[i];
         labelled[i]->AccessibleName = kHeadings[i];
     }
-    for (std::size_t i = 0; i < kCaptions.size(); ++i) {
-        cmdFileList[i].Caption = kCaptions[i];
-        cmdFileList[i].AccessibleName = kCaptions[i];
-    }
+    for (std::size_t i = 0; i < kCaptions.size(); ++i) cmdFileList[i].Caption = kCaptions[i];
     cmdFileList[kList].ToolTipText = "Reload the list from its file";
     cmdFileList[kPage].ToolTipText = cmdFileList[kList].ToolTipText;
     cmdFileList[kUnused].Visible = false;
