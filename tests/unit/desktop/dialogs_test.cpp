@@ -41,6 +41,7 @@ TEST_F(DesktopDialogs, ABoxShowsItsTextAndAnswersItsButton) {
         title = up.windowTitle();
         buttons = static_cast<int>(up.buttons().size());
         EXPECT_EQ(up.icon(), QMessageBox::Critical);
+        EXPECT_EQ(up.textFormat(), Qt::PlainText);
         up.button(QMessageBox::Retry)->click();
     });
     EXPECT_EQ(dialogs.messageBox("<b>あ</b> Not found!!", "Corvane", Buttons::AbortRetryIgnore, Icon::Stop),
