@@ -7,7 +7,6 @@
 #include <QRadioButton>
 #include <QScreen>
 #include <QTimer>
-#include <QWindow>
 #include <algorithm>
 #include <cmath>
 
@@ -302,6 +301,7 @@ bool NativeWindow::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::MouseButtonDblClick:
         case QEvent::MouseButtonRelease:
         case QEvent::MouseMove:
+            dragStep(*static_cast<QMouseEvent*>(event));
             return binder.mouse(*static_cast<QMouseEvent*>(event));
         default:
             break;
@@ -310,22 +310,35 @@ bool NativeWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void NativeWindow::mousePressEvent(QMouseEvent* event) {
+    dragStep(*event);
     const MouseArgs args = mouseArgs(*this, *event, false);
     run([&] { form().MouseDown.raise(args); });
 }
 
 void NativeWindow::mouseMoveEvent(QMouseEvent* event) {
+    dragStep(*event);
     const MouseArgs args = mouseArgs(*this, *event, true);
     run([&] { form().MouseMove.raise(args); });
 }
 
 void NativeWindow::mouseReleaseEvent(QMouseEvent* event) {
+    dragStep(*event);
     const MouseArgs args = mouseArgs(*this, *event, false);
     run([&] { form().MouseUp.raise(args); });
 }
 
-void NativeWindow::beginDrag() {
-    if (windowHandle() != nullptr) windowHandle()->startSystemMove();
+void NativeWindow::beginDrag() { dragging_ = true; }
+
+// The window manager is not asked to move the window: after a quick click it would begin when the button is up again.
+void NativeWindow::dragStep(const QMouseEvent& event) {
+    const QPoint at = event.globalPosition().toPoint();
+    if (event.type() == QEvent::MouseMove) {
+        if (dragging_) move(windowAt_ + at - pressedAt_);
+        return;
+    }
+    dragging_ = false;
+    pressedAt_ = at;
+    windowAt_ = pos();
 }
 
 }  // namespace corvane

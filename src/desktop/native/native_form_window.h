@@ -64,6 +64,7 @@ private:
     void focusFirst();
     void flush();
     void showMnemonics(bool shown);
+    void dragStep(const QMouseEvent& event);
 
     std::vector<std::unique_ptr<Binder>> binders_;  ///< in the form's paint order
     std::map<const Control*, Binder*> byControl_;
@@ -72,7 +73,10 @@ private:
     Mnemonics mnemonics_;
     std::unique_ptr<QStyle> style_;
     bool shownBefore_ = false;
-    bool taking_ = false;  ///< the window itself changes the form's properties
+    bool taking_ = false;    ///< the window itself changes the form's properties
+    bool dragging_ = false;  ///< the form asked to be moved with the pointer
+    QPoint pressedAt_;       ///< of the screen, at the last press
+    QPoint windowAt_;        ///< the window's place at the last press
 };
 
 }  // namespace corvane

@@ -267,6 +267,18 @@ TEST_F(NativeDialogs, TheSplitterFollowsTheMouse) {
     EXPECT_EQ(handle.cursor().shape(), Qt::SplitHCursor);
 }
 
+TEST_F(NativeDialogs, TheWindowFollowsAPressOnAHeadingUntilTheRelease) {
+    Editor& form = openEditor();
+    auto& heading = widget<QLabel>(form.lblFileList[Editor::kFilesHeading]);
+    const QPoint before = windowOf(form).pos();
+    mouse(heading, QEvent::MouseButtonPress, QPoint(5, 5));
+    mouse(heading, QEvent::MouseMove, QPoint(45, 25));
+    EXPECT_EQ(windowOf(form).pos(), before + QPoint(40, 20));
+    mouse(heading, QEvent::MouseButtonRelease, QPoint(5, 5));
+    mouse(heading, QEvent::MouseMove, QPoint(90, 90));
+    EXPECT_EQ(windowOf(form).pos(), before + QPoint(40, 20));
+}
+
 TEST_F(NativeDialogs, ALargerWindowGivesItsSpaceToTheLists) {
     Editor& form = openEditor();
     const QSize window = windowOf(form).size();
