@@ -13,7 +13,7 @@ from .senses import LEFT, RATE
 MEDIA_SECONDS = 45
 PHOTO_SIZE = 4000, 3000  # 12 megapixels
 PHOTO_COLOURS = ((200, 40, 40), (40, 160, 70), (50, 80, 200), (200, 180, 50))
-MOVIE_COLOUR = (50, 160, 70)
+MOVIE_COLOURS = (50, 160, 70), (190, 60, 50)
 TICKS = 480  # a quarter note, at the usual 120 a minute half a second
 ORGAN = 16
 
@@ -94,9 +94,9 @@ def movies(folder):
     encode([*movie_sources("640x480", MEDIA_SECONDS), *avi], folder / "small.avi")
     mov = ["-c:v", "libx264", "-preset", "ultrafast", "-b:v", "4M", "-pix_fmt", "yuv420p", "-c:a", "aac"]
     encode([*movie_sources("1280x720", MEDIA_SECONDS), *mov], folder / "large.mov")
-    red, green, blue = MOVIE_COLOUR
-    encode(["-f", "lavfi", "-i", f"color=0x{red:02X}{green:02X}{blue:02X}:s=640x480:r=25:d=20", *movie_sources("64x64", 20)[4:],
-            *avi], folder / "plain.avi")
+    for name, (red, green, blue) in zip(("plain.avi", "other.avi"), MOVIE_COLOURS):
+        encode(["-f", "lavfi", "-i", f"color=0x{red:02X}{green:02X}{blue:02X}:s=640x480:r=25:d=20",
+                *movie_sources("64x64", 20)[4:], *avi], folder / name)
 
 
 def music(folder):

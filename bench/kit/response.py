@@ -8,10 +8,10 @@ import numpy as np
 
 from harness.player import REPEAT_LAMP
 
-from .material import MOVIE_COLOUR, PHOTO_COLOURS
+from .material import MOVIE_COLOURS, PHOTO_COLOURS
 from .senses import LEFT, LOUD, RATE, RIGHT, Ear
 from .stage import wait_quietly
-from .table import Figure, milliseconds, ratio
+from .table import milliseconds, ratio
 
 FIRST_FRAMES = 0, 0, 400, 260  # where the opening's first windows are; nothing else is there
 FRAME_MS = 17
@@ -172,38 +172,71 @@ def repaint_figures(stage):
     yield milliseconds("key to repaint", waits, FRAME_MS, "repeat lamp")
 
 
-def picture_figures(stage):
+def watch_middle(stage):
+    stage.eyes.watch(stage.desk.screen.width // 2 - 8, stage.desk.screen.height // 2 - 8, 16, 16)
+
+
+def look_through(stage, **settings):
+    """Seconds from the key to each of the pictures."""
+    waits = []
     names = [f"photo{number}.jpg" for number in range(len(PHOTO_COLOURS))]
-    first, later = [], []
+    with stage.player(stage.files(*names), rest=1, **settings):
+        watch_middle(stage)
+        for number, colour in enumerate(PHOTO_COLOURS):
+            at = stage.eyes.press(KEYS["next" if number else "play"])
+            waits.append(stage.eyes.wait_for_colour(at, colour, f"picture {number}") - at)
+            wait_quietly(1)  # a look at it; the next one is decoded meanwhile
+        stage.eyes.unwatch()
+    return waits
+
+
+def picture_figures(stage):
+    first, kept, new = [], [], []
     for _ in range(stage.runs):
-        with stage.player(stage.files(*names), rest=1):
-            width, height = stage.desk.screen.width, stage.desk.screen.height
-            stage.eyes.watch(width // 2 - 8, height // 2 - 8, 16, 16)
-            for number, colour in enumerate(PHOTO_COLOURS):
-                at = stage.eyes.press(KEYS["next" if number else "play"])
-                seen = stage.eyes.wait_for_colour(at, colour, f"picture {number}") - at
-                (later if number else first).append(seen)
-                wait_quietly(1)  # a look at it; the next one is decoded meanwhile
-            stage.eyes.unwatch()
+        waits = look_through(stage, IMAGEHIDE="OFF")
+        first.append(waits[0])
+        kept += waits[1:]
+        new += look_through(stage, IMAGEHIDE="ON")[1:]
     yield milliseconds("first picture, 12 megapixels, key to shown", first, 150)
-    yield milliseconds("next picture, decoded ahead, key to shown", later, 10)
+    yield milliseconds("next picture, key to shown, window kept", kept, 10, "decoded ahead")
+    yield milliseconds("next picture, key to shown, new window", new, None, "decoded ahead; the window manager shows a window")
+
+
+def own_movies(stage):
+    """Seconds from the key to the first frame of the first movie since the start, and of the next one."""
+    with stage.player(stage.files("plain.avi", "other.avi"), rest=1):
+        watch_middle(stage)
+        waits = []
+        for key, colour in (("play", MOVIE_COLOURS[0]), ("next", MOVIE_COLOURS[1])):
+            at = stage.eyes.press(KEYS[key])
+            waits.append(stage.eyes.wait_for_colour(at, colour, "the movie") - at)
+            wait_quietly(1)
+        stage.eyes.unwatch()
+    return waits
+
+
+def mpv_movies(stage):
+    """The same with mpv, whose window stands already."""
+    place = "--geometry=640x480+{}+{}".format(stage.desk.screen.width // 2 - 320, stage.desk.screen.height // 2 - 240)
+    with stage.mpv("--idle", "--force-window=yes", place) as mpv:
+        wait_quietly(1)
+        watch_middle(stage)
+        waits = []
+        for name, colour in (("plain.avi", MOVIE_COLOURS[0]), ("other.avi", MOVIE_COLOURS[1])):
+            at = mpv.say("loadfile", str(stage.media / name))
+            waits.append(stage.eyes.wait_for_colour(at, colour, "mpv's movie") - at)
+            wait_quietly(1)
+        stage.eyes.unwatch()
+    return waits
 
 
 def movie_figures(stage):
     ours, theirs = [], []
-    width, height = stage.desk.screen.width, stage.desk.screen.height
     for _ in range(stage.runs):
-        with stage.player(stage.files("plain.avi"), rest=1):
-            stage.eyes.watch(width // 2 - 8, height // 2 - 8, 16, 16)
-            at = stage.eyes.press(KEYS["play"])
-            ours.append(stage.eyes.wait_for_colour(at, MOVIE_COLOUR, "the movie") - at)
-        stage.eyes.unwatch()
-        with stage.mpv("--idle", "--force-window=yes", "--geometry=640x480+640+360") as mpv:
-            wait_quietly(1)
-            stage.eyes.watch(width // 2 - 8, height // 2 - 8, 16, 16)
-            at = mpv.say("loadfile", str(stage.media / "plain.avi"))
-            theirs.append(stage.eyes.wait_for_colour(at, MOVIE_COLOUR, "mpv's movie") - at)
-        stage.eyes.unwatch()
-    yield milliseconds("movie, key to first frame", ours, None, "640x480 AVI, the first movie since the start")
-    yield milliseconds("movie, command to first frame, mpv", theirs, None, "reference, window open already")
-    yield Figure("movie, first frame beside mpv", [a / b for a, b in zip(ours, theirs)], "ratio")
+        ours.append(own_movies(stage))
+        theirs.append(mpv_movies(stage))
+    for number, which in enumerate(("first movie", "next movie")):
+        mine, mpv = ([waits[number] for waits in all_waits] for all_waits in (ours, theirs))
+        yield milliseconds(f"{which}, key to first frame", mine, None, "640x480 AVI")
+        yield milliseconds(f"{which}, command to first frame, mpv", mpv, None, "reference; its window stands already")
+        yield ratio(f"{which}, first frame beside mpv", mine, mpv)
