@@ -1,0 +1,432 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The panel's buttons and free areas: clicks in each state, the right button, dragging, the focus.
+#include <ostream>
+
+#include "unit/panel/panel_hands.h"
+
+namespace corvane {
+namespace {
+
+using namespace mdlDefinePublic;
+using namespace mdlPublicFunction;
+
+const std::vector<const char*> kStates = {"stopped", "playing", "paused"};
+
+class Commands : public PanelHands {
+protected:
+    bool panelIsThere() { return player.forms.find<MainPanelControls>() != nullptr; }
+    Form* window(const char* name) { return machine.windows.find(name); }
+    bool poppedUp() { return machine.dialogs.poppedUp != nullptr; }
+};
+
+// --- Transport buttons -----------------------------------------------------------------------------------------------
+
+struct ClickRow {
+    const char* before;  ///< state
+    int button;
+    const char* after;
+    int index;  ///< of the file afterwards; 1 before, of 3
+    std::vector<std::string> calls;
+};
+
+void PrintTo(const ClickRow& row, std::ostream* out) { *out << "button " << row.button << " " << row.before; }
+
+class TransportClick : public Commands, public ::testing::WithParamInterface<ClickRow> {};
+
+TEST_P(TransportClick, DoesItsCommand) {
+    const ClickRow& row = GetParam();
+    setUp(kPicture);
+    player.gFileIndex = 1;
+    if (std::string(row.before) != "stopped") act([this] { PlayFile(player); });
+    machine.advance(5000);
+    if (std::string(row.before) == "paused") act([this] { PauseFile(player); });
+    machine.clearCalls();
+    ASSERT_TRUE(button(row.button).Enabled) << "a disabled button is not clicked";
+    click(row.button);
+    machine.settle();
+    EXPECT_EQ(state(), row.after);
+    EXPECT_EQ(player.gFileIndex, row.index);
+    EXPECT_EQ(mediaCalls(), row.calls);
+}
+
+const std::vector<std::string> kClosed = {"mci.Command Stop", "mci.Command Close"};
+
+std::vector<std::string> opened(const char* path) {
+    return {"mci.Command Stop", "mci.Command Close", std::string("mci.FileName ") + path,
+            "mci.Command Open", "mci.TimeFormat 0",  "mci.UpdateInterval 100",
+            "mci.Command Play"};
+}
+
+std::vector<std::string> closedAndOpened(const char* path) {
+    std::vector<std::string> calls = kClosed;
+    for (const std::string& call : opened(path)) calls.push_back(call);
+    return calls;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, TransportClick,
+    ::testing::Values(ClickRow{"stopped", kPlay, "playing", 1, opened("/m/second.wav")},
+                      ClickRow{"paused", kPlay, "playing", 1, {"mci.Command Play"}},
+                      ClickRow{"stopped", kPause, "stopped", 1, {}},
+                      ClickRow{"playing", kPause, "paused", 1, {"mci.Command Pause"}},
+                      ClickRow{"stopped", kStop, "stopped", 1, {}}, ClickRow{"playing", kStop, "stopped", 1, kClosed},
+                      ClickRow{"paused", kStop, "stopped", 1, kClosed}, ClickRow{"stopped", kPrev, "stopped", 0, {}},
+                      ClickRow{"playing", kPrev, "playing", 1, {}},
+                      ClickRow{"paused", kPrev, "paused", 1, {"mci.To 4000", "mci.Command Seek"}},
+                      ClickRow{"stopped", kNext, "stopped", 2, {}},
+                      ClickRow{"playing", kNext, "playing", 2, closedAndOpened("/m/third.wav")},
+                      ClickRow{"paused", kNext, "paused", 1, {"mci.To 6000", "mci.Command Seek"}}));
+
+TEST_F(Commands, EachStateEnablesItsButtons) {
+    for (const char* before : kStates) {
+        SCOPED_TRACE(before);
+        const bool stopped = std::string(before) == "stopped";
+        bring(kSound, before);
+        for (int index = kPower; index <= kVolumeUp; ++index) {
+            SCOPED_TRACE(index);
+            bool enabled = true;
+            if (index == kPlay) enabled = std::string(before) != "playing";
+            if (index == kPause) enabled = std::string(before) != "paused";
+            if (index == kEditor) enabled = stopped;
+            EXPECT_EQ(button(index).Enabled, enabled);
+        }
+        act([this] { CloseFile(player, false); });
+    }
+}
+
+TEST_F(Commands, AnEmptyListLeavesTheTransportAsItIs) {
+    setUpPanel();
+    for (const int index : {kPlay, kPause, kStop, kPrev, kNext, kShuffle}) {
+        SCOPED_TRACE(index);
+        click(index);
+        machine.advance(1000);
+        EXPECT_EQ(state(), "stopped");
+        EXPECT_TRUE(mediaCalls().empty());
+        EXPECT_TRUE(machine.calls("random").empty());
+    }
+}
+
+// --- The other buttons -----------------------------------------------------------------------------------------------
+
+TEST_F(Commands, PowerOffStopsAndEndsThePanelInEachState) {
+    for (const char* before : kStates) {
+        SCOPED_TRACE(before);
+        bring(kMovie, before);
+        machine.clearCalls();
+        click(kPower);
+        EXPECT_FALSE(panelIsThere());
+        EXPECT_EQ(machine.media.liveControls(), 0);
+        EXPECT_TRUE(machine.windows.isAttached("frmStartup")) << "the closing animation";
+        player.forms.unload(FormId::Startup);
+    }
+}
+
+TEST_F(Commands, MinimiseLeavesTheStateAsItIs) {
+    for (const char* before : kStates) {
+        SCOPED_TRACE(before);
+        bring(kSound, before);
+        click(kMinimise);
+        EXPECT_EQ(panel().WindowState.get(), WindowState::Minimized);
+        EXPECT_EQ(state(), before);
+        EXPECT_TRUE(mediaCalls().empty());
+        panel().WindowState = WindowState::Normal;
+        act([this] { CloseFile(player, false); });
+    }
+}
+
+TEST_F(Commands, RepeatTogglesInEachState) {
+    for (const char* before : kStates) {
+        SCOPED_TRACE(before);
+        bring(kSound, before);
+        click(kRepeat);
+        EXPECT_TRUE(player.gRepeat);
+        EXPECT_EQ(button(kRepeat).Picture.get(), panel().imgMainPanel[kRepeatOnImage].Picture.get());
+        click(kRepeat);
+        EXPECT_FALSE(player.gRepeat);
+        EXPECT_EQ(state(), before);
+        EXPECT_TRUE(mediaCalls().empty());
+        act([this] { CloseFile(player, false); });
+    }
+}
+
+TEST_F(Commands, ShuffleNeedsThreeFiles) {
+    setUp(kSound);
+    for (std::int16_t count = 0; count <= 4; ++count) {
+        SCOPED_TRACE(count);
+        player.gFileCount = count;
+        player.gFileIndex = 0;
+        machine.clearCalls();
+        click(kShuffle);
+        EXPECT_EQ(machine.calls("random").size(), count > 2 ? 1U : 0U);
+    }
+}
+
+TEST_F(Commands, ShuffleWhilePlayingPlaysOn) {
+    bring(kSound, "playing");
+    act([this] { NextFile(player); });
+    machine.clearCalls();
+    click(kShuffle);
+    EXPECT_EQ(player.gFileIndex, 0);
+    EXPECT_EQ(player.gFilePath[0], "/m/second.wav");
+    EXPECT_EQ(state(), "playing");
+    EXPECT_TRUE(mediaCalls().empty());
+}
+
+TEST_F(Commands, Button10LowersAndButton11RaisesTheVolume) {
+    for (const char* before : kStates) {
+        SCOPED_TRACE(before);
+        bring(kSound, before);
+        player.gVolume = 7;
+        click(kVolumeDown);
+        click(kVolumeDown);
+        click(kVolumeUp);
+        EXPECT_EQ(player.gVolume, 6);
+        EXPECT_EQ(machine.calls("sound"), (Calls{"sound.waveOutSetVolume 66666666", "sound.waveOutSetVolume 55555555",
+                                                 "sound.waveOutSetVolume 66666666"}));
+        act([this] { CloseFile(player, false); });
+    }
+}
+
+TEST_F(Commands, TheEditorButtonHidesAndDisablesThePanel) {
+    setUp(kSound);
+    click(kEditor);
+    EXPECT_FALSE(panel().Visible);
+    EXPECT_FALSE(panel().Enabled);
+    ASSERT_NE(window("frmFileList"), nullptr);
+    EXPECT_TRUE(window("frmFileList")->Visible);
+    EXPECT_EQ(machine.windows.active(), window("frmFileList"));
+    EXPECT_EQ(machine.log.count("windows.focus pctMainPanel"), 0) << "a hidden panel takes no focus";
+}
+
+TEST_F(Commands, TheDisplayOpensTheSettingsOnlyWhileStopped) {
+    for (const char* before : {"playing", "paused", "stopped"}) {
+        SCOPED_TRACE(before);
+        bring(kSound, before);
+        act([this] { panel().pctMainPanel.Click.raise(); });
+        const bool opens = std::string(before) == "stopped";
+        EXPECT_EQ(window("frmCustom") != nullptr && window("frmCustom")->Visible, opens);
+        EXPECT_EQ(panel().Visible, !opens);
+        EXPECT_EQ(panel().Enabled, !opens);
+        act([this] { CloseFile(player, false); });
+    }
+}
+
+// --- The right button, dragging, the focus ---------------------------------------------------------------------------
+
+class Areas : public Commands {
+protected:
+    struct Area {
+        std::string name;
+        MouseControl* control;
+        bool drags;
+    };
+    /// Everything on the panel that takes the mouse.
+    std::vector<Area> areas() {
+        std::vector<Area> all = {
+            {"form", &panel(), true}, {"display", &panel().pctMainPanel, false}, {"slider", &panel().pctSlide, false}};
+        for (CommandButton& each : panel().cmdMainPanel) all.push_back({"button", &each, false});
+        for (Label& each : panel().lblMainPanel) all.push_back({"label", &each, true});
+        for (Image& each : panel().imgMainPanel) all.push_back({"image", &each, each.index() != kKnobImage});
+        for (Area& area : all) area.name += " " + std::to_string(area.control->index());
+        return all;
+    }
+};
+
+TEST_F(Areas, TheRightButtonsReleasePopsTheMenuUpEverywhere) {
+    for (const char* before : kStates) {
+        bring(kSound, before);
+        for (const Area& area : areas()) {
+            SCOPED_TRACE(std::string(before) + " " + area.name);
+            machine.dialogs.poppedUp = nullptr;
+            press(*area.control, kRight);
+            EXPECT_FALSE(poppedUp()) << "not the press";
+            release(*area.control, kRight);
+            machine.settle();
+            EXPECT_TRUE(poppedUp());
+            EXPECT_EQ(state(), before);
+        }
+        act([this] { CloseFile(player, false); });
+    }
+}
+
+TEST_F(Areas, NoOtherButtonsReleasePopsItUp) {
+    setUp(kSound);
+    for (const Area& area : areas()) {
+        for (const int mouseButton : {kLeftButton, kMiddleButton}) {
+            SCOPED_TRACE(area.name);
+            press(*area.control, {mouseButton, 0, 0, 0});
+            release(*area.control, {mouseButton, 0, 0, 0});
+            EXPECT_FALSE(poppedUp());
+        }
+    }
+}
+
+TEST_F(Areas, ALeftPressOnAFreeAreaDragsTheWindow) {
+    setUp(kSound);
+    for (const Area& area : areas()) {
+        SCOPED_TRACE(area.name);
+        machine.clearCalls();
+        press(*area.control, kLeft);
+        EXPECT_EQ(machine.log.count("windows.beginDrag frmMainPanel"), area.drags ? 1 : 0);
+        release(*area.control, kLeft);
+    }
+}
+
+TEST_F(Areas, NoOtherButtonDragsTheWindow) {
+    setUp(kSound);
+    for (const Area& area : areas()) {
+        for (const int mouseButton : {kRightButton, kMiddleButton}) {
+            SCOPED_TRACE(area.name);
+            machine.clearCalls();
+            press(*area.control, {mouseButton, 0, 0, 0});
+            release(*area.control, {mouseButton, 0, 0, 0});
+            EXPECT_EQ(machine.log.count("windows.beginDrag frmMainPanel"), 0);
+        }
+    }
+}
+
+TEST_F(Areas, FilesDroppedAnywhereReplaceTheList) {
+    setUpPanel();
+    std::vector<MouseControl*> targets = {&panel()};
+    for (CommandButton& each : panel().cmdMainPanel) targets.push_back(&each);
+    for (MouseControl* target : targets) {
+        SCOPED_TRACE(target->name() + " " + std::to_string(target->index()));
+        setList({});
+        act([&] { target->OLEDragDrop.raise({true, {"/m/song.wav", "/m/second.wav"}}); });
+        EXPECT_EQ(player.gFileCount, 2);
+        EXPECT_EQ(label(kTitleLabel), "song");
+        EXPECT_EQ(state(), "stopped");
+    }
+}
+
+TEST_F(Commands, TheDisplayTakesTheFocusAfterEachButton) {
+    setUp(kSound);
+    for (const int index : {kMinimise, kRepeat, kShuffle, kPlay, kPause, kStop, kPrev, kNext, kVolumeDown, kVolumeUp}) {
+        SCOPED_TRACE(index);
+        button(index).SetFocus();
+        machine.settle();
+        click(index);
+        EXPECT_EQ(machine.windows.focused(), &panel().pctMainPanel);
+    }
+}
+
+TEST_F(Commands, ARightReleaseLeavesTheFocusWhereItIs) {
+    setUp(kSound);
+    release(button(kPlay), kRight);
+    EXPECT_EQ(machine.log.count("windows.focus pctMainPanel"), 0);
+}
+
+// --- Previous pressed twice ------------------------------------------------------------------------------------------
+
+class DoublePress : public Commands {
+protected:
+    void play(std::int16_t index, int doubleClickMs = 300) {
+        machine.windows.doubleClickMs = doubleClickMs;
+        setUp(kSound);
+        player.gFileIndex = index;
+        act([this] { PlayFile(player); });
+        machine.advance(5000);
+        machine.clearCalls();
+    }
+};
+
+TEST_F(DoublePress, OnePressPlaysTheFileAgainAfterTheSystemsDoubleClickTime) {
+    for (const int time : {200, 500}) {
+        SCOPED_TRACE(time);
+        if (panelIsThere()) player.forms.unload<MainPanelControls>();
+        play(1, time);
+        EXPECT_EQ(panel().tmrPlayBack.Interval, time);
+        click(kPrev);
+        machine.advance(time - 1);
+        EXPECT_TRUE(mediaCalls().empty());
+        machine.advance(1);
+        EXPECT_EQ(mediaCalls(), opened("/m/second.wav"));
+        EXPECT_EQ(player.gFileIndex, 1);
+        EXPECT_EQ(state(), "playing");
+        EXPECT_EQ(label(kTimeLabel), "00:00");
+        EXPECT_FALSE(player.gBackPending);
+        machine.advance(5000);
+        EXPECT_EQ(label(kTimeLabel), "00:05") << "once, not again and again";
+        act([this] { CloseFile(player, false); });
+    }
+}
+
+TEST_F(DoublePress, TwoPressesInTimeGoBackOneFile) {
+    play(2);
+    click(kPrev);
+    machine.advance(299);
+    click(kPrev);
+    machine.settle();
+    EXPECT_EQ(player.gFileIndex, 1);
+    EXPECT_EQ(label(kNumberLabel), "002");
+    EXPECT_EQ(mediaCalls(), closedAndOpened("/m/second.wav"));
+    machine.clearCalls();
+    machine.advance(1000);
+    EXPECT_TRUE(mediaCalls().empty()) << "the first press is spent";
+}
+
+TEST_F(DoublePress, TwoPressesTooFarApartPlayTheFileTwiceAgain) {
+    play(2);
+    click(kPrev);
+    machine.advance(301);
+    click(kPrev);
+    machine.advance(301);
+    EXPECT_EQ(player.gFileIndex, 2);
+    EXPECT_EQ(machine.log.count("mci.Command Open"), 2);
+}
+
+TEST_F(DoublePress, OnTheFirstFileRepeatDecides) {
+    play(0);
+    click(kPrev);
+    click(kPrev);
+    machine.settle();
+    EXPECT_EQ(player.gFileIndex, 0);
+    EXPECT_EQ(mediaCalls(), closedAndOpened("/m/song.wav"));
+    player.gRepeat = true;
+    click(kPrev);
+    click(kPrev);
+    machine.settle();
+    EXPECT_EQ(player.gFileIndex, 2);
+}
+
+TEST_F(DoublePress, TheKeyCountsAsThePressToo) {
+    play(2);
+    click(kPrev);
+    typeKey(panel(), ',');
+    machine.settle();
+    EXPECT_EQ(player.gFileIndex, 1);
+}
+
+TEST_F(DoublePress, StopOrPauseInBetweenForgetsTheFirstPress) {
+    for (const int between : {kStop, kPause}) {
+        SCOPED_TRACE(between);
+        play(1);
+        click(kPrev);
+        click(between);
+        machine.clearCalls();
+        machine.advance(1000);
+        EXPECT_TRUE(mediaCalls().empty());
+        EXPECT_FALSE(player.gBackPending);
+        act([this] { CloseFile(player, false); });
+    }
+}
+
+TEST_F(DoublePress, EachKindPlaysFromItsStartAgain) {
+    for (const char* path : {kPicture, kMovie, kSound, kTrack}) {
+        SCOPED_TRACE(path);
+        bring(path, "playing");
+        machine.advance(6000);
+        click(kPrev);
+        machine.advance(400);
+        EXPECT_EQ(player.gFileIndex, 0);
+        EXPECT_EQ(state(), "playing");
+        EXPECT_EQ(slider(), 15);
+        machine.advance(2500);
+        EXPECT_EQ(label(kTimeLabel).substr(0, 5), std::string(path) == kMovie ? "2" : "00:02");
+        EXPECT_EQ(machine.media.liveControls(), std::string(path) == kPicture ? 0 : 1);
+        act([this] { CloseFile(player, false); });
+    }
+}
+
+}  // namespace
+}  // namespace corvane

@@ -1,0 +1,345 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Previous and next held down, and previous pressed twice.
+#include "unit/panel/panel_hands.h"
+
+namespace corvane {
+namespace {
+
+using namespace mdlDefinePublic;
+using namespace mdlPublicFunction;
+
+constexpr int kHold = 750;  ///< milliseconds until a press is a hold
+
+class Hold : public PanelHands {
+protected:
+    void pressDown(int index, int shift = 0) {
+        press(button(index), {kLeftButton, shift, 0, 0});
+        machine.settle();
+    }
+    int interval() { return panel().tmrPrevNext.Interval; }
+    bool armed() { return panel().tmrPrevNext.Enabled; }
+};
+
+// --- How long --------------------------------------------------------------------------------------------------------
+
+TEST_F(Hold, OneMillisecondDecidesBetweenAClickAndAHold) {
+    bring(kSound, "paused");
+    placeAt(10000);
+    pressDown(kNext);
+    machine.advance(749);
+    EXPECT_TRUE(mediaCalls().empty());
+    EXPECT_EQ(interval(), 750);
+    machine.advance(1);
+    EXPECT_EQ(mediaCalls(), (Calls{"mci.To 11000", "mci.Command Seek"}));
+}
+
+TEST_F(Hold, APressOf400MillisecondsChangesTheFileOnce) {
+    bring(kSound, "playing");
+    hold(kNext, 400);
+    EXPECT_EQ(player.gFileIndex, 1);
+    EXPECT_EQ(state(), "playing");
+    machine.advance(5000);
+    EXPECT_EQ(player.gFileIndex, 1);
+    EXPECT_EQ(machine.log.count("mci.Command Seek"), 0);
+}
+
+TEST_F(Hold, AHoldOf1500MillisecondsSeeksAndLeavesTheFile) {
+    for (const int index : {kPrev, kNext}) {
+        SCOPED_TRACE(index);
+        bring(kSound, "playing");
+        placeAt(30000);
+        hold(index, 1500);
+        EXPECT_EQ(player.gFileIndex, 0);
+        EXPECT_EQ(machine.log.count("mci.Command Seek"), 16);  // at 750 ms, then every 50
+        EXPECT_FALSE(player.gBackPending) << "the click of a hold is no first press either";
+        EXPECT_EQ(state(), "playing");
+        EXPECT_EQ(mediaCalls().back(), "mci.Command Play");
+        act([this] { CloseFile(player, false); });
+    }
+}
+
+TEST_F(Hold, TheNextClickAfterAHoldChangesTheFileAgain) {
+    bring(kSound, "playing");
+    hold(kNext, 1500);
+    hold(kNext, 100);
+    EXPECT_EQ(player.gFileIndex, 1);
+}
+
+TEST_F(Hold, FastStepsComeEvery50Milliseconds) {
+    bring(kSound, "paused");
+    pressDown(kNext);
+    machine.advance(kHold);
+    EXPECT_EQ(label(kTimeLabel), "00:01");
+    EXPECT_EQ(interval(), 50);
+    machine.advance(49);
+    EXPECT_EQ(label(kTimeLabel), "00:01");
+    machine.advance(1);
+    EXPECT_EQ(label(kTimeLabel), "00:02");
+    machine.advance(1000);
+    EXPECT_EQ(label(kTimeLabel), "00:22");
+    EXPECT_FLOAT_EQ(slider(), 22 * 3000 / 60.0F);
+    letGo(kNext);
+    EXPECT_EQ(interval(), 750);
+    EXPECT_FALSE(armed());
+}
+
+TEST_F(Hold, WithShiftAMovieStepsEvery750Milliseconds) {
+    bring(kMovie, "paused");
+    placeAt(10);
+    pressDown(kNext, kShiftMask);
+    machine.advance(4 * kHold);
+    EXPECT_EQ(mediaCalls(), (Calls{"movie.CurrentPosition 11", "movie.CurrentPosition 12", "movie.CurrentPosition 13",
+                                   "movie.CurrentPosition 14"}));
+    letGo(kNext);
+    machine.clearCalls();
+    pressDown(kPrev, kShiftMask);
+    machine.advance(2 * kHold);
+    EXPECT_EQ(mediaCalls(), (Calls{"movie.CurrentPosition 13", "movie.CurrentPosition 12"}));
+    letGo(kPrev);
+    EXPECT_EQ(state(), "paused");
+}
+
+// --- The whole way
+// -----------------------------------------------------------------------------------------------------
+
+TEST_F(Hold, ATrackHeldBackCrossesTheMinute) {
+    bring(kTrack, "paused");
+    placeAt(packed(1, 1, 1));
+    pressDown(kPrev);
+    machine.advance(kHold);
+    EXPECT_EQ(label(kTimeLabel), "01:00");
+    machine.advance(50);
+    EXPECT_EQ(label(kTimeLabel), "00:59");
+    machine.advance(50);
+    EXPECT_EQ(label(kTimeLabel), "00:58");
+}
+
+TEST_F(Hold, AMovieHeldBackStopsAt0) {
+    bring(kMovie, "playing");
+    placeAt(2);
+    pressDown(kPrev);
+    machine.advance(3000);
+    EXPECT_EQ(machine.media.movie()->CurrentPosition(), 0);
+    EXPECT_EQ(label(kTimeLabel), "0");
+    EXPECT_EQ(machine.media.movie()->State(), kMoviePaused);
+}
+
+TEST_F(Hold, AMovieHeldForwardPlaysAtDoubleRateUntilTheRelease) {
+    bring(kMovie, "playing");
+    pressDown(kNext);
+    machine.advance(kHold + 3000);
+    EXPECT_EQ(machine.media.movie()->CurrentPosition(), 6.75);
+    letGo(kNext);
+    EXPECT_EQ(machine.media.movie()->Rate(), 1.0);
+    machine.advance(1000);
+    EXPECT_EQ(machine.media.movie()->CurrentPosition(), 7.75);
+    EXPECT_EQ(player.gFileIndex, 0);
+}
+
+TEST_F(Hold, AMovieThatEndsAtDoubleRateHandsOver) {
+    bring(kMovie, "playing");
+    placeAt(38);
+    pressDown(kNext);
+    machine.advance(3000);
+    EXPECT_EQ(player.gFileIndex, 1);
+    EXPECT_EQ(state(), "playing");
+    machine.clearCalls();
+    letGo(kNext);
+    EXPECT_EQ(player.gFileIndex, 1) << "the click belongs to the hold that the first file took";
+    EXPECT_TRUE(mediaCalls().empty());
+}
+
+TEST_F(Hold, APausedMovieThatTheReleaseRunsShowsThePlayingState) {
+    bring(kMovie, "paused");
+    placeAt(10);
+    hold(kPrev, 800);
+    EXPECT_EQ(state(), "playing");
+    EXPECT_FALSE(button(kPlay).Enabled);
+    EXPECT_TRUE(button(kPause).Enabled);
+    EXPECT_FALSE(button(kEditor).Enabled);
+    EXPECT_EQ(button(kPrev).ToolTipText.get(), "Prev");
+    EXPECT_EQ(button(kNext).ToolTipText.get(), "Next");
+    EXPECT_EQ(machine.media.movie()->State(), kMovieRunning);
+}
+
+TEST_F(Hold, AMovieHeldDuringItsDelayNeitherStartsNorSkipsIt) {
+    for (const int index : {kPrev, kNext}) {
+        for (const int shift : {0, kShiftMask}) {
+            SCOPED_TRACE(std::to_string(index) + " " + std::to_string(shift));
+            player.gDelayTime = 2000;
+            setUp(kMovie);
+            act([this] { PlayFile(player); });
+            machine.clearCalls();
+            hold(index, 1500, shift);
+            EXPECT_TRUE(mediaCalls().empty());
+            EXPECT_FALSE(movieWindow()->started);
+            machine.advance(499);
+            EXPECT_TRUE(mediaCalls().empty());
+            machine.advance(1);
+            EXPECT_EQ(mediaCalls(), Calls{"movie.Run"});
+            EXPECT_EQ(machine.media.movie()->Rate(), 1.0);
+            EXPECT_EQ(player.gFileIndex, 0);
+            act([this] { CloseFile(player, false); });
+        }
+    }
+}
+
+// --- Full screen -----------------------------------------------------------------------------------------------------
+
+TEST_F(Hold, AFullScreenMovieLeavesTheScreenToTheButtonAndReturns) {
+    player.gMovieZoom = kFullScreenZoom;
+    bring(kMovie, "playing");
+    placeAt(10);
+    hold(kPrev, 775);
+    EXPECT_EQ(mediaCalls(), (Calls{"movie.FullScreenMode off", "movie.Pause", "movie.CurrentPosition 10",
+                                   "movie.FullScreenMode on", "movie.Run"}));
+    EXPECT_EQ(machine.log.count("windows.focus pctMainPanel"), 0) << "the keys go to the movie";
+}
+
+TEST_F(Hold, AtAnyOtherZoomTheScreenIsLeftAlone) {
+    player.gMovieZoom = 1;
+    bring(kMovie, "playing");
+    hold(kPrev, 800);
+    for (const std::string& call : mediaCalls()) EXPECT_EQ(call.find("FullScreen"), std::string::npos) << call;
+    EXPECT_EQ(machine.windows.focused(), &panel().pctMainPanel);
+}
+
+TEST_F(Hold, TheFullScreenZoomMattersToMoviesAlone) {
+    player.gMovieZoom = kFullScreenZoom;
+    bring(kSound, "playing");
+    hold(kPrev, 800);
+    EXPECT_TRUE(machine.calls("movie").empty());
+    EXPECT_EQ(machine.windows.focused(), &panel().pctMainPanel);
+}
+
+// --- Pictures, stopped, stale ----------------------------------------------------------------------------------------
+
+TEST_F(Hold, APictureHasNothingToSeekAndTheReleaseIsAClick) {
+    for (const int shift : {0, kShiftMask}) {
+        for (const char* before : {"playing", "paused"}) {
+            SCOPED_TRACE(std::string(before) + " " + std::to_string(shift));
+            bring(kPicture, before);
+            pressDown(kNext, shift);
+            EXPECT_TRUE(armed());
+            machine.advance(kHold);
+            EXPECT_FALSE(armed());
+            EXPECT_EQ(interval(), 750);
+            EXPECT_TRUE(mediaCalls().empty());
+            machine.advance(1000);
+            letGo(kNext);
+            EXPECT_EQ(player.gFileIndex, 1);
+            EXPECT_EQ(state(), "playing");
+            act([this] { CloseFile(player, false); });
+        }
+    }
+}
+
+TEST_F(Hold, APictureHeldBackIsAFirstPressOfPrevious) {
+    bring(kPicture, "playing");
+    hold(kPrev, 1500);
+    EXPECT_TRUE(player.gBackPending);
+}
+
+TEST_F(Hold, StoppedItDoesNothingButEatsTheClick) {
+    for (const int index : {kPrev, kNext}) {
+        SCOPED_TRACE(index);
+        bring(kSound, "stopped");
+        player.gFileIndex = 1;
+        pressDown(index);
+        EXPECT_TRUE(armed());
+        machine.advance(1500);
+        letGo(index);
+        EXPECT_EQ(player.gFileIndex, 1);
+        EXPECT_EQ(state(), "stopped");
+        EXPECT_TRUE(mediaCalls().empty());
+        EXPECT_EQ(slider(), 15);
+    }
+}
+
+TEST_F(Hold, AShortPressStoppedMovesTheEntry) {
+    bring(kSound, "stopped");
+    hold(kNext, 700);
+    EXPECT_EQ(player.gFileIndex, 1);
+    hold(kPrev, 700);
+    EXPECT_EQ(player.gFileIndex, 0);
+}
+
+TEST_F(Hold, AReleaseThatNeverCameLeavesNothingBehind) {
+    bring(kSound, "paused");
+    placeAt(10000);
+    pressDown(kPrev);
+    machine.advance(900);  // fast stepping, and the release is lost
+    machine.clearCalls();
+    pressDown(kNext);
+    EXPECT_EQ(interval(), 750);
+    machine.advance(700);
+    EXPECT_TRUE(mediaCalls().empty());
+    letGo(kNext);
+    EXPECT_EQ(mediaCalls().size(), 2U) << "one step, as of a click while paused";
+    EXPECT_FALSE(armed());
+}
+
+TEST_F(Hold, EachPressBeginsTheTimeAfresh) {
+    bring(kSound, "paused");
+    pressDown(kNext);
+    machine.advance(700);
+    pressDown(kNext);
+    machine.advance(749);
+    EXPECT_TRUE(mediaCalls().empty());
+    machine.advance(1);
+    EXPECT_FALSE(mediaCalls().empty());
+}
+
+TEST_F(Hold, OnlyTheLeftButtonOnPreviousAndNextArms) {
+    bring(kSound, "playing");
+    for (int index = kPower; index <= kVolumeUp; ++index) {
+        SCOPED_TRACE(index);
+        press(button(index), {kMiddleButton, 0, 0, 0});
+        press(button(index), {kRightButton, 0, 0, 0});
+        EXPECT_FALSE(armed());
+        if (index != kPrev && index != kNext) pressDown(index);
+        EXPECT_FALSE(armed());
+    }
+}
+
+TEST_F(Hold, TheRightButtonsReleaseLeavesTheHoldAsItIs) {
+    bring(kSound, "paused");
+    pressDown(kNext);
+    machine.advance(kHold);
+    release(button(kNext), kRight);
+    EXPECT_NE(machine.dialogs.poppedUp, nullptr);
+    EXPECT_TRUE(armed());
+    EXPECT_EQ(interval(), 50);
+}
+
+TEST_F(Hold, AKeyDuringAHoldStillChangesTheFile) {
+    bring(kSound, "playing");
+    pressDown(kNext);
+    machine.advance(kHold);
+    typeKey(panel(), '.');
+    machine.settle();
+    EXPECT_EQ(player.gFileIndex, 1);
+    letGo(kNext);
+    EXPECT_EQ(player.gFileIndex, 1);
+    EXPECT_FALSE(armed());
+}
+
+TEST_F(Hold, StopDuringAHoldEndsTheSeeking) {
+    for (const char* path : {kMovie, kSound, kTrack, kPicture}) {
+        SCOPED_TRACE(path);
+        bring(path, "playing");
+        pressDown(kPrev);
+        machine.advance(800);
+        act([this] { CloseFile(player, false); });
+        machine.clearCalls();
+        machine.advance(1000);
+        letGo(kPrev);
+        EXPECT_TRUE(mediaCalls().empty());
+        EXPECT_EQ(state(), "stopped");
+        EXPECT_EQ(label(kTimeLabel), "");
+        EXPECT_EQ(interval(), 750);
+    }
+}
+
+}  // namespace
+}  // namespace corvane
