@@ -259,7 +259,7 @@ bool NativeWindow::event(QEvent* event) {
     switch (event->type()) {
         case QEvent::KeyPress:
         case QEvent::KeyRelease:
-            if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Alt) showMnemonics(event->type() == QEvent::KeyPress);
+            watchAlt(*static_cast<QKeyEvent*>(event));
             break;
         case QEvent::WindowActivate:
             if (bound() && form().Activate.isTied()) run([this] { form().Activate.raise(); });
@@ -271,6 +271,10 @@ bool NativeWindow::event(QEvent* event) {
             break;
     }
     return QDialog::event(event);
+}
+
+void NativeWindow::watchAlt(const QKeyEvent& event) {
+    if (event.key() == Qt::Key_Alt) showMnemonics(event.type() == QEvent::KeyPress);
 }
 
 void NativeWindow::showMnemonics(bool shown) {
@@ -287,6 +291,10 @@ bool NativeWindow::eventFilter(QObject* watched, QEvent* event) {
     if (found == binders_.end()) return QDialog::eventFilter(watched, event);
     Binder& binder = **found;
     switch (event->type()) {
+        case QEvent::KeyPress:
+        case QEvent::KeyRelease:  // a field keeps the release for itself
+            watchAlt(*static_cast<QKeyEvent*>(event));
+            break;
         case QEvent::FocusIn:
         case QEvent::FocusOut: {
             // Another window in front, or a list that drops down, takes nothing from the field.

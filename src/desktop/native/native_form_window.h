@@ -63,6 +63,7 @@ private:
     void putInPlace();
     void focusFirst();
     void flush();
+    void watchAlt(const QKeyEvent& event);
     void showMnemonics(bool shown);
     void dragStep(const QMouseEvent& event);
 

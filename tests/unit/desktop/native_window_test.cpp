@@ -6,6 +6,7 @@
 #include <QMimeData>
 #include <QRadioButton>
 #include <QScrollBar>
+#include <QStyle>
 #include <set>
 
 #include "desktop/native/form_scale.h"
@@ -381,6 +382,22 @@ TEST_F(NativeDialogs, AccessKeysAreUniqueAndAmpersandsAreShown) {
     Editor& form = *player.forms.find<Editor>();
     form.cmdFileList[Editor::kOk].Caption = "R&B";
     EXPECT_EQ(button(form.cmdFileList[Editor::kOk]).text(), "R&&B");
+}
+
+TEST_F(NativeDialogs, AccessKeysAreUnderlinedWhileAltIsHeld) {
+    Custom& form = openSettings();
+    auto& field = widget<QLineEdit>(form.txtCustom[0]);
+    const auto underlined = [&] {
+        const QStyle& style = *widget<QLabel>(form.lblCustom[0]).style();
+        return style.styleHint(QStyle::SH_UnderlineShortcut) != 0;
+    };
+    EXPECT_FALSE(underlined());
+    QKeyEvent down(QEvent::KeyPress, Qt::Key_Alt, Qt::AltModifier);
+    QCoreApplication::sendEvent(&field, &down);
+    EXPECT_TRUE(underlined());
+    QKeyEvent up(QEvent::KeyRelease, Qt::Key_Alt, {});
+    QCoreApplication::sendEvent(&field, &up);
+    EXPECT_FALSE(underlined());
 }
 
 TEST(FormScale, GrowsUntilEachControlHasTheRoomItWants) {
