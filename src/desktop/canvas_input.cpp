@@ -50,6 +50,18 @@ void CanvasWindow::letGo() {
     dragging_ = false;
 }
 
+void CanvasWindow::loseMouse() {
+    MouseControl* const mouse = asMouse(target_);
+    const int held = buttons_;
+    letGo();
+    if (mouse == nullptr) return;
+    for (const int button : {kLeftButton, kRightButton, kMiddleButton}) {
+        // A right release opens the menu: nobody asked for that here.
+        if ((held & button) == 0 || button == kRightButton) continue;
+        post([mouse, button] { mouse->MouseUp.raise({button, 0, 0, 0}); });
+    }
+}
+
 void CanvasWindow::mousePressEvent(QMouseEvent* event) {
     const int button = buttonCode(event->button());
     if (!bound() || button == 0) return;
@@ -192,7 +204,7 @@ void CanvasWindow::dropEvent(QDropEvent* event) {
 }
 
 bool CanvasWindow::takesFiles() const {
-    if (!bound()) return false;
+    if (!bound() || !form().Enabled) return false;
     if (form().OLEDragDrop.isTied()) return true;
     for (Control* control : form().controls()) {
         const auto* mouse = asMouse(control);

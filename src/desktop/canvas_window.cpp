@@ -86,7 +86,7 @@ void CanvasWindow::takeGeometry() {
 void CanvasWindow::takeVisibility() {
     if (form().Visible == isVisible()) return;
     if (!form().Visible) {
-        letGo();
+        loseMouse();
         hide();
         return;
     }
@@ -103,7 +103,7 @@ void CanvasWindow::takeWindowState() {
     const bool minimise = form().WindowState == WindowState::Minimized;
     if (minimise == isMinimized()) return;
     if (minimise) {
-        letGo();
+        loseMouse();
         showMinimized();
     } else {
         showNormal();
@@ -168,6 +168,7 @@ bool CanvasWindow::event(QEvent* event) {
         }
         return true;
     }
+    if (event->type() == QEvent::WindowBlocked) loseMouse();  // a box is up: it gets the release
     return QWidget::event(event);
 }
 
@@ -182,6 +183,7 @@ void CanvasWindow::focusInEvent(QFocusEvent* event) {
 
 void CanvasWindow::focusOutEvent(QFocusEvent* event) {
     QWidget::focusOutEvent(event);
+    if (event->reason() == Qt::PopupFocusReason) loseMouse();  // a menu is up: it gets the release
     if (bound()) post([this] { form().LostFocus.raise(); });
 }
 

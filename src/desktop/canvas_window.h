@@ -75,6 +75,8 @@ private:
     bool dragStep(QPoint globalPosition);
     void setHeld(bool held);
     void letGo();
+    /// The pointer is taken away while a button is held (a box, a menu, minimised): what was pressed is let go.
+    void loseMouse();
 
     Control* target_ = nullptr;  ///< has the mouse from press to release
     int buttons_ = 0;            ///< held on the target

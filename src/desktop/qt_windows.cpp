@@ -53,12 +53,16 @@ void QtWindows::attach(Form& form) {
     if (form.style() == FormStyle::Painted) context_.panel = window->widget();
     window->bind();
     windows_[&form] = std::move(window);
-    if (waiting_ && form.style() == FormStyle::Painted) {
-        // Looked at again when the form has tied its events.
-        context_.loop.post([this] {
-            if (waiting_) dropFiles(*std::exchange(waiting_, {}));
-        });
-    }
+    offerWaitingFiles();
+}
+
+/// A form that takes files may have come, or be enabled again now that a dialog has gone. Looked at after the present
+/// handler, when forms have tied their events.
+void QtWindows::offerWaitingFiles() {
+    if (!waiting_) return;
+    context_.loop.post([this] {
+        if (waiting_) dropFiles(*std::exchange(waiting_, {}));
+    });
 }
 
 void QtWindows::detach(Form& form) {
@@ -68,6 +72,7 @@ void QtWindows::detach(Form& form) {
     windows_.erase(found);
     window->unbind();
     (new Grave(std::move(window)))->deleteLater();
+    offerWaitingFiles();
 }
 
 FormWindow* QtWindows::windowOf(const Form& form) const {

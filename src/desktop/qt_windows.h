@@ -39,6 +39,7 @@ public:
 
 private:
     CanvasWindow* fileTaker() const;
+    void offerWaitingFiles();
 
     DesktopContext& context_;
     std::map<const Form*, std::unique_ptr<FormWindow>> windows_;

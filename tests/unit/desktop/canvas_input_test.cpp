@@ -134,6 +134,25 @@ TEST_F(CanvasInput, ADraggedWindowIsMovedAndNotClicked) {
     EXPECT_EQ(std::count(seen.begin(), seen.end(), "form click"), 0);
 }
 
+TEST_F(CanvasInput, AHeldButtonIsLetGoWhenThePanelIsMinimised) {
+    press({20, 20});
+    settle();
+    seen.clear();
+    form.WindowState = WindowState::Minimized;
+    settle();
+    EXPECT_EQ(seen, Texts{"button up 1 0"}) << "a hold must not go on for ever";
+}
+
+TEST_F(CanvasInput, AHeldButtonIsLetGoWhenABoxTakesThePointer) {
+    press({20, 20});
+    settle();
+    seen.clear();
+    QEvent blocked(QEvent::WindowBlocked);
+    QCoreApplication::sendEvent(&widget(), &blocked);
+    settle();
+    EXPECT_EQ(seen, Texts{"button up 1 0"});
+}
+
 TEST_F(CanvasInput, KeysReachTheFormAsCodesAndCharacters) {
     key(QEvent::KeyPress, Qt::Key_Z, {}, "z");
     key(QEvent::KeyRelease, Qt::Key_Z, {}, "z");
@@ -221,6 +240,20 @@ TEST_F(CanvasDrops, DropsWaitWhileTheLoopIsHeld) {
 TEST_F(CanvasDrops, FilesOfAnotherStartGoToTheFormThatTakesThem) {
     takeOn(button, "button");
     windows.dropFiles({true, {"/x.mp3"}});
+    settle();
+    EXPECT_EQ(seen, (Texts{"button", "/x.mp3"}));
+}
+
+TEST_F(CanvasDrops, FilesOfAnotherStartWaitWhileADialogKeepsTheFormDisabled) {
+    takeOn(button, "button");
+    Form dialog("frmOver", FormStyle::Media);
+    windows.attach(dialog);
+    form.Enabled = false;
+    windows.dropFiles({true, {"/x.mp3"}});
+    settle();
+    EXPECT_EQ(seen, Texts{}) << "the list under an open editor stays";
+    form.Enabled = true;
+    windows.detach(dialog);
     settle();
     EXPECT_EQ(seen, (Texts{"button", "/x.mp3"}));
 }
