@@ -71,8 +71,7 @@ std::string programFolder(const FolderChoice& choice) {
 std::string manualFile(const std::string& program) {
     const fs::path base(program);
     std::error_code failed;
-    for (const fs::path& path : {base / "docs/manual.html", base / "manual.html",
-                                 base / "../share/doc/corvane/manual.html", base / "../../docs/manual.html"}) {
+    for (const fs::path& path : {base / "manual/index.html", base / "../share/corvane/manual/index.html"}) {
         if (fs::is_regular_file(path, failed)) return path.lexically_normal().string();
     }
     return {};

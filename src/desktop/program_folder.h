@@ -22,7 +22,7 @@ FolderChoice folderChoiceOfEnvironment();
 /// the program and it can be written; else a folder of the user's, made and given the shipped skins on its first use.
 std::string programFolder(const FolderChoice& choice);
 
-/// The manual as an HTML file beside the program or where it is installed; "" when there is none.
+/// The first page of the manual, beside the program or where it is installed; "" when there is none.
 std::string manualFile(const std::string& program);
 
 }  // namespace corvane

@@ -7,16 +7,14 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QScreen>
-#include <QTextBrowser>
-#include <QUrl>
 #include <QWindow>
 #include <algorithm>
+
+#include "desktop/help_window.h"
 
 namespace corvane {
 
 namespace {
-
-constexpr QSize kManualSize(760, 640);
 
 QMessageBox::Icon toIcon(Icon icon) {
     switch (icon) {
@@ -152,17 +150,7 @@ void QtDialogs::popUp(MenuItem& menu) {
 
 void QtDialogs::help() {
     if (!manualWindow_) {
-        manualWindow_ = new QTextBrowser;
-        manualWindow_->setAttribute(Qt::WA_DeleteOnClose);
-        manualWindow_->setWindowTitle(QStringLiteral("Corvane - Help"));
-        manualWindow_->resize(kManualSize);
-        manualWindow_->setOpenLinks(true);
-        const QString path = QFile::decodeName(QByteArray::fromStdString(manual_));
-        if (!path.isEmpty() && QFile::exists(path)) {
-            manualWindow_->setSource(QUrl::fromLocalFile(path));
-        } else {
-            manualWindow_->setPlainText(QStringLiteral("The manual (manual.html) is not installed."));
-        }
+        manualWindow_ = new HelpWindow(QFile::decodeName(QByteArray::fromStdString(manual_)));
     }
     manualWindow_->show();
     manualWindow_->raise();

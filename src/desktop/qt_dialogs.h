@@ -8,9 +8,10 @@
 
 class QMessageBox;
 class QMenu;
-class QTextBrowser;
 
 namespace corvane {
+
+class HelpWindow;
 
 class QtDialogs : public Dialogs {
 public:
@@ -24,7 +25,7 @@ public:
     bool isBoxUp() const { return !box_.isNull(); }
     /// Answers the box that is up with its refusal and closes the menu.
     void refuse();
-    void setManual(std::string path) { manual_ = std::move(path); }  ///< "" or the path of an HTML file
+    void setManual(std::string path) { manual_ = std::move(path); }  ///< "" or the path of its first page
 
 private:
     void fill(QMenu& menu, const MenuItem& parent);
@@ -32,7 +33,7 @@ private:
     DesktopContext& context_;
     QPointer<QMessageBox> box_;
     QPointer<QMenu> menu_;
-    QPointer<QTextBrowser> manualWindow_;
+    QPointer<HelpWindow> manualWindow_;
     std::string manual_;
 };
 

@@ -54,6 +54,16 @@ TEST_F(ProgramFolders, TheChosenOneWins) {
     EXPECT_FALSE(fs::exists(folder.in("chosen"))) << "nothing is put there";
 }
 
+TEST_F(ProgramFolders, TheManualLiesBesideTheProgramOrIsInstalled) {
+    EXPECT_EQ(manualFile(folder.in("bin")), "");
+    fs::create_directories(folder.in("share/corvane/manual"));
+    folder.write("share/corvane/manual/index.html", "installed");
+    EXPECT_EQ(manualFile(folder.in("bin")), folder.in("share/corvane/manual/index.html"));
+    fs::create_directories(folder.in("bin/manual"));
+    folder.write("bin/manual/index.html", "beside");
+    EXPECT_EQ(manualFile(folder.in("bin")), folder.in("bin/manual/index.html"));
+}
+
 TEST_F(ProgramFolders, TheProgramsOwnWithSkinsBeside) {
     ship("bin");
     EXPECT_EQ(programFolder(choice()), folder.in("bin"));
