@@ -56,8 +56,10 @@ std::string helpText() {
            "  --version    show the version\n"
            "\n"
            "Environment:\n"
-           "  CORVANE_FOLDER  the folder of settings, play lists and skins\n"
-           "  CORVANE_SCALE   size of the windows, 0.5 to 4\n";
+           "  CORVANE_FOLDER     the folder of settings, play lists and skins\n"
+           "  CORVANE_CDROM      the CD drive, or a .cue image that stands for one\n"
+           "  CORVANE_SOUNDFONT  the soundfont for MIDI files\n"
+           "  CORVANE_SCALE      size of the windows, 0.5 to 4\n";
 }
 
 }  // namespace corvane

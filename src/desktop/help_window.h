@@ -16,8 +16,8 @@ namespace corvane {
 /// Shows the manual: its pages, the list of their headings, and a search through all of them.
 class HelpWindow : public QWidget {
 public:
-    /// `manual`: the path of its first page; the other HTML files of that folder are its further pages. A manual that is
-    /// not there is said to be missing. Closing the window deletes it.
+    /// `manual`: the path of its first page; the other HTML files of that folder are its further pages. A manual that
+    /// is not there is said to be missing. Closing the window deletes it.
     explicit HelpWindow(const QString& manual);
 
     /// Goes to the next place of the searched text, or the one before; round through all pages. False: there is none.

@@ -49,7 +49,8 @@ struct Help : ::testing::Test {
     QString selected() const { return text().textCursor().selectedText(); }
     int place() const { return text().textCursor().selectionStart(); }
 
-    static void press(QWidget& widget, int key, const QString& letter = {}, Qt::KeyboardModifiers held = Qt::NoModifier) {
+    static void press(QWidget& widget, int key, const QString& letter = {},
+                      Qt::KeyboardModifiers held = Qt::NoModifier) {
         QKeyEvent event(QEvent::KeyPress, key, held, letter);
         QCoreApplication::sendEvent(&widget, &event);
     }
@@ -153,13 +154,61 @@ TEST(Manual, EveryLinkAndPictureIsThere) {
 
 TEST(Manual, NamesEverySettingKindAndRecord) {
     const QString manual = textOf("index.html");
-    for (const char* name :
-         {"WINDOWPOS", "DELAYTIME", "AUXTYPE", "AUTOPLAY", "QUICK", "PATTERN", "MOVIEZOOM", "IMAGEZOOM", "INTERVAL", "FILENUM",
-          "PAGENUM", "IMAGEHIDE", "BITMAPFILE", "TEXTFILE", "POWER_Click", "MIN_Click", "REPEAT_Click", "SHUFFLE_Click",
-          "PLAY_Click", "PAUSE_Click", "STOP_Click", "PREV_Click", "NEXT_Click", "VOLUME_Up", "VOLUME_Down", "CDA", "BMP",
-          "JPEG", "JPG", "GIF", "AVI", "MOV", "QT", "MID", "RMI", "MPG", "MPV", "MP2", "WAV", "MP3", "M1V", "MPEG", "RA", "RM",
-          "RAM", "RMM", "SND", "AU", "AIF", "AIFC", "AIFF", "CORVANE_FOLDER", "CORVANE_CDROM", "CORVANE_SOUNDFONT",
-          "CORVANE_SCALE"}) {
+    for (const char* name : {"WINDOWPOS",
+                             "DELAYTIME",
+                             "AUXTYPE",
+                             "AUTOPLAY",
+                             "QUICK",
+                             "PATTERN",
+                             "MOVIEZOOM",
+                             "IMAGEZOOM",
+                             "INTERVAL",
+                             "FILENUM",
+                             "PAGENUM",
+                             "IMAGEHIDE",
+                             "BITMAPFILE",
+                             "TEXTFILE",
+                             "POWER_Click",
+                             "MIN_Click",
+                             "REPEAT_Click",
+                             "SHUFFLE_Click",
+                             "PLAY_Click",
+                             "PAUSE_Click",
+                             "STOP_Click",
+                             "PREV_Click",
+                             "NEXT_Click",
+                             "VOLUME_Up",
+                             "VOLUME_Down",
+                             "CDA",
+                             "BMP",
+                             "JPEG",
+                             "JPG",
+                             "GIF",
+                             "AVI",
+                             "MOV",
+                             "QT",
+                             "MID",
+                             "RMI",
+                             "MPG",
+                             "MPV",
+                             "MP2",
+                             "WAV",
+                             "MP3",
+                             "M1V",
+                             "MPEG",
+                             "RA",
+                             "RM",
+                             "RAM",
+                             "RMM",
+                             "SND",
+                             "AU",
+                             "AIF",
+                             "AIFC",
+                             "AIFF",
+                             "CORVANE_FOLDER",
+                             "CORVANE_CDROM",
+                             "CORVANE_SOUNDFONT",
+                             "CORVANE_SCALE"}) {
         const QRegularExpression word("\\b" + QString(name) + "\\b");
         EXPECT_TRUE(manual.contains(word)) << name;
     }

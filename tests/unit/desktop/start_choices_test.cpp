@@ -33,7 +33,10 @@ TEST(CommandLines, Options) {
     EXPECT_TRUE(readCommandLine({"--help"}, "/").help);
     EXPECT_TRUE(readCommandLine({"-h"}, "/").help);
     EXPECT_TRUE(readCommandLine({"--version"}, "/").version);
-    EXPECT_NE(helpText().find("--open FILE"), std::string::npos);
+    for (const char* name : {"--open FILE", "--help", "--version", "CORVANE_FOLDER", "CORVANE_CDROM",
+                             "CORVANE_SOUNDFONT", "CORVANE_SCALE"}) {
+        EXPECT_NE(helpText().find(name), std::string::npos) << name;
+    }
 }
 
 struct ProgramFolders : ::testing::Test {
