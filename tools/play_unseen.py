@@ -32,17 +32,17 @@ class Playing:
         self.skin = read_skin(self.folder / "PANELSET" / "DEFAULT.CSV")
         self.process = session.popen([program, *files], env={"CORVANE_FOLDER": str(self.folder)}, stdin=subprocess.DEVNULL)
         self.screen = Screen(session.framebuffer)
+        self.seen = None
 
     def running(self):
         return self.process.poll() is None
 
     def panel(self):
-        """Window and place of the panel; empty while it is not shown at its full size."""
+        """Window and place of the panel once it stands: the opening's last picture has its size, too, but goes at once."""
         size = self.skin[0][4:6]
-        for window, place in visible_windows(self.session, self.process.pid).items():
-            if place[2:] == size:
-                return window, place
-        return None
+        found = [entry for entry in visible_windows(self.session, self.process.pid).items() if entry[1][2:] == size]
+        before, self.seen = self.seen, found
+        return found[0] if len(found) == 1 and found == before else None
 
     def file_number(self, place):
         """What stands in the panel's file number, as pixels."""
