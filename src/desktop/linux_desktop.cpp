@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <algorithm>
 
-#include "desktop/media/media.h"
 #include "desktop/program_folder.h"
 
 namespace corvane {

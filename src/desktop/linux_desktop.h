@@ -5,6 +5,7 @@
 
 #include "desktop/close_requests.h"
 #include "desktop/command_line.h"
+#include "desktop/media/media.h"
 #include "desktop/qt_dialogs.h"
 #include "desktop/qt_files.h"
 #include "desktop/qt_loop.h"
@@ -24,6 +25,7 @@ public:
     ~LinuxDesktop();
 
     Ports& ports() { return ports_; }
+    DesktopMedia& media() { return *media_; }
 
 private:
     void askToClose();
@@ -39,7 +41,7 @@ private:
     QtDialogs dialogs_;
     QtProcess process_;
     QtRandom random_;
-    std::unique_ptr<Media> media_;
+    std::unique_ptr<DesktopMedia> media_;
     std::unique_ptr<SoundDevices> sound_;
     CloseRequests closing_;
     Ports ports_;
