@@ -34,9 +34,7 @@ namespace {
 constexpr int kLookEveryMs = 1;
 constexpr xcb_keysym_t kShift = 0xFFE1;
 
-double now() {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
+double now() { return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count(); }
 
 template <typename... Values>
 void tell(double at, const char* format, Values... values) {
