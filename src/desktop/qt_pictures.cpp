@@ -6,6 +6,8 @@
 #include <QBuffer>
 #include <QFile>
 #include <QImageReader>
+#include <algorithm>
+#include <atomic>
 #include <cmath>
 
 #include "desktop/picture_check.h"
@@ -19,7 +21,38 @@ constexpr int kWorkerIdleMs = 2000;
 constexpr float kMaxPaintedSide = 1'000'000.0F;  ///< pixels; beyond it positions lose whole pixels
 constexpr int kInvalidPicture = 481;
 
+std::int64_t pixelsOf(QSize size) { return static_cast<std::int64_t>(size.width()) * size.height(); }
+
+/// Held by all pictures that live; a picture can be made by the worker.
+std::atomic<std::int64_t> held{0};
+
+/// Turning a picture needs it twice for a moment.
+void reduceToFit(QImageReader& reader, QSize size) {
+    const bool turns = reader.transformation() != QImageIOHandler::TransformationNone;
+    const std::int64_t free = std::max(kMaxHeldTogether - held, kMaxHeldPixels / 3);
+    const std::int64_t most = std::min(kMaxHeldPixels, turns ? free / 2 : free);
+    if (pixelsOf(size) <= most) return;
+    const double share = std::sqrt(static_cast<double>(most) / static_cast<double>(pixelsOf(size)));
+    reader.setScaledSize((QSizeF(size) * share).toSize().expandedTo({1, 1}));
+}
+
 }  // namespace
+
+QtPicture::QtPicture(QImage image, QSize fullSize)
+    : image_(std::move(image)), size_(fullSize.isValid() ? fullSize : image_.size()) {
+    held += pixelsOf(image_.size());
+}
+
+QtPicture::~QtPicture() { held -= pixelsOf(image_.size()); }
+
+std::int64_t QtPicture::heldPixels() { return held; }
+
+std::uint32_t QtPicture::pixel(int x, int y) const {
+    const auto part = [](int place, int ofImage, int ofPicture) {
+        return static_cast<int>(static_cast<std::int64_t>(place) * ofImage / ofPicture);
+    };
+    return image_.pixel(part(x, image_.width(), width()), part(y, image_.height(), height())) & 0xFFFFFFU;
+}
 
 QImage imageOf(const Picture& picture) {
     if (picture.empty()) return {};
@@ -51,51 +84,54 @@ QtPictures::Stamp QtPictures::stampOf(const std::string& path) {
     return {status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
 }
 
-QImage QtPictures::load(const std::string& path, std::string& reason) {
+Picture QtPictures::load(const std::string& path, std::string& reason) {
     struct stat status {};
-    if (stat(path.c_str(), &status) != 0) return reason = "The file cannot be found.", QImage();
-    if (!S_ISREG(status.st_mode)) return reason = "This is not a file.", QImage();
+    if (stat(path.c_str(), &status) != 0) return reason = "The file cannot be found.", Picture();
+    if (!S_ISREG(status.st_mode)) return reason = "This is not a file.", Picture();
     QFile file(QFile::decodeName(QByteArray::fromStdString(path)));
-    if (!file.open(QIODevice::ReadOnly)) return reason = "The file cannot be read.", QImage();
-    if (!endsWhole(file)) return reason = "The picture is damaged: the file ends too early.", QImage();
+    if (!file.open(QIODevice::ReadOnly)) return reason = "The file cannot be read.", Picture();
+    if (!endsWhole(file)) return reason = "The picture is damaged: the file ends too early.", Picture();
 
     QImageReader reader(&file);
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
     const QByteArray format = reader.format();
     if (format != "bmp" && format != "jpeg" && format != "gif" && format != "png") {
-        return reason = "This is not a picture of a known format.", QImage();
+        return reason = "This is not a picture of a known format.", Picture();
     }
     const QSize size = reader.size();
-    if (!size.isValid()) return reason = "The picture is damaged or too large.", QImage();
-    if (static_cast<std::int64_t>(size.width()) * size.height() > kMaxPicturePixels) {
+    if (!size.isValid()) return reason = "The picture is damaged or too large.", Picture();
+    const bool reducible = format == "jpeg";  // its decoder reduces while it reads; others would read the whole first
+    if (pixelsOf(size) > (reducible ? kMaxPicturePixels : kMaxHeldPixels)) {
         return reason = "The picture is too large (" + std::to_string(size.width()) + " x " +
                         std::to_string(size.height()) + " pixels).",
-               QImage();
+               Picture();
     }
+    const bool turned = reader.transformation().testFlag(QImageIOHandler::TransformationRotate90);
+    if (reducible) reduceToFit(reader, size);
     QImage image = reader.read();
-    if (image.isNull()) return reason = "The picture is damaged: " + reader.errorString().toStdString(), QImage();
+    if (image.isNull()) return reason = "The picture is damaged: " + reader.errorString().toStdString(), Picture();
     image.setDevicePixelRatio(1.0);
-    return std::move(image).convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
-                                                                    : QImage::Format_RGB32);
+    image = std::move(image).convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
+                                                                     : QImage::Format_RGB32);
+    return Picture(std::make_shared<QtPicture>(std::move(image), turned ? size.transposed() : size));
 }
 
 Pictures::Decoded QtPictures::decode(const std::string& path) {
-    QImage image;
+    Picture picture;
     std::string reason;
     {
         std::unique_lock lock(mutex_);
         if (wanted_ == path) wanted_.clear();
         done_.wait(lock, [&] { return working_ != path; });
         if (ready_.path == path && ready_.stamp == stampOf(path)) {
-            image = std::move(ready_.image);
+            picture = ready_.picture;
             reason = std::move(ready_.reason);
-            ready_ = {};
         }
+        ready_ = {};  // what was decoded for nothing must not take the room of what is wanted
     }
-    if (image.isNull() && reason.empty()) image = load(path, reason);
-    if (image.isNull()) return {Picture(), reason};
-    return {Picture(std::make_shared<QtPicture>(std::move(image))), {}};
+    if (picture.empty() && reason.empty()) picture = load(path, reason);
+    return {picture, picture.empty() ? reason : std::string()};
 }
 
 void QtPictures::decodeAhead(const std::string& path) {
@@ -114,8 +150,8 @@ void QtPictures::work() {
         const std::string path = working_;
         ready_ = {};
         lock.unlock();
-        Ahead ahead{path, stampOf(path), QImage(), {}};
-        ahead.image = load(path, ahead.reason);
+        Ahead ahead{path, stampOf(path), Picture(), {}};
+        ahead.picture = load(path, ahead.reason);
         lock.lock();
         ready_ = std::move(ahead);
         working_.clear();

@@ -15,21 +15,31 @@ namespace corvane {
 /// A picture of this desktop.
 class QtPicture : public PictureData {
 public:
-    /// The image must not be null.
-    explicit QtPicture(QImage image) : image_(std::move(image)) {}
-    int width() const override { return image_.width(); }
-    int height() const override { return image_.height(); }
-    std::uint32_t pixel(int x, int y) const override { return image_.pixel(x, y) & 0xFFFFFFU; }
+    /// The image must not be null; fullSize, when given, is the picture's own size of which the image holds a
+    /// reduction.
+    explicit QtPicture(QImage image, QSize fullSize = {});
+    ~QtPicture() override;
+    int width() const override { return size_.width(); }
+    int height() const override { return size_.height(); }
+    std::uint32_t pixel(int x, int y) const override;
     const QImage& image() const { return image_; }
+
+    /// Pixels that all living pictures hold; any thread.
+    static std::int64_t heldPixels();
 
 private:
     QImage image_;
+    QSize size_;
 };
 
 /// The pixels of a picture; null for none.
 QImage imageOf(const Picture& picture);
 
 inline constexpr std::int64_t kMaxPicturePixels = 40'000'000;
+/// What one picture, and all of them while the next is decoded, may hold in memory, so that the program stays below
+/// 200 MB: 4 bytes a pixel. A larger JPEG is held reduced, and scaled when it is painted.
+inline constexpr std::int64_t kMaxHeldPixels = 18'000'000;
+inline constexpr std::int64_t kMaxHeldTogether = 36'000'000;
 
 /// Pictures by Qt's readers: BMP, JPEG, GIF and PNG by their content, whatever the name. A file that ends too early
 /// counts as damaged.
@@ -54,11 +64,11 @@ private:
     struct Ahead {
         std::string path;
         Stamp stamp;
-        QImage image;  ///< null when it failed
+        Picture picture;  ///< empty when it failed
         std::string reason;
     };
     static Stamp stampOf(const std::string& path);
-    static QImage load(const std::string& path, std::string& reason);
+    static Picture load(const std::string& path, std::string& reason);
     void work();
 
     QThreadPool worker_;  ///< one thread, gone when it is idle

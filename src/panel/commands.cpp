@@ -67,6 +67,14 @@ void frmMainPanel::pctMainPanel_Click() {
     if (isStopped()) openBeside(FormId::Custom);
 }
 
+/// A label drags the window; a click on one that lies on the display picture means the display.
+void frmMainPanel::lblMainPanel_Click(const Label& label) {
+    const PictureBox& display = pctMainPanel;
+    const bool onDisplay = display.Visible && label.Left >= display.Left && label.Top >= display.Top &&
+                           label.Left < display.Left + display.Width && label.Top < display.Top + display.Height;
+    if (onDisplay) pctMainPanel_Click();
+}
+
 void frmMainPanel::cmdMainPanel_MouseDown(int index, const MouseArgs& mouse) {
     if (mouse.button != kLeftButton || (index != kPrev && index != kNext)) return;
     if (isFullScreenMovie() && movie() != nullptr) movie()->amvMovie->FullScreenMode(false);

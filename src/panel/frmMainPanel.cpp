@@ -51,6 +51,7 @@ void frmMainPanel::tieMouse() {
     for (Label& label : lblMainPanel) {
         label.MouseDown.tie([this](const MouseArgs& mouse) { dragWindow(mouse); });
         label.MouseUp.tie([this](const MouseArgs& mouse) { popUpOnRight(mouse); });
+        label.Click.tie([this, &label] { lblMainPanel_Click(label); });
     }
     for (Image& image : imgMainPanel) {
         const int index = image.index();

@@ -33,6 +33,7 @@ private:
     void cmdMainPanel_MouseDown(int index, const MouseArgs& mouse);
     void cmdMainPanel_MouseUp(int index, const MouseArgs& mouse);
     void pctMainPanel_Click();
+    void lblMainPanel_Click(const Label& label);
     void dragWindow(const MouseArgs& mouse);
     void popUpOnRight(const MouseArgs& mouse);
     void imgMainPanel_MouseDown(int index, const MouseArgs& mouse);

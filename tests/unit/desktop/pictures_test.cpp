@@ -84,6 +84,26 @@ TEST_F(DesktopPictures, AJpegIsTurnedUpright) {
     EXPECT_EQ(decoded.picture.height(), 40);
 }
 
+TEST_F(DesktopPictures, LargePicturesNeverHoldMoreThanTheirShareOfMemory) {
+    QImage large(6000, 4000, QImage::Format_RGB32);
+    large.fill(Qt::red);
+    large.save(QString::fromStdString(folder.in("a.jpg")), "JPG");
+    const std::int64_t before = QtPicture::heldPixels();
+    {
+        const Picture first = pictures.decode(folder.in("a.jpg")).picture;
+        EXPECT_EQ(first.width(), 6000) << "its size is its own";
+        EXPECT_EQ(first.height(), 4000);
+        EXPECT_LE(QtPicture::heldPixels() - before, kMaxHeldPixels);
+        EXPECT_NEAR(static_cast<int>(first.data()->pixel(5999, 3999) >> 16), 254, 3);
+        const Picture second = pictures.decode(folder.in("a.jpg")).picture;
+        pictures.decodeAhead(folder.in("a.jpg"));
+        pictures.finishHints();
+        EXPECT_LE(QtPicture::heldPixels(), kMaxHeldTogether + kMaxHeldPixels / 3);
+    }
+    EXPECT_NE(pictures.decode(folder.in("none.jpg")).reason, "") << "lets what was decoded ahead go";
+    EXPECT_EQ(QtPicture::heldPixels(), before);
+}
+
 TEST_F(DesktopPictures, AFileChangedAfterTheHintIsReadAgain) {
     const QString path = QString::fromStdString(folder.in("a.png"));
     busy(20, 10).save(path);
