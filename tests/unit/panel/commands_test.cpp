@@ -211,6 +211,32 @@ TEST_F(Commands, TheDisplayOpensTheSettingsOnlyWhileStopped) {
     }
 }
 
+TEST_F(Commands, AClickOnATextInsideTheDisplayIsAClickOnTheDisplay) {
+    struct Place {
+        float left, top;  ///< of the text
+        bool displayShown;
+        const char* before;
+        bool opens;
+    };
+    setUp(kSound);
+    panel().pctMainPanel.Move(1000, 600);
+    panel().pctMainPanel.SetSize(2000, 300);
+    Label& text = panel().lblMainPanel[kTextLabel];
+    for (const Place& row : {Place{1000, 600, true, "playing", false}, Place{1000, 600, true, "paused", false},
+                             Place{999, 600, true, "stopped", false}, Place{1000, 599, true, "stopped", false},
+                             Place{3000, 600, true, "stopped", false}, Place{1000, 900, true, "stopped", false},
+                             Place{1500, 700, false, "stopped", false}, Place{1000, 600, true, "stopped", true}}) {
+        SCOPED_TRACE(std::string(row.before) + " " + std::to_string(row.left) + " " + std::to_string(row.top));
+        bring(kSound, row.before);
+        text.Move(row.left, row.top);
+        panel().pctMainPanel.Visible = row.displayShown;
+        act([&] { text.Click.raise(); });
+        EXPECT_EQ(window("frmCustom") != nullptr, row.opens);
+        EXPECT_EQ(panel().Visible, !row.opens);
+        act([this] { CloseFile(player, false); });
+    }
+}
+
 // --- The right button, dragging, the focus ---------------------------------------------------------------------------
 
 class Areas : public Commands {

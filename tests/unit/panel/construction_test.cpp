@@ -7,6 +7,15 @@ namespace {
 
 using namespace mdlPublicFunction;
 
+/// Takes note of a window that becomes normal again.
+struct NormalWatch : ControlObserver {
+    bool becameNormal = false;
+    void propertyChanged(Control& control, PropertyId property) override {
+        if (property != PropertyId::WindowState) return;
+        becameNormal = static_cast<Form&>(control).WindowState == WindowState::Normal;
+    }
+};
+
 class Construction : public PanelHands {
 protected:
     /// Loads the panel from these records; the log holds what it did.
@@ -167,6 +176,9 @@ TEST_F(Construction, APanelThatCannotBeShownSaysSoAndEndsTheProgram) {
             failing.gWindowPos = 1;
             failing.forms.load<MenuWindowControls>().pcpMainPanel.Picture = makePicture(256, 256, {0x404040});
             other.dialogs.answers = {answer};
+            failing.gFileCount = 1;
+            failing.gPlaying = true;
+            other.dialogs.whileUp = [&] { EXPECT_FALSE(failing.gPlaying) << "what is open is closed first"; };
             other.loop.enter([&] { failing.forms.load<MainPanelControls>(); });
             ASSERT_EQ(other.dialogs.boxes.size(), 1U);
             EXPECT_EQ(other.dialogs.boxes[0],
@@ -252,7 +264,10 @@ TEST_F(Construction, TheEndTakesNoteOfThePlaceAndShowsTheStartWindow) {
     build();
     panel().Move(1234, 567);
     panel().WindowState = WindowState::Minimized;
+    NormalWatch watch;
+    panel().addObserver(&watch);
     click(kPower);
+    EXPECT_TRUE(watch.becameNormal);
     EXPECT_FALSE(isThere("frmMainPanel"));
     EXPECT_EQ(player.gPanelLeft, 1234);
     EXPECT_EQ(player.gPanelTop, 567);
