@@ -18,6 +18,10 @@ public:
     bool replace(const std::string& path, std::string_view bytes) override;
 };
 
+/// Removes what replacements left beside their files when the program was killed in the middle of one. Call it while no
+/// other instance uses the folder.
+void removeUnfinishedFiles(const std::string& folder);
+
 /// Whether a name matches one of the patterns (";" between them, "*" any run, "?" one byte, letters without case).
 /// "*.*" is every name, also one without a dot.
 bool matchesAnyPattern(std::string_view name, std::string_view patterns);

@@ -3,13 +3,18 @@
 
 #include <utility>
 
+#include "desktop/qt_files.h"
+
 namespace corvane {
 
 QtProcess::QtProcess(CommandLine line, std::string folder)
     : line_(std::move(line)), folder_(std::move(folder)), instance_(folder_, runtimeFolder()) {}
 
 bool QtProcess::onlyInstance() {
-    if (instance_.acquire()) return true;
+    if (instance_.acquire()) {
+        removeUnfinishedFiles(folder_);
+        return true;
+    }
     if (!line_.files.empty()) instance_.handOver(line_.files);
     return false;
 }

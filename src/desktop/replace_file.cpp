@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -7,6 +8,7 @@
 #include <cerrno>
 #include <climits>
 #include <cstdio>
+#include <string_view>
 
 #include "desktop/descriptor.h"
 #include "desktop/qt_files.h"
@@ -16,6 +18,8 @@ namespace corvane {
 namespace {
 
 constexpr int kMaxLinks = 40;
+constexpr std::string_view kBesidePrefix = ".corvane-";
+constexpr std::string_view kBesideRandom = "XXXXXX";
 
 std::string folderOf(const std::string& path) {
     const std::size_t slash = path.rfind('/');
@@ -68,7 +72,7 @@ bool QtFiles::replace(const std::string& path, std::string_view bytes) {
     if (exists && (!S_ISREG(old.st_mode) || access(target.c_str(), W_OK) != 0)) return false;
 
     const std::string folder = folderOf(target);
-    std::string beside = folder + "/.corvane-XXXXXX";
+    std::string beside = folder + '/' + std::string(kBesidePrefix) + std::string(kBesideRandom);
     Descriptor file(mkostemp(beside.data(), O_CLOEXEC));
     if (!file) return false;
     if (exists) {
@@ -84,6 +88,18 @@ bool QtFiles::replace(const std::string& path, std::string_view bytes) {
     const Descriptor opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (opened) fsync(opened.get());
     return true;
+}
+
+void removeUnfinishedFiles(const std::string& folder) {
+    DIR* const entries = opendir(folder.c_str());
+    if (entries == nullptr) return;
+    while (const dirent* entry = readdir(entries)) {
+        const std::string_view name = entry->d_name;
+        if (name.starts_with(kBesidePrefix) && name.size() == kBesidePrefix.size() + kBesideRandom.size()) {
+            unlinkat(dirfd(entries), entry->d_name, 0);
+        }
+    }
+    closedir(entries);
 }
 
 }  // namespace corvane
