@@ -149,6 +149,28 @@ TEST_F(Hold, AMovieThatEndsAtDoubleRateHandsOver) {
     EXPECT_TRUE(mediaCalls().empty());
 }
 
+TEST_F(Hold, AMovieThatHasEndedIsNotRevivedBeforeItHandsOver) {
+    for (const int index : {kPrev, kNext}) {
+        for (const int shift : {0, kShiftMask}) {
+            SCOPED_TRACE(std::to_string(index) + " " + std::to_string(shift));
+            player.gDelayTime = 1000;
+            bring(kMovie, "playing");
+            placeAt(39.5);
+            pressDown(index, shift);
+            machine.advance(900);  // ended at 500 ms, held at 750
+            letGo(index, {kLeftButton, shift, 0, 0});
+            EXPECT_TRUE(mediaCalls().empty());
+            EXPECT_EQ(player.gFileIndex, 0);
+            machine.advance(599);
+            EXPECT_EQ(player.gFileIndex, 0);
+            machine.advance(1);
+            EXPECT_EQ(player.gFileIndex, 1);
+            EXPECT_EQ(state(), "playing");
+            act([this] { CloseFile(player, false); });
+        }
+    }
+}
+
 TEST_F(Hold, APausedMovieThatTheReleaseRunsShowsThePlayingState) {
     bring(kMovie, "paused");
     placeAt(10);
