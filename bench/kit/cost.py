@@ -11,11 +11,12 @@ from .table import Figure, ratio
 TICKS_A_SECOND = os.sysconf("SC_CLK_TCK")
 SOUNDFONT = pathlib.Path("/usr/share/sounds/sf2/TimGM6mb.sf2")
 SETTLE_SECONDS = 3
+SOUND_MEMORY_MB = 45
 PLAYED = (("MP3", "music.mp3"), ("MIDI", "music.mid"), ("640x480 AVI", "small.avi"), ("720p MOV", "large.mov"))
 
 
 def memory(pid):
-    """Proportional memory in MB (a million bytes would be 5 % more; this is 1024 squared)."""
+    """Proportional memory in units of 1024 squared bytes."""
     text = pathlib.Path(f"/proc/{pid}/smaps_rollup").read_text()
     return int(re.search(r"^Pss:\s+(\d+) kB", text, re.M).group(1)) / 1024
 
@@ -50,8 +51,9 @@ def memory_figures(stage):
             theirs.append(memory(mpv.pid))
     yield Figure("memory (PSS), idle", idle, "MB", 25)
     yield Figure("memory (PSS), bare window of the tool kit", bare, "MB", None, "reference")
-    for name, _ in PLAYED:
-        yield Figure(f"memory (PSS), playing {name}", playing[name], "MB", None if "x" in name or "p" in name else 45)
+    for name, file in PLAYED:
+        is_sound = file.endswith((".mp3", ".mid"))
+        yield Figure(f"memory (PSS), playing {name}", playing[name], "MB", SOUND_MEMORY_MB if is_sound else None)
     yield ratio("memory, playing MP3, beside mpv", playing["MP3"], theirs)
 
 

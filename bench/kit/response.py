@@ -117,20 +117,20 @@ def alternate(stage, ear, rounds, command):
 
 def next_figures(stage):
     rounds = stage.runs * 2
-    reference = []
     for kind in ("wav", "mp3", "mid"):
         pairs = stage.files(f"left_long.{kind}", f"right_long.{kind}") * rounds
         with Ear(stage.session) as ear, stage.player(pairs, AUTOPLAY="ON", rest=0.5):
             waits = alternate(stage, ear, rounds, lambda: stage.eyes.press(KEYS["next"]))
-        if kind != "mid":
-            with Ear(stage.session) as ear, stage.mpv(*pairs) as mpv:
-                ear.wait_for_sound(0)
-                wait_quietly(0.5)
-                reference = alternate(stage, ear, rounds, lambda: mpv.say("playlist-next"))
-        beside = np.median(reference) * 1000 + FRAME_MS if kind != "mid" else None
-        yield milliseconds(f"next file, key to sound, {kind.upper()}", waits, beside, "target: mpv's and one frame" if beside else "")
-        if beside:
-            yield milliseconds(f"next file, {kind.upper()}, mpv", reference, None, "reference, steered by its socket")
+        name = f"next file, key to sound, {kind.upper()}"
+        if kind == "mid":  # which mpv does not play
+            yield milliseconds(name, waits)
+            continue
+        with Ear(stage.session) as ear, stage.mpv(*pairs) as mpv:
+            ear.wait_for_sound(0)
+            wait_quietly(0.5)
+            theirs = alternate(stage, ear, rounds, lambda: mpv.say("playlist-next"))
+        yield milliseconds(name, waits, np.median(theirs) * 1000 + FRAME_MS, "target: mpv's and one frame")
+        yield milliseconds(f"next file, {kind.upper()}, mpv", theirs, None, "reference, steered by its socket")
 
 
 def stop_and_go(ear, rounds, pause, play):

@@ -161,7 +161,7 @@ class Ear:
             samples, start = self._part(since)
             level = samples.max(axis=1) if channel is None else samples[:, channel]
             loud = np.flatnonzero(level > LOUD)
-            return start + loud[0] / RATE if len(loud) else None
+            return max(since, start + loud[0] / RATE) if len(loud) else None
 
         return self._wait("a sound", heard, seconds)
 

@@ -26,7 +26,7 @@ class Figure:
         return self.target is None or self.median <= self.target
 
     def row(self):
-        target = "" if self.target is None else f"≤ {self.target:g}" + ("" if self.kept else " missed")
+        target = "" if self.target is None else f"≤ {self.target:.3g}" + ("" if self.kept else " missed")
         return (self.name, number(self.median), f"{number(min(self.values))}–{number(max(self.values))}", self.unit, target,
                 self.note)
 
