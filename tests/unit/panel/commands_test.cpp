@@ -423,6 +423,15 @@ TEST_F(DoublePress, TheKeyCountsAsThePressToo) {
     EXPECT_EQ(player.gFileIndex, 1);
 }
 
+TEST_F(DoublePress, TheFileIsOpenedAfreshEvenWithThePauseButtonDisabled) {
+    play(1);
+    click(kPrev);
+    button(kPause).Enabled = false;
+    machine.advance(300);
+    EXPECT_TRUE(button(kPause).Enabled);
+    EXPECT_EQ(mediaCalls(), opened("/m/second.wav"));
+}
+
 TEST_F(DoublePress, StopOrPauseInBetweenForgetsTheFirstPress) {
     for (const int between : {kStop, kPause}) {
         SCOPED_TRACE(between);
