@@ -67,7 +67,8 @@ void previousWhilePlaying(Player& player, MainPanelControls& panel) {
 
 void stepMovie(Player& player, MainPanelControls& panel) {
     auto* window = player.forms.find<MovieWindowControls>();
-    if (window == nullptr || !window->isShowing()) return;
+    // At full-screen zoom the movie counts as showing, also while a held button has it out of full screen.
+    if (window == nullptr || !(window->isShowing() || player.gMovieZoom == kFullScreenZoom)) return;
     MovieControl& movie = *window->amvMovie;
     const double position = std::nearbyint(movie.CurrentPosition());
     if (position < movie.Duration()) {

@@ -45,6 +45,7 @@ public:
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert("XDG_RUNTIME_DIR", folder_.path());
         environment.remove("PULSE_SERVER");
+        environment.remove("DBUS_SESSION_BUS_ADDRESS");  // a server of the session may hold the name there
         server_.setProcessEnvironment(environment);
         server_.setStandardErrorFile(QProcess::nullDevice());
         server_.start("pulseaudio", {"-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "-L",

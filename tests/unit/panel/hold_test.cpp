@@ -218,6 +218,15 @@ TEST_F(Hold, AFullScreenMovieLeavesTheScreenToTheButtonAndReturns) {
     EXPECT_EQ(machine.log.count("windows.focus pctMainPanel"), 0) << "the keys go to the movie";
 }
 
+TEST_F(Hold, AClickOnNextStepsAPausedFullScreenMovieThatTheButtonHoldsOutOfTheScreen) {
+    player.gMovieZoom = kFullScreenZoom;
+    bring(kMovie, "paused");
+    placeAt(10);
+    hold(kNext, 100);
+    EXPECT_EQ(machine.media.movie()->CurrentPosition(), 11.0);
+    EXPECT_EQ(state(), "paused");
+}
+
 TEST_F(Hold, AtAnyOtherZoomTheScreenIsLeftAlone) {
     player.gMovieZoom = 1;
     bring(kMovie, "playing");
