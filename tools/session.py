@@ -128,7 +128,7 @@ class Session:
             raise SessionError(f"{name} did not start" + (f": {said}" if said else ""))
 
     def _start_bus(self):
-        address = f"unix:path={self.environment['XDG_RUNTIME_DIR']}/bus"
+        address = f"unix:path={self.folder}/bus"  # not where a program without an address would look for it
         server = self._spawn("dbus-daemon", ["dbus-daemon", "--session", "--nofork", "--nopidfile", f"--address={address}"])
         self._await("dbus-daemon", server, pathlib.Path(address.split("=", 1)[1]).exists)
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
@@ -163,8 +163,9 @@ class Session:
         socket = pathlib.Path(self.environment["XDG_RUNTIME_DIR"], "pulse_socket")
         socket.unlink(missing_ok=True)
         self.environment["PULSE_SERVER"] = f"unix:{socket}"
+        # Not on the bus: it would hold the name there that the tests' own servers want.
         server = self._spawn("pulseaudio", [
-            "pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "--disallow-exit",
+            "env", "-u", "DBUS_SESSION_BUS_ADDRESS", "pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "--disallow-exit",
             "-L", f"module-native-protocol-unix socket={socket} auth-anonymous=1", "-L", "module-null-sink sink_name=nul"])
         self._await("pulseaudio", server, lambda: self._sound_answers(socket))
 

@@ -13,11 +13,12 @@ WARM_UP = 60  # every kind was opened several times: libraries, caches and worke
 GROWTH_KB = 12 * 1024  # heap noise; a lost window or picture of each change would be far more
 
 
-def proportional_kb(process):
+def own_kb(process):
+    """Memory that is not a file's: what other processes share or give back does not change it."""
     for line in pathlib.Path(f"/proc/{process}/smaps_rollup").read_text().splitlines():
-        if line.startswith("Pss:"):
+        if line.startswith("Anonymous:"):
             return int(line.split()[1])
-    raise AssertionError("no Pss line")
+    raise AssertionError("no such line")
 
 
 def handles(process):
@@ -42,13 +43,13 @@ def two_hundred_changes(stage):
         stage.player.key("period")
         wait(f"one window at most beside the panel at change {change}", lambda: len(stage.player.windows()) <= 2, 5)
         if change == WARM_UP:
-            warm = (proportional_kb(process), handles(process), threads(process))
+            warm = (own_kb(process), handles(process), threads(process))
     check(stage.player.running(), "it ended")
     memory, open_handles, running_threads = warm
     grown = []
 
     def flat():
-        grown[:] = [proportional_kb(process) - memory, handles(process) - open_handles, threads(process) - running_threads]
+        grown[:] = [own_kb(process) - memory, handles(process) - open_handles, threads(process) - running_threads]
         return grown[0] <= GROWTH_KB and grown[1] <= 8 and grown[2] <= 4
 
     try:

@@ -7,7 +7,7 @@ from harness import PROJECT
 from harness.expect import StoryFailure, check, equal, steady, wait
 from harness.media import disc, encode, movie, picture, tone
 from harness.player import NEXT, PAUSE, PLAY, STOP
-from harness.sound import read_notes
+from harness.sound import read_notes, same_pitch
 from harness.story import story
 
 RED, GREEN, BLUE, YELLOW, VIOLET, ORANGE = "#C83232", "#32A046", "#3250C8", "#C8B432", "#8232B4", "#D8782A"
@@ -69,8 +69,7 @@ def every_kind(stage):
     stage.player.settings(AUTOPLAY="ON", INTERVAL=PICTURE_SECONDS, DELAYTIME=200)
     stage.player.save_list(paths)
     stage.player.start(**environment)
-    last = heard[-1]
-    shown = watch_colours(stage, set(seen), lambda _: abs(stage.sound.pitch_now() / last - 1) < 0.02, 70)
+    shown = watch_colours(stage, set(seen), lambda so_far: len(so_far) >= len(seen) and same_pitch(stage.sound.pitch_now(), heard[-1]), 60)
     equal(shown, seen, "colours seen")
     stage.sound.wait_for_silence(6, lasting=1.0)
     stage.sound.expect_order(heard)
