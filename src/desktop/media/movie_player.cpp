@@ -202,8 +202,11 @@ void MoviePlayer::findSoundAgain() { command(0, {"ao-reload"}); }
 
 double MoviePlayer::position() const {
     if (ended_) return duration_ > 0 ? duration_ : time_;
-    const double now = target_.value_or(time_);
-    return std::clamp(now, 0.0, duration_ > 0 ? duration_ : std::max(now, 0.0));
+    const double now = std::max(target_.value_or(time_), 0.0);
+    if (duration_ > 0 && now >= duration_) return duration_;
+    // In hundredths, below any frame's time: the panel shows the number as it is.
+    const double rounded = std::round(now * 100) / 100;
+    return duration_ > 0 ? std::min(rounded, duration_) : rounded;
 }
 
 void MoviePlayer::pump() {
