@@ -24,7 +24,7 @@ enum Tag : std::uint64_t { kLoad = 1, kSeek, kEnd, kWidth, kHeight, kDuration, k
 constexpr std::uint64_t tagged(Tag tag, std::uint32_t number) { return std::uint64_t{tag} << 32 | number; }
 
 /// A movie is a local file and nothing else: no configuration, no scripts, no network, no file that it refers to.
-constexpr std::array<std::pair<const char*, const char*>, 34> kOptions{{
+constexpr std::array<std::pair<const char*, const char*>, 35> kOptions{{
     {"config", "no"},
     {"load-scripts", "no"},
     {"ytdl", "no"},
@@ -49,6 +49,7 @@ constexpr std::array<std::pair<const char*, const char*>, 34> kOptions{{
     {"hwdec", "no"},
     {"vo", "libmpv"},
     {"sws-allow-zimg", "no"},  // its colours are wrong in memory
+    {"sws-fast", "yes"},       // half the work of a frame; what it rounds off is not seen
     {"ao", "pulse,null"},
     {"pulse-buffer", "native"},  // with a short one the clock stands still at first where no hardware drives it
     {"audio-client-name", "Corvane"},
