@@ -163,9 +163,9 @@ class Session:
         socket = pathlib.Path(self.environment["XDG_RUNTIME_DIR"], "pulse_socket")
         socket.unlink(missing_ok=True)
         self.environment["PULSE_SERVER"] = f"unix:{socket}"
-        # Not on the bus: it would hold the name there that the tests' own servers want.
+        # On no bus at all: it would hold the name there that the tests' own servers want.
         server = self._spawn("pulseaudio", [
-            "env", "-u", "DBUS_SESSION_BUS_ADDRESS", "pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "--disallow-exit",
+            "env", "-u", "DISPLAY", "DBUS_SESSION_BUS_ADDRESS=unix:path=/dev/null", "pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "--disallow-exit",
             "-L", f"module-native-protocol-unix socket={socket} auth-anonymous=1", "-L", "module-null-sink sink_name=nul"])
         self._await("pulseaudio", server, lambda: self._sound_answers(socket))
 

@@ -33,7 +33,8 @@ public:
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert("XDG_RUNTIME_DIR", folder_.path());
         environment.remove("PULSE_SERVER");
-        environment.remove("DBUS_SESSION_BUS_ADDRESS");  // a server of the session may hold the name there
+        // Not on any bus, nor on one found through the display: another server may hold the name there.
+        environment.insert("DBUS_SESSION_BUS_ADDRESS", "disabled:");
         process_.setProcessEnvironment(environment);
         process_.setStandardErrorFile(QProcess::nullDevice());
         process_.start("pulseaudio", {"-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "-L",
