@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <malloc.h>
 #include <unistd.h>
 
 #include <QApplication>
@@ -47,6 +48,10 @@ int runPlayer(CommandLine line) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // Buffers of movies and pictures go back to the system when they are freed. By default the limit grows with what
+    // was freed, and the heap then keeps some 100 MB after a list of movies.
+    mallopt(M_MMAP_THRESHOLD, 512 * 1024);
+    mallopt(M_TRIM_THRESHOLD, 128 * 1024);
     CommandLine line = commandLineOf(argc, argv);
     if (line.help) return std::fputs(helpText().c_str(), stdout) < 0 ? 1 : 0;
     if (line.version) return std::puts("corvane " CORVANE_VERSION) < 0 ? 1 : 0;
