@@ -42,7 +42,8 @@ def work(program, names, results):
                 except queue.Empty:
                     break
                 began = time.monotonic()
-                why = theatre.play(known[name])
+                # A busy machine can make one play late: what fails twice has failed.
+                why = theatre.play(known[name]) and theatre.play(known[name])
                 results.put((name, time.monotonic() - began, why))
     except SessionError as error:
         results.put(("private desktop", 0.0, str(error)))

@@ -76,7 +76,7 @@ def samples_in_order(stage):
     wait("the auto lamp", lambda: stage.player.lamp_lit(AUTO_LAMP))
     check(not stage.player.lamp_lit(QUICK_LAMP), "the quick lamp is lit")
     expected = [hz for name in SOUND_SAMPLES for hz, _, _ in notes[name]]
-    wait("the last file begins", lambda: stage.sound.now() > 22 and stage.sound.pitch_now() > 0, 40)
+    wait("the last file begins", lambda: stage.sound.now() > 22 and stage.sound.pitch_now() > 0, 90)
     stage.sound.wait_for_silence(20, lasting=1.5)
     stage.sound.expect_order(expected)
 
