@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <functional>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+#include "platform/event_loop.h"
+#include "windows/message_window.h"
+
+namespace corvane {
+
+/// The event loop over the thread's message queue: posted events run from a posted message, so they also run inside the
+/// system's own loops (a menu, a window being moved), and input comes between the batches.
+class WindowsLoop : public EventLoop {
+public:
+    WindowsLoop();
+
+    /// Handles messages until quit().
+    void run();
+    /// Handles messages until the condition holds; false: it did not within that time.
+    bool runUntil(const std::function<bool()>& condition, int atMostMs);
+    void quit();
+    /// No posted event runs after this.
+    void stop();
+
+    /// As post(), from any thread. What is sent after stop() is dropped.
+    void postFromThread(Handler event);
+    /// Runs a handler when no message is being handled any more: for what must not go while its own code runs.
+    void afterMessage(Handler handler);
+    /// Looks at each message of the thread before it is dispatched; true: it was handled (dialog keys).
+    void onMessage(std::function<bool(MSG&)> filter) { filter_ = std::move(filter); }
+
+protected:
+    void wake() override;
+
+private:
+    std::optional<LRESULT> handle(UINT message);
+    void takeSent();
+    void dispatch(MSG& message);
+    void runAfter();
+
+    MessageWindow window_;
+    std::function<bool(MSG&)> filter_;
+    std::vector<Handler> after_;
+    bool woken_ = false;
+    bool stopped_ = false;
+    bool quitting_ = false;
+    std::optional<Hold> end_;  ///< breaks off the batch that is running
+
+    std::mutex mutex_;  ///< guards what follows
+    std::vector<Handler> sent_;
+};
+
+}  // namespace corvane
