@@ -78,7 +78,8 @@ std::int16_t volumeLevel(std::uint32_t word);
 /// The level's word: both channels level x 0x1111.
 std::uint32_t volumeWord(std::int16_t level);
 /// Draws the indicator at gVolume's angle.
-void placeIndicator(Player& player);
+void placeIndicator(const mdlDefinePublic::PlayerState& state, MainPanelControls& panel);
+void placeIndicator(Player& player);  ///< the same, on the panel that is loaded
 /// The level that the pointer at (x, y), twips from the knob image's corner, chooses; empty: the move is ignored.
 std::optional<std::int16_t> knobLevel(const Player& player, float x, float y);
 /// The volume word of the chosen device; empty: it cannot be read.

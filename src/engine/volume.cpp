@@ -6,9 +6,10 @@
 
 namespace corvane::mdlPublicFunction {
 
+using mdlDefinePublic::kFullVolume;
+
 namespace {
 
-constexpr std::int16_t kFullVolume = 15;
 constexpr float kIndicatorHalf = 45;        // twips: half the indicator's size
 constexpr double kPi = 3.14;                // deliberately this coarse: positions come out as it gives them
 constexpr std::uint16_t kWaveOut = 65535;   // gAuxType -1 read as unsigned
@@ -94,15 +95,17 @@ void chooseVolumeDevice(Player& player) {
     }
 }
 
-void placeIndicator(Player& player) {
-    auto* panel = player.forms.find<MainPanelControls>();
-    if (panel == nullptr) return;
-    const Direction& direction = kDirections[static_cast<std::size_t>(player.gVolume)];
+void placeIndicator(const mdlDefinePublic::PlayerState& state, MainPanelControls& panel) {
+    const Direction& direction = kDirections[static_cast<std::size_t>(state.gVolume)];
     const double angle = direction.angle * kPi / 180;
-    const Image& knob = panel->imgMainPanel[kKnobImage];
-    const double left = player.gVolumeX - kIndicatorHalf + direction.left * player.gVolumeRadius * std::cos(angle);
-    const double top = player.gVolumeY - kIndicatorHalf + direction.top * player.gVolumeRadius * std::sin(angle);
-    panel->shpVolume.Move(static_cast<float>(knob.Left + left), static_cast<float>(knob.Top + top));
+    const Image& knob = panel.imgMainPanel[kKnobImage];
+    const double left = state.gVolumeX - kIndicatorHalf + direction.left * state.gVolumeRadius * std::cos(angle);
+    const double top = state.gVolumeY - kIndicatorHalf + direction.top * state.gVolumeRadius * std::sin(angle);
+    panel.shpVolume.Move(static_cast<float>(knob.Left + left), static_cast<float>(knob.Top + top));
+}
+
+void placeIndicator(Player& player) {
+    if (auto* panel = player.forms.find<MainPanelControls>()) placeIndicator(player, *panel);
 }
 
 void setVolumeLevel(Player& player, std::int16_t level) {

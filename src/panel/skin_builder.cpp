@@ -5,9 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <limits>
-#include <map>
-#include <string>
-#include <vector>
+#include <optional>
 
 #include "panel/skin_records.h"
 
@@ -15,11 +13,9 @@ namespace corvane {
 
 namespace {
 
-constexpr std::size_t kMostSkinTextBytes = 4 * 1024 * 1024;
 constexpr int kDefaultPanelWidth = 512;
 constexpr int kDefaultPanelHeight = 128;
-constexpr int kMostPanelPixels = 4096;  ///< a side; a larger window would need absurd memory
-constexpr int kLabelHeight = 16;        ///< pixels, where the record gives none
+constexpr int kLabelHeight = 16;  ///< pixels, where the record gives none
 constexpr int kTwips = static_cast<int>(kTwipsPerPixel);
 constexpr int kIndicatorHalf = 45;  ///< twips
 constexpr int kKnobRim = 60;        ///< twips between the indicator and the knob's edge
@@ -79,16 +75,6 @@ constexpr std::array<Target, kLastRecord + 1> kTargets = {{
 
 Target target(const SkinRecord& record) { return kTargets[static_cast<std::size_t>(record.number)]; }
 
-bool needsPicture(const SkinRecord& record) {
-    const Fills fills = target(record).fills;
-    return record.used && fills != Fills::Label && fills != Fills::WideLabel && fills != Fills::Slider;
-}
-
-bool liesInside(const SkinRecord& record, const Picture& bitmap) {
-    return record.clipX >= 0 && record.clipY >= 0 && record.width > 0 && record.height > 0 &&
-           record.clipX + record.width <= bitmap.width() && record.clipY + record.height <= bitmap.height();
-}
-
 Pictures::Cell cell(const SkinRecord& record) { return {record.clipX, record.clipY, record.width, record.height}; }
 
 Twips twips(int pixels) { return static_cast<float>(pixels) * kTwipsPerPixel; }
@@ -105,31 +91,30 @@ void fit(Control& control, const SkinRecord& record) {
     control.Visible = true;
 }
 
-/// Applies records to one panel.
+/// Applies records to one panel. Each picture belongs to one record number, so it is enough to cut the last one that
+/// each number named, when all records are applied: a text file of many lines costs no picture a line.
 class Builder {
 public:
-    Builder(Player& player, MainPanelControls& panel) : player_(player), panel_(panel) {}
+    Builder(mdlDefinePublic::PlayerState& state, MainPanelControls& panel) : state_(state), panel_(panel) {}
 
-    /// picture: what the record names; empty for texts and the slider.
-    void apply(const SkinRecord& record, const Picture& picture) {
+    /// All but the picture.
+    void apply(const SkinRecord& record) {
+        if (!record.used) return hide(record);
         const Target what = target(record);
+        if (needsPicture(record)) cells_[static_cast<std::size_t>(record.number)] = cell(record);
         switch (what.fills) {
             case Fills::Window:
-                applyWindow(record, picture);
+                place(panel_, record);
                 break;
             case Fills::Button:
             case Fills::PressedButton:
-                applyButton(record, what, picture);
+                fit(panel_.cmdMainPanel[static_cast<std::size_t>(what.index)], record);
                 break;
             case Fills::Box:
                 fit(panel_.pctMainPanel, record);
-                panel_.pctMainPanel.Picture = picture;
                 break;
             case Fills::Image:
-                applyImage(record, what.index, picture);
-                break;
-            case Fills::StoredImage:
-                image(what.index).Picture = picture;
+                applyImage(record, what.index);
                 break;
             case Fills::Label:
             case Fills::WideLabel:
@@ -138,7 +123,46 @@ public:
             case Fills::Slider:
                 applySlider(record);
                 break;
+            case Fills::StoredImage:
             case Fills::Nothing:
+                break;
+        }
+    }
+
+    /// False: the bitmap has no such part.
+    bool cutPictures(Pictures& pictures, const Picture& bitmap) {
+        for (std::size_t number = 0; number < cells_.size(); ++number) {
+            if (!cells_[number]) continue;
+            const Picture picture = pictures.cut(bitmap, *cells_[number]);
+            if (picture.empty()) return false;
+            setPicture(kTargets[number], picture);
+        }
+        return true;
+    }
+
+private:
+    Image& image(int index) { return panel_.imgMainPanel[static_cast<std::size_t>(index)]; }
+
+    void setPicture(const Target& what, const Picture& picture) {
+        const auto index = static_cast<std::size_t>(what.index);
+        switch (what.fills) {
+            case Fills::Window:
+                panel_.Picture = picture;
+                break;
+            case Fills::Button:
+                panel_.cmdMainPanel[index].Picture = picture;
+                break;
+            case Fills::PressedButton:
+                panel_.cmdMainPanel[index].DownPicture = picture;
+                break;
+            case Fills::Box:
+                panel_.pctMainPanel.Picture = picture;
+                break;
+            case Fills::Image:
+            case Fills::StoredImage:
+                image(what.index).Picture = picture;
+                break;
+            default:
                 break;
         }
         if (what.stored >= 0) image(what.stored).Picture = picture;
@@ -173,29 +197,14 @@ public:
         if (what.index == kKnobImage && what.fills == Fills::Image) panel_.shpVolume.Visible = false;
     }
 
-private:
-    Image& image(int index) { return panel_.imgMainPanel[static_cast<std::size_t>(index)]; }
-
-    void applyWindow(const SkinRecord& record, const Picture& picture) {
-        place(panel_, record);
-        panel_.Picture = picture;
-    }
-
-    void applyButton(const SkinRecord& record, const Target& what, const Picture& picture) {
-        CommandButton& button = panel_.cmdMainPanel[static_cast<std::size_t>(what.index)];
-        fit(button, record);
-        (what.fills == Fills::Button ? button.Picture : button.DownPicture) = picture;
-    }
-
-    void applyImage(const SkinRecord& record, int index, const Picture& picture) {
+    void applyImage(const SkinRecord& record, int index) {
         fit(image(index), record);
-        image(index).Picture = picture;
         if (index != kKnobImage) return;
         const int width = record.width * kTwips;
         const int height = record.height * kTwips;
-        player_.gVolumeX = shortTwips(width / 2);
-        player_.gVolumeY = shortTwips(height / 2);
-        player_.gVolumeRadius = shortTwips(std::min(width, height) / 2 - kIndicatorHalf - kKnobRim);
+        state_.gVolumeX = shortTwips(width / 2);
+        state_.gVolumeY = shortTwips(height / 2);
+        state_.gVolumeRadius = shortTwips(std::min(width, height) / 2 - kIndicatorHalf - kKnobRim);
         panel_.shpVolume.Visible = true;
     }
 
@@ -214,78 +223,70 @@ private:
         slider.SetSize(kTwipsPerPixel, twips(record.height));
         if (const auto colour = skinColour(record.use)) slider.BackColor = *colour;
         slider.Visible = true;
-        player_.gSlideWidth = std::max(record.width, 0) * kTwips;
-        slider.hitWidth = static_cast<float>(player_.gSlideWidth);
+        state_.gSlideWidth = std::max(record.width, 0) * kTwips;
+        slider.hitWidth = static_cast<float>(state_.gSlideWidth);
     }
 
-    Player& player_;
+    mdlDefinePublic::PlayerState& state_;
     MainPanelControls& panel_;
+    std::array<std::optional<Pictures::Cell>, kLastRecord + 1> cells_;
 };
 
-/// The last record of each number, in the order of their lines: what applying all of them would leave, without cutting
-/// a picture for each of a million lines. Empty: a record is malformed or its cell lies outside the bitmap.
-std::optional<std::vector<SkinRecord>> lastRecords(std::string_view text, const Picture& bitmap) {
-    std::array<std::optional<SkinRecord>, kLastRecord + 1> last;
-    std::map<std::size_t, int> order;  // line to number
-    std::array<std::size_t, kLastRecord + 1> lines{};
-    SkinRecords records(text);
-    for (std::size_t line = 1; auto record = records.next(1, kLastRecord); ++line) {
-        if (needsPicture(*record) && !liesInside(*record, bitmap)) return std::nullopt;
-        const auto number = static_cast<std::size_t>(record->number);
-        order.erase(lines[number]);
-        order[line] = record->number;
-        lines[number] = line;
-        last[number] = std::move(*record);
-    }
-    if (records.failed()) return std::nullopt;
-    std::vector<SkinRecord> result;
-    for (const auto& each : order) result.push_back(std::move(*last[static_cast<std::size_t>(each.second)]));
-    return result;
+}  // namespace
+
+bool needsPicture(const SkinRecord& record) {
+    const Fills fills = target(record).fills;
+    return record.used && fills != Fills::Label && fills != Fills::WideLabel && fills != Fills::Slider;
 }
 
-}  // namespace
+bool liesInside(const SkinRecord& record, int width, int height) {
+    return record.clipX >= 0 && record.clipY >= 0 && record.width > 0 && record.height > 0 &&
+           record.clipX + record.width <= width && record.clipY + record.height <= height;
+}
+
+bool isPanelSize(int width, int height) {
+    return std::min(width, height) >= 1 && std::max(width, height) <= kMostPanelPixels;
+}
+
+void applyPanelRecord(std::string_view text, const Picture& bitmap, Pictures& pictures,
+                      mdlDefinePublic::PlayerState& state, Image& background) {
+    const auto record = SkinRecords(text).next(kPanelRecord, kPanelRecord);
+    if (!record || !isPanelSize(record->width, record->height)) return;
+    state.gPanelWidth = record->width;
+    state.gPanelHeight = record->height;
+    if (!record->used) return;
+    const Picture picture = pictures.cut(bitmap, cell(*record));
+    if (picture.empty()) return;
+    background.Picture = picture;
+    place(background, *record);
+}
+
+bool applySkin(std::string_view text, const Picture& bitmap, Pictures& pictures, mdlDefinePublic::PlayerState& state,
+               MainPanelControls& panel) {
+    Builder builder(state, panel);
+    SkinRecords records(text);
+    while (const auto record = records.next(1, kLastRecord)) {
+        if (needsPicture(*record) && !liesInside(*record, bitmap.width(), bitmap.height())) return false;
+        builder.apply(*record);
+    }
+    return !records.failed() && builder.cutPictures(pictures, bitmap);
+}
 
 void readPanelRecord(Player& player, Image& background) {
     player.gPanelWidth = kDefaultPanelWidth;
     player.gPanelHeight = kDefaultPanelHeight;
     const auto text = player.ports.files.read(player.gTextPath, kMostSkinTextBytes);
     if (!text) return;
-    const auto record = SkinRecords(*text).next(kPanelRecord, kPanelRecord);
-    if (!record || std::min(record->width, record->height) < 1) return;
-    if (std::max(record->width, record->height) > kMostPanelPixels) return;
-    player.gPanelWidth = record->width;
-    player.gPanelHeight = record->height;
-
     const auto* menu = player.forms.find<MenuWindowControls>();
-    if (!record->used || menu == nullptr) return;
-    const Picture picture = player.ports.pictures.cut(menu->pcpMainPanel.Picture, cell(*record));
-    if (picture.empty()) return;
-    background.Picture = picture;
-    place(background, *record);
+    const Picture bitmap = menu != nullptr ? menu->pcpMainPanel.Picture : Picture();
+    applyPanelRecord(*text, bitmap, player.ports.pictures, player, background);
 }
 
 bool buildPanel(Player& player, MainPanelControls& panel) {
     const auto* menu = player.forms.find<MenuWindowControls>();
     const auto text = player.ports.files.read(player.gTextPath, kMostSkinTextBytes);
     if (!text || menu == nullptr) return false;
-    const Picture bitmap = menu->pcpMainPanel.Picture;
-    const auto records = lastRecords(*text, bitmap);
-    if (!records) return false;
-
-    Builder builder(player, panel);
-    for (const SkinRecord& record : *records) {
-        Picture picture;
-        if (needsPicture(record)) {
-            picture = player.ports.pictures.cut(bitmap, cell(record));
-            if (picture.empty()) return false;
-        }
-        if (record.used) {
-            builder.apply(record, picture);
-        } else {
-            builder.hide(record);
-        }
-    }
-    return true;
+    return applySkin(*text, menu->pcpMainPanel.Picture, player.ports.pictures, player, panel);
 }
 
 }  // namespace corvane

@@ -1,21 +1,42 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstddef>
+#include <string_view>
+
 #include "engine/player.h"
+#include "panel/skin_records.h"
 
 namespace corvane {
 
-/// Reads the panel record of the skin's text file gTextPath: sets gPanelWidth and gPanelHeight, 512 by 128 without a
-/// usable one, and when the record asks for it puts the panel's background, cut out of the skin's bitmap, on the image.
-/// A size outside 1 to 4096 pixels is a reading error. Errors end the reading silently.
-void readPanelRecord(Player& player, Image& background);
+inline constexpr std::size_t kMostSkinTextBytes = 4 * 1024 * 1024;
+inline constexpr int kMostPanelPixels = 4096;  ///< a side; a larger window would need absurd memory
 
-/// Builds the panel from records 1 to 40: pictures cut out of the bitmap that the menu window holds, places, colours,
-/// the slider's full width and the knob's geometry. An element whose record says "0" is hidden; the last record of an
-/// element wins. False: the text file cannot be read, a record of it is malformed, or a picture does not lie inside
-/// the bitmap; the panel is then not to be shown.
+/// The record names a part of the bitmap: it is used, and neither a text nor the slider.
+bool needsPicture(const SkinRecord& record);
+/// The record's part of the bitmap has an area and lies inside a bitmap of that size.
+bool liesInside(const SkinRecord& record, int width, int height);
+bool isPanelSize(int width, int height);
+
+/// Reads the panel record: sets gPanelWidth and gPanelHeight, and when the record asks for it puts the panel's
+/// background, cut out of the skin's bitmap, on the image. Without a usable record nothing is changed.
+void applyPanelRecord(std::string_view text, const Picture& bitmap, Pictures& pictures,
+                      mdlDefinePublic::PlayerState& state, Image& background);
+
+/// Applies records 1 to 40 to the panel, each in its turn: pictures cut out of the bitmap, places, colours, the
+/// slider's full width and the knob's geometry. An element whose record says "0" is hidden and keeps what earlier
+/// records gave it. False: a record is malformed, or a picture does not lie inside the bitmap; the panel is then not to
+/// be shown.
 ///
 /// The knob's centre is the middle of its picture (record 24); its radius keeps the indicator inside the picture.
+bool applySkin(std::string_view text, const Picture& bitmap, Pictures& pictures, mdlDefinePublic::PlayerState& state,
+               MainPanelControls& panel);
+
+/// applyPanelRecord with the skin's text file gTextPath and the bitmap that the menu window holds, over a panel of 512
+/// by 128 pixels. Errors end the reading silently.
+void readPanelRecord(Player& player, Image& background);
+
+/// applySkin with the same. False also when the text file cannot be read.
 bool buildPanel(Player& player, MainPanelControls& panel);
 
 }  // namespace corvane

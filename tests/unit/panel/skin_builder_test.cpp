@@ -216,6 +216,22 @@ TEST_F(SkinBuilder, TheLastRecordOfAnElementWins) {
     EXPECT_TRUE(shows(button(kStop).Picture, 50, 60, 7, 7));
 }
 
+TEST_F(SkinBuilder, EachRecordIsAppliedInItsTurn) {
+    ASSERT_TRUE(build("t,31,1,2,0,0,50,20,RED\nt,31,3,4,0,0,0,0,nice\n"));
+    EXPECT_EQ(label(kTimeLabel).ForeColor, 255) << "a text that is no colour leaves the one before";
+    EXPECT_EQ(label(kTimeLabel).Width, 750) << "so does a missing width";
+    EXPECT_EQ(label(kTimeLabel).Left, 45);
+
+    ASSERT_TRUE(build("k,24,0,0,0,0,60,60,1\n" + record(24, "0")));
+    EXPECT_EQ(player.gVolumeX, 450) << "a hidden element keeps what it was given";
+    EXPECT_FALSE(image(kKnobImage).Visible);
+}
+
+TEST_F(SkinBuilder, AHiddenElementKeepsThePictureOfAnEarlierRecord) {
+    ASSERT_TRUE(build(record(35) + record(35, "0")));
+    EXPECT_TRUE(isCell(image(kAutoPlayLamp + 2).Picture));
+}
+
 TEST_F(SkinBuilder, RecordsComeInAnyOrderWithHeadingsBetween) {
     ASSERT_TRUE(
         build("NAME,NO,L,T,X,Y,W,H,USE\n" + record(40, "RED") + "part two\n" + record(1) + record(0) + record(41)));
