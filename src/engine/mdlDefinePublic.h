@@ -21,6 +21,8 @@ inline constexpr std::int16_t kCustomRepeat = 2;  ///< a stop position returns t
 
 inline constexpr std::int16_t kFullScreenZoom = 5;  ///< gMovieZoom: the movie fills the screen
 
+inline constexpr std::int16_t kFullVolume = 15;  ///< gVolume at its loudest
+
 /// The shared player state, read and written by every form.
 struct PlayerState {
     // Settings.
@@ -70,7 +72,7 @@ struct PlayerState {
     std::int32_t gSlideWidth = 0;  ///< full width of the slider, twips
     std::int16_t gSlideState = 0;  ///< 0 no drag, 1 of a playing file, 2 of a paused file
     bool gAltMenuArmed = false;
-    std::int16_t gVolume = 0;   ///< 0 to 15
+    std::int16_t gVolume = 0;   ///< 0 to kFullVolume
     std::int16_t gVolumeX = 0;  ///< knob's centre from the knob image's corner, twips
     std::int16_t gVolumeY = 0;
     std::int16_t gVolumeRadius = 0;  ///< of the indicator's centre, twips

@@ -34,6 +34,12 @@ void PlayFile(Player& player);
 void PauseFile(Player& player);
 void NextFile(Player& player);
 void PrevFile(Player& player);
+/// NextFile and PrevFile for those who have no step buttons: always another file, also while paused, and at the first
+/// press; a paused player stays paused.
+void skipToNext(Player& player);
+void skipToPrevious(Player& player);
+/// NextFile would go to another file.
+bool canGoForward(const Player& player);
 void CloseFile(Player& player, bool keepImage);
 void ShuffleList(Player& player);
 /// False: it cannot be decoded; the failure was shown and the player is stopped.

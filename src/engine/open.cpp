@@ -180,6 +180,7 @@ void openFresh(Player& player, MainPanelControls& panel) {
     closeOtherWindow(player, file.kind);
     player.gMediaKind = file.kind;
     player.openedPath = path;
+    ++player.openings;
     dropStaleDevice(player, file);
     if (file.deviceType != nullptr) player.forms.load<MciWindowControls>().mmcMci->DeviceType(file.deviceType);
     panel.lblMainPanel[kTextLabel].Caption = file.text;

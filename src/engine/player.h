@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <string>
 
 #include "engine/form_host.h"
@@ -17,6 +18,7 @@ struct Player : mdlDefinePublic::PlayerState {
     Ports& ports;
     FormHost forms;
     std::string openedPath;                    ///< of the file opened last
+    std::uint32_t openings = 0;                ///< files opened so far
     std::array<std::string, 6> panelCaptions;  ///< the panel's labels, written before it loads
     std::string editorFolder;                  ///< what the editor showed last, for its next opening; empty: none yet
 };

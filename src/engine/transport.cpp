@@ -17,8 +17,6 @@ bool somethingIsOpen(const Player& player) {
     return player.gFileCount > 0 || player.gMediaKind != mkNone || player.gPlaying;
 }
 
-bool canGoForward(const Player& player) { return player.gFileIndex < player.gFileCount - 1 || player.gRepeat; }
-
 void moveForward(Player& player) {
     ++player.gFileIndex;
     if (player.gFileIndex >= player.gFileCount) player.gFileIndex = 0;
@@ -63,6 +61,11 @@ void previousWhilePlaying(Player& player, MainPanelControls& panel) {
     forgetBackPress(player, panel);
     moveBackward(player);
     closeAndPlay(player);
+}
+
+/// The file just opened holds at its beginning, unless it could not be opened.
+void holdOpened(Player& player) {
+    if (player.gMediaKind != mkNone) PauseFile(player);
 }
 
 void stepMovie(Player& player, MainPanelControls& panel) {
@@ -195,6 +198,8 @@ void closeByKind(Player& player, bool keepImage) {
 
 }  // namespace
 
+bool canGoForward(const Player& player) { return player.gFileIndex < player.gFileCount - 1 || player.gRepeat; }
+
 void PauseFile(Player& player) {
     auto* panel = player.forms.find<MainPanelControls>();
     if (panel == nullptr || !somethingIsOpen(player) || !player.gPlaying) return;
@@ -257,6 +262,31 @@ void PrevFile(Player& player) {
     } else {
         previousWhilePlaying(player, *panel);
     }
+}
+
+void skipToNext(Player& player) {
+    auto* panel = player.forms.find<MainPanelControls>();
+    if (panel == nullptr) return;
+    if (player.gFileCount == 0 || !panel->isPaused()) {
+        NextFile(player);
+        return;
+    }
+    nextWhilePlaying(player, *panel);
+    holdOpened(player);
+}
+
+void skipToPrevious(Player& player) {
+    auto* panel = player.forms.find<MainPanelControls>();
+    if (panel == nullptr) return;
+    if (player.gFileCount == 0 || panel->isStopped()) {
+        PrevFile(player);
+        return;
+    }
+    const bool paused = panel->isPaused();
+    forgetBackPress(player, *panel);
+    moveBackward(player);
+    closeAndPlay(player);
+    if (paused) holdOpened(player);
 }
 
 void CloseFile(Player& player, bool keepImage) {

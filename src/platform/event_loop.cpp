@@ -15,7 +15,9 @@ void EventLoop::enter(const Handler& handler) {
         EventLoop& loop;
         explicit Depth(EventLoop& entered) : loop(entered) { ++loop.depth_; }
         ~Depth() {
-            if (--loop.depth_ == 0 && loop.quiet_) loop.quiet_();
+            if (--loop.depth_ > 0) return;
+            if (loop.quiet_) loop.quiet_();
+            if (loop.still_) loop.still_();
         }
     } const depth(*this);
     handler();
@@ -28,6 +30,10 @@ void EventLoop::runPending() {
         enter(event);
     }
     if (!queue_.empty() && !held()) wake();
+}
+
+EventLoop::Hold::Hold(EventLoop& loop) : loop_(loop) {
+    if (++loop_.holds_ == 1 && loop_.still_) loop_.still_();
 }
 
 EventLoop::Hold::~Hold() {

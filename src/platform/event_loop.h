@@ -31,11 +31,13 @@ public:
     bool held() const { return holds_ > 0; }
     /// Called each time no handler is running any more.
     void onQuiet(Handler handler) { quiet_ = std::move(handler); }
+    /// Called each time the player stands still: no handler is running any more, or the first Hold begins.
+    void onStill(Handler handler) { still_ = std::move(handler); }
 
     /// While one lives (a box is up), posted events wait.
     class Hold {
     public:
-        explicit Hold(EventLoop& loop) : loop_(loop) { ++loop_.holds_; }
+        explicit Hold(EventLoop& loop);
         ~Hold();
         Hold(const Hold&) = delete;
         Hold& operator=(const Hold&) = delete;
@@ -51,6 +53,7 @@ protected:
 private:
     std::deque<Handler> queue_;
     Handler quiet_;
+    Handler still_;
     int depth_ = 0;
     int holds_ = 0;
 };

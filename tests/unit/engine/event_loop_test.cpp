@@ -114,6 +114,25 @@ TEST_F(Loop, CountsRunningHandlersAndTellsWhenNoneRuns) {
     EXPECT_EQ(loop.depth(), 0);
 }
 
+TEST_F(Loop, TellsWhenItStandsStill) {
+    int still = 0;
+    bool wasQuiet = false;
+    loop.onQuiet([&] { wasQuiet = true; });
+    loop.onStill([&] {
+        ++still;
+        EXPECT_TRUE(wasQuiet || loop.held()) << "what quiet takes away has gone";
+    });
+    loop.enter([&] {
+        loop.enter([] {});
+        EXPECT_EQ(still, 0) << "a handler still runs";
+        const EventLoop::Hold box(loop);
+        EXPECT_EQ(still, 1);
+        const EventLoop::Hold boxInABox(loop);
+        EXPECT_EQ(still, 1);
+    });
+    EXPECT_EQ(still, 2);
+}
+
 TEST(MachineTime, TimersAndPostedEventsComeInTheOrderOfTheirTime) {
     FakeMachine machine;
     Texts seen;

@@ -1,0 +1,235 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/media_session.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+#include "engine/mdlPublicFunction.h"
+#include "engine/media_time.h"
+
+namespace corvane {
+
+using namespace mdlPublicFunction;
+using namespace mdlDefinePublic;
+
+namespace {
+
+// How far the position may be from where a listener expects it. Playing: a sound is heard a moment after its start was
+// told. A picture counts whole seconds.
+constexpr std::int64_t kPlayingToleranceUs = 400'000;
+constexpr std::int64_t kPictureToleranceUs = 1'500'000;
+constexpr std::int64_t kHeldToleranceUs = 100'000;
+
+std::int64_t sum(std::int64_t a, std::int64_t b) {
+    using Limits = std::numeric_limits<std::int64_t>;
+    if (b > 0 && a > Limits::max() - b) return Limits::max();
+    if (b < 0 && a < Limits::min() - b) return Limits::min();
+    return a + b;
+}
+
+std::string titleOf(const Player& player, const std::string& path) {
+    const std::size_t separator = path.rfind(player.ports.files.separator());
+    return GetBaseName(separator == std::string::npos ? path : path.substr(separator + 1));
+}
+
+}  // namespace
+
+MediaSession::MediaSession(Player& player) : player_(player) {
+    player_.ports.loop.onStill([this] { look(); });
+}
+
+MediaSession::~MediaSession() { player_.ports.loop.onStill({}); }
+
+std::int64_t MediaSession::positionUs() const {
+    return status() == MediaState::Status::Stopped ? 0 : openPositionUs(player_);
+}
+
+MediaState::Status MediaSession::status() const {
+    const auto* panel = player_.forms.find<MainPanelControls>();
+    if (panel == nullptr || panel->isStopped()) return MediaState::Status::Stopped;
+    return panel->isPaused() ? MediaState::Status::Paused : MediaState::Status::Playing;
+}
+
+void MediaSession::look() {
+    MediaState seen;
+    seen.ready = player_.forms.find<MainPanelControls>() != nullptr && player_.forms.find(FormId::Startup) == nullptr &&
+                 !player_.ports.process.ending();
+    if (seen.ready) {
+        const bool any = player_.gFileCount > 0;
+        seen.status = status();
+        const bool stopped = seen.status == MediaState::Status::Stopped;
+        seen.repeat = player_.gRepeat;
+        seen.volume = player_.gVolume;
+        seen.lengthUs = stopped ? 0 : openLengthUs(player_);
+        // At the list's end a file that is open can be left as well: next then stops.
+        seen.canGoNext = !stopped || (any && canGoForward(player_));
+        seen.canGoPrevious = any && (player_.gFileIndex > 0 || player_.gRepeat);
+        seen.canPlay = any || player_.gPlaying;
+        seen.canPause = any || !stopped;
+        seen.canSeek = seen.lengthUs > 0;
+        nameTrack(seen);
+    }
+    const MediaState before = std::exchange(state_, std::move(seen));
+    if (state_ != before) Changed.raise();
+    if (state_.ready) lookAtPosition(before);
+}
+
+/// The same entry keeps its number when it is shuffled to another place and when it begins again.
+void MediaSession::nameTrack(MediaState& seen) {
+    const bool open = player_.gMediaKind != mkNone;
+    const auto index = static_cast<std::size_t>(player_.gFileIndex);
+    const bool hasEntry = player_.gFileIndex < player_.gFileCount;
+    if (!open && !hasEntry) return;
+    seen.path = open ? player_.openedPath : player_.gFilePath[index];
+    const bool isEntry = hasEntry && player_.gFilePath[index] == seen.path;
+    if (isEntry) {
+        seen.title = player_.gFileTitle[index];
+        seen.number = player_.gFileIndex + 1;
+    }
+    if (seen.title.empty()) seen.title = titleOf(player_, seen.path);
+
+    const bool isSame = state_.track != 0 && state_.path == seen.path &&
+                        (player_.gFileIndex == trackIndex_ || (open && player_.openings == trackOpening_));
+    seen.track = isSame ? state_.track : ++tracks_;
+    trackIndex_ = player_.gFileIndex;
+    trackOpening_ = player_.openings;
+}
+
+/// Tells a position that one who counts on from the last one does not expect.
+void MediaSession::lookAtPosition(const MediaState& before) {
+    using Status = MediaState::Status;
+    const std::int64_t nowMs = player_.ports.clock.milliseconds();
+    const bool fresh = before.track != state_.track || before.status == Status::Stopped;
+    std::int64_t expected = fresh || state_.status == Status::Stopped ? 0 : toldUs_;
+    if (!fresh && before.status == Status::Playing) expected = sum(expected, (nowMs - toldAtMs_) * 1000);
+    if (state_.lengthUs > 0) expected = std::min(expected, state_.lengthUs);
+    if (fresh || before.status != state_.status) {
+        toldUs_ = expected;
+        toldAtMs_ = nowMs;
+    }
+    if (state_.status == Status::Stopped) return;
+
+    const std::int64_t position = positionUs();
+    std::int64_t tolerance = kHeldToleranceUs;
+    if (state_.status == Status::Playing) {
+        if (!isProgressing(player_) || position == 0) return;  // it has not begun, or it has ended
+        tolerance = player_.gMediaKind == mkImage ? kPictureToleranceUs : kPlayingToleranceUs;
+    }
+    if (position < expected - tolerance || position > expected + tolerance) tellPosition(position);
+}
+
+void MediaSession::tellPosition(std::int64_t nowUs) {
+    toldUs_ = nowUs;
+    toldAtMs_ = player_.ports.clock.milliseconds();
+    Seeked.raise(nowUs);
+}
+
+bool MediaSession::isBusy() const {
+    return !state_.ready || player_.forms.find(FormId::FileList) != nullptr ||
+           player_.forms.find(FormId::Custom) != nullptr;
+}
+
+MediaSession::Answer MediaSession::raise() {
+    if (isBusy()) return Answer::Busy;
+    auto& panel = *player_.forms.find<MainPanelControls>();
+    panel.WindowState = WindowState::Normal;
+    player_.ports.windows.activate(panel);
+    return Answer::Done;
+}
+
+MediaSession::Answer MediaSession::quit() {
+    if (isBusy()) return Answer::Busy;
+    powerOff(player_);
+    return Answer::Done;
+}
+
+MediaSession::Answer MediaSession::next() {
+    if (isBusy()) return Answer::Busy;
+    if (state_.canGoNext) skipToNext(player_);
+    return Answer::Done;
+}
+
+MediaSession::Answer MediaSession::previous() {
+    if (isBusy()) return Answer::Busy;
+    if (state_.canGoPrevious) skipToPrevious(player_);
+    return Answer::Done;
+}
+
+MediaSession::Answer MediaSession::play() {
+    if (isBusy()) return Answer::Busy;
+    if (status() != MediaState::Status::Playing) PlayFile(player_);
+    return Answer::Done;
+}
+
+MediaSession::Answer MediaSession::pause() {
+    if (isBusy()) return Answer::Busy;
+    PauseFile(player_);
+    return Answer::Done;
+}
+
+MediaSession::Answer MediaSession::playPause() {
+    if (isBusy()) return Answer::Busy;
+    if (!state_.canPause) return Answer::NotSupported;
+    return status() == MediaState::Status::Playing ? pause() : play();
+}
+
+MediaSession::Answer MediaSession::stop() {
+    if (isBusy()) return Answer::Busy;
+    CloseFile(player_, false);
+    return Answer::Done;
+}
+
+MediaSession::Answer MediaSession::seekBy(std::int64_t offsetUs) {
+    if (isBusy()) return Answer::Busy;
+    if (!state_.canSeek) return Answer::Done;
+    const std::int64_t target = sum(positionUs(), offsetUs);
+    if (target > openLengthUs(player_)) return next();
+    return seekTo(state_.track, std::max<std::int64_t>(target, 0));
+}
+
+MediaSession::Answer MediaSession::seekTo(std::uint32_t track, std::int64_t positionUs) {
+    if (isBusy()) return Answer::Busy;
+    if (!state_.canSeek || track != state_.track) return Answer::Done;
+    if (positionUs < 0 || positionUs > openLengthUs(player_)) return Answer::Done;
+    seekOpenFile(player_, positionUs);
+    tellPosition(this->positionUs());
+    return Answer::Done;
+}
+
+MediaSession::Answer MediaSession::open(const std::string& path) {
+    if (isBusy()) return Answer::Busy;
+    if (!isAcceptedExtension(GetExtension(path))) return Answer::NotSupported;
+    if (!player_.ports.files.lookUp(path)) return Answer::Invalid;
+    CloseFile(player_, false);
+    if (takeFiles(player_, {true, {path}}) > 0) PlayFile(player_);
+    return Answer::Done;
+}
+
+MediaSession::Answer MediaSession::setLoop(Loop loop) {
+    if (isBusy()) return Answer::Busy;
+    if (loop == Loop::Track) return Answer::NotSupported;
+    if (player_.gRepeat != (loop == Loop::Playlist)) toggleRepeat(player_);
+    return Answer::Done;
+}
+
+MediaSession::Answer MediaSession::setShuffle(bool on) {
+    if (isBusy()) return Answer::Busy;
+    if (on && player_.gFileCount > 2) ShuffleList(player_);  // as the panel's button does
+    return Answer::Done;
+}
+
+MediaSession::Answer MediaSession::setVolume(double level) {
+    if (isBusy()) return Answer::Busy;
+    if (std::isnan(level)) return Answer::Invalid;
+    setVolumeLevel(player_, static_cast<std::int16_t>(std::nearbyint(std::clamp(level, 0.0, 1.0) * kFullVolume)));
+    return Answer::Done;
+}
+
+MediaSession::Answer MediaSession::setRate(double rate) {
+    if (isBusy()) return Answer::Busy;
+    return rate == 0 ? pause() : Answer::Done;
+}
+
+}  // namespace corvane
