@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the panel does when it loads and when it goes.
+#include <algorithm>
+
 #include "unit/panel/panel_hands.h"
 
 namespace corvane {
@@ -273,6 +275,20 @@ TEST_F(Construction, TheEndTakesNoteOfThePlaceAndShowsTheStartWindow) {
     EXPECT_EQ(player.gPanelTop, 567);
     ASSERT_TRUE(isThere("frmStartup"));
     EXPECT_TRUE(machine.windows.find("frmStartup")->Visible);
+}
+
+TEST_F(Construction, TheEndPutsTheVolumeBackBeforeThePanelGoes) {
+    machine.sound.wave = 0x80008000;
+    build();
+    machine.clearCalls();
+    click(kPower);
+    const Calls calls = machine.calls();
+    const auto at = [&](const char* what) {
+        return std::find_if(calls.begin(), calls.end(), [&](const std::string& call) { return call == what; });
+    };
+    ASSERT_NE(at("windows.detach frmMainPanel"), calls.end());
+    EXPECT_LT(at("sound.waveOutSetVolume 80008000"), at("windows.show frmStartup"));
+    EXPECT_LT(at("windows.show frmStartup"), at("windows.detach frmMainPanel"));
 }
 
 }  // namespace

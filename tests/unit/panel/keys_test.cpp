@@ -126,6 +126,15 @@ TEST_F(Keys, PlayAndPauseFollowTheirButtonsAndStopDoesNot) {
     EXPECT_EQ(state(), "stopped");
 }
 
+TEST_F(Keys, AKeyIsACommandByItsCharacterAlone) {
+    fresh();
+    for (const int code : std::initializer_list<int>{'P', 'M', 'R', 'S', 'Z', 'X', 'C', 188, 190, 'U', 'D'}) {
+        keyDown(code, 0);
+        keyUp(code, 0);
+        ASSERT_EQ(effect(), "nothing") << code;
+    }
+}
+
 // --- Alt, Alt+F4, F1 -------------------------------------------------------------------------------------------------
 
 TEST_F(Keys, AltPressedAndReleasedAlonePopsTheMenuUp) {

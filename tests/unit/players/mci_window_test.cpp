@@ -172,6 +172,16 @@ TEST_F(MciWindow, OnlyASuccessfulEndGoesOn) {
     EXPECT_EQ(player.gFileIndex, 1);
 }
 
+TEST_F(MciWindow, NoOtherNotificationGoesOn) {
+    playSound();
+    for (const int code : {0, 2, 4, 8, -1}) {
+        machine.media.mci()->postDone(code);
+        machine.settle();
+        ASSERT_EQ(player.gFileIndex, 0) << code;
+        EXPECT_EQ(state(), "playing");
+    }
+}
+
 TEST_F(MciWindow, TheEndOfATrackGoesOnToTheNextFile) {
     play({"/cd/Track01.cda", "/cd/Track02.cda"});
     machine.advance(99900);

@@ -101,6 +101,18 @@ TEST_F(MovieWindow, WaitsTheDelayBeforeItStarts) {
     EXPECT_FALSE(movieWindow()->tmrMovie.Enabled) << "one shot";
 }
 
+TEST_F(MovieWindow, OpenWithoutAFileIsIgnored) {
+    play("/m/clip.avi");
+    player.gDelayTime = 900;
+    movieWindow()->tmrMovie.Enabled = false;
+    player.gLength = 7;
+    movie().FileName("");
+    raise(movie().OpenComplete);
+    EXPECT_EQ(player.gLength, 7);
+    EXPECT_FALSE(movieWindow()->tmrMovie.Enabled);
+    EXPECT_EQ(movieWindow()->tmrMovie.Interval, 500);
+}
+
 TEST_F(MovieWindow, TheLengthIsTheDurationRounded) {
     machine.addMovie("/m/short.avi", 2.5, 320, 240);
     play("/m/short.avi");
@@ -253,6 +265,14 @@ TEST_F(MovieWindow, AHiddenMovieDoesNotStepButGoesBack) {
     EXPECT_TRUE(machine.calls("movie").empty());
     PrevFile(player);
     EXPECT_EQ(machine.calls("movie"), std::vector<std::string>{"movie.CurrentPosition 4"});
+}
+
+TEST_F(MovieWindow, AtFullScreenTheWindowTakesNoKeyboard) {
+    playStarted("/m/clip.avi", kFullScreenZoom);
+    movieWindow()->Visible = true;
+    machine.clearCalls();
+    raise(movieWindow()->Activate);
+    EXPECT_EQ(machine.log.count("windows.focus amvMovie"), 0);
 }
 
 // --- The next movie --------------------------------------------------------------------------------------------------

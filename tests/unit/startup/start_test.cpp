@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <cmath>
+
 #include "startup_fixture.h"
 
 namespace corvane {
@@ -156,6 +158,31 @@ TEST_F(Start, TheOpeningGrowsAndMovesInFifteenSteps) {
     EXPECT_EQ(refreshes(), 15);
     EXPECT_FLOAT_EQ(panel()->Left, (kScreenWidth - 6000) * 0.9F) << "where the opening ended";
     EXPECT_FLOAT_EQ(panel()->Top, (kScreenHeight - 1500) * 0.9F);
+}
+
+/// Takes note of what a control's size was when it was hidden and shown.
+struct ShownSizes : ControlObserver {
+    std::vector<std::string> seen;
+    void propertyChanged(Control& control, PropertyId property) override {
+        if (property != PropertyId::Visible) return;
+        seen.push_back((control.Visible ? "shown " : "hidden ") + std::to_string(std::lround(control.Width.get())));
+    }
+};
+
+TEST_F(Start, EachStepHidesThePictureBeforeItGrowsAndShowsItAfterwards) {
+    ASSERT_TRUE(startProgram(player));
+    ShownSizes watch;
+    window()->imgDummyPanel.addObserver(&watch);
+    step();
+    step();
+    EXPECT_EQ(watch.seen, (std::vector<std::string>{"hidden 1", "shown 400", "hidden 400", "shown 800"}));
+    machine.advance(13 * kStepMs);
+    closePanelAt(0, 0);
+    watch.seen.clear();
+    window()->imgDummyPanel.addObserver(&watch);
+    step();
+    step();
+    EXPECT_EQ(watch.seen, (std::vector<std::string>{"hidden 6000", "shown 6000", "hidden 6000", "shown 5600"}));
 }
 
 TEST_F(Start, AMinimisedWindowGrowsWhereItIs) {

@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What is shown, kept and cleared when a file is opened, and when it cannot be.
+#include "fake/player_fixture.h"
+
+namespace corvane {
+namespace {
+
+using namespace mdlDefinePublic;
+using namespace mdlPublicFunction;
+
+class Opening : public PlayerFixture {
+protected:
+    Opening() {
+        for (const char* path : {"/m/one.wav", "/m/two.wav"}) machine.addSound(path, 60000);
+    }
+    void act(const std::function<void()>& action) {
+        machine.loop.enter(action);
+        machine.settle();
+    }
+};
+
+TEST_F(Opening, TheEntryNumberHasThreeDigits) {
+    setUpPanel();
+    setList(std::vector<std::string>(kMaxFiles, "/m/one.wav"));
+    for (const auto& [index, number] : {std::pair<std::int16_t, const char*>{0, "001"}, {98, "099"}, {255, "256"}}) {
+        player.gFileIndex = index;
+        act([this] { PlayFile(player); });
+        EXPECT_EQ(label(kNumberLabel), number);
+        act([this] { CloseFile(player, false); });
+    }
+}
+
+TEST_F(Opening, ACdTracksCustomStartIsNotUsedWhileCustomPlayIsOff) {
+    machine.addDisc("/cd", {100});
+    setUpPanel();
+    setList({"/cd/Track01.cda"});
+    player.gStartPosition[0] = (30 << 16) + 1;
+    act([this] { PlayFile(player); });
+    EXPECT_EQ(machine.log.count("mci.From 1"), 1);
+    machine.advance(1000);
+    EXPECT_EQ(label(kTimeLabel), "00:01");
+}
+
+/// The states that a missing file's box finds and leaves.
+TEST_F(Opening, AMissingFileLeavesTheKindOfTheFileBeforeAndThePlayingButtons) {
+    setUpPanel();
+    setList({"/m/one.wav", "/m/two.wav"});
+    act([this] { PlayFile(player); });
+    machine.files.remove("/m/one.wav");
+    machine.dialogs.answers = {Answer::Ignore};
+    machine.dialogs.whileUp = [this] {
+        EXPECT_EQ(player.gMediaKind, mkMciFile);
+        EXPECT_TRUE(player.gPlaying);
+        EXPECT_FALSE(button(kPlay).Enabled);
+        EXPECT_TRUE(button(kPause).Enabled);
+        EXPECT_FALSE(button(kEditor).Enabled);
+    };
+    act([this] { PrevFile(player); });
+    machine.advance(machine.windows.doubleClickMs);
+    ASSERT_EQ(machine.dialogs.boxes.size(), 1U);
+    EXPECT_EQ(machine.dialogs.boxes[0].text, "/m/one.wav Can't open!!");
+    EXPECT_EQ(label(kNumberLabel), "002") << "Ignore is next, as while playing";
+    EXPECT_EQ(state(), "playing");
+}
+
+TEST_F(Opening, AnAnswerIsVoidWhenTheListWasStoppedOrMovedMeanwhile) {
+    for (const Answer answer : {Answer::Ignore, Answer::Retry}) {
+        for (const bool stopped : {true, false}) {
+            SCOPED_TRACE(stopped);
+            if (player.forms.find<MainPanelControls>() == nullptr) setUpPanel();
+            setList({"/m/gone.wav", "/m/one.wav", "/m/two.wav"});
+            machine.dialogs.answers = {answer};
+            machine.loop.enter([&] {
+                PlayFile(player);
+                if (stopped) {
+                    CloseFile(player, false);
+                } else {
+                    NextFile(player);
+                }
+            });
+            machine.settle();
+            machine.advance(1000);
+            EXPECT_EQ(state(), stopped ? "stopped" : "playing");
+            EXPECT_EQ(player.gFileIndex, stopped ? 0 : 1);
+            EXPECT_FALSE(player.gBackPending);
+            act([this] { CloseFile(player, false); });
+        }
+    }
+}
+
+/// Takes note of each change of a control's visibility.
+struct VisibleWatch : ControlObserver {
+    std::vector<bool> seen;
+    void propertyChanged(Control& control, PropertyId property) override {
+        if (property == PropertyId::Visible) seen.push_back(control.Visible);
+    }
+};
+
+TEST_F(Opening, APictureIsHiddenWhileItIsPrepared) {
+    machine.addPicture("/m/a.bmp", 30, 20);
+    machine.addPicture("/m/b.bmp", 60, 20);
+    player.gImageHide = false;
+    setUpPanel();
+    setList({"/m/a.bmp", "/m/b.bmp"});
+    act([this] { PlayFile(player); });
+    VisibleWatch watch;
+    imageWindow()->pctImage.addObserver(&watch);
+    act([this] { NextFile(player); });
+    imageWindow()->pctImage.removeObserver(&watch);
+    EXPECT_EQ(watch.seen, (std::vector<bool>{false, true}));
+}
+
+// --- Drops that bring nothing ----------------------------------------------------------------------------------------
+
+TEST_F(Opening, ADropOfNoAcceptableFileEmptiesListAndDisplay) {
+    setUpPanel();
+    setList({"/m/one.wav", "/m/two.wav"});
+    player.gFileIndex = 1;
+    act([this] { PlayFile(player); });
+    machine.advance(2000);
+    EXPECT_EQ(panel().lblMainPanel[kTimeLabel].ToolTipText.get(), "Time");
+    machine.files.add("/m/text.txt");
+    act([this] { takeFiles(player, {true, {"/m/text.txt"}}); });
+    EXPECT_EQ(player.gFileCount, 0);
+    EXPECT_EQ(player.gFileIndex, 0);
+    for (const int each : {kNumberLabel, kTitleLabel, kTimeLabel}) EXPECT_EQ(label(each), "");
+    EXPECT_EQ(panel().lblMainPanel[kTimeLabel].ToolTipText.get(), "");
+    EXPECT_EQ(label(kTotalLabel), "0");
+    EXPECT_EQ(state(), "playing") << "what plays is not stopped";
+}
+
+}  // namespace
+}  // namespace corvane
