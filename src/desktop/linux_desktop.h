@@ -25,7 +25,6 @@ public:
     ~LinuxDesktop();
 
     Ports& ports() { return ports_; }
-    DesktopMedia& media() { return *media_; }
 
 private:
     void askToClose();
@@ -41,7 +40,7 @@ private:
     QtDialogs dialogs_;
     QtProcess process_;
     QtRandom random_;
-    std::unique_ptr<DesktopMedia> media_;
+    std::unique_ptr<Media> media_;
     std::unique_ptr<SoundDevices> sound_;
     CloseRequests closing_;
     Ports ports_;

@@ -60,20 +60,6 @@ void place(Player& player, ImageWindowControls& window) {
     window.Move((screenWidth - window.Width) / 2, (screenHeight - window.Height) / 2);
 }
 
-/// The entry that comes after this one is likely to be wanted soon.
-void decodeNextAhead(Player& player) {
-    std::size_t next = static_cast<std::size_t>(player.gFileIndex) + 1;
-    if (next >= static_cast<std::size_t>(player.gFileCount)) {
-        if (!player.gRepeat) return;
-        next = 0;
-    }
-    const std::string& path = player.gFilePath[next];
-    const std::string extension = GetExtension(path);
-    if (extension == "BMP" || extension == "JPEG" || extension == "JPG" || extension == "GIF") {
-        player.ports.pictures.decodeAhead(path);
-    }
-}
-
 }  // namespace
 
 bool OpenImage(Player& player) {
@@ -103,7 +89,6 @@ bool OpenImage(Player& player) {
     } else {
         setTime(*panel, "99:99");
     }
-    decodeNextAhead(player);
     return true;
 }
 

@@ -30,6 +30,8 @@ std::optional<std::int32_t> parseNumber(std::string_view text);
 
 // --- Opening and transport -------------------------------------------------------------------------------------------
 
+/// The kind of media (mkImage, ...) that the extension of a path stands for.
+std::int16_t mediaKind(const std::string& path);
 void PlayFile(Player& player);
 void PauseFile(Player& player);
 void NextFile(Player& player);

@@ -170,6 +170,22 @@ void storeLength(Player& player) {
     }
 }
 
+/// The entry that comes after this one is likely to be wanted soon. A picture is decoded ahead only while another one
+/// shows: that is when one waits for the next, and it takes much memory.
+void prepareNext(Player& player) {
+    std::size_t next = static_cast<std::size_t>(player.gFileIndex) + 1;
+    if (next >= static_cast<std::size_t>(player.gFileCount)) {
+        if (!player.gRepeat) return;
+        next = 0;
+    }
+    const std::string& path = player.gFilePath[next];
+    if (mediaKind(path) != mkImage) {
+        player.ports.media.expect(path);
+    } else if (player.gMediaKind == mkImage) {
+        player.ports.pictures.decodeAhead(path);
+    }
+}
+
 void openFresh(Player& player, MainPanelControls& panel) {
     const std::string path = currentPath(player);
     if (!canBeOpened(player, path)) {
@@ -202,9 +218,12 @@ void openFresh(Player& player, MainPanelControls& panel) {
             break;
     }
     storeLength(player);
+    prepareNext(player);
 }
 
 }  // namespace
+
+std::int16_t mediaKind(const std::string& path) { return classify(GetExtension(path)).kind; }
 
 void PlayFile(Player& player) {
     auto* panel = player.forms.find<MainPanelControls>();

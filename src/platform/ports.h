@@ -24,6 +24,9 @@ public:
     virtual std::unique_ptr<MciControl> makeMciControl() = 0;
     /// The control belongs to the form's paint order; the caller owns it.
     virtual std::unique_ptr<MovieControl> makeMovieControl(Form& form) = 0;
+    /// A hint: this file is likely to be opened next. Makes ready in workers what its kind needs and returns at once; a
+    /// desktop with nothing to make ready leaves it.
+    virtual void expect(const std::string& /*path*/) {}
 };
 
 inline constexpr int kOutOfMemoryForPicture = 480;  ///< error number of a drawing that lacks memory

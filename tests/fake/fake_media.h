@@ -41,7 +41,9 @@ public:
 
     std::unique_ptr<MciControl> makeMciControl() override;
     std::unique_ptr<MovieControl> makeMovieControl(Form& form) override;
+    void expect(const std::string& path) override { expected.push_back(path); }
 
+    std::vector<std::string> expected;            ///< files that were hinted at, in order
     std::map<std::string, FakeSoundFile> sounds;  ///< by path
     std::map<std::string, FakeMovieFile> movies;  ///< by path
     std::map<std::string, FakeDisc> discs;        ///< by the folder that stands for the disc; "" the drive's

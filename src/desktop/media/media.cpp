@@ -2,15 +2,15 @@
 #include "desktop/media/media.h"
 
 #include <QTimer>
-#include <algorithm>
-#include <array>
 #include <cstdlib>
 #include <string_view>
 #include <thread>
 
 #include "desktop/media/av_library.h"
 #include "desktop/media/desktop_mci_control.h"
+#include "desktop/media/file_sound.h"
 #include "desktop/media/midi_sound.h"
+#include "desktop/media/movie_library.h"
 #include "desktop/media/movie_players.h"
 #include "engine/mdlPublicFunction.h"
 
@@ -27,13 +27,19 @@ bool silent() {
     return audio && std::string_view(audio) == "null";
 }
 
-bool isPicture(const std::string& path) {
-    static constexpr std::array<std::string_view, 4> kPictures{"BMP", "JPEG", "JPG", "GIF"};
-    const std::string extension = mdlPublicFunction::GetExtension(path);
-    return std::find(kPictures.begin(), kPictures.end(), extension) != kPictures.end();
+/// Loads what a file of that kind needs when it is opened.
+void prepare(std::int16_t kind, const std::string& path, Synthesizer& synthesizer) {
+    if (kind == mdlDefinePublic::mkMovie) {
+        loadMovieLibrary();
+    } else if (holdsMidi(path)) {
+        synthesizer.load();
+    } else if (!avIsLoaded()) {
+        // Opened for nothing once: the decoder's tables and the pages of its library come in by being used.
+        FileSound::open(path);
+    }
 }
 
-class LinuxMedia : public DesktopMedia {
+class LinuxMedia : public Media {
 public:
     LinuxMedia(EventLoop& loop, Windows& windows) : station_(loop, silent()), movies_(loop, windows) {
         QTimer::singleShot(kWarmUpMs, &station_.timers, [this] { station_.output.warmUp(); });
@@ -41,16 +47,12 @@ public:
     ~LinuxMedia() override { station_.post.stop(); }
 
     void expect(const std::string& path) override {
-        if (isPicture(path)) return;
+        const std::int16_t kind = mdlPublicFunction::mediaKind(path);
+        if (kind == mdlDefinePublic::mkImage) return;
         station_.output.warmUp();
+        if (kind == mdlDefinePublic::mkCDTrack) return;
         // Not joined: a drive that hangs must not hang us.
-        std::thread([path, synthesizer = station_.synthesizer] {
-            if (holdsMidi(path)) {
-                synthesizer->load();
-            } else {
-                loadAv();
-            }
-        }).detach();
+        std::thread([kind, path, synthesizer = station_.synthesizer] { prepare(kind, path, *synthesizer); }).detach();
     }
 
     std::unique_ptr<MciControl> makeMciControl() override { return std::make_unique<DesktopMciControl>(station_); }
@@ -63,7 +65,7 @@ private:
 
 }  // namespace
 
-std::unique_ptr<DesktopMedia> makeMedia(EventLoop& loop, Windows& windows) {
+std::unique_ptr<Media> makeMedia(EventLoop& loop, Windows& windows) {
     return std::make_unique<LinuxMedia>(loop, windows);
 }
 

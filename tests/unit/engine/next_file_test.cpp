@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "fake/player_fixture.h"
+
+namespace corvane {
+namespace {
+
+using namespace mdlDefinePublic;
+using namespace mdlPublicFunction;
+
+using Expected = std::vector<std::string>;
+
+/// The file that comes next is hinted at while one plays.
+class NextFileIsExpected : public PlayerFixture {
+protected:
+    void SetUp() override {
+        for (const char* path : {"/m/a.wav", "/m/b.mid"}) machine.addSound(path, 5000);
+        machine.addMovie("/m/c.avi", 5, 320, 240);
+        machine.addPicture("/m/d.bmp", 20, 20);
+        machine.addPicture("/m/e.bmp", 20, 20);
+        setUpPanel();
+    }
+};
+
+TEST_F(NextFileIsExpected, WhenAFileOpens) {
+    setList({"/m/a.wav", "/m/b.mid", "/m/c.avi"});
+    PlayFile(player);
+    EXPECT_EQ(machine.media.expected, (Expected{"/m/b.mid"}));
+    PauseFile(player);
+    PlayFile(player);
+    EXPECT_EQ(machine.media.expected.size(), 1U) << "going on opens nothing";
+    NextFile(player);
+    EXPECT_EQ(machine.media.expected, (Expected{"/m/b.mid", "/m/c.avi"}));
+    NextFile(player);
+    EXPECT_EQ(machine.media.expected.size(), 2U) << "nothing comes after the last one";
+}
+
+TEST_F(NextFileIsExpected, FromTheListsStartWhenItRepeats) {
+    setList({"/m/a.wav", "/m/b.mid"});
+    player.gFileIndex = 1;
+    player.gRepeat = true;
+    PlayFile(player);
+    EXPECT_EQ(machine.media.expected, (Expected{"/m/a.wav"}));
+}
+
+TEST_F(NextFileIsExpected, ButAPictureIsDecodedAheadOnlyBehindAPicture) {
+    setList({"/m/a.wav", "/m/d.bmp", "/m/e.bmp", "/m/a.wav"});
+    PlayFile(player);
+    EXPECT_EQ(machine.log.count("pictures.decodeAhead /m/d.bmp"), 0);
+    NextFile(player);
+    EXPECT_EQ(machine.log.count("pictures.decodeAhead /m/e.bmp"), 1);
+    EXPECT_TRUE(machine.media.expected.empty());
+    NextFile(player);
+    EXPECT_EQ(machine.media.expected, (Expected{"/m/a.wav"}));
+}
+
+TEST_F(NextFileIsExpected, NotWhenTheFileIsMissing) {
+    machine.dialogs.answers.push_back(Answer::Abort);
+    setList({"/m/none.wav", "/m/b.mid"});
+    PlayFile(player);
+    EXPECT_TRUE(machine.media.expected.empty());
+}
+
+}  // namespace
+}  // namespace corvane
