@@ -3,15 +3,23 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <initializer_list>
+#include <map>
+#include <set>
+
+#include "desktop/qt_files.h"
 
 namespace corvane {
 
 namespace fs = std::filesystem;
 
 namespace {
+
+constexpr std::size_t kMostSkinFileBytes = 64 * 1024 * 1024;
 
 std::string variable(const char* name) {
     const char* const value = std::getenv(name);
@@ -24,13 +32,68 @@ std::string trimmed(const fs::path& folder) {
     return text;
 }
 
-/// Copied beside and renamed, so that an interrupted first start leaves no half a set behind.
-void copySkins(const fs::path& from, const fs::path& folder) {
+/// Names of the shipped files that the user's folder was ever given, one a line: what the user deletes stays deleted.
+constexpr const char* kGivenSkins = ".shipped";
+
+/// Files of one skin begin alike: "BRASS" of BRASS.BMP, BRASS.CSV and BRASS@2X.BMP.
+std::string skinName(const std::string& file) { return file.substr(0, file.find_first_of(".@")); }
+
+bool hasBytes(const fs::path& file, const std::string& bytes) {
+    const auto own = QtFiles().read(file.string(), bytes.size());
+    return own && *own == bytes;
+}
+
+/// Files of the shipped skins by name.
+std::map<std::string, std::string> shippedFiles(const fs::path& from) {
+    std::map<std::string, std::string> files;
     std::error_code failed;
-    const fs::path beside = folder / (std::string(kSkinFolder) + "-" + std::to_string(getpid()));
-    fs::copy(from, beside, fs::copy_options::recursive, failed);
-    if (!failed) fs::rename(beside, folder / kSkinFolder, failed);
-    if (failed) fs::remove_all(beside, failed);
+    for (const auto& entry : fs::directory_iterator(from, failed)) {
+        const std::string name = entry.path().filename().string();
+        const std::string ending = entry.path().extension().string();
+        if ((ending != ".BMP" && ending != ".CSV") || !entry.is_regular_file(failed)) continue;
+        if (auto bytes = QtFiles().read(entry.path().string(), kMostSkinFileBytes)) files[name] = std::move(*bytes);
+    }
+    return files;
+}
+
+std::set<std::string> givenFiles(const fs::path& record) {
+    std::set<std::string> given;
+    std::ifstream lines(record);
+    for (std::string line; std::getline(lines, line);) given.insert(line);
+    return given;
+}
+
+std::set<std::string> namesIn(const fs::path& folder) {
+    std::set<std::string> names;
+    std::error_code failed;
+    for (const auto& entry : fs::directory_iterator(folder, failed)) names.insert(entry.path().filename().string());
+    return names;
+}
+
+/// Gives the folder those shipped files that it was never given. A skin of which the user has changed a file gets none:
+/// its files belong together. Each file is replaced whole, so that an interrupted start leaves no half of one.
+void giveSkins(const fs::path& from, const fs::path& to) {
+    const fs::path record = to / kGivenSkins;
+    std::set<std::string> given = givenFiles(record);
+    const std::set<std::string> names = namesIn(from);
+    const auto isNew = [&](const std::string& name) { return !given.contains(name); };
+    if (std::none_of(names.begin(), names.end(), isNew)) return;
+
+    std::error_code failed;
+    fs::create_directories(to, failed);
+    const auto shipped = shippedFiles(from);
+    std::set<std::string> changed;
+    for (const auto& [name, bytes] : shipped) {
+        if (fs::exists(to / name, failed) && !hasBytes(to / name, bytes)) changed.insert(skinName(name));
+    }
+    for (const auto& [name, bytes] : shipped) {
+        const bool copy = isNew(name) && !changed.contains(skinName(name)) && !fs::exists(to / name, failed);
+        if (copy && !QtFiles().replace((to / name).string(), bytes)) return;  // tried again at the next start
+    }
+    given.insert(names.begin(), names.end());
+    std::string lines;
+    for (const std::string& name : given) lines += name + '\n';
+    QtFiles().replace(record.string(), lines);
 }
 
 std::string userFolder(const FolderChoice& choice) {
@@ -39,13 +102,11 @@ std::string userFolder(const FolderChoice& choice) {
     const fs::path folder = (own ? fs::path(choice.dataHome) : fs::path(choice.home) / ".local/share") / "corvane";
     std::error_code failed;
     fs::create_directories(folder, failed);
-    if (!fs::exists(folder / kSkinFolder, failed)) {
-        for (const fs::path& shipped : {fs::path(choice.program) / kSkinFolder,
-                                        fs::path(choice.program) / ".." / "share" / "corvane" / kSkinFolder}) {
-            if (!fs::is_directory(shipped, failed)) continue;
-            copySkins(shipped, folder);
-            break;
-        }
+    for (const fs::path& shipped : {fs::path(choice.program) / kSkinFolder,
+                                    fs::path(choice.program) / ".." / "share" / "corvane" / kSkinFolder}) {
+        if (!fs::is_directory(shipped, failed)) continue;
+        giveSkins(shipped, folder / kSkinFolder);
+        break;
     }
     return trimmed(folder);
 }

@@ -19,7 +19,8 @@ struct FolderChoice {
 FolderChoice folderChoiceOfEnvironment();
 
 /// The program folder, without a trailing separator: the chosen one; else the program's own when the skins lie beside
-/// the program and it can be written; else a folder of the user's, made and given the shipped skins on its first use.
+/// the program and it can be written; else a folder of the user's, made on its first use. That one is given the shipped
+/// skins, later those that are new, each once: what the user changed or deleted is left alone.
 std::string programFolder(const FolderChoice& choice);
 
 /// The first page of the manual, beside the program or where it is installed; "" when there is none.

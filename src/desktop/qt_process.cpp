@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "desktop/program_folder.h"
 #include "desktop/qt_files.h"
 
 namespace corvane {
@@ -13,6 +14,7 @@ QtProcess::QtProcess(CommandLine line, std::string folder)
 bool QtProcess::onlyInstance() {
     if (instance_.acquire()) {
         removeUnfinishedFiles(folder_);
+        removeUnfinishedFiles(folder_ + "/" + kSkinFolder);
         return true;
     }
     if (!line_.files.empty()) instance_.handOver(line_.files);

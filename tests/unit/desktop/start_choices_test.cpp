@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
+
+#include <atomic>
+#include <thread>
 
 #include "desktop/command_line.h"
 #include "desktop/instance.h"
@@ -81,6 +85,88 @@ TEST_F(ProgramFolders, ElseTheUsersFilledWithTheShippedSkinsOnce) {
     EXPECT_EQ(folder.bytes("home/.local/share/corvane/PANELSET/DEFAULT.CSV"), "mine");
 }
 
+/// The user's skins, by an installed program that ships some.
+struct GivenSkins : ProgramFolders {
+    GivenSkins() {
+        fs::create_directories(folder.in("share/corvane/PANELSET"));
+        ship("DEFAULT.BMP", "picture");
+        ship("DEFAULT.CSV", "records");
+    }
+    void ship(const std::string& name, const std::string& bytes) {
+        folder.write("share/corvane/PANELSET/" + name, bytes);
+    }
+    std::string own(const std::string& name) const { return "home/.local/share/corvane/PANELSET/" + name; }
+    bool has(const std::string& name) const { return fs::exists(folder.in(own(name))); }
+    void start() { programFolder(choice()); }
+};
+
+TEST_F(GivenSkins, ASkinThatIsNewComesToAFolderThatHasOthers) {
+    start();
+    folder.write(own("MINE.CSV"), "mine");
+    ship("BRASS.BMP", "brass");
+    ship("BRASS.CSV", "brass records");
+    start();
+    EXPECT_EQ(folder.bytes(own("BRASS.BMP")), "brass");
+    EXPECT_EQ(folder.bytes(own("BRASS.CSV")), "brass records");
+    EXPECT_EQ(folder.bytes(own("MINE.CSV")), "mine");
+}
+
+TEST_F(GivenSkins, WhatTheUserDeletedStaysDeleted) {
+    start();
+    fs::remove(folder.in(own("DEFAULT.BMP")));
+    ship("BRASS.BMP", "brass");
+    start();
+    EXPECT_FALSE(has("DEFAULT.BMP"));
+    EXPECT_TRUE(has("BRASS.BMP"));
+    fs::remove(folder.in(own("BRASS.BMP")));
+    start();
+    EXPECT_FALSE(has("BRASS.BMP"));
+}
+
+TEST_F(GivenSkins, WhatTheUserChangedIsKeptAndGetsNothingBeside) {
+    start();
+    folder.write(own("DEFAULT.BMP"), "painted");
+    ship("DEFAULT.BMP", "newer picture");
+    ship("DEFAULT@2X.BMP", "twice");
+    start();
+    EXPECT_EQ(folder.bytes(own("DEFAULT.BMP")), "painted");
+    EXPECT_FALSE(has("DEFAULT@2X.BMP")) << "it would not fit the user's picture";
+}
+
+TEST_F(GivenSkins, AnUnchangedSkinGetsWhatIsNewOfIt) {
+    start();
+    ship("DEFAULT@2X.BMP", "twice");
+    start();
+    EXPECT_TRUE(has("DEFAULT@2X.BMP"));
+}
+
+TEST_F(GivenSkins, AFolderOfAnEarlierVersionGetsWhatIsMissing) {
+    fs::create_directories(folder.in(own("")));
+    folder.write(own("DEFAULT.BMP"), "picture");
+    ship("SLIM.BMP", "slim");
+    start();
+    EXPECT_TRUE(has("DEFAULT.CSV"));
+    EXPECT_TRUE(has("SLIM.BMP"));
+}
+
+TEST_F(GivenSkins, HaveTheModesOfTheUsersOwnFiles) {
+    for (const char* name : {"DEFAULT.BMP", "DEFAULT.CSV"}) {
+        fs::permissions(folder.in(std::string("share/corvane/PANELSET/") + name), fs::perms::owner_read);
+    }
+    const auto old = umask(022);
+    start();
+    umask(old);
+    using fs::perms;
+    EXPECT_EQ(fs::status(folder.in(own("DEFAULT.BMP"))).permissions(),
+              perms::owner_read | perms::owner_write | perms::group_read | perms::others_read);
+}
+
+TEST_F(GivenSkins, NothingButSkinsIsGiven) {
+    ship("LICENSE", "words");
+    start();
+    EXPECT_FALSE(has("LICENSE"));
+}
+
 TEST_F(ProgramFolders, TheDataHomeCountsWhenItIsAbsolute) {
     FolderChoice wanted = choice();
     wanted.dataHome = folder.in("data");
@@ -139,6 +225,33 @@ TEST_F(Instances, ManyFilesAreHandedOverWhole) {
     ASSERT_TRUE(Instance("/some/folder", runtime.path()).handOver(many));
     EXPECT_TRUE(test::waitUntil([this] { return !got.empty(); }));
     EXPECT_EQ(got, many);
+}
+
+TEST_F(Instances, OneThatHasOnlyJustBegunTakesFilesAsWell) {
+    std::atomic<bool> done = false;
+    bool taken = false;
+    std::thread sender([&] {
+        taken = Instance("/some/folder", runtime.path()).handOver({"/a.mp3"});
+        done = true;
+    });
+    EXPECT_FALSE(test::waitUntil([&] { return done.load(); }, 200)) << "it did not wait for the first one to listen";
+    Instance first("/some/folder", runtime.path());
+    listenTo(first);
+    EXPECT_TRUE(first.acquire());
+    EXPECT_TRUE(test::waitUntil([this] { return !got.empty(); }));
+    sender.join();
+    EXPECT_TRUE(taken);
+    EXPECT_EQ(got, Texts{"/a.mp3"});
+}
+
+TEST_F(Instances, OneThatTakesNothingIsGivenUp) {
+    Instance first("/some/folder", runtime.path());
+    ASSERT_TRUE(first.acquire());
+    const Texts many(4000, std::string(240, 'x'));  // more than a socket holds while nobody reads
+    QElapsedTimer passed;
+    passed.start();
+    EXPECT_FALSE(Instance("/some/folder", runtime.path()).handOver(many));
+    EXPECT_LT(passed.elapsed(), 10000);
 }
 
 TEST_F(Instances, NobodyIsThereToHandFilesTo) {
