@@ -14,14 +14,11 @@ namespace corvane {
 
 namespace {
 
-constexpr std::size_t kFields = 9;
 constexpr std::int32_t kAllColourBits = 0xFFFFFF;
 
 using text::isBlank;
 using text::takeLine;
 using text::trimmed;
-
-using Fields = std::array<std::string_view, kFields>;
 
 /// Takes the next field and the comma behind it off the line. A quoted field ends at its quote: what stands between
 /// that and the comma is dropped. A doubled quote, as spreadsheets write one, does not end it.
@@ -41,13 +38,6 @@ std::string_view takeField(std::string_view& line, bool& more) {
     return field;
 }
 
-/// How many of the nine fields the line has.
-std::size_t split(std::string_view line, Fields& fields) {
-    std::size_t count = 0;
-    for (bool more = true; more && count < kFields; ++count) fields[count] = takeField(line, more);
-    return count;
-}
-
 /// False: not a 16-bit number. A blank field is 0.
 bool readLength(std::string_view field, int& length) {
     using Limits = std::numeric_limits<std::int16_t>;
@@ -60,25 +50,35 @@ bool readLength(std::string_view field, int& length) {
 
 }  // namespace
 
+SkinLine::SkinLine(std::string_view line) {
+    bool more = true;
+    for (; more && count < kSkinFields; ++count) fields[count] = takeField(line, more);
+    tooMany = more;
+    number = mdlPublicFunction::parseNumber(fields[1]);
+}
+
+std::optional<std::size_t> readSkinRecord(const SkinLine& line, SkinRecord& record) {
+    record.number = line.number.value_or(0);
+    record.use = trimmed(line.fields[8]);
+    record.used = record.use != "0";
+    if (line.count < kSkinFields) return line.count;
+    if (!record.used && record.number != kPanelRecord) return std::nullopt;
+    const std::array<int*, 6> lengths = {&record.left,  &record.top,   &record.clipX,
+                                         &record.clipY, &record.width, &record.height};
+    for (std::size_t i = 0; i < lengths.size(); ++i) {
+        if (!readLength(line.fields[i + 2], *lengths[i])) return i + 2;
+    }
+    return std::nullopt;
+}
+
 SkinRecords::SkinRecords(std::string_view text) : rest_(text::withoutMark(text)) {}
 
 std::optional<SkinRecord> SkinRecords::next(int first, int last) {
     while (!failed_ && !rest_.empty()) {
-        Fields fields;
-        const std::size_t count = split(takeLine(rest_), fields);
-        const auto number = mdlPublicFunction::parseNumber(fields[1]);
-        if (!number || *number < first || *number > last) continue;
-
+        const SkinLine line(takeLine(rest_));
+        if (!line.number || *line.number < first || *line.number > last) continue;
         SkinRecord record;
-        record.number = *number;
-        record.use = trimmed(fields[8]);
-        record.used = record.use != "0";
-        failed_ = count < kFields;
-        if (!failed_ && (record.used || record.number == kPanelRecord)) {
-            failed_ = !(readLength(fields[2], record.left) && readLength(fields[3], record.top) &&
-                        readLength(fields[4], record.clipX) && readLength(fields[5], record.clipY) &&
-                        readLength(fields[6], record.width) && readLength(fields[7], record.height));
-        }
+        failed_ = readSkinRecord(line, record).has_value();
         if (!failed_) return record;
     }
     return std::nullopt;

@@ -11,7 +11,7 @@ import sys
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2] / "src"
 LEVELS = {"forms": 0, "platform": 0, "engine": 1, "startup": 2, "panel": 2, "players": 2, "listedit": 2, "dialogs": 2,
-          "desktop": 3, "windows": 3, "main": 4}
+          "desktop": 3, "skintool": 3, "windows": 3, "main": 4}
 FIRST_DESKTOP = 3
 # What a room of the core may include besides itself; a desktop takes all of the core, a main everything.
 NEIGHBOURS = {"forms": set(), "platform": {"forms"}, "engine": {"forms", "platform"},
