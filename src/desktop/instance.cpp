@@ -2,6 +2,7 @@
 #include "desktop/instance.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/file.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -9,6 +10,7 @@
 #include <unistd.h>
 
 #include <QCryptographicHash>
+#include <QElapsedTimer>
 #include <QSocketNotifier>
 #include <QTimer>
 #include <array>
@@ -23,7 +25,9 @@ namespace corvane {
 namespace {
 
 constexpr std::size_t kMaxMessage = 1U << 20U;  ///< bytes of all paths handed over
-constexpr int kMessageMs = 2000;                ///< a sender that is silent for so long is dropped
+constexpr int kMessageMs = 2000;                ///< who is silent for so long is dropped, on both sides
+constexpr int kConnectMs = 1000;                ///< a first start holds its lock a moment before it listens
+constexpr int kConnectPauseMs = 10;
 
 sockaddr_un addressOf(const std::string& path) {
     sockaddr_un address{};
@@ -128,16 +132,30 @@ void Instance::accept() {
     if (from) new Receiver(std::move(from), handler_, this);
 }
 
+/// Connects to a player that may be about to listen; no descriptor when it does not in time.
+Descriptor Instance::connectPatiently() const {
+    const std::string path = base() + ".socket";
+    const timeval patience{kMessageMs / 1000, kMessageMs % 1000 * 1000};
+    QElapsedTimer passed;
+    passed.start();
+    do {
+        Descriptor to(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+        if (!to) break;
+        setsockopt(to.get(), SOL_SOCKET, SO_SNDTIMEO, &patience, sizeof patience);
+        if (withAddress(path, [&](const sockaddr* a, socklen_t size) { return ::connect(to.get(), a, size); })) {
+            return to;
+        }
+        poll(nullptr, 0, kConnectPauseMs);
+    } while (passed.elapsed() < kConnectMs);
+    return {};
+}
+
 bool Instance::handOver(const std::vector<std::string>& files) const {
     std::string message;
     for (const std::string& file : files) message += file + '\0';
-    const Descriptor to(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    const std::string path = base() + ".socket";
-    if (!to || message.size() > kMaxMessage) return false;
-    const int descriptor = to.get();
-    if (!withAddress(path, [&](const sockaddr* a, socklen_t size) { return ::connect(descriptor, a, size); })) {
-        return false;
-    }
+    if (message.size() > kMaxMessage) return false;
+    const Descriptor to = connectPatiently();
+    if (!to) return false;
     std::size_t sent = 0;
     while (sent < message.size()) {
         const ssize_t done = send(to.get(), message.data() + sent, message.size() - sent, MSG_NOSIGNAL);

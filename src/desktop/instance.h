@@ -23,13 +23,15 @@ public:
     /// True: this is the only one. When locking is impossible at all (no place for it), also true. Repeating it asks
     /// nobody again.
     bool acquire();
-    /// Gives files to the instance that runs; false: it does not answer.
+    /// Gives files to the instance that runs, also to one that has only just begun; false: it does not answer within
+    /// a second or takes nothing for two.
     bool handOver(const std::vector<std::string>& files) const;
     void onFiles(FilesHandler handler) { handler_ = std::move(handler); }
 
 private:
     void listen();
     void accept();
+    Descriptor connectPatiently() const;
     std::string base() const;  ///< path of lock and socket without their endings; "" when there is no place
 
     std::string folder_;

@@ -4,10 +4,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <climits>
 #include <cstdio>
+#include <cstdlib>
 #include <string_view>
 
 #include "desktop/descriptor.h"
@@ -49,17 +51,32 @@ bool writeAll(int file, std::string_view bytes) {
     return true;
 }
 
-/// The new file takes over what the old one was to other users.
+/// The new file takes over what the old one was to other users, as far as this user may give it to them. What was
+/// meant for a group that it does not get is meant for no group.
 void keepOwnership(int file, const struct stat& old) {
-    // Only a privileged user can give a file away; keeping the group alone is good enough for the others.
-    if (fchown(file, old.st_uid, old.st_gid) != 0 && fchown(file, static_cast<uid_t>(-1), old.st_gid) != 0) errno = 0;
-    if (fchmod(file, old.st_mode & 07777U) != 0) errno = 0;
+    mode_t mode = old.st_mode & 07777U;
+    const bool keepsOwner = fchown(file, old.st_uid, old.st_gid) == 0;
+    const bool keepsGroup = keepsOwner || fchown(file, static_cast<uid_t>(-1), old.st_gid) == 0;
+    if (!keepsOwner) mode &= ~static_cast<mode_t>(S_ISUID);
+    if (!keepsGroup) mode &= ~static_cast<mode_t>(S_ISGID | S_IRWXG);
+    if (fchmod(file, mode) != 0) errno = 0;
 }
 
+/// What the user's mask leaves of a new file's mode; the owner's alone when that is not told. Asked of the system's
+/// own page: the call that reads the mask sets it as well, for every thread.
 mode_t defaultMode() {
-    const mode_t mask = umask(0);
-    umask(mask);
-    return 0666U & ~mask;
+    constexpr mode_t kPrivate = 0600;
+    constexpr std::string_view kKey = "\nUmask:";
+    const Descriptor page(open("/proc/self/status", O_RDONLY | O_CLOEXEC));
+    std::array<char, 1024> told{};  // the line is among the first
+    const ssize_t length = page ? read(page.get(), told.data(), told.size() - 1) : 0;
+    const std::string_view text(told.data(), static_cast<std::size_t>(std::max<ssize_t>(length, 0)));
+    const std::size_t at = text.find(kKey);
+    if (at == std::string_view::npos) return kPrivate;
+    const char* const number = told.data() + at + kKey.size();
+    char* end = nullptr;
+    const unsigned long mask = std::strtoul(number, &end, 8);
+    return end == number ? kPrivate : 0666U & ~static_cast<mode_t>(mask);
 }
 
 }  // namespace

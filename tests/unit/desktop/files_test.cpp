@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <grp.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
+#include <thread>
+#include <vector>
 
 #include "desktop/qt_files.h"
 #include "unit/desktop/offscreen.h"
@@ -66,6 +70,48 @@ TEST_F(DesktopFiles, ANewFileHasTheUsualMode) {
     struct stat status {};
     ASSERT_EQ(stat(folder.in("fresh.ini").c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 07777U, 0640U);
+}
+
+TEST_F(DesktopFiles, NewFilesHaveTheUsualModeFromSeveralThreads) {
+    const mode_t mask = umask(027);
+    constexpr int kThreads = 8;
+    constexpr int kFilesEach = 60;
+    std::vector<std::thread> threads;
+    for (int t = 0; t < kThreads; ++t) {
+        threads.emplace_back([this, t] {
+            QtFiles own;
+            for (int i = 0; i < kFilesEach; ++i) own.replace(folder.in(std::to_string(t * kFilesEach + i)), "x");
+        });
+    }
+    for (std::thread& thread : threads) thread.join();
+    EXPECT_EQ(umask(mask), 027U) << "the mask is the user's";
+    int others = 0;
+    for (int i = 0; i < kThreads * kFilesEach; ++i) {
+        struct stat status {};
+        ASSERT_EQ(stat(folder.in(std::to_string(i)).c_str(), &status), 0);
+        others += (status.st_mode & 07777U) == 0640U ? 0 : 1;
+    }
+    EXPECT_EQ(others, 0);
+}
+
+TEST_F(DesktopFiles, AGroupThatCannotBeKeptLeavesNothingToAnotherGroup) {
+    if (geteuid() != 0) GTEST_SKIP() << "only the superuser can make such a file";
+    constexpr uid_t kNobody = 65534;
+    folder.write("shared.ini", "old");
+    ASSERT_EQ(chmod(folder.in("shared.ini").c_str(), 0676), 0);
+    ASSERT_EQ(chown(folder.path().c_str(), kNobody, kNobody), 0);
+    const pid_t child = fork();
+    if (child == 0) {
+        const bool ready = setgroups(0, nullptr) == 0 && setgid(kNobody) == 0 && setuid(kNobody) == 0;
+        _exit(ready && files.replace(folder.in("shared.ini"), "new") ? 0 : 1);
+    }
+    int result = -1;
+    ASSERT_EQ(waitpid(child, &result, 0), child);
+    ASSERT_EQ(result, 0);
+    struct stat status {};
+    ASSERT_EQ(stat(folder.in("shared.ini").c_str(), &status), 0);
+    EXPECT_EQ(status.st_gid, kNobody);
+    EXPECT_EQ(status.st_mode & 07777U, 0606U);
 }
 
 TEST_F(DesktopFiles, AFailedReplacementLeavesNothingBeside) {
