@@ -8,6 +8,7 @@
 
 #include "desktop/label_text.h"
 #include "desktop/qt_pictures.h"
+#include "toolkit/painted_layout.h"
 
 namespace corvane {
 
@@ -18,31 +19,6 @@ constexpr int kMargin = 2;  ///< pixels of the skin around a part, so that scali
 QColor toColour(Colour colour) {
     return {static_cast<int>(colour & 0xFF), static_cast<int>((colour >> 8) & 0xFF),
             static_cast<int>((colour >> 16) & 0xFF)};
-}
-
-QRectF twipsRect(const Control& control) {
-    return {static_cast<double>(control.Left), static_cast<double>(control.Top), static_cast<double>(control.Width),
-            static_cast<double>(control.Height)};
-}
-
-/// An image is as large as its picture, whatever room it was given.
-QRectF imageRect(const Image& image) {
-    QRectF rect = twipsRect(image);
-    const Picture& picture = image.Picture;
-    if (!picture.empty()) rect.setSize(QSizeF(picture.width(), picture.height()) * static_cast<double>(kTwipsPerPixel));
-    return rect;
-}
-
-QRectF toCells(const QRectF& twips) {
-    constexpr double kUnit = static_cast<double>(kTwipsPerPixel);
-    return {twips.x() / kUnit, twips.y() / kUnit, twips.width() / kUnit, twips.height() / kUnit};
-}
-
-/// Whole pixels of the skin that a box of that place fills.
-QRect snapped(const QRectF& cells) {
-    const QPoint from(static_cast<int>(std::lround(cells.left())), static_cast<int>(std::lround(cells.top())));
-    const QPoint to(static_cast<int>(std::lround(cells.right())), static_cast<int>(std::lround(cells.bottom())));
-    return {from, QSize(to.x() - from.x(), to.y() - from.y())};
 }
 
 bool isWhole(double factor) { return std::abs(factor - std::round(factor)) < 1e-6; }
@@ -56,67 +32,26 @@ void PaintedWindow::onBound() {
     CanvasWindow::onBound();
 }
 
-QRectF PaintedWindow::toWidget(const QRectF& twips) const {
-    const double unit = context().scale / static_cast<double>(kTwipsPerPixel);
-    return {twips.x() * unit, twips.y() * unit, twips.width() * unit, twips.height() * unit};
+QRectF PaintedWindow::toWidget(const Rectangle& twips) const {
+    const Rectangle scaled = twips.scaled(context().scale / static_cast<double>(kTwipsPerPixel));
+    return {scaled.x, scaled.y, scaled.width, scaled.height};
 }
 
 QImage PaintedWindow::pictureOf(const Control& control) const {
-    switch (control.kind()) {
-        case ControlKind::Image:
-            return imageOf(static_cast<const Image&>(control).Picture);
-        case ControlKind::PictureBox:
-            return imageOf(static_cast<const PictureBox&>(control).Picture);
-        case ControlKind::CommandButton: {
-            const auto& button = static_cast<const CommandButton&>(control);
-            const bool down = pressed() == &control && !button.DownPicture.get().empty();
-            return imageOf(down ? button.DownPicture : button.Picture);
-        }
-        default:
-            return {};
-    }
+    return imageOf(pictureShown(control, pressed() == &control));
 }
 
-QRectF PaintedWindow::paintRect(const Control& control) const {
-    if (!control.Visible) return {};
-    switch (control.kind()) {
-        case ControlKind::Label:
-            return toWidget(labelPlace(form(), static_cast<const Label&>(control)));
-        case ControlKind::Image:
-            return toWidget(imageRect(static_cast<const Image&>(control)));
-        case ControlKind::CommandButton:
-        case ControlKind::PictureBox:
-        case ControlKind::Shape:
-            return toWidget(twipsRect(control));
-        default:
-            return {};
-    }
-}
+QRectF PaintedWindow::paintRect(const Control& control) const { return toWidget(paintPlace(form(), control)); }
 
 QRectF PaintedWindow::hitRect(const Control& control) const {
-    switch (control.kind()) {
-        case ControlKind::CommandButton:
-            return toWidget(twipsRect(control));
-        case ControlKind::Image:
-            return toWidget(imageRect(static_cast<const Image&>(control)));
-        case ControlKind::PictureBox: {
-            QRectF rect = twipsRect(control);
-            const auto& box = static_cast<const PictureBox&>(control);
-            if (box.hitWidth > 0) rect.setWidth(static_cast<double>(box.hitWidth));
-            return toWidget(rect);
-        }
-        case ControlKind::Label: {
-            // A label without a width is as wide as its text.
-            const auto& label = static_cast<const Label&>(control);
-            QRectF place = toWidget(labelPlace(form(), label));
-            if (label.Width > 0) return place;
-            const QFontMetricsF metrics(labelFont(place.height()));
-            place.setWidth(std::min(place.width(), metrics.horizontalAdvance(toQString(label.Caption))));
-            return place;
-        }
-        default:
-            return {};
+    double textTwips = 0;
+    if (control.kind() == ControlKind::Label && control.Width <= 0) {
+        const auto& label = static_cast<const Label&>(control);
+        const QFontMetricsF metrics(labelFont(toWidget(labelPlace(form(), label)).height()));
+        const double unit = static_cast<double>(kTwipsPerPixel) / context().scale;
+        textTwips = metrics.horizontalAdvance(toQString(label.Caption)) * unit;
     }
+    return toWidget(hitPlace(form(), control, textTwips));
 }
 
 QString PaintedWindow::toolTip(const Control& control) const {
@@ -186,17 +121,14 @@ QImage PaintedWindow::compose(const QRect& cells) const {
     QPainter painter(&canvas);
     painter.translate(-cells.topLeft());
     painter.drawImage(0, 0, imageOf(form().Picture));
-    for (const Control* control : form().controls()) {
-        if (!control->Visible) continue;
-        const bool isImage = control->kind() == ControlKind::Image;
-        const QRect place =
-            snapped(toCells(isImage ? imageRect(static_cast<const Image&>(*control)) : twipsRect(*control)));
+    for (const CompositionStep& step : compositionOf(form(), pressed())) {
+        const QRect place(step.place.x, step.place.y, step.place.width, step.place.height);
         if (!place.intersects(cells)) continue;
-        const QImage picture = pictureOf(*control);
-        if (!picture.isNull()) {
+        if (step.picture != nullptr) {
+            const QImage picture = imageOf(*step.picture);
             painter.drawImage(place.topLeft(), picture, QRect(QPoint(), place.size().boundedTo(picture.size())));
-        } else if (control->kind() == ControlKind::PictureBox) {
-            painter.fillRect(place, toColour(static_cast<const PictureBox&>(*control).BackColor));
+        } else {
+            painter.fillRect(place, toColour(step.colour));
         }
     }
     return canvas;

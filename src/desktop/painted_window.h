@@ -5,6 +5,7 @@
 #include <map>
 
 #include "desktop/canvas_window.h"
+#include "toolkit/rectangle.h"
 
 namespace corvane {
 
@@ -24,7 +25,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QRectF toWidget(const QRectF& twips) const;
+    QRectF toWidget(const Rectangle& twips) const;
     QRectF paintRect(const Control& control) const;  ///< where a control draws, logical pixels; empty: nowhere
     QImage pictureOf(const Control& control) const;
     void repaintControl(const Control& control);

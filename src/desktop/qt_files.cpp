@@ -15,6 +15,7 @@
 
 #include "desktop/descriptor.h"
 #include "desktop/media/cd_folder.h"
+#include "toolkit/file_patterns.h"
 
 namespace corvane {
 

@@ -22,8 +22,4 @@ public:
 /// other instance uses the folder.
 void removeUnfinishedFiles(const std::string& folder);
 
-/// Whether a name matches one of the patterns (";" between them, "*" any run, "?" one byte, letters without case).
-/// "*.*" is every name, also one without a dot.
-bool matchesAnyPattern(std::string_view name, std::string_view patterns);
-
 }  // namespace corvane

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "desktop/media/cd_arithmetic.h"
+#include "toolkit/cd_arithmetic.h"
 
 #include <algorithm>
 

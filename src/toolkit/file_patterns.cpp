@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "desktop/qt_files.h"
+#include "toolkit/file_patterns.h"
 
 namespace corvane {
 

@@ -11,13 +11,14 @@ import sys
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2] / "src"
 LEVELS = {"forms": 0, "platform": 0, "engine": 1, "startup": 2, "panel": 2, "players": 2, "listedit": 2, "dialogs": 2,
-          "desktop": 3, "skintool": 3, "windows": 3, "main": 4}
+          "toolkit": 2, "desktop": 3, "skintool": 3, "windows": 3, "main": 4}
 FIRST_DESKTOP = 3
 # What a room of the core may include besides itself; a desktop takes all of the core, a main everything.
 NEIGHBOURS = {"forms": set(), "platform": {"forms"}, "engine": {"forms", "platform"},
               "panel": {"forms", "platform", "engine"}, "players": {"forms", "platform", "engine"},
               "startup": {"forms", "platform", "engine", "panel"},
-              "listedit": {"forms", "platform", "engine", "startup"}, "dialogs": {"forms", "platform", "engine", "startup"}}
+              "listedit": {"forms", "platform", "engine", "startup"}, "dialogs": {"forms", "platform", "engine", "startup"},
+              "toolkit": {"forms", "platform"}}
 STANDARD_HEADERS = set("""algorithm any array atomic bit bitset cassert cctype cerrno cfloat charconv cinttypes climits cmath
     compare complex concepts cstddef cstdio cstdint cstring cwchar deque exception functional initializer_list iomanip ios istream
     iterator limits list locale map memory new numbers numeric optional ostream queue random ranges ratio regex set span

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "desktop/media/cd_arithmetic.h"
+#include "toolkit/cd_arithmetic.h"
 
 namespace corvane {
 

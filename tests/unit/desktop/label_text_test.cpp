@@ -11,38 +11,8 @@ namespace corvane {
 namespace {
 
 struct LabelText : ::testing::Test {
-    LabelText() {
-        test::offscreenApplication();
-        form.Width = 3000;
-        label.Move(150, 300);
-        label.Height = 240;
-        next.Move(900, 300);
-        next.Height = 240;
-    }
-    Form form{"frmTried", FormStyle::Painted};
-    Label label{&form, "lblTried"};
-    Label next{&form, "lblNext"};
+    LabelText() { test::offscreenApplication(); }
 };
-
-TEST_F(LabelText, ALabelsOwnWidthIsItsPlace) {
-    label.Width = 1200;
-    EXPECT_EQ(labelPlace(form, label), QRectF(150, 300, 1200, 240));
-}
-
-TEST_F(LabelText, WithoutAWidthItReachesToTheNextLabel) {
-    EXPECT_EQ(labelPlace(form, label).right(), 900 - 60);
-    next.Visible = false;
-    EXPECT_EQ(labelPlace(form, label).right(), 3000);
-    next.Visible = true;
-    next.Top = 900;
-    EXPECT_EQ(labelPlace(form, label).right(), 3000) << "a label of another line is not in the way";
-    EXPECT_EQ(labelPlace(form, next).right(), 3000);
-}
-
-TEST_F(LabelText, ALabelWithoutAHeightHasTheUsualOne) {
-    label.Height = 0;
-    EXPECT_EQ(labelPlace(form, label).height(), kDefaultLabelHeight);
-}
 
 TEST_F(LabelText, LongTextsEndInAnEllipsis) {
     const QFont font = labelFont(20);

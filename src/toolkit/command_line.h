@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace corvane {
+
+/// What the program was started with: options first, then either names of a play list or, behind --open, files.
+struct CommandLine {
+    bool help = false;
+    bool version = false;
+    std::string names;               ///< arguments joined by blanks, cut at blanks again by the play list's rules
+    std::vector<std::string> files;  ///< each argument behind --open: a full path
+};
+
+/// Arguments without the program's own name. fullPath makes a full path of an argument behind --open.
+CommandLine readArguments(const std::vector<std::string>& arguments,
+                          const std::function<std::string(const std::string&)>& fullPath);
+
+/// The help text's lines that are the same everywhere; the environment's variables follow.
+std::string usageText();
+
+}  // namespace corvane

@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "toolkit/pointer.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "fake/fake_loop.h"
+#include "toolkit/painted_layout.h"
+
+namespace corvane {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+/// A form with a button at 150, 150 twips and a box at 150, 900 whose unit is pixels.
+struct PointerOnAForm : ::testing::Test, Pointer::Host {
+    PointerOnAForm() {
+        shown.SetSize(3000, 1500);
+        button.Move(150, 150);
+        button.SetSize(300, 300);
+        box.Move(150, 900);
+        box.SetSize(300, 150);
+        box.Scale = ScaleMode::InPixels;
+        tie(shown, "form");
+        tie(button, "button");
+        tie(box, "box");
+    }
+    void tie(MouseControl& control, const std::string& name) {
+        control.MouseDown.tie([this, name](const MouseArgs& args) {
+            seen.push_back(name + " down " + std::to_string(static_cast<int>(args.x)));
+        });
+        control.MouseUp.tie([this, name](const MouseArgs&) { seen.push_back(name + " up"); });
+        control.Click.tie([this, name] { seen.push_back(name + " click"); });
+        control.DblClick.tie([this, name] { seen.push_back(name + " double"); });
+    }
+    void click(Pointer::Place at, bool isDouble = false) {
+        pointer.press(kLeftButton, 0, at, isDouble);
+        pointer.release(kLeftButton, 0, at);
+    }
+
+    bool bound() const override { return isBound; }
+    Form& form() const override { return shown; }
+    Rectangle hitRect(const Control& control) const override { return hitPlace(shown, control, 0); }
+    void pressedChanged(Control&) override { ++changes; }
+    void enter(const EventLoop::Handler& handler) override { handler(); }
+    void post(EventLoop::Handler handler) override { loop.post(std::move(handler)); }
+
+    mutable Form shown{"frmTried", FormStyle::Painted};
+    CommandButton button{&shown, "cmdTried"};
+    PictureBox box{&shown, "pctTried"};
+    FakeLoop loop;
+    Pointer pointer{*this};
+    bool isBound = true;
+    int changes = 0;
+    Texts seen;
+};
+
+TEST_F(PointerOnAForm, AButtonIsClickedBeforeItsRelease) {
+    click({200, 200});
+    EXPECT_EQ(seen, (Texts{"button down 50", "button click", "button up"}));
+    EXPECT_EQ(changes, 2);
+}
+
+TEST_F(PointerOnAForm, OtherControlsAreClickedAfterTheirReleaseInTheirOwnUnit) {
+    click({180, 950});
+    EXPECT_EQ(seen, (Texts{"box down 2", "box up", "box click"}));
+    seen.clear();
+    click({180, 950}, true);
+    EXPECT_EQ(seen, (Texts{"box down 2", "box double", "box up", "box click"}));
+}
+
+TEST_F(PointerOnAForm, AButtonIsHeldOnlyWhileThePointerIsInside) {
+    pointer.press(kLeftButton, 0, {200, 200}, false);
+    EXPECT_EQ(pointer.pressed(), &button);
+    pointer.move(0, {900, 200});
+    EXPECT_EQ(pointer.pressed(), nullptr);
+    pointer.release(kLeftButton, 0, {900, 200});
+    EXPECT_EQ(seen, (Texts{"button down 50", "button up"}));
+}
+
+TEST_F(PointerOnAForm, ADisabledButtonLeavesTheRightButtonToTheForm) {
+    button.Enabled = false;
+    click({200, 200});
+    EXPECT_EQ(seen, Texts{});
+    pointer.press(kRightButton, 0, {200, 200}, false);
+    EXPECT_EQ(seen, Texts{"form down 200"});
+}
+
+TEST_F(PointerOnAForm, WhatIsHeldIsLetGoWhenThePointerIsTakenAway) {
+    pointer.press(kLeftButton, 0, {200, 200}, false);
+    seen.clear();
+    pointer.lose();
+    EXPECT_EQ(pointer.pressed(), nullptr);
+    EXPECT_EQ(seen, Texts{}) << "told later";
+    loop.drain();
+    EXPECT_EQ(seen, Texts{"button up"});
+    pointer.release(kLeftButton, 0, {200, 200});
+    EXPECT_EQ(seen, Texts{"button up"}) << "told once";
+}
+
+TEST_F(PointerOnAForm, AMovedWindowsReleaseIsNoClick) {
+    pointer.press(kLeftButton, 0, {2000, 200}, false);
+    pointer.beginDrag();
+    EXPECT_TRUE(pointer.dragging());
+    pointer.moved();
+    pointer.release(kLeftButton, 0, {2000, 200});
+    EXPECT_FALSE(pointer.dragging());
+    EXPECT_EQ(seen, Texts{"form down 2000"});
+}
+
+TEST_F(PointerOnAForm, AFormThatGoesInItsOwnEventIsLeftAlone) {
+    button.Click.tie([this] {
+        seen.push_back("button click");
+        isBound = false;
+    });
+    click({200, 200});
+    EXPECT_EQ(seen, (Texts{"button down 50", "button click"}));
+}
+
+}  // namespace
+}  // namespace corvane
