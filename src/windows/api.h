@@ -4,4 +4,6 @@
 // The system's declarations, in the order that they need. The build says which version of them.
 #include <windows.h>
 // After windows.h:
+#include <commctrl.h>
+#include <shellapi.h>
 #include <windowsx.h>

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "toolkit/pointer.h"
+#include "windows/form_window.h"
+#include "windows/tool_tip.h"
+
+namespace corvane {
+
+/// A borderless window whose controls are drawn, not windows. This class is its geometry, window state and input; the
+/// deriving classes say where controls are and paint them.
+class CanvasWindow : public FormWindow, protected Pointer::Host {
+public:
+    CanvasWindow(Form& form, DesktopContext& context, DWORD extendedStyle = 0);
+    ~CanvasWindow() override;
+
+    int textWidth(const std::string& text) override;
+    /// Moves the window with the pointer once it has left the place of the press; ends with the button's release.
+    void beginDrag() override { pointer_.beginDrag(); }
+    void takeScale() override;
+    /// Files from elsewhere (another start of the program) as a drop on this form.
+    void dropFiles(const DropData& dropped);
+    bool takesFiles() const;
+    void askToClose() { requestClose(); }
+
+    // Input of a surface elsewhere on the screen, in the place of this window's own.
+    bool mouse(UINT message, WPARAM keys, LPARAM place);
+    bool key(UINT message, WPARAM code, LPARAM details);
+    /// A box or a menu is up, or the window was minimised: it gets the release.
+    void loseMouse();
+
+protected:
+    /// Paints the part of the client area that must be painted anew.
+    virtual void paint(HDC screen, const RECT& dirty) = 0;
+    /// What to say when the pointer rests on a control.
+    virtual std::string toolTip(const Control& control) const { return control.ToolTipText; }
+    /// A control's appearance or place changed.
+    virtual void controlChanged(Control& control, PropertyId property) = 0;
+
+    const Control* pressed() const { return pointer_.pressed(); }
+    void invalidate(const Rectangle& twips);  ///< to be painted anew
+    Rectangle pixels(const Rectangle& twips) const;
+
+    // Pointer::Host; the rest is for the deriving class.
+    bool bound() const override { return isBound(); }
+    Form& form() const override { return shownForm(); }
+    void enter(const EventLoop::Handler& handler) override { run(handler); }
+    void post(EventLoop::Handler handler) override { later(std::move(handler)); }
+
+    void onBound() override;
+    void onUnbinding() override;
+    void propertyChanged(Control& control, PropertyId property) override;
+    LRESULT message(UINT message, WPARAM first, LPARAM second) override;
+
+private:
+    void formChanged(PropertyId property);
+    void takeGeometry();
+    void takeVisibility();
+    void takeWindowState();
+    void putOnAScreen();
+    void placeChanged();
+    void sizeChanged(WPARAM kind);
+    void paintDirty();
+    void typed(char32_t character);
+    PictureBox* keyBox() const;
+    void dropped(HDROP drop);
+    bool dragStep();
+    Pointer::Place placeOfMouse(LPARAM place) const;
+
+    Pointer pointer_;
+    ToolTip tip_;
+    POINT pressedAt_{};    ///< of the screen
+    POINT windowAt_{};     ///< the window's place at the press
+    bool taking_ = false;  ///< the window itself changes the form's properties
+    wchar_t high_ = 0;     ///< first half of a character that comes in two
+};
+
+}  // namespace corvane

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "windows/program_folder.h"
+
+#include <filesystem>
+
+#include "windows/api.h"
+#include "windows/handle.h"
+#include "windows/text.h"
+#include "windows/windows_files.h"
+// After windows.h:
+#include <shlobj.h>
+
+namespace corvane {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string variable(const wchar_t* name) {
+    std::wstring value(GetEnvironmentVariableW(name, nullptr, 0), L'\0');
+    value.resize(GetEnvironmentVariableW(name, value.data(), static_cast<DWORD>(value.size())));
+    return fromWide(value);
+}
+
+std::string trimmed(std::string folder) {
+    constexpr std::size_t kRoot = 3;  // as in C:\ .
+    while (folder.size() > kRoot && folder.back() == '\\') folder.pop_back();
+    return folder;
+}
+
+bool isFolder(const std::string& path) {
+    const DWORD attributes = GetFileAttributesW(systemPath(path).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+/// Asked by doing it: rights alone do not say it.
+bool canBeWritten(const std::string& folder) {
+    const std::string name = folder + "\\.corvane-" + std::to_string(GetCurrentProcessId());
+    return static_cast<bool>(Handle(CreateFileW(systemPath(name).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                                FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr)));
+}
+
+/// Copied beside and renamed, so that an interrupted first start leaves no half a set behind.
+void copySkins(const std::string& from, const std::string& folder) {
+    std::error_code failed;
+    const fs::path skins = systemPath(folder + '\\' + kSkinFolder);
+    fs::path beside = skins;
+    beside += L"-" + std::to_wstring(GetCurrentProcessId());
+    fs::copy(systemPath(from), beside, fs::copy_options::recursive, failed);
+    if (!failed) fs::rename(beside, skins, failed);
+    if (failed) fs::remove_all(beside, failed);
+}
+
+std::string userFolder(const FolderChoice& choice) {
+    const std::string folder = trimmed(choice.data) + "\\Corvane";
+    std::error_code failed;
+    fs::create_directories(systemPath(folder), failed);
+    const std::string shipped = choice.program + '\\' + kSkinFolder;
+    if (!isFolder(folder + '\\' + kSkinFolder) && isFolder(shipped)) copySkins(shipped, folder);
+    return folder;
+}
+
+}  // namespace
+
+std::string fullPath(const std::string& path) {
+    const std::wstring wide = toWide(path);
+    std::wstring full(GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr), L'\0');
+    full.resize(GetFullPathNameW(wide.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+    if (full.size() > 1 && full[1] == L':') CharUpperBuffW(full.data(), 1);
+    return full.empty() ? path : fromWide(full);
+}
+
+FolderChoice folderChoiceOfSystem() {
+    std::wstring program(MAX_PATH, L'\0');
+    DWORD length = GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size()));
+    while (length == program.size()) {
+        program.resize(program.size() * 2);
+        length = GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size()));
+    }
+    program.resize(length);
+    program.resize(std::min(program.rfind(L'\\'), program.size()));
+    PWSTR data = nullptr;
+    SHGetKnownFolderPath(FOLDERID_LocalAppData, 0, nullptr, &data);
+    FolderChoice choice{fullPath(fromWide(program)), variable(L"CORVANE_FOLDER"),
+                        data != nullptr ? fromWide(data) : std::string()};
+    CoTaskMemFree(data);
+    return choice;
+}
+
+std::string programFolder(const FolderChoice& choice) {
+    if (!choice.chosen.empty()) return trimmed(fullPath(choice.chosen));
+    if (isFolder(choice.program + '\\' + kSkinFolder) && canBeWritten(choice.program)) return trimmed(choice.program);
+    return userFolder(choice);
+}
+
+std::string manualFile(const std::string& program) {
+    const std::string page = program + "\\manual\\index.html";
+    const DWORD attributes = GetFileAttributesW(systemPath(page).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES ? page : std::string();
+}
+
+}  // namespace corvane

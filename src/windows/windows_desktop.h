@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <memory>
+
+#include "toolkit/command_line.h"
+#include "windows/media/media.h"
+#include "windows/windows_dialogs.h"
+#include "windows/windows_files.h"
+#include "windows/windows_loop.h"
+#include "windows/windows_process.h"
+#include "windows/windows_time.h"
+#include "windows/windows_windows.h"
+
+namespace corvane {
+
+/// All ports of the Windows desktop. Outlives the player.
+class WindowsDesktop {
+public:
+    explicit WindowsDesktop(CommandLine line);
+    WindowsDesktop(const WindowsDesktop&) = delete;
+    WindowsDesktop& operator=(const WindowsDesktop&) = delete;
+    ~WindowsDesktop();
+
+    Ports& ports() { return ports_; }
+    /// Handles messages until the program ends.
+    void run() { loop_.run(); }
+
+private:
+    void stop();
+
+    WindowsLoop loop_;
+    DesktopContext context_;
+    std::unique_ptr<Pictures> pictures_;
+    WindowsFiles files_;
+    WindowsWindows windows_;
+    WindowsTimers timers_;
+    WindowsClock clock_;
+    WindowsDialogs dialogs_;
+    WindowsProcess process_;
+    WindowsRandom random_;
+    std::unique_ptr<Media> media_;
+    std::unique_ptr<SoundDevices> sound_;
+    Ports ports_;
+};
+
+}  // namespace corvane
