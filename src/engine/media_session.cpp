@@ -74,6 +74,7 @@ void MediaSession::look() {
     const MediaState before = std::exchange(state_, std::move(seen));
     if (state_ != before) Changed.raise();
     if (state_.ready) lookAtPosition(before);
+    if (player_.ports.loop.held()) BoxUp.raise();
 }
 
 /// The same entry keeps its number when it is shuffled to another place and when it begins again.

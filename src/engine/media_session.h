@@ -57,6 +57,8 @@ public:
     Event<> Changed;             ///< state() has changed
     Event<std::int64_t> Seeked;  ///< the position (microseconds) is not where one who counts on from the last would be
 
+    Event<> BoxUp;  ///< a command that runs goes on when somebody has answered a box
+
     Answer raise();  ///< brings the panel to the front
     Answer quit();
     Answer next();      ///< always another file; at the list's end it stops. Nothing without canGoNext

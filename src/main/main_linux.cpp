@@ -8,7 +8,9 @@
 #include <filesystem>
 
 #include "desktop/linux_desktop.h"
+#include "desktop/mpris.h"
 #include "dialogs/forms.h"
+#include "engine/media_session.h"
 #include "engine/player.h"
 #include "listedit/forms.h"
 #include "panel/forms.h"
@@ -36,6 +38,8 @@ int runPlayer(CommandLine line) {
     LinuxDesktop desktop(std::move(line));
     Player player(desktop.ports());
     registerForms(player);
+    MediaSession session(player);
+    const Mpris mpris(session, desktop.ports().loop, &Mpris::userBus);
     bool started = false;
     desktop.ports().loop.enter([&] { started = startProgram(player); });
     // The list begins when the opening is over: until then there is time to load what its first file needs.
@@ -64,6 +68,7 @@ int main(int argc, char** argv) {
         qputenv("QT_QPA_PLATFORM", "xcb");
     }
     qunsetenv("SESSION_MANAGER");
+    Mpris::startNoBus();
     int ownArguments = std::min(argc, 1);  // Qt must not take options out of file names
     const QApplication application(ownArguments, argv);
     QApplication::setQuitOnLastWindowClosed(false);
