@@ -3,7 +3,8 @@
 """Runs every test of a finished build and adds up the counts; ./check builds first and calls this.
 
 Groups: rule scripts (tests/rules/*.py), test programs of build/release, the same of build/asan (portable core) and the
-end-to-end stories (tests/e2e/run.py). What passed and has not changed since is counted and not run again.
+end-to-end stories (tests/e2e/run.py); at the end, the rule book (tests/rules.md) against what ran. What passed and has not
+changed since is counted and not run again.
 The last line is "N passed, N failed".
 """
 
@@ -22,11 +23,12 @@ from session import Session, SessionError, end_process
 
 ROOT = pathlib.Path(__file__).resolve().parents[1]
 BUILD = ROOT / "build"
+REPORTS = BUILD / "reports"
 PASSED_BEFORE = BUILD / "check-passed.json"
 PROGRAM_SECONDS = 420  # for one test program
 STORIES_SECONDS = 900
 SHOWN_FAILURES = 12
-TESTED_DATA = ("PANELSET", "samples", "tests/data", "tests/golden", "tests/contract", "tests/rules")
+TESTED_DATA = ("PANELSET", "samples", "tests/data", "tests/golden", "tests/contract")
 STORY_DATA = ("PANELSET", "samples", "tests/e2e", "tools")
 
 
@@ -35,6 +37,7 @@ class Counts:
 
     def __init__(self):
         self.passed = self.failed = self.skipped = 0
+        self.groups = []  # of tests that this run is about, whether they had to be run again or not
 
     def add(self, name, passed, failed, skipped, remark):
         self.passed += passed
@@ -116,9 +119,14 @@ def run_bounded(command, seconds, session=None, **options):
         raise
 
 
+def report_of(name):
+    """Where a group's results lie: of test programs as JSON, of the stories as their lines."""
+    return REPORTS / (re.sub(r"[^\w.]+", "-", name) + (".log" if name.startswith("e2e") else ".json"))
+
+
 def google_test(name, command, session):
     """One process a program; counts (passed, failed, skipped) come from its own report."""
-    report = BUILD / "reports" / f"{name.replace(':', '-')}.json"
+    report = report_of(name)
     report.parent.mkdir(parents=True, exist_ok=True)
     report.unlink(missing_ok=True)
     code, output = run_bounded([*command, f"--gtest_output=json:{report}"], PROGRAM_SECONDS, session, cwd=BUILD)
@@ -149,6 +157,9 @@ def google_test(name, command, session):
 def lines_test(name, command, seconds, session=None):
     """A script that prints "PASS name", "FAIL name: why" and "SKIP name" lines; without any, its exit code counts."""
     code, output = run_bounded(command, seconds, session, cwd=ROOT)
+    if name.startswith("e2e"):
+        REPORTS.mkdir(parents=True, exist_ok=True)
+        report_of(name).write_text(output)
     words = [line.split(" ", 1)[0] for line in output.splitlines()]
     passed, failed, skipped = words.count("PASS"), words.count("FAIL"), words.count("SKIP")
     for line in output.splitlines():
@@ -164,7 +175,8 @@ def lines_test(name, command, seconds, session=None):
 
 def run_group(counts, memory, name, key, run):
     known = memory.recall(name, key)
-    if known:
+    # The rule book reads the reports of the tests.
+    if known and (name.startswith("rules:") or report_of(name).exists()):
         counts.add(name, *known, "unchanged since it passed, not run again")
         return
     began = time.monotonic()
@@ -188,6 +200,7 @@ def programs(counts, memory, preset, prefix, wanted):
     if not found:
         return
     print(f"== Test programs ({preset})", flush=True)
+    counts.groups += [name for name, _ in found]
     data = [ROOT / folder for folder in TESTED_DATA]
     with Session() as session:
         for name, command in found:
@@ -207,7 +220,18 @@ def stories(counts, memory, only):
     pattern = only.removeprefix("e2e:") if only else ""
     command = ["/usr/bin/python3", str(runner), str(program)] + ([pattern] if pattern else [])
     key = content_key(program, *(ROOT / folder for folder in STORY_DATA))
-    run_group(counts, memory, "e2e" + (f":{pattern}" if pattern else ""), key, lambda: lines_test("e2e", command, STORIES_SECONDS))
+    name = "e2e" + (f":{pattern}" if pattern else "")
+    counts.groups.append(name)
+    run_group(counts, memory, name, key, lambda: lines_test(name, command, STORIES_SECONDS))
+
+
+def rule_book(counts, partly):
+    """Each rule's tests are among those that ran; a run of a part answers for its own groups."""
+    print("== Rule book", flush=True)
+    began = time.monotonic()
+    command = ["/usr/bin/python3", str(ROOT / "tests" / "rules" / "rule_book.py"), "--ran", str(REPORTS)]
+    command += [*(["--partly"] if partly else []), *counts.groups]
+    counts.add("rule book", *lines_test("rule book", command, 120), f"{time.monotonic() - began:.1f} s")
 
 
 def main():
@@ -233,6 +257,8 @@ def main():
             programs(counts, memory, "asan", "asan:", wanted)
             if not options.only or options.only.startswith("e2e"):
                 stories(counts, memory, options.only)
+        if not options.only:
+            rule_book(counts, options.quick)
     except SessionError as error:
         counts.add("private desktop", 0, 1, 0, str(error))
     if not counts.passed and not counts.failed and not counts.skipped:

@@ -110,6 +110,59 @@ TEST_F(Opening, APictureIsHiddenWhileItIsPrepared) {
     EXPECT_EQ(watch.seen, (std::vector<bool>{false, true}));
 }
 
+// --- A list replaced under the file that plays -----------------------------------------------------------------------
+
+class Replaced : public Opening {
+protected:
+    Replaced() {
+        machine.addSound("/m/tune.mid", 60000);
+        machine.addMovie("/m/clip.avi", 40, 320, 240);
+        machine.addPicture("/m/a.bmp", 30, 20);
+        player.gInterval = 60;
+        setUpPanel();
+    }
+    /// Plays a file, drops another in its place and presses previous, which opens that one.
+    void playThenOpen(const char* first, const char* second) {
+        setList({first});
+        act([this] { PlayFile(player); });
+        machine.advance(1000);
+        act([&] { takeFiles(player, {true, {second}}); });
+        machine.clearCalls();
+        act([this] { PrevFile(player); });
+        machine.advance(machine.windows.doubleClickMs);
+        EXPECT_EQ(state(), "playing");
+        EXPECT_EQ(player.openedPath, second);
+    }
+    void close() {
+        act([this] { CloseFile(player, false); });
+        EXPECT_EQ(machine.media.liveControls(), 0);
+    }
+};
+
+TEST_F(Replaced, TheWindowOfAnotherKindGoesBeforeTheNewOneOpens) {
+    for (const char* first : {"/m/one.wav", "/m/clip.avi", "/m/a.bmp"}) {
+        for (const char* second : {"/m/two.wav", "/m/clip.avi", "/m/a.bmp"}) {
+            SCOPED_TRACE(std::string(first) + " " + second);
+            playThenOpen(first, second);
+            const bool sound = mediaKind(second) == mkMciFile;
+            EXPECT_EQ(mciWindow() != nullptr, sound);
+            EXPECT_EQ(movieWindow() != nullptr, mediaKind(second) == mkMovie);
+            EXPECT_EQ(imageWindow() != nullptr, mediaKind(second) == mkImage);
+            close();
+        }
+    }
+}
+
+TEST_F(Replaced, ADeviceTypeOfTheFileBeforeIsNotKept) {
+    playThenOpen("/m/tune.mid", "/m/one.wav");
+    EXPECT_EQ(mciWindow()->mmcMci->DeviceType(), "");
+    EXPECT_EQ(machine.log.count("media.makeMciControl"), 1);
+    close();
+    playThenOpen("/m/one.wav", "/m/two.wav");
+    EXPECT_EQ(machine.log.count("media.makeMciControl"), 0) << "a window that holds none is used again";
+    close();
+}
+
 // --- Drops that bring nothing ----------------------------------------------------------------------------------------
 
 TEST_F(Opening, ADropOfNoAcceptableFileEmptiesListAndDisplay) {
@@ -127,6 +180,17 @@ TEST_F(Opening, ADropOfNoAcceptableFileEmptiesListAndDisplay) {
     EXPECT_EQ(panel().lblMainPanel[kTimeLabel].ToolTipText.get(), "");
     EXPECT_EQ(label(kTotalLabel), "0");
     EXPECT_EQ(state(), "playing") << "what plays is not stopped";
+}
+
+TEST_F(Opening, ADropIsNotSaved) {
+    player.gIniFile = "/app/KADO.INI";
+    player.gListFileStem = "/app/FILE";
+    machine.files.addFolder("/app");
+    setUpPanel();
+    act([this] { takeFiles(player, {true, {"/m/one.wav"}}); });
+    EXPECT_EQ(player.gFileCount, 1);
+    for (const std::string& call : machine.calls("files")) EXPECT_NE(call.rfind("files.replace", 0), 0U) << call;
+    EXPECT_FALSE(machine.files.has("/app/FILE00.INI"));
 }
 
 }  // namespace

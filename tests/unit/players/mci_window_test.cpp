@@ -192,12 +192,26 @@ TEST_F(MciWindow, TheEndOfATrackGoesOnToTheNextFile) {
     EXPECT_EQ(player.gCdTrack, 2);
 }
 
-TEST_F(MciWindow, AFileWithoutALengthHasTheSliderAtOnePixel) {
-    machine.addSound("/m/none.wav", 0);
+TEST_F(MciWindow, ALengthThatComesLateIsTaken) {
     playSound();
     player.gLength = 0;
     machine.media.mci()->StatusUpdate.raise();
-    EXPECT_EQ(player.gLength, 60000) << "a length that is known by now is taken";
+    EXPECT_EQ(player.gLength, 60000);
+}
+
+TEST_F(MciWindow, WithoutALengthTheSliderIsOnePixelWide) {
+    machine.addSound("/m/none.wav", 0);
+    machine.addDisc("/nil", {0});
+    for (const char* path : {"/m/none.wav", "/nil/Track01.cda"}) {
+        SCOPED_TRACE(path);
+        if (player.forms.find<MainPanelControls>() == nullptr) setUpPanel();
+        setList({path});
+        PlayFile(player);
+        panel().pctSlide.Width = 700;
+        machine.media.mci()->StatusUpdate.raise();
+        EXPECT_EQ(panel().pctSlide.Width, 15);
+        CloseFile(player, false);
+    }
 }
 
 TEST_F(MciWindow, AStatusOfAnotherKindDoesNothing) {

@@ -110,6 +110,18 @@ TEST_F(Settings, ADelayThatIsNoNumberIs500) {
     EXPECT_EQ(player.gDelayTime, 500);
 }
 
+TEST_F(Settings, ThreeNumbersBeginAtTheirDefaultsAndTheOthersStay) {
+    player.gDelayTime = 9;
+    player.gAuxType = 3;
+    player.gPattern = 4;
+    player.gMovieZoom = 2;
+    read("");
+    EXPECT_EQ(player.gDelayTime, 500);
+    EXPECT_EQ(player.gAuxType, -1);
+    EXPECT_EQ(player.gPattern, 0);
+    EXPECT_EQ(player.gMovieZoom, 2);
+}
+
 TEST_F(Settings, TextThatIsNoNumberLeavesADefaultAlone) {
     read("WINDOWPOS=top\nPATTERN=x\nMOVIEZOOM=1 2\nIMAGEZOOM=\nINTERVAL=5s\nFILENUM=one\nPAGENUM=--1\n");
     EXPECT_EQ(player.gWindowPos, 0);

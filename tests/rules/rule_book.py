@@ -1,0 +1,196 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The rule book (tests/rules.md and the tables that it names): each row is whole, its id stands once, and the tests that it
+names exist. With --ran FOLDER and the groups of a run: each named test ran and passed, as the reports in that folder say;
+--partly leaves out tests of other groups. With --list prints id and rule of each row.
+
+Prints "PASS name" and "FAIL name: where" lines; ends with 1 when one failed.
+"""
+
+import argparse
+import json
+import pathlib
+import re
+import sys
+from typing import NamedTuple
+
+TESTS = pathlib.Path(__file__).resolve().parents[1]
+BOOK = TESTS / "rules.md"
+HEADINGS = ["Id", "Rule", "Test", "Runs"]
+ID = re.compile(r"[A-Z]{2,6}-\d{2,3}")
+NO_TEST = "none"
+LEAST_REASON = 20  # characters that say why a row has no test here
+# Where each group of tests runs. "fake": the machine in memory; "real": the desktop's own parts; "end to end": the
+# built program, driven as a person would.
+PLACES = {"walk": "fake", "contract_fake": "fake", "contract_desktop": "real", "unit_desktop": "real", "golden": "real",
+          "e2e": "end to end"}
+FOLDERS = {"walk": ["unit/walk"], "golden": ["golden"], "contract_fake": ["contract", "contract/fake"],
+           "contract_desktop": ["contract", "contract/desktop"]}
+MACRO = re.compile(r"^TEST(?:_F|_P)?\(\s*(\w+)\s*,\s*(\w+)\s*\)", re.M)
+INSTANCE = re.compile(r"INSTANTIATE_TEST_SUITE_P\(\s*(\w+)\s*,\s*(\w+)")
+STORY = re.compile(r'^@story\("((?:[^"\\]|\\.)*)"\)', re.M)
+
+
+class Row(NamedTuple):
+    place: str  # file and line
+    id: str
+    rule: str
+    tests: list  # "group: test"
+    runs: str
+
+
+def place_of(group):
+    return PLACES.get(group, "fake" if group.startswith("unit_") else None)
+
+
+def tables():
+    """The book's index and every table that it links to."""
+    links = re.findall(r"\]\((rules/[\w-]+\.md)\)", BOOK.read_text(encoding="utf-8"))
+    return [BOOK.parent / link for link in links]
+
+
+def read_rows(path, text, broken):
+    rows = []
+    for number, line in enumerate(text.splitlines(), 1):
+        if not line.startswith("|"):
+            continue
+        place = f"{path.name}:{number}"
+        cells = [cell.strip().replace("\\|", "|") for cell in re.split(r"(?<!\\)\|", line)[1:-1]]
+        if cells == HEADINGS or all(set(cell) <= set("-:") and cell for cell in cells):
+            continue
+        if len(cells) != len(HEADINGS) or not all(cells):
+            broken.append(f"{place} is not whole")
+            continue
+        tests = re.findall(r"`([^`]+)`", cells[2])
+        rows.append(Row(place, cells[0], cells[1], tests, cells[3]))
+    return rows
+
+
+def reason_is_missing(row):
+    return not row.runs.startswith("not here: ") or len(row.runs) - len("not here: ") < LEAST_REASON
+
+
+def wrong_rows(rows):
+    """Rows whose id or whose tests' places are not what they must be."""
+    seen = {}
+    for row in rows:
+        if not ID.fullmatch(row.id):
+            yield f"{row.place}: id {row.id}"
+        if row.id in seen:
+            yield f"{row.place}: {row.id} stands in {seen[row.id]} too"
+        seen[row.id] = row.place
+        if not row.tests:
+            if reason_is_missing(row):
+                yield f"{row.place}: {row.id} has neither test nor reason"
+            continue
+        places = []
+        for test in row.tests:
+            place = place_of(test.partition(": ")[0])
+            if place is None:
+                yield f"{row.place}: {test} is in no group of tests"
+            elif place not in places:
+                places.append(place)
+        if row.runs != ", ".join(places):
+            yield f"{row.place}: {row.id} runs in {', '.join(places)}"
+
+
+def known_tests(group):
+    """Names that the group's sources hold, with the instances of tests that have parameters."""
+    if group == "e2e":
+        return {name for file in (TESTS / "e2e" / "stories").glob("*.py") for name in STORY.findall(file.read_text())}
+    names, suites = set(), {}
+    for folder in FOLDERS.get(group, [f"unit/{group.removeprefix('unit_')}"]):
+        for file in sorted((TESTS / folder).glob("*.*")):
+            text = file.read_text(encoding="utf-8", errors="replace")
+            names.update(f"{suite}.{test}" for suite, test in MACRO.findall(text))
+            for instance, suite in INSTANCE.findall(text):
+                suites.setdefault(suite, []).append(instance)
+    for name in list(names):
+        suite, _, test = name.partition(".")
+        names.update(f"{instance}/{suite}.{test}" for instance in suites.get(suite, []))
+    return names
+
+
+def unknown_tests(rows):
+    known = {}
+    for row in rows:
+        for test in row.tests:
+            group, _, name = test.partition(": ")
+            if name not in known.setdefault(group, known_tests(group)):
+                yield f"{row.id}: {test}"
+
+
+def passed_tests(folder, group):
+    """What ran and passed: for tests with parameters the name without its number, when all of them passed."""
+    if group == "e2e":
+        words = (folder / "e2e.log").read_text().splitlines()
+        return {re.sub(r" \([\d.]+ s\)$", "", line[5:]) for line in words if line.startswith("PASS ")}
+    passed, failed = set(), set()
+    for suite in json.loads((folder / f"{group}.json").read_text()).get("testsuites", []):
+        for case in suite["testsuite"]:
+            name = f"{suite['name']}.{case['name'].partition('/')[0]}"
+            good = case.get("status") == "RUN" and case.get("result") == "COMPLETED" and not case.get("failures")
+            (passed if good else failed).add(name)
+    return passed - failed
+
+
+def tests_not_passed(rows, folder, groups, partly):
+    results = {}
+    for row in rows:
+        for test in row.tests:
+            group, _, name = test.partition(": ")
+            if group not in groups:
+                if not partly:
+                    yield f"{row.id}: {group} did not run"
+                continue
+            if group not in results:
+                try:
+                    results[group] = passed_tests(folder, group)
+                except (OSError, ValueError) as error:
+                    yield f"no report of {group}: {error}"
+                    results[group] = None
+            if results[group] is not None and name not in results[group]:
+                yield f"{row.id}: {test}"
+
+
+def seen_failing():
+    """The checks see what they must."""
+    table = "| Id | Rule | Test | Runs |\n|---|---|---|---|\n"
+    bad = ["| X-1 | rule | `walk: A.B` | fake |", "| XY-01 | rule | `walk: A.B` | real |", "| XY-01 | rule | `none: A.B` | fake |",
+           "| XY-01 | rule | none | fake |", "| XY-01 | a | `walk: A.B` | fake |\n| XY-01 | b | `walk: A.B` | fake |"]
+    for line in bad:
+        if not list(wrong_rows(read_rows(BOOK, table + line, []))):
+            return False
+    broken = []
+    read_rows(BOOK, table + "| XY-01 | | `walk: A.B` | fake |\n| XY-02 | rule | `walk: A.B` |", broken)
+    good = read_rows(BOOK, table + "| XY-01 | a \\| b | `walk: A.B` | fake |", broken)
+    return len(broken) == 2 and not list(wrong_rows(good)) and len(list(unknown_tests(good))) == 1
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--ran", type=pathlib.Path, metavar="FOLDER")
+    parser.add_argument("--partly", action="store_true")
+    parser.add_argument("--list", action="store_true")
+    parser.add_argument("groups", nargs="*")
+    options = parser.parse_args()
+    broken, rows = [], []
+    for path in tables():
+        rows += read_rows(path, path.read_text(encoding="utf-8"), broken)
+    if options.list:
+        print("\n".join(f"{row.id} {row.rule}" for row in rows))
+        return 0
+    if options.ran:
+        not_passed = list(tests_not_passed(rows, options.ran, options.groups, options.partly))
+        results = {f"the tests of {len(rows)} rules ran and passed": not_passed}
+    else:
+        results = {"each row of the rule book is whole": broken + list(wrong_rows(rows)) or ([] if rows else ["no rows"]),
+                   "each test of the rule book exists": list(unknown_tests(rows)),
+                   "the rule book's checks catch what they must": [] if seen_failing() else ["they do not"]}
+    for name, places in results.items():
+        print(f"FAIL {name}: {'; '.join(places[:12])}" if places else f"PASS {name}")
+    return 1 if any(results.values()) else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
