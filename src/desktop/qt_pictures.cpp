@@ -10,7 +10,7 @@
 #include <atomic>
 #include <cmath>
 
-#include "desktop/picture_check.h"
+#include "toolkit/picture_check.h"
 
 namespace corvane {
 
@@ -18,22 +18,35 @@ namespace {
 
 constexpr int kAllocationMegabytes = 256;
 constexpr int kWorkerIdleMs = 2000;
-constexpr float kMaxPaintedSide = 1'000'000.0F;  ///< pixels; beyond it positions lose whole pixels
-constexpr int kInvalidPicture = 481;
 
 std::int64_t pixelsOf(QSize size) { return static_cast<std::int64_t>(size.width()) * size.height(); }
 
 /// Held by all pictures that live; a picture can be made by the worker.
 std::atomic<std::int64_t> held{0};
 
-/// Turning a picture needs it twice for a moment.
 void reduceToFit(QImageReader& reader, QSize size) {
     const bool turns = reader.transformation() != QImageIOHandler::TransformationNone;
-    const std::int64_t free = std::max(kMaxHeldTogether - held, kMaxHeldPixels / 3);
-    const std::int64_t most = std::min(kMaxHeldPixels, turns ? free / 2 : free);
-    if (pixelsOf(size) <= most) return;
-    const double share = std::sqrt(static_cast<double>(most) / static_cast<double>(pixelsOf(size)));
-    reader.setScaledSize((QSizeF(size) * share).toSize().expandedTo({1, 1}));
+    const double share = shareToHold(pixelsOf(size), held, turns);
+    if (share < 1) reader.setScaledSize((QSizeF(size) * share).toSize().expandedTo({1, 1}));
+}
+
+/// The file for the check of its end.
+class FileBytes : public PictureBytes {
+public:
+    explicit FileBytes(QFile& file) : file_(file) {}
+    ~FileBytes() override { file_.seek(0); }
+    std::int64_t size() override { return file_.size(); }
+    std::string part(std::int64_t from, std::int64_t count) override {
+        return file_.seek(from) ? file_.read(count).toStdString() : std::string();
+    }
+
+private:
+    QFile& file_;
+};
+
+bool endsTooEarly(QFile& file) {
+    FileBytes bytes(file);
+    return !endsWhole(bytes);
 }
 
 }  // namespace
@@ -90,7 +103,7 @@ Picture QtPictures::load(const std::string& path, std::string& reason) {
     if (!S_ISREG(status.st_mode)) return reason = "This is not a file.", Picture();
     QFile file(QFile::decodeName(QByteArray::fromStdString(path)));
     if (!file.open(QIODevice::ReadOnly)) return reason = "The file cannot be read.", Picture();
-    if (!endsWhole(file)) return reason = "The picture is damaged: the file ends too early.", Picture();
+    if (endsTooEarly(file)) return reason = "The picture is damaged: the file ends too early.", Picture();
 
     QImageReader reader(&file);
     reader.setDecideFormatFromContent(true);

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "platform/ports.h"
+#include "toolkit/picture_budget.h"
 
 namespace corvane {
 
@@ -34,12 +35,6 @@ private:
 
 /// The pixels of a picture; null for none.
 QImage imageOf(const Picture& picture);
-
-inline constexpr std::int64_t kMaxPicturePixels = 40'000'000;
-/// What one picture, and all of them while the next is decoded, may hold in memory, so that the program stays below
-/// 200 MB: 4 bytes a pixel. A larger JPEG is held reduced, and scaled when it is painted.
-inline constexpr std::int64_t kMaxHeldPixels = 18'000'000;
-inline constexpr std::int64_t kMaxHeldTogether = 36'000'000;
 
 /// Pictures by Qt's readers: BMP, JPEG, GIF and PNG by their content, whatever the name. A file that ends too early
 /// counts as damaged.

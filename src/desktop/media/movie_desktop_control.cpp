@@ -5,7 +5,7 @@
 #include <limits>
 #include <utility>
 
-#include "desktop/media/movie_size.h"
+#include "toolkit/movie_size.h"
 
 namespace corvane {
 
@@ -68,8 +68,8 @@ void DesktopMovieControl::opened() {
     post([this] {
         open_ = true;
         Windows& windows = players_.windows();
-        const MovieExtent extent =
-            movieExtent(player_->picture(), windowSize_, {windows.screenWidth(), windows.screenHeight()});
+        const MovieExtent extent = movieExtent(ImageSourceWidth(), ImageSourceHeight(), windowSize_,
+                                               {windows.screenWidth(), windows.screenHeight()});
         SetSize(extent.width, extent.height);
         OpenComplete.raise();
     });

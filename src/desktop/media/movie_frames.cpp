@@ -8,7 +8,7 @@
 #include <cstdlib>
 
 #include "desktop/media/movie_library.h"
-#include "desktop/media/movie_size.h"
+#include "desktop/media/fitted_area.h"
 
 namespace corvane {
 

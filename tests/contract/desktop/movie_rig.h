@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "contract/rig_windows.h"
 #include "desktop/media/movie_players.h"
 #include "desktop/movie_surface.h"
 
@@ -41,21 +42,6 @@ protected:
 
 private:
     QObject receiver_;
-};
-
-/// A screen of 1000 by 800 pixels and no windows.
-class RigWindows : public Windows {
-public:
-    void attach(Form& /*form*/) override {}
-    void detach(Form& /*form*/) override {}
-    Twips screenWidth() override { return 15000; }
-    Twips screenHeight() override { return 12000; }
-    int doubleClickTimeMs() override { return 500; }
-    void SetWindowPos(Form& /*form*/, int /*insertAfter*/, std::uint32_t /*flags*/) override {}
-    void beginDrag(Form& /*form*/) override {}
-    void activate(Form& /*form*/) override {}
-    void refresh(Form& /*form*/) override {}
-    int textWidth(Form& /*form*/, const std::string& /*text*/) override { return 0; }
 };
 
 /// A movie control on a form, with what it told.

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace corvane {
+
+/// The bytes of a picture file, read as they are needed.
+class PictureBytes {
+public:
+    PictureBytes() = default;
+    PictureBytes(const PictureBytes&) = delete;
+    PictureBytes& operator=(const PictureBytes&) = delete;
+    virtual ~PictureBytes() = default;
+    virtual std::int64_t size() = 0;
+    /// Fewer bytes than asked for at the file's end, none where it cannot be read.
+    virtual std::string part(std::int64_t from, std::int64_t count) = 0;
+};
+
+/// False: a JPEG, GIF, PNG or plain BMP file ends before its picture does. Decoders would fill the rest with grey and
+/// say nothing.
+bool endsWhole(PictureBytes& file);
+
+/// How a JPEG file asks to be turned, 1 to 8 as cameras note it (1: it is upright). 1 also for any other file.
+int orientationOf(PictureBytes& file);
+inline bool swapsSides(int orientation) { return orientation >= 5; }
+
+/// The place of a GIF file's first picture on its screen. Empty for another file.
+struct GifPlace {
+    int screenWidth = 0, screenHeight = 0;
+    int left = 0, top = 0;
+};
+GifPlace gifPlaceOf(PictureBytes& file);
+
+}  // namespace corvane

@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "toolkit/picture_check.h"
+
+#include <gtest/gtest.h>
+
+#include "toolkit/picture_budget.h"
+
+namespace corvane {
+namespace {
+
+using namespace std::string_literals;
+
+class Bytes : public PictureBytes {
+public:
+    explicit Bytes(std::string bytes) : bytes_(std::move(bytes)) {}
+    std::int64_t size() override { return static_cast<std::int64_t>(bytes_.size()); }
+    std::string part(std::int64_t from, std::int64_t count) override {
+        const auto start = static_cast<std::size_t>(from);
+        return start < bytes_.size() ? bytes_.substr(start, static_cast<std::size_t>(count)) : std::string();
+    }
+
+private:
+    std::string bytes_;
+};
+
+bool whole(const std::string& bytes) {
+    Bytes file(bytes);
+    return endsWhole(file);
+}
+int orientation(const std::string& bytes) {
+    Bytes file(bytes);
+    return orientationOf(file);
+}
+
+TEST(PictureCheck, ABitmapIsAsLongAsItsHeaderSays) {
+    std::string bitmap(54, '\0');
+    bitmap.replace(0, 2, "BM");
+    bitmap[10] = 54;
+    bitmap[14] = 40;
+    bitmap[18] = 3;  // 3 pixels of 24 bits: lines of 12 bytes
+    bitmap[22] = 2;
+    bitmap[28] = 24;
+    EXPECT_FALSE(whole(bitmap + std::string(23, 'x')));
+    EXPECT_TRUE(whole(bitmap + std::string(24, 'x')));
+    bitmap.replace(22, 4, "\xFE\xFF\xFF\xFF");  // from the top down
+    EXPECT_FALSE(whole(bitmap + std::string(23, 'x')));
+    EXPECT_TRUE(whole(bitmap + std::string(24, 'x')));
+    EXPECT_FALSE(whole("BM"));
+}
+
+TEST(PictureCheck, AJpegsEndComesAfterItsLastData) {
+    EXPECT_TRUE(whole("\xFF\xD8\xFF\xDA data \xFF\xD9 and what the camera added"));
+    EXPECT_FALSE(whole("\xFF\xD8 thumbnail \xFF\xD9\xFF\xDA data"));
+    EXPECT_FALSE(whole("\xFF\xD8\xFF\xDA data"));
+}
+
+TEST(PictureCheck, AGifEndsWithItsTrailer) {
+    EXPECT_TRUE(whole("GIF89a..;\0\0"s));
+    EXPECT_FALSE(whole("GIF89a.."));
+    EXPECT_TRUE(whole("\x89PNG....IEND1234"));
+    EXPECT_FALSE(whole("\x89PNG...."));
+    EXPECT_TRUE(whole("anything else"));
+}
+
+std::string jpegTurned(char value, bool bigFirst) {
+    const std::string notes = bigFirst ? "MM\0*\0\0\0\x08\0\x01\x01\x12\0\x03\0\0\0\x01\0"s + value + "\0\0\0\0\0\0"s
+                                       : "II*\0\x08\0\0\0\x01\0\x12\x01\x03\0\x01\0\0\0"s + value + "\0\0\0\0\0\0\0"s;
+    return "\xFF\xD8\xFF\xE0\0\x04..\xFF\xE1\0"s + static_cast<char>(notes.size() + 8) + "Exif\0\0"s + notes +
+           "\xFF\xDA\0\0"s;
+}
+
+TEST(PictureCheck, ReadsHowAJpegIsToBeTurned) {
+    for (const bool bigFirst : {true, false}) {
+        EXPECT_EQ(orientation(jpegTurned(6, bigFirst)), 6) << bigFirst;
+        EXPECT_EQ(orientation(jpegTurned(8, bigFirst)), 8) << bigFirst;
+        EXPECT_EQ(orientation(jpegTurned(9, bigFirst)), 1) << bigFirst;
+    }
+    EXPECT_TRUE(swapsSides(5));
+    EXPECT_FALSE(swapsSides(4));
+    EXPECT_EQ(orientation("\xFF\xD8\xFF\xDA\0\x04.."s), 1);
+    const std::string turned = jpegTurned(6, true);
+    for (std::size_t length = 0; length < turned.size(); ++length) {
+        const int read = orientation(turned.substr(0, length));  // never beyond the end
+        EXPECT_TRUE(read == 1 || read == 6) << length;
+    }
+    EXPECT_EQ(orientation("BM"), 1);
+}
+
+TEST(PictureCheck, FindsAGifsFirstPictureOnItsScreen) {
+    const std::string screen = "GIF89a\x0A\0\x08\0\x80\0\0"s + "123456"s;  // 10 by 8, two colours
+    const std::string note = "!\xFE\x02hi\0"s;
+    Bytes file(screen + note + "!\xF9\x04\0\0\0\0\0"s + ",\x03\0\x02\0\x05\0\x05\0\0"s);
+    const GifPlace place = gifPlaceOf(file);
+    EXPECT_EQ(place.screenWidth, 10);
+    EXPECT_EQ(place.screenHeight, 8);
+    EXPECT_EQ(place.left, 3);
+    EXPECT_EQ(place.top, 2);
+    Bytes other("BM");
+    EXPECT_EQ(gifPlaceOf(other).screenWidth, 0);
+}
+
+TEST(PictureBudget, ReducesWhatWouldHoldTooMuch) {
+    EXPECT_EQ(shareToHold(kMaxHeldPixels, 0, false), 1);
+    EXPECT_EQ(shareToHold(kMaxHeldPixels, 0, true), 1);
+    EXPECT_DOUBLE_EQ(shareToHold(4 * kMaxHeldPixels, 0, false), 0.5);
+    EXPECT_DOUBLE_EQ(shareToHold(kMaxHeldPixels, kMaxHeldTogether - kMaxHeldPixels / 2, true), 0.5);
+    EXPECT_DOUBLE_EQ(shareToHold(kMaxHeldPixels, kMaxHeldTogether * 2, false), std::sqrt(1.0 / 3))
+        << "some is always free";
+}
+
+}  // namespace
+}  // namespace corvane
