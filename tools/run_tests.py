@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Runs every test of a finished build and adds up the counts; ./check builds first and calls this.
 
-Groups: rule scripts (tests/rules/*.py), test programs of build/release, the same of build/asan (portable core) and the
+Groups: rule scripts (tests/rules/*.py), shipped files (samples, skins, the installed tree), test programs of build/release, the same of build/asan (portable core) and the
 end-to-end stories (tests/e2e/run.py); at the end, the rule book (tests/rules.md) against what ran. What passed and has not
 changed since is counted and not run again.
 The last line is "N passed, N failed".
@@ -27,6 +27,7 @@ REPORTS = BUILD / "reports"
 PASSED_BEFORE = BUILD / "check-passed.json"
 PROGRAM_SECONDS = 420  # for one test program
 STORIES_SECONDS = 900
+SHIPPED_SECONDS = 180
 SHOWN_FAILURES = 12
 TESTED_DATA = ("PANELSET", "samples", "tests/data", "tests/golden", "tests/contract")
 STORY_DATA = ("PANELSET", "samples", "tests/e2e", "tools")
@@ -195,6 +196,21 @@ def rule_scripts(counts, memory, wanted):
         run_group(counts, memory, f"rules:{script.stem}", key, lambda s=script: lines_test(s.stem, ["/usr/bin/python3", str(s)], 120))
 
 
+def shipped(counts, memory, wanted):
+    """Files that are drawn and computed are what they should be, and a build installs as it should."""
+    build = BUILD / "release"
+    scripts = (("samples", "tools/samples/verify.py", [], ("samples", "tools/samples")),
+               ("skins", "tools/skin/verify.py", [], ("PANELSET", "tools/skin")),
+               ("installed", "tests/package/installed.py", [str(build)], ("PANELSET", "docs/manual", "packaging", "tests/package")))
+    scripts = [s for s in scripts if wanted(f"shipped:{s[0]}")]
+    if scripts:
+        print("== Shipped files", flush=True)
+    for name, script, words, reads in scripts:
+        key = content_key(*(ROOT / r for r in reads), *(build / p for p in ("corvane", "corvane-skin") if words))
+        command = ["/usr/bin/python3", str(ROOT / script), *words]
+        run_group(counts, memory, f"shipped:{name}", key, lambda n=name, c=command: lines_test(n, c, SHIPPED_SECONDS))
+
+
 def programs(counts, memory, preset, prefix, wanted):
     found = [(prefix + name, command) for name, command in test_programs(preset) if wanted(prefix + name)]
     if not found:
@@ -252,6 +268,7 @@ def main():
 
     try:
         rule_scripts(counts, memory, wanted)
+        shipped(counts, memory, wanted)
         programs(counts, memory, "release", "", wanted)
         if not options.quick:
             programs(counts, memory, "asan", "asan:", wanted)

@@ -10,7 +10,7 @@ import re
 import sys
 
 PROJECT = pathlib.Path(__file__).resolve().parents[2]
-FOLDERS = ("src", "tests", "tools", "bench", "docs", ".ci")
+FOLDERS = ("src", "tests", "tools", "bench", "docs", "packaging", ".ci")
 TOP_FILES = ("play", "check", "CMakeLists.txt", "README.md", "CONTRIBUTING.md", "THIRD_PARTY.md")
 CODE = (".cpp", ".h", ".py", ".sh")
 MOST_LINES = 500
@@ -34,7 +34,7 @@ def files():
 
 
 def is_code(path):
-    return path.suffix in CODE or path.name in ("play", "check", "run")
+    return path.suffix in CODE or path.name in ("play", "check", "run", "package", "try_package")
 
 
 def missing_licence(path, text):
@@ -72,7 +72,7 @@ RULES = {
 
 def executables():
     """What is run by name can be run."""
-    for name in ("play", "check", ".ci/run", "tests/e2e/run.py", "tools/session.py"):
+    for name in ("play", "check", ".ci/run", "tests/e2e/run.py", "tests/package/installed.py", "tools/package", "tools/session.py", "tools/try_package"):
         if not os.access(PROJECT / name, os.X_OK):
             yield name
 

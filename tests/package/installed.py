@@ -1,0 +1,160 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Installs a finished build into a folder of its own and looks at what lies there: installed.py BUILD.
+
+Prints "PASS name" and "FAIL name: why" lines; ends with 1 when one failed.
+"""
+
+import gzip
+import os
+import pathlib
+import re
+import shutil
+import stat
+import struct
+import subprocess
+import sys
+import tempfile
+
+PROJECT = pathlib.Path(__file__).resolve().parents[2]
+EXTENSIONS = ("bmp jpeg jpg gif avi mov qt mpg mpv mp2 m1v mpeg mid rmi wav snd au aif aifc aiff cda mp3 ra rm ram rmm").split()
+SIZES = (16, 22, 24, 32, 48, 64, 128, 256)
+
+
+def run(*command, **options):
+    return subprocess.run(command, capture_output=True, text=True, check=False, stdin=subprocess.DEVNULL, timeout=60, **options)
+
+
+def said(done):
+    return (done.stdout + done.stderr).strip()[-300:]
+
+
+class Installed:
+    def __init__(self, place):
+        self.place = place
+        self.share = place / "share"
+        # Neither a display nor the session's folders: what is asked here needs none.
+        self.environment = {"PATH": os.environ["PATH"], "HOME": str(place / "home"), "XDG_RUNTIME_DIR": str(place / "none")}
+
+    def program(self, name, *words):
+        return run(self.place / "bin" / name, *words, env=self.environment)
+
+    def files_are_there(self):
+        wanted = ["bin/corvane", "bin/corvane-skin", "share/corvane/PANELSET/DEFAULT.BMP", "share/corvane/PANELSET/DEFAULT.CSV",
+                  "share/corvane/manual/index.html", "share/corvane/manual/skins.html", "share/applications/corvane.desktop",
+                  "share/mime/packages/corvane.xml", "share/metainfo/org.corvane.corvane.metainfo.xml",
+                  "share/icons/hicolor/scalable/apps/corvane.svg", "share/man/man1/corvane.1.gz", "share/man/man1/corvane-skin.1.gz",
+                  "share/doc/corvane/copyright", "share/doc/corvane/GPL-3.0.txt", "share/doc/corvane/CC0-1.0.txt"]
+        return ", ".join(name for name in wanted if not (self.place / name).is_file())
+
+    def modes_are_ordinary(self):
+        def wrong(path):
+            executable = path.is_dir() or path.parent.name == "bin"
+            return stat.S_IMODE(path.stat().st_mode) != (0o755 if executable else 0o644)
+
+        return ", ".join(str(p.relative_to(self.place)) for p in self.place.rglob("*") if not p.is_symlink() and wrong(p))
+
+    def pictures_of_the_manual_are_there(self):
+        manual = self.share / "corvane" / "manual"
+        names = {n for page in manual.glob("*.html") for n in re.findall(r'(?:src|href)="([^"#:]+)', page.read_text(encoding="utf-8"))}
+        return ", ".join(sorted(n for n in names if not (manual / n).is_file())) if names else "no links"
+
+    def programs_speak_without_a_display(self):
+        for name in ("corvane", "corvane-skin"):
+            for word, start in (("--version", f"{name} "), ("--help", f"Usage: {name}")):
+                done = self.program(name, word)
+                if done.returncode != 0 or not done.stdout.startswith(start):
+                    return f"{name} {word}: code {done.returncode}: {said(done)}"
+        return "" if not (self.place / "home").exists() else "they made a folder"
+
+    def skins_are_in_order(self):
+        for text in sorted((self.share / "corvane" / "PANELSET").glob("*.CSV")):
+            done = self.program("corvane-skin", "check", text)
+            if done.returncode != 0:
+                return said(done)
+        return ""
+
+    def a_skin_can_be_begun_checked_and_shown(self):
+        skin = self.place / "home" / "skin" / "MINE"
+        for words in (("new", "MINE", skin.parent), ("check", skin), ("preview", skin, skin.parent, "--scale", "2")):
+            done = self.program("corvane-skin", *words)
+            if done.returncode != 0:
+                return f"{words[0]}: {said(done)}"
+        size = struct.unpack(">2I", (skin.parent / "rest.png").read_bytes()[16:24])
+        if size != (800, 240):
+            return f"a picture of {size}"
+        if self.program("corvane-skin", "new", "MINE", skin.parent).returncode != 2:
+            return "it was overwritten"
+        text = skin.with_suffix(".CSV")
+        text.write_text(text.read_text() + "x,12,0,0,0,0,9999,9,1\n")
+        done = self.program("corvane-skin", "check", skin)
+        if done.returncode != 1 or f"{text}:43: error: record 12 (Stop)" not in done.stdout:
+            return f"a mistake: code {done.returncode}: {said(done)}"
+        if self.program("corvane-skin", "preview", skin, skin.parent).returncode != 1:
+            return "a skin that cannot be shown was shown"
+        return "" if self.program("corvane-skin", "draw").returncode == 2 else "an unknown command was taken"
+
+    def icons_have_their_sizes(self):
+        for size in SIZES:
+            png = (self.share / "icons" / "hicolor" / f"{size}x{size}" / "apps" / "corvane.png").read_bytes()
+            if struct.unpack(">2I", png[16:24]) != (size, size):
+                return f"{size}"
+        return ""
+
+    def pages_of_the_handbook_name_every_option(self):
+        for name in ("corvane", "corvane-skin"):
+            page = gzip.decompress((self.share / "man" / "man1" / f"{name}.1.gz").read_bytes()).decode().replace("\\-", "-")
+            options = set(re.findall(r"--\w+|CORVANE_\w+", self.program(name, "--help").stdout))
+            missing = sorted(option for option in options if option not in page)
+            if missing or not options:
+                return f"{name}: {missing}"
+        return ""
+
+    def desktop_file_is_valid(self):
+        done = run("desktop-file-validate", self.share / "applications" / "corvane.desktop")
+        return said(done) if done.returncode else ""
+
+    def metadata_are_valid(self):
+        done = run("appstreamcli", "validate", "--no-net", self.share / "metainfo" / "org.corvane.corvane.metainfo.xml")
+        return said(done) if done.returncode else ""
+
+    def every_file_type_is_opened(self):
+        """Each extension has a type in the shared database, with our additions, that the desktop file names."""
+        packages = self.share / "mime" / "packages"
+        shutil.copy("/usr/share/mime/packages/freedesktop.org.xml", packages)
+        done = run("update-mime-database", self.share / "mime")
+        if done.returncode:
+            return said(done)
+        desktop = (self.share / "applications" / "corvane.desktop").read_text(encoding="utf-8")
+        opened = set(re.search(r"^MimeType=(.*)$", desktop, re.M).group(1).strip(";").split(";"))
+        globs = [line.split(":")[:3] for line in (self.share / "mime" / "globs2").read_text().splitlines() if line[:1] != "#"]
+        types = {e: {kind for _, kind, pattern in globs if pattern.lower() == f"*.{e}"} for e in EXTENSIONS}
+        return ", ".join(e for e in EXTENSIONS if not types[e] or not types[e] <= opened)
+
+
+def main():
+    build = pathlib.Path(sys.argv[1]).resolve()
+    failed = False
+    with tempfile.TemporaryDirectory(prefix="corvane-installed-") as folder:
+        place = pathlib.Path(folder) / "tree"
+        done = run("cmake", "--install", build, "--prefix", place)
+        if done.returncode:
+            print(f"FAIL the build can be installed: {said(done)}")
+            return 1
+        installed = Installed(place)
+        # Modes first: what follows writes into the tree.
+        for test in ("modes_are_ordinary", "files_are_there", "pictures_of_the_manual_are_there", "programs_speak_without_a_display",
+                     "skins_are_in_order", "a_skin_can_be_begun_checked_and_shown", "icons_have_their_sizes",
+                     "pages_of_the_handbook_name_every_option", "desktop_file_is_valid", "metadata_are_valid", "every_file_type_is_opened"):
+            name = test.replace("_", " ")
+            try:
+                why = getattr(installed, test)()
+            except (OSError, AttributeError, struct.error, subprocess.SubprocessError) as error:
+                why = f"{type(error).__name__}: {error}"
+            print(f"FAIL {name}: {why}" if why else f"PASS {name}")
+            failed = failed or bool(why)
+    return 1 if failed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
