@@ -2,7 +2,6 @@
 #include "toolkit/picture_check.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <string_view>
 
 namespace corvane {
@@ -38,7 +37,8 @@ bool bmpEndsWhole(PictureBytes& file) {
     const std::int64_t rows = static_cast<std::int32_t>(number(header, 22, 4));
     const std::int64_t line = (width * number(header, 28, 2) + 31) / 32 * 4;
     if (width < 0) return true;  // left to the reader, which refuses it
-    return line <= file.size() && number(header, 10, 4) + line * std::abs(rows) <= file.size();
+    const std::int64_t lines = rows < 0 ? -rows : rows;
+    return line <= file.size() && number(header, 10, 4) + line * lines <= file.size();
 }
 
 /// The last end mark must come after the last start of coded data: a thumbnail in front has marks of its own.

@@ -16,14 +16,15 @@ namespace corvane {
 class MciStage : public Stage {
 public:
     virtual Media& media() = 0;
-    virtual std::string sound() = 0;          ///< a sound file of soundMs
-    virtual int soundMs() = 0;                ///< at least 2000
-    virtual std::string sequence() = 0;       ///< a MIDI file of sequenceMs
-    virtual int sequenceMs() = 0;             ///< at least 2000
-    virtual std::string broken() = 0;         ///< there, but no sound
-    virtual std::string disc() = 0;           ///< a track's file on a disc of at least two tracks
-    virtual int trackSeconds(int track) = 0;  ///< whole seconds of track 1 and 2, each at least 2
-    virtual int toleranceMs() = 0;            ///< how far a position or length may be from the truth
+    virtual std::string sound() = 0;                ///< a sound file of soundMs
+    virtual int soundMs() = 0;                      ///< at least 2000
+    virtual std::string sequence() = 0;             ///< a MIDI file of sequenceMs
+    virtual int sequenceMs() = 0;                   ///< at least 2000
+    virtual bool playsSequences() { return true; }  ///< false: this machine has nothing to play them with
+    virtual std::string broken() = 0;               ///< there, but no sound
+    virtual std::string disc() = 0;                 ///< a track's file on a disc of at least two tracks
+    virtual int trackSeconds(int track) = 0;        ///< whole seconds of track 1 and 2, each at least 2
+    virtual int toleranceMs() = 0;                  ///< how far a position or length may be from the truth
 };
 
 class MciControlContract : public ::testing::TestWithParam<StageFactory<MciStage>> {
@@ -97,6 +98,7 @@ TEST_P(MciControlContract, OpensWithTheLengthAndDoesNotStart) {
 }
 
 TEST_P(MciControlContract, PlaysASequence) {
+    if (!stage->playsSequences()) GTEST_SKIP() << "nothing plays MIDI here";
     open(stage->sequence(), stage->sequenceMs(), "Sequencer");
     EXPECT_EQ(mci->DeviceType(), "Sequencer");
     command("Play");

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "platform/ports.h"
+
+namespace corvane {
+
+/// Decodes a picture file in this thread.
+Pictures::Decoded decodePicture(const std::string& path);
+
+/// Pixels that all living decoded pictures hold; any thread.
+std::int64_t heldPicturePixels();
+
+}  // namespace corvane

@@ -1,0 +1,199 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "windows/media/windows_mci_control.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace corvane {
+
+namespace {
+
+constexpr int kDefaultInterval = 1000;
+constexpr int kMostOpenWaitMs = 200;
+constexpr UINT_PTR kUpdateTimer = 1;
+
+}  // namespace
+
+WindowsMciControl::WindowsMciControl(MciStation& station)
+    : station_(station), interval_(kDefaultInterval), updates_([this](UINT message, WPARAM, LPARAM) {
+          if (message != WM_TIMER) return std::optional<LRESULT>();
+          if (!std::exchange(updatePosted_, true)) {
+              later([this] {
+                  updatePosted_ = false;
+                  if (state_ == State::Playing) StatusUpdate.raise();
+              });
+          }
+          return std::optional<LRESULT>(0);
+      }) {}
+
+WindowsMciControl::~WindowsMciControl() { close(); }
+
+/// Posts an event that is dropped when the control has gone.
+void WindowsMciControl::later(EventLoop::Handler event) {
+    station_.loop.post([alive = std::weak_ptr(alive_), event = std::move(event)] {
+        if (!alive.expired()) event();
+    });
+}
+
+void WindowsMciControl::change(State state) {
+    const bool played = std::exchange(state_, state) == State::Playing;
+    if (state == State::Playing && !played) {
+        SetTimer(updates_.handle(), kUpdateTimer, static_cast<UINT>(interval_), nullptr);
+    } else if (state != State::Playing) {
+        KillTimer(updates_.handle(), kUpdateTimer);
+    }
+}
+
+void WindowsMciControl::UpdateInterval(int milliseconds) {
+    interval_ = std::max(1, milliseconds);
+    if (state_ == State::Playing) SetTimer(updates_.handle(), kUpdateTimer, static_cast<UINT>(interval_), nullptr);
+}
+
+void WindowsMciControl::Command(std::string_view command) {
+    if (command != "Open" && state_ == State::Closed) return;
+    const Place from = std::exchange(from_, std::nullopt);
+    const Place to = std::exchange(to_, std::nullopt);
+    if (command == "Open") {
+        open();
+    } else if (command == "Close") {
+        close();
+    } else if (command == "Play") {
+        play(from, to);
+    } else if (command == "Pause") {
+        pause();
+    } else if (command == "Stop") {
+        stop();
+    } else if (command == "Seek") {
+        seek(to.value_or(0));
+    } else {
+        from_ = from;
+        to_ = to;
+    }
+}
+
+/// What the session tells comes back to this thread, unless another session or none has taken its place.
+MciSession::Listener WindowsMciControl::listener() {
+    const auto back = [this, post = station_.post, alive = std::weak_ptr(alive_),
+                       opening = ticket_](std::function<void()> event) {
+        post([this, alive, opening, event = std::move(event)] {
+            if (!alive.expired() && session_ && session_->opening() == opening) event();
+        });
+    };
+    return {[this, back] { back([this] { adopt(); }); },
+            [this, back](const std::string& reason) { back([this, reason] { failed(reason); }); },
+            [this, back](std::uint64_t number, std::int64_t place) {
+                back([this, number, place] { ended(number, place); });
+            }};
+}
+
+void WindowsMciControl::open() {
+    close();
+    session_ =
+        std::make_shared<MciSession>(station_.thread, MciSession::Source{deviceType_, fileName_, ticket_}, listener());
+    change(State::Stopped);
+    session_->open();
+    session_->waitOpened(kMostOpenWaitMs);
+    const MciSession::Facts facts = session_->facts();
+    if (facts.opened) adopt();
+    if (!facts.reason.empty()) {
+        close();
+        later([this, reason = facts.reason, ticket = ticket_] {
+            if (ticket == ticket_) Failed.raise(reason);
+        });
+    }
+}
+
+/// The device is open: what was asked for in the time format is counted from now on.
+void WindowsMciControl::adopt() {
+    if (std::exchange(opened_, true)) return;
+    axis_ = session_->facts().axis;
+    if (const Place wanted = std::exchange(wantedAt_, std::nullopt)) at_ = axis_.fromPlace(*wanted, timeFormat_);
+}
+
+void WindowsMciControl::failed(const std::string& reason) {
+    close();
+    Failed.raise(reason);
+}
+
+void WindowsMciControl::close() {
+    ++ticket_;
+    if (session_) session_->close();
+    session_.reset();
+    change(State::Closed);
+    opened_ = hasPart_ = endedPaused_ = false;
+    axis_ = {};
+    at_ = 0;
+    wantedAt_.reset();
+}
+
+/// The device stands where it is; the session is told what comes instead by who calls this.
+void WindowsMciControl::leavePart() {
+    if (opened_) at_ = here();
+    hasPart_ = endedPaused_ = false;
+}
+
+void WindowsMciControl::play(Place from, Place to) {
+    if (hasPart_ && !from && to == partEnd_ && !endedPaused_) {
+        if (state_ == State::Playing) return;
+        change(State::Playing);
+        session_->resume(ticket_);
+        return;
+    }
+    leavePart();
+    if (!from && !opened_) from = wantedAt_;
+    if (!opened_) wantedAt_ = from;
+    hasPart_ = true;
+    partEnd_ = to;
+    change(State::Playing);
+    session_->play(++ticket_, {from, to, at_, timeFormat_});
+}
+
+void WindowsMciControl::ended(std::uint64_t playNumber, std::int64_t end) {
+    if (playNumber != ticket_) return;
+    if (state_ != State::Playing) {
+        endedPaused_ = state_ == State::Paused;
+        return;
+    }
+    leavePart();
+    ++ticket_;
+    at_ = end;
+    change(State::Stopped);
+    Done.raise(kNotifySuccessful);
+}
+
+void WindowsMciControl::pause() {
+    if (state_ != State::Playing) return;
+    change(State::Paused);
+    session_->pause(ticket_);
+}
+
+void WindowsMciControl::stop() {
+    leavePart();
+    change(State::Stopped);
+    session_->stop(++ticket_);
+}
+
+void WindowsMciControl::seek(std::int32_t to) {
+    const bool stopped = state_ == State::Stopped;
+    leavePart();
+    if (opened_) {
+        at_ = axis_.fromPlace(to, timeFormat_);
+    } else {
+        wantedAt_ = to;
+    }
+    change(stopped ? State::Stopped : State::Paused);
+    session_->stop(++ticket_);
+}
+
+std::int64_t WindowsMciControl::here() const { return hasPart_ ? session_->position() : at_; }
+
+std::int32_t WindowsMciControl::TrackLength() const { return opened_ ? axis_.trackLength(track_) : 0; }
+
+std::int32_t WindowsMciControl::Length() const { return opened_ ? axis_.toPlace(axis_.length, timeFormat_) : 0; }
+
+std::int32_t WindowsMciControl::Position() const {
+    if (state_ == State::Closed) return 0;
+    return opened_ ? axis_.toPlace(here(), timeFormat_) : wantedAt_.value_or(0);
+}
+
+}  // namespace corvane

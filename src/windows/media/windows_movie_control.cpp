@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "windows/media/windows_movie_control.h"
+
+#include <algorithm>
+#include <cmath>
+#include <thread>
+#include <utility>
+
+#include "windows/text.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr UINT kNews = WM_APP;
+constexpr UINT kEndAgain = WM_APP + 1;
+constexpr UINT_PTR kTick = 1;
+/// A graph that stands at its end so many ticks has lost its word of it.
+constexpr int kTicksForLostEnd = 6;
+
+/// Keeps COM's shared apartment for the workers' graphs, also when no worker is left.
+void keepApartment() {
+    static const bool kept = [] {
+        CO_MTA_USAGE_COOKIE cookie{};
+        return SUCCEEDED(CoIncrementMTAUsage(&cookie));
+    }();
+    (void)kept;
+}
+
+}  // namespace
+
+WindowsMovieControl::WindowsMovieControl(Form& form, EventLoop& loop, UiPost post, Windows& windows)
+    : MovieStateControl(form, loop, windows),
+      post_(std::move(post)),
+      messages_([this](UINT message, WPARAM, LPARAM second) { return handle(message, second); }) {
+    keepApartment();
+}
+
+WindowsMovieControl::~WindowsMovieControl() {
+    fillsScreenChanged.tie({});
+    release();
+}
+
+std::optional<LRESULT> WindowsMovieControl::handle(UINT message, LPARAM second) {
+    if (message == WM_TIMER) {
+        look();
+        progress();
+        return 0;
+    }
+    if (message == kNews && graph_ && second == *turn_) takeNews();
+    if (message == kEndAgain && graph_ && second == *turn_) reachEnd();
+    return message == kNews || message == kEndAgain ? std::optional<LRESULT>(0) : std::nullopt;
+}
+
+bool WindowsMovieControl::openMovie(const std::string& path) {
+    auto built = [this, post = post_, turn = std::weak_ptr(turn_), number = *turn_](FilterGraph::Built result) {
+        auto shared = std::make_shared<FilterGraph::Built>(std::move(result));
+        post([this, turn, number, shared] {
+            const auto now = turn.lock();
+            if (now && *now == number) adopt(std::move(*shared));
+        });
+    };
+    // Not joined: a drive that hangs must not hang us.
+    std::thread([path = toWide(path), built = std::move(built)] {
+        const ComThread com(COINIT_MULTITHREADED);
+        built(FilterGraph::build(path));
+    }).detach();
+    return true;
+}
+
+void WindowsMovieControl::adopt(FilterGraph::Built built) {
+    if (!built.graph) return failed(built.reason);
+    graph_ = std::move(built.graph);
+    graph_->notify(messages_.handle(), kNews, *turn_);
+    graph_->setRate(wantedRate());
+    graph_->show(host_, area_);
+    opened();
+}
+
+void WindowsMovieControl::closeMovie() {
+    ++*turn_;
+    graph_.reset();
+    target_.reset();
+    playing_ = atEnd_ = false;
+}
+
+void WindowsMovieControl::takeNews() {
+    const FilterGraph::News news = graph_->takeEvents();
+    if (news == FilterGraph::News::Aborted) return failed("The movie cannot be played on.");
+    if (news == FilterGraph::News::Ended && playing_) reachEnd();
+}
+
+void WindowsMovieControl::reachEnd() {
+    playing_ = false;
+    atEnd_ = true;
+    target_.reset();
+    graph_->stop();
+    ended();
+}
+
+/// An end that was not told is seen by the position that no longer moves.
+void WindowsMovieControl::look() {
+    const double length = graph_ ? graph_->duration() : 0;
+    const bool there = playing_ && length > 0 && graph_->position() >= length;
+    looksAtEnd_ = there ? looksAtEnd_ + 1 : 0;
+    if (looksAtEnd_ >= kTicksForLostEnd) reachEnd();
+}
+
+void WindowsMovieControl::playMovie() {
+    if (atEnd_) {
+        PostMessageW(messages_.handle(), kEndAgain, 0, *turn_);
+        return;
+    }
+    playing_ = true;
+    graph_->run();
+}
+
+void WindowsMovieControl::pauseMovie() {
+    playing_ = false;
+    graph_->pause();
+}
+
+void WindowsMovieControl::seekMovie(double seconds) {
+    const double length = graph_->duration();
+    target_ = std::clamp(seconds, 0.0, length > 0 ? length : std::max(seconds, 0.0));
+    atEnd_ = length > 0 && *target_ >= length && !playing_;
+    ++*turn_;
+    graph_->seek(*target_);
+    graph_->notify(messages_.handle(), kNews, *turn_);
+}
+
+void WindowsMovieControl::setMovieRate(double rate) {
+    if (graph_) graph_->setRate(rate);
+}
+
+double WindowsMovieControl::playedPosition() const {
+    const double length = graph_->duration();
+    if (atEnd_ && length > 0) return length;
+    const double now = graph_->position();
+    if (target_ && (!playing_ || now < *target_)) return *target_;
+    // In hundredths, below any frame's time: the panel shows the number as it is.
+    const double rounded = std::round(now * 100) / 100;
+    return length > 0 && (now >= length || rounded > length) ? length : rounded;
+}
+
+void WindowsMovieControl::tick(bool on) {
+    looksAtEnd_ = 0;
+    if (on) {
+        SetTimer(messages_.handle(), kTick, kProgressMs, nullptr);
+    } else {
+        KillTimer(messages_.handle(), kTick);
+    }
+}
+
+void WindowsMovieControl::setHost(HWND host, const RECT& area) {
+    host_ = host;
+    area_ = area;
+    if (graph_) graph_->show(host, area);
+}
+
+}  // namespace corvane

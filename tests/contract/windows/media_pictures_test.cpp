@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contract/pictures_contract.h"
+#include "contract/windows/media_rig.h"
+#include "toolkit/picture_budget.h"
+#include "windows/media/windows_pictures.h"
+
+namespace corvane {
+namespace {
+
+using namespace std::string_literals;
+using test::bytesOf;
+using test::sample;
+
+/// A bitmap of 24 bits, its rows from the bottom; colour(x, y) is 0xRRGGBB.
+template <class Colour>
+std::string bitmap(int width, int height, Colour colour) {
+    const auto word = [](int value) {
+        std::string bytes;
+        for (int i = 0; i < 4; ++i) bytes += static_cast<char>(value >> (8 * i));
+        return bytes;
+    };
+    std::string pixels;
+    for (int y = height - 1; y >= 0; --y) {
+        for (int x = 0; x < width; ++x) pixels += word(colour(x, y)).substr(0, 3);
+        pixels.append(static_cast<std::size_t>((4 - width * 3 % 4) % 4), '\0');
+    }
+    return "BM"s + word(54 + static_cast<int>(pixels.size())) + word(0) + word(54) + word(40) + word(width) +
+           word(height) + "\x01\0\x18\0"s + word(0) + word(0) + word(0) + word(0) + word(0) + word(0) + pixels;
+}
+
+class WindowsPicturesStage : public PicturesStage {
+public:
+    WindowsPicturesStage() {
+        folder_.write("halves.bmp", bitmap(40, 30, [](int x, int) { return x < 20 ? 0xFF0000 : 0x0000FF; }));
+        folder_.write("broken.bmp", "BM this is no picture");
+    }
+    Pictures& pictures() override { return pictures_; }
+    std::string picture() override { return folder_.in("halves.bmp"); }
+    std::string broken() override { return folder_.in("broken.bmp"); }
+
+private:
+    test::ScratchFolder folder_;
+    WindowsPictures pictures_;
+};
+
+std::unique_ptr<PicturesStage> makeStage() { return std::make_unique<WindowsPicturesStage>(); }
+
+INSTANTIATE_TEST_SUITE_P(Windows, PicturesContract, testing::Values(&makeStage));
+
+class DecodedPictures : public testing::Test {
+protected:
+    std::string reasonOf(const std::string& path) {
+        const auto decoded = pictures_.decode(path);
+        EXPECT_EQ(decoded.picture.empty(), !decoded.reason.empty()) << path;
+        return decoded.reason;
+    }
+    static void expectColour(const Picture& picture, int x, int y, std::uint32_t wanted) {
+        const std::uint32_t seen = picture.data()->pixel(x, y);
+        for (const unsigned shift : {0U, 8U, 16U}) {
+            EXPECT_NEAR(static_cast<int>(seen >> shift & 0xFFU), static_cast<int>(wanted >> shift & 0xFFU), 8)
+                << std::hex << seen << " at " << std::dec << x << " " << y;
+        }
+    }
+
+    test::ScratchFolder folder_;
+    WindowsPictures pictures_;
+};
+
+TEST_F(DecodedPictures, TheSamplesLookAsTheyShould) {
+    const Picture hills = pictures_.decode(sample("hills.bmp")).picture;
+    ASSERT_EQ(hills.width(), 320);
+    ASSERT_EQ(hills.height(), 240);
+    expectColour(hills, 30, 30, 0x8CC8EC);
+    expectColour(hills, 250, 50, 0xFFD84A);
+    const Picture sunset = pictures_.decode(sample("sunset.jpg")).picture;
+    ASSERT_EQ(sunset.width(), 320);
+    expectColour(sunset, 30, 108, 0xF2803A);
+    expectColour(sunset, 40, 215, 0x1E3A5C);
+    const Picture city = pictures_.decode(sample("city.gif")).picture;
+    ASSERT_EQ(city.height(), 240);
+    expectColour(city, 20, 20, 0x141C3C);
+    expectColour(city, 258, 42, 0xF4EEC8);
+}
+
+TEST_F(DecodedPictures, EveryCutOffFileIsDamaged) {
+    for (const char* name : {"hills.bmp", "sunset.jpg", "city.gif"}) {
+        const std::string bytes = bytesOf(sample(name));
+        for (const double share : {0.01, 0.5, 0.9}) {
+            const auto length = static_cast<std::size_t>(share * static_cast<double>(bytes.size()));
+            EXPECT_NE(reasonOf(folder_.write("cut", bytes.substr(0, length))), "") << name << " " << share;
+        }
+    }
+    EXPECT_NE(reasonOf(folder_.write("empty", "")), "");
+    EXPECT_NE(reasonOf(folder_.in("")), "") << "a folder";
+}
+
+TEST_F(DecodedPictures, TheContentCountsNotTheName) {
+    EXPECT_EQ(reasonOf(folder_.write("a.gif", bytesOf(sample("sunset.jpg")))), "");
+    EXPECT_EQ(reasonOf(folder_.write("\xE6\xAD\x8C b", bytesOf(sample("hills.bmp")))), "") << "any name";
+    EXPECT_NE(reasonOf(sample("scale.wav")), "");
+}
+
+TEST_F(DecodedPictures, AJpegIsTurnedUpright) {
+    const std::string plain = bytesOf(sample("sunset.jpg"));
+    const Picture upright = pictures_.decode(sample("sunset.jpg")).picture;
+    for (const char orientation : {'\x03', '\x06', '\x08'}) {
+        const std::string note = "\xFF\xE1\0\x22"s + "Exif\0\0MM\0*\0\0\0\x08\0\x01\x01\x12\0\x03\0\0\0\x01\0"s +
+                                 orientation + "\0\0\0\0\0\0"s;
+        const Picture turned =
+            pictures_.decode(folder_.write("turned.jpg", std::string(plain).insert(2, note))).picture;
+        const bool half = orientation == '\x03';
+        ASSERT_EQ(turned.width(), half ? 320 : 240);
+        ASSERT_EQ(turned.height(), half ? 240 : 320);
+        const std::uint32_t colour = upright.data()->pixel(30, 108);
+        if (half) expectColour(turned, 319 - 30, 239 - 108, colour);
+        if (orientation == '\x06') expectColour(turned, 239 - 108, 30, colour);
+        if (orientation == '\x08') expectColour(turned, 108, 319 - 30, colour);
+    }
+}
+
+TEST_F(DecodedPictures, AnUnreasonablyLargePictureIsRefused) {
+    std::string huge = bitmap(1, 1, [](int, int) { return 0; });
+    huge[18] = huge[22] = '\x10';  // 10000 by 10000 pixels of 1 bit: nothing is read of them
+    huge[19] = huge[23] = '\x27';
+    huge[28] = '\x01';
+    huge.resize(62 + 1252 * 10000);
+    huge[10] = 62;
+    EXPECT_NE(reasonOf(folder_.write("huge.bmp", huge)).find("too large"), std::string::npos);
+}
+
+TEST_F(DecodedPictures, WhatIsHeldIsCountedAndLetGo) {
+    const std::int64_t before = WindowsPictures::heldPixels();
+    {
+        const Picture first = pictures_.decode(sample("hills.bmp")).picture;
+        EXPECT_EQ(WindowsPictures::heldPixels() - before, 320 * 240);
+        pictures_.decodeAhead(sample("sunset.jpg"));
+        pictures_.finishHints();
+        EXPECT_EQ(WindowsPictures::heldPixels() - before, 2 * 320 * 240);
+    }
+    EXPECT_NE(reasonOf(folder_.in("none.jpg")), "") << "lets what was decoded ahead go";
+    EXPECT_EQ(WindowsPictures::heldPixels(), before);
+}
+
+TEST_F(DecodedPictures, AFileChangedAfterTheHintIsReadAgain) {
+    const auto plain = [](int, int) { return 0x123456; };
+    const std::string path = folder_.write("a.bmp", bitmap(20, 10, plain));
+    pictures_.decodeAhead(path);
+    EXPECT_EQ(pictures_.decode(path).picture.width(), 20);
+    pictures_.decodeAhead(path);
+    pictures_.finishHints();
+    folder_.write("a.bmp", bitmap(50, 10, plain));
+    EXPECT_EQ(pictures_.decode(path).picture.width(), 50);
+}
+
+TEST_F(DecodedPictures, OnlyAbsurdSizesLackMemory) {
+    Form form("frmTried", FormStyle::Media);
+    PictureBox box(&form, "pctTried");
+    EXPECT_NE(pictures_.paintStretched(box, 10, 10), 0) << "there is no picture";
+    box.Picture = pictures_.decode(sample("hills.bmp")).picture;
+    EXPECT_EQ(pictures_.paintStretched(box, 40000, 20000), 0);
+    EXPECT_EQ(pictures_.paintStretched(box, 2e9F, 1), kOutOfMemoryForPicture);
+    EXPECT_EQ(box.paintedWidth(), 40000.0F);
+}
+
+}  // namespace
+}  // namespace corvane
