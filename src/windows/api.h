@@ -5,5 +5,6 @@
 #include <windows.h>
 // After windows.h:
 #include <commctrl.h>
+#include <objbase.h>
 #include <shellapi.h>
 #include <windowsx.h>

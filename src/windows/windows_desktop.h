@@ -23,6 +23,7 @@ public:
     ~WindowsDesktop();
 
     Ports& ports() { return ports_; }
+    WindowsLoop& loop() { return loop_; }
     /// Handles messages until the program ends.
     void run() { loop_.run(); }
 

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "dialogs/forms.h"
+#include "engine/media_session.h"
+#include "engine/player.h"
+#include "listedit/forms.h"
+#include "panel/forms.h"
+#include "players/forms.h"
+#include "startup/forms.h"
+#include "windows/api.h"
+#include "windows/media_keys.h"
+#include "windows/windows_desktop.h"
+
+namespace {
+
+using namespace corvane;
+
+void registerForms(Player& player) {
+    registerStartupForms(player);
+    registerPanelForms(player);
+    registerDialogForms(player);
+    registerPlayerForms(player);
+    registerListEditForms(player);
+}
+
+/// A program with windows has no console of its own: it writes to the one it was started from, or where it was told to.
+int say(const std::string& text) {
+    HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
+    if (output == nullptr || output == INVALID_HANDLE_VALUE) {
+        if (AttachConsole(ATTACH_PARENT_PROCESS) == 0) return 1;
+        output = GetStdHandle(STD_OUTPUT_HANDLE);
+    }
+    DWORD written = 0;
+    return WriteFile(output, text.data(), static_cast<DWORD>(text.size()), &written, nullptr) != 0 ? 0 : 1;
+}
+
+void runPlayer(CommandLine line) {
+    WindowsDesktop desktop(std::move(line));
+    Player player(desktop.ports());
+    registerForms(player);
+    MediaSession session(player);
+    const MediaKeys keys(session, desktop.loop());
+    bool started = false;
+    desktop.ports().loop.enter([&] { started = startProgram(player); });
+    // The list begins when the opening is over: until then there is time to make ready what its first file needs.
+    if (started && player.gAutoPlay && player.gFileCount > 0) player.ports.media.expect(player.gFilePath[0]);
+    if (started && !desktop.ports().process.ending()) desktop.run();
+    player.forms.clear();
+}
+
+}  // namespace
+
+int WINAPI WinMain(HINSTANCE /*program*/, HINSTANCE /*before*/, char* /*line*/, int /*show*/) {
+    // Nothing is loaded from the folder that a file was opened in.
+    SetDllDirectoryW(L"");
+    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);  // an empty drive is not an error box of the system
+    CommandLine line = commandLineOfProcess();
+    if (line.help) return say(helpText());
+    if (line.version) return say("corvane " CORVANE_VERSION "\n");
+    const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_STANDARD_CLASSES | ICC_WIN95_CLASSES};
+    InitCommonControlsEx(&controls);
+    const bool com = SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE));
+    runPlayer(std::move(line));
+    if (com) CoUninitialize();
+    return 0;
+}
