@@ -283,7 +283,6 @@ void skipToPrevious(Player& player) {
         return;
     }
     const bool paused = panel->isPaused();
-    forgetBackPress(player, *panel);
     moveBackward(player);
     closeAndPlay(player);
     if (paused) holdOpened(player);

@@ -142,6 +142,30 @@ TEST_F(Session, TellsATrackThatBeginsElsewhere) {
     EXPECT_NEAR(static_cast<double>(seeked[0]), 12.0 * kSecond, 0.2 * kSecond);
 }
 
+TEST_F(Session, AMoviesDelayIsNoJumpBehindItsBeginningEither) {
+    player.gDelayTime = 3000;
+    open({"/m/clip.avi"});
+    play(200);
+    ask([](MediaSession& s) { return s.seekTo(s.state().track, 20 * kSecond); });
+    machine.advance(2500);
+    EXPECT_EQ(seeked, (std::vector<std::int64_t>{20 * kSecond})) << "it stands there until the delay is over";
+    machine.advance(1500);
+    EXPECT_EQ(seeked.size(), 2U);
+}
+
+TEST_F(Session, ASoundThatTakesItsTimeToBeginIsNoJumpUntilItDoes) {
+    openThree();
+    play();
+    act([this] { mciWindow()->mmcMci->Command("Stop"); });
+    machine.advance(3000);
+    EXPECT_EQ(now().status, Status::Playing);
+    EXPECT_TRUE(seeked.empty());
+    act([this] { mciWindow()->mmcMci->Command("Play"); });
+    machine.advance(1000);
+    ASSERT_EQ(seeked.size(), 1U);
+    EXPECT_LT(seeked[0], kSecond);
+}
+
 TEST_F(Session, AMoviesDelayIsNoJumpUntilItIsOver) {
     player.gDelayTime = 3000;
     open({"/m/clip.avi"});
