@@ -31,6 +31,7 @@ TEST(CommandLines, EachArgumentBehindOpenIsOneFile) {
     EXPECT_EQ(line.files, (Texts{"/a b.mid", "/here/c.wav", "/d e.mp3", "/here/--help"}));
     EXPECT_FALSE(line.help);
     EXPECT_EQ(readCommandLine({"--open", "a.mid"}, "/").files, Texts{"/a.mid"});
+    EXPECT_EQ(readCommandLine({"--open"}, "/").names, "") << "started from the desktop's menu: the saved list";
 }
 
 TEST(CommandLines, Options) {
