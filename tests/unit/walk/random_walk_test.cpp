@@ -3,12 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "dialogs/forms.h"
+#include "engine/media_session.h"
 #include "fake/player_fixture.h"
 #include "listedit/forms.h"
 #include "panel/forms.h"
@@ -48,7 +50,7 @@ public:
 
     /// One random command; its name for the report of a failure.
     std::string step() {
-        switch (pick(16)) {
+        switch (pick(17)) {
             case 0:
             case 1:
                 return clickButton();
@@ -74,6 +76,8 @@ public:
                 return touchMediaWindow();
             case 12:
                 return loseFile();
+            case 13:
+                return remoteCommand();
             default:
                 return passTime();
         }
@@ -90,6 +94,7 @@ public:
         EXPECT_LT(player.gFileIndex, std::max<int>(player.gFileCount, 1)) << command;
         EXPECT_TRUE(player.gVolume >= 0 && player.gVolume <= 15) << command;
         expectWindowsOfKind(command);
+        expectSessionTells(command);
         EXPECT_EQ(machine.timers.running(), enabledTimers()) << command << ": a timer is armed for a form that is gone";
         EXPECT_EQ(machine.loop.depth(), 0) << command;
     }
@@ -97,6 +102,7 @@ public:
     FakeMachine machine;
     Ports ports = machine.ports();
     Player player{ports};
+    MediaSession session{player};
 
 private:
     int pick(int below) { return static_cast<int>(random_() % static_cast<unsigned>(below)); }
@@ -236,6 +242,26 @@ private:
         return "menu " + item->Caption.get();
     }
 
+    /// As media keys and remote controls do it.
+    std::string remoteCommand() {
+        answerBoxes();
+        const int which = pick(10);
+        const std::int64_t us = std::int64_t{pick(60000) - 20000} * 1000;
+        const std::string path = all_[static_cast<std::size_t>(pick(13))];
+        machine.loop.post([this, which, us, path] {
+            const std::array<std::function<void()>, 10> all = {
+                [this] { session.next(); },           [this] { session.previous(); },
+                [this] { session.play(); },           [this] { session.pause(); },
+                [this] { session.playPause(); },      [this] { session.stop(); },
+                [this, us] { session.seekBy(us); },   [this, us] { session.seekTo(session.state().track, us); },
+                [this] { session.setShuffle(true); }, [this, path] { session.open(path); },
+            };
+            all[static_cast<std::size_t>(which)]();
+        });
+        machine.settle();
+        return "remote command " + std::to_string(which);
+    }
+
     std::string mediaEvent() {
         answerBoxes();
         if (FakeMciControl* mci = machine.media.mci(); mci != nullptr && pick(2) == 0) {
@@ -289,6 +315,17 @@ private:
         machine.dialogs.answers.clear();
         for (int i = 0; i < 3; ++i) machine.dialogs.answers.push_back(kAnswers[static_cast<std::size_t>(pick(3))]);
         machine.dialogs.answers.push_back(Answer::Abort);
+    }
+
+    void expectSessionTells(const std::string& command) {
+        using Status = MediaState::Status;
+        const MediaState& told = session.state();
+        const Status panels =
+            panel().isStopped() ? Status::Stopped : (panel().isPaused() ? Status::Paused : Status::Playing);
+        EXPECT_EQ(told.status, panels) << command;
+        EXPECT_EQ(told.track != 0, player.gFileCount > 0 || player.gMediaKind != mkNone) << command;
+        EXPECT_GE(session.positionUs(), 0) << command;
+        EXPECT_TRUE(told.lengthUs == 0 || session.positionUs() <= told.lengthUs) << command;
     }
 
     void expectWindowsOfKind(const std::string& command) {
