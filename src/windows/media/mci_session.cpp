@@ -23,18 +23,6 @@ std::int64_t now() {
         .count();
 }
 
-/// The disc drive on which the file lies; else the first drive, and "" where there is none: MCI's own choice.
-std::wstring discDrive(const std::wstring& path) {
-    const auto isDisc = [](const std::wstring& drive) { return GetDriveTypeW((drive + L"\\").c_str()) == DRIVE_CDROM; };
-    if (path.size() >= 2 && path[1] == L':' && isDisc(path.substr(0, 2))) return path.substr(0, 2);
-    const DWORD drives = GetLogicalDrives();
-    for (wchar_t letter = L'A'; letter <= L'Z'; ++letter) {
-        const std::wstring drive{letter, L':'};
-        if ((drives >> (letter - L'A') & 1U) != 0 && isDisc(drive)) return drive;
-    }
-    return {};
-}
-
 }  // namespace
 
 MciSession::MciSession(const MciThread& thread, Source source, Listener listener)
@@ -155,7 +143,7 @@ MCIERROR MciSession::openSound() {
     return error;
 }
 
-MCIERROR MciSession::openDisc() { return device_.open(L"cdaudio", discDrive(toWide(source_.path))); }
+MCIERROR MciSession::openDisc() { return device_.open(L"cdaudio", discDriveOf(toWide(source_.path))); }
 
 void MciSession::learnDisc(MciAxis& axis) {
     const auto sectors = [](DWORD msf) {

@@ -60,4 +60,15 @@ std::wstring pathForMci(const std::wstring& path) {
     return length > 0 && length < brief.size() ? std::wstring(brief.data(), length) : path;
 }
 
+std::wstring discDriveOf(const std::wstring& path) {
+    const auto isDisc = [](const std::wstring& drive) { return GetDriveTypeW((drive + L"\\").c_str()) == DRIVE_CDROM; };
+    if (path.size() >= 2 && path[1] == L':' && isDisc(path.substr(0, 2))) return path.substr(0, 2);
+    const DWORD drives = GetLogicalDrives();
+    for (wchar_t letter = L'A'; letter <= L'Z'; ++letter) {
+        const std::wstring drive{letter, L':'};
+        if ((drives >> (letter - L'A') & 1U) != 0 && isDisc(drive)) return drive;
+    }
+    return {};
+}
+
 }  // namespace corvane

@@ -25,4 +25,7 @@ std::string refusalOf(MediaContent content);
 /// A path for system parts that take 127 characters at most: the short form of a longer one, where there is one.
 std::wstring pathForMci(const std::wstring& path);
 
+/// The disc drive ("D:") on which a file lies; else the first drive, and "" where there is none.
+std::wstring discDriveOf(const std::wstring& path);
+
 }  // namespace corvane

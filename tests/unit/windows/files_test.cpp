@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include "unit/windows/folder_rig.h"
+#include "windows/program_folder.h"
+
+namespace corvane {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+struct DesktopFiles : ::testing::Test {
+    test::TriedFolder folder;
+    WindowsFiles files;
+};
+
+TEST_F(DesktopFiles, HiddenOnesAreLeftOutOfLists) {
+    test::writeFile(folder.in("a.wav"), "");
+    test::writeFile(folder.in("b.wav"), "");
+    SetFileAttributesW(systemPath(folder.in("b.wav")).c_str(), FILE_ATTRIBUTE_HIDDEN);
+    EXPECT_EQ(files.list(folder.path(), "*.wav"), Texts{"a.wav"});
+    EXPECT_EQ(files.lookUp(folder.in("b.wav")), "b.wav");
+}
+
+TEST_F(DesktopFiles, NamesOfAnyAlphabetAreFoundWhateverTheCase) {
+    const std::string name = "\xC3\x84nderung \xE6\x97\xA5.MP3";
+    test::writeFile(folder.in(name), "sound");
+    EXPECT_EQ(files.list(folder.path(), "*.mp3"), Texts{name});
+    EXPECT_EQ(files.read(folder.in(name), 10), "sound");
+    EXPECT_EQ(files.lookUp(folder.in("\xC3\xA4NDERUNG \xE6\x97\xA5.mp3")), name);
+}
+
+TEST_F(DesktopFiles, APatternIsNoName) {
+    test::writeFile(folder.in("a.wav"), "");
+    EXPECT_EQ(files.lookUp(folder.in("*.wav")), std::nullopt);
+    EXPECT_EQ(files.lookUp(folder.in("?.wav")), std::nullopt);
+}
+
+TEST_F(DesktopFiles, PathsBeyondTheUsualLengthWork) {
+    std::string deep = folder.path();
+    for (int i = 0; i < 6; ++i) {
+        deep += '\\' + std::string(60, 'd');
+        CreateDirectoryW(systemPath(deep).c_str(), nullptr);
+    }
+    ASSERT_GT(deep.size(), 300U);
+    EXPECT_TRUE(files.replace(deep + "\\a.ini", "kept"));
+    EXPECT_EQ(files.read(deep + "\\a.ini", 10), "kept");
+    EXPECT_EQ(files.lookUp(deep + "\\A.INI"), "a.ini");
+}
+
+TEST_F(DesktopFiles, LeftoversOfAKilledSaveAreRemoved) {
+    test::writeFile(folder.in(".corvane-0123abcd"), "half");
+    test::writeFile(folder.in(".corvane-note"), "kept");
+    removeUnfinishedFiles(folder.path());
+    EXPECT_EQ(files.lookUp(folder.in(".corvane-0123abcd")), std::nullopt);
+    EXPECT_EQ(files.lookUp(folder.in(".corvane-note")), ".corvane-note");
+}
+
+TEST_F(DesktopFiles, AReadOnlyFileIsNotReplaced) {
+    test::writeFile(folder.in("old.ini"), "old");
+    SetFileAttributesW(systemPath(folder.in("old.ini")).c_str(), FILE_ATTRIBUTE_READONLY);
+    EXPECT_FALSE(files.replace(folder.in("old.ini"), "new"));
+    EXPECT_EQ(files.read(folder.in("old.ini"), 10), "old");
+    SetFileAttributesW(systemPath(folder.in("old.ini")).c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+struct ProgramFolders : DesktopFiles {
+    ProgramFolders() {
+        for (const char* each : {"bin", "bin\\PANELSET", "data"}) {
+            CreateDirectoryW(systemPath(folder.in(each)).c_str(), nullptr);
+        }
+        test::writeFile(folder.in("bin\\PANELSET\\DEFAULT.CSV"), "skin");
+    }
+    FolderChoice choice{folder.in("bin"), "", folder.in("data")};
+};
+
+TEST_F(ProgramFolders, TheChosenOneWinsThenTheProgramsOwn) {
+    EXPECT_EQ(programFolder(choice), folder.in("bin"));
+    choice.chosen = folder.in("chosen\\");
+    EXPECT_EQ(programFolder(choice), folder.in("chosen"));
+    choice.chosen = "C:\\";
+    EXPECT_EQ(programFolder(choice), "C:\\");
+}
+
+TEST_F(ProgramFolders, WithoutSkinsBesideTheProgramItIsTheUsers) {
+    choice.program = folder.in("elsewhere");
+    EXPECT_EQ(programFolder(choice), folder.in("data\\Corvane"));
+    EXPECT_TRUE(files.readable(folder.in("data\\Corvane")));
+}
+
+TEST_F(ProgramFolders, AFullPathHasNoDotsOfItsOwn) {
+    EXPECT_EQ(fullPath(folder.in("bin\\..\\data\\.\\a.wav")), folder.in("data\\a.wav"));
+    EXPECT_EQ(fullPath("c:/music/a.wav"), "C:\\music\\a.wav");
+}
+
+}  // namespace
+}  // namespace corvane
