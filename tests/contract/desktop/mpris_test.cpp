@@ -9,6 +9,7 @@
 #include <QDBusPendingCall>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
+#include <QFile>
 #include <QProcess>
 #include <QXmlStreamReader>
 #include <memory>
@@ -178,6 +179,20 @@ TEST_F(MprisContract, TheRootInterfaceIsComplete) {
     EXPECT_EQ(all["Identity"], "Corvane");
     EXPECT_EQ(all["DesktopEntry"], "corvane");
     EXPECT_EQ(all["SupportedUriSchemes"].toStringList(), QStringList("file"));
+}
+
+TEST_F(MprisContract, TheTypesAreThoseOfTheDesktopEntry) {
+    offer();
+    const QStringList types = getAll(kRoot)["SupportedMimeTypes"].toStringList();
+    QFile file(QStringLiteral(CORVANE_SOURCE_DIR "/packaging/corvane.desktop"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    QStringList listed;
+    while (!file.atEnd()) {
+        const QByteArray line = file.readLine().trimmed();
+        if (line.startsWith("MimeType=")) listed = QString::fromLatin1(line.mid(9)).split(';', Qt::SkipEmptyParts);
+    }
+    EXPECT_EQ(std::set<QString>(types.begin(), types.end()), std::set<QString>(listed.begin(), listed.end()));
+    EXPECT_EQ(types.size(), listed.size());
 }
 
 TEST_F(MprisContract, ThePlayerInterfaceIsCompleteAndOfTheRightTypes) {
