@@ -248,6 +248,7 @@ void MciSession::stopNow(std::uint64_t number) {
 /// The device's number in the message is not looked at: some devices tell 0.
 void MciSession::notified(std::uint64_t number, WPARAM code) {
     if (code == MCI_NOTIFY_SUCCESSFUL) {
+        sounding_ = false;  // it has stopped by itself: some devices take their time for another stop
         end(number);
     } else if (code == MCI_NOTIFY_FAILURE) {
         fail(mciErrorText(MCIERR_HARDWARE));
