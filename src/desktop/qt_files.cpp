@@ -74,27 +74,52 @@ std::vector<std::string> entries(const std::string& folder, Kind kind, const Wan
 
 bool startsWith(std::string_view text, std::string_view prefix) { return text.substr(0, prefix.size()) == prefix; }
 
-}  // namespace
-
-std::optional<std::string> QtFiles::lookUp(const std::string& path) {
+bool isFile(const std::string& path) {
     refreshDiscPath(path);
     struct stat status {};
-    if (stat(path.c_str(), &status) != 0 || S_ISDIR(status.st_mode)) return std::nullopt;
+    return stat(path.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
+}
+
+bool isReadableFolder(const std::string& folder) {
+    refreshDiscPath(folder);
+    struct stat status {};
+    return stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode) && access(folder.c_str(), R_OK | X_OK) == 0;
+}
+
+/// A disc may have to start turning.
+DriveCalls::Patience patienceWith(const std::string& path) {
+    return isDiscPath(path) ? QtFiles::kLongPatience : QtFiles::kPatience;
+}
+
+}  // namespace
+
+QtFiles::QtFiles() : QtFiles(isFile) {}
+
+std::optional<std::string> QtFiles::lookUp(const std::string& path) {
+    if (!calls_.ask<bool>(path, patienceWith(path), [path, look = isFile_] { return look(path); }).value_or(false))
+        return {};
     return path.substr(path.rfind('/') + 1);
 }
 
 std::vector<std::string> QtFiles::list(const std::string& folder, const std::string& patterns) {
-    return entries(folder, Kind::File, [&](std::string_view name) { return matchesAnyPattern(name, patterns); });
+    const auto matches = [patterns](std::string_view name) { return matchesAnyPattern(name, patterns); };
+    return calls_
+        .ask<std::vector<std::string>>(folder, kLongPatience,
+                                       [folder, matches] { return entries(folder, Kind::File, matches); })
+        .value_or(std::vector<std::string>());
 }
 
 std::vector<std::string> QtFiles::folders(const std::string& folder) {
-    return entries(folder, Kind::Folder, [](std::string_view) { return true; });
+    const auto all = [](std::string_view) { return true; };
+    return calls_
+        .ask<std::vector<std::string>>(folder, kLongPatience,
+                                       [folder, all] { return entries(folder, Kind::Folder, all); })
+        .value_or(std::vector<std::string>());
 }
 
 bool QtFiles::readable(const std::string& folder) {
-    refreshDiscPath(folder);
-    struct stat status {};
-    return stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode) && access(folder.c_str(), R_OK | X_OK) == 0;
+    return calls_.ask<bool>(folder, patienceWith(folder), [folder] { return isReadableFolder(folder); })
+        .value_or(false);
 }
 
 std::vector<Drive> QtFiles::drives() {

@@ -1,13 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <functional>
+
+#include "desktop/drive_calls.h"
 #include "platform/ports.h"
 
 namespace corvane {
 
-/// Files of a POSIX system. Files whose name begins with "." are hidden: found by look-up, left out of lists.
+/// Files of a POSIX system. Files whose name begins with "." are hidden: found by look-up, left out of lists. What lies
+/// on a drive that does not answer counts as not being there.
 class QtFiles : public Files {
 public:
+    static constexpr DriveCalls::Patience kPatience{2'000};       ///< with one look
+    static constexpr DriveCalls::Patience kLongPatience{10'000};  ///< with a whole folder, or a disc
+
+    QtFiles();
+    /// `isFile` looks a path up; it is called on threads of its own.
+    explicit QtFiles(std::function<bool(const std::string& path)> isFile) : isFile_(std::move(isFile)) {}
+
     char separator() const override { return '/'; }
     std::optional<std::string> lookUp(const std::string& path) override;
     std::vector<std::string> list(const std::string& folder, const std::string& patterns) override;
@@ -16,6 +27,10 @@ public:
     std::vector<Drive> drives() override;
     std::optional<std::string> read(const std::string& path, std::size_t limit) override;
     bool replace(const std::string& path, std::string_view bytes) override;
+
+private:
+    std::function<bool(const std::string& path)> isFile_;
+    DriveCalls calls_;
 };
 
 /// Removes what replacements left beside their files when the program was killed in the middle of one. Call it while no

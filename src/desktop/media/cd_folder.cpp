@@ -174,9 +174,11 @@ std::vector<Drive> discDrives() {
     return drives;
 }
 
+bool isDiscPath(const std::string& path) { return path.starts_with(discRoot() + "/"); }
+
 void refreshDiscPath(const std::string& path) {
+    if (!isDiscPath(path)) return;
     const std::string root = discRoot() + "/";
-    if (!path.starts_with(root)) return;
     const fs::path folder = fs::path(root) / path.substr(root.size(), path.find('/', root.size()) - root.size());
     std::error_code error;
     if (const auto place = readAll(folder / kPlaceFile)) {

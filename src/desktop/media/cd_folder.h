@@ -19,6 +19,9 @@ std::vector<Drive> discDrives();
 /// empty. "" when it cannot be made.
 std::string makeDiscFolder(const std::string& place);
 
+/// Whether the path leads into a disc's folder; asks no drive.
+bool isDiscPath(const std::string& path);
+
 /// To be called before a path is looked up or listed: brings a disc's folder up to date when the path leads into one;
 /// cheap for every other path.
 void refreshDiscPath(const std::string& path);
