@@ -105,6 +105,7 @@ void DesktopMciControl::adopt() {
         });
         return;
     }
+    station_.trim.later();
     change(State::Stopped);
     const Wish wish = std::exchange(wish_, {});
     if (wish.seek) seek(*wish.seek);

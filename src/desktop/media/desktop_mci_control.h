@@ -10,6 +10,7 @@
 #include "desktop/media/sound_output.h"
 #include "desktop/media/synthesizer.h"
 #include "desktop/media/ui_post.h"
+#include "desktop/memory_trim.h"
 #include "platform/mci_control.h"
 
 namespace corvane {
@@ -22,7 +23,8 @@ struct SoundStation {
     UiPost post;
     std::shared_ptr<Synthesizer> synthesizer = std::make_shared<Synthesizer>();
     SoundOutput output;
-    QObject timers;  ///< owns what is timed for the station
+    QObject timers;   ///< owns what is timed for the station
+    MemoryTrim trim;  ///< to be asked for when a library may have been loaded
 };
 
 /// The multimedia control of this desktop: keeps the state of the device that is open and lets the shared output play.

@@ -43,6 +43,7 @@ class LinuxMedia : public Media {
 public:
     LinuxMedia(EventLoop& loop, Windows& windows) : station_(loop, silent()), movies_(loop, windows) {
         QTimer::singleShot(kWarmUpMs, &station_.timers, [this] { station_.output.warmUp(); });
+        station_.trim.later();
     }
     ~LinuxMedia() override { station_.post.stop(); }
 
@@ -52,7 +53,10 @@ public:
         station_.output.warmUp();
         if (kind == mdlDefinePublic::mkCDTrack) return;
         // Not joined: a drive that hangs must not hang us.
-        std::thread([kind, path, synthesizer = station_.synthesizer] { prepare(kind, path, *synthesizer); }).detach();
+        std::thread([this, kind, path, synthesizer = station_.synthesizer, post = station_.post] {
+            prepare(kind, path, *synthesizer);
+            post([this] { station_.trim.later(); });
+        }).detach();
     }
 
     std::unique_ptr<MciControl> makeMciControl() override { return std::make_unique<DesktopMciControl>(station_); }
