@@ -110,6 +110,20 @@ TEST_F(Opening, APictureIsHiddenWhileItIsPrepared) {
     EXPECT_EQ(watch.seen, (std::vector<bool>{false, true}));
 }
 
+TEST_F(Opening, AKeptPictureGoesWithTheFileBehindThePicture) {
+    machine.addPicture("/m/a.bmp", 30, 20);
+    player.gImageHide = false;
+    setUpPanel();
+    setList({"/m/a.bmp", "/m/one.wav", "/m/two.wav"});
+    act([this] { PlayFile(player); });
+    act([this] { NextFile(player); });
+    ASSERT_NE(imageWindow(), nullptr) << "kept while the first sound plays";
+    EXPECT_TRUE(imageWindow()->Visible);
+    act([this] { NextFile(player); });
+    EXPECT_EQ(imageWindow(), nullptr);
+    EXPECT_EQ(state(), "playing");
+}
+
 // --- A list replaced under the file that plays -----------------------------------------------------------------------
 
 class Replaced : public Opening {
