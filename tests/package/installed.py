@@ -92,7 +92,10 @@ class Installed:
             return f"a mistake: code {done.returncode}: {said(done)}"
         if self.program("corvane-skin", "preview", skin, skin.parent).returncode != 1:
             return "a skin that cannot be shown was shown"
-        return "" if self.program("corvane-skin", "draw").returncode == 2 else "an unknown command was taken"
+        for words in (("draw",), ("check",), ("preview", skin, skin.parent, "--scale", "9"), ("new", "a/b", skin.parent)):
+            if self.program("corvane-skin", *words).returncode != 2:
+                return f"{words} was taken"
+        return "" if self.program("corvane-skin", "check", skin.parent / "NONE").returncode == 1 else "a skin that is not there"
 
     def icons_have_their_sizes(self):
         for size in SIZES:
