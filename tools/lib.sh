@@ -12,7 +12,9 @@ BUILD_PACKAGES="ccache cmake ninja-build g++ pkg-config qt6-base-dev libmpv-dev 
 DISPLAY_PACKAGES="python3 xvfb openbox xdotool x11-utils imagemagick pulseaudio pulseaudio-utils dbus playerctl"
 # What the tests look, listen and drop with.
 TEST_PACKAGES="libgtest-dev wmctrl dbus-x11 at-spi2-core gir1.2-atspi-2.0 python3-gi pcmanfm ffmpeg python3-numpy
-  python3-pil python3-cairo fluidsynth desktop-file-utils appstream shared-mime-info"
+  python3-pil python3-cairo fluidsynth desktop-file-utils appstream shared-mime-info clang-14 libclang-rt-14-dev"
+# What tests/mutation/run needs besides.
+MUTATION_PACKAGES="python3-clang-14"
 # What the Debian package is made and judged with.
 PACKAGE_PACKAGES="dpkg-dev file lintian desktop-file-utils appstream"
 

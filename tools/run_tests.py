@@ -227,6 +227,18 @@ def programs(counts, memory, preset, prefix, wanted):
             run_group(counts, memory, name, key, lambda n=name, c=command: google_test(n, c, session))
 
 
+def fuzz(counts, memory, wanted):
+    """A short run of each fuzz target."""
+    folder = BUILD / "fuzz" / "tests" / "fuzz"
+    targets = [path for path in sorted(folder.glob("fuzz_*")) if os.access(path, os.X_OK) and path.is_file()]
+    if not targets or not wanted("fuzz"):
+        return
+    print("== Made-up input", flush=True)
+    command = ["/usr/bin/python3", str(ROOT / "tests" / "fuzz" / "run"), "--short"]
+    key = content_key(*targets, ROOT / "tests" / "fuzz")
+    run_group(counts, memory, "fuzz", key, lambda: lines_test("fuzz", command, PROGRAM_SECONDS))
+
+
 def stories(counts, memory, only):
     runner = ROOT / "tests" / "e2e" / "run.py"
     program = BUILD / "release" / "corvane"
@@ -272,6 +284,7 @@ def main():
         programs(counts, memory, "release", "", wanted)
         if not options.quick:
             programs(counts, memory, "asan", "asan:", wanted)
+            fuzz(counts, memory, wanted)
             if not options.only or options.only.startswith("e2e"):
                 stories(counts, memory, options.only)
         if not options.only:

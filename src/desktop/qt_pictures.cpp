@@ -127,7 +127,9 @@ Picture QtPictures::load(const std::string& path, std::string& reason) {
     image.setDevicePixelRatio(1.0);
     image = std::move(image).convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
                                                                      : QImage::Format_RGB32);
-    return Picture(std::make_shared<QtPicture>(std::move(image), turned ? size.transposed() : size));
+    // Only what was reduced has another size than its pixels: a damaged GIF may announce one that it does not have.
+    const QSize full = reducible ? (turned ? size.transposed() : size) : image.size();
+    return Picture(std::make_shared<QtPicture>(std::move(image), full));
 }
 
 Pictures::Decoded QtPictures::decode(const std::string& path) {

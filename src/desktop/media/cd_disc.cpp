@@ -45,7 +45,7 @@ std::vector<CdTrack> readTracks(const CdIo_t* disc) {
         const auto next = static_cast<track_t>(number == last ? CDIO_CDROM_LEADOUT_TRACK : number + 1);
         const lsn_t start = cdio_get_track_lsn(disc, track);
         const lsn_t end = cdio_get_track_lsn(disc, next);
-        if (start == CDIO_INVALID_LSN || end == CDIO_INVALID_LSN || end < start) return {};
+        if (start < 0 || end == CDIO_INVALID_LSN || end < start) return {};  // an invalid sector is negative
         tracks.push_back(
             {number, start, std::int64_t{end} - start, cdio_get_track_format(disc, track) == TRACK_FORMAT_AUDIO});
     }

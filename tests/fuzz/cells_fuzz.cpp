@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstring>
+
+#include "desktop/qt_pictures.h"
+#include "fuzz.h"
+
+namespace corvane {
+namespace {
+
+using fuzz::require;
+
+constexpr std::int64_t kMostPixels = 262'144;  ///< larger ones only cost time
+
+/// A file without a place on the disk.
+class MemoryFile {
+public:
+    MemoryFile() : descriptor_(::memfd_create("picture", 0)) {}
+    MemoryFile(const MemoryFile&) = delete;
+    MemoryFile& operator=(const MemoryFile&) = delete;
+    ~MemoryFile() { ::close(descriptor_); }
+    std::string path() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
+    void write(std::string_view bytes) const {
+        require(::ftruncate(descriptor_, 0) == 0, "the file can be emptied");
+        require(::pwrite(descriptor_, bytes.data(), bytes.size(), 0) == static_cast<ssize_t>(bytes.size()),
+                "the file can be written");
+    }
+
+private:
+    int descriptor_;
+};
+
+std::int64_t pixelsSaid(std::string_view bitmap) {
+    if (bitmap.size() < 26) return 0;
+    std::array<std::int32_t, 2> sides{};
+    std::memcpy(sides.data(), bitmap.data() + 18, sizeof sides);
+    return std::llabs(std::int64_t{sides[0]}) * std::llabs(std::int64_t{sides[1]});
+}
+
+void checkCell(QtPictures& pictures, const Picture& whole, const Pictures::Cell& cell) {
+    const Picture part = pictures.cut(whole, cell);
+    const bool inside = cell.x >= 0 && cell.y >= 0 && cell.width > 0 && cell.height > 0 &&
+                        std::int64_t{cell.x} + cell.width <= whole.width() &&
+                        std::int64_t{cell.y} + cell.height <= whole.height();
+    require(part.empty() != inside, "a cell is cut when it lies inside, and only then");
+    if (part.empty()) return;
+    require(part.width() == cell.width && part.height() == cell.height, "a cell has its size");
+    const int right = cell.width - 1;
+    const int bottom = cell.height - 1;
+    for (const auto& [x, y] : {std::pair{0, 0}, {right, 0}, {0, bottom}, {right, bottom}, {right / 2, bottom / 2}}) {
+        require(part.data()->pixel(x, y) == whole.data()->pixel(cell.x + x, cell.y + y), "a cell has its pixels");
+    }
+}
+
+}  // namespace
+}  // namespace corvane
+
+/// A bitmap file behind two cells: one anywhere in 32 bits, one in eight.
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace corvane;
+    static QtPictures pictures;
+    static const MemoryFile file;
+    fuzz::Input input(data, size);
+    const Pictures::Cell wide{input.number(), input.number(), input.number(), input.number()};
+    const Pictures::Cell narrow{input.byte(), input.byte(), input.byte(), input.byte()};
+    if (input.rest().substr(0, 2) == "BM" && pixelsSaid(input.rest()) > kMostPixels) return 0;
+    file.write(input.rest());
+    const Pictures::Decoded decoded = pictures.decode(file.path());
+    require(decoded.picture.empty() != decoded.reason.empty(), "a picture, or the reason why there is none");
+    checkCell(pictures, decoded.picture, wide);
+    checkCell(pictures, decoded.picture, narrow);
+    return 0;
+}
