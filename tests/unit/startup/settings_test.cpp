@@ -191,6 +191,8 @@ TEST(CharacterCode, AndItsTextAreInverse) {
     for (int code = 1; code <= 0x7FFF; ++code) {
         ASSERT_EQ(characterCode(characterText(static_cast<std::int16_t>(code)) + "x"), code);
     }
+    EXPECT_EQ(characterText(0x7F), "\x7F");
+    EXPECT_EQ(characterText(0x80), "\xC2\x80");
     EXPECT_EQ(characterText(0), "");
     EXPECT_EQ(characterText(-1), "");
     EXPECT_EQ(characterCode(""), std::nullopt);

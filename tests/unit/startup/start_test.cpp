@@ -271,6 +271,8 @@ TEST_F(Start, TheClosingShrinksTowardsTheCornerAndEndsTheProgram) {
     step();
     EXPECT_TRUE(machine.process.ending());
     EXPECT_EQ(machine.log.count("process.end"), 1);
+    EXPECT_EQ(player.gAnimationStep, 0);
+    EXPECT_FALSE(window()->tmrOpenClose[1].Enabled);
 }
 
 TEST_F(Start, TheClosingReadsNeitherSettingsNorListAgain) {
