@@ -65,6 +65,7 @@ void CanvasWindow::loseMouse() {
 void CanvasWindow::mousePressEvent(QMouseEvent* event) {
     const int button = buttonCode(event->button());
     if (!bound() || button == 0) return;
+    setFocused(nullptr);
     pressedAt_ = event->globalPosition().toPoint();
     windowAt_ = pos();
     const bool isDouble = event->type() == QEvent::MouseButtonDblClick;
@@ -159,6 +160,7 @@ void CanvasWindow::keyReleaseEvent(QKeyEvent* event) { keyUp(*event); }
 void CanvasWindow::keyDown(QKeyEvent& event) {
     event.accept();
     const KeyArgs args = keyArgs(event);
+    if (takeFocusKey(args, event.isAutoRepeat())) return;
     const int character = typedCharacter(event);
     enter([&] {
         form().KeyDown.raise(args);

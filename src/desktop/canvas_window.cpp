@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "desktop/canvas_window.h"
 
+#include <QAccessible>
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QHelpEvent>
@@ -8,6 +9,8 @@
 #include <QToolTip>
 #include <QWindow>
 #include <algorithm>
+
+#include "desktop/accessible_form.h"
 
 namespace corvane {
 
@@ -30,7 +33,11 @@ void CanvasWindow::onBound() {
     takeWindowState();
 }
 
-void CanvasWindow::onUnbinding() { letGo(); }
+void CanvasWindow::onUnbinding() {
+    letGo();
+    setFocused(nullptr);
+    if (isKnown_) forgetControls(*this);
+}
 
 void CanvasWindow::propertyChanged(Control& control, PropertyId property) {
     if (&control == &form()) {
@@ -42,6 +49,9 @@ void CanvasWindow::propertyChanged(Control& control, PropertyId property) {
         post([&control] { control.GotFocus.raise(); });
         return;
     }
+    if (QAccessible::isActive()) announce(*this, control, property);
+    if (&control == keyboard_.control()) showFocus();
+    if (property == PropertyId::Value || property == PropertyId::Checked) return;  // seen by nobody
     if (&control == target_ && (property == PropertyId::Visible || property == PropertyId::Enabled)) setHeld(false);
     controlChanged(control, property);
 }

@@ -6,8 +6,11 @@
 #include <QWidget>
 
 #include "desktop/form_window.h"
+#include "forms/keyboard_focus.h"
 
 namespace corvane {
+
+class FocusRing;
 
 /// A borderless window whose controls are drawn, not widgets. This class is its geometry, window state and input;
 /// the deriving classes say where controls are and paint them. Positions are logical pixels of the widget.
@@ -24,6 +27,17 @@ public:
     bool takesFiles() const;
     /// The form's CloseRequest, posted: the window manager may ask while a box is up or a handler runs.
     void requestClose();
+
+    // For assistive programs. What they ask for is done as an event of its own, and only where the mouse could do it.
+    QRectF placeOf(const Control& control) const { return hitRect(control); }
+    /// A button of the mouse pressed and released in the middle of the control.
+    void pressSoon(Control& control, int button);
+    void setValueSoon(MouseControl& control, double value);
+    /// The control that has the keyboard focus, with its ring; null: none, every key is the form's.
+    Control* focused() const { return keyboard_.control(); }
+    void setFocused(Control* control);
+    bool isHeld(const Control& control) const { return pressed() == &control; }
+    void rememberAccessible() { isKnown_ = true; }  ///< assistive programs know of this window
 
 protected:
     /// The rectangle that takes the mouse for a control; empty: none.
@@ -72,6 +86,10 @@ private:
     void takeWindowState();
     void release(int button, Qt::KeyboardModifiers modifiers, QPointF position);
     PictureBox* keyBox() const;
+    bool takeFocusKey(const KeyArgs& key, bool isRepeat);
+    void showFocus();
+    bool takesMouse() const;
+    void clickMiddle(Control& control, int button);
     bool dragStep(QPoint globalPosition);
     void setHeld(bool held);
     void letGo();
@@ -86,6 +104,10 @@ private:
     QPoint pressedAt_;           ///< of the screen
     QPoint windowAt_;            ///< the window's place at the press
     bool taking_ = false;        ///< the window itself changes the form's properties
+
+    KeyboardFocus keyboard_;
+    FocusRing* ring_ = nullptr;  ///< a child widget, made when it is first needed
+    bool isKnown_ = false;       ///< to assistive programs
 };
 
 }  // namespace corvane

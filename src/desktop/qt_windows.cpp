@@ -6,6 +6,7 @@
 #include <QWindow>
 #include <utility>
 
+#include "desktop/accessible_form.h"
 #include "desktop/media_window.h"
 #include "desktop/native/native_window.h"
 #include "desktop/painted_window.h"
@@ -44,6 +45,8 @@ QSizeF screenTwips(const DesktopContext& context) {
 }
 
 }  // namespace
+
+QtWindows::QtWindows(DesktopContext& context) : context_(context) { offerAccessibleForms(); }
 
 QtWindows::~QtWindows() = default;
 

@@ -15,7 +15,7 @@ class CanvasWindow;
 /// The windows of the forms. One FormWindow a form, chosen by the form's style.
 class QtWindows : public Windows {
 public:
-    explicit QtWindows(DesktopContext& context) : context_(context) {}
+    explicit QtWindows(DesktopContext& context);
     ~QtWindows() override;
 
     void attach(Form& form) override;

@@ -161,9 +161,7 @@ void frmCustom::takeSwitches() {
 
 void frmCustom::lightLamp(int lamp, bool on) {
     auto* panel = player_.forms.find<MainPanelControls>();
-    if (panel == nullptr) return;
-    const auto at = static_cast<std::size_t>(lamp);
-    panel->imgMainPanel[at].Picture = panel->imgMainPanel[at + (on ? 2 : 1)].Picture;
+    if (panel != nullptr) mdlPublicFunction::lightLamp(*panel, lamp, on);
 }
 
 void frmCustom::takeKeys(Settings& settings) {

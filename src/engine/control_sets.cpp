@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/control_sets.h"
 
+#include <initializer_list>
+
 namespace corvane {
 
 namespace {
@@ -15,6 +17,11 @@ void nameButtons(std::array<CommandButton, 12>& buttons) {
         buttons[i].AccessibleName = kRoles[i];
         buttons[i].TabIndex = static_cast<int>(i);
     }
+}
+
+void nameLamp(Image& lamp, const char* name) {
+    lamp.AccessibleName = name;
+    lamp.Checkable = true;
 }
 
 void caption(MenuItem& item, const char* text) { item.Caption = text; }
@@ -44,6 +51,14 @@ MainPanelControls::MainPanelControls()
     pctSlide.AccessibleName = "Slider";
     imgMainPanel[kKnobImage].ToolTipText = "Volume";
     imgMainPanel[kKnobImage].AccessibleName = "Volume";
+    int tab = cmdMainPanel.back().TabIndex;
+    for (Control* each : std::initializer_list<Control*>{&pctSlide, &imgMainPanel[kKnobImage], &pctMainPanel}) {
+        each->TabIndex = ++tab;
+    }
+    cmdMainPanel[kRepeat].Checkable = true;
+    nameLamp(imgMainPanel[kAutoPlayLamp], "Auto Play");
+    nameLamp(imgMainPanel[kQuickPlayLamp], "Quick Play");
+    nameLamp(imgMainPanel[kRepeatLamp], "Repeat");
     static constexpr std::array<const char*, 6> kLabelRoles = {"",       "Display", "Time", "Total FileNo",
                                                                "FileNo", "Tittle"};
     for (std::size_t i = 0; i < lblMainPanel.size(); ++i) lblMainPanel[i].AccessibleName = kLabelRoles[i];
@@ -107,6 +122,7 @@ MciWindowControls::MciWindowControls(Media& media)
 MovieWindowControls::MovieWindowControls(Media& media)
     : Form("frmMovieWindow", FormStyle::Media), amvMovie(media.makeMovieControl(*this)), tmrMovie(this, "tmrMovie") {
     Caption = "Movie Window";
+    amvMovie->AccessibleName = "Movie";
     tmrMovie.Interval = 500;
 }
 
@@ -114,6 +130,7 @@ ImageWindowControls::ImageWindowControls()
     : Form("frmImageWindow", FormStyle::Media), pctImage(this, "pctImage"), tmrImage(this, "tmrImage") {
     Caption = "Image Window";
     pctImage.Scale = ScaleMode::InPixels;
+    pctImage.AccessibleName = "Image";
     tmrImage.Interval = 1000;
 }
 

@@ -52,6 +52,7 @@ void setPanelCaption(Player& player, int label, const std::string& caption) {
 void lightLamp(MainPanelControls& panel, int lamp, bool on) {
     const auto visible = static_cast<std::size_t>(lamp);
     panel.imgMainPanel[visible].Picture = panel.imgMainPanel[visible + (on ? 2 : 1)].Picture;
+    panel.imgMainPanel[visible].Checked = on;
 }
 
 void toggleRepeat(Player& player) {
@@ -60,6 +61,7 @@ void toggleRepeat(Player& player) {
     auto& images = panel->imgMainPanel;
     player.gRepeat = !player.gRepeat;
     panel->cmdMainPanel[kRepeat].Picture = images[player.gRepeat ? kRepeatOnImage : kRepeatOffImage].Picture;
+    panel->cmdMainPanel[kRepeat].Checked = player.gRepeat;
     lightLamp(*panel, kRepeatLamp, player.gRepeat);
 }
 

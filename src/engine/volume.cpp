@@ -105,7 +105,10 @@ void placeIndicator(const mdlDefinePublic::PlayerState& state, MainPanelControls
 }
 
 void placeIndicator(Player& player) {
-    if (auto* panel = player.forms.find<MainPanelControls>()) placeIndicator(player, *panel);
+    auto* const panel = player.forms.find<MainPanelControls>();
+    if (panel == nullptr) return;
+    placeIndicator(player, *panel);
+    panel->imgMainPanel[kKnobImage].notify(PropertyId::Value);
 }
 
 void setVolumeLevel(Player& player, std::int16_t level) {

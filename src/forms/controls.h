@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "forms/control.h"
@@ -15,10 +16,25 @@ using Colour = std::int32_t;
 inline constexpr Colour kBlack = 0x000000;
 inline constexpr Colour kWhite = 0xFFFFFF;
 
-/// Mouse and drop events that painted controls share.
+/// What a control that is dragged to a value stands at, in a unit of its form's choice.
+struct DraggedValue {
+    double value = 0;
+    double minimum = 0;
+    double maximum = 0;  ///< not above the minimum: nothing can be set now
+    double step = 1;     ///< of an arrow key
+};
+
+/// Mouse and drop events that painted controls share, and what assistive programs and the keyboard do in place of the
+/// mouse.
 class MouseControl : public Control {
 public:
     using Control::Control;
+    Property<bool> Checked{*this, PropertyId::Checked, false};  ///< a switch, or its lamp, is on
+    bool Checkable = false;                                     ///< it is a switch, or the lamp of one
+    /// Tied for a control that is dragged to a value; notify(PropertyId::Value) tells that it stands elsewhere.
+    std::function<DraggedValue()> AccessibleValue;
+    Event<double> SetAccessibleValue;  ///< a value between the ends is asked for: the same as dragging there
+
     Event<> Click;
     Event<> DblClick;
     Event<MouseArgs> MouseDown;

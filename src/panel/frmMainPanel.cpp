@@ -19,6 +19,7 @@ frmMainPanel::frmMainPanel(Player& player) : player_(player) {
     tieForm();
     tieButtons();
     tieMouse();
+    tieValues();
     tmrDisplay.Tick.tie([this] { tmrDisplay_Timer(); });
     tmrPrevNext.Tick.tie([this] { tmrPrevNext_Timer(); });
     tmrPlayBack.Tick.tie([this] { tmrPlayBack_Timer(); });

@@ -23,6 +23,7 @@ private:
     void tieForm();
     void tieButtons();
     void tieMouse();
+    void tieValues();
 
     // Construction and end (frmMainPanel.cpp).
     void Form_Load();
@@ -60,6 +61,12 @@ private:
     void seekMci(std::int32_t x);
     void seekCd(std::int32_t x);
     bool isFullScreenMovie() const;
+
+    // The slider and the knob without the mouse (values.cpp).
+    DraggedValue slideValue() const;
+    void slideTo(double seconds);
+    DraggedValue knobValue() const;
+    void turnTo(double percent);
     MovieWindowControls* movie() const { return player_.forms.find<MovieWindowControls>(); }
     MciControl* mci() const;
 
