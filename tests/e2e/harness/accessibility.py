@@ -5,7 +5,7 @@ import json
 import pathlib
 import subprocess
 
-from .expect import wait
+from .expect import check, wait
 
 READER = pathlib.Path(__file__).with_name("accessibility_reader.py")
 
@@ -34,15 +34,32 @@ class Accessibility:
         self._reader.stdin.close()
         self._reader.stdout.close()
 
-    def nodes(self, pid):
-        """Every control of a process, parents before children; empty when it offers none."""
+    def _ask(self, line):
         try:
-            self._reader.stdin.write(f"{pid}\n")
+            self._reader.stdin.write(f"{line}\n")
             self._reader.stdin.flush()
-            answer = json.loads(self._reader.stdout.readline() or "[]")
+            return json.loads(self._reader.stdout.readline() or "[]")
         except (OSError, ValueError):
             return []
-        return [Node(entry) for entry in answer] if isinstance(answer, list) else []
+
+    def nodes(self, pid):
+        """Every control of a process, parents before children; empty when it offers none."""
+        answer = self._ask(pid)
+        return [Node(entry, number=number) for number, entry in enumerate(answer)] if isinstance(answer, list) else []
+
+    def act(self, pid, action, **wanted):
+        """Does an action of the first such control, as a screen reader would."""
+        node = self.wait_for(pid, **wanted)
+        check(action in node["actions"], f"{node['name']} offers {node['actions']}, not {action}")
+        self._ask(f"{pid} {node['number']} do {action}")
+
+    def set_value(self, pid, value, **wanted):
+        node = self.wait_for(pid, **wanted)
+        self._ask(f"{pid} {node['number']} set {value}")
+
+    def events(self, pid):
+        """What was told since the last look: [kind, name of the control, number, text]."""
+        return self._ask(f"{pid} events")
 
     def find(self, pid, name=None, role=None, holding=None):
         """The shown controls with that name, of that role, whose name or text holds a text."""

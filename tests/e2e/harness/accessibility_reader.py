@@ -2,7 +2,9 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Answers each line "PID" on its input with one line of JSON: what the process offers to assistive programs.
 
-Each entry: role, name, text, value, states, place (x, y, width, height on the screen) and depth.
+Each entry: role, name, text, value, range, states, actions, label (the name of what labels it), place (x, y, width,
+height on the screen) and depth. A line "PID NUMBER do ACTION" or "PID NUMBER set VALUE" acts on the entry of that number
+in the last answer; "PID events" answers with what was told since the last such line: [kind, name, detail].
 """
 
 import json
@@ -14,8 +16,14 @@ gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
 STATES = {"focused": Atspi.StateType.FOCUSED, "checked": Atspi.StateType.CHECKED, "enabled": Atspi.StateType.ENABLED,
-          "showing": Atspi.StateType.SHOWING, "selected": Atspi.StateType.SELECTED}
+          "showing": Atspi.StateType.SHOWING, "selected": Atspi.StateType.SELECTED,
+          "focusable": Atspi.StateType.FOCUSABLE}
+TOLD = ("object:text-changed", "object:state-changed:enabled", "object:state-changed:checked",
+        "object:state-changed:focused", "object:property-change:accessible-value")
 DEEPEST, MOST_CHILDREN = 12, 400
+
+last_nodes = []  # of the last answer
+events = []
 
 
 def describe(node, depth):
@@ -28,11 +36,20 @@ def describe(node, depth):
     value = node.get_value_iface()
     if value:
         entry["value"] = Atspi.Value.get_current_value(value)
+        entry["range"] = [Atspi.Value.get_minimum_value(value), Atspi.Value.get_maximum_value(value)]
+    entry["actions"] = action_names(node)
+    entry["label"] = next((relation.get_target(0).get_name() for relation in node.get_relation_set()
+                           if relation.get_relation_type() == Atspi.RelationType.LABELLED_BY), "")
     component = node.get_component_iface()
     if component:
         place = Atspi.Component.get_extents(component, Atspi.CoordType.SCREEN)
         entry["place"] = [place.x, place.y, place.width, place.height]
     return entry
+
+
+def action_names(node):
+    action = node.get_action_iface()
+    return [Atspi.Action.get_action_name(action, i) for i in range(Atspi.Action.get_n_actions(action))] if action else []
 
 
 def walk(node, depth, found):
@@ -41,6 +58,7 @@ def walk(node, depth, found):
     try:
         node.clear_cache()
         found.append(describe(node, depth))
+        last_nodes.append(node)
         for index in range(min(node.get_child_count(), MOST_CHILDREN)):
             walk(node.get_child_at_index(index), depth + 1, found)
     except GLib.Error:
@@ -51,6 +69,7 @@ def tree(pid):
     desktop = Atspi.get_desktop(0)
     desktop.clear_cache()
     found = []
+    last_nodes.clear()
     for index in range(desktop.get_child_count()):
         program = desktop.get_child_at_index(index)
         try:
@@ -61,14 +80,53 @@ def tree(pid):
     return found
 
 
+def act(node, what, argument):
+    if what == "set":
+        return Atspi.Value.set_current_value(node.get_value_iface(), float(argument))
+    return Atspi.Action.do_action(node.get_action_iface(), action_names(node).index(argument))
+
+
+def hear(event):
+    try:
+        events.append([event.type, event.source.get_name() or "", event.detail1, str(event.any_data or "")])
+    except GLib.Error:
+        pass  # it went while it was told
+
+
+def answer_to(line):
+    pid, *rest = line.decode().split(maxsplit=3)
+    if not rest:
+        return tree(int(pid))
+    if rest[0] == "events":
+        told, events[:] = list(events), []
+        return told
+    number, what, argument = rest
+    return act(last_nodes[int(number)], what, argument.strip())
+
+
+def take_line(channel, _condition, loop):
+    line = channel.readline()
+    if not line:
+        loop.quit()
+        return False
+    try:
+        answer = answer_to(line)
+    except (GLib.Error, ValueError, IndexError) as error:
+        answer = {"error": str(error)}
+    print(json.dumps(answer), flush=True)
+    return True
+
+
 def main():
     Atspi.init()
-    for line in sys.stdin:
-        try:
-            answer = tree(int(line))
-        except (GLib.Error, ValueError) as error:
-            answer = {"error": str(error)}
-        print(json.dumps(answer), flush=True)
+    listener = Atspi.EventListener.new(hear)
+    for kind in TOLD:
+        listener.register(kind)
+    loop = GLib.MainLoop()
+    # Unbuffered: a line that waits in a buffer would not wake the loop.
+    channel = open(0, "rb", buffering=0)
+    GLib.io_add_watch(channel, GLib.IO_IN | GLib.IO_HUP, lambda source, condition: take_line(source, condition, loop))
+    loop.run()
 
 
 if __name__ == "__main__":
