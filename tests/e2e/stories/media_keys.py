@@ -173,7 +173,8 @@ def change_the_file_while_paused(stage):
     for title in ("clip", "file2"):
         remote.ctl("previous")
         remote.wait_for_title(title)
-    equal((remote.status(), remote.position()), ("Paused", 0.0), "status and position")
+    equal(remote.status(), "Paused", "status")
+    check(remote.position() < 0.05, f"position {remote.position()}")
     heard = stage.sound.tones(began)
     check(not heard, f"heard while paused: {heard}")
     remote.ctl("play")
@@ -299,7 +300,8 @@ def follows_the_panel(stage):
     remote = started(stage, *three_files(stage, 20))
     with Listener(stage) as listener:
         stage.player.press(PLAY)
-        listener.wait_for("PlaybackStatus", "Playing", "mpris:length", "CanSeek")
+        listener.wait_for("PlaybackStatus", "Playing")
+        listener.wait_for("mpris:length", "CanSeek")
         stage.player.press(PAUSE)
         listener.wait_for("PlaybackStatus", "Paused")
         position = remote.position()
