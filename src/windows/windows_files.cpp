@@ -111,6 +111,13 @@ std::string textOfDrive(const std::wstring& root) {
     return text;
 }
 
+/// Somebody who reads a file may let nobody replace it: asked before anything is moved.
+bool canBeReplaced(const std::wstring& path) {
+    constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    return static_cast<bool>(
+        Handle(CreateFileW(path.c_str(), DELETE | GENERIC_WRITE, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr)));
+}
+
 }  // namespace
 
 std::wstring systemPath(const std::string& path) {
@@ -199,9 +206,7 @@ bool WindowsFiles::replace(const std::string& path, std::string_view bytes) {
     const std::wstring target = systemPath(path);
     const DWORD attributes = GetFileAttributesW(target.c_str());
     const bool exists = attributes != INVALID_FILE_ATTRIBUTES;
-    if (target.empty() || (exists && (isFolder(attributes) || (attributes & FILE_ATTRIBUTE_READONLY) != 0))) {
-        return false;
-    }
+    if (target.empty() || (exists && (isFolder(attributes) || !canBeReplaced(target)))) return false;
     std::wstring beside;
     Handle file = makeBeside(target, beside);
     if (!file) return false;

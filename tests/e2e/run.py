@@ -1,9 +1,10 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Plays the end-to-end stories against a built program: run.py [--workers N] PROGRAM [PATTERN].
+"""Plays the end-to-end stories against a built program: run.py [--workers N] [--windows] PROGRAM [PATTERN].
 
 Prints one line a story, "PASS name (seconds)" or "FAIL name: why", and ends with 1 when one failed. A failed story
-leaves its screen, its sound and the program's messages in build/e2e/.
+leaves its screen, its sound and the program's messages in build/e2e/. --windows: the program is a Windows one; the
+stories of windows_stories/ are played, under Wine.
 """
 
 import argparse
@@ -25,17 +26,17 @@ from session import SessionError  # noqa: E402
 PROOFS = PROJECT / "build" / "e2e"
 
 
-def load_stories():
-    for file in sorted((HERE / "stories").glob("*.py")):
-        importlib.import_module(f"stories.{file.stem}")
+def load_stories(folder):
+    for file in sorted((HERE / folder).glob("*.py")):
+        importlib.import_module(f"{folder}.{file.stem}")
 
 
-def work(program, names, results):
+def work(theatre_kind, program, names, results):
     """One worker: a private desktop of its own, on which it plays what is left."""
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
     known = {told.name: told for told in STORIES}
     try:
-        with Theatre(program, PROOFS) as theatre:
+        with theatre_kind(program, PROOFS) as theatre:
             while True:
                 try:
                     name = names.get_nowait()
@@ -55,11 +56,17 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--workers", type=int, default=2)
     parser.add_argument("--list", action="store_true", help="only names the stories")
+    parser.add_argument("--windows", action="store_true")
     parser.add_argument("program", nargs="?", default=PROJECT / "build" / "release" / "corvane", type=pathlib.Path)
     parser.add_argument("pattern", nargs="?", default="")
     options = parser.parse_args()
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
-    load_stories()
+    theatre_kind = Theatre
+    if options.windows:
+        from harness.wine import WineTheatre as theatre_kind
+
+        options.workers = 1  # they share a prefix
+    load_stories("windows_stories" if options.windows else "stories")
     chosen = [told.name for told in STORIES if options.pattern in told.name]
     if options.list:
         print("\n".join(chosen))
@@ -71,7 +78,7 @@ def main():
     names, results = multiprocessing.Queue(), multiprocessing.Queue()
     for name in chosen:
         names.put(name)
-    workers = [multiprocessing.Process(target=work, args=(options.program, names, results))
+    workers = [multiprocessing.Process(target=work, args=(theatre_kind, options.program, names, results))
                for _ in range(min(options.workers, len(chosen)))]
     left, failed, told = len(workers), 0, 0
     try:

@@ -68,7 +68,9 @@ private:
 
 class FrameBinder : public Binder {
 public:
-    FrameBinder(NativeWindow& window, Frame& frame) : Binder(window, frame, WC_BUTTONW, BS_GROUPBOX), frame_(frame) {}
+    // Transparent: its inside is the window's to paint.
+    FrameBinder(NativeWindow& window, Frame& frame)
+        : Binder(window, frame, WC_BUTTONW, BS_GROUPBOX, WS_EX_TRANSPARENT), frame_(frame) {}
     void changed(PropertyId property) override {
         if (property == PropertyId::Caption) show(frame_.Caption);
         Binder::changed(property);

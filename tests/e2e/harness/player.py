@@ -65,7 +65,7 @@ class Player:
         if panel:
             self.wait_for_panel()
 
-    def wait_for_panel(self):
+    def wait_for_panel(self, seconds=START_SECONDS):
         """The last picture of the opening stands there as well: the panel is what is still there at the next look."""
         before = []
 
@@ -74,7 +74,7 @@ class Player:
             before.append(self.find_panel())
             return before[-1] if before[-1] and before[-2:-1] == before[-1:] else None
 
-        self.window = wait("the panel at its place", stands, START_SECONDS)
+        self.window = wait("the panel at its place", stands, seconds)
         return self.window
 
     def find_panel(self):

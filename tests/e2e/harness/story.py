@@ -38,6 +38,7 @@ class Stage:
     """What one story has: a desktop with mouse and keys, a recording of the sound, the program in a folder of its own."""
 
     def __init__(self, theatre, number):
+        self.theatre = theatre
         session = self.session = theatre.session
         self.accessibility = theatre.accessibility
         self.folder = session.folder / f"story{number}"  # no dot and no blank: what lies here can be played
@@ -49,7 +50,7 @@ class Stage:
         self.desk.rest()
         self.sound = theatre.recorder
         self.sound.begin()
-        self.player = Player(self, theatre.program, self.folder / "player")
+        self.player = theatre.make_player(self, theatre.program, self.folder / "player")
 
     def close(self):
         self.player.stop()
@@ -69,16 +70,20 @@ class Stage:
 class Theatre:
     """Plays stories one after the other on one private desktop."""
 
+    make_player = Player
+    accessible = True  # the program is told of to assistive programs, and can be asked that way
+
     def __init__(self, program, proofs, screen="1280x960"):
         self.program = pathlib.Path(program).resolve()
         self.proofs = proofs
-        self.session = Session(screen, accessibility=True)
+        self.session = Session(screen, accessibility=self.accessible)
         self.accessibility = self.recorder = None
         self.count = 0
 
     def __enter__(self):
         self.session.__enter__()
-        self.accessibility = Accessibility(self.session)
+        if self.accessible:
+            self.accessibility = Accessibility(self.session)
         self.recorder = Recorder(self.session, self.session.folder / "heard.raw")
         return self
 

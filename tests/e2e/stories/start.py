@@ -5,52 +5,21 @@ import numpy as np
 
 from harness import PROJECT
 from harness.expect import check, equal, steady, wait
+from harness.looks import wait_for_exact_panel
 from harness.media import steps, tone
-from harness.player import (AUTO_LAMP, BUTTON_RECORDS, KNOB_RECORD, PLAY, QUICK_LAMP, REPEAT_LAMP, SLIDER_RECORD, VOLUME_DOWN,
-                            process_count, set_sink_volume, sink_volume)
+from harness.player import AUTO_LAMP, PLAY, QUICK_LAMP, VOLUME_DOWN, process_count, set_sink_volume, sink_volume
 from harness.sound import RATE, read_notes
 from harness.story import story
 
-TEXT_RECORDS = range(28, 34)
 SOUND_SAMPLES = ("chime.mid", "echo.rmi", "scale.wav", "waltz.mp3", "bells.mp2", "horn.au", "steps.aiff")
 LONGEST_GAP_MS = 60  # between two sound files; the aim is 30 on a machine that does nothing else
 
 
-def composed_panel(player):
-    """The panel as the skin's cells give it, and a mask of what the player itself writes onto it."""
-    bitmap, skin = player.bitmap(), player.skin
-    _, _, x, y, width, height, _ = skin[1]
-    picture = bitmap[y : y + height, x : x + width].copy()
-    drawn_by_player = np.zeros(picture.shape[:2], bool)
-
-    def put(record):
-        left, top, x, y, width, height, use = skin[record]
-        if use != "0":
-            picture[top : top + height, left : left + width] = bitmap[y : y + height, x : x + width]
-
-    def mask(record):
-        left, top, _, _, width, height, _ = skin[record]
-        drawn_by_player[top : top + height, left : left + width] = True
-
-    for record in (22, 23, 25, *(lamp[0] for lamp in (AUTO_LAMP, QUICK_LAMP, REPEAT_LAMP)), 21, 24, *BUTTON_RECORDS):
-        put(record)
-    for record in (*TEXT_RECORDS, SLIDER_RECORD, KNOB_RECORD):
-        mask(record)
-    return picture, drawn_by_player
-
-
 @story("start: the panel stands pixel by pixel as the skin says")
 def pixel_exact(stage):
-    player = stage.player
-    player.start()
+    stage.player.start()
     stage.desk.rest()
-    expected, drawn_by_player = composed_panel(player)
-
-    def differing():
-        shown = stage.desk.area(player.window.x, player.window.y, *player.window.size)
-        return int(((np.abs(shown - expected).max(axis=2) > 0) & ~drawn_by_player).sum())
-
-    wait(f"the panel equals its skin ({differing()} pixels differ)", lambda: differing() == 0, 3)
+    wait_for_exact_panel(stage)
 
 
 @story("start: without auto play nothing sounds until play is pressed")

@@ -1,0 +1,155 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The Windows program under Wine: seen, heard and used as a person would."""
+
+import shutil
+
+from harness.expect import check, equal, steady, wait
+from harness.looks import wait_for_exact_panel
+from harness.media import movie, picture, steps, tone
+from harness.player import AUTO_LAMP, EDITOR, PLAY, STOP, read_profile
+from harness.story import story
+
+RED, GREEN, BLUE = "#C83232", "#32A046", "#3250C8"
+# Middles of controls in the editor, pixels of a window of 860 by 520.
+ADD_ALL, LIST_NAME, SAVE, OK = (566, 264 - 135), (728, 575 - 135), (886, 574 - 135), (790, 628 - 135)
+EDITOR_LEFT, EDITOR_WIDTH, EDITOR_HEIGHT = 83, 860, 520
+
+
+def in_window(window, place, size):
+    """A place of a window that was laid out for that size, on the screen."""
+    return (window.x + round(place[0] * window.width / size[0]), window.y + round(place[1] * window.height / size[1]))
+
+
+def click_in_editor(stage, window, place):
+    stage.desk.click(*in_window(window, (place[0] - EDITOR_LEFT, place[1]), (EDITOR_WIDTH, EDITOR_HEIGHT)))
+
+
+@story("windows: the panel stands pixel by pixel as the skin says")
+def pixel_exact(stage):
+    stage.player.start()
+    stage.desk.rest()
+    wait_for_exact_panel(stage)
+    equal(stage.player.power_off(), 0, "exit code")
+
+
+@story("windows: keys play, pause, go on, step and stop")
+def keys(stage):
+    player = stage.player
+    player.save_list([steps(stage.media / "one.wav", [440, 660], 3.0), tone(stage.media / "two.wav", 880, 4)])
+    player.start()
+    steady("silence", lambda: stage.sound.pitch_now() == 0, 0.5)
+    player.key("z")
+    stage.sound.wait_for(440, 10)
+    player.key("x")
+    stage.sound.wait_for_silence()
+    player.key("x")
+    stage.sound.wait_for(660, 10)
+    player.key("period")
+    stage.sound.wait_for(880, 10)
+    player.key("c")
+    stage.sound.wait_for_silence()
+    player.key("shift+p")
+    equal(player.wait_for_end(15), 0, "exit code")
+
+
+@story("windows: sounds, pictures and a movie of one list follow each other")
+def mixed(stage):
+    player = stage.player
+    player.settings(AUTOPLAY="ON", INTERVAL=3)
+    player.save_list([tone(stage.media / "one.wav", 440, 2), picture(stage.media / "two.bmp", RED),
+                      tone(stage.media / "three.mp3", 554, 2), picture(stage.media / "four.jpg", BLUE),
+                      movie(stage.media / "five.avi", GREEN, 700, 3)])
+    player.start()
+    middle = stage.desk.screen.width // 2, stage.desk.screen.height // 2
+    stage.sound.wait_for(440, 15)
+    stage.desk.wait_for_colour(*middle, RED, 15)
+    stage.sound.wait_for(554, 15)
+    stage.desk.wait_for_colour(*middle, BLUE, 15)
+    stage.desk.wait_for_colour(*middle, GREEN, 20)
+    stage.sound.wait_for(700, 10)
+
+
+@story("windows: the editor saves a list of what it found, which then plays")
+def editor(stage):
+    player = stage.player
+    home = stage.theatre.wine.home()
+    song = tone(home / "story_song.wav", 523, 4)
+    try:
+        player.start()
+        player.press(EDITOR)
+        window = player.wait_for_window("Play List", 15)
+        stage.desk.wait_until_still(window.x, window.y, *window.size, seconds=10)
+        click_in_editor(stage, window, ADD_ALL)
+        click_in_editor(stage, window, LIST_NAME)
+        stage.desk.type("Evening")
+        click_in_editor(stage, window, SAVE)
+        stored = player.folder / "FILE00.INI"
+        wait("the list is stored", lambda: read_profile(stored).get("LISTNAME") == "Evening", 10)
+        entry = read_profile(stored)["LIST000"]
+        equal(entry, f"story_song.wav|C:\\users\\{home.name}\\story_song.wav", "the stored entry")
+        check(stored.read_bytes().count(b"\r\n") == stored.read_bytes().count(b"\n"), "lines end with CR LF")
+        click_in_editor(stage, window, OK)
+        player.wait_for_no_window("Play List", 10)
+        player.wait_for_panel()
+        player.press(PLAY)
+        stage.sound.wait_for(523, 10)
+        player.press(STOP)
+        stage.sound.wait_for_silence()
+    finally:
+        song.unlink()
+
+
+@story("windows: settings are kept and in force at the next start")
+def settings(stage):
+    player = stage.player
+    player.save_list([tone(stage.media / "one.wav", 587, 6)])
+    player.start()
+    player.desk.click(*player.middle(21))
+    window = player.wait_for_window("Custom Setup", 15)
+    stage.desk.wait_until_still(window.x, window.y, *window.size, seconds=10)
+    stage.desk.key("alt+a")  # Auto Start
+    stage.desk.key("Return")
+    wait("the setting is stored", lambda: player.setting("AUTOPLAY") == "ON", 10)
+    player.wait_for_no_window("Custom Setup", 10)
+    player.wait_for_panel()
+    equal(player.power_off(), 0, "exit code")
+    player.start()
+    stage.sound.wait_for(587, 15)
+    check(player.lamp_lit(AUTO_LAMP), "the auto lamp is not lit")
+
+
+@story("windows: a missing file's box waits for its answer; help and menu do no harm")
+def boxes(stage):
+    player = stage.player
+    player.save_list([stage.media / "gone.wav", tone(stage.media / "two.wav", 494, 5)])
+    player.start()
+    player.press(PLAY)
+    box = wait("a box", player.boxes, 10)[0]
+    stage.desk.focus(box)
+    stage.desk.key("alt+i")  # Ignore: the next file
+    stage.sound.wait_for(494, 10)
+    wait("no box", lambda: not player.boxes(), 5)
+    player.press(STOP)
+    stage.desk.click(*player.middle(1), button=3)
+    stage.desk.key("Escape")
+    equal(player.power_off(), 0, "exit code")
+
+
+@story("windows: a second start hands its files over and ends; a skin that is missing is told")
+def second_start(stage):
+    player = stage.player
+    song = tone(stage.media / "song.wav", 784, 5)
+    player.start()
+    wine = stage.theatre.wine
+    second = stage.session.popen(wine.command(player.program, "--open", song), cwd=player.folder,
+                                 env={**wine.environment, "CORVANE_FOLDER": "Z:" + str(player.folder).replace("/", "\\")})
+    equal(second.wait(30), 0, "the second start's exit code")
+    player.press(PLAY)
+    stage.sound.wait_for(784, 10)
+    equal(player.power_off(), 0, "exit code")
+    shutil.rmtree(player.folder / "PANELSET")
+    player.start(panel=False)
+    box = wait("a box", lambda: player.windows("^Corvane$"), 15)[0]
+    stage.desk.focus(box)
+    stage.desk.key("Return")
+    player.wait_for_end(15)

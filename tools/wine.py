@@ -1,0 +1,84 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Windows programs under Wine, in a prefix of our own under build/ that is made at the first use."""
+
+import fcntl
+import os
+import pathlib
+import subprocess
+
+ROOT = pathlib.Path(__file__).resolve().parents[1]
+PREFIX = ROOT / "build" / "wine"
+PLACES = ("/usr/lib/wine", "/usr/bin")
+BOOT_SECONDS = 180
+# Not into pipes: the server and the services that a program starts would keep them open.
+QUIET = {"stdin": subprocess.DEVNULL, "stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
+# No offers to download anything; no menu entries for what is installed in the prefix.
+OVERRIDES = "mscoree=;mshtml=;winemenubuilder.exe="
+
+
+def find(*names):
+    for place in PLACES:
+        for name in names:
+            if (pathlib.Path(place) / name).exists():
+                return f"{place}/{name}"
+    return None
+
+
+class Wine:
+    """Runs programs of one prefix. `environment`: where they run (a private desktop's, or this process's)."""
+
+    def __init__(self, environment=None, prefix=PREFIX):
+        self.prefix = prefix
+        self.loader = find("wine64", "wine")
+        self.server = find("wineserver64", "wineserver")
+        self.environment = {**(os.environ if environment is None else environment), "WINEPREFIX": str(prefix),
+                            "WINEARCH": "win64", "WINEDEBUG": "-all", "WINEDLLOVERRIDES": OVERRIDES,
+                            "HOME": os.environ.get("HOME", "/")}
+        self._lock = None
+
+    def start(self):
+        """Makes the prefix where there is none and keeps its server running; another user of the prefix waits."""
+        if not self.loader or not self.server:
+            raise FileNotFoundError("wine is not installed")
+        self.prefix.mkdir(parents=True, exist_ok=True)
+        self._lock = open(self.prefix.with_suffix(".lock"), "w")
+        fcntl.flock(self._lock, fcntl.LOCK_EX)
+        self._serve("-k")
+        if not (self.prefix / "system.reg").exists():
+            self.run("wineboot", "-i", seconds=BOOT_SECONDS)
+            # Without a graphics card the child window of a movie stays grey otherwise.
+            self.run("reg", "add", r"HKCU\Software\Wine\Direct3D", "/v", "renderer", "/d", "gdi", "/f")
+        self._serve("-p")
+        return self
+
+    def stop(self):
+        self._serve("-k")
+        self._serve("-w")
+        if self._lock is not None:
+            self._lock.close()
+
+    def __enter__(self):
+        return self.start()
+
+    def __exit__(self, *_):
+        self.stop()
+
+    def _serve(self, option):
+        subprocess.run([self.server, option], env=self.environment, check=False, timeout=30, **QUIET)
+
+    def command(self, program, *arguments):
+        return [self.loader, str(program), *map(str, arguments)]
+
+    def run(self, program, *arguments, seconds=60):
+        """Exit code of a short program; what it says is dropped."""
+        return subprocess.run(self.command(program, *arguments), env=self.environment, timeout=seconds, check=False,
+                              **QUIET).returncode
+
+    def home(self):
+        """The folder that is the user's own inside the prefix."""
+        return next(p for p in sorted((self.prefix / "drive_c" / "users").iterdir()) if p.name != "Public")
+
+
+def windows_path(path):
+    """How Wine names a file of this system: every drive is there as Z:."""
+    return "Z:" + str(path).replace("/", "\\")
