@@ -129,6 +129,7 @@ private:
         if (number < 0 || number > kLastRecord) {
             return warn("unknown record " + std::to_string(number) + ": records go from 0 to 40; the line is left out");
         }
+        given_[static_cast<std::size_t>(number)] = true;
         SkinRecord record;
         if (const auto wrong = readSkinRecord(line, record)) return wrongField(line, number, *wrong);
         if (line.tooMany)
@@ -209,7 +210,7 @@ private:
 
     void checkMissing() {
         for (int number = 0; number <= kLastRecord; ++number) {
-            if (seen(number)) continue;
+            if (given_[static_cast<std::size_t>(number)]) continue;
             std::string text = named(number) + " is missing";
             if (number == kPanelRecord) text += ": the panel becomes 512 x 128";
             if (number > kPanelRecord) text += ": write its line, with 0 as its last field if it is not used";
@@ -269,7 +270,8 @@ private:
 
     std::optional<BitmapSize> bitmap_;
     std::size_t line_ = 0;
-    std::array<std::optional<Seen>, kLastRecord + 1> seen_;
+    std::array<bool, kLastRecord + 1> given_{};              ///< there is a line of that number, be it malformed
+    std::array<std::optional<Seen>, kLastRecord + 1> seen_;  ///< its last line that could be read
     std::vector<SkinMistake> found_;
 };
 

@@ -60,7 +60,7 @@ TEST(SkinCheck, ASkinInOrderHasNoMistakes) {
 
 TEST(SkinCheck, TooFewFields) {
     EXPECT_TRUE(
-        isOne(checkWith(43, "x,12,10,20,30,40,50,60"), 43, kError, "record 12 (Stop) has 8 fields instead of nine"));
+        isOne(checkWith(14, "x,12,10,20,30,40,50,60"), 14, kError, "record 12 (Stop) has 8 fields instead of nine"));
     EXPECT_TRUE(isOne(checkWith(43, "x,12"), 43, kError, "has 2 fields"));
 }
 
@@ -151,7 +151,7 @@ TEST(SkinCheck, AKnobThatIsTooSmall) {
 
 TEST(SkinCheck, MistakesComeInTheOrderOfTheirLines) {
     const auto found = checkSkin("a,41,0,0,0,0,1,1,1\n\nb,12,x,0,0,0,1,1,1\n", kBitmap);
-    ASSERT_EQ(found.size(), 43U);
+    ASSERT_EQ(found.size(), 42U) << "record 12 is there, though malformed";
     EXPECT_EQ(found[0].line, 1U);
     EXPECT_EQ(found[1].line, 3U);
     EXPECT_EQ(found[2].line, 0U);
