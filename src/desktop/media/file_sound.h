@@ -40,7 +40,9 @@ private:
 
     FileSound() = default;
     bool begin(std::string& reason);
-    bool reopen();
+    bool rewind();
+    bool reopen();  ///< back to the very start
+    void standAtStart();
     void choosePlaces();
     void estimateLength();
     bool fill();

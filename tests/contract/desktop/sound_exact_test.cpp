@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <fstream>
 #include <memory>
 #include <string>
 #include <vector>
@@ -125,13 +126,32 @@ TEST_P(SoundExactTest, GoesOnToTheEndAfterASeek) {
 INSTANTIATE_TEST_SUITE_P(Files, SoundExactTest,
                          testing::Values("pcm.wav", "float.wav", "ima.wav", "ms.wav", "cbr_bare.mp3", "vbr_bare.mp3",
                                          "vbr_headed.mp3", "tone.mp2", "tone.au", "tone.snd", "tone.aiff", "tone.aifc",
-                                         "tone.ra", "tone.rm", "tone.flac", "tone.ogg", "tone.opus", "tone.m4a",
-                                         "tone.aac"),
+                                         "tone.ra", "version3.ra", "version4.ra", "tone.rm", "tone.flac", "tone.ogg",
+                                         "tone.opus", "tone.m4a", "tone.aac"),
                          [](const auto& file) {
                              std::string name = file.param;
                              std::replace(name.begin(), name.end(), '.', '_');
                              return name;
                          });
+
+TEST(FileSoundTest, PlainSamplesAreThoseOfTheFileAlsoBackAtTheStart) {
+    std::ifstream file(test::soundData("pcm.wav"), std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+    const std::size_t first = bytes.find("data") + 8;
+    const OpenedSound opened = FileSound::open(test::soundData("pcm.wav"));
+    ASSERT_TRUE(opened.sound) << opened.reason;
+    for (int round = 0; round < 3; ++round) {
+        const std::vector<float> heard = readAll(*opened.sound, 3000);
+        ASSERT_EQ(heard.size(), 3000U);
+        for (std::size_t i = 0; i < heard.size(); ++i) {
+            const auto low = static_cast<std::uint8_t>(bytes[first + 2 * i]);
+            const auto stored =
+                static_cast<std::int16_t>(low | static_cast<std::uint8_t>(bytes[first + 2 * i + 1]) << 8);
+            ASSERT_FLOAT_EQ(heard[i], static_cast<float>(stored) / 32768.0F) << i << " in round " << round;
+        }
+        opened.sound->seek(0);
+    }
+}
 
 TEST(MidiSoundTest, SeeksToTheSameSoundWithoutHangingNotes) {
     OpenedSound opened = MidiSound::open(test::soundSample("chime.mid"), std::make_shared<Synthesizer>());

@@ -54,6 +54,17 @@ def master() -> bytes:
     return bytes(samples)
 
 
+def old_real_audio(version: int, frames: bytes) -> bytes:
+    """The containers before RealMedia, which nothing writes any more, around frames of the first codec."""
+    texts = b"".join(bytes([len(text)]) + text for text in (b"tone", b"", b"", b""))
+    if version == 3:
+        rest = bytes(8) + struct.pack(">HI", len(frames) * 60 // SECONDS, len(frames)) + texts + b"\0\4lpcJ"
+        return b".ra\xfd" + struct.pack(">HH", 3, len(rest)) + rest + frames
+    rest = struct.pack(">HI", 0, 20) + bytes(12) + struct.pack(">HHHH", 1, 20, 20, 0)  # flavour, frame, its packing
+    rest += struct.pack(">HHHH", 8000, 0, 16, 1) + b"\4Int0\4lpcJ" + bytes(3) + texts
+    return b".ra\xfd" + struct.pack(">HH4sIHI", 4, 0, b".ra4", len(frames), 4, len(rest)) + rest + frames
+
+
 def main() -> None:
     source = HERE / "master.tmp.wav"
     with wave.open(str(source), "wb") as out:
@@ -64,6 +75,12 @@ def main() -> None:
     for name, arguments in FILES.items():
         command = ["ffmpeg", "-v", "error", "-y", "-i", str(source), "-map_metadata", "-1", "-fflags", "+bitexact"]
         subprocess.run([*command, *arguments.split(), str(HERE / name)], check=True)
+    raw = HERE / "frames.tmp"
+    command = ["ffmpeg", "-v", "error", "-y", "-i", str(source), "-ar", "8000", "-c:a", "real_144", "-f", "u8", str(raw)]
+    subprocess.run(command, check=True)
+    for version in (3, 4):
+        (HERE / f"version{version}.ra").write_bytes(old_real_audio(version, raw.read_bytes()))
+    raw.unlink()
     source.unlink()
 
 
