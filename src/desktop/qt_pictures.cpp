@@ -8,8 +8,10 @@
 #include <QImageReader>
 #include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <cmath>
 
+#include "desktop/jpeg_memory.h"
 #include "toolkit/picture_check.h"
 
 namespace corvane {
@@ -18,16 +20,35 @@ namespace {
 
 constexpr int kAllocationMegabytes = 256;
 constexpr int kWorkerIdleMs = 2000;
+constexpr std::chrono::milliseconds kAfterPainting{30};
+constexpr int kBytesOfPixel = 4;
 
 std::int64_t pixelsOf(QSize size) { return static_cast<std::int64_t>(size.width()) * size.height(); }
 
 /// Held by all pictures that live; a picture can be made by the worker.
 std::atomic<std::int64_t> held{0};
 
-void reduceToFit(QImageReader& reader, QSize size) {
+/// Lets the decoder reduce a JPEG to what there is room for. `work` is what it needs beside the picture, in pixels'
+/// worth. False: there is room for no useful picture.
+bool reduceToFit(QImageReader& reader, QSize size, std::int64_t work) {
     const bool turns = reader.transformation() != QImageIOHandler::TransformationNone;
-    const double share = shareToHold(pixelsOf(size), held, turns);
-    if (share < 1) reader.setScaledSize((QSizeF(size) * share).toSize().expandedTo({1, 1}));
+    const std::int64_t most = roomForPixels(held, turns, work);
+    if (pixelsOf(size) <= most) return true;
+    // Only by eighths does the decoder reduce by itself; any other size would take a second, larger picture.
+    for (int eighths = 7; eighths > 0; --eighths) {
+        const QSize reduced((size.width() * eighths + 7) / 8, (size.height() * eighths + 7) / 8);
+        if (pixelsOf(reduced) > most) continue;
+        reader.setScaledSize(reduced);
+        return true;
+    }
+    return false;
+}
+
+/// Whether a picture that cannot be reduced has room, also while it is made into one of 32 bits.
+bool hasRoom(const QImageReader& reader, QSize size) {
+    const int depth = QImage::toPixelFormat(reader.imageFormat()).bitsPerPixel();
+    const std::int64_t before = depth == 32 ? 0 : pixelsOf(size) * depth / 32;
+    return pixelsOf(size) <= kMaxHeldPixels && pixelsOf(size) + before <= kMaxHeldTogether;
 }
 
 /// The file for the check of its end.
@@ -87,6 +108,7 @@ QtPictures::~QtPictures() {
     {
         const std::lock_guard lock(mutex_);
         wanted_.clear();
+        done_.notify_all();
     }
     finishHints();
 }
@@ -115,13 +137,15 @@ Picture QtPictures::load(const std::string& path, std::string& reason) {
     const QSize size = reader.size();
     if (!size.isValid()) return reason = "The picture is damaged or too large.", Picture();
     const bool reducible = format == "jpeg";  // its decoder reduces while it reads; others would read the whole first
-    if (pixelsOf(size) > (reducible ? kMaxPicturePixels : kMaxHeldPixels)) {
+    const bool fits = reducible ? pixelsOf(size) <= kMaxPicturePixels &&
+                                      reduceToFit(reader, size, decoderBytesOfJpeg(path) / kBytesOfPixel)
+                                : hasRoom(reader, size);
+    if (!fits) {
         return reason = "The picture is too large (" + std::to_string(size.width()) + " x " +
                         std::to_string(size.height()) + " pixels).",
                Picture();
     }
     const bool turned = reader.transformation().testFlag(QImageIOHandler::TransformationRotate90);
-    if (reducible) reduceToFit(reader, size);
     QImage image = reader.read();
     if (image.isNull()) return reason = "The picture is damaged: " + reader.errorString().toStdString(), Picture();
     image.setDevicePixelRatio(1.0);
@@ -137,7 +161,10 @@ Pictures::Decoded QtPictures::decode(const std::string& path) {
     std::string reason;
     {
         std::unique_lock lock(mutex_);
-        if (wanted_ == path) wanted_.clear();
+        if (wanted_ == path) {
+            wanted_.clear();
+            done_.notify_all();
+        }
         done_.wait(lock, [&] { return working_ != path; });
         if (ready_.path == path && ready_.stamp == stampOf(path)) {
             picture = ready_.picture;
@@ -160,6 +187,8 @@ void QtPictures::decodeAhead(const std::string& path) {
 
 void QtPictures::work() {
     std::unique_lock lock(mutex_);
+    // The hint comes just before the picture on the screen is painted, which must not wait for a processor.
+    done_.wait_for(lock, kAfterPainting, [this] { return wanted_.empty(); });
     while (!wanted_.empty()) {
         working_ = std::exchange(wanted_, {});
         const std::string path = working_;

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include <QImageWriter>
+
+#include "desktop/jpeg_memory.h"
 #include "desktop/qt_pictures.h"
+#include "unit/desktop/memory_peak.h"
 #include "unit/desktop/offscreen.h"
 
 namespace corvane {
@@ -102,6 +106,57 @@ TEST_F(DesktopPictures, LargePicturesNeverHoldMoreThanTheirShareOfMemory) {
     }
     EXPECT_NE(pictures.decode(folder.in("none.jpg")).reason, "") << "lets what was decoded ahead go";
     EXPECT_EQ(QtPicture::heldPixels(), before);
+}
+
+/// A JPEG of 40 million pixels is decoded in what is left of the program's 200 MB, or not at all.
+TEST_F(DesktopPictures, TheLargestPicturesStayBelowTheirShareWhileTheyAreDecoded) {
+    constexpr int kShareMegabytes = 160;
+    for (const bool progressive : {false, true}) {
+        QImage large(7300, 5470, QImage::Format_RGB32);
+        large.fill(Qt::darkGreen);
+        QImageWriter writer(QString::fromStdString(folder.in("large.jpg")), "JPG");
+        writer.setProgressiveScanWrite(progressive);
+        ASSERT_TRUE(writer.write(large));
+        large = {};
+        EXPECT_EQ(decoderBytesOfJpeg(folder.in("large.jpg")) > 100'000'000, progressive);
+        const test::MemoryPeak peak;
+        const Picture alone = pictures.decode(folder.in("large.jpg")).picture;
+        EXPECT_FALSE(alone.empty());
+        EXPECT_EQ(alone.width(), 7300);
+        EXPECT_LT(peak.megabytes(), kShareMegabytes) << progressive;
+    }
+}
+
+TEST_F(DesktopPictures, ThereMayBeNoRoomForAnotherLargeOne) {
+    QImage large(7300, 5470, QImage::Format_RGB32);
+    large.fill(Qt::darkGreen);
+    QImageWriter writer(QString::fromStdString(folder.in("large.jpg")), "JPG");
+    writer.setProgressiveScanWrite(true);
+    ASSERT_TRUE(writer.write(large));
+    large.copy(0, 0, 4000, 3000).save(QString::fromStdString(folder.in("shown.jpg")), "JPG");
+    large = {};
+    {
+        const test::MemoryPeak peak;
+        const Picture shown = pictures.decode(folder.in("shown.jpg")).picture;
+        EXPECT_NE(reasonOf("large.jpg").find("too large"), std::string::npos);
+        EXPECT_LT(peak.megabytes(), 80) << "refused before it is decoded";
+    }
+    EXPECT_EQ(reasonOf("large.jpg"), "") << "there is room again";
+}
+
+TEST_F(DesktopPictures, ADecodersNeedIsToldByTheHeader) {
+    busy(4000, 30).save(QString::fromStdString(folder.in("plain.jpg")), "JPG");
+    EXPECT_EQ(decoderBytesOfJpeg(folder.in("plain.jpg")), 0);
+    QImageWriter writer(QString::fromStdString(folder.in("progressive.jpg")), "JPG");
+    writer.setProgressiveScanWrite(true);
+    writer.write(busy(4000, 30));
+    // 250 by 2 units of 16 by 16 pixels: four blocks of brightness and one of each colour.
+    EXPECT_EQ(decoderBytesOfJpeg(folder.in("progressive.jpg")), 250 * 2 * 6 * 64 * 2);
+    const std::string bytes = folder.bytes("progressive.jpg");
+    for (const std::size_t length : {std::size_t{0}, std::size_t{1}, std::size_t{3}, std::size_t{20}}) {
+        folder.write("cut.jpg", bytes.substr(0, length));
+        EXPECT_EQ(decoderBytesOfJpeg(folder.in("cut.jpg")), 0) << length;
+    }
 }
 
 TEST_F(DesktopPictures, AFileChangedAfterTheHintIsReadAgain) {
