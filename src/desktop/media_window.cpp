@@ -3,10 +3,25 @@
 
 #include <QPaintEvent>
 #include <QPainter>
+#include <cmath>
 
 #include "desktop/full_screen_window.h"
+#include "desktop/qt_pictures.h"
 
 namespace corvane {
+
+namespace {
+
+bool hidesWhatIsBelow(const Picture& picture) { return !picture.empty() && !imageOf(picture).hasAlphaChannel(); }
+
+/// The pixels that lie wholly inside.
+QRect wholePixels(const QRectF& area) {
+    const QPoint corner(static_cast<int>(std::ceil(area.left())), static_cast<int>(std::ceil(area.top())));
+    const QPoint end(static_cast<int>(std::floor(area.right())), static_cast<int>(std::floor(area.bottom())));
+    return {corner, QSize(end.x() - corner.x(), end.y() - corner.y()).expandedTo({0, 0})};
+}
+
+}  // namespace
 
 MediaWindow::MediaWindow(Form& form, DesktopContext& context) : CanvasWindow(form, context) {}
 
@@ -98,9 +113,28 @@ void MediaWindow::takeFullScreen() {
     retarget();
 }
 
+QRectF MediaWindow::stretched(const PictureBox& box) const {
+    const Picture& picture = box.Picture;
+    const bool painted = box.paintedWidth() > 0 && box.paintedHeight() > 0;
+    const QSizeF size = painted
+                            ? QSizeF(static_cast<double>(box.paintedWidth()), static_cast<double>(box.paintedHeight()))
+                            : QSizeF(picture.width(), picture.height());
+    const double unit = box.Scale == ScaleMode::InPixels || !painted
+                            ? context().scale
+                            : context().scale / static_cast<double>(kTwipsPerPixel);
+    return {place(box).topLeft(), size * unit};
+}
+
 void MediaWindow::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
-    painter.fillRect(event->rect(), Qt::black);
+    QRegion black = event->region();
+    for (const Control* control : form().controls()) {
+        if (!bound() || !control->Visible || control->kind() != ControlKind::PictureBox) continue;
+        const auto& box = static_cast<const PictureBox&>(*control);
+        // Black under a picture that fills the screen would cost as much again as the picture.
+        if (hidesWhatIsBelow(box.Picture)) black -= wholePixels(stretched(box) & place(box));
+    }
+    for (const QRect& part : black) painter.fillRect(part, Qt::black);
     if (!bound()) return;
     for (const Control* control : form().controls()) {
         if (!control->Visible) continue;
@@ -109,17 +143,7 @@ void MediaWindow::paintEvent(QPaintEvent* event) {
             if (!area.isEmpty()) surface_->paint(painter, area);
         } else if (control->kind() == ControlKind::PictureBox) {
             const auto& box = static_cast<const PictureBox&>(*control);
-            const Picture& picture = box.Picture;
-            QRectF stretched = place(box);
-            const bool painted = box.paintedWidth() > 0 && box.paintedHeight() > 0;
-            const QSizeF size =
-                painted ? QSizeF(static_cast<double>(box.paintedWidth()), static_cast<double>(box.paintedHeight()))
-                        : QSizeF(picture.width(), picture.height());
-            const double unit = box.Scale == ScaleMode::InPixels || !painted
-                                    ? context().scale
-                                    : context().scale / static_cast<double>(kTwipsPerPixel);
-            stretched.setSize(size * unit);
-            picture_.draw(painter, picture, stretched, QRectF(event->rect()) & place(box));
+            picture_.draw(painter, box.Picture, stretched(box), QRectF(event->rect()) & place(box));
         }
     }
 }

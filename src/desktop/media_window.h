@@ -28,8 +28,9 @@ protected:
 
 private:
     friend class FullScreenWindow;
-    QRectF place(const Control& control) const;  ///< logical pixels
-    QRect movieArea() const;                     ///< the part of the movie control that the form shows
+    QRectF place(const Control& control) const;     ///< logical pixels
+    QRectF stretched(const PictureBox& box) const;  ///< its whole picture, logical pixels
+    QRect movieArea() const;                        ///< the part of the movie control that the form shows
     bool isFullScreenShown() const;
     void takeFullScreen();
     void showFrame();

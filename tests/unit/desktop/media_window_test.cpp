@@ -74,6 +74,25 @@ TEST_F(PictureWindow, ShowsThePictureAtItsOwnSizeOnBlack) {
     EXPECT_EQ(all.pixelColor(150, 30), QColor(Qt::black));
 }
 
+/// What was there before the window is painted must not be seen.
+TEST_F(PictureWindow, PaintsEveryPixel) {
+    QImage holed(100, 50, QImage::Format_ARGB32_Premultiplied);
+    holed.fill(Qt::transparent);
+    QPainter(&holed).fillRect(50, 0, 50, 50, Qt::blue);
+    attach();
+    for (const bool opaque : {false, true}) {
+        box.Picture =
+            Picture(std::make_shared<QtPicture>(opaque ? holed.convertToFormat(QImage::Format_RGB32) : holed));
+        QImage all(widget().size(), QImage::Format_RGB32);
+        all.fill(Qt::green);
+        widget().render(&all, QPoint(), QRegion(), QWidget::DrawChildren);
+        EXPECT_EQ(all.pixelColor(20, 30), QColor(Qt::black)) << "beside the picture";
+        EXPECT_EQ(all.pixelColor(70, 30), QColor(Qt::black)) << "through the picture";
+        EXPECT_EQ(all.pixelColor(120, 30), QColor(Qt::blue));
+        EXPECT_EQ(all.pixelColor(155, 80), QColor(Qt::black));
+    }
+}
+
 TEST_F(PictureWindow, ShowsItEnlargedAndReduced) {
     box.SetSize(400, 200);
     box.Move(-100, -50);
