@@ -124,6 +124,87 @@ TEST_F(Opening, AKeptPictureGoesWithTheFileBehindThePicture) {
     EXPECT_EQ(state(), "playing");
 }
 
+TEST_F(Opening, NextBehindTheLastEntryWhileStoppedTakesAKeptPictureDown) {
+    machine.addPicture("/m/a.bmp", 30, 20);
+    setUpPanel();
+    setList({"/m/a.bmp"});
+    act([this] { PlayFile(player); });
+    act([this] { CloseFile(player, true); });
+    ASSERT_NE(imageWindow(), nullptr);
+    act([this] { NextFile(player); });
+    EXPECT_EQ(imageWindow(), nullptr);
+    EXPECT_EQ(player.gFileIndex, 0);
+}
+
+TEST_F(Opening, GoingOnAfterAPauseShowsAHiddenWindowAgain) {
+    machine.addPicture("/m/a.bmp", 30, 20);
+    machine.addMovie("/m/clip.avi", 40, 320, 240);
+    setUpPanel();
+    for (const char* path : {"/m/a.bmp", "/m/clip.avi"}) {
+        SCOPED_TRACE(path);
+        setList({path});
+        act([this] { PlayFile(player); });
+        machine.advance(player.gDelayTime);
+        act([this] { PauseFile(player); });
+        Form* const window = imageWindow() != nullptr ? static_cast<Form*>(imageWindow()) : movieWindow();
+        window->Hide();
+        act([this] { PlayFile(player); });
+        EXPECT_TRUE(window->Visible);
+        act([this] { CloseFile(player, false); });
+    }
+}
+
+TEST_F(Opening, AMovieWindowThatDoesNotShowIsUsedAgain) {
+    machine.addMovie("/m/clip.avi", 40, 320, 240);
+    setUpPanel();
+    setList({"/m/clip.avi"});
+    act([this] { PlayFile(player); });
+    ASSERT_FALSE(movieWindow()->Visible) << "it waits the delay";
+    machine.clearCalls();
+    act([this] { PlayFile(player); });
+    EXPECT_EQ(machine.log.count("media.makeMovieControl"), 0);
+    machine.advance(player.gDelayTime);
+    ASSERT_TRUE(movieWindow()->Visible);
+    machine.clearCalls();
+    act([this] { PlayFile(player); });
+    EXPECT_EQ(machine.log.count("media.makeMovieControl"), 1);
+    EXPECT_EQ(machine.media.liveControls(), 1);
+}
+
+TEST_F(Opening, AtZoom5TheMovieHasItsOwnSizeAndTheFullScreen) {
+    machine.addMovie("/m/clip.avi", 40, 320, 240);
+    for (const std::int16_t zoom : std::initializer_list<std::int16_t>{5, 4}) {
+        player.gMovieZoom = zoom;
+        if (player.forms.find<MainPanelControls>() == nullptr) setUpPanel();
+        setList({"/m/clip.avi"});
+        machine.clearCalls();
+        act([this] { PlayFile(player); });
+        EXPECT_EQ(machine.log.count("movie.MovieWindowSize 0"), zoom == 5 ? 1 : 0);
+        EXPECT_EQ(machine.log.count("movie.MovieWindowSize 4"), zoom == 4 ? 1 : 0);
+        EXPECT_EQ(machine.log.count("movie.FullScreenMode on"), zoom == 5 ? 1 : 0);
+        act([this] { CloseFile(player, false); });
+    }
+}
+
+TEST_F(Opening, MediaWindowsStayOnTopInWindowMode2Alone) {
+    machine.addPicture("/m/a.bmp", 30, 20);
+    machine.addMovie("/m/clip.avi", 40, 320, 240);
+    for (const std::int16_t mode : std::initializer_list<std::int16_t>{0, 1, 2}) {
+        player.gWindowPos = mode;
+        if (player.forms.find<MainPanelControls>() == nullptr) setUpPanel();
+        for (const char* path : {"/m/a.bmp", "/m/clip.avi"}) {
+            SCOPED_TRACE(std::to_string(mode) + " " + path);
+            setList({path});
+            machine.clearCalls();
+            act([this] { PlayFile(player); });
+            EXPECT_EQ(machine.log.count("windows.SetWindowPos frmImageWindow -1 93") +
+                          machine.log.count("windows.SetWindowPos frmMovieWindow -1 93"),
+                      mode == 2 ? 1 : 0);
+            act([this] { CloseFile(player, false); });
+        }
+    }
+}
+
 // --- A list replaced under the file that plays -----------------------------------------------------------------------
 
 class Replaced : public Opening {

@@ -72,6 +72,22 @@ TEST_F(Hold, AClickWithoutAPressCountsAfterAHold) {
     EXPECT_EQ(player.gFileIndex, 1);
 }
 
+TEST_F(Hold, AClickStopsTheHoldsTimer) {
+    for (const int index : {kPrev, kNext}) {
+        SCOPED_TRACE(index);
+        bring(kSound, "paused");
+        placeAt(30000);
+        pressDown(index);
+        act([&] { button(index).Click.raise(); });  // and no release
+        EXPECT_FALSE(armed());
+        machine.clearCalls();
+        machine.advance(2000);
+        EXPECT_TRUE(mediaCalls().empty());
+        release(button(index), kLeft);
+        act([this] { CloseFile(player, false); });
+    }
+}
+
 TEST_F(Hold, FastStepsComeEvery50Milliseconds) {
     bring(kSound, "paused");
     pressDown(kNext);
