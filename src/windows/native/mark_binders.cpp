@@ -38,6 +38,7 @@ public:
         const FormScale& scale = window().scale();
         const MouseArgs args{button, shiftState(), scale.twipsAcross(GET_X_LPARAM(second)),
                              scale.twipsDown(GET_Y_LPARAM(second))};
+        if (message == WM_MOUSEMOVE && window().dragStep()) return 0;
         if (message == WM_MOUSEMOVE) {
             window().apply([&] { mouse_.MouseMove.raise(args); });
         } else if (message == WM_LBUTTONUP || message == WM_RBUTTONUP) {

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <cstdlib>
+
 #include "windows/native/native_form_window.h"
 
 namespace corvane {
@@ -115,6 +117,7 @@ void NativeWindow::pressCancel() {
 }
 
 void NativeWindow::mouse(UINT message, LPARAM place) {
+    if (message == WM_MOUSEMOVE && dragStep()) return;
     const bool left = message == WM_LBUTTONDOWN || message == WM_LBUTTONUP;
     const int button = message == WM_MOUSEMOVE ? 0 : left ? kLeftButton : kRightButton;
     const MouseArgs args{button, shiftState(), scale_.twipsAcross(GET_X_LPARAM(place)),
@@ -132,15 +135,31 @@ void NativeWindow::mouse(UINT message, LPARAM place) {
 }
 
 void NativeWindow::beginDrag() {
-    // The system moves the window in a loop of its own: it begins when the present handler is over.
-    loop().afterMessage([window = handle()] {
-        const bool held = (static_cast<unsigned>(GetAsyncKeyState(VK_LBUTTON)) & 0x8000U) != 0;
-        if (!held || IsWindow(window) == 0) return;
-        POINT at{};
-        GetCursorPos(&at);
-        ReleaseCapture();
-        SendMessageW(window, WM_NCLBUTTONDOWN, HTCAPTION, MAKELPARAM(at.x, at.y));
-    });
+    dragging_ = true;
+    GetCursorPos(&pressedAt_);
+}
+
+/// Hands the window to the system's own moving once the pointer has left the place of the press: after a quick click
+/// that would begin when the button is up again.
+bool NativeWindow::dragStep() {
+    if (!dragging_) return false;
+    POINT at{};
+    GetCursorPos(&at);
+    dragging_ = (static_cast<unsigned>(GetKeyState(VK_LBUTTON)) & 0x8000U) != 0;
+    const LONG across = at.x - pressedAt_.x;
+    const LONG down = at.y - pressedAt_.y;
+    if (!dragging_ ||
+        (std::abs(across) < GetSystemMetrics(SM_CXDRAG) && std::abs(down) < GetSystemMetrics(SM_CYDRAG))) {
+        return dragging_;
+    }
+    dragging_ = false;
+    RECT window{};
+    GetWindowRect(handle(), &window);
+    ::SetWindowPos(handle(), nullptr, window.left + across, window.top + down, 0, 0,
+                   SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    ReleaseCapture();
+    SendMessageW(handle(), WM_NCLBUTTONDOWN, HTCAPTION, MAKELPARAM(at.x, at.y));  // returns with the release
+    return true;
 }
 
 }  // namespace corvane

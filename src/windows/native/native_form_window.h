@@ -23,6 +23,8 @@ public:
 
     int textWidth(const std::string& text) override;
     void beginDrag() override;
+    /// The pointer moves while the form asked to be moved with it; true: the move is the drag's.
+    bool dragStep();
     void takeScale() override;
     bool filter(MSG& message) override;
 
@@ -78,6 +80,8 @@ private:
     HFONT font_ = nullptr;
     HWND tips_ = nullptr;
     HWND focused_ = nullptr;  ///< gets the focus back when the window is activated
+    POINT pressedAt_{};       ///< of the screen, when the form asked to be moved
+    bool dragging_ = false;   ///< it asked, and the button is held
     bool shownBefore_ = false;
     bool taking_ = false;  ///< the window itself changes the form's properties
 };
