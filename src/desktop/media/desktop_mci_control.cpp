@@ -57,33 +57,11 @@ void DesktopMciControl::change(State state) {
 
 void DesktopMciControl::UpdateInterval(int milliseconds) { updates_.setInterval(std::max(1, milliseconds)); }
 
-void DesktopMciControl::Command(std::string_view command) {
-    if (command != "Open" && state_ == State::Closed) return;
-    const Place from = std::exchange(from_, std::nullopt);
-    const Place to = std::exchange(to_, std::nullopt);
-    if (command == "Open") {
-        open();
-    } else if (command == "Close") {
-        close();
-    } else if (command == "Play") {
-        play(from, to);
-    } else if (command == "Pause") {
-        pause();
-    } else if (command == "Stop") {
-        stop();
-    } else if (command == "Seek") {
-        seek(to.value_or(0));
-    } else {
-        from_ = from;
-        to_ = to;
-    }
-}
-
 void DesktopMciControl::open() {
     close();
     const std::uint64_t ticket = ticket_;
     change(State::Opening);
-    job_ = OpenJob::start([device = deviceType_, file = fileName_,
+    job_ = OpenJob::start([device = DeviceType(), file = fileName(),
                            synthesizer = station_.synthesizer] { return openSound(device, file, synthesizer); },
                           [this, ticket, post = station_.post, alive = std::weak_ptr(alive_)] {
                               post([this, ticket, alive] {
@@ -221,14 +199,14 @@ void DesktopMciControl::seek(std::int32_t to) {
 std::int64_t DesktopMciControl::frames(std::int32_t place) const {
     const int rate = sound_->format().rate;
     const std::int64_t frame =
-        timeFormat_ == kFormatTmsf ? sound_->fromTmsf(place) : (std::int64_t{place} * rate + 500) / 1000;
+        timeFormat() == kFormatTmsf ? sound_->fromTmsf(place) : (std::int64_t{place} * rate + 500) / 1000;
     const std::int64_t length = sound_->frames();
     return std::clamp<std::int64_t>(frame, 0, length > 0 ? length : std::numeric_limits<std::int64_t>::max());
 }
 
 std::int32_t DesktopMciControl::place(std::int64_t frames) const {
     const int rate = sound_->format().rate;
-    if (timeFormat_ == kFormatTmsf) return sound_->toTmsf(frames);
+    if (timeFormat() == kFormatTmsf) return sound_->toTmsf(frames);
     return static_cast<std::int32_t>((frames * 1000 + rate / 2) / rate);
 }
 
@@ -237,7 +215,7 @@ std::int64_t DesktopMciControl::here() const {
     return played >= 0 ? played : at_;
 }
 
-std::int32_t DesktopMciControl::TrackLength() const { return sound_ ? sound_->trackLength(track_) : 0; }
+std::int32_t DesktopMciControl::TrackLength() const { return sound_ ? sound_->trackLength(track()) : 0; }
 
 std::int32_t DesktopMciControl::Length() const { return sound_ ? place(sound_->frames()) : 0; }
 

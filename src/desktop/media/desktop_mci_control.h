@@ -11,7 +11,7 @@
 #include "desktop/media/synthesizer.h"
 #include "desktop/media/ui_post.h"
 #include "desktop/memory_trim.h"
-#include "platform/mci_control.h"
+#include "toolkit/mci_command_control.h"
 
 namespace corvane {
 
@@ -28,36 +28,29 @@ struct SoundStation {
 };
 
 /// The multimedia control of this desktop: keeps the state of the device that is open and lets the shared output play.
-class DesktopMciControl : public MciControl {
+class DesktopMciControl : public MciCommandControl {
 public:
     /// The station outlives it.
     explicit DesktopMciControl(SoundStation& station);
     ~DesktopMciControl() override;
 
-    void DeviceType(const std::string& type) override { deviceType_ = type; }
-    const std::string& DeviceType() const override { return deviceType_; }
-    void FileName(const std::string& path) override { fileName_ = path; }
-    void Command(std::string_view command) override;
-    void TimeFormat(int format) override { timeFormat_ = format; }
     void UpdateInterval(int milliseconds) override;
-    void Track(int track) override { track_ = track; }
     std::int32_t TrackLength() const override;
     std::int32_t Length() const override;
     std::int32_t Position() const override;
-    void From(std::int32_t position) override { from_ = position; }
-    void To(std::int32_t position) override { to_ = position; }
-    std::int32_t To() const override { return to_.value_or(0); }
+
+protected:
+    bool isOpen() const override { return state_ != State::Closed; }
+    void open() override;
+    void close() override;
+    void play(Place from, Place to) override;
+    void pause() override;
+    void stop() override;
+    void seek(std::int32_t to) override;
 
 private:
     enum class State { Closed, Opening, Stopped, Playing, Paused };
-    using Place = std::optional<std::int32_t>;  ///< in the time format
 
-    void open();
-    void close();
-    void play(Place from, Place to);
-    void pause();
-    void stop();
-    void seek(std::int32_t to);
     void adopt();
     void startPart(std::int64_t from, std::int64_t to);
     void ended(std::uint64_t playNumber, std::int64_t end);
@@ -70,11 +63,6 @@ private:
     std::int64_t here() const;
 
     SoundStation& station_;
-    std::string deviceType_, fileName_;
-    int timeFormat_ = kFormatMilliseconds;
-    int track_ = 1;
-    Place from_, to_;
-
     State state_ = State::Closed;
     std::shared_ptr<OpenJob> job_;
     std::shared_ptr<SoundBackend> sound_;

@@ -49,28 +49,6 @@ void WindowsMciControl::UpdateInterval(int milliseconds) {
     if (state_ == State::Playing) SetTimer(updates_.handle(), kUpdateTimer, static_cast<UINT>(interval_), nullptr);
 }
 
-void WindowsMciControl::Command(std::string_view command) {
-    if (command != "Open" && state_ == State::Closed) return;
-    const Place from = std::exchange(from_, std::nullopt);
-    const Place to = std::exchange(to_, std::nullopt);
-    if (command == "Open") {
-        open();
-    } else if (command == "Close") {
-        close();
-    } else if (command == "Play") {
-        play(from, to);
-    } else if (command == "Pause") {
-        pause();
-    } else if (command == "Stop") {
-        stop();
-    } else if (command == "Seek") {
-        seek(to.value_or(0));
-    } else {
-        from_ = from;
-        to_ = to;
-    }
-}
-
 /// What the session tells comes back to this thread, unless another session or none has taken its place.
 MciSession::Listener WindowsMciControl::listener() {
     const auto back = [this, post = station_.post, alive = std::weak_ptr(alive_),
@@ -88,8 +66,8 @@ MciSession::Listener WindowsMciControl::listener() {
 
 void WindowsMciControl::open() {
     close();
-    session_ =
-        std::make_shared<MciSession>(station_.thread, MciSession::Source{deviceType_, fileName_, ticket_}, listener());
+    session_ = std::make_shared<MciSession>(station_.thread, MciSession::Source{DeviceType(), fileName(), ticket_},
+                                            listener());
     change(State::Stopped);
     session_->open();
     session_->waitOpened(kMostOpenWaitMs);
@@ -107,7 +85,7 @@ void WindowsMciControl::open() {
 void WindowsMciControl::adopt() {
     if (std::exchange(opened_, true)) return;
     axis_ = session_->facts().axis;
-    if (const Place wanted = std::exchange(wantedAt_, std::nullopt)) at_ = axis_.fromPlace(*wanted, timeFormat_);
+    if (const Place wanted = std::exchange(wantedAt_, std::nullopt)) at_ = axis_.fromPlace(*wanted, timeFormat());
 }
 
 void WindowsMciControl::failed(const std::string& reason) {
@@ -145,7 +123,7 @@ void WindowsMciControl::play(Place from, Place to) {
     hasPart_ = true;
     partEnd_ = to;
     change(State::Playing);
-    session_->play(++ticket_, {from, to, at_, timeFormat_});
+    session_->play(++ticket_, {from, to, at_, timeFormat()});
 }
 
 void WindowsMciControl::ended(std::uint64_t playNumber, std::int64_t end) {
@@ -177,7 +155,7 @@ void WindowsMciControl::seek(std::int32_t to) {
     const bool stopped = state_ == State::Stopped;
     leavePart();
     if (opened_) {
-        at_ = axis_.fromPlace(to, timeFormat_);
+        at_ = axis_.fromPlace(to, timeFormat());
     } else {
         wantedAt_ = to;
     }
@@ -187,13 +165,13 @@ void WindowsMciControl::seek(std::int32_t to) {
 
 std::int64_t WindowsMciControl::here() const { return hasPart_ ? session_->position() : at_; }
 
-std::int32_t WindowsMciControl::TrackLength() const { return opened_ ? axis_.trackLength(track_) : 0; }
+std::int32_t WindowsMciControl::TrackLength() const { return opened_ ? axis_.trackLength(track()) : 0; }
 
-std::int32_t WindowsMciControl::Length() const { return opened_ ? axis_.toPlace(axis_.length, timeFormat_) : 0; }
+std::int32_t WindowsMciControl::Length() const { return opened_ ? axis_.toPlace(axis_.length, timeFormat()) : 0; }
 
 std::int32_t WindowsMciControl::Position() const {
     if (state_ == State::Closed) return 0;
-    return opened_ ? axis_.toPlace(here(), timeFormat_) : wantedAt_.value_or(0);
+    return opened_ ? axis_.toPlace(here(), timeFormat()) : wantedAt_.value_or(0);
 }
 
 }  // namespace corvane

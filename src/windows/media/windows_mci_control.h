@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/mci_control.h"
+#include "toolkit/mci_command_control.h"
 #include "windows/media/mci_session.h"
 #include "windows/media/ui_post.h"
 
@@ -23,36 +23,29 @@ struct MciStation {
 
 /// The multimedia control of this desktop: keeps the state that its form sees, over a device that works in its own
 /// thread.
-class WindowsMciControl : public MciControl {
+class WindowsMciControl : public MciCommandControl {
 public:
     /// The station outlives it.
     explicit WindowsMciControl(MciStation& station);
     ~WindowsMciControl() override;
 
-    void DeviceType(const std::string& type) override { deviceType_ = type; }
-    const std::string& DeviceType() const override { return deviceType_; }
-    void FileName(const std::string& path) override { fileName_ = path; }
-    void Command(std::string_view command) override;
-    void TimeFormat(int format) override { timeFormat_ = format; }
     void UpdateInterval(int milliseconds) override;
-    void Track(int track) override { track_ = track; }
     std::int32_t TrackLength() const override;
     std::int32_t Length() const override;
     std::int32_t Position() const override;
-    void From(std::int32_t position) override { from_ = position; }
-    void To(std::int32_t position) override { to_ = position; }
-    std::int32_t To() const override { return to_.value_or(0); }
+
+protected:
+    bool isOpen() const override { return state_ != State::Closed; }
+    void open() override;
+    void close() override;
+    void play(Place from, Place to) override;
+    void pause() override;
+    void stop() override;
+    void seek(std::int32_t to) override;
 
 private:
     enum class State { Closed, Stopped, Playing, Paused };
-    using Place = std::optional<std::int32_t>;  ///< in the time format
 
-    void open();
-    void close();
-    void play(Place from, Place to);
-    void pause();
-    void stop();
-    void seek(std::int32_t to);
     void change(State state);
     void later(EventLoop::Handler event);
     MciSession::Listener listener();
@@ -63,11 +56,6 @@ private:
     std::int64_t here() const;
 
     MciStation& station_;
-    std::string deviceType_, fileName_;
-    int timeFormat_ = kFormatMilliseconds;
-    int track_ = 1;
-    Place from_, to_;
-
     State state_ = State::Closed;
     std::shared_ptr<MciSession> session_;  ///< null: closed
     MciAxis axis_;                         ///< once opened

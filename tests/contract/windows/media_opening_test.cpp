@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include "contract/windows/movie_rig.h"
+
+namespace corvane {
+namespace {
+
+using test::bytesOf;
+using test::sample;
+using test::WindowsMovieRig;
+using Changes = std::vector<std::pair<int, int>>;
+
+class OpenedMovie : public testing::Test {
+protected:
+    void expectFailure(const std::string& path) {
+        rig_.reason.clear();
+        rig_.control->FileName(path);
+        EXPECT_EQ(rig_.reason, "") << "from inside the call";
+        EXPECT_TRUE(rig_.until([&] { return !rig_.reason.empty(); }, 15'000)) << path;
+        EXPECT_EQ(rig_.control->FileName(), "") << path;
+        rig_.control->Run();
+        EXPECT_EQ(rig_.control->State(), kMovieStopped) << path;
+        rig_.reason.clear();
+    }
+
+    test::ScratchFolder folder_;
+    WindowsMovieRig rig_;
+};
+
+TEST_F(OpenedMovie, WhatCannotBeDecodedFailsWithAReason) {
+    expectFailure(sample("NOTES.txt"));
+    expectFailure(folder_.write("empty.avi", ""));
+    expectFailure(folder_.write("header.avi", bytesOf(sample("colours.avi")).substr(0, 200)));
+    expectFailure(folder_.write("noise.avi", std::string(20000, '\x05')));
+    expectFailure(folder_.in("gone.mov"));
+    expectFailure(folder_.in(""));
+    EXPECT_TRUE(rig_.open(sample("colours.avi"))) << rig_.reason;
+}
+
+/// A movie is what its bytes are: lists and descriptions that lead elsewhere are not followed.
+TEST_F(OpenedMovie, ListsAreNotFollowed) {
+    const std::string address = "http://127.0.0.1:9/x.avi\r\n";
+    expectFailure(folder_.write("list.avi", "#EXTM3U\r\n" + address));
+    expectFailure(folder_.write("list.asx", "<asx><entry><ref href=\"" + address + "\"/></entry></asx>"));
+    expectFailure(folder_.write("list.mov", sample("colours.avi")));
+}
+
+TEST_F(OpenedMovie, AnyNameOpens) {
+    const std::string movie = bytesOf(sample("colours.avi"));
+    EXPECT_TRUE(rig_.open(folder_.write("a b%20c.avi", movie))) << rig_.reason;
+    EXPECT_TRUE(rig_.open(folder_.write("\xE6\xAD\x8C \xD0\xB6.avi", movie))) << rig_.reason;
+}
+
+TEST_F(OpenedMovie, AFileWithoutAPicturePlaysAllTheSame) {
+    ASSERT_TRUE(rig_.open(sample("waltz.mp3"))) << rig_.reason;
+    EXPECT_EQ(rig_.control->ImageSourceWidth(), 0);
+    EXPECT_EQ(rig_.control->Width, 320 * kTwipsPerPixel);
+    EXPECT_EQ(rig_.control->Height, 240 * kTwipsPerPixel + 30);
+    EXPECT_NEAR(rig_.control->Duration(), 3.6, 0.1);
+    rig_.control->Run();
+    EXPECT_TRUE(rig_.until([&] { return rig_.control->CurrentPosition() > 0.5; }));
+}
+
+TEST_F(OpenedMovie, OnlyTheLastOfManyFilesIsToldOf) {
+    rig_.control->FileName(sample("NOTES.txt"));
+    rig_.control->FileName(sample("bars.mpg"));
+    rig_.control->FileName(sample("clip.mov"));
+    ASSERT_TRUE(rig_.until([&] { return rig_.opened > 0; }, 15'000));
+    rig_.until([] { return false; }, 500);
+    EXPECT_EQ(rig_.opened, 1);
+    EXPECT_EQ(rig_.reason, "");
+    EXPECT_EQ(rig_.control->FileName(), sample("clip.mov"));
+}
+
+TEST_F(OpenedMovie, ThePictureIsFittedIntoWhatItsFormShows) {
+    ASSERT_TRUE(rig_.open(sample("colours.avi"))) << rig_.reason;
+    rig_.control->setHost(test::videoHost(), {100, 0, 260, 240});  // 160 by 240: the picture takes 160 by 120
+    rig_.control->Run();
+    constexpr std::uint32_t kFirst = 0xB83A3A;
+    EXPECT_TRUE(rig_.until([&] { return rig_.shows(kFirst, 104, 64); })) << std::hex << rig_.pixel(104, 64);
+    EXPECT_FALSE(rig_.shows(kFirst, 104, 50)) << "above it";
+    EXPECT_FALSE(rig_.shows(kFirst, 95, 64)) << "beside it";
+    rig_.control->setHost(nullptr, {});
+    EXPECT_TRUE(rig_.until([&] { return !rig_.shows(kFirst, 104, 64); })) << "the host is gone";
+}
+
+TEST_F(OpenedMovie, TheMouseOnTheVideoIsItsHosts) {
+    ASSERT_TRUE(rig_.open(sample("colours.avi"))) << rig_.reason;
+    rig_.control->Run();
+    ASSERT_TRUE(rig_.until([&] { return rig_.shows(0xB83A3A); }));
+    const HWND host = test::videoHost();
+    EXPECT_NE(ChildWindowFromPointEx(host, {160, 200}, CWP_SKIPINVISIBLE), host) << "the video lies there";
+    EXPECT_EQ(ChildWindowFromPointEx(host, {160, 200}, CWP_SKIPINVISIBLE | CWP_SKIPDISABLED), host);
+}
+
+TEST_F(OpenedMovie, FillsTheScreenWhileRunningOrPaused) {
+    int told = 0;
+    rig_.control->fillsScreenChanged.tie([&] { ++told; });
+    rig_.control->FullScreenMode(true);
+    ASSERT_TRUE(rig_.open(sample("colours.avi"))) << rig_.reason;
+    EXPECT_FALSE(rig_.control->fillsScreen());
+    told = 0;
+    rig_.control->Run();
+    EXPECT_TRUE(rig_.control->fillsScreen());
+    rig_.control->Pause();
+    EXPECT_TRUE(rig_.control->fillsScreen());
+    rig_.control->Stop();
+    EXPECT_FALSE(rig_.control->fillsScreen());
+    EXPECT_EQ(told, 3);
+}
+
+TEST_F(OpenedMovie, AnEndedMovieEndsAgainUnlessItIsMoved) {
+    ASSERT_TRUE(rig_.open(sample("colours.avi"))) << rig_.reason;
+    rig_.control->CurrentPosition(4.5);
+    rig_.control->Run();
+    ASSERT_TRUE(rig_.until([&] { return rig_.changes.size() == 2; }));
+    rig_.control->Run();
+    ASSERT_TRUE(rig_.until([&] { return rig_.changes.size() == 4; }));
+    EXPECT_EQ(rig_.changes.back(), std::make_pair(kMovieRunning, kMovieStopped));
+    rig_.control->CurrentPosition(1);
+    rig_.control->Run();
+    EXPECT_TRUE(rig_.until([&] { return rig_.control->CurrentPosition() > 1.2; }));
+    EXPECT_EQ(rig_.control->State(), kMovieRunning);
+}
+
+}  // namespace
+}  // namespace corvane
