@@ -10,9 +10,9 @@ void MciCommandControl::Command(std::string_view command) {
     const Place from = std::exchange(from_, std::nullopt);
     const Place to = std::exchange(to_, std::nullopt);
     if (command == "Open") {
-        open();
+        openDevice();
     } else if (command == "Close") {
-        close();
+        closeDevice();
     } else if (command == "Play") {
         play(from, to);
     } else if (command == "Pause") {

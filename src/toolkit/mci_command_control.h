@@ -25,9 +25,9 @@ public:
 protected:
     using Place = std::optional<std::int32_t>;  ///< in the time format
 
-    virtual bool isOpen() const = 0;  ///< otherwise only open() is called
-    virtual void open() = 0;
-    virtual void close() = 0;
+    virtual bool isOpen() const = 0;  ///< otherwise only openDevice() is called
+    virtual void openDevice() = 0;
+    virtual void closeDevice() = 0;
     virtual void play(Place from, Place to) = 0;
     virtual void pause() = 0;
     virtual void stop() = 0;

@@ -37,7 +37,7 @@ DesktopMciControl::DesktopMciControl(SoundStation& station) : station_(station) 
     });
 }
 
-DesktopMciControl::~DesktopMciControl() { close(); }
+DesktopMciControl::~DesktopMciControl() { closeDevice(); }
 
 /// Posts an event that is dropped when the control has gone.
 void DesktopMciControl::later(EventLoop::Handler event) {
@@ -57,8 +57,8 @@ void DesktopMciControl::change(State state) {
 
 void DesktopMciControl::UpdateInterval(int milliseconds) { updates_.setInterval(std::max(1, milliseconds)); }
 
-void DesktopMciControl::open() {
-    close();
+void DesktopMciControl::openDevice() {
+    closeDevice();
     const std::uint64_t ticket = ticket_;
     change(State::Opening);
     job_ = OpenJob::start([device = DeviceType(), file = fileName(),
@@ -77,7 +77,7 @@ void DesktopMciControl::adopt() {
     sound_ = job_->sound();
     if (!sound_) {
         const std::string reason = job_->reason();
-        close();
+        closeDevice();
         later([this, reason, ticket = ticket_] {
             if (ticket == ticket_) Failed.raise(reason);
         });
@@ -91,7 +91,7 @@ void DesktopMciControl::adopt() {
     if (wish.hold) pause();
 }
 
-void DesktopMciControl::close() {
+void DesktopMciControl::closeDevice() {
     ++ticket_;
     leavePart();
     change(State::Closed);

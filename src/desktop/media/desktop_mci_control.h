@@ -41,8 +41,8 @@ public:
 
 protected:
     bool isOpen() const override { return state_ != State::Closed; }
-    void open() override;
-    void close() override;
+    void openDevice() override;
+    void closeDevice() override;
     void play(Place from, Place to) override;
     void pause() override;
     void stop() override;

@@ -26,7 +26,7 @@ WindowsMciControl::WindowsMciControl(MciStation& station)
           return std::optional<LRESULT>(0);
       }) {}
 
-WindowsMciControl::~WindowsMciControl() { close(); }
+WindowsMciControl::~WindowsMciControl() { closeDevice(); }
 
 /// Posts an event that is dropped when the control has gone.
 void WindowsMciControl::later(EventLoop::Handler event) {
@@ -64,8 +64,8 @@ MciSession::Listener WindowsMciControl::listener() {
             }};
 }
 
-void WindowsMciControl::open() {
-    close();
+void WindowsMciControl::openDevice() {
+    closeDevice();
     session_ = std::make_shared<MciSession>(station_.thread, MciSession::Source{DeviceType(), fileName(), ticket_},
                                             listener());
     change(State::Stopped);
@@ -74,7 +74,7 @@ void WindowsMciControl::open() {
     const MciSession::Facts facts = session_->facts();
     if (facts.opened) adopt();
     if (!facts.reason.empty()) {
-        close();
+        closeDevice();
         later([this, reason = facts.reason, ticket = ticket_] {
             if (ticket == ticket_) Failed.raise(reason);
         });
@@ -89,11 +89,11 @@ void WindowsMciControl::adopt() {
 }
 
 void WindowsMciControl::failed(const std::string& reason) {
-    close();
+    closeDevice();
     Failed.raise(reason);
 }
 
-void WindowsMciControl::close() {
+void WindowsMciControl::closeDevice() {
     ++ticket_;
     if (session_) session_->close();
     session_.reset();
