@@ -65,13 +65,6 @@ TEST_F(Hold, TheNextClickAfterAHoldChangesTheFileAgain) {
     EXPECT_EQ(player.gFileIndex, 1);
 }
 
-TEST_F(Hold, AClickWithoutAPressCountsAfterAHold) {
-    bring(kSound, "playing");
-    hold(kNext, 1500);
-    act([this] { button(kNext).Click.raise(); });  // as by the keyboard
-    EXPECT_EQ(player.gFileIndex, 1);
-}
-
 TEST_F(Hold, AClickStopsTheHoldsTimer) {
     for (const int index : {kPrev, kNext}) {
         SCOPED_TRACE(index);

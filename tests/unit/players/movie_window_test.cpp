@@ -113,15 +113,6 @@ TEST_F(MovieWindow, OpenWithoutAFileIsIgnored) {
     EXPECT_EQ(movieWindow()->tmrMovie.Interval, 500);
 }
 
-TEST_F(MovieWindow, TheStartOfAMovieEnablesThePanel) {
-    play("/m/clip.avi");
-    panel().Enabled = false;
-    machine.advance(499);
-    EXPECT_FALSE(panel().Enabled);
-    machine.advance(1);
-    EXPECT_TRUE(panel().Enabled);
-}
-
 TEST_F(MovieWindow, TheLengthIsTheDurationRounded) {
     machine.addMovie("/m/short.avi", 2.5, 320, 240);
     play("/m/short.avi");
