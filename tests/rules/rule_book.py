@@ -26,7 +26,7 @@ PLACES = {"walk": "fake", "contract_fake": "fake", "contract_desktop": "real", "
           "e2e": "end to end"}
 FOLDERS = {"walk": ["unit/walk"], "golden": ["golden"], "contract_fake": ["contract", "contract/fake"],
            "contract_desktop": ["contract", "contract/desktop"]}
-MACRO = re.compile(r"^TEST(?:_F|_P)?\(\s*(\w+)\s*,\s*(\w+)\s*\)", re.M)
+MACRO = re.compile(r"^TEST(_F|_P)?\(\s*(\w+)\s*,\s*(\w+)\s*\)", re.M)
 INSTANCE = re.compile(r"INSTANTIATE_TEST_SUITE_P\(\s*(\w+)\s*,\s*(\w+)")
 STORY = re.compile(r'^@story\("((?:[^"\\]|\\.)*)"\)', re.M)
 
@@ -95,20 +95,19 @@ def wrong_rows(rows):
 
 
 def known_tests(group):
-    """Names that the group's sources hold, with the instances of tests that have parameters."""
+    """Names that the group's sources hold; tests with parameters once for each instance."""
     if group == "e2e":
         return {name for file in (TESTS / "e2e" / "stories").glob("*.py") for name in STORY.findall(file.read_text())}
-    names, suites = set(), {}
+    names, tables, instances = set(), [], {}
     for folder in FOLDERS.get(group, [f"unit/{group.removeprefix('unit_')}"]):
         for file in sorted((TESTS / folder).glob("*.*")):
             text = file.read_text(encoding="utf-8", errors="replace")
-            names.update(f"{suite}.{test}" for suite, test in MACRO.findall(text))
+            found = MACRO.findall(text)
+            names.update(f"{suite}.{test}" for kind, suite, test in found if kind != "_P")
+            tables += [(suite, test) for kind, suite, test in found if kind == "_P"]
             for instance, suite in INSTANCE.findall(text):
-                suites.setdefault(suite, []).append(instance)
-    for name in list(names):
-        suite, _, test = name.partition(".")
-        names.update(f"{instance}/{suite}.{test}" for instance in suites.get(suite, []))
-    return names
+                instances.setdefault(suite, []).append(instance)
+    return names | {f"{instance}/{suite}.{test}" for suite, test in tables for instance in instances.get(suite, [])}
 
 
 def unknown_tests(rows):
