@@ -14,6 +14,7 @@ namespace corvane {
 namespace {
 
 constexpr UINT kLookMs = 50;
+constexpr UINT kDiscLookMs = 250;  ///< asking a drive takes it a moment
 constexpr UINT_PTR kLookTimer = 1;
 /// A device that stands at its end so long and says that it has stopped has lost its notification.
 constexpr int kLooksForLostEnd = 30;
@@ -205,7 +206,7 @@ MCIERROR MciSession::start(std::uint64_t number, std::int64_t from, std::int64_t
     sounding_ = notifies_ = true;
     paused_ = false;
     looksAtEnd_ = 0;
-    SetTimer(notified_->handle(), kLookTimer, kLookMs, nullptr);
+    SetTimer(notified_->handle(), kLookTimer, facts_.axis.isDisc() ? kDiscLookMs : kLookMs, nullptr);
     const std::lock_guard lock(mutex_);
     if (number == number_) clock_.start(from, now());
     return 0;

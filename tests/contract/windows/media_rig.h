@@ -29,7 +29,7 @@ class ScratchFolder {
 public:
     ScratchFolder()
         : path_(std::filesystem::temp_directory_path() /
-                ("corvane-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(GetTickCount64()))) {
+                ("corvane-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++made_))) {
         std::filesystem::create_directories(path_);
     }
     ScratchFolder(const ScratchFolder&) = delete;
@@ -46,6 +46,7 @@ public:
     }
 
 private:
+    inline static int made_ = 0;
     std::filesystem::path path_;
 };
 
