@@ -20,6 +20,7 @@ namespace {
 
 constexpr int kAllocationMegabytes = 256;
 constexpr int kWorkerIdleMs = 2000;
+constexpr int kGifHeaderBytes = 10;
 constexpr std::chrono::milliseconds kAfterPainting{30};
 constexpr int kBytesOfPixel = 4;
 
@@ -64,6 +65,15 @@ public:
 private:
     QFile& file_;
 };
+
+/// The size that a GIF's header announces. Its picture gets that one, while the reader tells its first part's.
+QSize gifScreen(const QByteArray& head) {
+    if (head.size() < kGifHeaderBytes) return {};
+    const auto word = [&head](int at) {
+        return static_cast<int>(static_cast<unsigned char>(head[at]) | static_cast<unsigned char>(head[at + 1]) << 8U);
+    };
+    return {word(6), word(8)};
+}
 
 bool endsTooEarly(QFile& file) {
     FileBytes bytes(file);
@@ -127,6 +137,7 @@ Picture QtPictures::load(const std::string& path, std::string& reason) {
     if (!file.open(QIODevice::ReadOnly)) return reason = "The file cannot be read.", Picture();
     if (endsTooEarly(file)) return reason = "The picture is damaged: the file ends too early.", Picture();
 
+    const QByteArray head = file.peek(kGifHeaderBytes);
     QImageReader reader(&file);
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
@@ -134,7 +145,7 @@ Picture QtPictures::load(const std::string& path, std::string& reason) {
     if (format != "bmp" && format != "jpeg" && format != "gif" && format != "png") {
         return reason = "This is not a picture of a known format.", Picture();
     }
-    const QSize size = reader.size();
+    const QSize size = format == "gif" ? gifScreen(head) : reader.size();
     if (!size.isValid()) return reason = "The picture is damaged or too large.", Picture();
     const bool reducible = format == "jpeg";  // its decoder reduces while it reads; others would read the whole first
     const bool fits = reducible ? pixelsOf(size) <= kMaxPicturePixels &&

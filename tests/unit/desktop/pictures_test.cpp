@@ -35,6 +35,26 @@ TEST_F(DesktopPictures, TheContentCountsNotTheName) {
     EXPECT_EQ(reasonOf("a.gif"), "");
 }
 
+/// A GIF of one dot that lies in a larger picture.
+std::string dotInside(int width, int height) {
+    const auto word = [](int value) {
+        return std::string{static_cast<char>(value & 0xFF), static_cast<char>(value >> 8 & 0xFF)};
+    };
+    const std::string colours("\x80\0\0\0\0\0\xFF\xFF\xFF", 9);
+    const std::string dot("\x2C\0\0\0\0\1\0\1\0\0\2\2\x44\1\0\x3B", 16);
+    return "GIF87a" + word(width) + word(height) + colours + dot;
+}
+
+TEST_F(DesktopPictures, AGifHasTheSizeThatItsHeaderAnnouncesAndNoMoreThanThereIsRoomFor) {
+    folder.write("a.gif", dotInside(300, 200));
+    const auto decoded = pictures.decode(folder.in("a.gif"));
+    EXPECT_EQ(decoded.reason, "");
+    EXPECT_EQ(decoded.picture.width(), 300);
+    EXPECT_EQ(decoded.picture.height(), 200);
+    folder.write("b.gif", dotInside(10000, 6000));
+    EXPECT_NE(reasonOf("b.gif").find("too large"), std::string::npos);
+}
+
 TEST_F(DesktopPictures, EveryCutOffFileIsDamaged) {
     for (const char* format : {"BMP", "JPG", "PNG"}) {
         busy(200, 100).save(QString::fromStdString(folder.in("whole")), format);
