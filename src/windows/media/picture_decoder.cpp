@@ -124,7 +124,7 @@ Image turnedUpright(Image image, int orientation) {
 Image onItsScreen(Image image, const GifPlace& place) {
     const Size screen{place.screenWidth, place.screenHeight};
     const bool inside = place.left + image.size.width <= screen.width && place.top + image.size.height <= screen.height;
-    if (!inside || screen.pixels() == image.size.pixels() || screen.pixels() > kMaxHeldPixels) return image;
+    if (!inside || screen.pixels() == image.size.pixels()) return image;
     Pixels pixels(static_cast<std::size_t>(screen.pixels()));
     for (int y = 0; y < image.size.height; ++y) {
         const auto from = image.pixels.begin() + std::ptrdiff_t{y} * image.size.width;
@@ -189,10 +189,12 @@ Pictures::Decoded decodeOpened(Decoder& decoder, FileBytes& bytes) {
         return refused("This is not a picture of a known format.");
     Size own;
     if (!decoder.takeFirst(own)) return refused("The picture is damaged or too large.");
+    const GifPlace place = gif ? gifPlaceOf(bytes) : GifPlace();
+    const Size whole = gif ? Size{place.screenWidth, place.screenHeight} : own;
     // Only a JPEG's decoder reduces while it reads; others would read the whole first.
-    if (own.pixels() > (jpeg ? kMaxPicturePixels : kMaxHeldPixels)) {
-        return refused("The picture is too large (" + std::to_string(own.width) + " x " + std::to_string(own.height) +
-                       " pixels).");
+    if (std::max(own.pixels(), whole.pixels()) > (jpeg ? kMaxPicturePixels : kMaxHeldPixels)) {
+        return refused("The picture is too large (" + std::to_string(whole.width) + " x " +
+                       std::to_string(whole.height) + " pixels).");
     }
     const int orientation = jpeg ? orientationOf(bytes) : 1;
     const double share = jpeg ? shareToHold(own.pixels(), held, orientation != 1) : 1.0;
@@ -202,7 +204,7 @@ Pictures::Decoded decodeOpened(Decoder& decoder, FileBytes& bytes) {
     image = turnedUpright(std::move(image), orientation);
     if (swapsSides(orientation)) std::swap(own.width, own.height);
     if (gif) {
-        image = onItsScreen(std::move(image), gifPlaceOf(bytes));
+        image = onItsScreen(std::move(image), place);
         own = image.size;
     }
     return {Picture(std::make_shared<DecodedPicture>(image.size.width, image.size.height, std::move(image.pixels),

@@ -128,6 +128,18 @@ TEST_F(DecodedPictures, AnUnreasonablyLargePictureIsRefused) {
     EXPECT_NE(reasonOf(folder_.write("huge.bmp", huge)).find("too large"), std::string::npos);
 }
 
+TEST_F(DecodedPictures, AGifHasTheSizeOfItsScreen) {
+    std::string gif = bytesOf(sample("city.gif"));
+    gif.replace(6, 4, "\x54\x01\xFA\0"s);  // 340 by 250
+    const Picture larger = pictures_.decode(folder_.write("larger.gif", gif)).picture;
+    ASSERT_EQ(larger.width(), 340);
+    ASSERT_EQ(larger.height(), 250);
+    expectColour(larger, 20, 20, 0x141C3C);
+    expectColour(larger, 335, 245, 0x000000);
+    gif.replace(6, 4, "\xFF\xFF\xFF\xFF"s);
+    EXPECT_NE(reasonOf(folder_.write("huge.gif", gif)).find("too large"), std::string::npos);
+}
+
 TEST_F(DecodedPictures, WhatIsHeldIsCountedAndLetGo) {
     const std::int64_t before = WindowsPictures::heldPixels();
     {
