@@ -20,6 +20,7 @@ import sys
 import time
 
 from session import Session, SessionError, end_process
+from wine import Wine, windows_path
 
 ROOT = pathlib.Path(__file__).resolve().parents[1]
 BUILD = ROOT / "build"
@@ -125,12 +126,14 @@ def report_of(name):
     return REPORTS / (re.sub(r"[^\w.]+", "-", name) + (".log" if name.startswith("e2e") else ".json"))
 
 
-def google_test(name, command, session):
-    """One process a program; counts (passed, failed, skipped) come from its own report."""
+def google_test(name, command, session, wine=None):
+    """One process a program; counts (passed, failed, skipped) come from its own report. wine: what runs a Windows one."""
     report = report_of(name)
     report.parent.mkdir(parents=True, exist_ok=True)
     report.unlink(missing_ok=True)
-    code, output = run_bounded([*command, f"--gtest_output=json:{report}"], PROGRAM_SECONDS, session, cwd=BUILD)
+    command = [*command, f"--gtest_output=json:{windows_path(report) if wine else report}"]
+    options = {"env": wine.environment} if wine else {}
+    code, output = run_bounded(wine.command(*command) if wine else command, PROGRAM_SECONDS, session, cwd=BUILD, **options)
     report.with_suffix(".log").write_text(output)
     if not report.exists():
         why = f"did not end within {PROGRAM_SECONDS} s" if code is None else f"ended with code {code}"
@@ -227,6 +230,24 @@ def programs(counts, memory, preset, prefix, wanted):
             run_group(counts, memory, name, key, lambda n=name, c=command: google_test(n, c, session))
 
 
+def windows_programs(counts, memory, wanted, whole):
+    """Test programs of build/windows under Wine; without `whole` those of the portable core alone."""
+    found = [(f"windows:{name}", command) for name, command in test_programs("windows")
+             if wanted(f"windows:{name}") and (whole or not name.endswith("_windows"))]
+    if not found:
+        return
+    print("== Test programs (windows)", flush=True)
+    counts.groups += [name for name, _ in found]
+    data = [ROOT / folder for folder in TESTED_DATA]
+    with Session() as session, Wine(session.environment) as wine:
+        for name, command in found:
+            if not pathlib.Path(command[0]).exists():
+                counts.add(name, 0, 1, 0, "was not built")
+                continue
+            key = content_key(pathlib.Path(command[0]), *data)
+            run_group(counts, memory, name, key, lambda n=name, c=command: google_test(n, c, session, wine))
+
+
 def fuzz(counts, memory, wanted):
     """A short run of each fuzz target."""
     folder = BUILD / "fuzz" / "tests" / "fuzz"
@@ -239,16 +260,16 @@ def fuzz(counts, memory, wanted):
     run_group(counts, memory, "fuzz", key, lambda: lines_test("fuzz", command, PROGRAM_SECONDS))
 
 
-def stories(counts, memory, only):
+def stories(counts, memory, only, windows=False):
     runner = ROOT / "tests" / "e2e" / "run.py"
-    program = BUILD / "release" / "corvane"
+    program = BUILD / "windows" / "corvane.exe" if windows else BUILD / "release" / "corvane"
     if not runner.exists() or not program.exists():
         return
     print("== End to end", flush=True)
     pattern = only.removeprefix("e2e:") if only else ""
-    command = ["/usr/bin/python3", str(runner), str(program)] + ([pattern] if pattern else [])
+    command = ["/usr/bin/python3", str(runner), *(["--windows"] if windows else []), str(program), *([pattern] if pattern else [])]
     key = content_key(program, *(ROOT / folder for folder in STORY_DATA))
-    name = "e2e" + (f":{pattern}" if pattern else "")
+    name = ("windows:e2e" if windows else "e2e") + (f":{pattern}" if pattern else "")
     counts.groups.append(name)
     run_group(counts, memory, name, key, lambda: lines_test(name, command, STORIES_SECONDS))
 
@@ -262,9 +283,21 @@ def rule_book(counts, partly):
     counts.add("rule book", *lines_test("rule book", command, 120), f"{time.monotonic() - began:.1f} s")
 
 
+def windows_run(counts, memory, only, wanted):
+    windows_programs(counts, memory, wanted, whole=True)
+    if not only or only.startswith("e2e"):
+        stories(counts, memory, only, windows=True)
+    if not counts.passed and not counts.failed:
+        print("   no test has that name" if only else "   no test was found")
+        counts.failed = 1
+    print(counts.last_line(), flush=True)
+    return 1 if counts.failed else 0
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--quick", action="store_true")
+    parser.add_argument("--windows", action="store_true")
     parser.add_argument("--again", action="store_true")
     parser.add_argument("--only", default="")
     parser.add_argument("--failed-build", action="append", default=[])
@@ -279,11 +312,14 @@ def main():
         return options.only in name
 
     try:
+        if options.windows:
+            return windows_run(counts, memory, options.only, wanted)
         rule_scripts(counts, memory, wanted)
         shipped(counts, memory, wanted)
         programs(counts, memory, "release", "", wanted)
         if not options.quick:
             programs(counts, memory, "asan", "asan:", wanted)
+            windows_programs(counts, memory, wanted, whole=False)
             fuzz(counts, memory, wanted)
             if not options.only or options.only.startswith("e2e"):
                 stories(counts, memory, options.only)

@@ -2,6 +2,7 @@
 #include <cstdlib>
 
 #include "toolkit/drops.h"
+#include "windows/accessible_form.h"
 #include "windows/canvas_window.h"
 #include "windows/drop.h"
 #include "windows/text.h"
@@ -53,6 +54,9 @@ LRESULT CanvasWindow::message(UINT message, WPARAM first, LPARAM second) {
             return 0;
         case WM_ERASEBKGND:
             return 1;
+        case WM_GETOBJECT:
+            if (static_cast<LONG>(second) != OBJID_CLIENT || !bound()) break;
+            return LresultFromObject(IID_IAccessible, first, accessible_);
         case WM_MOVE:
             placeChanged();
             return 0;
@@ -111,6 +115,7 @@ bool CanvasWindow::mouse(UINT message, WPARAM /*keys*/, LPARAM place) {
         tip_.over(pointer_.hit(at));
         pointer_.move(shiftState(), at);
     } else if (what.down) {
+        setFocused(nullptr);
         RECT window{};
         GetWindowRect(handle(), &window);
         GetCursorPos(&pressedAt_);
@@ -157,6 +162,12 @@ bool CanvasWindow::key(UINT message, WPARAM code, LPARAM details) {
         case WM_KEYDOWN:
             // A form without keys leaves Alt+F4 to the system, which asks it to close.
             if (!form().KeyDown.isTied()) return false;
+            if (takeFocusKey(args, isRepeat(details))) {
+                // What was pressed types no character either.
+                MSG typed{};
+                PeekMessageW(&typed, handle(), WM_CHAR, WM_CHAR, PM_REMOVE);
+                return true;
+            }
             if (!(isRepeat(details) && args.keyCode == kKeyAlt)) run([&] { form().KeyDown.raise(args); });
             return true;
         case WM_SYSKEYUP:

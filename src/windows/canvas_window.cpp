@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "toolkit/drops.h"
+#include "windows/accessible_form.h"
 #include "windows/text.h"
 
 namespace corvane {
@@ -17,11 +18,17 @@ constexpr DWORD kStyle = WS_POPUP | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDRE
 }  // namespace
 
 CanvasWindow::CanvasWindow(Form& form, DesktopContext& context, DWORD extendedStyle)
-    : FormWindow(form, context), pointer_(*this), tip_((create(kStyle, extendedStyle | WS_EX_APPWINDOW), handle())) {
+    : FormWindow(form, context),
+      pointer_(*this),
+      accessible_(new AccessibleForm(*this)),
+      tip_((create(kStyle, extendedStyle | WS_EX_APPWINDOW), handle())) {
     DragAcceptFiles(handle(), TRUE);
 }
 
-CanvasWindow::~CanvasWindow() = default;
+CanvasWindow::~CanvasWindow() {
+    accessible_->leave();
+    accessible_->Release();
+}
 
 void CanvasWindow::onBound() {
     SetWindowTextW(handle(), toWide(form().Caption.get()).c_str());
@@ -31,6 +38,7 @@ void CanvasWindow::onBound() {
 }
 
 void CanvasWindow::onUnbinding() {
+    keyboard_.set(nullptr);
     pointer_.letGo();
     if (GetCapture() == handle()) ReleaseCapture();
 }
@@ -73,6 +81,8 @@ void CanvasWindow::propertyChanged(Control& control, PropertyId property) {
         later([&control] { control.GotFocus.raise(); });
         return;
     }
+    if (&control == keyboard_.control() && property == PropertyId::Visible && !control.Visible) setFocused(nullptr);
+    if (property == PropertyId::Value || property == PropertyId::Checked) return;  // seen by nobody
     pointer_.controlChanged(control, property);
     controlChanged(control, property);
 }

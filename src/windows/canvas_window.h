@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "forms/keyboard_focus.h"
 #include "toolkit/pointer.h"
 #include "windows/form_window.h"
 #include "windows/tool_tip.h"
 
 namespace corvane {
+
+class AccessibleForm;
 
 /// A borderless window whose controls are drawn, not windows. This class is its geometry, window state and input; the
 /// deriving classes say where controls are and paint them.
@@ -26,6 +29,13 @@ public:
     // Input of a surface elsewhere on the screen, in the place of this window's own.
     bool mouse(UINT message, WPARAM keys, LPARAM place);
     bool key(UINT message, WPARAM code, LPARAM details);
+    // For assistive programs. What they ask for is done as an event of its own, and only where the mouse could do it.
+    void pressSoon(Control& control);
+    void setValueSoon(MouseControl& control, double value);
+    /// The control that has the keyboard focus, with its ring; null: none, every key is the form's.
+    Control* focused() const { return keyboard_.control(); }
+    RECT screenPlace(const Control& control) const;  ///< pixels of the client area
+
     /// A box or a menu is up, or the window was minimised: it gets the release.
     void loseMouse();
 
@@ -38,6 +48,7 @@ protected:
     virtual void controlChanged(Control& control, PropertyId property) = 0;
 
     const Control* pressed() const { return pointer_.pressed(); }
+    Rectangle ring() const;                   ///< around the control with the keyboard focus, pixels; empty: none
     void invalidate(const Rectangle& twips);  ///< to be painted anew
     Rectangle pixels(const Rectangle& twips) const;
 
@@ -64,10 +75,17 @@ private:
     void typed(char32_t character);
     PictureBox* keyBox() const;
     void dropped(HDROP drop);
+    bool takeFocusKey(const KeyArgs& key, bool isRepeat);
+    void setFocused(Control* control);
+    void focusMoved();
+    bool takesMouse() const;
+    void clickMiddle(Control& control);
     bool dragStep();
     Pointer::Place placeOfMouse(LPARAM place) const;
 
     Pointer pointer_;
+    KeyboardFocus keyboard_;
+    AccessibleForm* accessible_;  ///< shared with those who ask
     ToolTip tip_;
     POINT pressedAt_{};    ///< of the screen
     POINT windowAt_{};     ///< the window's place at the press

@@ -90,7 +90,31 @@ void PaintedWindow::paint(HDC screen, const RECT& dirty) {
         if (control->kind() == ControlKind::Shape) drawShape(target, dirty, static_cast<const Shape&>(*control));
         if (control->kind() == ControlKind::Label) drawText(target, dirty, static_cast<const Label&>(*control));
     }
+    drawRing(target, dirty);
     target.show(screen, dirty.left, dirty.top);
+}
+
+/// Black under white dashes: it is seen on every skin.
+void PaintedWindow::drawRing(Dib& target, const RECT& dirty) const {
+    const Rectangle around = ring();
+    if (around.empty()) return;
+    constexpr int kWidth = 2;
+    const RECT place = rounded(around);
+    const HDC dc = target.dc();
+    const int saved = SaveDC(dc);
+    SetViewportOrgEx(dc, -dirty.left, -dirty.top, nullptr);
+    SelectObject(dc, GetStockObject(NULL_BRUSH));
+    const LOGBRUSH white{BS_SOLID, RGB(255, 255, 255), 0};
+    const HPEN under = CreatePen(PS_SOLID | PS_INSIDEFRAME, kWidth, RGB(0, 0, 0));
+    const HPEN dashes = ExtCreatePen(PS_GEOMETRIC | PS_DASH | PS_ENDCAP_FLAT, kWidth, &white, 0, nullptr);
+    for (const HPEN each : {under, dashes}) {
+        SelectObject(dc, each);
+        ::Rectangle(dc, place.left - kWidth, place.top - kWidth, place.right + kWidth, place.bottom + kWidth);
+    }
+    RestoreDC(dc, saved);
+    DeleteObject(under);
+    DeleteObject(dashes);
+    Dib::finish();
 }
 
 PixelBuffer PaintedWindow::compose(const PixelPlace& cells) const {

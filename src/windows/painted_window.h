@@ -30,6 +30,7 @@ private:
     PixelBuffer compose(const PixelPlace& cells) const;
     void drawPictures(Dib& target, const RECT& dirty) const;
     void drawShape(Dib& target, const RECT& dirty, const Shape& shape) const;
+    void drawRing(Dib& target, const RECT& dirty) const;
     void drawText(Dib& target, const RECT& dirty, const Label& label) const;
     std::vector<RECT> coverAbove(const Control& control) const;  ///< opaque pictures over it, screen pixels
 

@@ -206,7 +206,8 @@ bool WindowsFiles::replace(const std::string& path, std::string_view bytes) {
     const std::wstring target = systemPath(path);
     const DWORD attributes = GetFileAttributesW(target.c_str());
     const bool exists = attributes != INVALID_FILE_ATTRIBUTES;
-    if (target.empty() || (exists && (isFolder(attributes) || !canBeReplaced(target)))) return false;
+    constexpr DWORD kNot = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY;
+    if (target.empty() || (exists && ((attributes & kNot) != 0 || !canBeReplaced(target)))) return false;
     std::wstring beside;
     Handle file = makeBeside(target, beside);
     if (!file) return false;

@@ -24,6 +24,15 @@ def click_in_editor(stage, window, place):
     stage.desk.click(left + place[0] * window.width // width, top + place[1] * window.height // height)
 
 
+def answer_box(stage, key):
+    """Waits for a box beside the panel, which is hidden or not, and answers it by a key."""
+    panel = stage.player.window.id
+    box = wait("a box", lambda: [w for w in stage.player.windows("^Corvane$") if w.id != panel], 10)[0]
+    stage.desk.focus(box)
+    stage.desk.key(key)
+    wait("no box", lambda: not any(w.id == box.id for w in stage.player.windows("^Corvane$")), 5)
+
+
 @story("windows: the panel stands pixel by pixel as the skin says")
 def pixel_exact(stage):
     stage.player.start()
@@ -83,6 +92,7 @@ def editor(stage):
         click_in_editor(stage, window, LIST_NAME)
         stage.desk.type("Evening")
         click_in_editor(stage, window, SAVE)
+        answer_box(stage, "Return")
         stored = player.folder / "FILE00.INI"
         wait("the list is stored", lambda: read_profile(stored).get("LISTNAME") == "Evening", 10)
         entry = read_profile(stored)["LIST000"]
@@ -124,11 +134,8 @@ def boxes(stage):
     player.save_list([stage.media / "gone.wav", tone(stage.media / "two.wav", 494, 5)])
     player.start()
     player.press(PLAY)
-    box = wait("a box", player.boxes, 10)[0]
-    stage.desk.focus(box)
-    stage.desk.key("alt+i")  # Ignore: the next file
+    answer_box(stage, "alt+i")  # Ignore: the next file
     stage.sound.wait_for(494, 10)
-    wait("no box", lambda: not player.boxes(), 5)
     player.press(STOP)
     stage.desk.click(*player.middle(1), button=3)
     stage.desk.key("Escape")

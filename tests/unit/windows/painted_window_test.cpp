@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "windows/painted_window.h"
+
+#include <gtest/gtest.h>
+#include <oleacc.h>
+
+#include "windows/text.h"
+
+namespace corvane {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+VARIANT child(LONG number) {
+    VARIANT variant{};
+    variant.vt = VT_I4;
+    variant.lVal = number;
+    return variant;
+}
+
+/// A form of 200 by 100 pixels with a button at 10, 10 of 40 by 20 and a slider at 10, 60 of 150 by 10.
+struct PaintedForm : ::testing::Test {
+    PaintedForm() {
+        form.SetSize(200 * kTwipsPerPixel, 100 * kTwipsPerPixel);
+        button.Move(10 * kTwipsPerPixel, 10 * kTwipsPerPixel);
+        button.SetSize(40 * kTwipsPerPixel, 20 * kTwipsPerPixel);
+        button.AccessibleName = "Play";
+        button.TabIndex = 0;
+        slide.Move(10 * kTwipsPerPixel, 60 * kTwipsPerPixel);
+        slide.SetSize(150 * kTwipsPerPixel, 10 * kTwipsPerPixel);
+        slide.AccessibleName = "Seek";
+        slide.AccessibleValue = [this] { return DraggedValue{at, 0, 100, 1}; };
+        slide.SetAccessibleValue.tie([this](double value) { at = value; });
+        button.Click.tie([this] { seen.push_back("click"); });
+        button.MouseUp.tie([this](const MouseArgs&) { seen.push_back("up"); });
+        form.KeyDown.tie([this](const KeyArgs& key) { seen.push_back("key " + std::to_string(key.keyCode)); });
+        form.KeyPress.tie([this](int character) { seen.push_back("press " + std::to_string(character)); });
+        window.bind();
+        form.Show();
+        loop.runUntil([] { return false; }, 50);
+        seen.clear();
+    }
+    ~PaintedForm() override { window.unbind(); }
+    LRESULT send(UINT message, WPARAM first, LPARAM second) {
+        return SendMessageW(window.handle(), message, first, second);
+    }
+
+    WindowsLoop loop;
+    DesktopContext context{loop, 1.0, nullptr};
+    Form form{"frmTried", FormStyle::Painted};
+    CommandButton button{&form, "cmdTried"};
+    PictureBox slide{&form, "pctTried"};
+    double at = 40;
+    Texts seen;
+    PaintedWindow window{form, context};
+};
+
+TEST_F(PaintedForm, TheMousePressesAButton) {
+    send(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(20, 20));
+    EXPECT_EQ(seen, Texts{});
+    send(WM_LBUTTONUP, 0, MAKELPARAM(20, 20));
+    EXPECT_EQ(seen, (Texts{"click", "up"}));
+}
+
+TEST_F(PaintedForm, KeysAndCharactersReachTheForm) {
+    send(WM_KEYDOWN, 'Z', 1);
+    send(WM_CHAR, 'z', 1);
+    send(WM_CHAR, 0xD83C, 1);
+    send(WM_CHAR, 0xDFB5, 1);
+    EXPECT_EQ(seen, (Texts{"key 90", "press 122", "press " + std::to_string(0x1F3B5)}));
+}
+
+TEST_F(PaintedForm, TabReachesTheButtonAndSpacePressesIt) {
+    send(WM_KEYDOWN, VK_SPACE, 1);
+    EXPECT_EQ(seen, Texts{"key 32"}) << "without a ring the key is the form's";
+    send(WM_KEYDOWN, VK_TAB, 1);
+    EXPECT_EQ(window.focused(), &button);
+    seen.clear();
+    send(WM_KEYDOWN, VK_SPACE, 1);
+    EXPECT_EQ(seen, (Texts{"click", "up"}));
+    send(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(150, 20));
+    send(WM_LBUTTONUP, 0, MAKELPARAM(150, 20));
+    EXPECT_EQ(window.focused(), nullptr) << "the mouse takes the ring away";
+}
+
+TEST_F(PaintedForm, AssistiveProgramsAreToldNamesAndMayPress) {
+    IAccessible* told = nullptr;
+    ASSERT_EQ(AccessibleObjectFromWindow(window.handle(), static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
+                                         reinterpret_cast<void**>(&told)),
+              S_OK);
+    long count = 0;
+    told->get_accChildCount(&count);
+    EXPECT_EQ(count, 2);
+    BSTR name = nullptr;
+    ASSERT_EQ(told->get_accName(child(1), &name), S_OK);
+    EXPECT_EQ(fromWide(name), "Play");
+    SysFreeString(name);
+    VARIANT role{};
+    told->get_accRole(child(1), &role);
+    EXPECT_EQ(role.lVal, ROLE_SYSTEM_PUSHBUTTON);
+    told->get_accRole(child(2), &role);
+    EXPECT_EQ(role.lVal, ROLE_SYSTEM_SLIDER);
+    told->accDoDefaultAction(child(1));
+    EXPECT_EQ(seen, Texts{}) << "done as an event of its own";
+    EXPECT_TRUE(loop.runUntil([this] { return seen == Texts{"click", "up"}; }, 2000));
+    BSTR wanted = SysAllocString(L"75");
+    told->put_accValue(child(2), wanted);
+    SysFreeString(wanted);
+    EXPECT_TRUE(loop.runUntil([this] { return at == 75; }, 2000));
+    EXPECT_NE(told->get_accName(child(3), &name), S_OK);
+    window.unbind();
+    told->get_accChildCount(&count);
+    EXPECT_EQ(count, 0);
+    told->Release();
+}
+
+TEST_F(PaintedForm, AFormThatGoesInItsOwnEventIsLeftAlone) {
+    button.Click.tie([this] {
+        seen.push_back("click");
+        window.unbind();
+    });
+    send(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(20, 20));
+    send(WM_LBUTTONUP, 0, MAKELPARAM(20, 20));
+    EXPECT_EQ(seen, Texts{"click"});
+    EXPECT_EQ(IsWindowVisible(window.handle()), FALSE);
+}
+
+}  // namespace
+}  // namespace corvane
