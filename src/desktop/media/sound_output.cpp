@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "desktop/media/end_watch.h"
 #include "desktop/media/pulse_sink.h"
 
 namespace corvane {
@@ -80,7 +81,8 @@ private:
     Part reading_;
     std::int64_t read_ = 0;  ///< frames of the sound given to the sink
     bool atEnd_ = false;     ///< nothing more to read
-    bool done_ = true;       ///< the end was told, or nothing was begun
+    EndWatch end_;
+    bool done_ = true;  ///< the end was told, or nothing was begun
     bool corked_ = true;
     Run state_ = Run::Stopped;
     Steady::time_point idleSince_;
@@ -105,6 +107,7 @@ void SoundOutput::Reader::freeze() {
 
 void SoundOutput::Reader::takeSink(PcmFormat format, double pendingFrames) {
     sink_.reset();
+    end_.reset();
     corked_ = true;
     format_ = format;
     sinkTried_ = Steady::now();
@@ -138,6 +141,7 @@ void SoundOutput::Reader::replaceLostSink() {
     }
     if (lost) {
         sink_ = std::make_unique<ClockSink>(format_, pending);
+        end_.reset();
         sinkTried_ = Steady::now();
     } else {
         takeSink(format_, pending);
@@ -180,6 +184,7 @@ void SoundOutput::Reader::obey(Guard& guard) {
     }
     if (seen_ == changes) return;
     seen_ = changes;
+    end_.reset();
     const Run before = state_;
     state_ = part ? wanted : Run::Stopped;
     if (state_ == Run::Playing && current_ != number) return begin(guard);
@@ -249,7 +254,7 @@ bool SoundOutput::Reader::finished() {
     const double rate = reading_.sound->format().rate;
     const double early = sink_->audible() ? reading_.earlySeconds * rate : rate * 0.001;
     const std::optional<double> pending = sink_->pending();
-    return pending ? *pending <= early : heard >= static_cast<double>(read_) - early;
+    return pending ? end_.heard(*pending, early, rate, Steady::now()) : heard >= static_cast<double>(read_) - early;
 }
 
 /// Nothing plays: lets the last sound ring out, holds the stream, and in the end gives it back.
