@@ -25,6 +25,8 @@ public:
     ~LinuxDesktop();
 
     Ports& ports() { return ports_; }
+    /// Waits until the sound server has the volume that was set last. The sound devices are gone then.
+    void endSoundDevices() { sound_.reset(); }
 
 private:
     void askToClose();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "desktop/program_folder.h"
 
+#include <pwd.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -96,6 +97,12 @@ void giveSkins(const fs::path& from, const fs::path& to) {
     QtFiles().replace(record.string(), lines);
 }
 
+/// Where the user is at home when the environment does not say it.
+std::string recordedHome() {
+    const passwd* const user = getpwuid(getuid());
+    return user != nullptr && user->pw_dir != nullptr ? user->pw_dir : "/";
+}
+
 std::string userFolder(const FolderChoice& choice) {
     // A data home that is not absolute is to be ignored.
     const bool own = !choice.dataHome.empty() && choice.dataHome.front() == '/';
@@ -106,6 +113,8 @@ std::string userFolder(const FolderChoice& choice) {
                                     fs::path(choice.program) / ".." / "share" / "corvane" / kSkinFolder}) {
         if (!fs::is_directory(shipped, failed)) continue;
         giveSkins(shipped, folder / kSkinFolder);
+        // No place of the user's: it plays with the shipped skins, and nothing can be stored.
+        if (!fs::is_directory(folder / kSkinFolder, failed)) return trimmed(shipped.parent_path());
         break;
     }
     return trimmed(folder);
@@ -117,7 +126,7 @@ FolderChoice folderChoiceOfEnvironment() {
     std::error_code failed;
     const fs::path program = fs::read_symlink("/proc/self/exe", failed).parent_path();
     std::string home = variable("HOME");
-    if (home.empty()) home = "/";
+    if (home.empty()) home = recordedHome();
     return {program.string(), variable("CORVANE_FOLDER"), variable("XDG_DATA_HOME"), home};
 }
 

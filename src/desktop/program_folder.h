@@ -13,14 +13,15 @@ struct FolderChoice {
     std::string program;   ///< the folder the program lies in
     std::string chosen;    ///< CORVANE_FOLDER; "" when not set
     std::string dataHome;  ///< XDG_DATA_HOME; "" when not set
-    std::string home;      ///< HOME
+    std::string home;      ///< HOME, else what the system has recorded of the user
 };
 
 FolderChoice folderChoiceOfEnvironment();
 
 /// The program folder, without a trailing separator: the chosen one; else the program's own when the skins lie beside
 /// the program and it can be written; else a folder of the user's, made on its first use. That one is given the shipped
-/// skins, later those that are new, each once: what the user changed or deleted is left alone.
+/// skins, later those that are new, each once: what the user changed or deleted is left alone. Where it cannot be made,
+/// the folder with the shipped skins.
 std::string programFolder(const FolderChoice& choice);
 
 /// The first page of the manual, beside the program or where it is installed; "" when there is none.

@@ -93,6 +93,8 @@ std::optional<std::int16_t> knobLevel(const Player& player, float x, float y);
 /// The volume word of the chosen device; empty: it cannot be read.
 std::optional<std::uint32_t> readVolume(Player& player);
 void writeVolume(Player& player, std::uint32_t word);
+/// Sets the volume that was found at the start, once.
+void putVolumeBack(Player& player);
 /// gAuxType -2: takes the first auxiliary device, or the last one whose product identifier is 8.
 void chooseVolumeDevice(Player& player);
 

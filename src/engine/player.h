@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "engine/form_host.h"
@@ -17,10 +18,11 @@ struct Player : mdlDefinePublic::PlayerState {
 
     Ports& ports;
     FormHost forms;
-    std::string openedPath;                    ///< of the file opened last
-    std::uint32_t openings = 0;                ///< files opened so far
-    std::array<std::string, 6> panelCaptions;  ///< the panel's labels, written before it loads
-    std::string editorFolder;                  ///< what the editor showed last, for its next opening; empty: none yet
+    std::string openedPath;                      ///< of the file opened last
+    std::uint32_t openings = 0;                  ///< files opened so far
+    std::array<std::string, 6> panelCaptions;    ///< the panel's labels, written before it loads
+    std::optional<std::uint32_t> volumeAtStart;  ///< to be put back at the end; empty: nothing is
+    std::string editorFolder;                    ///< what the editor showed last, for its next opening; empty: none yet
 };
 
 }  // namespace corvane

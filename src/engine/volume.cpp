@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <array>
 #include <cmath>
+#include <optional>
+#include <utility>
 
 #include "engine/mdlPublicFunction.h"
 
@@ -83,6 +85,11 @@ void writeVolume(Player& player, std::uint32_t word) {
     } else {
         player.ports.sound.waveOutSetVolume(word);
     }
+}
+
+void putVolumeBack(Player& player) {
+    const std::optional<std::uint32_t> found = std::exchange(player.volumeAtStart, std::nullopt);
+    if (found) writeVolume(player, *found);
 }
 
 void chooseVolumeDevice(Player& player) {

@@ -5,11 +5,13 @@
 #include <QApplication>
 #include <clocale>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 
 #include "desktop/linux_desktop.h"
 #include "desktop/mpris.h"
 #include "dialogs/forms.h"
+#include "engine/mdlPublicFunction.h"
 #include "engine/media_session.h"
 #include "engine/player.h"
 #include "listedit/forms.h"
@@ -34,9 +36,35 @@ void registerForms(Player& player) {
     registerListEditForms(player);
 }
 
+/// When the display is lost, the tool kit ends the program from deep inside: nothing is unwound, and no window can be
+/// asked any more. What the player changed outside of itself is put back all the same.
+class EndWithoutDisplay {
+public:
+    EndWithoutDisplay(LinuxDesktop& desktop, Player& player) : desktop_(desktop), player_(player) {
+        running = this;
+        std::atexit([] {
+            if (running != nullptr) running->putBack();
+        });
+    }
+    EndWithoutDisplay(const EndWithoutDisplay&) = delete;
+    EndWithoutDisplay& operator=(const EndWithoutDisplay&) = delete;
+    ~EndWithoutDisplay() { running = nullptr; }
+
+private:
+    void putBack() {
+        mdlPublicFunction::putVolumeBack(player_);
+        desktop_.endSoundDevices();
+    }
+
+    static inline EndWithoutDisplay* running = nullptr;
+    LinuxDesktop& desktop_;
+    Player& player_;
+};
+
 int runPlayer(CommandLine line) {
     LinuxDesktop desktop(std::move(line));
     Player player(desktop.ports());
+    const EndWithoutDisplay end(desktop, player);
     registerForms(player);
     MediaSession session(player);
     const Mpris mpris(session, desktop.ports().loop, &Mpris::userBus);

@@ -89,15 +89,15 @@ void frmMainPanel::Form_Load() {
     if (player_.gQuickPlay) lightLamp(*this, kQuickPlayLamp, true);
 
     chooseVolumeDevice(player_);
-    volumeAtStart_ = readVolume(player_);
-    if (volumeAtStart_) player_.gVolume = volumeLevel(*volumeAtStart_);
+    player_.volumeAtStart = readVolume(player_);
+    if (player_.volumeAtStart) player_.gVolume = volumeLevel(*player_.volumeAtStart);
     placeIndicator(player_);
     tmrPlayBack.Interval = windows.doubleClickTimeMs();
     if (player_.gWindowPos == 1) SetWindowZOrder(player_, *this, kTopMost, 1);
 }
 
 void frmMainPanel::Form_Unload() {
-    if (volumeAtStart_) writeVolume(player_, *volumeAtStart_);
+    putVolumeBack(player_);
     WindowState = WindowState::Normal;
     player_.gPanelLeft = Left;
     player_.gPanelTop = Top;

@@ -71,7 +71,6 @@ private:
     MciControl* mci() const;
 
     Player& player_;
-    std::optional<std::uint32_t> volumeAtStart_;  ///< empty: it could not be read
     Hold hold_ = Hold::None;
     bool holdEngaged_ = false;
     bool knobDragging_ = false;

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
+#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <atomic>
+#include <cstdlib>
+#include <optional>
 #include <thread>
 
 #include "desktop/command_line.h"
@@ -84,6 +87,40 @@ TEST_F(ProgramFolders, ElseTheUsersFilledWithTheShippedSkinsOnce) {
     folder.write("home/.local/share/corvane/PANELSET/DEFAULT.CSV", "mine");
     programFolder(choice());
     EXPECT_EQ(folder.bytes("home/.local/share/corvane/PANELSET/DEFAULT.CSV"), "mine");
+}
+
+TEST_F(ProgramFolders, WithoutAPlaceOfTheUsersTheShippedSkinsAreUsed) {
+    ship("share/corvane");
+    FolderChoice homeless = choice();
+    homeless.home = "/proc/none";  // where not even root can make a folder
+    EXPECT_EQ(programFolder(homeless), folder.in("share/corvane"));
+    EXPECT_FALSE(fs::exists(folder.in("share/corvane/PANELSET/.shipped"))) << "nothing is written there";
+}
+
+/// Sets HOME for its life; null takes it away.
+class Home {
+public:
+    explicit Home(const char* home) { home != nullptr ? setenv("HOME", home, 1) : unsetenv("HOME"); }
+    Home(const Home&) = delete;
+    Home& operator=(const Home&) = delete;
+    ~Home() { before_ ? setenv("HOME", before_->c_str(), 1) : unsetenv("HOME"); }
+
+private:
+    std::optional<std::string> before_ =
+        std::getenv("HOME") != nullptr ? std::optional<std::string>(std::getenv("HOME")) : std::nullopt;
+};
+
+TEST(ProgramFolder, WithoutAHomeInTheEnvironmentTheRecordedOneIsTaken) {
+    {
+        const Home given("/somewhere/else");
+        EXPECT_EQ(folderChoiceOfEnvironment().home, "/somewhere/else");
+    }
+    const passwd* const user = getpwuid(getuid());
+    ASSERT_NE(user, nullptr);
+    for (const char* const missing : {static_cast<const char*>(nullptr), ""}) {
+        const Home none(missing);
+        EXPECT_EQ(folderChoiceOfEnvironment().home, user->pw_dir);
+    }
 }
 
 /// The user's skins, by an installed program that ships some.
