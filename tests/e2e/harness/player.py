@@ -55,12 +55,13 @@ class Player:
 
     # Its life.
 
-    def start(self, *arguments, panel=True, **environment):
-        """Starts it with its sound on; waits for the panel to stand where it opens, unless told otherwise."""
+    def start(self, *arguments, panel=True, under=(), **environment):
+        """Starts it with its sound on; waits for the panel to stand where it opens, unless told otherwise.
+        under: a command that becomes the program, such as "env -u NAME"."""
         log = open(self.stage.folder / f"program{len(self._outputs)}.log", "wb")
         self._outputs.append(log)
         self.process = self.stage.session.popen(
-            [str(self.program), *map(str, arguments)], stdin=subprocess.DEVNULL, stdout=log, stderr=log,
+            [*map(str, under), str(self.program), *map(str, arguments)], stdin=subprocess.DEVNULL, stdout=log, stderr=log,
             env={"CORVANE_FOLDER": str(self.folder), "CORVANE_SCALE": "1", **environment})
         if panel:
             self.wait_for_panel()
