@@ -1,0 +1,79 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""What the program touches outside of itself, by a trace of its calls to the system."""
+
+import pathlib
+import re
+
+from harness.expect import check, equal, wait
+from harness.player import EDITOR, NEXT, PLAY, STOP
+from harness.story import story
+from stories.mixed import mixed_list
+from stories.windows import close_by, node, open_settings
+
+# Calls that make, change, rename or remove files, or start programs.
+TRACED = "/^(open(at2?)?|creat|rename(at2?)?|mkdir(at)?|rmdir|unlink(at)?|link(at)?|symlink(at)?|mknod(at)?|truncate|chmod|fchmodat|exec.*)$"
+CALL = re.compile(r"^(?:\d+ +)?(\w+)\((.*)\) += (-?\d+)")
+OPENED = ("open", "openat", "openat2")
+WRITING = re.compile(r"O_WRONLY|O_RDWR|O_CREAT|O_TRUNC|O_APPEND")
+TEXT = re.compile(r'"((?:[^"\\]|\\.)*)"')
+# Not files of a disk: devices, what the system tells and takes of the process itself, shared memory.
+NO_FILES = ("/dev/", "/proc/self/", "/proc/thread-self/")
+
+
+def calls(trace):
+    """(call, paths, whole line) of each that succeeded."""
+    for line in trace.read_text(errors="replace").splitlines():
+        found = CALL.match(line)
+        if found and not found.group(3).startswith("-"):
+            yield found.group(1), TEXT.findall(found.group(2)), line
+
+
+def written(trace):
+    """Paths that were made, changed, renamed or removed."""
+    for call, paths, line in calls(trace):
+        if call in OPENED and not WRITING.search(line):
+            continue
+        if not call.startswith("exec"):
+            yield from paths[:1] if call in OPENED else paths
+
+
+def use_everything(stage):
+    """Plays every kind, stores settings and a list, and ends."""
+    paths, _, _, environment = mixed_list(stage)
+    trace = stage.folder / "trace"
+    stage.player.settings(INTERVAL=60, DELAYTIME=30)
+    stage.player.save_list(paths)
+    # -D: the program itself is the process that was started, and the tracer its grandchild.
+    tracer = ["strace", "-D", "-f", "--seccomp-bpf", "-s", "4096", "-e", f"trace={TRACED}", "-o", str(trace)]
+    stage.player.start(under=tracer, **environment)
+    stage.player.press(PLAY)
+    for shown in range(2, len(paths) + 1):
+        stage.player.press(NEXT)
+        wait(f"file {shown} was opened", lambda: any(str(paths[shown - 1]) in line for _, _, line in calls(trace)) or
+             paths[shown - 1].suffix == ".cda", 15)
+    stage.player.press(STOP)
+    open_settings(stage)
+    close_by(stage, "OK")
+    stage.player.press(EDITOR)
+    node(stage, name="PLAY LIST", role="list")
+    stage.player.press_control("Save")
+    stage.player.wait_for_text("Save OK?")
+    stage.desk.key("Return")
+    wait("the saved list", lambda: any("FILE00.INI" in path for path in written(trace)))
+    close_by(stage, "OK")
+    equal(stage.player.power_off(), 0, "exit code")
+    wait("the trace's end", lambda: "+++ exited with 0 +++" in trace.read_text(errors="replace"))
+    return trace
+
+
+@story("safe: it writes in its own folder alone, and starts no other program")
+def writes_in_its_folder_alone(stage):
+    trace = use_everything(stage)
+    runtime = pathlib.Path(stage.session.environment["XDG_RUNTIME_DIR"])
+    own = (f"{stage.player.folder}/", f"{runtime}/corvane-")  # the second: lock and socket of the running player
+    seen = list(written(trace))
+    check(any(path.startswith(own[0]) for path in seen), "the trace shows what was stored")
+    outside = sorted({path for path in seen if not path.startswith((*own, *NO_FILES))})
+    equal(outside, [], "written outside of its folder")
+    started = [line for call, _, line in calls(trace) if call.startswith("exec")]
+    equal(len(started), 1, f"programs started, itself the first ({started[1:3]})")
