@@ -246,6 +246,20 @@ TEST_P(MciControlContract, AnEndThatASeekOvertookIsDropped) {
     EXPECT_TRUE(isNear(mci->Position(), 100)) << mci->Position();
 }
 
+TEST_P(MciControlContract, AnEndThatAnotherPlayOvertookIsDropped) {
+    openSound();
+    playFrom(stage->soundMs() - 300);
+    {
+        const EventLoop::Hold hold(stage->loop());
+        stage->pass(1500);
+        playFrom(100);
+    }
+    stage->pass(300);
+    EXPECT_TRUE(done.empty());
+    EXPECT_TRUE(waitForPosition(500));
+    EXPECT_LT(mci->Position(), stage->soundMs() - 300);
+}
+
 TEST_P(MciControlContract, AnEndThatAnotherFileOvertookIsDropped) {
     openSound();
     playFrom(stage->soundMs() - 300);
