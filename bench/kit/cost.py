@@ -36,7 +36,7 @@ def wake_ups(pid):
 
 def memory_figures(stage):
     idle, playing = [], {name: [] for name, _ in PLAYED}
-    bare, theirs = [], []
+    bare, theirs, audacious = [], [], []
     for _ in range(stage.runs):
         with stage.player(rest=SETTLE_SECONDS) as player:
             idle.append(memory(player.process.pid))
@@ -49,12 +49,16 @@ def memory_figures(stage):
         with stage.mpv(stage.media / "music.mp3") as mpv:
             wait_quietly(SETTLE_SECONDS)
             theirs.append(memory(mpv.pid))
+        with stage.audacious(stage.media / "music.mp3") as process:
+            wait_quietly(SETTLE_SECONDS)
+            audacious.append(memory(process.pid))
     yield Figure("memory (PSS), idle", idle, "MB", 25)
     yield Figure("memory (PSS), bare window of the tool kit", bare, "MB", None, "reference")
     for name, file in PLAYED:
         is_sound = file.endswith((".mp3", ".mid"))
         yield Figure(f"memory (PSS), playing {name}", playing[name], "MB", SOUND_MEMORY_MB if is_sound else None)
     yield ratio("memory, playing MP3, beside mpv", playing["MP3"], theirs)
+    yield ratio("memory, playing MP3, beside audacious", playing["MP3"], audacious)
 
 
 def picture_memory(stage):
@@ -103,13 +107,24 @@ def other_share(stage, file):
         return share_of(stage, mpv.pid)
 
 
+def audacious_share(stage, file):
+    with stage.audacious(stage.media / file) as process:
+        wait_quietly(SETTLE_SECONDS)
+        return share_of(stage, process.pid)
+
+
 def processor_figures(stage):
     for name, file in PLAYED:
-        ours, theirs = [], []
+        ours, theirs, audacious = [], [], []
         for _ in range(stage.runs):
             ours.append(playing_share(stage, file))
             theirs.append(other_share(stage, file))
+            if name == "MP3":
+                audacious.append(audacious_share(stage, file))
         other, most = ("fluidsynth", 0.5) if name == "MIDI" else ("mpv", 1.2)
         yield Figure(f"processor, {name}", ours, "% of a core")
         yield Figure(f"processor, {name}, {other}", theirs, "% of a core", None, "reference")
         yield ratio(f"processor, {name}, beside {other}", ours, theirs, most)
+        if audacious:
+            yield Figure(f"processor, {name}, audacious", audacious, "% of a core", None, "reference, without a window")
+            yield ratio(f"processor, {name}, beside audacious", ours, audacious)

@@ -93,6 +93,15 @@ class Stage:
             wait("mpv answers", path.exists, 10)
             yield Mpv(process, path)
 
+    @contextlib.contextmanager
+    def audacious(self, path):
+        """audacious without a window and without settings of its own, playing one file."""
+        self._started += 1
+        settings = self.folder / f"audacious{self._started}"
+        with self.process(["audacious", "-H", path], env={"XDG_CONFIG_HOME": str(settings)}) as process:
+            wait("audacious plays", lambda: "Corked: no" in self.session.run(["pactl", "list", "sink-inputs"]), 10)
+            yield process
+
 
 class Mpv:
     def __init__(self, process, path):
