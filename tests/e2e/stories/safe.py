@@ -12,7 +12,9 @@ from stories.windows import close_by, node, open_settings
 
 # Calls that make, change, rename or remove files, or start programs.
 TRACED = "/^(open(at2?)?|creat|rename(at2?)?|mkdir(at)?|rmdir|unlink(at)?|link(at)?|symlink(at)?|mknod(at)?|truncate|chmod|fchmodat|exec.*)$"
-CALL = re.compile(r"^(?:\d+ +)?(\w+)\((.*)\) += (-?\d+)")
+LINE = re.compile(r"^(\d+) +(.*)$", re.M)  # the thread, and what it called
+BEGUN, ENDED = " <unfinished ...>", re.compile(r"^<\.\.\. \w+ resumed>")  # another thread's call came between
+CALL = re.compile(r"^(\w+)\((.*)\) += (-?\d+)")
 OPENED = ("open", "openat", "openat2")
 WRITING = re.compile(r"O_WRONLY|O_RDWR|O_CREAT|O_TRUNC|O_APPEND")
 TEXT = re.compile(r'"((?:[^"\\]|\\.)*)"')
@@ -22,7 +24,13 @@ NO_FILES = ("/dev/", "/proc/self/", "/proc/thread-self/")
 
 def calls(trace):
     """(call, paths, whole line) of each that succeeded."""
-    for line in trace.read_text(errors="replace").splitlines():
+    begun = {}
+    for thread, line in LINE.findall(trace.read_text(errors="replace").replace("\r", "")):
+        if line.endswith(BEGUN):
+            begun[thread] = line.removesuffix(BEGUN)
+            continue
+        if ENDED.match(line):
+            line = begun.pop(thread, "") + ENDED.sub("", line)
         found = CALL.match(line)
         if found and not found.group(3).startswith("-"):
             yield found.group(1), TEXT.findall(found.group(2)), line
