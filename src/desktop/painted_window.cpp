@@ -115,20 +115,36 @@ void PaintedWindow::paintEvent(QPaintEvent* event) {
     }
 }
 
-QImage PaintedWindow::compose(const QRect& cells) const {
-    QImage canvas(cells.size(), QImage::Format_RGB32);
+int PaintedWindow::density() const {
+    if (context().scale * devicePixelRatioF() < kDenseFrom) return 1;
+    if (!denseImageOf(form().Picture).isNull()) return kDenseFactor;
+    const auto steps = compositionOf(form(), pressed());
+    const bool any = std::any_of(steps.begin(), steps.end(), [](const CompositionStep& step) {
+        return step.picture != nullptr && !denseImageOf(*step.picture).isNull();
+    });
+    return any ? kDenseFactor : 1;
+}
+
+QImage PaintedWindow::compose(const QRect& cells, int density) const {
+    QImage canvas(cells.size() * density, QImage::Format_RGB32);
     canvas.fill(Qt::black);
     QPainter painter(&canvas);
-    painter.translate(-cells.topLeft());
-    painter.drawImage(0, 0, imageOf(form().Picture));
+    painter.translate(-cells.topLeft() * density);
+    const auto draw = [&painter, density](const Picture& picture, QPoint corner, QSize room) {
+        const QImage dense = density == 1 ? QImage() : denseImageOf(picture);
+        const QImage image = dense.isNull() ? imageOf(picture) : dense;
+        const int own = dense.isNull() ? 1 : density;
+        const QSize shown = room.boundedTo(image.size() / own);
+        painter.drawImage(QRect(corner * density, shown * density), image, QRect(QPoint(), shown * own));
+    };
+    if (!form().Picture.get().empty()) draw(form().Picture, QPoint(), imageOf(form().Picture).size());
     for (const CompositionStep& step : compositionOf(form(), pressed())) {
         const QRect place(step.place.x, step.place.y, step.place.width, step.place.height);
         if (!place.intersects(cells)) continue;
         if (step.picture != nullptr) {
-            const QImage picture = imageOf(*step.picture);
-            painter.drawImage(place.topLeft(), picture, QRect(QPoint(), place.size().boundedTo(picture.size())));
+            draw(*step.picture, place.topLeft(), place.size());
         } else {
-            painter.fillRect(place, toColour(step.colour));
+            painter.fillRect(QRect(place.topLeft() * density, place.size() * density), toColour(step.colour));
         }
     }
     return canvas;
@@ -143,9 +159,10 @@ void PaintedWindow::drawPictures(QPainter& painter, const QRect& dirty) const {
     if (cells.isEmpty()) return;
     painter.save();
     painter.setClipRect(dirty, Qt::IntersectClip);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform, !isWhole(scale * devicePixelRatioF()));
-    painter.scale(scale, scale);
-    painter.drawImage(cells.topLeft(), compose(cells));
+    const int composed = density();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, !isWhole(scale * devicePixelRatioF() / composed));
+    painter.scale(scale / composed, scale / composed);
+    painter.drawImage(cells.topLeft() * composed, compose(cells, composed));
     painter.restore();
 }
 

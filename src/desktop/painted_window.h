@@ -9,9 +9,9 @@
 
 namespace corvane {
 
-/// The window of a form drawn from pictures. Pictures are composed at the skin's own resolution and scaled once, so
-/// that no seams show; texts and the round shapes are drawn at the screen's resolution, behind the pictures that lie
-/// above them. Only what has changed is painted.
+/// The window of a form drawn from pictures. Pictures are composed at the skin's own resolution, or at the one of its
+/// pictures for dense screens, and scaled once, so that no seams show; texts and the round shapes are drawn at the
+/// screen's resolution, behind the pictures that lie above them. Only what has changed is painted.
 class PaintedWindow : public CanvasWindow {
 public:
     PaintedWindow(Form& form, DesktopContext& context);
@@ -30,7 +30,9 @@ private:
     QImage pictureOf(const Control& control) const;
     void repaintControl(const Control& control);
 
-    QImage compose(const QRect& cells) const;  ///< pictures and boxes inside that part of the skin, its own resolution
+    /// Pictures and boxes inside that part of the skin, `density` pixels for one of the skin.
+    QImage compose(const QRect& cells, int density) const;
+    int density() const;  ///< what to compose with on this screen: 1, or kDenseFactor when a picture has the pixels
     void drawPictures(QPainter& painter, const QRect& dirty) const;
     void drawText(QPainter& painter, const Label& label) const;
     QRegion coverAbove(const Control& control) const;  ///< opaque pictures over it, logical pixels

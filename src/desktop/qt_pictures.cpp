@@ -82,12 +82,12 @@ bool endsTooEarly(QFile& file) {
 
 }  // namespace
 
-QtPicture::QtPicture(QImage image, QSize fullSize)
-    : image_(std::move(image)), size_(fullSize.isValid() ? fullSize : image_.size()) {
-    held += pixelsOf(image_.size());
+QtPicture::QtPicture(QImage image, QSize fullSize, QImage dense)
+    : image_(std::move(image)), dense_(std::move(dense)), size_(fullSize.isValid() ? fullSize : image_.size()) {
+    held += pixelsOf(image_.size()) + pixelsOf(dense_.size());
 }
 
-QtPicture::~QtPicture() { held -= pixelsOf(image_.size()); }
+QtPicture::~QtPicture() { held -= pixelsOf(image_.size()) + pixelsOf(dense_.size()); }
 
 std::int64_t QtPicture::heldPixels() { return held; }
 
@@ -106,6 +106,11 @@ QImage imageOf(const Picture& picture) {
         for (int x = 0; x < copy.width(); ++x) copy.setPixel(x, y, 0xFF000000U | picture.data()->pixel(x, y));
     }
     return copy;
+}
+
+QImage denseImageOf(const Picture& picture) {
+    const auto* const own = dynamic_cast<const QtPicture*>(picture.data().get());
+    return own != nullptr ? own->dense() : QImage();
 }
 
 QtPictures::QtPictures() {
@@ -219,7 +224,15 @@ Picture QtPictures::cut(const Picture& whole, const Cell& cell) {
     if (whole.empty() || cell.x < 0 || cell.y < 0 || cell.width <= 0 || cell.height <= 0) return {};
     if (cell.width > whole.width() || cell.x > whole.width() - cell.width) return {};
     if (cell.height > whole.height() || cell.y > whole.height() - cell.height) return {};
-    return Picture(std::make_shared<QtPicture>(imageOf(whole).copy(cell.x, cell.y, cell.width, cell.height)));
+    const QRect part(cell.x, cell.y, cell.width, cell.height);
+    const QImage dense = denseImageOf(whole);
+    const QRect densePart(part.topLeft() * kDenseFactor, part.size() * kDenseFactor);
+    return Picture(std::make_shared<QtPicture>(imageOf(whole).copy(part), QSize(),
+                                               dense.isNull() ? QImage() : dense.copy(densePart)));
+}
+
+Picture QtPictures::paired(const Picture& plain, const Picture& dense) {
+    return Picture(std::make_shared<QtPicture>(imageOf(plain), QSize(plain.width(), plain.height()), imageOf(dense)));
 }
 
 int QtPictures::paintStretched(PictureBox& box, float width, float height) {

@@ -5,9 +5,11 @@
 #include <QThreadPool>
 #include <condition_variable>
 #include <cstdint>
+#include <functional>
 #include <mutex>
 #include <string>
 
+#include "platform/dense_pictures.h"
 #include "platform/ports.h"
 #include "toolkit/picture_budget.h"
 
@@ -17,28 +19,32 @@ namespace corvane {
 class QtPicture : public PictureData {
 public:
     /// The image must not be null; fullSize, when given, is the picture's own size of which the image holds a
-    /// reduction.
-    explicit QtPicture(QImage image, QSize fullSize = {});
+    /// reduction. The dense image, when given, is kDenseFactor times as large.
+    explicit QtPicture(QImage image, QSize fullSize = {}, QImage dense = {});
     ~QtPicture() override;
     int width() const override { return size_.width(); }
     int height() const override { return size_.height(); }
     std::uint32_t pixel(int x, int y) const override;
     const QImage& image() const { return image_; }
+    const QImage& dense() const { return dense_; }  ///< null when there is none
 
     /// Pixels that all living pictures hold; any thread.
     static std::int64_t heldPixels();
 
 private:
     QImage image_;
+    QImage dense_;
     QSize size_;
 };
 
 /// The pixels of a picture; null for none.
 QImage imageOf(const Picture& picture);
+/// Its pixels for dense screens; null for none.
+QImage denseImageOf(const Picture& picture);
 
 /// Pictures by Qt's readers: BMP, JPEG, GIF and PNG by their content, whatever the name. A file that ends too early
 /// counts as damaged.
-class QtPictures : public Pictures {
+class QtPictures : public Pictures, public DensePictures {
 public:
     QtPictures();
     ~QtPictures() override;
@@ -49,6 +55,11 @@ public:
     void finishHints() { worker_.waitForDone(); }
     Picture cut(const Picture& whole, const Cell& cell) override;
     int paintStretched(PictureBox& box, float width, float height) override;
+
+    /// Tells how many pixels of the densest screen show a form's pixel. Without it no dense picture is wanted.
+    void setDensity(std::function<double()> density) { density_ = std::move(density); }
+    bool denseWanted() const override { return density_ && density_() >= kDenseFrom; }
+    Picture paired(const Picture& plain, const Picture& dense) override;
 
 private:
     /// What tells a file from a changed one of the same name.
@@ -66,6 +77,7 @@ private:
     static Picture load(const std::string& path, std::string& reason);
     void work();
 
+    std::function<double()> density_;
     QThreadPool worker_;  ///< one thread, gone when it is idle
     std::mutex mutex_;    ///< guards what follows
     std::condition_variable done_;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "engine/dense_skin.h"
 #include "engine/mdlPublicFunction.h"
 #include "engine/return_to_panel.h"
 #include "startup/settings.h"
@@ -81,7 +82,7 @@ void frmCustom::showSkins() {
     std::string folder = player_.ports.process.programFolder();
     if (folder.empty() || folder.back() != files.separator()) folder += files.separator();
     folder += "PANELSET";
-    cboCustom[kBitmaps].setItems(files.list(folder, "*.BMP"));
+    cboCustom[kBitmaps].setItems(withoutDense(files.list(folder, "*.BMP")));
     cboCustom[kTexts].setItems(files.list(folder, "*.CSV"));
     cboCustom[kBitmaps].Text = player_.gBitmapFileName;
     cboCustom[kTexts].Text = player_.gTextFileName;

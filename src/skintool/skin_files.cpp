@@ -5,6 +5,7 @@
 
 #include "desktop/qt_files.h"
 #include "desktop/qt_pictures.h"
+#include "engine/dense_skin.h"
 #include "engine/text.h"
 #include "panel/skin_builder.h"
 
@@ -66,8 +67,10 @@ Skin readSkin(const SkinFiles& files) {
     if (files.bitmap.empty()) {
         skin.mistakes.push_back({0, true, "there is no bitmap " + files.name + std::string(kBitmapEnding)});
     } else {
-        const Pictures::Decoded decoded = QtPictures().decode(files.bitmap);
-        skin.bitmap = decoded.picture;
+        QtPictures pictures;
+        pictures.setDensity([] { return kDenseFrom; });
+        const Pictures::Decoded decoded = pictures.decode(files.bitmap);
+        skin.bitmap = withDense(pictures, decoded.picture, files.bitmap);
         if (decoded.picture.empty()) skin.mistakes.push_back({0, true, files.bitmap + ": " + decoded.reason});
     }
     if (files.text.empty()) {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "engine/dense_skin.h"
 #include "engine/mdlPublicFunction.h"
 #include "panel/skin_builder.h"
 #include "startup/forms.h"
@@ -106,7 +107,7 @@ void frmStartup::loadSkin() {
     auto& menu = player_.forms.load<MenuWindowControls>();
     const corvane::Picture bitmap = player_.ports.pictures.decode(player_.gBitmapPath).picture;
     // A skin that went away while the player ran leaves the closing animation the picture loaded at the start.
-    if (!bitmap.empty()) menu.pcpMainPanel.Picture = bitmap;
+    if (!bitmap.empty()) menu.pcpMainPanel.Picture = withDense(player_.ports.pictures, bitmap, player_.gBitmapPath);
     readPanelRecord(player_, imgDummyPanel);
 }
 

@@ -3,10 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <algorithm>
+#include <cstdlib>
 
 #include "desktop/qt_files.h"
 #include "desktop/qt_pictures.h"
 #include "desktop/qt_windows.h"
+#include "engine/dense_skin.h"
 #include "fake/player_fixture.h"
 #include "golden/expected_panel.h"
 #include "unit/desktop/offscreen.h"
@@ -19,7 +22,9 @@ std::string skinFile(const std::string& name) { return std::string(CORVANE_SOURC
 /// A panel in a real window over a machine in memory.
 class PanelOnScreen {
 public:
-    PanelOnScreen(const std::string& csv, const std::string& bitmap) {
+    PanelOnScreen(const std::string& csv, const std::string& bitmap, double scale = 1.0) {
+        context.scale = scale;
+        pictures.setDensity([this] { return context.scale; });
         registerAllForms(player);
         player.gTextPath = csv;
         player.gBitmapPath = bitmap;
@@ -27,7 +32,8 @@ public:
         player.gPanelWidth = size.width();
         player.gPanelHeight = size.height();
         machine.loop.enter([&] {
-            player.forms.load<MenuWindowControls>().pcpMainPanel.Picture = pictures.decode(bitmap).picture;
+            player.forms.load<MenuWindowControls>().pcpMainPanel.Picture =
+                withDense(pictures, pictures.decode(bitmap).picture, bitmap);
             player.forms.load<MainPanelControls>().Show();
         });
         for (Label& label : panel().lblMainPanel) label.Caption = "";
@@ -50,16 +56,19 @@ public:
     Player player{ports};
 };
 
-/// Equal pixel by pixel; otherwise the actual, the expected and the difference picture are left in the folder of the
-/// run.
-void expectEqual(const QImage& actual, const QImage& expected, const QString& name) {
+/// Equal pixel by pixel, each channel up to `tolerance`; otherwise the actual, the expected and the difference picture
+/// are left in the folder of the run.
+void expectEqual(const QImage& actual, const QImage& expected, const QString& name, int tolerance = 0) {
     ASSERT_EQ(actual.size(), expected.size());
     QImage difference(actual.size(), QImage::Format_RGB32);
     difference.fill(Qt::black);
     int different = 0;
     for (int y = 0; y < actual.height(); ++y) {
         for (int x = 0; x < actual.width(); ++x) {
-            if (actual.pixel(x, y) == expected.pixel(x, y)) continue;
+            const QRgb a = actual.pixel(x, y), b = expected.pixel(x, y);
+            const int most =
+                std::max({std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)), std::abs(qBlue(a) - qBlue(b))});
+            if (most <= tolerance) continue;
             ++different;
             difference.setPixel(x, y, qRgb(255, 0, 0));
         }
@@ -102,6 +111,80 @@ TEST(PanelGolden, ALampThatIsLitShowsItsOwnPictureInItsPlace) {
     EXPECT_NE(dark.copy(place), lit.copy(place));
     EXPECT_EQ(lit.copy(place),
               imageOf(screen.panel().imgMainPanel[kRepeatLamp + 2].Picture).convertToFormat(QImage::Format_RGB32));
+}
+
+struct ScaledSkin {
+    const char* name;
+    double scale;
+};
+
+class ScaledPanelGolden : public ::testing::TestWithParam<ScaledSkin> {
+protected:
+    ScaledPanelGolden() { test::offscreenApplication(); }
+    const std::string base_ = skinFile(std::string("PANELSET/") + GetParam().name);
+    const QString name_ = QString("%1-%2").arg(GetParam().name).arg(qRound(GetParam().scale * 100));
+};
+
+constexpr int kRounding = 4;  ///< of a channel: processors interpolate with slightly different sums
+
+TEST_P(ScaledPanelGolden, LooksAsItsGoldenPicture) {
+    PanelOnScreen screen(base_ + ".CSV", base_ + ".BMP", GetParam().scale);
+    const QImage actual = screen.grab();
+    const QString path = QString::fromStdString(skinFile("tests/golden/pictures/")) + name_ + ".png";
+    if (qEnvironmentVariableIsSet("CORVANE_WRITE_GOLDEN")) {
+        ASSERT_TRUE(actual.save(path));
+    }
+    const QImage expected = QImage(path).convertToFormat(QImage::Format_RGB32);
+    ASSERT_FALSE(expected.isNull()) << path.toStdString();
+    expectEqual(actual, expected, name_, kRounding);
+}
+
+TEST_P(ScaledPanelGolden, PaintedPartByPartItShowsNoSeam) {
+    PanelOnScreen screen(base_ + ".CSV", base_ + ".BMP", GetParam().scale);
+    const QImage whole = screen.grab();
+    QWidget* const widget = screen.windows.windowOf(screen.panel())->widget();
+    QImage parts(whole.size(), QImage::Format_RGB32);
+    constexpr int kSide = 37;  // no multiple of a pixel of the skin at any scale
+    for (int y = 0; y < whole.height(); y += kSide) {
+        for (int x = 0; x < whole.width(); x += kSide) widget->render(&parts, QPoint(x, y), QRect(x, y, kSide, kSide));
+    }
+    expectEqual(parts, whole, name_ + "-parts", kRounding);
+}
+
+INSTANTIATE_TEST_SUITE_P(Skins, ScaledPanelGolden,
+                         ::testing::Values(ScaledSkin{"DEFAULT", 1}, ScaledSkin{"DEFAULT", 1.25},
+                                           ScaledSkin{"DEFAULT", 1.5}, ScaledSkin{"DEFAULT", 2}, ScaledSkin{"BRASS", 1},
+                                           ScaledSkin{"BRASS", 1.25}, ScaledSkin{"BRASS", 1.5}, ScaledSkin{"BRASS", 2},
+                                           ScaledSkin{"SLIM", 1}, ScaledSkin{"SLIM", 1.25}, ScaledSkin{"SLIM", 1.5},
+                                           ScaledSkin{"SLIM", 2}, ScaledSkin{"PAPER", 1}, ScaledSkin{"PAPER", 1.25},
+                                           ScaledSkin{"PAPER", 1.5}, ScaledSkin{"PAPER", 2}),
+                         [](const auto& tried) {
+                             return tried.param.name + std::to_string(qRound(tried.param.scale * 100));
+                         });
+
+TEST(PanelGolden, EachShippedSkinIsDrawnPixelForPixelAndADenseBitmapChangesNothingThere) {
+    test::offscreenApplication();
+    for (const std::string name : {"DEFAULT", "BRASS", "SLIM", "PAPER"}) {
+        const std::string base = skinFile("PANELSET/" + name);
+        PanelOnScreen screen(base + ".CSV", base + ".BMP");
+        EXPECT_TRUE(denseImageOf(screen.panel().Picture).isNull()) << "not even loaded";
+        expectEqual(screen.grab(), test::expectedPanel(base + ".CSV", base + ".BMP"), QString::fromStdString(name));
+    }
+}
+
+TEST(PanelGolden, ADenseSkinAtTwiceTheSizeIsItsDenseBitmapPixelForPixel) {
+    test::offscreenApplication();
+    const std::string base = skinFile("PANELSET/DEFAULT");
+    PanelOnScreen screen(base + ".CSV", base + ".BMP", 2);
+    const QImage dense = QImage(QString::fromStdString(base + "@2X.BMP")).convertToFormat(QImage::Format_RGB32);
+    const CommandButton& play = screen.panel().cmdMainPanel[kPlay];
+    const QRect place(static_cast<int>(play.Left * 2 / kTwipsPerPixel), static_cast<int>(play.Top * 2 / kTwipsPerPixel),
+                      static_cast<int>(play.Width * 2 / kTwipsPerPixel),
+                      static_cast<int>(play.Height * 2 / kTwipsPerPixel));
+    const QImage cell = denseImageOf(play.Picture).convertToFormat(QImage::Format_RGB32);
+    EXPECT_EQ(cell.size(), place.size());
+    EXPECT_EQ(screen.grab().copy(place), cell);
+    EXPECT_NE(cell, imageOf(play.Picture).convertToFormat(QImage::Format_RGB32).scaled(cell.size()));
 }
 
 }  // namespace
