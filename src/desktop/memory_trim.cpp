@@ -2,12 +2,16 @@
 #include "desktop/memory_trim.h"
 
 #include <elf.h>
+#include <fcntl.h>
 #include <link.h>
 #include <malloc.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <string_view>
+#include <vector>
 
 namespace corvane {
 
@@ -15,29 +19,42 @@ namespace {
 
 constexpr int kCalmMs = 1500;
 
-/// A library whose text was changed when it was loaded: its pages are its own, and would be lost.
-bool textWasChanged(const dl_phdr_info& object) {
-    for (int i = 0; i < object.dlpi_phnum; ++i) {
-        if (object.dlpi_phdr[i].p_type != PT_DYNAMIC) continue;
-        const auto* entry = reinterpret_cast<const ElfW(Dyn)*>(object.dlpi_addr + object.dlpi_phdr[i].p_vaddr);
-        for (; entry->d_tag != DT_NULL; ++entry) {
-            if (entry->d_tag == DT_TEXTREL) return true;
-            if (entry->d_tag == DT_FLAGS && (entry->d_un.d_val & DF_TEXTREL) != 0) return true;
-        }
-    }
-    return false;
-}
+constexpr std::uint64_t kOfFile = std::uint64_t{1} << 61;  ///< in an entry of pagemap: the file's page, not a copy
+constexpr std::uint64_t kSwapped = std::uint64_t{1} << 62;
+constexpr std::uint64_t kPresent = std::uint64_t{1} << 63;
 
-/// Called for each object under the linker's lock, so that none is unloaded meanwhile.
-int giveBack(dl_phdr_info* object, std::size_t /*size*/, void* /*unused*/) {
-    if (std::string_view(object->dlpi_name).find("vdso") != std::string_view::npos || textWasChanged(*object)) return 0;
-    const auto page = static_cast<ElfW(Addr)>(sysconf(_SC_PAGESIZE));
+/// The kernel's own word on each page of this process, so that only what the file still holds is given back.
+struct PageMap {
+    const int file = open("/proc/self/pagemap", O_RDONLY | O_CLOEXEC);
+    const std::size_t page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    std::vector<std::uint64_t> entries;
+
+    ~PageMap() {
+        if (file >= 0) close(file);
+    }
+    /// Whether no page of the range was ever written: text that a library or a debugger has patched is a copy, which
+    /// would be lost. Where the kernel does not tell, it counts as written.
+    bool unchanged(ElfW(Addr) begin, ElfW(Addr) end) {
+        entries.resize((end - begin) / page);
+        const std::size_t bytes = entries.size() * sizeof(std::uint64_t);
+        const auto place = static_cast<off_t>(begin / page * sizeof(std::uint64_t));
+        if (file < 0 || pread(file, entries.data(), bytes, place) != static_cast<ssize_t>(bytes)) return false;
+        return std::all_of(entries.begin(), entries.end(), [](std::uint64_t entry) {
+            return (entry & (kPresent | kSwapped)) == 0 || (entry & kOfFile) != 0;
+        });
+    }
+};
+
+/// Called for each object under the linker's lock, so that none is unloaded or relocated meanwhile.
+int giveBack(dl_phdr_info* object, std::size_t /*size*/, void* data) {
+    if (std::string_view(object->dlpi_name).find("vdso") != std::string_view::npos) return 0;
+    PageMap& map = *static_cast<PageMap*>(data);
     for (int i = 0; i < object->dlpi_phnum; ++i) {
         const ElfW(Phdr)& part = object->dlpi_phdr[i];
         if (part.p_type != PT_LOAD || (part.p_flags & PF_W) != 0) continue;
-        const ElfW(Addr) begin = (object->dlpi_addr + part.p_vaddr) / page * page;
-        const ElfW(Addr) end = (object->dlpi_addr + part.p_vaddr + part.p_filesz + page - 1) / page * page;
-        madvise(reinterpret_cast<void*>(begin), end - begin, MADV_DONTNEED);
+        const ElfW(Addr) begin = (object->dlpi_addr + part.p_vaddr) / map.page * map.page;
+        const ElfW(Addr) end = (object->dlpi_addr + part.p_vaddr + part.p_filesz + map.page - 1) / map.page * map.page;
+        if (map.unchanged(begin, end)) madvise(reinterpret_cast<void*>(begin), end - begin, MADV_DONTNEED);
     }
     return 0;
 }
@@ -62,7 +79,8 @@ MemoryTrim::MemoryTrim() {
 }
 
 void MemoryTrim::now() {
-    dl_iterate_phdr(giveBack, nullptr);
+    PageMap map;
+    dl_iterate_phdr(giveBack, &map);
     malloc_trim(0);
 }
 

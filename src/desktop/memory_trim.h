@@ -5,9 +5,9 @@
 
 namespace corvane {
 
-/// Gives the pages back that only loading a program or library needed: text and tables that were never changed, which
-/// the system has in its cache anyway and maps again, one by one, when they are used. Half of a library's pages are
-/// touched by the dynamic linker alone. Lives on the user-interface thread.
+/// Gives the pages back that only loading a program or library needed: text and tables that were never changed (the
+/// kernel is asked), which it has in its cache anyway and maps again, one by one, when they are used. Half of a
+/// library's pages are touched by the dynamic linker alone. Lives on the user-interface thread.
 class MemoryTrim {
 public:
     MemoryTrim();

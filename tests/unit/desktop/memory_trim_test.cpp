@@ -2,7 +2,10 @@
 #include "desktop/memory_trim.h"
 
 #include <gtest/gtest.h>
+#include <sys/mman.h>
 
+#include <array>
+#include <cstdint>
 #include <fstream>
 
 #include "desktop/media/av_library.h"
@@ -46,6 +49,21 @@ TEST(MemoryTrimTest, ComesOnceThingsAreCalm) {
     const long loaded = residentFileKilobytes();
     trim.later();
     EXPECT_TRUE(test::waitUntil([&] { return residentFileKilobytes() < loaded * 3 / 4; }, 5000));
+}
+
+constexpr std::size_t kPage = 4096;
+/// A page of the program's constants, of its own.
+alignas(kPage) constexpr std::array<std::uint8_t, kPage> kConstants = {1};
+
+/// Some graphics drivers patch their own text, and a debugger's breakpoint does: that must not be undone.
+TEST(MemoryTrimTest, LeavesWhatWasPatched) {
+    test::offscreenApplication();
+    auto* const byte = const_cast<std::uint8_t*>(kConstants.data());
+    ASSERT_EQ(mprotect(byte, kPage, PROT_READ | PROT_WRITE), 0);
+    *static_cast<volatile std::uint8_t*>(byte) = 2;
+    ASSERT_EQ(mprotect(byte, kPage, PROT_READ), 0);
+    MemoryTrim::now();
+    EXPECT_EQ(*static_cast<const volatile std::uint8_t*>(byte), 2);
 }
 
 }  // namespace
