@@ -111,12 +111,12 @@ MoviePlayer::~MoviePlayer() {
     if (handle_) movieLibrary().mpv_set_wakeup_callback(handle_.get(), nullptr, nullptr);
     counter_ = {};
     frames_.reset();
+    post_.stop();
 }
 
 void MoviePlayer::wake() {
     if (woken_.exchange(true)) return;
-    QMetaObject::invokeMethod(
-        &receiver_, [this] { pump(); }, Qt::QueuedConnection);
+    post_([this] { pump(); });
 }
 
 void MoviePlayer::open(const std::string& path) {
@@ -371,12 +371,11 @@ void MoviePlayer::completeOpening() {
 void MoviePlayer::countLength() {
     counter_ = std::jthread([this, path = path_, number = number_](std::stop_token stop) {
         const std::optional<double> counted = countedLength(path, std::move(stop));
-        const auto tell = [this, number, counted] {
+        post_([this, number, counted] {
             if (number != number_) return;
             if (counted) duration_ = *counted;
             tellOpened();
-        };
-        QMetaObject::invokeMethod(&receiver_, tell, Qt::QueuedConnection);
+        });
     });
 }
 

@@ -12,6 +12,7 @@
 #include <thread>
 
 #include "desktop/media/movie_frames.h"
+#include "desktop/media/ui_post.h"
 
 struct mpv_handle;
 struct mpv_event;
@@ -89,7 +90,8 @@ private:
         void operator()(mpv_handle* handle) const;
     };
 
-    QObject receiver_;  ///< calls from the library's threads come through it
+    QObject receiver_;  ///< what is told later, from this thread
+    UiPost post_;       ///< what comes from the library's threads and ours
     std::atomic<bool> woken_{false};
     std::unique_ptr<mpv_handle, DestroyHandle> handle_;
     std::unique_ptr<MovieFrames> frames_;
