@@ -401,6 +401,15 @@ TEST_F(CustomDialog, TheHighlightOfTheFieldWithTheFocusBlinksTwiceASecond) {
     EXPECT_FALSE(highlighted(4));
 }
 
+TEST_F(CustomDialog, TheFirstFieldBlinksToo) {
+    open();
+    field(0).SetFocus();
+    machine.settle();
+    EXPECT_TRUE(highlighted(0));
+    machine.advance(500);
+    EXPECT_FALSE(highlighted(0));
+}
+
 TEST_F(CustomDialog, TheDelayFieldBlinksNothing) {
     open();
     field(10).SetFocus();

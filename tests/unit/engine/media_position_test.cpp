@@ -83,6 +83,8 @@ TEST_F(Session, SeeksInEveryKindPlayingAndPaused) {
         forget();
         ask([&](MediaSession& s) { return s.seekTo(now().track, 15 * kSecond); });
         EXPECT_EQ(seeked, (std::vector<std::int64_t>{15 * kSecond})) << title;
+        EXPECT_EQ(label(kTimeLabel), title == "clip" ? "15" : "00:15");
+        EXPECT_FLOAT_EQ(panel().pctSlide.Width, static_cast<float>(player.gSlideWidth * 15 / length)) << title;
         machine.advance(1000);
         EXPECT_DOUBLE_EQ(seconds(), 15) << title << " holds";
         EXPECT_EQ(now().status, Status::Paused) << title;
@@ -106,8 +108,52 @@ TEST_F(Session, ASecondOfADiscIsSeventyFiveFrames) {
     open({"/cd/Track02.cda"});
     play(1000);
     ask([](MediaSession& s) { return s.seekTo(s.state().track, 83 * kSecond + 500'000); });
-    EXPECT_NEAR(seconds(), 83.5, 0.014);
+    EXPECT_EQ(session.positionUs(), 83 * kSecond + 37 * kSecond / 75);
     EXPECT_EQ(label(kTimeLabel), "01:23");
+}
+
+TEST_F(Session, ASeekOnADiscNamesTheTrackAndGoesOnToItsEnd) {
+    open({"/cd/Track02.cda"});
+    play(1000);
+    forget();
+    ask([](MediaSession& s) { return s.seekTo(s.state().track, 65 * kSecond); });
+    const std::string from = std::to_string(2 + 1 * 0x100 + 5 * 0x10000);
+    const std::string to = std::to_string(2 + 4 * 0x100 + 30 * 0x10000);
+    EXPECT_EQ(mediaCalls(),
+              (std::vector<std::string>{"mci.Track 2", "mci.From " + from, "mci.To " + to, "mci.Command Play"}));
+}
+
+TEST_F(Session, ATrackAfterASeekIsExpectedAtItsBeginning) {
+    openThree();
+    play(1000);
+    ask([](MediaSession& s) { return s.seekTo(s.state().track, 30 * kSecond); });
+    forget();
+    ask([](MediaSession& s) { return s.next(); });
+    machine.advance(2000);
+    act([] {});
+    EXPECT_TRUE(seeked.empty());
+}
+
+TEST_F(Session, ASoundASecondAwayIsTold) {
+    openThree();
+    play(10000);
+    act([this] {
+        MciControl& sound = *mciWindow()->mmcMci;
+        sound.To(11000);
+        sound.Command("Seek");
+        sound.Command("Play");
+    });
+    EXPECT_EQ(seeked, (std::vector<std::int64_t>{11 * kSecond}));
+}
+
+TEST_F(Session, APictureIsToldFromTwoSecondsOn) {
+    player.gInterval = 20;
+    open({"/m/view.bmp"});
+    play(5000);
+    act([this] { ++player.gImageElapsed; });
+    EXPECT_TRUE(seeked.empty()) << "it counts whole seconds";
+    act([this] { ++player.gImageElapsed; });
+    EXPECT_EQ(seeked, (std::vector<std::int64_t>{7 * kSecond}));
 }
 
 TEST_F(Session, TellsJumpsThatWereMadeElsewhere) {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <limits>
+#include <optional>
 
 #include "unit/engine/session_fixture.h"
 
@@ -15,10 +16,24 @@ TEST_F(Session, IsReadyWhileThePanelStands) {
     EXPECT_EQ(ask([](MediaSession& s) { return s.quit(); }), Answer::Done);
     EXPECT_FALSE(now().ready) << "the closing animation runs";
     EXPECT_EQ(now().track, 0U);
+    EXPECT_FALSE(now().repeat || now().canGoNext || now().canGoPrevious);
+    EXPECT_FALSE(now().canPlay || now().canPause || now().canSeek);
     EXPECT_EQ(ask([](MediaSession& s) { return s.play(); }), Answer::Busy);
     EXPECT_TRUE(machine.calls("mci").empty());
     machine.advance(5000);
     EXPECT_TRUE(machine.process.ending());
+}
+
+TEST_F(Session, TellsNothingMoreWhenItHasGone) {
+    std::optional<MediaSession> other(std::in_place, player);
+    int told = 0;
+    other->Changed.tie([&told] { ++told; });
+    openThree();
+    ASSERT_GT(told, 0);
+    other.reset();
+    told = 0;
+    open({"/m/two.wav"});
+    EXPECT_EQ(told, 0);
 }
 
 TEST_F(Session, IsNotReadyDuringTheOpening) {
@@ -75,8 +90,10 @@ TEST_F(Session, FollowsThePanelsOwnButtons) {
 
 TEST_F(Session, TellsAChangeOnceAndNothingWhileNothingChanges) {
     openThree();
+    const std::uint32_t first = now().track;
     play();
     EXPECT_EQ(changes, 1);
+    EXPECT_EQ(now().track, first) << "the very first one too";
     machine.advance(5000);  // status updates and the indicator
     EXPECT_EQ(changes, 1);
     EXPECT_TRUE(seeked.empty());
@@ -220,6 +237,19 @@ TEST_F(Session, NextAtTheListsEndStops) {
     EXPECT_EQ(now().title, "two") << "and back around";
 }
 
+TEST_F(Session, NextAndPreviousBeginAListOfOneAgainWhenItRepeats) {
+    open({"/m/one.wav"});
+    click(kRepeat);
+    play(5000);
+    ask([](MediaSession& s) { return s.previous(); });
+    EXPECT_EQ(seconds(), 0) << "at once";
+    machine.advance(5000);
+    pause();
+    ask([](MediaSession& s) { return s.next(); });
+    EXPECT_EQ(seconds(), 0) << "not a step of a second";
+    EXPECT_EQ(now().status, Status::Paused);
+}
+
 TEST_F(Session, PreviousAtTheListsBeginningDoesNothing) {
     openThree();
     play(5000);
@@ -338,6 +368,15 @@ TEST_F(Session, OpensAFileAndPlaysIt) {
     EXPECT_NE(now().track, track);
     EXPECT_EQ(state(), "playing");
     EXPECT_EQ(movieWindow(), nullptr);
+}
+
+TEST_F(Session, AFileThatIsOpenedTakesThePictureBeforeItAway) {
+    player.gImageHide = false;
+    open({"/m/view.bmp"});
+    play(1000);
+    ask([](MediaSession& s) { return s.open("/m/two.wav"); });
+    EXPECT_EQ(imageWindow(), nullptr);
+    EXPECT_EQ(state(), "playing");
 }
 
 TEST_F(Session, WhatCannotBeOpenedLeavesTheListAlone) {

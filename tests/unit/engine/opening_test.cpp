@@ -244,6 +244,10 @@ TEST_F(Replaced, TheWindowOfAnotherKindGoesBeforeTheNewOneOpens) {
 
 TEST_F(Replaced, ADeviceTypeOfTheFileBeforeIsNotKept) {
     playThenOpen("/m/tune.mid", "/m/one.wav");
+    const auto calls = mediaCalls();
+    ASSERT_GE(calls.size(), 2U);
+    EXPECT_EQ(calls[0], "mci.Command Stop");
+    EXPECT_EQ(calls[1], "mci.Command Close");
     EXPECT_EQ(mciWindow()->mmcMci->DeviceType(), "");
     EXPECT_EQ(machine.log.count("media.makeMciControl"), 1);
     close();

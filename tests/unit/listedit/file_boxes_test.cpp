@@ -51,6 +51,12 @@ TEST_F(EditorFixture, WithoutAHomeItBeginsWhereTheProgramIs) {
     EXPECT_EQ(editor().dirFileList.ListIndex, 1);
 }
 
+TEST_F(EditorFixture, WithoutADriveTheWayBeginsAtTheRoot) {
+    machine.files.offeredDrives.clear();
+    open();
+    EXPECT_EQ(editor().dirFileList.items(), (Texts{"/", "  app"}));
+}
+
 TEST_F(EditorFixture, TheNextOpeningShowsTheFolderOfTheLastOne) {
     open();
     goTo("/home/ann/Music");

@@ -51,6 +51,16 @@ TEST(SkinRecords, DoubledQuotesMayStandBesideEachOtherAndBeforeTheEnd) {
     EXPECT_EQ(record->number, 6);
 }
 
+TEST(SkinRecords, WhatIsNotUsedHasNoSize) {
+    SkinRecords records("k,24,1,2,3,4,20,20,0\n");
+    const auto record = records.next(1, 40);
+    ASSERT_TRUE(record);
+    EXPECT_FALSE(record->used);
+    EXPECT_EQ(record->left + record->top + record->clipX + record->clipY, 0);
+    EXPECT_EQ(record->width, 0);
+    EXPECT_EQ(record->height, 0);
+}
+
 class PanelDetails : public PanelHands {};
 
 TEST_F(PanelDetails, AKnobHiddenByOneRecordIsShownAgainByTheNext) {
@@ -78,6 +88,13 @@ TEST_F(PanelDetails, AHoldOnAMovieThatHasNotStartedSeeksNothing) {
     machine.advance(400);
     EXPECT_EQ(machine.log.count("movie.CurrentPosition 1"), 0);
     letGo(kNext);
+}
+
+TEST_F(PanelDetails, AHoldOnAMovieWhoseWindowHasGoneDoesNothing) {
+    bring(kMovie, "playing");
+    act([this] { player.forms.unload<MovieWindowControls>(); });
+    hold(kNext, 1000);
+    EXPECT_EQ(machine.log.count("movie.Rate 2"), 0);
 }
 
 TEST_F(PanelDetails, TheLastStepDownOfTheVolumeIsSilence) {

@@ -336,6 +336,15 @@ TEST_F(PanelRecord, WithoutOneThePanelIs512By128) {
     EXPECT_TRUE(background.Picture.get().empty());
 }
 
+TEST_F(PanelRecord, ATextLongerThanALimitIsNotRead) {
+    std::string records = "p,0,0,0,0,0,150,60,0\n";
+    records.resize(kMostSkinTextBytes, '\n');
+    read(records);
+    EXPECT_EQ(size(), "150 60");
+    read(records + "\n");
+    EXPECT_EQ(size(), "512 128");
+}
+
 TEST_F(PanelRecord, AReadingErrorIsSilent) {
     for (const char* records : {"", "p,0,0,0,0,0,wide,60,1\n", "p,0,0,0\n", "p,0,0,0,0,0,0,60,1\n",
                                 "p,0,0,0,0,0,-5,60,1\n", "p,0,0,0,0,0,30000,60,1\n", "p,0,0,0,0,0,99999,60,1\n"}) {

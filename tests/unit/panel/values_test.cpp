@@ -30,6 +30,7 @@ TEST_F(Values, TheSliderIsReadInSeconds) {
     bring(kSound, "paused");
     placeAt(15000);
     EXPECT_NEAR(slide().AccessibleValue().value, 15, 0.2);
+    EXPECT_EQ(slide().AccessibleValue().minimum, 0);
     EXPECT_EQ(slide().AccessibleValue().maximum, 60);
     bringFresh(kMovie, "paused");
     EXPECT_EQ(slide().AccessibleValue().maximum, 40);
@@ -72,6 +73,8 @@ TEST_F(Values, TheKnobGoesByPercent) {
     set(knob(), 0);
     EXPECT_EQ(player.gVolume, 0);
     EXPECT_EQ(knob().AccessibleValue().value, 0);
+    EXPECT_EQ(knob().AccessibleValue().minimum, 0);
+    EXPECT_EQ(knob().AccessibleValue().maximum, 100);
     set(knob(), 100);
     EXPECT_EQ(player.gVolume, 15);
     EXPECT_EQ(knob().AccessibleValue().value, 100);

@@ -419,6 +419,17 @@ TEST_F(MovieWindow, ACloseRequestStopsOrEnds) {
     EXPECT_EQ(player.forms.find<MainPanelControls>(), nullptr);
 }
 
+TEST_F(MovieWindow, ADoubleClickOnAPausedMovieDoesNotUndoThePlayAfterIt) {
+    playStarted();
+    PauseFile(player);
+    machine.settle();
+    raise(movie().DblClick);
+    PlayFile(player);
+    machine.settle();
+    EXPECT_EQ(movie().State(), kMovieRunning);
+    EXPECT_EQ(state(), "playing");
+}
+
 TEST_F(MovieWindow, IsTopMostInThatWindowMode) {
     player.gWindowPos = 2;
     play("/m/clip.avi");

@@ -53,6 +53,19 @@ TEST_F(Start, PathsLieInTheProgramFolder) {
     EXPECT_EQ(player.gTextPath, "/app/PANELSET/DEFAULT.CSV");
 }
 
+TEST_F(Start, TheMenuIsThereBeforeAnyOtherForm) {
+    frmStartup::Form_Initialize(player);
+    for (const FormId id : {FormId::Startup, FormId::MainPanel, FormId::MciWindow}) {
+        EXPECT_EQ(player.forms.find(id), nullptr);
+    }
+    EXPECT_NE(player.forms.find(FormId::MenuWindow), nullptr);
+}
+
+TEST_F(Start, ItsTimersBearOneName) {
+    ASSERT_TRUE(startProgram(player));
+    for (const Timer& timer : window()->tmrOpenClose) EXPECT_EQ(timer.name(), "tmrOpenClose");
+}
+
 TEST_F(Start, ARootFolderGivesASingleSeparator) {
     machine.files.slash = '\\';
     machine.process.folder = "C:\\";
