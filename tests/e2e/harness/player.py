@@ -30,6 +30,7 @@ class Player:
         self.program = program
         self.folder = folder
         self.process = None
+        self.scale = 1  # pixels of the screen to one of the skin
         self.window = None  # the panel's
         self._outputs = []
         folder.mkdir(parents=True)
@@ -80,7 +81,7 @@ class Player:
 
     def find_panel(self):
         """The window of the panel's size at the place where it opens."""
-        width, height = self.skin[0][4:6]
+        width, height = self.scaled(self.skin[0][4:6])
         place = (self.desk.screen.width - width) * 9 // 10, (self.desk.screen.height - height) * 9 // 10
         found = [w for w in self.windows() if w.size == (width, height) and max(abs(w.x - place[0]), abs(w.y - place[1])) <= 1]
         return found[0] if len(found) == 1 else None
@@ -134,8 +135,11 @@ class Player:
 
     def place(self, record):
         """Rectangle of a record's element on the screen: x, y, width, height."""
-        left, top, _, _, width, height, _ = self.skin[record]
+        left, top, width, height = self.scaled([self.skin[record][each] for each in (0, 1, 4, 5)])
         return self.window.x + left, self.window.y + top, width, height
+
+    def scaled(self, places):
+        return tuple(round(place * self.scale) for place in places)
 
     def middle(self, record):
         x, y, width, height = self.place(record)
