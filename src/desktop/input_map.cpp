@@ -91,7 +91,15 @@ int virtualKey(int qtKey, bool keypad) {
 }
 
 KeyArgs keyArgs(const QKeyEvent& event) {
-    return {virtualKey(event.key(), event.modifiers().testFlag(Qt::KeypadModifier)), shiftState(event.modifiers())};
+    // A key that is itself a modifier is held from its press on, not at its release. Qt's own answer is turned round
+    // each time an event is copied, which it does while a screen reader listens.
+    const auto own = static_cast<Qt::KeyboardModifiers>(event.key() == Qt::Key_Shift     ? Qt::ShiftModifier
+                                                        : event.key() == Qt::Key_Control ? Qt::ControlModifier
+                                                        : event.key() == Qt::Key_Alt     ? Qt::AltModifier
+                                                                                         : Qt::NoModifier);
+    const bool isPress = event.type() == QEvent::KeyPress;
+    const Qt::KeyboardModifiers held = isPress ? event.modifiers() | own : event.modifiers() & ~own;
+    return {virtualKey(event.key(), held.testFlag(Qt::KeypadModifier)), shiftState(held)};
 }
 
 int typedCharacter(const QKeyEvent& event) {

@@ -34,6 +34,14 @@ TEST(InputMap, TheAltKeyCountsAsHeldWhileItGoesDown) {
     EXPECT_EQ(keyArgs(key(Qt::Key_F4, Qt::AltModifier)).shift, kAltMask);
 }
 
+TEST(InputMap, TheAltKeyCountsAsHeldInACopyOfItsEventToo) {
+    const QKeyEvent down = key(Qt::Key_Alt, Qt::NoModifier);
+    EXPECT_EQ(keyArgs(key(Qt::Key_Alt, down.modifiers())).shift, kAltMask);
+    const QKeyEvent up(QEvent::KeyRelease, Qt::Key_Alt, Qt::AltModifier);
+    EXPECT_EQ(keyArgs(up).shift, 0);
+    EXPECT_EQ(keyArgs(QKeyEvent(QEvent::KeyRelease, Qt::Key_Alt, up.modifiers())).shift, 0);
+}
+
 TEST(InputMap, TypedCharactersAreCodePoints) {
     EXPECT_EQ(typedCharacter(key(Qt::Key_Z, Qt::NoModifier, "z")), 'z');
     EXPECT_EQ(typedCharacter(key(Qt::Key_Z, Qt::ShiftModifier, "Z")), 'Z');
