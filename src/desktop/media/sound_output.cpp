@@ -173,6 +173,7 @@ void SoundOutput::Reader::begin(Guard& guard) {
     block_.resize(kBlock * static_cast<std::size_t>(format.channels));
     atEnd_ = done_ = false;
     guard.lock();
+    if (seen_ != changes) current_ = 0;  // what came meanwhile may have cut the seek short: played on, it begins anew
 }
 
 void SoundOutput::Reader::obey(Guard& guard) {
