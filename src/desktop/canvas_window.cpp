@@ -9,8 +9,10 @@
 #include <QToolTip>
 #include <QWindow>
 #include <algorithm>
+#include <vector>
 
 #include "desktop/accessible_form.h"
+#include "toolkit/window_place.h"
 
 namespace corvane {
 
@@ -123,18 +125,37 @@ void CanvasWindow::takeWindowState() {
 
 void CanvasWindow::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    // A window that no screen shows could not be brought back: it has no title bar.
-    const QRect place = geometry();
-    const auto screens = QGuiApplication::screens();
-    const bool seen =
-        std::any_of(screens.begin(), screens.end(), [&](const QScreen* s) { return s->geometry().intersects(place); });
-    if (!seen && QGuiApplication::primaryScreen() != nullptr) {
-        move(QGuiApplication::primaryScreen()->availableGeometry().topLeft());
+    keepInSight(Sight::Screens);
+}
+
+/// A window that no screen shows could not be brought back: it has no title bar.
+void CanvasWindow::keepInSight(Sight sight) {
+    if (!bound() || !isVisible() || isMinimized()) return;
+    const auto area = [](const QRect& pixels) {
+        return Rectangle{double(pixels.x()), double(pixels.y()), double(pixels.width()), double(pixels.height())};
+    };
+    std::vector<ScreenArea> screens;
+    for (const QScreen* const screen : QGuiApplication::screens()) {
+        const Rectangle room = area(screen->availableGeometry());
+        screens.push_back({sight == Sight::Screens ? area(screen->geometry()) : room, room});
     }
+    const Rectangle place = placeInSight(area(geometry()), screens);
+    const QPoint corner(qRound(place.x), qRound(place.y));
+    if (corner != geometry().topLeft()) move(corner);
+}
+
+void CanvasWindow::screensChanged() {
+    keepInSight(Sight::FreeOfBars);
+    tellPlace();  // it counts from the primary screen, which may be another one
+    update();
 }
 
 void CanvasWindow::moveEvent(QMoveEvent* event) {
     QWidget::moveEvent(event);
+    tellPlace();
+}
+
+void CanvasWindow::tellPlace() {
     if (!bound() || taking_ || !isVisible() || isMinimized()) return;
     const QPoint place = pos() - context().origin(form());
     taking_ = true;
@@ -151,6 +172,7 @@ void CanvasWindow::changeEvent(QEvent* event) {
         taking_ = true;
         form().WindowState = isMinimized() ? WindowState::Minimized : WindowState::Normal;
         taking_ = false;
+        keepInSight(Sight::Screens);  // the screens may have changed meanwhile
     } else if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
         post([this] { form().Activate.raise(); });
     }

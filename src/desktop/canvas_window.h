@@ -27,6 +27,8 @@ public:
     bool takesFiles() const;
     /// The form's CloseRequest, posted: the window manager may ask while a box is up or a handler runs.
     void requestClose();
+    /// Screens came, went or changed: stays in sight, and is painted anew in their density.
+    void screensChanged();
 
     // For assistive programs. What they ask for is done as an event of its own, and only where the mouse could do it.
     QRectF placeOf(const Control& control) const { return hitRect(control); }
@@ -84,6 +86,9 @@ private:
     void takeGeometry();
     void takeVisibility();
     void takeWindowState();
+    enum class Sight { Screens, FreeOfBars };
+    void keepInSight(Sight sight);
+    void tellPlace();  ///< to the form
     void release(int button, Qt::KeyboardModifiers modifiers, QPointF position);
     PictureBox* keyBox() const;
     bool takeFocusKey(const KeyArgs& key, bool isRepeat);

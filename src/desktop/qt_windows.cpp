@@ -46,7 +46,9 @@ QSizeF screenTwips(const DesktopContext& context) {
 
 }  // namespace
 
-QtWindows::QtWindows(DesktopContext& context) : context_(context) { offerAccessibleForms(); }
+QtWindows::QtWindows(DesktopContext& context) : context_(context), screens_([this] { screensChanged(); }) {
+    offerAccessibleForms();
+}
 
 QtWindows::~QtWindows() = default;
 
@@ -142,6 +144,12 @@ void QtWindows::requestClose() {
     for (const auto& [form, window] : windows_) {
         auto* const canvas = dynamic_cast<CanvasWindow*>(window.get());
         if (form->style() == FormStyle::Painted && canvas != nullptr) canvas->requestClose();
+    }
+}
+
+void QtWindows::screensChanged() {
+    for (const auto& [form, window] : windows_) {
+        if (auto* const canvas = dynamic_cast<CanvasWindow*>(window.get())) canvas->screensChanged();
     }
 }
 

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "desktop/form_window.h"
+#include "desktop/screen_watch.h"
 #include "platform/ports.h"
 
 namespace corvane {
@@ -40,10 +41,12 @@ public:
 private:
     CanvasWindow* fileTaker() const;
     void offerWaitingFiles();
+    void screensChanged();
 
     DesktopContext& context_;
     std::map<const Form*, std::unique_ptr<FormWindow>> windows_;
     std::optional<DropData> waiting_;
+    ScreenWatch screens_;
 };
 
 }  // namespace corvane
