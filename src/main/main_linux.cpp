@@ -10,6 +10,7 @@
 
 #include "desktop/linux_desktop.h"
 #include "desktop/mpris.h"
+#include "desktop/window_system.h"
 #include "dialogs/forms.h"
 #include "engine/mdlPublicFunction.h"
 #include "engine/media_session.h"
@@ -91,11 +92,10 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationName(QStringLiteral("corvane"));
     QCoreApplication::setApplicationVersion(QStringLiteral(CORVANE_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("corvane"));
-    // Window places and staying on top are X11's; a session manager must not start or save the player by itself.
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && !qEnvironmentVariableIsEmpty("DISPLAY")) {
-        qputenv("QT_QPA_PLATFORM", "xcb");
-    }
-    qunsetenv("SESSION_MANAGER");
+    const std::string platform =
+        platformToAskFor(qgetenv("QT_QPA_PLATFORM").toStdString(), qgetenv("DISPLAY").toStdString());
+    if (!platform.empty()) qputenv("QT_QPA_PLATFORM", platform.c_str());
+    qunsetenv("SESSION_MANAGER");  // a session manager must not start or save the player by itself
     Mpris::startNoBus();
     int ownArguments = std::min(argc, 1);  // Qt must not take options out of file names
     const QApplication application(ownArguments, argv);

@@ -13,6 +13,7 @@
 #include "desktop/command_line.h"
 #include "desktop/instance.h"
 #include "desktop/program_folder.h"
+#include "desktop/window_system.h"
 #include "unit/desktop/offscreen.h"
 
 namespace corvane {
@@ -20,6 +21,12 @@ namespace {
 
 namespace fs = std::filesystem;
 using Texts = std::vector<std::string>;
+
+TEST(WindowSystem, IsX11WhereverItHasADisplayUnlessTheUserChose) {
+    EXPECT_EQ(platformToAskFor("", ":0"), "xcb");
+    EXPECT_EQ(platformToAskFor("wayland", ":0"), "") << "the user's choice stands";
+    EXPECT_EQ(platformToAskFor("", ""), "") << "a Wayland without X11";
+}
 
 TEST(CommandLines, NamesAreJoinedByBlanks) {
     const CommandLine line = readCommandLine({"/a.mid", "b c.wav"}, "/here");
