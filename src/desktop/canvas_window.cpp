@@ -200,7 +200,8 @@ bool CanvasWindow::event(QEvent* event) {
         }
         return true;
     }
-    if (event->type() == QEvent::WindowBlocked) loseMouse();  // a box is up: it gets the release
+    if (event->type() == QEvent::ScreenChangeInternal) update();  // it may be denser or less dense
+    if (event->type() == QEvent::WindowBlocked) loseMouse();      // a box is up: it gets the release
     return QWidget::event(event);
 }
 

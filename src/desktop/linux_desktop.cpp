@@ -30,7 +30,6 @@ LinuxDesktop::LinuxDesktop(CommandLine line)
       sound_(makeSoundDevices(loop_)),
       closing_([this] { return dialogs_.isBoxUp(); }, [this] { askToClose(); }),
       ports_{loop_, *media_, pictures_, *sound_, files_, windows_, timers_, clock_, dialogs_, process_, random_} {
-    pictures_.setDensity([this] { return context_.scale * qApp->devicePixelRatio(); });  // of the densest screen
     dialogs_.setManual(manualFile(folderChoiceOfEnvironment().program));
     process_.onEnd([this] { stop(); });
     process_.instance().onFiles([this](const std::vector<std::string>& files) { windows_.dropFiles({true, files}); });

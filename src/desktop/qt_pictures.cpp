@@ -82,12 +82,35 @@ bool endsTooEarly(QFile& file) {
 
 }  // namespace
 
-QtPicture::QtPicture(QImage image, QSize fullSize, QImage dense)
-    : image_(std::move(image)), dense_(std::move(dense)), size_(fullSize.isValid() ? fullSize : image_.size()) {
-    held += pixelsOf(image_.size()) + pixelsOf(dense_.size());
+const QImage& DenseSource::image() {
+    if (const auto ask = std::exchange(ask_, {})) {
+        picture_ = ask();
+        image_ = imageOf(picture_);
+    }
+    return image_;
 }
 
-QtPicture::~QtPicture() { held -= pixelsOf(image_.size()) + pixelsOf(dense_.size()); }
+QtPicture::QtPicture(QImage image, QSize fullSize, std::shared_ptr<DenseSource> dense, QPoint denseCorner)
+    : image_(std::move(image)),
+      dense_(std::move(dense)),
+      denseCorner_(denseCorner),
+      size_(fullSize.isValid() ? fullSize : image_.size()) {
+    held += pixelsOf(image_.size());
+}
+
+QtPicture::~QtPicture() { held -= pixelsOf(image_.size()); }
+
+QImage QtPicture::dense() const {
+    const QImage whole = dense_ ? dense_->image() : QImage();
+    const QSize size = image_.size() * kDenseFactor;
+    if (whole.isNull() || whole.size() == size) return whole;
+    // A view of the part: a copy of each would hold the whole a second time.
+    const uchar* const corner = whole.constScanLine(denseCorner_.y()) + denseCorner_.x() * whole.depth() / 8;
+    return {corner,           size.width(),
+            size.height(),    whole.bytesPerLine(),
+            whole.format(),   [](void* kept) { delete static_cast<QImage*>(kept); },
+            new QImage(whole)};
+}
 
 std::int64_t QtPicture::heldPixels() { return held; }
 
@@ -225,14 +248,15 @@ Picture QtPictures::cut(const Picture& whole, const Cell& cell) {
     if (cell.width > whole.width() || cell.x > whole.width() - cell.width) return {};
     if (cell.height > whole.height() || cell.y > whole.height() - cell.height) return {};
     const QRect part(cell.x, cell.y, cell.width, cell.height);
-    const QImage dense = denseImageOf(whole);
-    const QRect densePart(part.topLeft() * kDenseFactor, part.size() * kDenseFactor);
-    return Picture(std::make_shared<QtPicture>(imageOf(whole).copy(part), QSize(),
-                                               dense.isNull() ? QImage() : dense.copy(densePart)));
+    const auto* const own = dynamic_cast<const QtPicture*>(whole.data().get());
+    if (own == nullptr) return Picture(std::make_shared<QtPicture>(imageOf(whole).copy(part)));
+    const QPoint corner = own->denseCorner() + part.topLeft() * kDenseFactor;
+    return Picture(std::make_shared<QtPicture>(own->image().copy(part), QSize(), own->denseSource(), corner));
 }
 
-Picture QtPictures::paired(const Picture& plain, const Picture& dense) {
-    return Picture(std::make_shared<QtPicture>(imageOf(plain), QSize(plain.width(), plain.height()), imageOf(dense)));
+Picture QtPictures::paired(const Picture& plain, std::function<Picture()> dense) {
+    return Picture(std::make_shared<QtPicture>(imageOf(plain), QSize(plain.width(), plain.height()),
+                                               std::make_shared<DenseSource>(std::move(dense))));
 }
 
 int QtPictures::paintStretched(PictureBox& box, float width, float height) {

@@ -15,31 +15,48 @@
 
 namespace corvane {
 
+/// The pixels of a whole skin for dense screens, shared by the parts that are cut out of it.
+class DenseSource {
+public:
+    explicit DenseSource(std::function<Picture()> ask) : ask_(std::move(ask)) {}
+    const QImage& image();  ///< null when there is none; asked for at the first call
+
+private:
+    std::function<Picture()> ask_;  ///< empty once it was asked
+    Picture picture_;
+    QImage image_;
+};
+
 /// A picture of this desktop.
 class QtPicture : public PictureData {
 public:
     /// The image must not be null; fullSize, when given, is the picture's own size of which the image holds a
-    /// reduction. The dense image, when given, is kDenseFactor times as large.
-    explicit QtPicture(QImage image, QSize fullSize = {}, QImage dense = {});
+    /// reduction. `dense` is what has its pixels for dense screens, at `denseCorner`.
+    explicit QtPicture(QImage image, QSize fullSize = {}, std::shared_ptr<DenseSource> dense = {},
+                       QPoint denseCorner = {});
     ~QtPicture() override;
     int width() const override { return size_.width(); }
     int height() const override { return size_.height(); }
     std::uint32_t pixel(int x, int y) const override;
     const QImage& image() const { return image_; }
-    const QImage& dense() const { return dense_; }  ///< null when there is none
+    /// Reads it when it has not been asked before; null when there is none.
+    QImage dense() const;
+    const std::shared_ptr<DenseSource>& denseSource() const { return dense_; }
+    QPoint denseCorner() const { return denseCorner_; }
 
     /// Pixels that all living pictures hold; any thread.
     static std::int64_t heldPixels();
 
 private:
     QImage image_;
-    QImage dense_;
+    std::shared_ptr<DenseSource> dense_;  ///< may be null
+    QPoint denseCorner_;
     QSize size_;
 };
 
 /// The pixels of a picture; null for none.
 QImage imageOf(const Picture& picture);
-/// Its pixels for dense screens; null for none.
+/// Its pixels for dense screens, read when they are first asked for; null for none.
 QImage denseImageOf(const Picture& picture);
 
 /// Pictures by Qt's readers: BMP, JPEG, GIF and PNG by their content, whatever the name. A file that ends too early
@@ -55,11 +72,7 @@ public:
     void finishHints() { worker_.waitForDone(); }
     Picture cut(const Picture& whole, const Cell& cell) override;
     int paintStretched(PictureBox& box, float width, float height) override;
-
-    /// Tells how many pixels of the densest screen show a form's pixel. Without it no dense picture is wanted.
-    void setDensity(std::function<double()> density) { density_ = std::move(density); }
-    bool denseWanted() const override { return density_ && density_() >= kDenseFrom; }
-    Picture paired(const Picture& plain, const Picture& dense) override;
+    Picture paired(const Picture& plain, std::function<Picture()> dense) override;
 
 private:
     /// What tells a file from a changed one of the same name.
@@ -77,7 +90,6 @@ private:
     static Picture load(const std::string& path, std::string& reason);
     void work();
 
-    std::function<double()> density_;
     QThreadPool worker_;  ///< one thread, gone when it is idle
     std::mutex mutex_;    ///< guards what follows
     std::condition_variable done_;

@@ -18,11 +18,12 @@ std::string denseName(const std::string& bitmap) {
 
 Picture withDense(Pictures& pictures, const Picture& bitmap, const std::string& path) {
     auto* const able = dynamic_cast<DensePictures*>(&pictures);
-    if (able == nullptr || bitmap.empty() || !able->denseWanted()) return bitmap;
-    const Picture dense = pictures.decode(denseName(path)).picture;
-    const bool fits =
-        dense.width() == kDenseFactor * bitmap.width() && dense.height() == kDenseFactor * bitmap.height();
-    return fits ? able->paired(bitmap, dense) : bitmap;
+    if (able == nullptr || bitmap.empty()) return bitmap;
+    const int width = kDenseFactor * bitmap.width(), height = kDenseFactor * bitmap.height();
+    return able->paired(bitmap, [&pictures, name = denseName(path), width, height] {
+        const Picture dense = pictures.decode(name).picture;
+        return dense.width() == width && dense.height() == height ? dense : Picture();
+    });
 }
 
 std::vector<std::string> withoutDense(std::vector<std::string> names) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <functional>
+
 #include "forms/picture.h"
 
 namespace corvane {
@@ -12,11 +14,10 @@ inline constexpr double kDenseFrom = 1.5;  ///< screen pixels to a form's pixel 
 class DensePictures {
 public:
     virtual ~DensePictures() = default;
-    /// Some screen shows a form's pixel with kDenseFrom or more of its own.
-    virtual bool denseWanted() const = 0;
-    /// The plain picture with the dense one's pixels for dense screens; parts cut out of it have both. The dense one
-    /// is kDenseFactor times as wide and high.
-    virtual Picture paired(const Picture& plain, const Picture& dense) = 0;
+    /// The plain picture with another one's pixels for dense screens; parts cut out of it have both. `dense` gives a
+    /// picture kDenseFactor times as wide and high, or none. It is asked once, by the event loop's thread, when a
+    /// screen that is dense shows the picture for the first time: a window can come to such a screen later.
+    virtual Picture paired(const Picture& plain, std::function<Picture()> dense) = 0;
 };
 
 }  // namespace corvane

@@ -68,9 +68,9 @@ Skin readSkin(const SkinFiles& files) {
         skin.mistakes.push_back({0, true, "there is no bitmap " + files.name + std::string(kBitmapEnding)});
     } else {
         QtPictures pictures;
-        pictures.setDensity([] { return kDenseFrom; });
         const Pictures::Decoded decoded = pictures.decode(files.bitmap);
         skin.bitmap = withDense(pictures, decoded.picture, files.bitmap);
+        denseImageOf(skin.bitmap);  // read now, while `pictures` lives
         if (decoded.picture.empty()) skin.mistakes.push_back({0, true, files.bitmap + ": " + decoded.reason});
     }
     if (files.text.empty()) {

@@ -55,5 +55,62 @@ TEST_F(ScreensTest, AMinimisedWindowComesBackWhenItIsRestored) {
     EXPECT_TRUE(test::waitUntil([this] { return isWhollyIn(); })) << widget().x();
 }
 
+/// A panel of one colour, of another one on dense screens, with a button cut out of it.
+struct DensityTest : ScreensTest {
+    DensityTest() {
+        const Picture skin = pictures.paired(test::plain(200, 100, Qt::darkBlue), [this] {
+            ++asked;
+            return test::plain(400, 200, Qt::darkRed);
+        });
+        form.Picture = skin;
+        place(button, 10, 10, 40, 20);
+        button.Picture = pictures.cut(skin, {20, 30, 40, 20});
+    }
+    QColor panelColour() { return shown().pixelColor(150, 80); }
+    QColor buttonColour() { return shown().pixelColor(20, 20); }
+    QtPictures pictures;
+    CommandButton button{&form, "cmdTried"};
+    int asked = 0;
+};
+
+TEST_F(DensityTest, PicturesAreAskedForWhenTheDensityCrossesTheLimitAndOnlyOnce) {
+    attach();
+    context.scale = 1.49;
+    EXPECT_EQ(panelColour(), QColor(Qt::darkBlue));
+    EXPECT_EQ(asked, 0);
+    context.scale = 1.5;
+    EXPECT_EQ(panelColour(), QColor(Qt::darkRed));
+    EXPECT_EQ(buttonColour(), QColor(Qt::darkRed));
+    context.scale = 1;
+    EXPECT_EQ(panelColour(), QColor(Qt::darkBlue));
+    EXPECT_EQ(buttonColour(), QColor(Qt::darkBlue));
+    context.scale = 2;
+    EXPECT_EQ(panelColour(), QColor(Qt::darkRed));
+    EXPECT_EQ(asked, 1);
+}
+
+struct CountPaints : QObject {
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        if (event->type() == QEvent::Paint) ++count;
+        return false;
+    }
+    int count = 0;
+};
+
+TEST_F(DensityTest, AWindowIsPaintedAnewOnAnotherScreenAndInAnotherDensity) {
+    attach();
+    CountPaints paints;
+    widget().installEventFilter(&paints);
+    settle();
+    const int before = paints.count;
+    emit screen().logicalDotsPerInchChanged(144);
+    EXPECT_TRUE(test::waitUntil([&] { return paints.count > before; }));
+    const int then = paints.count;
+    QEvent other(QEvent::ScreenChangeInternal);
+    QCoreApplication::sendEvent(&widget(), &other);
+    EXPECT_TRUE(test::waitUntil([&] { return paints.count > then; }));
+    widget().removeEventFilter(&paints);
+}
+
 }  // namespace
 }  // namespace corvane

@@ -11,15 +11,16 @@ namespace {
 
 struct DenseScreen : FakePictures, DensePictures {
     explicit DenseScreen(CallLog& log) : FakePictures(log) { add("/s/A.BMP", 10, 4); }
-    bool denseWanted() const override { return wanted; }
-    Picture paired(const Picture& /*plain*/, const Picture& dense) override { return joined = dense; }
+    Picture paired(const Picture& plain, std::function<Picture()> dense) override {
+        ask = std::move(dense);
+        return plain;
+    }
     Picture joinedWith() {
         const Picture plain = decode("/s/A.BMP").picture;
         withDense(*this, plain, "/s/A.BMP");
-        return joined;
+        return ask();
     }
-    bool wanted = true;
-    Picture joined;
+    std::function<Picture()> ask;
 };
 
 struct DenseSkin : ::testing::Test {
@@ -38,12 +39,11 @@ TEST(DenseNames, AreNoSkinsBesideTheirOwn) {
     EXPECT_EQ(withoutDense(names), (std::vector<std::string>{"A.BMP", "B@2X.BMP"}));
 }
 
-TEST_F(DenseSkin, IsReadOnlyForADenseScreen) {
-    screen.add("/s/A@2X.BMP", 20, 8);
+TEST_F(DenseSkin, IsReadWhenADenseScreenAsksForIt) {
+    withDense(screen, screen.decode("/s/A.BMP").picture, "/s/A.BMP");
+    screen.add("/s/A@2X.BMP", 20, 8);  // later than the skin was loaded
+    EXPECT_EQ(screen.ask().width(), 20);
     EXPECT_EQ(screen.joinedWith().width(), 20);
-    screen.joined = {};
-    screen.wanted = false;
-    EXPECT_TRUE(screen.joinedWith().empty());
 }
 
 TEST_F(DenseSkin, OfAWrongSizeIsLeftOut) {
