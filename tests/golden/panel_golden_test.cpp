@@ -152,9 +152,10 @@ TEST_P(ScaledPanelGolden, PaintedPartByPartItShowsNoSeam) {
 
 INSTANTIATE_TEST_SUITE_P(Skins, ScaledPanelGolden,
                          ::testing::Values(ScaledSkin{"DEFAULT", 1}, ScaledSkin{"DEFAULT", 1.25},
-                                           ScaledSkin{"DEFAULT", 1.5}, ScaledSkin{"DEFAULT", 2}, ScaledSkin{"BRASS", 1},
-                                           ScaledSkin{"BRASS", 1.25}, ScaledSkin{"BRASS", 1.5}, ScaledSkin{"BRASS", 2},
-                                           ScaledSkin{"SLIM", 1}, ScaledSkin{"SLIM", 1.25}, ScaledSkin{"SLIM", 1.5},
+                                           ScaledSkin{"DEFAULT", 1.5}, ScaledSkin{"DEFAULT", 1.75},
+                                           ScaledSkin{"DEFAULT", 2}, ScaledSkin{"BRASS", 1}, ScaledSkin{"BRASS", 1.25},
+                                           ScaledSkin{"BRASS", 1.5}, ScaledSkin{"BRASS", 2}, ScaledSkin{"SLIM", 1},
+                                           ScaledSkin{"SLIM", 1.25}, ScaledSkin{"SLIM", 1.5}, ScaledSkin{"SLIM", 1.75},
                                            ScaledSkin{"SLIM", 2}, ScaledSkin{"PAPER", 1}, ScaledSkin{"PAPER", 1.25},
                                            ScaledSkin{"PAPER", 1.5}, ScaledSkin{"PAPER", 2}),
                          [](const auto& tried) {
