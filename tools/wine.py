@@ -49,6 +49,8 @@ class Wine:
             # Without a graphics card the child window of a movie stays grey otherwise.
             self.run("reg", "add", r"HKCU\Software\Wine\Direct3D", "/v", "renderer", "/d", "gdi", "/f")
         self._serve("-p")
+        # The first program starts the system's services, which would keep its output open for as long as they live.
+        self.run("cmd", "/c", "ver")
         return self
 
     def stop(self):
