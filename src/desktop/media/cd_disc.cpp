@@ -12,8 +12,11 @@
 
 #include <algorithm>
 #include <bit>
+#include <cctype>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <sstream>
 
 namespace corvane {
 
@@ -115,12 +118,40 @@ private:
     std::int64_t next_ = -1;  ///< the sector that the reader gives next; -1: it must seek
 };
 
+/// The sheet of an image names a file before its first track. libcdio does not look, and writes before its table of
+/// tracks when there was none.
+bool sheetNamesFileFirst(const fs::path& sheet) {
+    std::ifstream lines(sheet);
+    for (std::string line; std::getline(lines, line);) {
+        std::string word;
+        std::istringstream(line) >> word;
+        std::transform(word.begin(), word.end(), word.begin(),
+                       [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+        if (word == "FILE") return true;
+        if (word == "TRACK" || word == "INDEX" || word == "PREGAP" || word == "POSTGAP") return false;
+    }
+    return true;
+}
+
+/// What libcdio would read as a sheet: the place itself, or the sheet beside a track file.
+bool sheetsAreSound(const fs::path& place) {
+    std::error_code error;
+    for (const fs::path& sheet :
+         {place, fs::path(place).replace_extension(".cue"), fs::path(place).replace_extension(".CUE")}) {
+        const std::string ending = sheet.extension().string();
+        const bool isSheet = ending == ".cue" || ending == ".CUE";
+        if (isSheet && fs::is_regular_file(sheet, error) && !sheetNamesFileFirst(sheet)) return false;
+    }
+    return true;
+}
+
 }  // namespace
 
 OpenedDisc openDisc(const std::string& place, CdDisc::Reading reading) {
     silenceLibrary();
     std::error_code error;
     if (!fs::exists(place, error)) return {nullptr, "There is no disc at " + place};
+    if (!sheetsAreSound(place)) return {nullptr, "No disc can be read at " + place};
     DiscHandle handle(cdio_open(place.c_str(), DRIVER_UNKNOWN));
     if (!handle) return {nullptr, "No disc can be read at " + place};
     std::vector<CdTrack> tracks = readTracks(handle.get());

@@ -7,6 +7,7 @@
 
 #include "desktop/media/cd_disc.h"
 #include "unit/desktop/cd_image.h"
+#include "unit/desktop/offscreen.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 // The library forgets some bytes of a damaged cue sheet.
@@ -153,6 +154,17 @@ TEST(CdSound, DamagedCueSheetsNeverEndTheProgram) {
         } else {
             EXPECT_NE(opened.reason, "");
         }
+    }
+}
+
+TEST(CdImages, ASheetWithATrackBeforeAnyFileIsNoDisc) {
+    test::TemporaryFolder folder;
+    for (const char* sheet :
+         {" TRACK 99 AUDIO", "rem x\n  track 01 AUDIO\nFILE \"a.bin\" BINARY\n", "INDEX 01 00:00:00\n"}) {
+        folder.write("disc.cue", sheet);
+        folder.write("disc.bin", "x");
+        EXPECT_EQ(openDisc(folder.in("disc.cue")).disc, nullptr) << sheet;
+        EXPECT_EQ(openDisc(folder.in("disc.bin")).disc, nullptr) << sheet;
     }
 }
 
