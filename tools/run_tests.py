@@ -5,7 +5,7 @@
 Groups: rule scripts (tests/rules/*.py), shipped files (samples, skins, the installed tree), test programs of build/release, the same of build/asan (portable core) and the
 end-to-end stories (tests/e2e/run.py); at the end, the rule book (tests/rules.md) against what ran. What passed and has not
 changed since is counted and not run again.
-The last line is "N passed, N failed".
+The last line is "N passed, N failed, N skipped".
 """
 
 import argparse
@@ -49,7 +49,7 @@ class Counts:
         print(f"   {name:28} {counts}  ({remark})", flush=True)
 
     def last_line(self):
-        return f"{self.passed} passed, {self.failed} failed" + (f", {self.skipped} skipped" if self.skipped else "")
+        return f"{self.passed} passed, {self.failed} failed, {self.skipped} skipped"
 
 
 class Memory:
@@ -67,7 +67,7 @@ class Memory:
         return entry["counts"] if self.use and entry and entry["key"] == key else None
 
     def keep(self, name, key, counts):
-        if counts[1]:
+        if counts[1] or counts[2]:  # what was skipped may be possible by the next time: another user, another package
             self.known.pop(name, None)
         else:
             self.known[name] = {"key": key, "counts": counts}
@@ -169,6 +169,8 @@ def lines_test(name, command, seconds, session=None):
     for line in output.splitlines():
         if line.startswith("FAIL"):
             show_failure(name, line[5:])
+        elif line.startswith("SKIP"):
+            print(f"   skipped {name}: {line[5:]}", flush=True)
     if code != 0 and not failed:
         show_failure(name, "did not end in time" if code is None else "\n".join(output.splitlines()[-SHOWN_FAILURES:]))
         return passed, 1, skipped

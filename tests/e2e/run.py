@@ -2,8 +2,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Plays the end-to-end stories against a built program: run.py [--workers N] [--windows] PROGRAM [PATTERN].
 
-Prints one line a story, "PASS name (seconds)" or "FAIL name: why", and ends with 1 when one failed. A failed story
-leaves its screen, its sound and the program's messages in build/e2e/. --windows: the program is a Windows one; the
+Prints one line a story, "PASS name (seconds)", "SKIP name: why" where this machine cannot play it, or "FAIL name: why", and
+ends with 1 when one failed. A failed story leaves its screen, its sound and the program's messages in build/e2e/. --windows: the program is a Windows one; the
 stories of windows_stories/ are played, under Wine.
 """
 
@@ -20,6 +20,7 @@ HERE = pathlib.Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE))
 
 from harness import PROJECT  # noqa: E402
+from harness.expect import StorySkipped  # noqa: E402
 from harness.story import STORIES, Theatre  # noqa: E402
 from session import SessionError  # noqa: E402
 
@@ -29,6 +30,16 @@ PROOFS = PROJECT / "build" / "e2e"
 def load_stories(folder):
     for file in sorted((HERE / folder).glob("*.py")):
         importlib.import_module(f"{folder}.{file.stem}")
+
+
+def outcome(theatre, told):
+    """PASS, SKIP or FAIL, and why."""
+    try:
+        # A busy machine can make one play late: what fails twice has failed.
+        why = theatre.play(told) and theatre.play(told)
+    except StorySkipped as skipped:
+        return "SKIP", str(skipped)
+    return ("FAIL", why) if why else ("PASS", "")
 
 
 def work(theatre_kind, program, names, results):
@@ -43,11 +54,10 @@ def work(theatre_kind, program, names, results):
                 except queue.Empty:
                     break
                 began = time.monotonic()
-                # A busy machine can make one play late: what fails twice has failed.
-                why = theatre.play(known[name]) and theatre.play(known[name])
-                results.put((name, time.monotonic() - began, why))
+                word, why = outcome(theatre, known[name])
+                results.put((name, time.monotonic() - began, word, why))
     except SessionError as error:
-        results.put(("private desktop", 0.0, str(error)))
+        results.put(("private desktop", 0.0, "FAIL", str(error)))
     finally:
         results.put(None)
 
@@ -89,10 +99,10 @@ def main():
             if result is None:
                 left -= 1
                 continue
-            name, seconds, why = result
+            name, seconds, word, why = result
             told += 1
-            failed += bool(why)
-            print(f"FAIL {name}: {why}" if why else f"PASS {name} ({seconds:.1f} s)", flush=True)
+            failed += word == "FAIL"
+            print(f"{word} {name}: {why}" if why else f"{word} {name} ({seconds:.1f} s)", flush=True)
     finally:
         for worker in workers:
             if worker.is_alive():

@@ -2,9 +2,10 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The rule book (tests/rules.md and the tables that it names): each row is whole, its id stands once, and the tests that it
 names exist. With --ran FOLDER and the groups of a run: each named test ran and passed, as the reports in that folder say;
---partly leaves out tests of other groups. With --list prints id and rule of each row.
+--partly leaves out tests of other groups. Tests that this machine cannot do are named, and are no failure. With --list
+prints id and rule of each row.
 
-Prints "PASS name" and "FAIL name: where" lines; ends with 1 when one failed.
+Prints "PASS name", "SKIP name: where" and "FAIL name: where" lines; ends with 1 when one failed.
 """
 
 import argparse
@@ -12,6 +13,7 @@ import json
 import pathlib
 import re
 import sys
+import tempfile
 from typing import NamedTuple
 
 TESTS = pathlib.Path(__file__).resolve().parents[1]
@@ -119,21 +121,29 @@ def unknown_tests(rows):
                 yield f"{row.id}: {test}"
 
 
-def passed_tests(folder, group):
-    """What ran and passed: for tests with parameters the name without its number, when all of them passed."""
+def story_results(lines):
+    """Stories that passed, and those that were skipped; a reason follows the name, which may hold colons of its own."""
+    passed = {re.sub(r" \([\d.]+ s\)$", "", line[5:]) for line in lines if line.startswith("PASS ")}
+    told = [line[5:] for line in lines if line.startswith("SKIP ")]
+    return passed, {name for name in known_tests("e2e") if any(line.startswith(f"{name}: ") for line in told)}
+
+
+def results_of(folder, group):
+    """What passed and what was skipped: for tests with parameters the name without its number, when it holds of all."""
     if group == "e2e":
-        words = (folder / "e2e.log").read_text().splitlines()
-        return {re.sub(r" \([\d.]+ s\)$", "", line[5:]) for line in words if line.startswith("PASS ")}
-    passed, failed = set(), set()
+        return story_results((folder / "e2e.log").read_text().splitlines())
+    passed, skipped, failed = set(), set(), set()
     for suite in json.loads((folder / f"{group}.json").read_text()).get("testsuites", []):
         for case in suite["testsuite"]:
             name = f"{suite['name']}.{case['name'].partition('/')[0]}"
-            good = case.get("status") == "RUN" and case.get("result") == "COMPLETED" and not case.get("failures")
-            (passed if good else failed).add(name)
-    return passed - failed
+            ran = case.get("status") == "RUN" and not case.get("failures")
+            word = case.get("result") if ran else None
+            {"COMPLETED": passed, "SKIPPED": skipped}.get(word, failed).add(name)
+    return passed - skipped - failed, skipped - failed
 
 
-def tests_not_passed(rows, folder, groups, partly):
+def tests_not_passed(rows, folder, groups, partly, skipped):
+    """Rows whose tests did neither pass nor, for a reason of this machine, get skipped; those are added to `skipped`."""
     results = {}
     for row in rows:
         for test in row.tests:
@@ -144,12 +154,31 @@ def tests_not_passed(rows, folder, groups, partly):
                 continue
             if group not in results:
                 try:
-                    results[group] = passed_tests(folder, group)
+                    results[group] = results_of(folder, group)
                 except (OSError, ValueError) as error:
                     yield f"no report of {group}: {error}"
                     results[group] = None
-            if results[group] is not None and name not in results[group]:
+            if results[group] is None or name in results[group][0]:
+                continue
+            if name in results[group][1]:
+                skipped.append(f"{row.id}: {test}")
+            else:
                 yield f"{row.id}: {test}"
+
+
+def results_seen_failing():
+    """Of what ran, what passed, what was skipped and what failed are told apart."""
+    cases = [("Passed", "COMPLETED", []), ("Skipped", "SKIPPED", []), ("Failed", "COMPLETED", [{}]), ("Missing", "SUPPRESSED", [])]
+    told = [{"name": f"Of{name}", "status": "RUN", "result": word, "failures": failures} for name, word, failures in cases]
+    rows = [Row("", name, "", [f"walk: A.Of{name}"], "fake") for name in ("Passed", "Skipped", "Failed", "Missing", "NotThere")]
+    skipped = []
+    with tempfile.TemporaryDirectory() as folder:
+        pathlib.Path(folder, "walk.json").write_text(json.dumps({"testsuites": [{"name": "A", "testsuite": told}]}))
+        failed = list(tests_not_passed(rows, pathlib.Path(folder), ["walk"], False, skipped))
+    names = sorted(known_tests("e2e"))[:3]
+    stories = story_results([f"PASS {names[0]} (1.0 s)", f"SKIP {names[1]}: a reason: this", f"FAIL {names[2]}: why"])
+    return (skipped == ["Skipped: walk: A.OfSkipped"] and [line.partition(":")[0] for line in failed] == ["Failed", "Missing", "NotThere"]
+            and stories == ({names[0]}, {names[1]}))
 
 
 def seen_failing():
@@ -163,7 +192,7 @@ def seen_failing():
     broken = []
     read_rows(BOOK, table + "| XY-01 | | `walk: A.B` | fake |\n| XY-02 | rule | `walk: A.B` |", broken)
     good = read_rows(BOOK, table + "| XY-01 | a \\| b | `walk: A.B` | fake |", broken)
-    return len(broken) == 2 and not list(wrong_rows(good)) and len(list(unknown_tests(good))) == 1
+    return results_seen_failing() and len(broken) == 2 and not list(wrong_rows(good)) and len(list(unknown_tests(good))) == 1
 
 
 def main():
@@ -180,7 +209,10 @@ def main():
         print("\n".join(f"{row.id} {row.rule}" for row in rows))
         return 0
     if options.ran:
-        not_passed = list(tests_not_passed(rows, options.ran, options.groups, options.partly))
+        skipped = []
+        not_passed = list(tests_not_passed(rows, options.ran, options.groups, options.partly, skipped))
+        if skipped:
+            print(f"SKIP rules that this machine cannot prove: {'; '.join(skipped)}")
         results = {f"the tests of {len(rows)} rules ran and passed": not_passed}
     else:
         results = {"each row of the rule book is whole": broken + list(wrong_rows(rows)) or ([] if rows else ["no rows"]),

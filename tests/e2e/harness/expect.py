@@ -8,6 +8,10 @@ class StoryFailure(AssertionError):
     """What was expected did not happen."""
 
 
+class StorySkipped(Exception):
+    """The story cannot do its work on this machine; the text says why."""
+
+
 def wait(what, condition, seconds=5.0, pause=0.03):
     """Polls until condition() is true and returns its value; after the deadline the story fails, naming `what`."""
     deadline = time.monotonic() + seconds
@@ -32,6 +36,10 @@ def steady(what, condition, seconds, pause=0.05):
 def check(condition, what):
     if not condition:
         raise StoryFailure(what)
+
+
+def skip(why):
+    raise StorySkipped(why)
 
 
 def equal(actual, expected, what):

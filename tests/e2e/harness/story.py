@@ -11,6 +11,7 @@ from session import Session
 
 from .accessibility import Accessibility
 from .desk import Desk
+from .expect import StorySkipped
 from .player import Player, set_sink_volume
 from .sound import Recorder
 
@@ -94,7 +95,7 @@ class Theatre:
         self.session.stop()
 
     def play(self, told):
-        """Plays one story; returns an empty text, or why it failed."""
+        """Plays one story; returns an empty text, or why it failed. Raises StorySkipped when it cannot be played here."""
         self.count += 1
         stage = Stage(self, self.count)
         proof = self.proofs / told.name.replace(": ", "-").replace(" ", "_")
@@ -102,6 +103,8 @@ class Theatre:
             told.play(stage)
             shutil.rmtree(proof, ignore_errors=True)
             return ""
+        except StorySkipped:
+            raise
         except Exception as error:  # noqa: BLE001: any error is the story's failure
             stage.keep_proof(proof)
             (proof / "error.txt").write_text(traceback.format_exc())
