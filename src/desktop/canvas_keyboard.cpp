@@ -47,20 +47,17 @@ void CanvasWindow::showFocus() {
         return;
     }
     if (ring_ == nullptr) ring_ = new FocusRing(*this);
-    ring_->surround(hitRect(*control));
+    ring_->surround(placeOf(*control));
 }
 
 /// The mouse could press something here now: no box and no menu is up, and the window is on the screen.
 bool CanvasWindow::takesMouse() const {
-    return bound() && isVisible() && isEnabled() && buttons_ == 0 && !context().loop.held() &&
+    return bound() && isVisible() && isEnabled() && !pointer_.holdsButton() && !context().loop.held() &&
            QApplication::activeModalWidget() == nullptr && QApplication::activePopupWidget() == nullptr;
 }
 
 void CanvasWindow::clickMiddle(Control& control, int button) {
-    if (!takesMouse() || !(&control == &form() || control.Visible)) return;
-    const QPointF middle = &control == &form() ? QRectF(rect()).center() : hitRect(control).center();
-    press(control, button, {}, middle, false);
-    if (bound() && (buttons_ & button) != 0) release(button, {}, middle);
+    if (takesMouse() && (&control == &form() || control.Visible)) pointer_.click(control, button);
 }
 
 void CanvasWindow::pressSoon(Control& control, int button) {

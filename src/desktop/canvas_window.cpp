@@ -28,6 +28,11 @@ CanvasWindow::CanvasWindow(Form& form, DesktopContext& context) : FormWindow(for
 
 CanvasWindow::~CanvasWindow() = default;
 
+QRectF CanvasWindow::toWidget(const Rectangle& twips) const {
+    const Rectangle scaled = twips.scaled(context().scale / static_cast<double>(kTwipsPerPixel));
+    return {scaled.x, scaled.y, scaled.width, scaled.height};
+}
+
 void CanvasWindow::onBound() {
     setWindowTitle(toQString(form().Caption));
     takeGeometry();
@@ -36,7 +41,7 @@ void CanvasWindow::onBound() {
 }
 
 void CanvasWindow::onUnbinding() {
-    letGo();
+    pointer_.letGo();
     setFocused(nullptr);
     if (isKnown_) forgetControls(*this);
 }
@@ -54,7 +59,7 @@ void CanvasWindow::propertyChanged(Control& control, PropertyId property) {
     if (QAccessible::isActive()) announce(*this, control, property);
     if (&control == keyboard_.control()) showFocus();
     if (property == PropertyId::Value || property == PropertyId::Checked) return;  // seen by nobody
-    if (&control == target_ && (property == PropertyId::Visible || property == PropertyId::Enabled)) setHeld(false);
+    pointer_.controlChanged(control, property);
     controlChanged(control, property);
 }
 
@@ -98,7 +103,7 @@ void CanvasWindow::takeGeometry() {
 void CanvasWindow::takeVisibility() {
     if (form().Visible == isVisible()) return;
     if (!form().Visible) {
-        loseMouse();
+        pointer_.lose();
         hide();
         return;
     }
@@ -115,7 +120,7 @@ void CanvasWindow::takeWindowState() {
     const bool minimise = form().WindowState == WindowState::Minimized;
     if (minimise == isMinimized()) return;
     if (minimise) {
-        loseMouse();
+        pointer_.lose();
         showMinimized();
     } else {
         showNormal();
@@ -191,17 +196,17 @@ void CanvasWindow::requestClose() {
 bool CanvasWindow::event(QEvent* event) {
     if (bound() && event->type() == QEvent::ToolTip) {
         const auto* help = static_cast<QHelpEvent*>(event);
-        Control* const control = hit(help->pos());
+        Control* const control = pointer_.hit(toForm(help->pos()));
         const QString text = control != nullptr ? toolTip(*control) : QString();
         if (text.isEmpty()) {
             QToolTip::hideText();
         } else {
-            QToolTip::showText(help->globalPos(), text, this, hitRect(*control).toAlignedRect());
+            QToolTip::showText(help->globalPos(), text, this, placeOf(*control).toAlignedRect());
         }
         return true;
     }
     if (event->type() == QEvent::ScreenChangeInternal) update();  // it may be denser or less dense
-    if (event->type() == QEvent::WindowBlocked) loseMouse();      // a box is up: it gets the release
+    if (event->type() == QEvent::WindowBlocked) pointer_.lose();  // a box is up: it gets the release
     return QWidget::event(event);
 }
 
@@ -216,7 +221,7 @@ void CanvasWindow::focusInEvent(QFocusEvent* event) {
 
 void CanvasWindow::focusOutEvent(QFocusEvent* event) {
     QWidget::focusOutEvent(event);
-    if (event->reason() == Qt::PopupFocusReason) loseMouse();  // a menu is up: it gets the release
+    if (event->reason() == Qt::PopupFocusReason) pointer_.lose();  // a menu is up: it gets the release
     if (bound()) post([this] { form().LostFocus.raise(); });
 }
 

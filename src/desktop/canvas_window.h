@@ -7,6 +7,7 @@
 
 #include "desktop/form_window.h"
 #include "forms/keyboard_focus.h"
+#include "toolkit/pointer.h"
 
 namespace corvane {
 
@@ -14,14 +15,16 @@ class FocusRing;
 
 /// A borderless window whose controls are drawn, not widgets. This class is its geometry, window state and input;
 /// the deriving classes say where controls are and paint them. Positions are logical pixels of the widget.
-class CanvasWindow : public QWidget, public FormWindow {
+class CanvasWindow : public QWidget, public FormWindow, protected Pointer::Host {
 public:
     CanvasWindow(Form& form, DesktopContext& context);
     ~CanvasWindow() override;
 
     QWidget* widget() override { return this; }
+    bool bound() const override { return FormWindow::bound(); }
+    Form& form() const override { return FormWindow::form(); }
     /// Moves the window with the pointer once it has left the place of the press; ends with the button's release.
-    void beginDrag() override;
+    void beginDrag() override { pointer_.beginDrag(); }
     /// Files from elsewhere (another start of the program) as a drop on this form.
     void dropFiles(const DropData& dropped);
     bool takesFiles() const;
@@ -31,7 +34,7 @@ public:
     void screensChanged();
 
     // For assistive programs. What they ask for is done as an event of its own, and only where the mouse could do it.
-    QRectF placeOf(const Control& control) const { return hitRect(control); }
+    QRectF placeOf(const Control& control) const { return toWidget(hitRect(control)); }  ///< where it takes the mouse
     /// A button of the mouse pressed and released in the middle of the control.
     void pressSoon(Control& control, int button);
     void setValueSoon(MouseControl& control, double value);
@@ -42,21 +45,20 @@ public:
     void rememberAccessible() { isKnown_ = true; }  ///< assistive programs know of this window
 
 protected:
-    /// The rectangle that takes the mouse for a control; empty: none.
-    virtual QRectF hitRect(const Control& control) const = 0;
     /// What to say when the pointer rests on a control.
     virtual QString toolTip(const Control& control) const;
-    /// A control was pressed or let go (its picture changes).
-    virtual void pressedChanged(Control& /*control*/) {}
     /// A control's appearance or place changed.
     virtual void controlChanged(Control& control, PropertyId property) = 0;
 
-    const Control* pressed() const { return held_ ? target_ : nullptr; }
-    Control* hit(QPointF position) const;
-    MouseArgs mouseArgs(const Control& control, int button, Qt::KeyboardModifiers modifiers, QPointF position) const;
+    const Control* pressed() const { return pointer_.pressed(); }
+    QRectF toWidget(const Rectangle& twips) const;
 
-    // Input, also handed over by a surface elsewhere on the screen: the target is chosen by the caller there.
-    void press(Control& target, int button, Qt::KeyboardModifiers modifiers, QPointF position, bool isDouble);
+    // Pointer::Host; hitRect() is for the deriving class.
+    void pressedChanged(Control& /*control*/) override {}
+    void enter(const EventLoop::Handler& handler) override { FormWindow::enter(handler); }
+    void post(EventLoop::Handler handler) override { FormWindow::post(std::move(handler)); }
+
+    // Also handed over by a surface elsewhere on the screen.
     void keyDown(QKeyEvent& event);
     void keyUp(QKeyEvent& event);
 
@@ -89,26 +91,18 @@ private:
     enum class Sight { Screens, FreeOfBars };
     void keepInSight(Sight sight);
     void tellPlace();  ///< to the form
-    void release(int button, Qt::KeyboardModifiers modifiers, QPointF position);
+    Pointer::Place toForm(QPointF position) const;
     PictureBox* keyBox() const;
     bool takeFocusKey(const KeyArgs& key, bool isRepeat);
     void showFocus();
     bool takesMouse() const;
     void clickMiddle(Control& control, int button);
-    bool dragStep(QPoint globalPosition);
-    void setHeld(bool held);
-    void letGo();
-    /// The pointer is taken away while a button is held (a box, a menu, minimised): what was pressed is let go.
-    void loseMouse();
+    void dragStep(QPoint globalPosition);
 
-    Control* target_ = nullptr;  ///< has the mouse from press to release
-    int buttons_ = 0;            ///< held on the target
-    bool held_ = false;          ///< the target is a button, held by the left button, with the pointer inside
-    bool dragging_ = false;      ///< the form asked to be moved with the pointer
-    bool moved_ = false;         ///< it was moved: the release is no click
-    QPoint pressedAt_;           ///< of the screen
-    QPoint windowAt_;            ///< the window's place at the press
-    bool taking_ = false;        ///< the window itself changes the form's properties
+    Pointer pointer_{*this};
+    QPoint pressedAt_;     ///< of the screen
+    QPoint windowAt_;      ///< the window's place at the press
+    bool taking_ = false;  ///< the window itself changes the form's properties
 
     KeyboardFocus keyboard_;
     FocusRing* ring_ = nullptr;  ///< a child widget, made when it is first needed

@@ -7,6 +7,7 @@
 
 #include "desktop/full_screen_window.h"
 #include "desktop/qt_pictures.h"
+#include "toolkit/control_place.h"
 
 namespace corvane {
 
@@ -59,19 +60,16 @@ void MediaWindow::beginDrag() {
     if (!isFullScreenShown()) CanvasWindow::beginDrag();
 }
 
-QRectF MediaWindow::place(const Control& control) const {
-    const bool pixels = control.kind() == ControlKind::PictureBox &&
-                        static_cast<const PictureBox&>(control).Scale == ScaleMode::InPixels;
-    const double unit = context().scale / (pixels ? 1.0 : static_cast<double>(kTwipsPerPixel));
-    return {static_cast<double>(control.Left) * unit, static_cast<double>(control.Top) * unit,
-            static_cast<double>(control.Width) * unit, static_cast<double>(control.Height) * unit};
+Rectangle MediaWindow::hitRect(const Control& control) const {
+    if (&control == movie_ && isFullScreenShown()) {
+        const double unit = static_cast<double>(kTwipsPerPixel) / context().scale;
+        return {0, 0, fullScreen_->width() * unit, fullScreen_->height() * unit};
+    }
+    const bool takesMouse = control.kind() == ControlKind::PictureBox || control.kind() == ControlKind::Movie;
+    return takesMouse ? placeOnForm(control) : Rectangle();
 }
 
-QRectF MediaWindow::hitRect(const Control& control) const {
-    if (&control == movie_ && isFullScreenShown()) return fullScreen_->rect();
-    return control.kind() == ControlKind::PictureBox || control.kind() == ControlKind::Movie ? place(control)
-                                                                                             : QRectF();
-}
+QRectF MediaWindow::place(const Control& control) const { return toWidget(placeOnForm(control)); }
 
 QRect MediaWindow::movieArea() const { return movie_ != nullptr ? place(*movie_).toAlignedRect() & rect() : QRect(); }
 

@@ -20,7 +20,7 @@ public:
     void beginDrag() override;  ///< nothing while the movie fills the screen
 
 protected:
-    QRectF hitRect(const Control& control) const override;
+    Rectangle hitRect(const Control& control) const override;
     void controlChanged(Control& control, PropertyId property) override;
     void onBound() override;
     void onUnbinding() override;

@@ -32,18 +32,13 @@ void PaintedWindow::onBound() {
     CanvasWindow::onBound();
 }
 
-QRectF PaintedWindow::toWidget(const Rectangle& twips) const {
-    const Rectangle scaled = twips.scaled(context().scale / static_cast<double>(kTwipsPerPixel));
-    return {scaled.x, scaled.y, scaled.width, scaled.height};
-}
-
 QImage PaintedWindow::pictureOf(const Control& control) const {
     return imageOf(pictureShown(control, pressed() == &control));
 }
 
 QRectF PaintedWindow::paintRect(const Control& control) const { return toWidget(paintPlace(form(), control)); }
 
-QRectF PaintedWindow::hitRect(const Control& control) const {
+Rectangle PaintedWindow::hitRect(const Control& control) const {
     double textTwips = 0;
     if (control.kind() == ControlKind::Label && control.Width <= 0) {
         const auto& label = static_cast<const Label&>(control);
@@ -51,7 +46,7 @@ QRectF PaintedWindow::hitRect(const Control& control) const {
         const double unit = static_cast<double>(kTwipsPerPixel) / context().scale;
         textTwips = metrics.horizontalAdvance(toQString(label.Caption)) * unit;
     }
-    return toWidget(hitPlace(form(), control, textTwips));
+    return hitPlace(form(), control, textTwips);
 }
 
 QString PaintedWindow::toolTip(const Control& control) const {
@@ -173,7 +168,7 @@ QRegion PaintedWindow::coverAbove(const Control& control) const {
     if (above == controls.end()) return cover;
     for (++above; above != controls.end(); ++above) {
         const QImage picture = (*above)->Visible ? pictureOf(**above) : QImage();
-        if (!picture.isNull() && !picture.hasAlphaChannel()) cover += hitRect(**above).toRect();
+        if (!picture.isNull() && !picture.hasAlphaChannel()) cover += placeOf(**above).toRect();
     }
     return cover;
 }

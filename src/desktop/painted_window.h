@@ -5,7 +5,6 @@
 #include <map>
 
 #include "desktop/canvas_window.h"
-#include "toolkit/rectangle.h"
 
 namespace corvane {
 
@@ -17,7 +16,7 @@ public:
     PaintedWindow(Form& form, DesktopContext& context);
 
 protected:
-    QRectF hitRect(const Control& control) const override;
+    Rectangle hitRect(const Control& control) const override;
     QString toolTip(const Control& control) const override;
     void pressedChanged(Control& control) override;
     void controlChanged(Control& control, PropertyId property) override;
@@ -25,7 +24,6 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QRectF toWidget(const Rectangle& twips) const;
     QRectF paintRect(const Control& control) const;  ///< where a control draws, logical pixels; empty: nowhere
     QImage pictureOf(const Control& control) const;
     void repaintControl(const Control& control);

@@ -20,17 +20,16 @@ Control* Pointer::hit(Place at) const {
 }
 
 MouseArgs Pointer::arguments(const Control& control, int button, int shift, Place at) const {
-    const Rectangle place = &control == &host_.form() ? Rectangle{} : host_.hitRect(control);
+    const Rectangle place = placeOf(control);
     const bool pixels = control.kind() == ControlKind::PictureBox &&
                         static_cast<const PictureBox&>(control).Scale == ScaleMode::InPixels;
     const double unit = pixels ? static_cast<double>(kTwipsPerPixel) : 1.0;
     return {button, shift, static_cast<float>((at.x - place.x) / unit), static_cast<float>((at.y - place.y) / unit)};
 }
 
-bool Pointer::isInside(const Control& control, Place at) const {
-    if (&control != &host_.form()) return host_.hitRect(control).contains(at.x, at.y);
-    const Rectangle whole{0, 0, static_cast<double>(control.Width), static_cast<double>(control.Height)};
-    return whole.contains(at.x, at.y);
+Rectangle Pointer::placeOf(const Control& control) const {
+    if (&control != &host_.form()) return host_.hitRect(control);
+    return {0, 0, static_cast<double>(control.Width), static_cast<double>(control.Height)};
 }
 
 void Pointer::setHeld(bool held) {
@@ -63,7 +62,11 @@ void Pointer::controlChanged(const Control& control, PropertyId property) {
 }
 
 void Pointer::press(int button, int shift, Place at, bool isDouble) {
-    Control* target = buttons_ != 0 && target_ != nullptr ? target_ : hit(at);
+    pressOn(buttons_ != 0 && target_ != nullptr ? *target_ : *hit(at), button, shift, at, isDouble);
+}
+
+void Pointer::pressOn(Control& chosen, int button, int shift, Place at, bool isDouble) {
+    Control* target = &chosen;
     if (!target->Enabled && target != &host_.form()) {
         // A disabled control takes no click; the other buttons of the mouse mean the form beneath it.
         if (button == kLeftButton) return;
@@ -85,7 +88,8 @@ void Pointer::move(int shift, Place at) {
     Control* const target = target_ != nullptr ? target_ : hit(at);
     MouseControl* const mouse = asMouse(target);
     if (mouse == nullptr || (!target->Enabled && target != &host_.form())) return;
-    if (target == target_ && isButton(*target) && (buttons_ & kLeftButton) != 0) setHeld(isInside(*target, at));
+    if (target == target_ && isButton(*target) && (buttons_ & kLeftButton) != 0)
+        setHeld(placeOf(*target).contains(at.x, at.y));
     if (!mouse->MouseMove.isTied()) return;
     const MouseArgs args = arguments(*target, 0, shift, at);
     host_.enter([&] { mouse->MouseMove.raise(args); });
@@ -98,8 +102,8 @@ void Pointer::release(int button, int shift, Place at) {
     const bool isForm = target == &host_.form();
     buttons_ &= ~button;
     if (button == kLeftButton) dragging_ = false;
-    const bool click =
-        button == kLeftButton && isInside(*target, at) && !moved_ && target->Visible && (target->Enabled || isForm);
+    const bool inside = placeOf(*target).contains(at.x, at.y);
+    const bool click = button == kLeftButton && inside && !moved_ && target->Visible && (target->Enabled || isForm);
     if (button == kLeftButton) setHeld(false);
     if (buttons_ == 0) target_ = nullptr;
     const MouseArgs args = arguments(*target, button, shift, at);
@@ -109,6 +113,13 @@ void Pointer::release(int button, int shift, Place at) {
         if (released && host_.bound()) mouse->MouseUp.raise(args);
         if (click && host_.bound() && !isButton(*target)) mouse->Click.raise();
     });
+}
+
+void Pointer::click(Control& control, int button) {
+    const Rectangle place = placeOf(control);
+    const Place middle{place.x + place.width / 2, place.y + place.height / 2};
+    pressOn(control, button, 0, middle, false);
+    if (host_.bound()) release(button, 0, middle);
 }
 
 void Pointer::beginDrag() { dragging_ = target_ != nullptr && (buttons_ & kLeftButton) != 0; }

@@ -41,6 +41,8 @@ public:
     bool holdsButton() const { return buttons_ != 0; }
 
     void press(int button, int shift, Place at, bool isDouble);
+    /// A button pressed and released in the middle of a control, whatever lies above it.
+    void click(Control& control, int button);
     void move(int shift, Place at);
     void release(int button, int shift, Place at);
     /// A control is hidden or disabled: it is no longer held.
@@ -55,10 +57,12 @@ public:
     void beginDrag();
     /// The window has really been moved: the release is no click.
     void moved() { moved_ = true; }
+    bool wasMoved() const { return moved_; }  ///< since the press
 
 private:
     MouseArgs arguments(const Control& control, int button, int shift, Place at) const;
-    bool isInside(const Control& control, Place at) const;
+    Rectangle placeOf(const Control& control) const;
+    void pressOn(Control& chosen, int button, int shift, Place at, bool isDouble);
     void setHeld(bool held);
 
     Host& host_;

@@ -53,11 +53,7 @@ bool CanvasWindow::takesMouse() const {
 }
 
 void CanvasWindow::clickMiddle(Control& control) {
-    if (!takesMouse() || !control.Visible) return;
-    const Rectangle place = hitRect(control);
-    const Pointer::Place middle{place.x + place.width / 2, place.y + place.height / 2};
-    pointer_.press(kLeftButton, 0, middle, false);
-    if (bound() && pointer_.holdsButton()) pointer_.release(kLeftButton, 0, middle);
+    if (takesMouse() && control.Visible) pointer_.click(control, kLeftButton);
 }
 
 void CanvasWindow::pressSoon(Control& control) {

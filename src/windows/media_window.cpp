@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "toolkit/control_place.h"
 #include "windows/dib.h"
 #include "windows/full_screen_window.h"
 
@@ -47,14 +48,6 @@ void MediaWindow::takeScale() {
     retarget();
 }
 
-Rectangle MediaWindow::place(const Control& control) const {
-    const bool inPixels = control.kind() == ControlKind::PictureBox &&
-                          static_cast<const PictureBox&>(control).Scale == ScaleMode::InPixels;
-    const Rectangle own{static_cast<double>(control.Left), static_cast<double>(control.Top),
-                        static_cast<double>(control.Width), static_cast<double>(control.Height)};
-    return inPixels ? own.scaled(static_cast<double>(kTwipsPerPixel)) : own;
-}
-
 Rectangle MediaWindow::hitRect(const Control& control) const {
     if (&control == movie_ && isFullScreenShown()) {
         RECT whole{};
@@ -62,7 +55,7 @@ Rectangle MediaWindow::hitRect(const Control& control) const {
         return {0, 0, static_cast<double>(context().toTwips(whole.right)),
                 static_cast<double>(context().toTwips(whole.bottom))};
     }
-    return control.kind() == ControlKind::PictureBox || control.kind() == ControlKind::Movie ? place(control)
+    return control.kind() == ControlKind::PictureBox || control.kind() == ControlKind::Movie ? placeOnForm(control)
                                                                                              : Rectangle();
 }
 
@@ -70,7 +63,7 @@ RECT MediaWindow::movieArea() const {
     RECT client{};
     GetClientRect(handle(), &client);
     if (movie_ == nullptr) return {};
-    const Rectangle exact = pixels(place(*movie_));
+    const Rectangle exact = pixels(placeOnForm(*movie_));
     const RECT wanted{std::lround(exact.x), std::lround(exact.y), std::lround(exact.right()),
                       std::lround(exact.bottom())};
     RECT seen{};
@@ -126,10 +119,10 @@ void MediaWindow::paint(HDC screen, const RECT& dirty) {
         const Picture& picture = box.Picture;
         const bool painted = box.paintedWidth() > 0 && box.paintedHeight() > 0;
         const double unit = painted && box.Scale == ScaleMode::InTwips ? 1.0 : static_cast<double>(kTwipsPerPixel);
-        Rectangle stretched = place(box);
+        Rectangle stretched = placeOnForm(box);
         stretched.width = (painted ? static_cast<double>(box.paintedWidth()) : picture.width()) * unit;
         stretched.height = (painted ? static_cast<double>(box.paintedHeight()) : picture.height()) * unit;
-        picture_.draw(target, dirty, picture, pixels(stretched), pixels(place(box)));
+        picture_.draw(target, dirty, picture, pixels(stretched), pixels(placeOnForm(box)));
     }
     target.show(screen, dirty.left, dirty.top);
 }

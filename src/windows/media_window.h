@@ -30,8 +30,7 @@ protected:
     LRESULT message(UINT message, WPARAM first, LPARAM second) override;
 
 private:
-    Rectangle place(const Control& control) const;  ///< twips
-    RECT movieArea() const;                         ///< the part of the movie control that the form shows, pixels
+    RECT movieArea() const;  ///< the part of the movie control that the form shows, pixels
     bool isFullScreenShown() const;
     void takeFullScreen();
     void retarget();  ///< tells the surface where its video belongs

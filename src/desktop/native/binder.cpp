@@ -38,6 +38,8 @@ void Binder::changed(PropertyId property) {
     }
 }
 
+QString Binder::marked(const std::string& caption) const { return toQString(window_.keys().marked(control_, caption)); }
+
 void Binder::flush() { widget_->setGeometry(window_.scale().rectangle(control_)); }
 
 void Binder::takeAll() {

@@ -44,6 +44,7 @@ public:
     Twips designHeight() const { return designHeight_; }
 
 protected:
+    QString marked(const std::string& caption) const;  ///< as a text of the widget, its access key marked
     void flushSoon();
 
 private:

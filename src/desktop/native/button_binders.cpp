@@ -22,7 +22,7 @@ public:
                          [this] { this->window().run([this] { button_.Click.raise(); }); });
     }
     void changed(PropertyId property) override {
-        if (property == PropertyId::Caption) push().setText(window().mnemonics().text(button_, button_.Caption));
+        if (property == PropertyId::Caption) push().setText(marked(button_.Caption));
         if (property == PropertyId::Default) push().setDefault(button_.Default);
         Binder::changed(property);
     }
@@ -51,7 +51,7 @@ public:
                          [this](bool on) { this->window().run([this, on] { toggle_.Value = on; }); });
     }
     void changed(PropertyId property) override {
-        if (property == PropertyId::Caption) button().setText(window().mnemonics().text(toggle_, toggle_.Caption));
+        if (property == PropertyId::Caption) button().setText(marked(toggle_.Caption));
         if (property == PropertyId::Value) {
             const QSignalBlocker quiet(button());
             button().setChecked(toggle_.Value);
@@ -76,7 +76,7 @@ public:
         : Binder(window, frame, new QGroupBox(&parent)), frame_(frame) {}
     void changed(PropertyId property) override {
         if (property == PropertyId::Caption) {
-            static_cast<QGroupBox&>(widget()).setTitle(window().mnemonics().text(frame_, frame_.Caption));
+            static_cast<QGroupBox&>(widget()).setTitle(marked(frame_.Caption));
         }
         Binder::changed(property);
     }

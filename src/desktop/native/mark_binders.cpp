@@ -51,8 +51,8 @@ public:
     void changed(PropertyId property) override {
         if (property == PropertyId::Caption) {
             // Without a buddy Qt would show the mark itself.
-            const bool marked = label_.Labels != nullptr;
-            text().setText(marked ? window().mnemonics().text(label_, label_.Caption) : toQString(label_.Caption));
+            const bool hasKey = label_.Labels != nullptr;
+            text().setText(hasKey ? marked(label_.Caption) : toQString(label_.Caption));
         }
         Binder::changed(property);
     }

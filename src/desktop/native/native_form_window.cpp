@@ -11,6 +11,7 @@
 #include <cmath>
 
 #include "desktop/input_map.h"
+#include "desktop/native/quiet_mnemonic_style.h"
 
 namespace corvane {
 
@@ -78,7 +79,7 @@ MouseArgs NativeWindow::mouseArgs(const QWidget& /*widget*/, const QMouseEvent& 
 // --- Binding -----------------------------------------------------------------------------------------------------
 
 void NativeWindow::onBound() {
-    mnemonics_ = Mnemonics(form());
+    keys_ = AccessKeys(form());
     makeWidgets();
     takeScale();
     for (const auto& each : binders_) each->takeAll();

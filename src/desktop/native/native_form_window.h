@@ -9,7 +9,7 @@
 #include "desktop/form_window.h"
 #include "desktop/native/binder.h"
 #include "desktop/native/form_scale.h"
-#include "desktop/native/mnemonics.h"
+#include "toolkit/access_keys.h"
 
 namespace corvane {
 
@@ -34,7 +34,7 @@ public:
     void flushSoon(Binder& binder);
 
     const FormScale& scale() const { return scale_; }
-    const Mnemonics& mnemonics() const { return mnemonics_; }
+    const AccessKeys& keys() const { return keys_; }
     /// The widget of a control, or null.
     QWidget* widgetOf(const Control& control) const;
     MouseArgs mouseArgs(const QWidget& widget, const QMouseEvent& event, bool isMove) const;
@@ -71,7 +71,7 @@ private:
     std::map<const Control*, Binder*> byControl_;
     std::vector<Binder*> waiting_;  ///< to be flushed
     FormScale scale_;
-    Mnemonics mnemonics_;
+    AccessKeys keys_;
     std::unique_ptr<QStyle> style_;
     bool shownBefore_ = false;
     bool taking_ = false;    ///< the window itself changes the form's properties

@@ -71,6 +71,26 @@ TEST_F(PointerOnAForm, OtherControlsAreClickedAfterTheirReleaseInTheirOwnUnit) {
     EXPECT_EQ(seen, (Texts{"box down 2", "box double", "box up", "box click"}));
 }
 
+TEST_F(PointerOnAForm, AControlIsClickedWhateverLiesAboveIt) {
+    CommandButton above{&shown, "cmdAbove"};
+    above.Move(150, 150);
+    above.SetSize(300, 300);
+    tie(above, "above");
+    pointer.click(button, kLeftButton);
+    EXPECT_EQ(seen, (Texts{"button down 150", "button click", "button up"}));
+    seen.clear();
+    pointer.click(shown, kRightButton);
+    EXPECT_EQ(seen, (Texts{"form down 1500", "form up"}));
+    EXPECT_FALSE(pointer.holdsButton());
+}
+
+TEST_F(PointerOnAForm, ADisabledControlIsNotClicked) {
+    button.Enabled = false;
+    pointer.click(button, kLeftButton);
+    EXPECT_EQ(seen, Texts{});
+    EXPECT_FALSE(pointer.holdsButton());
+}
+
 TEST_F(PointerOnAForm, AButtonIsHeldOnlyWhileThePointerIsInside) {
     pointer.press(kLeftButton, 0, {200, 200}, false);
     EXPECT_EQ(pointer.pressed(), &button);
