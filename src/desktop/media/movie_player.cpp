@@ -24,7 +24,7 @@ enum Tag : std::uint64_t { kLoad = 1, kSeek, kEnd, kWidth, kHeight, kDuration, k
 constexpr std::uint64_t tagged(Tag tag, std::uint32_t number) { return std::uint64_t{tag} << 32 | number; }
 
 /// A movie is a local file and nothing else: no configuration, no scripts, no network, no file that it refers to.
-constexpr std::array<std::pair<const char*, const char*>, 35> kOptions{{
+constexpr std::array<std::pair<const char*, const char*>, 36> kOptions{{
     {"config", "no"},
     {"load-scripts", "no"},
     {"ytdl", "no"},
@@ -48,6 +48,7 @@ constexpr std::array<std::pair<const char*, const char*>, 35> kOptions{{
     {"sid", "no"},
     {"hwdec", "no"},
     {"vo", "libmpv"},
+    {"keepaspect", "no"},  // its frames have the picture's shape already; rounded to pixels it would add a black line
     {"sws-allow-zimg", "no"},  // its colours are wrong in memory
     {"sws-fast", "yes"},       // half the work of a frame; what it rounds off is not seen
     {"ao", "pulse,null"},
@@ -94,6 +95,7 @@ bool MoviePlayer::start() {
     if (!handle_) return false;
     // An option that this version of the library lacks is one that it needs not be told.
     for (const auto& [name, value] : kOptions) movieLibrary().mpv_set_option_string(handle_.get(), name, value);
+    if (!source_.attach(handle_.get())) return false;
     silent_ = silenceWanted();
     if (silent_) movieLibrary().mpv_set_option_string(handle_.get(), "ao", "null");
     if (movieLibrary().mpv_initialize(handle_.get()) < 0) return false;
@@ -109,7 +111,8 @@ bool MoviePlayer::start() {
 
 MoviePlayer::~MoviePlayer() {
     if (handle_) movieLibrary().mpv_set_wakeup_callback(handle_.get(), nullptr, nullptr);
-    counter_ = {};
+    source_.giveUp();
+    endCounting();
     frames_.reset();
     post_.stop();
 }
@@ -122,24 +125,16 @@ void MoviePlayer::wake() {
 void MoviePlayer::open(const std::string& path) {
     close();
     std::error_code error;
-    const std::filesystem::path whole = std::filesystem::absolute(path, error);
     opening_ = true;
-    if (!std::filesystem::is_regular_file(whole, error)) {
-        const std::uint32_t number = number_;
-        const auto fail = [this, number] {
-            if (number == number_) tellFailed("This is not a file that can be read");
-        };
-        QMetaObject::invokeMethod(&receiver_, fail, Qt::QueuedConnection);
-        return;
-    }
-    path_ = whole.string();
-    command(tagged(kLoad, number_), {"loadfile", path_.c_str()});
+    path_ = std::filesystem::absolute(path, error).string();  // asks no drive
+    command(tagged(kLoad, number_), {"loadfile", source_.begin(path_).c_str()});
 }
 
 void MoviePlayer::close() {
     ++number_;
     ++turn_;
-    counter_ = {};
+    source_.giveUp();
+    endCounting();
     opening_ = playing_ = ended_ = sounds_ = false;
     entry_ = -1;
     seek_ = Seek::None;
@@ -252,7 +247,9 @@ void MoviePlayer::handleEnd(std::int64_t entry, bool failed, int error) {
     if (entry_ < 0 || entry != entry_) return;
     started_ = -1;
     if (failed || opening_) {
-        tellFailed(error < 0 ? sentence(error) : "Nothing in it can be played");
+        const std::string unread = source_.failure();
+        const std::string unplayed = error < 0 ? sentence(error) : "Nothing in it can be played";
+        tellFailed(unread.empty() ? unplayed : unread);
     } else {
         tellEnded();
     }
@@ -360,8 +357,7 @@ void MoviePlayer::completeOpening() {
         return;
     }
     setNumber("hr-seek-demuxer-offset", seekOffset(format_));
-    std::error_code error;
-    if (lengthIsGuessed(format_, std::filesystem::file_size(path_, error))) {
+    if (lengthIsGuessed(format_, static_cast<std::uintmax_t>(source_.size()))) {
         countLength();
     } else {
         tellOpened();
@@ -369,14 +365,22 @@ void MoviePlayer::completeOpening() {
 }
 
 void MoviePlayer::countLength() {
-    counter_ = std::jthread([this, path = path_, number = number_](std::stop_token stop) {
-        const std::optional<double> counted = countedLength(path, std::move(stop));
+    endCounting();
+    stopCounting_ = false;
+    counter_ = std::thread([this, path = path_, number = number_] {
+        const std::optional<double> counted = countedLength(path, stopCounting_);
         post_([this, number, counted] {
             if (number != number_) return;
             if (counted) duration_ = *counted;
             tellOpened();
         });
     });
+}
+
+/// Waits for a moment at most: no read waits for a drive any more.
+void MoviePlayer::endCounting() {
+    stopCounting_ = true;
+    if (counter_.joinable()) counter_.join();
 }
 
 void MoviePlayer::tellOpened() {

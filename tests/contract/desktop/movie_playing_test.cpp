@@ -199,6 +199,29 @@ TEST(Movie, ThePictureIsFittedWholeAndKeepsItsShape) {
     }
 }
 
+TEST(Movie, ThePictureFillsItsPlaceToThePixel) {
+    MovieRig rig;
+    ASSERT_TRUE(rig.open(MovieRig::sample(kAvi.name))) << rig.reason;
+    ASSERT_TRUE(MovieRig::until([&] { return rig.shows(kAvi.colours[0]); }));
+    // Places whose fitted size is no whole number of pixels, with it beside what is left black.
+    const std::array<std::pair<QSize, QRect>, 4> places{{{{905, 673}, {4, 0, 897, 673}},
+                                                         {{318, 240}, {0, 1, 318, 239}},
+                                                         {{320, 238}, {1, 0, 317, 238}},
+                                                         {{101, 77}, {0, 1, 101, 76}}}};
+    for (const auto& [area, expected] : places) {
+        rig.surface->setTarget(area);
+        const QImage seen = rig.painted(area);
+        const auto isLit = [&seen](int x, int y) { return qGray(seen.pixel(x, y)) > 24; };
+        int rows = 0;
+        int columns = 0;
+        for (int y = 0; y < area.height(); ++y) rows += isLit(area.width() / 2, y) ? 1 : 0;
+        for (int x = 0; x < area.width(); ++x) columns += isLit(x, area.height() / 2) ? 1 : 0;
+        EXPECT_EQ(QSize(columns, rows), expected.size()) << area.width();
+        EXPECT_TRUE(isLit(expected.left(), expected.top())) << area.width();
+        EXPECT_TRUE(isLit(expected.right(), expected.bottom())) << area.width();
+    }
+}
+
 TEST(Movie, FillsTheScreenWhileRunningOrPaused) {
     MovieRig rig;
     rig.control->FullScreenMode(true);
