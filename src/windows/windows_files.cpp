@@ -206,6 +206,8 @@ bool WindowsFiles::replace(const std::string& path, std::string_view bytes) {
     const std::wstring target = systemPath(path);
     const DWORD attributes = GetFileAttributesW(target.c_str());
     const bool exists = attributes != INVALID_FILE_ATTRIBUTES;
+    // What cannot be looked at may well be there, and may be protected.
+    if (!exists && GetLastError() != ERROR_FILE_NOT_FOUND) return false;
     constexpr DWORD kNot = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY;
     if (target.empty() || (exists && ((attributes & kNot) != 0 || !canBeReplaced(target)))) return false;
     std::wstring beside;

@@ -24,20 +24,19 @@ inline std::string sample(const std::string& name) { return sourceFile("samples/
 /// Wine stands in for Windows where there is none; it lacks some of it.
 inline bool onWine() { return GetProcAddress(GetModuleHandleW(L"ntdll"), "wine_get_version") != nullptr; }
 
-/// A folder for a test's own files, gone with it.
+/// A new folder for a test's own files, gone with it, also where paths in it are very long or files read-only.
 class ScratchFolder {
 public:
-    ScratchFolder()
-        : path_(std::filesystem::temp_directory_path() /
-                ("corvane-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++made_))) {
-        std::filesystem::create_directories(path_);
+    ScratchFolder() {
+        // Processes get the numbers of ended ones again: what such a one may have left is another folder.
+        do {
+            path_ = std::filesystem::temp_directory_path() /
+                    ("corvane-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++made_));
+        } while (!std::filesystem::create_directory(path_));
     }
     ScratchFolder(const ScratchFolder&) = delete;
     ScratchFolder& operator=(const ScratchFolder&) = delete;
-    ~ScratchFolder() {
-        std::error_code error;
-        std::filesystem::remove_all(path_, error);
-    }
+    ~ScratchFolder() { removeAll(L"\\\\?\\" + path_.wstring()); }
 
     std::string in(const std::string& name) const { return fromWide((path_ / toWide(name)).wstring()); }
     std::string write(const std::string& name, const std::string& bytes) const {
@@ -46,6 +45,26 @@ public:
     }
 
 private:
+    /// By the system's own calls: those of the standard library know neither long paths nor attributes.
+    static void removeAll(const std::wstring& path) {
+        WIN32_FIND_DATAW found{};
+        const HANDLE search = FindFirstFileW((path + L"\\*").c_str(), &found);
+        if (search != INVALID_HANDLE_VALUE) {
+            do {
+                const std::wstring name = found.cFileName;
+                const std::wstring each = path + L'\\' + name;
+                if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+                    SetFileAttributesW(each.c_str(), FILE_ATTRIBUTE_NORMAL);
+                    DeleteFileW(each.c_str());
+                } else if (name != L"." && name != L"..") {
+                    removeAll(each);
+                }
+            } while (FindNextFileW(search, &found) != 0);
+            FindClose(search);
+        }
+        RemoveDirectoryW(path.c_str());
+    }
+
     inline static int made_ = 0;
     std::filesystem::path path_;
 };

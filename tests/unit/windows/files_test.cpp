@@ -14,6 +14,27 @@ struct DesktopFiles : ::testing::Test {
     WindowsFiles files;
 };
 
+TEST(TriedFolders, AreNewAndLeaveNothing) {
+    std::string path;
+    {
+        const test::TriedFolder folder;
+        path = folder.path();
+        EXPECT_TRUE(WindowsFiles().folders(path).empty());
+        std::string deep = path;
+        for (int i = 0; i < 6; ++i) {
+            deep += '\\' + std::string(60, 'd');
+            CreateDirectoryW(systemPath(deep).c_str(), nullptr);
+        }
+        test::writeFile(deep + "\\a.ini", "kept");
+        SetFileAttributesW(systemPath(deep + "\\a.ini").c_str(), FILE_ATTRIBUTE_READONLY);
+        ASSERT_NE(GetFileAttributesW(systemPath(deep + "\\a.ini").c_str()), INVALID_FILE_ATTRIBUTES);
+        test::writeFile(folder.in("hidden.ini"), "kept");
+        SetFileAttributesW(systemPath(folder.in("hidden.ini")).c_str(),
+                           FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_READONLY);
+    }
+    EXPECT_EQ(GetFileAttributesW(systemPath(path).c_str()), INVALID_FILE_ATTRIBUTES);
+}
+
 TEST_F(DesktopFiles, HiddenOnesAreLeftOutOfLists) {
     test::writeFile(folder.in("a.wav"), "");
     test::writeFile(folder.in("b.wav"), "");
@@ -58,7 +79,7 @@ TEST_F(DesktopFiles, LeftoversOfAKilledSaveAreRemoved) {
 
 TEST_F(DesktopFiles, AReadOnlyFileIsNotReplaced) {
     test::writeFile(folder.in("old.ini"), "old");
-    SetFileAttributesW(systemPath(folder.in("old.ini")).c_str(), FILE_ATTRIBUTE_READONLY);
+    ASSERT_NE(SetFileAttributesW(systemPath(folder.in("old.ini")).c_str(), FILE_ATTRIBUTE_READONLY), 0);
     EXPECT_FALSE(files.replace(folder.in("old.ini"), "new"));
     EXPECT_EQ(files.read(folder.in("old.ini"), 10), "old");
     SetFileAttributesW(systemPath(folder.in("old.ini")).c_str(), FILE_ATTRIBUTE_NORMAL);

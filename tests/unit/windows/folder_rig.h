@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <string>
 
 #include "contract/windows/media_rig.h"
@@ -12,7 +14,7 @@ namespace corvane::test {
 inline void writeFile(const std::string& path, const std::string& bytes) {
     const Handle file(CreateFileW(systemPath(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
     DWORD written = 0;
-    WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+    ASSERT_NE(WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr), 0) << path;
 }
 
 /// A scratch folder that tells its own path.
