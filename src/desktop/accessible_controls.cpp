@@ -169,7 +169,7 @@ QRect AccessibleControl::rect() const {
 
 QString AccessibleControl::text(QAccessible::Text which) const {
     if (!isValid()) return {};
-    const QString name = toQString(control_->AccessibleName);
+    QString name = toQString(control_->AccessibleName);
     if (which == QAccessible::Name) return name;
     const QString tip = toQString(control_->ToolTipText);
     return which == QAccessible::Description && tip != name ? tip : QString();

@@ -135,7 +135,7 @@ void Instance::accept() {
 /// Connects to a player that may be about to listen; no descriptor when it does not in time.
 Descriptor Instance::connectPatiently() const {
     const std::string path = base() + ".socket";
-    const timeval patience{kMessageMs / 1000, kMessageMs % 1000 * 1000};
+    const timeval patience{kMessageMs / 1000, kMessageMs % 1000 * 1000L};
     QElapsedTimer passed;
     passed.start();
     do {

@@ -54,6 +54,7 @@ int giveBack(dl_phdr_info* object, std::size_t /*size*/, void* data) {
         if (part.p_type != PT_LOAD || (part.p_flags & PF_W) != 0) continue;
         const ElfW(Addr) begin = (object->dlpi_addr + part.p_vaddr) / map.page * map.page;
         const ElfW(Addr) end = (object->dlpi_addr + part.p_vaddr + part.p_filesz + map.page - 1) / map.page * map.page;
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): the linker tells its addresses as numbers
         if (map.unchanged(begin, end)) madvise(reinterpret_cast<void*>(begin), end - begin, MADV_DONTNEED);
     }
     return 0;

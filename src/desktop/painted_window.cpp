@@ -50,7 +50,7 @@ Rectangle PaintedWindow::hitRect(const Control& control) const {
 }
 
 QString PaintedWindow::toolTip(const Control& control) const {
-    const QString own = CanvasWindow::toolTip(control);
+    QString own = CanvasWindow::toolTip(control);
     if (!own.isEmpty() || control.kind() != ControlKind::Label) return own;
     const auto& label = static_cast<const Label&>(control);
     const QString text = toQString(label.Caption);

@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::size_t kMostSkinFileBytes = 64 * 1024 * 1024;
+constexpr std::size_t kMostSkinFileBytes = std::size_t{64} * 1024 * 1024;
 
 std::string variable(const char* name) {
     const char* const value = std::getenv(name);

@@ -146,8 +146,9 @@ void CustomControls::placeKeys() {
     constexpr Twips kMark = pixels(12), kLabel = pixels(128), kField = pixels(44);
     for (int i = 0; i < static_cast<int>(kKeys); ++i) {
         const auto at = static_cast<std::size_t>(i);
-        const Twips left = pixels(6) + static_cast<Twips>(i / kRows) * kColumn;
-        const Twips top = kFrameTop + static_cast<Twips>(i % kRows) * kKeyStep;
+        const int column = i / kRows, row = i % kRows;
+        const Twips left = pixels(6) + static_cast<Twips>(column) * kColumn;
+        const Twips top = kFrameTop + static_cast<Twips>(row) * kKeyStep;
         for (Control* each : std::initializer_list<Control*>{&imgCustom[at], &lblCustom[at], &txtCustom[at]}) {
             each->Container = &fraCustom[kKeyCustom];
         }

@@ -9,7 +9,7 @@
 
 namespace corvane {
 
-inline constexpr std::size_t kMostSkinTextBytes = 4 * 1024 * 1024;
+inline constexpr std::size_t kMostSkinTextBytes = std::size_t{4} * 1024 * 1024;
 inline constexpr int kMostPanelPixels = 4096;  ///< a side; a larger window would need absurd memory
 
 /// The record names a part of the bitmap: it is used, and neither a text nor the slider.

@@ -22,7 +22,7 @@ bool endsWith(std::string_view name, std::string_view ending) {
 }
 
 std::string withEnding(const std::string& name, std::string_view ending) {
-    const std::string exact = name + std::string(ending);
+    std::string exact = name + std::string(ending);
     std::error_code failed;
     if (fs::is_regular_file(exact, failed)) return exact;
     const fs::path folder = fs::path(name).parent_path();

@@ -10,7 +10,7 @@
 namespace corvane {
 
 /// A longer settings or play-list file is not one of ours: it reads as empty and is never written.
-inline constexpr std::size_t kMostProfileBytes = 4 * 1024 * 1024;
+inline constexpr std::size_t kMostProfileBytes = std::size_t{4} * 1024 * 1024;
 
 /// The file's text; empty when it is missing, too long or cannot be read.
 std::string readProfileFile(Files& files, const std::string& path);

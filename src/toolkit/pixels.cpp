@@ -80,6 +80,7 @@ void stretch(const PixelsView& picture, const Rectangle& place, int partX, int p
              bool smooth, std::uint32_t* target, int targetStride) {
     if (picture.width <= 0 || picture.height <= 0 || place.empty()) return;
     std::vector<Sample> columns;
+    columns.reserve(static_cast<std::size_t>(std::max(partWidth, 0)));
     for (int x = 0; x < partWidth; ++x) {
         columns.push_back(sampleAt(partX + x, place.x, place.width, picture.width, smooth));
     }

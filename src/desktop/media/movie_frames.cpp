@@ -7,14 +7,14 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "desktop/media/movie_library.h"
 #include "desktop/media/fitted_area.h"
+#include "desktop/media/movie_library.h"
 
 namespace corvane {
 
 namespace {
 
-constexpr int kLineAlignment = 64;  // the scaler's fast paths want it
+constexpr std::size_t kLineAlignment = 64;  // the scaler's fast paths want it
 
 char* apiName() {
     static std::array<char, 3> name{'s', 'w', '\0'};
@@ -66,7 +66,8 @@ void MovieFrames::draw(QSize pixels) {
     int skip = pixels.isEmpty() ? 1 : 0;
     int wait = 0;
     std::array<int, 2> size{std::max(pixels.width(), 1), std::max(pixels.height(), 1)};
-    std::size_t line = static_cast<std::size_t>((size[0] * 4 + kLineAlignment - 1) / kLineAlignment * kLineAlignment);
+    const std::size_t used = static_cast<std::size_t>(size[0]) * 4;
+    std::size_t line = (used + kLineAlignment - 1) / kLineAlignment * kLineAlignment;
     if (image_.size() != pixels && skip == 0) {
         const std::size_t bytes = line * static_cast<std::size_t>(size[1]);
         image_ = QImage();

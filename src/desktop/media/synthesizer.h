@@ -9,8 +9,9 @@
 #include "desktop/media/midi_file.h"
 #include "desktop/media/sound_backend.h"
 
-struct _fluid_hashtable_t;
-struct _fluid_synth_t;
+// The library's own names.
+struct _fluid_hashtable_t;  // NOLINT(bugprone-reserved-identifier)
+struct _fluid_synth_t;      // NOLINT(bugprone-reserved-identifier)
 
 namespace corvane {
 
