@@ -25,8 +25,10 @@ std::string storedEntry(ListEntry entry) {
     std::replace(entry.name.begin(), entry.name.end(), '|', '_');
     const std::size_t room = kProfileBuffer - 1;
     const std::size_t rest = entry.path.size() + 1;
-    if (entry.name.size() + rest > room && rest < room) {
-        std::size_t length = room - rest;
+    // A path that leaves no room is cut when it is read; the bar must not be, for it would end the list there.
+    const std::size_t forName = rest < room ? room - rest : room / 2;
+    if (entry.name.size() > forName) {
+        std::size_t length = forName;
         while (length > 1 && continuesCharacter(entry.name[length])) --length;
         entry.name.resize(length);
     }

@@ -119,6 +119,17 @@ TEST_F(PlayLists, AnEntryIsReadUpTo511Bytes) {
     EXPECT_EQ(read().entries.at(0).path, std::string(505, 'p'));
 }
 
+TEST_F(PlayLists, AnEntryWithoutRoomForItsPathDoesNotEndTheList) {
+    const std::string longName(600, 'n');
+    ASSERT_TRUE(writePlayList(player, "/app/FILE00.INI",
+                              {"", {{longName, "/m/" + std::string(600, 'p')}, {"next", "/m/next.wav"}}}));
+    const auto entries = read().entries;
+    ASSERT_EQ(entries.size(), 2U);
+    EXPECT_EQ(entries[0].name, longName.substr(0, 255));
+    EXPECT_EQ(entries[0].path, "/m/" + std::string(252, 'p'));
+    EXPECT_EQ(entries[1].path, "/m/next.wav");
+}
+
 TEST_F(PlayLists, DamagedFilesAreEmptyLists) {
     std::string noise;
     for (int i = 0; i < 50'000; ++i) noise += static_cast<char>((i * 7919 + i / 13) & 0xFF);
