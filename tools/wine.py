@@ -15,6 +15,22 @@ QUIET = {"stdin": subprocess.DEVNULL, "stdout": subprocess.DEVNULL, "stderr": su
 # No offers to download anything; no menu entries for what is installed in the prefix.
 OVERRIDES = "mscoree=;mshtml=;winemenubuilder.exe="
 
+# What a prefix has beside the defaults. Without a graphics card the child window of a movie stays grey otherwise.
+# Fonts: ours in the place of those that Windows has; Japanese texts are drawn as there, by a font that others link to.
+REGISTRY = r"""Windows Registry Editor Version 5.00
+
+[HKEY_CURRENT_USER\Software\Wine\Direct3D]
+"renderer"="gdi"
+
+[HKEY_CURRENT_USER\Software\Wine\Fonts\Replacements]
+"Segoe UI"="DejaVu Sans"
+"SimSun"="VL PGothic"
+"Tahoma"="DejaVu Sans"
+
+[HKEY_LOCAL_MACHINE\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink]
+"DejaVu Sans"=hex(7):LINKED
+""".replace("LINKED", ",".join(f"{byte:02x}" for byte in "VL-PGothic-Regular.ttf,VL PGothic\0\0".encode("utf-16-le")))
+
 
 def find(*names):
     for place in PLACES:
@@ -46,8 +62,7 @@ class Wine:
         self._serve("-k")
         if not (self.prefix / "system.reg").exists():
             self.run("wineboot", "-i", seconds=BOOT_SECONDS)
-            # Without a graphics card the child window of a movie stays grey otherwise.
-            self.run("reg", "add", r"HKCU\Software\Wine\Direct3D", "/v", "renderer", "/d", "gdi", "/f")
+        self._take_registry()
         self._serve("-p")
         # The first program starts the system's services, which would keep its output open for as long as they live.
         self.run("cmd", "/c", "ver")
@@ -64,6 +79,19 @@ class Wine:
 
     def __exit__(self, *_):
         self.stop()
+
+    def _take_registry(self):
+        """Once, and again when REGISTRY says something else; programs that run already do not see it."""
+        taken = self.prefix / "taken.reg"
+        wanted = REGISTRY.encode("utf-16")  # in other encodings its numbers mean something else
+        if taken.exists() and taken.read_bytes() == wanted:
+            return
+        asked = self.prefix / "asked.reg"
+        asked.write_bytes(wanted)
+        self.run("regedit", "/S", windows_path(asked))
+        self._serve("-k")
+        self._serve("-w")
+        asked.rename(taken)
 
     def _serve(self, option):
         subprocess.run([self.server, option], env=self.environment, check=False, timeout=30, **QUIET)

@@ -79,28 +79,27 @@ public:
         }
     }
     SIZE wanted() const override {
-        constexpr LONG kBorder = 10;
-        return {0, textSize("Ag").cy + kBorder};
+        RECT own{};
+        GetWindowRect(widget(), &own);
+        return {0, std::max(window().fieldHeight(), own.bottom - own.top)};
     }
     bool takesEnter() const override { return SendMessageW(widget(), CB_GETDROPPEDSTATE, 0, 0) != 0; }
 
 private:
     bool isTyped() const { return combo_ != nullptr && combo_->Editable; }
 
-    /// The system makes the field as high as its font asks; the room for the list counts as height too.
+    /// The system makes it as high as its font asks: in the middle of its room. The room for the list is height too.
     void fitHeight() {
+        const RECT at = place();
+        const int list = kMostSeen * static_cast<int>(textSize("Ag").cy);
+        const int width = static_cast<int>(at.right - at.left);
+        const int height = static_cast<int>(at.bottom - at.top);
+        const UINT flags = SWP_NOZORDER | SWP_NOACTIVATE;
+        ::SetWindowPos(widget(), nullptr, at.left, at.top, width, height + list, flags);
         RECT own{};
         GetWindowRect(widget(), &own);
-        const RECT at = place();
-        const auto item = static_cast<int>(SendMessageW(widget(), CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0));
-        const int border = static_cast<int>(own.bottom - own.top) - item;
-        const int height = static_cast<int>(at.bottom - at.top);
-        if (border > 0 && border < height) {
-            SendMessageW(widget(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), height - border);
-        }
-        const int list = kMostSeen * static_cast<int>(textSize("Ag").cy);
-        ::SetWindowPos(widget(), nullptr, at.left, at.top, at.right - at.left, height + list,
-                       SWP_NOZORDER | SWP_NOACTIVATE);
+        const int spare = std::max(0, height - static_cast<int>(own.bottom - own.top));
+        ::SetWindowPos(widget(), nullptr, at.left, at.top + spare / 2, 0, 0, flags | SWP_NOSIZE);
     }
     void showItems() {
         stale_ = false;

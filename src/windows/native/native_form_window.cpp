@@ -69,6 +69,12 @@ SIZE NativeWindow::measure(const std::string& text) const {
     return size;
 }
 
+/// What the system's own dialogs have for their font.
+LONG NativeWindow::fieldHeight() const {
+    const LONG line = measure("Ag").cy;
+    return line + (line + 1) / 2;
+}
+
 int NativeWindow::textWidth(const std::string& text) {
     return static_cast<int>(std::ceil(measure(text).cx / scale_.across()));
 }

@@ -41,6 +41,7 @@ public:
     const AccessKeys& keys() const { return keys_; }
     HFONT font() const { return font_; }
     SIZE measure(const std::string& text) const;  ///< in the dialog's font, screen pixels
+    LONG fieldHeight() const;                     ///< of a field with one line of text, screen pixels
     /// A number for the system's control, and back.
     HMENU numberOf(const Control& control);
     void setTip(HWND widget, const std::string& text);

@@ -3,15 +3,21 @@
 
 #include "windows/native/binder.h"
 #include "windows/native/native_form_window.h"
+#include "windows/text.h"
 
 namespace corvane {
 
 namespace {
 
-/// A scroll bar so narrow that it is two arrows: they step a number; held, they step on. Arrow keys step it too.
+/// A scroll bar so narrow that it is two arrows: they step a number; held, they step on. Arrow keys step it too, while
+/// the focus is on it. The system's pair of arrows fills its place, where a scroll bar would leave a gap between them.
 class StepperBinder : public Binder {
 public:
-    StepperBinder(NativeWindow& window, ScrollBar& bar) : Binder(window, bar, WC_SCROLLBARW, SBS_HORZ), bar_(bar) {}
+    StepperBinder(NativeWindow& window, ScrollBar& bar) : Binder(window, bar, UPDOWN_CLASSW, UDS_HORZ), bar_(bar) {
+        UDACCEL steps{0, 1};
+        SendMessageW(widget(), UDM_SETACCEL, 1, reinterpret_cast<LPARAM>(&steps));
+        SetWindowTextW(widget(), toWide(bar.AccessibleName).c_str());
+    }
 
     void changed(PropertyId property) override {
         if (property == PropertyId::Min || property == PropertyId::Max || property == PropertyId::Value) showValue();
@@ -22,41 +28,67 @@ public:
         Binder::takeAll();
     }
     void scroll(int code, int position) override {
-        int value = bar_.Value;
-        switch (code) {
-            case SB_LINELEFT:
-            case SB_PAGELEFT:
-                --value;
+        if (code == SB_THUMBPOSITION) stepTo(position);
+    }
+    std::optional<LRESULT> message(UINT message, WPARAM first, LPARAM second) override {
+        switch (message) {
+            case WM_GETDLGCODE:
+                return DLGC_WANTARROWS;
+            case WM_KEYDOWN:
+                key(first);
+                return 0;
+            case WM_SETFOCUS:
+            case WM_KILLFOCUS:
+                InvalidateRect(widget(), nullptr, TRUE);
                 break;
-            case SB_LINERIGHT:
-            case SB_PAGERIGHT:
-                ++value;
-                break;
-            case SB_LEFT:
-                value = bar_.Min;
-                break;
-            case SB_RIGHT:
-                value = bar_.Max;
-                break;
-            case SB_THUMBPOSITION:
-                value = position;
-                break;
+            case WM_PAINT:
+                DefSubclassProc(widget(), message, first, second);
+                if (GetFocus() == widget()) drawFocus();
+                return 0;
             default:
-                return;
+                break;
         }
-        value = std::clamp(value, bar_.Min.get(), bar_.Max.get());
-        window().apply([&] { bar_.Value = value; });
+        return Binder::message(message, first, second);
     }
 
 private:
+    void key(WPARAM code) {
+        switch (code) {
+            case VK_LEFT:
+            case VK_DOWN:
+                stepTo(bar_.Value - 1);
+                break;
+            case VK_RIGHT:
+            case VK_UP:
+                stepTo(bar_.Value + 1);
+                break;
+            case VK_HOME:
+                stepTo(bar_.Min);
+                break;
+            case VK_END:
+                stepTo(bar_.Max);
+                break;
+            default:
+                break;
+        }
+    }
+    void stepTo(int wanted) {
+        const int value = std::clamp(wanted, bar_.Min.get(), bar_.Max.get());
+        window().apply([&] { bar_.Value = value; });
+        if (window().isBound()) showValue();  // it has stepped by itself, and the form may want another value
+    }
     void showValue() {
-        SCROLLINFO info{};
-        info.cbSize = sizeof info;
-        info.fMask = SIF_RANGE | SIF_POS | SIF_DISABLENOSCROLL;
-        info.nMin = bar_.Min;
-        info.nMax = bar_.Max;
-        info.nPos = bar_.Value;
-        SetScrollInfo(widget(), SB_CTL, &info, TRUE);
+        SendMessageW(widget(), UDM_SETRANGE32, static_cast<WPARAM>(bar_.Min.get()), bar_.Max.get());
+        SendMessageW(widget(), UDM_SETPOS32, 0, bar_.Value.get());
+    }
+    void drawFocus() {
+        constexpr int kInside = 3;
+        RECT ring{};
+        GetClientRect(widget(), &ring);
+        InflateRect(&ring, -kInside, -kInside);
+        const HDC dc = GetDC(widget());
+        DrawFocusRect(dc, &ring);
+        ReleaseDC(widget(), dc);
     }
 
     ScrollBar& bar_;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
 #include <string>
 
 #include "windows/native/binder.h"
@@ -54,10 +55,14 @@ public:
         const std::string now = text();
         window().apply([&] { box_.Text = now; });
     }
-    SIZE wanted() const override {
-        constexpr LONG kBorder = 8;
-        return {0, textSize("Ag").cy + kBorder};
+    /// The system draws a line of text at the field's top: no higher than that asks for, in the middle of the room.
+    void flush() override {
+        const RECT at = place();
+        const LONG height = std::min(at.bottom - at.top, window().fieldHeight());
+        ::SetWindowPos(widget(), nullptr, at.left, (at.top + at.bottom - height) / 2, at.right - at.left, height,
+                       SWP_NOZORDER | SWP_NOACTIVATE);
     }
+    SIZE wanted() const override { return {0, window().fieldHeight()}; }
 
     std::optional<LRESULT> message(UINT message, WPARAM first, LPARAM second) override {
         if (message == WM_LBUTTONDOWN) mouseDown_ = true;

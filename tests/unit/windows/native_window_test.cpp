@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "windows/native/native_form_window.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "windows/dib.h"
+#include "windows/label_font.h"
+#include "windows/text.h"
+
+namespace corvane {
+namespace {
+
+constexpr Twips px(int pixels) { return static_cast<Twips>(pixels) * kTwipsPerPixel; }
+
+/// A dialog with two arrows from 0 to 5, a field, a list to choose from and one to type into, each in a room of 40
+/// rows.
+struct DialogForm : ::testing::Test {
+    DialogForm() {
+        form.SetSize(px(400), px(200));
+        put(bar, 10, 100);
+        put(text, 60, 100);
+        put(choice, 170, 100);
+        put(typed, 280, 100);
+        bar.SetSize(px(46), px(26));
+        bar.Max = 5;
+        bar.Value = 2;
+        typed.Editable = true;
+        window.bind();
+        form.Show();
+        loop.runUntil([] { return false; }, 50);
+    }
+    ~DialogForm() override { window.unbind(); }
+    static void put(Control& control, int x, int y) {
+        control.Move(px(x), px(y));
+        control.SetSize(px(100), px(40));
+        control.TabIndex = 0;
+    }
+    HWND of(const Control& control) const { return window.widgetOf(control); }
+    RECT placeOf(const Control& control) const {
+        RECT place{};
+        GetWindowRect(of(control), &place);
+        MapWindowPoints(nullptr, window.handle(), reinterpret_cast<POINT*>(&place), 2);
+        return place;
+    }
+    void click(const Control& control, int x, int y) {
+        SendMessageW(of(control), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, y));
+        SendMessageW(of(control), WM_LBUTTONUP, 0, MAKELPARAM(x, y));
+    }
+    void key(const Control& control, WPARAM code) { SendMessageW(of(control), WM_KEYDOWN, code, 1); }
+
+    WindowsLoop loop;
+    DesktopContext context{loop, 1.0, nullptr};
+    Form form{"frmTried", FormStyle::Dialog};
+    ScrollBar bar{&form, "hscrTried"};
+    TextBox text{&form, "txtTried"};
+    ComboBox choice{&form, "cboTried"};
+    ComboBox typed{&form, "cboTyped"};
+    NativeWindow window{form, context};
+};
+
+TEST_F(DialogForm, TheArrowsFillTheirPlaceAndStep) {
+    const RECT place = placeOf(bar);
+    const int middle = static_cast<int>(place.right - place.left) / 2;
+    EXPECT_EQ(place.right - place.left, window.scale().x(bar.Width));
+    const int height = static_cast<int>(place.bottom - place.top) / 2;
+    click(bar, middle + 2, height);
+    EXPECT_EQ(bar.Value, 3);
+    click(bar, middle - 2, height);
+    click(bar, middle - 2, height);
+    EXPECT_EQ(bar.Value, 1);
+}
+
+TEST_F(DialogForm, KeysStepTheArrowsBetweenTheirEnds) {
+    key(bar, VK_RIGHT);
+    EXPECT_EQ(bar.Value, 3);
+    key(bar, VK_DOWN);
+    key(bar, VK_LEFT);
+    EXPECT_EQ(bar.Value, 1);
+    key(bar, VK_END);
+    key(bar, VK_UP);
+    EXPECT_EQ(bar.Value, 5);
+    key(bar, VK_HOME);
+    EXPECT_EQ(bar.Value, 0);
+    EXPECT_NE(SendMessageW(of(bar), WM_GETDLGCODE, 0, 0) & DLGC_WANTARROWS, 0);
+}
+
+TEST_F(DialogForm, AFormThatWantsAnotherNumberIsStayedWith) {
+    bar.Change.tie([this] {
+        if (bar.Value == 3) bar.Value = 0;  // the number wraps
+    });
+    const RECT place = placeOf(bar);
+    const int right = static_cast<int>(place.right - place.left) - 4;
+    click(bar, right, 10);
+    EXPECT_EQ(bar.Value, 0);
+    click(bar, right, 10);
+    EXPECT_EQ(bar.Value, 1);
+}
+
+TEST_F(DialogForm, FieldsAreAsHighAsTheirTextAsksAndLieInTheMiddleOfTheirRoom) {
+    const FormScale& scale = window.scale();
+    const int middle = (scale.y(text.Top) + scale.y(text.Top + text.Height)) / 2;
+    for (const Control* each :
+         {static_cast<Control*>(&text), static_cast<Control*>(&choice), static_cast<Control*>(&typed)}) {
+        const RECT place = placeOf(*each);
+        EXPECT_NEAR(place.bottom - place.top, window.fieldHeight(), 4) << each->name();
+        EXPECT_NEAR(static_cast<double>(place.top + place.bottom) / 2, middle, 1) << each->name();
+    }
+    EXPECT_LT(window.fieldHeight(), scale.y(text.Height)) << "there is room to lie in the middle of";
+}
+
+/// Letters that a font does not have all look the same.
+TEST(Letters, JapaneseOnesAreDrawn) {
+    std::set<std::vector<std::uint32_t>> seen;
+    const LabelFont font(32);
+    const std::wstring letters = L"日本語ひカ";
+    for (const wchar_t each : letters) {
+        Dib picture(40, 40);
+        const HGDIOBJ before = SelectObject(picture.dc(), font.handle());
+        SetTextColor(picture.dc(), RGB(255, 255, 255));
+        SetBkMode(picture.dc(), TRANSPARENT);
+        TextOutW(picture.dc(), 0, 0, &each, 1);
+        SelectObject(picture.dc(), before);
+        Dib::finish();
+        seen.insert({picture.pixels(), picture.pixels() + 40 * 40});
+    }
+    EXPECT_EQ(seen.size(), letters.size());
+}
+
+}  // namespace
+}  // namespace corvane
