@@ -55,10 +55,15 @@ def open_editor(stage, home):
     wait("the panel is hidden", lambda: stage.player.find_panel() is None)
 
 
+def settings_place(player):
+    """A place of the display where no text stands."""
+    x, y, _, _ = player.place(DISPLAY_RECORD)
+    return x + 44, y + 21
+
+
 def open_settings(stage):
-    """By a click on a place of the display where no text stands."""
-    x, y, _, _ = stage.player.place(DISPLAY_RECORD)
-    stage.desk.click(x + 44, y + 21)
+    """By a click on the display."""
+    stage.desk.click(*settings_place(stage.player))
     node(stage, name="Top Window")
 
 

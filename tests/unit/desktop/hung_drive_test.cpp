@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
@@ -17,7 +18,8 @@ struct Drive {
     std::mutex mutex;
     std::condition_variable changed;
     bool hangs = true;
-    int waiting = 0, looks = 0;
+    int waiting = 0;
+    std::atomic<int> looks = 0;  ///< also read while one hangs
 
     bool look(const std::string& path) {
         if (path.rfind("/drive/", 0) != 0) return true;
