@@ -52,9 +52,15 @@ class Stage:
         self.sound = theatre.recorder
         self.sound.begin()
         self.player = theatre.make_player(self, theatre.program, self.folder / "player")
+        self.seen = None  # where leave_picture() puts what is to be looked at
 
     def close(self):
         self.player.stop()
+
+    def leave_picture(self, name):
+        """Leaves the screen in the run's report, also when the story passes: seen/<story>/<name>.png."""
+        self.seen.mkdir(parents=True, exist_ok=True)
+        self.desk.save(self.seen / f"{name}.png")
 
     def keep_proof(self, folder):
         """Leaves the screen, the sound and what the program said."""
@@ -98,7 +104,10 @@ class Theatre:
         """Plays one story; returns an empty text, or why it failed. Raises StorySkipped when it cannot be played here."""
         self.count += 1
         stage = Stage(self, self.count)
-        proof = self.proofs / told.name.replace(": ", "-").replace(" ", "_")
+        name = told.name.replace(": ", "-").replace(" ", "_")
+        proof = self.proofs / name
+        stage.seen = self.proofs / "seen" / name
+        shutil.rmtree(stage.seen, ignore_errors=True)
         try:
             told.play(stage)
             shutil.rmtree(proof, ignore_errors=True)

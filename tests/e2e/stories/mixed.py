@@ -5,7 +5,7 @@ import time
 
 from harness import PROJECT
 from harness.expect import StoryFailure, check, equal, steady, wait
-from harness.media import disc, encode, movie, picture, tone
+from harness.media import disc, movie, picture, tone
 from harness.player import NEXT, PAUSE, PLAY, STOP
 from harness.sound import read_notes, same_pitch
 from harness.story import story
@@ -15,7 +15,6 @@ BLACK = "#000000"
 SECONDS = 1.6  # of each sound and movie
 PICTURE_SECONDS = 2
 DISC_TONES = (622, 831)
-EDGE, INSIDE = "#E8E8E8", "#205080"
 
 
 def mixed_list(stage):
@@ -112,72 +111,12 @@ def slide_show(stage):
     wait("the picture goes at the list's end", lambda: len(stage.player.windows()) == 1, 6)
 
 
-def picture_zooms(screen):
-    """Size of a 320 by 240 picture's window at each zoom."""
-    sizes = {0: (320, 240), 1: (640, 480)}
-    for zoom, share in ((2, 0.25), (3, 0.5), (4, 0.707), (5, 1.0)):
-        factor = min(screen.width * share / 320, screen.height * share / 240)
-        sizes[zoom] = (320 * factor, 240 * factor)
-    return sizes
-
-
-def movie_zooms(screen):
-    """Size of a 320 by 240 movie's window at each zoom; the shares of the screen leave out the control's border."""
-    sizes = picture_zooms(screen)
-    return {zoom: (width, 238 * width / 320 if zoom in (2, 3, 4) else height) for zoom, (width, height) in sizes.items()}
-
-
 def media_window(stage):
     """The one window beside the panel, once there is one."""
     def others():
         return [w for w in stage.player.windows() if w.id != stage.player.window.id]
 
     return wait("a media window", others, 6)[0]
-
-
-def check_size(window, expected, screen, what):
-    check(all(abs(actual - wanted) <= 2 for actual, wanted in zip(window.size, expected)), f"{what}: {window.size}, expected {expected}")
-    off = max(abs(window.x - (screen.width - window.width) / 2), abs(window.y - (screen.height - window.height) / 2))
-    check(off <= 2, f"{what}: {off} pixels off the middle")
-
-
-@story("pictures: each of the six zooms has its size in the middle of the screen")
-def zoomed_pictures(stage):
-    shown = picture(stage.media / "plain.bmp", GREEN)
-    for zoom, size in picture_zooms(stage.desk.screen).items():
-        stage.player.settings(IMAGEZOOM=zoom)
-        stage.player.start(shown)
-        stage.player.press(PLAY)
-        window = media_window(stage)
-        check_size(window, size, stage.desk.screen, f"zoom {zoom}")
-        for x, y in ((3, 3), (window.width - 4, 3), (3, window.height - 4), (window.width - 4, window.height - 4)):
-            stage.desk.wait_for_colour(window.x + x, window.y + y, GREEN)
-        stage.player.key("P")
-        stage.player.wait_for_end()
-
-
-@story("movies: each of the six zooms shows the whole picture")
-def zoomed_movies(stage):
-    framed = stage.media / "framed.avi"
-    encode(["-f", "lavfi", "-i", f"color=0x{INSIDE[1:]}:s=320x240:r=15:d=20,drawbox=t=12:color=0x{EDGE[1:]}", "-c:v", "mjpeg",
-            "-q:v", "2"], framed)
-    sizes = movie_zooms(stage.desk.screen)
-    for zoom in range(6):
-        stage.player.settings(MOVIEZOOM=zoom, DELAYTIME=50)
-        stage.player.start(framed)
-        stage.player.press(PLAY)
-        middle = stage.desk.screen.width // 2, stage.desk.screen.height // 2
-        stage.desk.wait_for_colour(*middle, INSIDE)
-        width, height = sizes[zoom]
-        left, top = (stage.desk.screen.width - width) / 2, (stage.desk.screen.height - height) / 2
-        if zoom < 5:
-            check_size(media_window(stage), (width, height), stage.desk.screen, f"zoom {zoom}")
-        edge = 12 * width / 320 / 2
-        for x, y in ((left + edge, middle[1]), (left + width - edge, middle[1]), (middle[0], top + edge),
-                     (middle[0], top + height - edge)):
-            stage.desk.wait_for_colour(x, y, EDGE)
-        stage.desk.key("P")
-        stage.player.wait_for_end()
 
 
 @story("movies: a double-click leaves the play state alone and minimises")
