@@ -7,8 +7,8 @@
 #include <array>
 #include <condition_variable>
 #include <cstdio>
-#include <mutex>
 #include <string_view>
+#include <system_error>
 #include <thread>
 
 namespace corvane {
@@ -33,6 +33,19 @@ std::string driveOf(const std::string& path) {
     return drive.empty() ? path.substr(0, path.rfind('/')) : drive;
 }
 
+/// How soon a wait ends that is given up.
+constexpr std::chrono::milliseconds kLook{10};
+
+bool start(std::function<void()> task) {
+    try {
+        // Not joined: it may hang in the system for as long as the drive does.
+        std::thread(std::move(task)).detach();
+        return true;
+    } catch (const std::system_error&) {
+        return false;  // no more threads
+    }
+}
+
 }  // namespace
 
 struct DriveCalls::Call {
@@ -45,30 +58,62 @@ struct DriveCalls::Call {
         done = true;
         finished.notify_all();
     }
-    bool wait(Patience patience) {
+    bool isDone() {
+        const std::lock_guard lock(mutex);
+        return done;
+    }
+    /// False: not done when it was due, or given up before.
+    bool wait(Clock::time_point due, const std::atomic<bool>* giveUp) {
         std::unique_lock lock(mutex);
-        return finished.wait_for(lock, patience, [this] { return done; });
+        while (!done && !(giveUp != nullptr && *giveUp)) {
+            const auto now = Clock::now();
+            if (now >= due) return false;
+            finished.wait_until(lock, giveUp != nullptr ? std::min(due, now + kLook) : due);
+        }
+        return done;
     }
 };
 
-bool DriveCalls::run(const std::string& path, Patience patience, std::function<void()> question) {
-    unanswered_.erase(std::remove_if(unanswered_.begin(), unanswered_.end(),
-                                     [](const Unanswered& one) { return one.call->wait(Patience(0)); }),
-                      unanswered_.end());
-    if (!unanswered_.empty()) {
-        const std::string drive = driveOf(path);
-        for (const Unanswered& one : unanswered_) {
-            if (one.drive == drive) return false;
-        }
+DriveCalls& DriveCalls::all() {
+    static auto* const calls = new DriveCalls;
+    return *calls;
+}
+
+void DriveCalls::release(std::shared_ptr<void> last) {
+    start([last = std::make_shared<std::shared_ptr<void>>(std::move(last))] { last->reset(); });
+}
+
+std::optional<DriveCalls::Unanswered> DriveCalls::unansweredOf(const std::string& path) {
+    const std::lock_guard lock(mutex_);
+    std::erase_if(unanswered_, [](const Unanswered& one) { return one.call->isDone(); });
+    if (unanswered_.empty()) return std::nullopt;
+    const std::string drive = driveOf(path);
+    for (const Unanswered& one : unanswered_) {
+        if (one.drive == drive) return one;
     }
+    return std::nullopt;
+}
+
+/// An overdue answer refuses the next question. One that was given up early, as by a press of stop, is only waited for.
+bool DriveCalls::mayAsk(const std::string& path, Clock::time_point due, const std::atomic<bool>* giveUp) {
+    while (const auto before = unansweredOf(path)) {
+        if (Clock::now() >= before->due || !before->call->wait(std::min(due, before->due), giveUp)) return false;
+    }
+    return true;
+}
+
+bool DriveCalls::run(const std::string& path, Wait wait, std::function<void()> question) {
+    const Clock::time_point due = Clock::now() + wait.patience;
+    if (!mayAsk(path, due, wait.giveUp)) return false;
     const auto call = std::make_shared<Call>();
-    // Not joined: it may hang in the system for as long as the drive does.
-    std::thread([call, question = std::move(question)] {
+    const bool asked = start([call, question = std::move(question)] {
         question();
         call->finish();
-    }).detach();
-    if (call->wait(patience)) return true;
-    unanswered_.push_back({driveOf(path), call});
+    });
+    if (!asked) return false;
+    if (call->wait(due, wait.giveUp)) return true;
+    const std::lock_guard lock(mutex_);
+    unanswered_.push_back({driveOf(path), call, due});
     return false;
 }
 

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <utility>
@@ -13,30 +15,53 @@ namespace corvane {
 
 /// Asks drives for what may never come back: a drive that hangs (a server that is gone, a disc that cannot be read)
 /// holds its caller in the system for minutes. Each question is put by a thread of its own and waited for a while;
-/// while one is unanswered, further ones to the same drive are not put at all. Used from one thread.
+/// while one is overdue, further ones to the same drive are not put at all. Any thread.
 class DriveCalls {
 public:
     using Patience = std::chrono::milliseconds;
+    static constexpr Patience kPatience{2'000};       ///< of the user-interface thread, with one look or one piece
+    static constexpr Patience kLongPatience{10'000};  ///< with a whole folder, a disc that starts turning, in workers
+    /// What is told of a file on a drive that does not answer in time.
+    static constexpr const char* kNoAnswer = "The drive does not answer.";
+
+    /// How long one waits for an answer.
+    struct Wait {
+        Wait(Patience longest, const std::atomic<bool>* stop = nullptr) : patience(longest), giveUp(stop) {}
+        Patience patience;
+        const std::atomic<bool>* giveUp;  ///< may be null; when it is set, the wait ends at once
+    };
+
+    /// The drives are the whole program's: what one place waits for in vain, no other asks again. Never destroyed,
+    /// because a question may be answered at any time.
+    static DriveCalls& all();
 
     /// What `question` about `path` returns; empty when it took too long. It may run on after that: it must hold what
     /// it uses.
     template <class Answer>
-    std::optional<Answer> ask(const std::string& path, Patience patience, std::function<Answer()> question) {
+    std::optional<Answer> ask(const std::string& path, Wait wait, std::function<Answer()> question) {
         const auto answer = std::make_shared<std::optional<Answer>>();
         const bool answered =
-            run(path, patience, [answer, question = std::move(question)] { answer->emplace(question()); });
+            run(path, wait, [answer, question = std::move(question)] { answer->emplace(question()); });
         return answered ? std::move(*answer) : std::nullopt;
     }
 
+    /// Lets go of what may ask a drive when it goes, such as an open file; nobody waits for that.
+    static void release(std::shared_ptr<void> last);
+
 private:
+    using Clock = std::chrono::steady_clock;
     struct Call;
     struct Unanswered {
         std::string drive;
         std::shared_ptr<Call> call;
+        Clock::time_point due;
     };
-    bool run(const std::string& path, Patience patience, std::function<void()> question);
+    bool run(const std::string& path, Wait wait, std::function<void()> question);
+    bool mayAsk(const std::string& path, Clock::time_point due, const std::atomic<bool>* giveUp);
+    std::optional<Unanswered> unansweredOf(const std::string& path);
 
-    std::vector<Unanswered> unanswered_;
+    std::mutex mutex_;                    ///< guards what follows
+    std::vector<Unanswered> unanswered_;  ///< calls that are no longer waited for
 };
 
 }  // namespace corvane

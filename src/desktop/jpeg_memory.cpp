@@ -2,7 +2,7 @@
 #include "desktop/jpeg_memory.h"
 
 #include <QByteArray>
-#include <QFile>
+#include <QIODevice>
 #include <algorithm>
 
 namespace corvane {
@@ -48,10 +48,8 @@ JpegFrame readFrame(int marker, const QByteArray& header) {
 
 }  // namespace
 
-std::int64_t decoderBytesOfJpeg(const std::string& path) {
+std::int64_t decoderBytesOfJpeg(QIODevice& file) {
     constexpr int kStartOfScan = 0xDA;
-    QFile file(QFile::decodeName(QByteArray::fromStdString(path)));
-    if (!file.open(QIODevice::ReadOnly)) return 0;
     JpegFrame frame;
     for (qint64 at = 2;;) {  // behind the start of the picture
         const QByteArray head = part(file, at, 4);

@@ -2,18 +2,16 @@
 #include "desktop/qt_files.h"
 
 #include <dirent.h>
-#include <fcntl.h>
 #include <mntent.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstdlib>
 #include <memory>
 
-#include "desktop/descriptor.h"
+#include "desktop/drive_file.h"
 #include "desktop/media/cd_folder.h"
 #include "toolkit/file_patterns.h"
 
@@ -88,7 +86,7 @@ bool isReadableFolder(const std::string& folder) {
 
 /// A disc may have to start turning.
 DriveCalls::Patience patienceWith(const std::string& path) {
-    return isDiscPath(path) ? QtFiles::kLongPatience : QtFiles::kPatience;
+    return isDiscPath(path) ? DriveCalls::kLongPatience : DriveCalls::kPatience;
 }
 
 }  // namespace
@@ -96,29 +94,32 @@ DriveCalls::Patience patienceWith(const std::string& path) {
 QtFiles::QtFiles() : QtFiles(isFile) {}
 
 std::optional<std::string> QtFiles::lookUp(const std::string& path) {
-    if (!calls_.ask<bool>(path, patienceWith(path), [path, look = isFile_] { return look(path); }).value_or(false))
+    if (!DriveCalls::all()
+             .ask<bool>(path, patienceWith(path), [path, look = isFile_] { return look(path); })
+             .value_or(false))
         return {};
     return path.substr(path.rfind('/') + 1);
 }
 
 std::vector<std::string> QtFiles::list(const std::string& folder, const std::string& patterns) {
     const auto matches = [patterns](std::string_view name) { return matchesAnyPattern(name, patterns); };
-    return calls_
-        .ask<std::vector<std::string>>(folder, kLongPatience,
+    return DriveCalls::all()
+        .ask<std::vector<std::string>>(folder, DriveCalls::kLongPatience,
                                        [folder, matches] { return entries(folder, Kind::File, matches); })
         .value_or(std::vector<std::string>());
 }
 
 std::vector<std::string> QtFiles::folders(const std::string& folder) {
     const auto all = [](std::string_view) { return true; };
-    return calls_
-        .ask<std::vector<std::string>>(folder, kLongPatience,
+    return DriveCalls::all()
+        .ask<std::vector<std::string>>(folder, DriveCalls::kLongPatience,
                                        [folder, all] { return entries(folder, Kind::Folder, all); })
         .value_or(std::vector<std::string>());
 }
 
 bool QtFiles::readable(const std::string& folder) {
-    return calls_.ask<bool>(folder, patienceWith(folder), [folder] { return isReadableFolder(folder); })
+    return DriveCalls::all()
+        .ask<bool>(folder, patienceWith(folder), [folder] { return isReadableFolder(folder); })
         .value_or(false);
 }
 
@@ -139,22 +140,7 @@ std::vector<Drive> QtFiles::drives() {
 }
 
 std::optional<std::string> QtFiles::read(const std::string& path, std::size_t limit) {
-    // Without blocking: a pipe of that name must not stop the player.
-    const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    struct stat status {};
-    if (!file || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
-    if (status.st_size > 0 && static_cast<std::size_t>(status.st_size) > limit) return std::nullopt;
-    std::string bytes;
-    bytes.reserve(static_cast<std::size_t>(status.st_size));
-    std::array<char, 65536> buffer{};
-    while (true) {
-        const ssize_t got = ::read(file.get(), buffer.data(), buffer.size());
-        if (got < 0 && errno == EINTR) continue;
-        if (got < 0) return std::nullopt;
-        if (got == 0) return bytes;
-        bytes.append(buffer.data(), static_cast<std::size_t>(got));
-        if (bytes.size() > limit) return std::nullopt;
-    }
+    return DriveFile::readAll(path, DriveCalls::kPatience, limit);
 }
 
 }  // namespace corvane

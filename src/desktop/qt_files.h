@@ -9,12 +9,9 @@
 namespace corvane {
 
 /// Files of a POSIX system. Files whose name begins with "." are hidden: found by look-up, left out of lists. What lies
-/// on a drive that does not answer counts as not being there.
+/// on a drive that does not answer counts as not being there, and cannot be read or written.
 class QtFiles : public Files {
 public:
-    static constexpr DriveCalls::Patience kPatience{2'000};       ///< with one look
-    static constexpr DriveCalls::Patience kLongPatience{10'000};  ///< with a whole folder, or a disc
-
     QtFiles();
     /// `isFile` looks a path up; it is called on threads of its own.
     explicit QtFiles(std::function<bool(const std::string& path)> isFile) : isFile_(std::move(isFile)) {}
@@ -30,7 +27,6 @@ public:
 
 private:
     std::function<bool(const std::string& path)> isFile_;
-    DriveCalls calls_;
 };
 
 /// Removes what replacements left beside their files when the program was killed in the middle of one. Call it while no

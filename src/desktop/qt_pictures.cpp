@@ -4,13 +4,13 @@
 #include <sys/stat.h>
 
 #include <QBuffer>
-#include <QFile>
 #include <QImageReader>
 #include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cmath>
 
+#include "desktop/drive_file.h"
 #include "desktop/jpeg_memory.h"
 #include "toolkit/picture_check.h"
 
@@ -55,7 +55,7 @@ bool hasRoom(const QImageReader& reader, QSize size) {
 /// The file for the check of its end.
 class FileBytes : public PictureBytes {
 public:
-    explicit FileBytes(QFile& file) : file_(file) {}
+    explicit FileBytes(QIODevice& file) : file_(file) {}
     ~FileBytes() override { file_.seek(0); }
     std::int64_t size() override { return file_.size(); }
     std::string part(std::int64_t from, std::int64_t count) override {
@@ -63,7 +63,7 @@ public:
     }
 
 private:
-    QFile& file_;
+    QIODevice& file_;
 };
 
 /// The size that a GIF's header announces. Its picture gets that one, while the reader tells its first part's.
@@ -75,9 +75,50 @@ QSize gifScreen(const QByteArray& head) {
     return {word(6), word(8)};
 }
 
-bool endsTooEarly(QFile& file) {
+bool endsTooEarly(QIODevice& file) {
     FileBytes bytes(file);
     return !endsWhole(bytes);
+}
+
+/// What decoding it takes beside the picture, in pixels' worth. Leaves the file where it was.
+std::int64_t workOfJpeg(QIODevice& file) {
+    const qint64 place = file.pos();
+    const std::int64_t bytes = decoderBytesOfJpeg(file);
+    file.seek(place);
+    return bytes / kBytesOfPixel;
+}
+
+Picture decodeFrom(QIODevice& file, std::string& reason) {
+    if (endsTooEarly(file)) return reason = "The picture is damaged: the file ends too early.", Picture();
+
+    const QByteArray head = file.peek(kGifHeaderBytes);
+    QImageReader reader(&file);
+    reader.setDecideFormatFromContent(true);
+    reader.setAutoTransform(true);
+    const QByteArray format = reader.format();
+    if (format != "bmp" && format != "jpeg" && format != "gif" && format != "png") {
+        return reason = "This is not a picture of a known format.", Picture();
+    }
+    const QSize size = format == "gif" ? gifScreen(head) : reader.size();
+    if (!size.isValid()) return reason = "The picture is damaged or too large.", Picture();
+    const bool reducible = format == "jpeg";  // its decoder reduces while it reads; others would read the whole first
+    const std::int64_t work = reducible ? workOfJpeg(file) : 0;
+    const bool fits =
+        reducible ? pixelsOf(size) <= kMaxPicturePixels && reduceToFit(reader, size, work) : hasRoom(reader, size);
+    if (!fits) {
+        return reason = "The picture is too large (" + std::to_string(size.width()) + " x " +
+                        std::to_string(size.height()) + " pixels).",
+               Picture();
+    }
+    const bool turned = reader.transformation().testFlag(QImageIOHandler::TransformationRotate90);
+    QImage image = reader.read();
+    if (image.isNull()) return reason = "The picture is damaged: " + reader.errorString().toStdString(), Picture();
+    image.setDevicePixelRatio(1.0);
+    image = std::move(image).convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
+                                                                     : QImage::Format_RGB32);
+    // Only what was reduced has another size than its pixels: a damaged GIF may announce one that it does not have.
+    const QSize full = reducible ? (turned ? size.transposed() : size) : image.size();
+    return Picture(std::make_shared<QtPicture>(std::move(image), full));
 }
 
 }  // namespace
@@ -146,53 +187,30 @@ QtPictures::~QtPictures() {
     {
         const std::lock_guard lock(mutex_);
         wanted_.clear();
+        ending_ = true;
         done_.notify_all();
     }
     finishHints();
 }
 
-QtPictures::Stamp QtPictures::stampOf(const std::string& path) {
-    struct stat status {};
-    if (stat(path.c_str(), &status) != 0) return {};
-    return {status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+QtPictures::Stamp QtPictures::stampOf(const std::string& path) const {
+    return DriveCalls::all()
+        .ask<Stamp>(path, {DriveCalls::kPatience, &ending_},
+                    [path] {
+                        struct stat status {};
+                        if (stat(path.c_str(), &status) != 0) return Stamp{};
+                        return Stamp{status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+                    })
+        .value_or(Stamp{});
 }
 
-Picture QtPictures::load(const std::string& path, std::string& reason) {
-    struct stat status {};
-    if (stat(path.c_str(), &status) != 0) return reason = "The file cannot be found.", Picture();
-    if (!S_ISREG(status.st_mode)) return reason = "This is not a file.", Picture();
-    QFile file(QFile::decodeName(QByteArray::fromStdString(path)));
-    if (!file.open(QIODevice::ReadOnly)) return reason = "The file cannot be read.", Picture();
-    if (endsTooEarly(file)) return reason = "The picture is damaged: the file ends too early.", Picture();
-
-    const QByteArray head = file.peek(kGifHeaderBytes);
-    QImageReader reader(&file);
-    reader.setDecideFormatFromContent(true);
-    reader.setAutoTransform(true);
-    const QByteArray format = reader.format();
-    if (format != "bmp" && format != "jpeg" && format != "gif" && format != "png") {
-        return reason = "This is not a picture of a known format.", Picture();
-    }
-    const QSize size = format == "gif" ? gifScreen(head) : reader.size();
-    if (!size.isValid()) return reason = "The picture is damaged or too large.", Picture();
-    const bool reducible = format == "jpeg";  // its decoder reduces while it reads; others would read the whole first
-    const bool fits = reducible ? pixelsOf(size) <= kMaxPicturePixels &&
-                                      reduceToFit(reader, size, decoderBytesOfJpeg(path) / kBytesOfPixel)
-                                : hasRoom(reader, size);
-    if (!fits) {
-        return reason = "The picture is too large (" + std::to_string(size.width()) + " x " +
-                        std::to_string(size.height()) + " pixels).",
-               Picture();
-    }
-    const bool turned = reader.transformation().testFlag(QImageIOHandler::TransformationRotate90);
-    QImage image = reader.read();
-    if (image.isNull()) return reason = "The picture is damaged: " + reader.errorString().toStdString(), Picture();
-    image.setDevicePixelRatio(1.0);
-    image = std::move(image).convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
-                                                                     : QImage::Format_RGB32);
-    // Only what was reduced has another size than its pixels: a damaged GIF may announce one that it does not have.
-    const QSize full = reducible ? (turned ? size.transposed() : size) : image.size();
-    return Picture(std::make_shared<QtPicture>(std::move(image), full));
+Picture QtPictures::load(const std::string& path, std::string& reason) const {
+    const auto opened = DriveFile::open(path, {DriveCalls::kPatience, &ending_}, reason);
+    if (!opened) return {};
+    DriveDevice file(*opened);
+    Picture picture = decodeFrom(file, reason);
+    if (opened->failure().empty()) return picture;
+    return reason = opened->failure(), Picture();  // the decoder fills what is missing with grey and says nothing
 }
 
 Pictures::Decoded QtPictures::decode(const std::string& path) {
@@ -217,7 +235,7 @@ Pictures::Decoded QtPictures::decode(const std::string& path) {
 
 void QtPictures::decodeAhead(const std::string& path) {
     const std::lock_guard lock(mutex_);
-    if (path.empty() || working_ == path || (ready_.path == path && ready_.stamp == stampOf(path))) return;
+    if (path.empty() || working_ == path || ready_.path == path) return;
     wanted_ = path;
     if (busy_) return;
     busy_ = true;

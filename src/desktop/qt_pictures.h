@@ -3,6 +3,7 @@
 
 #include <QImage>
 #include <QThreadPool>
+#include <atomic>
 #include <condition_variable>
 #include <cstdint>
 #include <functional>
@@ -60,7 +61,7 @@ QImage imageOf(const Picture& picture);
 QImage denseImageOf(const Picture& picture);
 
 /// Pictures by Qt's readers: BMP, JPEG, GIF and PNG by their content, whatever the name. A file that ends too early
-/// counts as damaged.
+/// counts as damaged, one on a drive that does not answer as not readable.
 class QtPictures : public Pictures, public DensePictures {
 public:
     QtPictures();
@@ -86,10 +87,11 @@ private:
         Picture picture;  ///< empty when it failed
         std::string reason;
     };
-    static Stamp stampOf(const std::string& path);
-    static Picture load(const std::string& path, std::string& reason);
+    Stamp stampOf(const std::string& path) const;
+    Picture load(const std::string& path, std::string& reason) const;
     void work();
 
+    std::atomic<bool> ending_{false};
     QThreadPool worker_;  ///< one thread, gone when it is idle
     std::mutex mutex_;    ///< guards what follows
     std::condition_variable done_;

@@ -6,10 +6,12 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <string_view>
 
 #include "desktop/descriptor.h"
@@ -79,9 +81,21 @@ mode_t defaultMode() {
     return end == number ? kPrivate : 0666U & ~static_cast<mode_t>(mask);
 }
 
-}  // namespace
+/// Who decides that a replacement happens: it, or the one that no longer waits for it. The first of them wins.
+class Decision {
+public:
+    /// True for the first caller, and again for the same one.
+    bool take(int caller) {
+        int none = 0;
+        return taken_.compare_exchange_strong(none, caller) || none == caller;
+    }
 
-bool QtFiles::replace(const std::string& path, std::string_view bytes) {
+private:
+    std::atomic<int> taken_{0};
+};
+constexpr int kWriter = 1, kWaiter = 2;
+
+bool replaceFile(const std::string& path, std::string_view bytes, Decision& decision) {
     const std::string target = targetOf(path);
     if (target.empty() || target.back() == '/') return false;
     struct stat old {};
@@ -98,13 +112,25 @@ bool QtFiles::replace(const std::string& path, std::string_view bytes) {
         errno = 0;  // a file system without modes
     }
     const bool written = writeAll(file.get(), bytes) && fsync(file.get()) == 0;
-    if (!file.close() || !written || std::rename(beside.c_str(), target.c_str()) != 0) {
+    if (!file.close() || !written || !decision.take(kWriter) || std::rename(beside.c_str(), target.c_str()) != 0) {
         unlink(beside.c_str());
         return false;
     }
     const Descriptor opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (opened) fsync(opened.get());
     return true;
+}
+
+}  // namespace
+
+bool QtFiles::replace(const std::string& path, std::string_view bytes) {
+    const auto decision = std::make_shared<Decision>();
+    const auto replaced = DriveCalls::all().ask<bool>(
+        path, DriveCalls::kLongPatience,
+        [path, text = std::string(bytes), decision] { return replaceFile(path, text, *decision); });
+    // Not answered in time: from here on the old file stays, unless the new one is being put in its place just now.
+    if (!replaced) decision->take(kWaiter);
+    return replaced.value_or(false);
 }
 
 void removeUnfinishedFiles(const std::string& folder) {

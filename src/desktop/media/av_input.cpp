@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "desktop/media/av_input.h"
 
-#include <sys/stat.h>
-
 #include <sstream>
 
 namespace corvane {
@@ -24,30 +22,22 @@ std::string words(int error) {
 
 int interrupted(void* cancelled) { return static_cast<const std::atomic<bool>*>(cancelled)->load() ? 1 : 0; }
 
-bool plainFile(const std::string& path, std::string& reason) {
-    struct stat info {};
-    if (stat(path.c_str(), &info) != 0) {
-        reason = "The file cannot be read.";
-    } else if (!S_ISREG(info.st_mode)) {
-        reason = "It is not a plain file.";
-    } else if (info.st_size == 0) {
-        reason = "The file is empty.";
-    } else {
-        return true;
-    }
-    return false;
-}
-
 }  // namespace
 
 std::unique_ptr<AvInput> AvInput::open(const std::string& path, const std::atomic<bool>* cancelled,
                                        std::string& reason) {
-    if (!plainFile(path, reason)) return nullptr;
     if (!loadAv()) {
         reason = "The libraries that decode sound are not installed.";
         return nullptr;
     }
     std::unique_ptr<AvInput> input(new AvInput);
+    input->source_ = AvSource::open(path, cancelled, reason);
+    if (!input->source_) return nullptr;
+    const DriveFile& source = input->source_->file();
+    if (source.size() == 0) {
+        reason = "The file is empty.";
+        return nullptr;
+    }
     input->packet_ = av().av_packet_alloc();
     input->frame_ = av().av_frame_alloc();
     input->file_ = av().avformat_alloc_context();
@@ -56,6 +46,7 @@ std::unique_ptr<AvInput> AvInput::open(const std::string& path, const std::atomi
         input->file_->interrupt_callback.callback = interrupted;
         input->file_->interrupt_callback.opaque = const_cast<std::atomic<bool>*>(cancelled);
     }
+    input->source_->feed(*input->file_);
     AVDictionary* options = nullptr;
     av().av_dict_set(&options, "protocol_whitelist", "file", 0);
     av().av_dict_set(&options, "format_whitelist", kFormats, 0);
@@ -64,7 +55,8 @@ std::unique_ptr<AvInput> AvInput::open(const std::string& path, const std::atomi
     av().av_dict_free(&options);
     if (error >= 0) error = av().avformat_find_stream_info(input->file_, nullptr);
     if (error < 0) {
-        reason = "The file holds no sound that can be played (" + words(error) + ").";
+        reason = source.failure().empty() ? "The file holds no sound that can be played (" + words(error) + ")."
+                                          : source.failure();
         return nullptr;
     }
     const int best = av().av_find_best_stream(input->file_, AVMEDIA_TYPE_AUDIO, -1, -1, nullptr, 0);

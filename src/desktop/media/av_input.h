@@ -7,6 +7,7 @@
 #include <string>
 
 #include "desktop/media/av_library.h"
+#include "desktop/media/av_source.h"
 
 namespace corvane {
 
@@ -14,7 +15,8 @@ namespace corvane {
 /// ever opened: other protocols, play lists and formats that name other files are refused.
 class AvInput {
 public:
-    /// Empty: not playable, and `reason` says why, in words. `cancelled` makes long reads give up.
+    /// Empty: not playable, and `reason` says why, in words. `cancelled` makes long reads give up; it
+    /// outlives the input.
     static std::unique_ptr<AvInput> open(const std::string& path, const std::atomic<bool>* cancelled,
                                          std::string& reason);
     ~AvInput();
@@ -40,6 +42,7 @@ public:
 private:
     AvInput() = default;
 
+    std::unique_ptr<AvSource> source_;  ///< outlives what reads it
     AVFormatContext* file_ = nullptr;
     AVStream* stream_ = nullptr;
     AVCodecContext* decoder_ = nullptr;

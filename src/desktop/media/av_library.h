@@ -21,6 +21,8 @@ namespace corvane {
     X(av_find_best_stream)       \
     X(av_read_frame)             \
     X(av_seek_frame)             \
+    X(avio_alloc_context)        \
+    X(avio_context_free)         \
     X(avio_size)
 #define CORVANE_AVCODEC(X)           \
     X(avcodec_find_decoder)          \
@@ -45,6 +47,8 @@ namespace corvane {
     X(av_rescale)         \
     X(av_rescale_q)       \
     X(av_log_set_level)   \
+    X(av_malloc)          \
+    X(av_free)            \
     X(av_channel_layout_default)
 #define CORVANE_SWRESAMPLE(X) \
     X(swr_alloc_set_opts2)    \

@@ -151,6 +151,9 @@ OpenedDisc openDisc(const std::string& place, CdDisc::Reading reading) {
     silenceLibrary();
     std::error_code error;
     if (!fs::exists(place, error)) return {nullptr, "There is no disc at " + place};
+    // Opening a pipe would wait for its writer.
+    const bool readable = fs::is_regular_file(place, error) || fs::is_block_file(place, error);
+    if (!readable) return {nullptr, "No disc can be read at " + place};
     if (!sheetsAreSound(place)) return {nullptr, "No disc can be read at " + place};
     DiscHandle handle(cdio_open(place.c_str(), DRIVER_UNKNOWN));
     if (!handle) return {nullptr, "No disc can be read at " + place};

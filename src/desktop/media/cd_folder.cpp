@@ -15,6 +15,7 @@
 #include <sstream>
 #include <system_error>
 
+#include "desktop/drive_calls.h"
 #include "desktop/media/cd_disc.h"
 
 namespace corvane {
@@ -143,7 +144,10 @@ std::string imageIn(const fs::path& folder) {
 }
 
 std::vector<std::string> knownPlaces() {
-    std::vector<std::string> places = discDevices();
+    std::vector<std::string> places =
+        DriveCalls::all()
+            .ask<std::vector<std::string>>(kDefaultDevice, DriveCalls::kLongPatience, discDevices)
+            .value_or(std::vector<std::string>());
     if (const std::string chosen = environment("CORVANE_CDROM"); !chosen.empty()) {
         std::erase(places, chosen);
         places.insert(places.begin(), chosen);
@@ -168,7 +172,10 @@ std::string makeDiscFolder(const std::string& place) {
 std::vector<Drive> discDrives() {
     std::vector<Drive> drives;
     for (const std::string& place : knownPlaces()) {
-        const std::string folder = makeDiscFolder(place);
+        const std::string folder =
+            DriveCalls::all()
+                .ask<std::string>(place, DriveCalls::kLongPatience, [place] { return makeDiscFolder(place); })
+                .value_or("");
         if (!folder.empty()) drives.push_back({driveText(place), folder});
     }
     return drives;

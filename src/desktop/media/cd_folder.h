@@ -12,7 +12,8 @@ namespace corvane {
 /// folder; their paths bear no dot, and a text file beside the stubs names the disc's place. They are made again when
 /// they are gone, under the same path, so that a list kept from an earlier session still finds its tracks.
 
-/// The drives of the machine, and the disc of CORVANE_CDROM (a device or an image) before them. Makes their folders.
+/// The drives of the machine, and the disc of CORVANE_CDROM (a device or an image) before them. Makes their folders. A
+/// drive that does not answer is left out.
 std::vector<Drive> discDrives();
 
 /// Makes the folder for a device or an image, or brings it up to date; returns its path. Without a disc the folder is

@@ -1,18 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <array>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "desktop/media/cd_disc.h"
 #include "desktop/media/sound_backend.h"
 
 namespace corvane {
 
-/// An audio disc as one sound: its sectors from the first track on. Data tracks and unreadable sectors are silent.
+/// An audio disc as one sound: its sectors from the first track on. Data tracks and unreadable sectors are silent, and
+/// so is a disc that does not answer.
 class CdSound : public SoundBackend {
 public:
-    explicit CdSound(std::unique_ptr<CdDisc> disc);
+    /// `place`: where the disc is.
+    explicit CdSound(std::shared_ptr<CdDisc> disc, std::string place = {});
+    ~CdSound() override;
 
     PcmFormat format() const override { return {kCdSampleRate, 2}; }
     std::int64_t frames() const override { return (last_ - first_) * kCdFramesPerSector; }
@@ -24,14 +28,15 @@ public:
     std::int32_t trackLength(int track) const override;
 
 private:
-    void fetch(std::int64_t sector);
+    const std::int16_t* fetch(std::int64_t sector);
 
-    std::unique_ptr<CdDisc> disc_;
+    std::shared_ptr<CdDisc> disc_;  ///< held by each question about it as well
+    std::string place_;
     std::int64_t first_;         ///< first sector of the axis
     std::int64_t last_;          ///< one past its last sector
     std::int64_t position_ = 0;  ///< frames on the axis
-    std::int64_t fetched_ = -1;  ///< the sector held; -1 none
-    std::array<std::int16_t, kCdFramesPerSector * 2> sector_{};
+    std::int64_t fetched_ = -1;  ///< the first sector held; -1 none
+    std::vector<std::int16_t> sectors_;
 };
 
 }  // namespace corvane

@@ -1,47 +1,42 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "desktop/media/midi_sound.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
+#include <array>
 #include <cmath>
-#include <fstream>
-#include <iterator>
 #include <utility>
+
+#include "desktop/drive_file.h"
 
 namespace corvane {
 
 namespace {
 
-constexpr std::int64_t kMaxFileBytes = 64 << 20;
+constexpr std::size_t kMaxFileBytes = 64 << 20;
+constexpr std::size_t kHeadBytes = 12;
 constexpr std::int64_t kFadeFrames = 220;  ///< 5 ms: what still sounds at the end does not click
 
 std::int64_t toFrame(double microseconds) { return std::llround(microseconds * Synthesizer::kFormat.rate / 1e6); }
 
-bool plainFile(const std::string& path) {
-    struct stat info {};
-    return stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
-}
-
-std::string firstBytes(const std::string& path, std::size_t count) {
-    if (!plainFile(path)) return "";
-    std::ifstream file(path, std::ios::binary);
-    std::string bytes(count, '\0');
-    file.read(bytes.data(), static_cast<std::streamsize>(count));
-    bytes.resize(static_cast<std::size_t>(file.gcount()));
-    return bytes;
-}
-
 }  // namespace
 
-bool holdsMidi(const std::string& path) { return looksLikeMidi(firstBytes(path, 12)); }
+bool holdsMidi(const std::string& path) {
+    std::string reason;
+    const auto file = DriveFile::open(path, DriveCalls::kLongPatience, reason);
+    std::array<char, kHeadBytes> head{};
+    const std::int64_t got = file ? file->read(0, head.data(), head.size()) : 0;
+    return looksLikeMidi(std::string(head.data(), static_cast<std::size_t>(std::max<std::int64_t>(got, 0))));
+}
 
 OpenedSound MidiSound::open(const std::string& path, std::shared_ptr<Synthesizer> synthesizer) {
-    struct stat info {};
-    if (!plainFile(path) || stat(path.c_str(), &info) != 0) return {nullptr, "The file cannot be read."};
-    if (!holdsMidi(path) || info.st_size > kMaxFileBytes) return {nullptr, "It is not a MIDI file."};
-    MidiFile file = readMidi(firstBytes(path, static_cast<std::size_t>(info.st_size)));
-    std::string reason = file.reason.empty() ? synthesizer->load() : file.reason;
+    std::string reason;
+    const auto opened = DriveFile::open(path, DriveCalls::kLongPatience, reason);
+    if (!opened) return {nullptr, reason};
+    const auto bytes = opened->readWhole(kMaxFileBytes);
+    if (!opened->failure().empty()) return {nullptr, opened->failure()};
+    if (!bytes || !looksLikeMidi(*bytes)) return {nullptr, "It is not a MIDI file."};
+    MidiFile file = readMidi(*bytes);
+    reason = file.reason.empty() ? synthesizer->load() : file.reason;
     if (!reason.empty()) return {nullptr, std::move(reason)};
     return {std::unique_ptr<SoundBackend>(new MidiSound(std::move(file.sequence), std::move(synthesizer))), ""};
 }

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "desktop/media/av_library.h"
+#include "desktop/media/av_source.h"
 
 namespace corvane {
 
@@ -23,12 +23,10 @@ struct FreePacket {
 };
 using Input = std::unique_ptr<AVFormatContext, CloseInput>;
 
-int stopAsked(void* token) { return static_cast<std::stop_token*>(token)->stop_requested() ? 1 : 0; }
-
-Input openInput(const std::string& path, std::stop_token& stop) {
+Input openInput(const std::string& path, AvSource& source) {
     AVFormatContext* context = av().avformat_alloc_context();
     if (context == nullptr) return nullptr;
-    context->interrupt_callback = {stopAsked, &stop};
+    source.feed(*context);
     AVDictionary* options = nullptr;
     av().av_dict_set(&options, "protocol_whitelist", "file", 0);
     const int failed = av().avformat_open_input(&context, ("file:" + path).c_str(), nullptr, &options);
@@ -61,18 +59,21 @@ bool lengthIsGuessed(const std::string& format, std::uintmax_t bytes) {
     return std::find(kBare.begin(), kBare.end(), format) != kBare.end();
 }
 
-std::optional<double> countedLength(const std::string& path, std::stop_token stop) {
+std::optional<double> countedLength(const std::string& path, const std::atomic<bool>& stop) {
     if (!loadAv()) return std::nullopt;
-    const Input input = openInput(path, stop);
+    std::string reason;
+    const std::unique_ptr<AvSource> source = AvSource::open(path, &stop, reason);
+    if (!source) return std::nullopt;
+    const Input input = openInput(path, *source);
     const std::unique_ptr<AVPacket, FreePacket> packet(av().av_packet_alloc());
     if (!input || !packet) return std::nullopt;
     std::vector<double> seconds(input->nb_streams, 0.0);
-    while (!stop.stop_requested() && av().av_read_frame(input.get(), packet.get()) >= 0) {
+    while (!stop && av().av_read_frame(input.get(), packet.get()) >= 0) {
         const auto index = static_cast<std::size_t>(packet->stream_index);
         if (index < seconds.size()) seconds[index] += lasts(*input->streams[index], *packet);
         av().av_packet_unref(packet.get());
     }
-    if (stop.stop_requested()) return std::nullopt;
+    if (stop || !source->file().failure().empty()) return std::nullopt;
     double longest = 0;
     for (std::size_t i = 0; i < seconds.size(); ++i) {
         if (seconds[i] > 0) longest = std::max(longest, seconds[i] + startsAt(*input, *input->streams[i]));

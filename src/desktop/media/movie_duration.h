@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <optional>
-#include <stop_token>
 #include <string>
 
 namespace corvane {
@@ -15,6 +15,6 @@ bool lengthIsGuessed(const std::string& format, std::uintmax_t bytes);
 
 /// The true length of a local file in seconds, counted from its packets; empty when it cannot be read or `stop` was
 /// asked for. Reads the whole file: call it in a worker.
-std::optional<double> countedLength(const std::string& path, std::stop_token stop);
+std::optional<double> countedLength(const std::string& path, const std::atomic<bool>& stop);
 
 }  // namespace corvane

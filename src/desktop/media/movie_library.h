@@ -3,6 +3,7 @@
 
 #include <mpv/client.h>
 #include <mpv/render.h>
+#include <mpv/stream_cb.h>
 
 namespace corvane {
 
@@ -19,6 +20,7 @@ namespace corvane {
     X(mpv_set_wakeup_callback)                \
     X(mpv_wait_event)                         \
     X(mpv_error_string)                       \
+    X(mpv_stream_cb_add_ro)                   \
     X(mpv_render_context_create)              \
     X(mpv_render_context_set_update_callback) \
     X(mpv_render_context_update)              \

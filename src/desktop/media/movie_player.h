@@ -12,6 +12,7 @@
 #include <thread>
 
 #include "desktop/media/movie_frames.h"
+#include "desktop/media/movie_source.h"
 #include "desktop/media/ui_post.h"
 
 struct mpv_handle;
@@ -78,6 +79,7 @@ private:
     void learnFacts();
     void completeOpening();
     void countLength();
+    void endCounting();
     void tellOpened();
     void tellFailed(const std::string& reason);
     void tellEnded();
@@ -93,10 +95,12 @@ private:
     QObject receiver_;  ///< what is told later, from this thread
     UiPost post_;       ///< what comes from the library's threads and ours
     std::atomic<bool> woken_{false};
+    MovieSource source_;  ///< outlives the handle
     std::unique_ptr<mpv_handle, DestroyHandle> handle_;
     std::unique_ptr<MovieFrames> frames_;
     Listener listener_;
-    std::jthread counter_;
+    std::atomic<bool> stopCounting_{false};
+    std::thread counter_;
 
     std::uint32_t number_ = 0;  ///< of the open; replies to an earlier one are dropped
     std::uint32_t turn_ = 0;    ///< of the last change of place or state; an end belongs to one

@@ -1,0 +1,241 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What reads and writes files, on a drive whose calls do not come back (tests/stall/).
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <QImage>
+#include <chrono>
+#include <cstdlib>
+#include <future>
+#include <thread>
+
+#include "desktop/drive_file.h"
+#include "desktop/media/cd_folder.h"
+#include "desktop/media/file_sound.h"
+#include "desktop/media/midi_sound.h"
+#include "desktop/media/movie_duration.h"
+#include "desktop/qt_files.h"
+#include "desktop/qt_pictures.h"
+#include "unit/desktop/cd_image.h"
+#include "unit/desktop/offscreen.h"
+
+namespace corvane {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+
+constexpr milliseconds kSlack{1'500};  ///< a busy machine
+constexpr milliseconds kAtOnce{1'000};
+
+std::string littleEndian(std::uint32_t value, int bytes) {
+    std::string text;
+    for (int i = 0; i < bytes; ++i) text.push_back(static_cast<char>(value >> (8 * i) & 0xFFU));
+    return text;
+}
+
+/// A silent sound of so many frames, mono.
+std::string wave(std::uint32_t frames) {
+    return "RIFF" + littleEndian(36 + frames * 2, 4) + "WAVEfmt " + littleEndian(16, 4) + littleEndian(1, 2) +
+           littleEndian(1, 2) + littleEndian(44100, 4) + littleEndian(88200, 4) + littleEndian(2, 2) +
+           littleEndian(16, 2) + "data" + littleEndian(frames * 2, 4) + std::string(frames * 2, '\0');
+}
+
+const std::string kSequence("MThd\0\0\0\6\0\0\0\1\0\140MTrk\0\0\0\4\0\377\57\0", 26);
+
+class StalledDrive : public ::testing::Test {
+protected:
+    StalledDrive() {
+        test::offscreenApplication();
+        std::filesystem::create_directory(folder_.in("drive"));
+        setenv("CORVANE_STALL_FOLDER", folder_.in("drive").c_str(), 1);
+        setenv("CORVANE_STALL_SWITCH", folder_.in("switch").c_str(), 1);
+    }
+    /// What hangs comes back before the folder goes.
+    ~StalledDrive() override {
+        letGo();
+        EXPECT_TRUE(answersAgain());
+        unsetenv("CORVANE_STALL_FOLDER");
+        unsetenv("CORVANE_STALL_SWITCH");
+    }
+
+    std::string on(const std::string& name) const { return folder_.in("drive/" + name); }
+    void put(const std::string& name, const std::string& bytes) { folder_.write("drive/" + name, bytes); }
+    void stall(const std::string& word) { folder_.write("switch", word); }
+    void letGo() { std::filesystem::remove(folder_.in("switch")); }
+    bool answersAgain() {
+        put("probe", "there");
+        return test::waitUntil([this] { return files_.lookUp(on("probe")) && files_.read(on("probe"), 100); }, 5'000);
+    }
+    static milliseconds taken(Clock::time_point begin) {
+        return std::chrono::duration_cast<milliseconds>(Clock::now() - begin);
+    }
+
+    test::TemporaryFolder folder_;
+    QtFiles files_;
+};
+
+class StalledCalls : public StalledDrive, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(StalledCalls, AFileIsReadInTimeOrNotAtAllAndTheDriveIsNotAskedAgain) {
+    put("list.ini", "[LIST]\n");
+    folder_.write("other.ini", "[OTHER]\n");
+    ASSERT_EQ(files_.read(on("list.ini"), 100), "[LIST]\n");
+    stall(GetParam());
+    const auto begin = Clock::now();
+    EXPECT_EQ(files_.read(on("list.ini"), 100), std::nullopt);
+    EXPECT_GE(taken(begin), DriveCalls::kPatience);
+    for (int i = 0; i < 100; ++i) EXPECT_EQ(files_.read(on("list.ini"), 100), std::nullopt);
+    EXPECT_EQ(files_.lookUp(on("list.ini")), std::nullopt);
+    EXPECT_FALSE(files_.replace(on("list.ini"), "new"));
+    EXPECT_LT(taken(begin), DriveCalls::kPatience + kSlack);
+    EXPECT_EQ(files_.read(folder_.in("other.ini"), 100), "[OTHER]\n") << "other places go on";
+    letGo();
+    EXPECT_TRUE(answersAgain());
+    EXPECT_EQ(files_.read(on("list.ini"), 100), "[LIST]\n");
+}
+
+TEST_P(StalledCalls, APictureFailsInTimeWithThatReason) {
+    QImage plain(300, 200, QImage::Format_RGB32);
+    plain.fill(Qt::red);
+    ASSERT_TRUE(plain.save(QString::fromStdString(on("a.jpg")), "JPG"));
+    QtPictures pictures;
+    ASSERT_FALSE(pictures.decode(on("a.jpg")).picture.empty());
+    stall(GetParam());
+    const auto begin = Clock::now();
+    const auto decoded = pictures.decode(on("a.jpg"));
+    EXPECT_TRUE(decoded.picture.empty());
+    EXPECT_EQ(decoded.reason, DriveCalls::kNoAnswer);
+    EXPECT_GE(taken(begin), DriveCalls::kPatience);
+    EXPECT_EQ(pictures.decode(on("a.jpg")).reason, DriveCalls::kNoAnswer);
+    EXPECT_LT(taken(begin), DriveCalls::kPatience + kSlack);
+    letGo();
+    EXPECT_TRUE(answersAgain());
+    EXPECT_FALSE(pictures.decode(on("a.jpg")).picture.empty());
+}
+
+TEST_P(StalledCalls, APictureThatIsHintedAtHoldsNobodyUp) {
+    put("a.jpg", "no picture");
+    stall(GetParam());
+    const auto begin = Clock::now();
+    {
+        QtPictures pictures;
+        pictures.decodeAhead(on("a.jpg"));
+        EXPECT_LT(taken(begin), kAtOnce);
+        EXPECT_EQ(pictures.decode(on("a.jpg")).reason, DriveCalls::kNoAnswer);
+        EXPECT_LT(taken(begin), DriveCalls::kPatience + kSlack);
+        letGo();
+        ASSERT_TRUE(answersAgain());
+        stall(GetParam());
+        pictures.decodeAhead(on("b.jpg"));
+        pictures.decodeAhead(on("a.jpg"));
+        const auto ending = Clock::now();
+        while (taken(ending) < milliseconds(200)) QCoreApplication::processEvents();  // until it waits for the drive
+    }
+    EXPECT_LT(taken(begin), DriveCalls::kPatience + kSlack + milliseconds(5'000));
+}
+
+TEST_P(StalledCalls, SoundsFailInTimeWithThatReason) {
+    put("a.wav", wave(44100));
+    put("a.mid", kSequence);
+    const auto synthesizer = std::make_shared<Synthesizer>();
+    const std::string disc = test::writeImage(on(""), "disc", {{440, 75}});
+    ASSERT_NE(FileSound::open(on("a.wav")).sound, nullptr);
+    ASSERT_TRUE(holdsMidi(on("a.mid")));
+    ASSERT_NE(openCdSound(disc).sound, nullptr);
+    stall(GetParam());
+    const auto begin = Clock::now();
+    const auto inWorker = [](auto open) { return std::async(std::launch::async, open); };
+    auto sound = inWorker([&] { return FileSound::open(on("a.wav")).reason; });
+    auto sequence = inWorker([&] { return MidiSound::open(on("a.mid"), synthesizer).reason; });
+    auto counted = inWorker([&] { return countedLength(on("a.wav"), std::atomic<bool>{false}); });
+    EXPECT_EQ(sound.get(), DriveCalls::kNoAnswer);
+    EXPECT_EQ(sequence.get(), DriveCalls::kNoAnswer);
+    EXPECT_EQ(counted.get(), std::nullopt);
+    EXPECT_GE(taken(begin), DriveCalls::kLongPatience);
+    EXPECT_EQ(openCdSound(disc).reason, DriveCalls::kNoAnswer) << "it is not asked again";
+    EXPECT_LT(taken(begin), DriveCalls::kLongPatience + kSlack);
+}
+
+INSTANTIATE_TEST_SUITE_P(From, StalledCalls, ::testing::Values("read", "open", "all"),
+                         [](const auto& each) { return std::string(each.param); });
+
+TEST_F(StalledDrive, ADiscFailsInTimeWithThatReason) {
+    const std::string disc = test::writeImage(on(""), "disc", {{440, 75}});
+    stall("open");
+    const auto begin = Clock::now();
+    EXPECT_EQ(openCdSound(disc).reason, DriveCalls::kNoAnswer);
+    EXPECT_GE(taken(begin), DriveCalls::kLongPatience);
+    EXPECT_LT(taken(begin), DriveCalls::kLongPatience + kSlack);
+}
+
+TEST_F(StalledDrive, ASoundThatIsAbandonedComesBackFromItsRead) {
+    put("a.wav", wave(44100 * 60));
+    const std::string disc = test::writeImage(on(""), "disc", {{440, 750}});
+    std::shared_ptr<SoundBackend> sound = FileSound::open(on("a.wav")).sound;
+    ASSERT_NE(sound, nullptr);
+    std::vector<float> samples(44100 * 60);
+    ASSERT_EQ(sound->read(samples.data(), 100), 100U);
+    stall("read");
+    auto read = std::async(std::launch::async, [&] { return sound->read(samples.data(), samples.size()); });
+    EXPECT_EQ(read.wait_for(milliseconds(300)), std::future_status::timeout) << "it waits for the drive";
+    const auto begin = Clock::now();
+    sound->abandoned = true;
+    EXPECT_LT(read.get(), samples.size());
+    sound.reset();
+    EXPECT_LT(taken(begin), kAtOnce);
+}
+
+TEST_F(StalledDrive, WhatWasGivenUpEarlyDoesNotRefuseTheNextQuestion) {
+    put("a.ini", "there");
+    stall("read");
+    std::atomic<bool> giveUp{false};
+    std::string reason;
+    const auto file = DriveFile::open(on("a.ini"), {DriveCalls::kLongPatience, &giveUp}, reason);
+    ASSERT_NE(file, nullptr);
+    char letter = ' ';
+    auto read = std::async(std::launch::async, [&] { return file->read(0, &letter, 1); });
+    EXPECT_EQ(read.wait_for(milliseconds(200)), std::future_status::timeout);
+    giveUp = true;
+    EXPECT_EQ(read.get(), -1);
+    auto next = std::async(std::launch::async, [&] { return files_.read(on("a.ini"), 100); });
+    EXPECT_EQ(next.wait_for(milliseconds(200)), std::future_status::timeout) << "it waits for the one before";
+    letGo();
+    EXPECT_EQ(next.get(), "there");
+}
+
+TEST_F(StalledDrive, ASaveThatIsNotAnsweredIsRefusedForGood) {
+    put("list.ini", "old");
+    stall("write");
+    const auto begin = Clock::now();
+    EXPECT_FALSE(files_.replace(on("list.ini"), "new"));
+    EXPECT_GE(taken(begin), DriveCalls::kLongPatience);
+    EXPECT_LT(taken(begin), DriveCalls::kLongPatience + kSlack);
+    letGo();
+    ASSERT_TRUE(answersAgain());
+    EXPECT_EQ(folder_.bytes("drive/list.ini"), "old") << "also when the drive comes back";
+    std::size_t count = 0;
+    for ([[maybe_unused]] const auto& each : std::filesystem::directory_iterator(folder_.in("drive"))) ++count;
+    EXPECT_EQ(count, 2U) << "the list and the probe: nothing half written";
+    EXPECT_TRUE(files_.replace(on("list.ini"), "new"));
+}
+
+TEST_F(StalledDrive, PipesAndDevicesAreNoFilesAndHoldNobodyUp) {
+    for (const char* const name : {"pipe.wav", "pipe.mid", "pipe.jpg", "pipe.cue"}) {
+        ASSERT_EQ(mkfifo(on(name).c_str(), 0600), 0);
+    }
+    const auto begin = Clock::now();
+    for (const std::string& path : {on("pipe.wav"), std::string("/dev/zero"), std::string("/dev/tty")}) {
+        EXPECT_EQ(FileSound::open(path).reason, "This is not a file.");
+        EXPECT_EQ(MidiSound::open(path, std::make_shared<Synthesizer>()).reason, "This is not a file.");
+        EXPECT_EQ(QtPictures().decode(path).reason, "This is not a file.");
+        EXPECT_EQ(files_.read(path, 100), std::nullopt);
+        EXPECT_EQ(countedLength(path, std::atomic<bool>{false}), std::nullopt);
+    }
+    EXPECT_NE(openCdSound(on("pipe.cue")).reason, "");
+    EXPECT_NE(openCdSound("/dev/zero").reason, "");
+    EXPECT_LT(taken(begin), kAtOnce);
+}
+
+}  // namespace
+}  // namespace corvane
