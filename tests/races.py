@@ -7,7 +7,7 @@ of ours there is a frame of Qt. So nothing is suppressed while the program runs;
 when both of its accesses (all of its locks) were made by code of the libraries in tests/races.txt themselves, not by
 code of ours. Their synchronising by futexes of their own is not seen by the sanitizer, as they are not built for it.
 The same goes for what a library's own thread, on which nothing of ours runs, hands over to us. Where the sanitizer has
-lost one of the stacks, the access counts as that of whoever has the memory.
+lost one of the stacks, the access counts as that of whoever allocated or frees the memory.
 
 Prints what is left, one report in short for each place, then "N reports: N ours, N of libraries (how many of which)".
 Ends with 1 when one is ours or cannot be told.
@@ -25,6 +25,7 @@ FRAME = re.compile(r"^    #\d+ (.*) \((\S+?)\+0x[0-9a-f]+\)")
 THREAD = re.compile(r"^  Thread (T\d+) '([^']*)'", re.M)
 SANITIZER = "libtsan.so"
 LIBRARY = re.compile(r"^(lib|ld-)[\w+.-]+\.so")
+FREES = re.compile(r"free|operator delete")
 STANDARD_HEADERS = re.compile(r" /usr/include/(c\+\+|x86_64-linux-gnu/c\+\+)/")
 QT_HEADERS = re.compile(r" /usr/include/\S*/qt6/")
 QT = "libQt6Core"  # what its headers do inside of our code is its own
@@ -51,9 +52,11 @@ def accesses(kind, body):
 
 
 def owner(body):
-    """Who has the memory that a report is about; "" when it is ours or no block of the heap."""
+    """Who has the memory that a report is about: who allocated or frees it; "" when that is ours or not told."""
     part = next((part for part in body.split("\n\n") if part.lstrip().startswith("Location is heap block")), "")
-    return maker(Access("", [match.groups() for match in map(FRAME.match, part.splitlines()) if match])) or ""
+    allocated = Access("", [match.groups() for match in map(FRAME.match, part.splitlines()) if match])
+    freed = [access for access in accesses("data race", body) if access.frames and FREES.match(access.frames[0][0])]
+    return next((who for who in map(maker, [allocated, *freed]) if who is not None), "")
 
 
 def maker(access):

@@ -19,6 +19,8 @@ COUNTED = ("    #0 std::__atomic_base<int>::fetch_sub(int) /usr/include/c++/12/b
            "    #1 deref() /usr/include/x86_64-linux-gnu/qt6/QtCore/qbasicatomic.h:66 (corvane+0x30)\n" + OURS)
 CALLED = OURS + "\n    #2 dl_iterate_phdr_cb <null> (libtsan.so.2+0x1)"
 LINKER = "    #0 malloc <null> (libtsan.so.2+0x1)\n    #1 strdup string/strdup.c:42 (ld-linux-x86-64.so.2+0x2)"
+FREED = "    #0 free <null> (libtsan.so.2+0x1)\n    #1 <null> <null> (libglib-2.0.so.0+0x2)"
+FREED_BY_US = "    #0 operator delete(void*) <null> (libtsan.so.2+0x1)\n" + OURS
 LOST = "    [failed to restore the stack]"
 
 
@@ -40,6 +42,9 @@ CASES = {
     "a library that nobody looked at": (race(QT, OTHER), True),
     "a lost stack of memory of ours": (race(QT, LOST, owner=OURS), True),
     "a lost stack of a library's memory": (race(QT, LOST, owner=QT), False),
+    "a lost stack of memory that a library frees": (race(FREED, LOST), False),
+    "a lost stack of memory that ours frees": (race(FREED_BY_US, LOST), True),
+    "an access of ours to memory that a library frees": (race(FREED, OURS), True),
     "an access of ours to a library's memory": (race(QT, OURS, owner=QT), True),
     "ours reads what the linker lends": (race(LINKER, CALLED), False),
     "ours reads the linker's memory without its lock": (race(LINKER, OURS), True),
