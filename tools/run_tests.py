@@ -121,9 +121,13 @@ def run_bounded(command, seconds, session=None, **options):
         raise
 
 
+def tells_stories(name):
+    return name.removeprefix("windows:").startswith("e2e")
+
+
 def report_of(name):
     """Where a group's results lie: of test programs as JSON, of the stories as their lines."""
-    return REPORTS / (re.sub(r"[^\w.]+", "-", name) + (".log" if name.startswith("e2e") else ".json"))
+    return REPORTS / (re.sub(r"[^\w.]+", "-", name) + (".log" if tells_stories(name) else ".json"))
 
 
 def google_test(name, command, session, wine=None):
@@ -161,7 +165,7 @@ def google_test(name, command, session, wine=None):
 def lines_test(name, command, seconds, session=None):
     """A script that prints "PASS name", "FAIL name: why" and "SKIP name" lines; without any, its exit code counts."""
     code, output = run_bounded(command, seconds, session, cwd=ROOT)
-    if name.startswith("e2e"):
+    if tells_stories(name):
         REPORTS.mkdir(parents=True, exist_ok=True)
         report_of(name).write_text(output)
     words = [line.split(" ", 1)[0] for line in output.splitlines()]
@@ -276,12 +280,13 @@ def stories(counts, memory, only, windows=False):
     run_group(counts, memory, name, key, lambda: lines_test(name, command, STORIES_SECONDS))
 
 
-def rule_book(counts, partly):
-    """Each rule's tests are among those that ran; a run of a part answers for its own groups."""
+def rule_book(counts, partly, windows=False):
+    """Each rule's tests are among those that ran; a run of a part answers for its own groups, and that of the Windows
+    program for those that run nowhere else."""
     print("== Rule book", flush=True)
     began = time.monotonic()
     command = ["/usr/bin/python3", str(ROOT / "tests" / "rules" / "rule_book.py"), "--ran", str(REPORTS)]
-    command += [*(["--partly"] if partly else []), *counts.groups]
+    command += [*(["--partly"] if partly else []), *(["--windows"] if windows else []), *counts.groups]
     counts.add("rule book", *lines_test("rule book", command, 120), f"{time.monotonic() - began:.1f} s")
 
 
@@ -289,6 +294,8 @@ def windows_run(counts, memory, only, wanted):
     windows_programs(counts, memory, wanted, whole=True)
     if not only or only.startswith("e2e"):
         stories(counts, memory, only, windows=True)
+    if not only:
+        rule_book(counts, partly=False, windows=True)
     if not counts.passed and not counts.failed:
         print("   no test has that name" if only else "   no test was found")
         counts.failed = 1

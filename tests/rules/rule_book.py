@@ -2,7 +2,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The rule book (tests/rules.md and the tables that it names): each row is whole, its id stands once, and the tests that it
 names exist. With --ran FOLDER and the groups of a run: each named test ran and passed, as the reports in that folder say;
---partly leaves out tests of other groups. Tests that this machine cannot do are named, and are no failure. With --list
+--partly leaves out tests of other groups. --windows: the run is that of the Windows program, which alone answers for the
+groups that run nowhere else. Tests that this machine cannot do are named, and are no failure. With --list
 prints id and rule of each row.
 
 Prints "PASS name", "SKIP name: where" and "FAIL name: where" lines; ends with 1 when one failed.
@@ -25,9 +26,13 @@ LEAST_REASON = 20  # characters that say why a row has no test here
 # Where each group of tests runs. "fake": the machine in memory; "real": the desktop's own parts; "end to end": the
 # built program, driven as a person would.
 PLACES = {"walk": "fake", "contract_fake": "fake", "contract_desktop": "real", "unit_desktop": "real", "golden": "real",
-          "e2e": "end to end"}
+          "e2e": "end to end", "windows:contract_windows": "Wine", "windows:unit_windows": "Wine",
+          "windows:e2e": "Wine end to end"}
+WINDOWS_RUN = {group for group in PLACES if group.startswith("windows:")}  # what ./check --windows alone runs
 FOLDERS = {"walk": ["unit/walk"], "golden": ["golden"], "contract_fake": ["contract", "contract/fake"],
-           "contract_desktop": ["contract", "contract/desktop"]}
+           "contract_desktop": ["contract", "contract/desktop"],
+           "windows:contract_windows": ["contract", "contract/windows"], "windows:unit_windows": ["unit/windows"]}
+STORIES = {"e2e": "stories", "windows:e2e": "windows_stories"}
 MACRO = re.compile(r"^TEST(_F|_P)?\(\s*(\w+)\s*,\s*(\w+)\s*\)", re.M)
 INSTANCE = re.compile(r"INSTANTIATE_TEST_SUITE_P\(\s*(\w+)\s*,\s*(\w+)")
 STORY = re.compile(r'^@story\("((?:[^"\\]|\\.)*)"\)', re.M)
@@ -98,8 +103,8 @@ def wrong_rows(rows):
 
 def known_tests(group):
     """Names that the group's sources hold; tests with parameters once for each instance."""
-    if group == "e2e":
-        return {name for file in (TESTS / "e2e" / "stories").glob("*.py") for name in STORY.findall(file.read_text())}
+    if group in STORIES:
+        return {name for file in (TESTS / "e2e" / STORIES[group]).glob("*.py") for name in STORY.findall(file.read_text())}
     names, tables, instances = set(), [], {}
     for folder in FOLDERS.get(group, [f"unit/{group.removeprefix('unit_')}"]):
         for file in sorted((TESTS / folder).glob("*.*")):
@@ -121,19 +126,25 @@ def unknown_tests(rows):
                 yield f"{row.id}: {test}"
 
 
-def story_results(lines):
+def answers_for(group, windows):
+    """Whether such a run is the one that runs the group."""
+    return (group in WINDOWS_RUN) == windows
+
+
+def story_results(lines, group):
     """Stories that passed, and those that were skipped; a reason follows the name, which may hold colons of its own."""
     passed = {re.sub(r" \([\d.]+ s\)$", "", line[5:]) for line in lines if line.startswith("PASS ")}
     told = [line[5:] for line in lines if line.startswith("SKIP ")]
-    return passed, {name for name in known_tests("e2e") if any(line.startswith(f"{name}: ") for line in told)}
+    return passed, {name for name in known_tests(group) if any(line.startswith(f"{name}: ") for line in told)}
 
 
 def results_of(folder, group):
     """What passed and what was skipped: for tests with parameters the name without its number, when it holds of all."""
-    if group == "e2e":
-        return story_results((folder / "e2e.log").read_text().splitlines())
+    report = re.sub(r"[^\w.]+", "-", group)
+    if group in STORIES:
+        return story_results((folder / f"{report}.log").read_text().splitlines(), group)
     passed, skipped, failed = set(), set(), set()
-    for suite in json.loads((folder / f"{group}.json").read_text()).get("testsuites", []):
+    for suite in json.loads((folder / f"{report}.json").read_text()).get("testsuites", []):
         for case in suite["testsuite"]:
             name = f"{suite['name']}.{case['name'].partition('/')[0]}"
             ran = case.get("status") == "RUN" and not case.get("failures")
@@ -142,12 +153,14 @@ def results_of(folder, group):
     return passed - skipped - failed, skipped - failed
 
 
-def tests_not_passed(rows, folder, groups, partly, skipped):
+def tests_not_passed(rows, folder, groups, partly, skipped, windows=False):
     """Rows whose tests did neither pass nor, for a reason of this machine, get skipped; those are added to `skipped`."""
     results = {}
     for row in rows:
         for test in row.tests:
             group, _, name = test.partition(": ")
+            if not answers_for(group, windows):
+                continue
             if group not in groups:
                 if not partly:
                     yield f"{row.id}: {group} did not run"
@@ -175,9 +188,14 @@ def results_seen_failing():
     with tempfile.TemporaryDirectory() as folder:
         pathlib.Path(folder, "walk.json").write_text(json.dumps({"testsuites": [{"name": "A", "testsuite": told}]}))
         failed = list(tests_not_passed(rows, pathlib.Path(folder), ["walk"], False, skipped))
+        elsewhere = [Row("", "Wine", "", ["windows:unit_windows: A.B"], "Wine")]
+        failed_elsewhere = [list(tests_not_passed(elsewhere, pathlib.Path(folder), ["walk"], False, [], windows))
+                            for windows in (False, True)]
     names = sorted(known_tests("e2e"))[:3]
-    stories = story_results([f"PASS {names[0]} (1.0 s)", f"SKIP {names[1]}: a reason: this", f"FAIL {names[2]}: why"])
-    return (skipped == ["Skipped: walk: A.OfSkipped"] and [line.partition(":")[0] for line in failed] == ["Failed", "Missing", "NotThere"]
+    told = [f"PASS {names[0]} (1.0 s)", f"SKIP {names[1]}: a reason: this", f"FAIL {names[2]}: why"]
+    stories = story_results(told, "e2e")
+    return (failed_elsewhere == [[], ["Wine: windows:unit_windows did not run"]] and skipped == ["Skipped: walk: A.OfSkipped"]
+            and [line.partition(":")[0] for line in failed] == ["Failed", "Missing", "NotThere"]
             and stories == ({names[0]}, {names[1]}))
 
 
@@ -199,6 +217,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--ran", type=pathlib.Path, metavar="FOLDER")
     parser.add_argument("--partly", action="store_true")
+    parser.add_argument("--windows", action="store_true")
     parser.add_argument("--list", action="store_true")
     parser.add_argument("groups", nargs="*")
     options = parser.parse_args()
@@ -210,7 +229,8 @@ def main():
         return 0
     if options.ran:
         skipped = []
-        not_passed = list(tests_not_passed(rows, options.ran, options.groups, options.partly, skipped))
+        rows = [row for row in rows if any(answers_for(test.partition(": ")[0], options.windows) for test in row.tests)]
+        not_passed = list(tests_not_passed(rows, options.ran, options.groups, options.partly, skipped, options.windows))
         if skipped:
             print(f"SKIP rules that this machine cannot prove: {'; '.join(skipped)}")
         results = {f"the tests of {len(rows)} rules ran and passed": not_passed}
