@@ -81,12 +81,9 @@ protected:
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
         painter.setBrush(palette().color(QPalette::Mid));
-        constexpr int kDots = 3;
         constexpr double kRadius = 1.4, kStep = 7;
         const QPointF middle = QRectF(rect()).center();
-        for (int i = 0; i < kDots; ++i) {
-            painter.drawEllipse(middle + QPointF(0, (i - kDots / 2) * kStep), kRadius, kRadius);
-        }
+        for (const double down : {-kStep, 0.0, kStep}) painter.drawEllipse(middle + QPointF(0, down), kRadius, kRadius);
     }
 };
 
