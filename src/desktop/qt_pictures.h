@@ -10,7 +10,6 @@
 #include <mutex>
 #include <string>
 
-#include "platform/dense_pictures.h"
 #include "platform/ports.h"
 #include "toolkit/picture_budget.h"
 
@@ -62,7 +61,7 @@ QImage denseImageOf(const Picture& picture);
 
 /// Pictures by Qt's readers: BMP, JPEG, GIF and PNG by their content, whatever the name. A file that ends too early
 /// counts as damaged, one on a drive that does not answer as not readable.
-class QtPictures : public Pictures, public DensePictures {
+class QtPictures : public Pictures {
 public:
     QtPictures();
     ~QtPictures() override;

@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "engine/text.h"
-#include "platform/dense_pictures.h"
 
 namespace corvane {
 
@@ -17,10 +16,9 @@ std::string denseName(const std::string& bitmap) {
 }
 
 Picture withDense(Pictures& pictures, const Picture& bitmap, const std::string& path) {
-    auto* const able = dynamic_cast<DensePictures*>(&pictures);
-    if (able == nullptr || bitmap.empty()) return bitmap;
+    if (bitmap.empty()) return bitmap;
     const int width = kDenseFactor * bitmap.width(), height = kDenseFactor * bitmap.height();
-    return able->paired(bitmap, [&pictures, name = denseName(path), width, height] {
+    return pictures.paired(bitmap, [&pictures, name = denseName(path), width, height] {
         const Picture dense = pictures.decode(name).picture;
         return dense.width() == width && dense.height() == height ? dense : Picture();
     });

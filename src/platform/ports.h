@@ -29,6 +29,8 @@ public:
     virtual void expect(const std::string& /*path*/) {}
 };
 
+inline constexpr int kDenseFactor = 2;     ///< a dense picture has so many times the pixels across and down
+inline constexpr double kDenseFrom = 1.5;  ///< screen pixels to a form's pixel from which dense pictures are shown
 inline constexpr int kOutOfMemoryForPicture = 480;  ///< error number of a drawing that lacks memory
 
 /// Still pictures. All calls are made on the user-interface thread.
@@ -49,6 +51,11 @@ public:
     virtual void decodeAhead(const std::string& path) = 0;
     /// A part of a picture; empty when the cell is not wholly inside it or has no area.
     virtual Picture cut(const Picture& whole, const Cell& cell) = 0;
+    /// The plain picture with another one's pixels for dense screens; parts cut out of it have both. `dense` gives a
+    /// picture kDenseFactor times as wide and high, or none. It is asked once, by the event loop's thread, when a
+    /// screen that is dense shows the picture for the first time: a window can come to such a screen later. A desktop
+    /// that shows no picture with more pixels than its form has gives the plain one.
+    virtual Picture paired(const Picture& plain, std::function<Picture()> /*dense*/) { return plain; }
     /// Draws the box's picture stretched to width by height (the box's unit) over the box's origin, as
     /// PictureBox::setPainted describes. Returns 0, or an error number (kOutOfMemoryForPicture); then nothing was
     /// changed.

@@ -4,12 +4,11 @@
 #include <gtest/gtest.h>
 
 #include "fake/fake_pictures.h"
-#include "platform/dense_pictures.h"
 
 namespace corvane {
 namespace {
 
-struct DenseScreen : FakePictures, DensePictures {
+struct DenseScreen : FakePictures {
     explicit DenseScreen(CallLog& log) : FakePictures(log) { add("/s/A.BMP", 10, 4); }
     Picture paired(const Picture& plain, std::function<Picture()> dense) override {
         ask = std::move(dense);
@@ -44,6 +43,14 @@ TEST_F(DenseSkin, IsReadWhenADenseScreenAsksForIt) {
     screen.add("/s/A@2X.BMP", 20, 8);  // later than the skin was loaded
     EXPECT_EQ(screen.ask().width(), 20);
     EXPECT_EQ(screen.joinedWith().width(), 20);
+}
+
+TEST_F(DenseSkin, IsThePlainOneOnADesktopWithoutDensePictures) {
+    FakePictures plainScreen(log);
+    plainScreen.add("/s/A.BMP", 10, 4);
+    plainScreen.add("/s/A@2X.BMP", 20, 8);
+    const Picture plain = plainScreen.decode("/s/A.BMP").picture;
+    EXPECT_EQ(withDense(plainScreen, plain, "/s/A.BMP"), plain);
 }
 
 TEST_F(DenseSkin, OfAWrongSizeIsLeftOut) {
