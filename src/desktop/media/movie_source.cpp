@@ -26,7 +26,7 @@ struct MovieSource::File {
     }
 };
 
-/// A file that the library has open. Its calls come from the library's threads, one at a time but for cancel().
+/// A file that the library has open. Its calls come from the library's threads, one at a time.
 struct MovieSource::Stream {
     std::shared_ptr<File> file;
     std::unique_ptr<DriveFile> bytes;
@@ -45,7 +45,6 @@ struct MovieSource::Stream {
         return to < 0 ? std::int64_t{MPV_ERROR_GENERIC} : of(cookie).at = to;
     }
     static std::int64_t size(void* cookie) { return of(cookie).bytes->size(); }
-    static void cancel(void* cookie) { of(cookie).file->givenUp = true; }
     static void close(void* cookie) { delete static_cast<Stream*>(cookie); }
 };
 
@@ -98,8 +97,9 @@ int MovieSource::open(void* self, char* address, void* info) {
     }
     file->size = bytes->size();
     auto* const stream = new Stream{file, std::move(bytes)};
+    // Not told of the library's own cancelling, which may come after close(); whoever makes it stop calls giveUp().
     *static_cast<mpv_stream_cb_info*>(info) = {stream,       Stream::read,  Stream::seek,
-                                               Stream::size, Stream::close, Stream::cancel};
+                                               Stream::size, Stream::close, nullptr};
     return 0;
 }
 
