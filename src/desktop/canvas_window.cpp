@@ -94,10 +94,20 @@ void CanvasWindow::formChanged(PropertyId property) {
 
 void CanvasWindow::takeGeometry() {
     if (taking_) return;
-    const QPoint origin = context().origin(form());
+    const QRect wanted = geometryOfForm();
+    // One request to the window manager for place and size: between two the window would stand where nobody put it.
+    if (wanted.size() != size()) {
+        setMinimumSize(0, 0);
+        setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    }
+    setGeometry(wanted);
+    setFixedSize(wanted.size());
+}
+
+QRect CanvasWindow::geometryOfForm() const {
+    const QPoint corner(context().toPixels(form().Left), context().toPixels(form().Top));
     const QSize size(std::max(1, context().toPixels(form().Width)), std::max(1, context().toPixels(form().Height)));
-    setFixedSize(size);
-    move(origin + QPoint(context().toPixels(form().Left), context().toPixels(form().Top)));
+    return {context().origin(form()) + corner, size};
 }
 
 void CanvasWindow::takeVisibility() {

@@ -49,6 +49,9 @@ protected:
     virtual QString toolTip(const Control& control) const;
     /// A control's appearance or place changed.
     virtual void controlChanged(Control& control, PropertyId property) = 0;
+    /// Puts the window where the form's properties say.
+    virtual void takeGeometry();
+    QRect geometryOfForm() const;  ///< logical pixels of the screen
 
     const Control* pressed() const { return pointer_.pressed(); }
     QRectF toWidget(const Rectangle& twips) const;
@@ -85,7 +88,6 @@ protected:
 
 private:
     void formChanged(PropertyId property);
-    void takeGeometry();
     void takeVisibility();
     void takeWindowState();
     enum class Sight { Screens, FreeOfBars };

@@ -6,12 +6,15 @@
 #include <cmath>
 
 #include "desktop/full_screen_window.h"
+#include "desktop/picture_behind.h"
 #include "desktop/qt_pictures.h"
 #include "toolkit/control_place.h"
 
 namespace corvane {
 
 namespace {
+
+constexpr int kBehindMs = 500;  // by then the window manager has done what it was asked
 
 bool hidesWhatIsBelow(const Picture& picture) { return !picture.empty() && !imageOf(picture).hasAlphaChannel(); }
 
@@ -24,7 +27,11 @@ QRect wholePixels(const QRectF& area) {
 
 }  // namespace
 
-MediaWindow::MediaWindow(Form& form, DesktopContext& context) : CanvasWindow(form, context) {}
+MediaWindow::MediaWindow(Form& form, DesktopContext& context) : CanvasWindow(form, context) {
+    behind_.setSingleShot(true);
+    behind_.setInterval(kBehindMs);
+    connect(&behind_, &QTimer::timeout, this, [this] { takePictureAway(*this); });
+}
 
 MediaWindow::~MediaWindow() = default;
 
@@ -76,7 +83,37 @@ QRect MediaWindow::movieArea() const { return movie_ != nullptr ? place(*movie_)
 void MediaWindow::controlChanged(Control& control, PropertyId property) {
     if (control.kind() == ControlKind::Timer || property == PropertyId::ToolTipText) return;
     if (&control == movie_ || &control == &form()) retarget();
+    if (geometryWaits_ && !isPreparing()) takeGeometry();
     update();
+}
+
+/// A picture box is hidden while its next picture is prepared.
+bool MediaWindow::isPreparing() const {
+    for (const Control* control : form().controls()) {
+        if (control->kind() == ControlKind::PictureBox && !control->Visible) return true;
+    }
+    return false;
+}
+
+/// A kept window goes to the next picture's place when that is ready, in one step and with the picture behind it: at no
+/// moment is it seen bare, however late the window manager and the painting come.
+void MediaWindow::takeGeometry() {
+    const bool shown = isVisible() && !isMinimized();
+    geometryWaits_ = shown && isPreparing();
+    if (geometryWaits_) return;
+    const QRect wanted = geometryOfForm();
+    const bool changesSize = shown && surface_ == nullptr && wanted.size() != size();
+    if (changesSize) {
+        const double ratio = devicePixelRatioF();
+        QImage picture((QSizeF(wanted.size()) * ratio).toSize(), QImage::Format_RGB32);
+        picture.setDevicePixelRatio(ratio);
+        QPainter painter(&picture);
+        paintPictures(painter, QRect(QPoint(), wanted.size()));
+        painter.end();
+        layPictureBehind(*this, picture);
+        behind_.start();
+    }
+    CanvasWindow::takeGeometry();
 }
 
 void MediaWindow::retarget() {
@@ -125,7 +162,15 @@ QRectF MediaWindow::stretched(const PictureBox& box) const {
 
 void MediaWindow::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
-    QRegion black = event->region();
+    paintPictures(painter, event->region());
+    if (!bound() || movie_ == nullptr || !movie_->Visible || surface_ == nullptr || isFullScreenShown()) return;
+    const QRect area = movieArea();
+    if (!area.isEmpty()) surface_->paint(painter, area);
+}
+
+/// Pictures on black.
+void MediaWindow::paintPictures(QPainter& painter, const QRegion& region) {
+    QRegion black = region;
     for (const Control* control : form().controls()) {
         if (!bound() || !control->Visible || control->kind() != ControlKind::PictureBox) continue;
         const auto& box = static_cast<const PictureBox&>(*control);
@@ -135,14 +180,9 @@ void MediaWindow::paintEvent(QPaintEvent* event) {
     for (const QRect& part : black) painter.fillRect(part, Qt::black);
     if (!bound()) return;
     for (const Control* control : form().controls()) {
-        if (!control->Visible) continue;
-        if (control == movie_ && surface_ != nullptr && !isFullScreenShown()) {
-            const QRect area = movieArea();
-            if (!area.isEmpty()) surface_->paint(painter, area);
-        } else if (control->kind() == ControlKind::PictureBox) {
-            const auto& box = static_cast<const PictureBox&>(*control);
-            picture_.draw(painter, box.Picture, stretched(box), QRectF(event->rect()) & place(box));
-        }
+        if (!control->Visible || control->kind() != ControlKind::PictureBox) continue;
+        const auto& box = static_cast<const PictureBox&>(*control);
+        picture_.draw(painter, box.Picture, stretched(box), QRectF(region.boundingRect()) & place(box));
     }
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QTimer>
 #include <memory>
 
 #include "desktop/canvas_window.h"
@@ -22,6 +23,7 @@ public:
 protected:
     Rectangle hitRect(const Control& control) const override;
     void controlChanged(Control& control, PropertyId property) override;
+    void takeGeometry() override;
     void onBound() override;
     void onUnbinding() override;
     void paintEvent(QPaintEvent* event) override;
@@ -34,12 +36,16 @@ private:
     bool isFullScreenShown() const;
     void takeFullScreen();
     void showFrame();
+    bool isPreparing() const;
+    void paintPictures(QPainter& painter, const QRegion& region);
     void retarget();  ///< tells the surface the size of what it draws into
 
     Control* movie_ = nullptr;
     MovieSurface* surface_ = nullptr;  ///< the movie control's; null: none
     QSize target_;
     ScaledPicture picture_;
+    bool geometryWaits_ = false;  ///< for the next picture, which is being prepared
+    QTimer behind_;               ///< how long the picture is kept behind the window
     std::unique_ptr<FullScreenWindow> fullScreen_;
 };
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QPainter>
+#include <vector>
 
 #include "desktop/full_screen_window.h"
 #include "desktop/movie_surface.h"
@@ -113,6 +114,33 @@ TEST_F(PictureWindow, AHiddenBoxShowsNothing) {
     attach();
     box.Visible = false;
     EXPECT_EQ(shown().pixelColor(60, 30), QColor(Qt::black));
+}
+
+/// A window that stays up for the next picture: it must not be seen with the one picture at the other one's place.
+TEST_F(PictureWindow, GoesToThePlaceOfAPictureThatIsPreparedInOneStepWhenItIsReady) {
+    attach();
+    form.Show();
+    struct Steps : QObject {
+        std::vector<QRect> seen;
+        bool eventFilter(QObject* watched, QEvent* event) override {
+            const auto* const window = static_cast<QWidget*>(watched);
+            if (event->type() == QEvent::Move || event->type() == QEvent::Resize) seen.push_back(window->geometry());
+            return false;
+        }
+    } steps;
+    const QRect before = widget().geometry();
+    widget().installEventFilter(&steps);
+    box.Visible = false;
+    form.SetSize(form.Width + 750, form.Height + 300);
+    form.Move(form.Left + 150, form.Top + 450);
+    EXPECT_EQ(widget().geometry(), before);
+    box.Visible = true;
+    const QRect after(before.topLeft() + QPoint(10, 30), before.size() + QSize(50, 20));
+    EXPECT_EQ(widget().geometry(), after);
+    EXPECT_EQ(widget().minimumSize(), after.size());
+    EXPECT_EQ(widget().maximumSize(), after.size());
+    for (const QRect& step : steps.seen) EXPECT_EQ(step, after);
+    EXPECT_FALSE(steps.seen.empty());
 }
 
 TEST_F(PictureWindow, MousePositionsAreInPixelsOfTheBoxAlsoWhileItMoves) {
