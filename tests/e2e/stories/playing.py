@@ -19,6 +19,7 @@ def quick_play(stage):
     stage.player.press(PLAY)
     stage.sound.wait_for(440)
     stage.sound.wait_for(554, 15)
+    stage.sound.wait_for_silence(8)  # what sounds still has no length yet
     first = stage.sound.expect_order([440, 554])[0]
     check(9.8 <= first.length <= 10.8, f"the first file was heard for {first.length:.2f} s")
 
@@ -32,6 +33,7 @@ def delay(stage):
     stage.sound.wait_for(440, 10)
     wait("its window goes at its end", lambda: len(stage.player.windows()) == 1, 8)
     stage.sound.wait_for(554, 12)
+    stage.sound.wait_for_silence(8)
     first, second = stage.sound.expect_order([440, 554])
     waited = second.start - first.end
     check(2.9 <= waited <= 6, f"{waited:.2f} s between the movies, expected the delay behind one and before the other")
