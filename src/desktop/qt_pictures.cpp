@@ -88,39 +88,6 @@ std::int64_t workOfJpeg(QIODevice& file) {
     return bytes / kBytesOfPixel;
 }
 
-Picture decodeFrom(QIODevice& file, std::string& reason) {
-    if (endsTooEarly(file)) return reason = "The picture is damaged: the file ends too early.", Picture();
-
-    const QByteArray head = file.peek(kGifHeaderBytes);
-    QImageReader reader(&file);
-    reader.setDecideFormatFromContent(true);
-    reader.setAutoTransform(true);
-    const QByteArray format = reader.format();
-    if (format != "bmp" && format != "jpeg" && format != "gif" && format != "png") {
-        return reason = "This is not a picture of a known format.", Picture();
-    }
-    const QSize size = format == "gif" ? gifScreen(head) : reader.size();
-    if (!size.isValid()) return reason = "The picture is damaged or too large.", Picture();
-    const bool reducible = format == "jpeg";  // its decoder reduces while it reads; others would read the whole first
-    const std::int64_t work = reducible ? workOfJpeg(file) : 0;
-    const bool fits =
-        reducible ? pixelsOf(size) <= kMaxPicturePixels && reduceToFit(reader, size, work) : hasRoom(reader, size);
-    if (!fits) {
-        return reason = "The picture is too large (" + std::to_string(size.width()) + " x " +
-                        std::to_string(size.height()) + " pixels).",
-               Picture();
-    }
-    const bool turned = reader.transformation().testFlag(QImageIOHandler::TransformationRotate90);
-    QImage image = reader.read();
-    if (image.isNull()) return reason = "The picture is damaged: " + reader.errorString().toStdString(), Picture();
-    image.setDevicePixelRatio(1.0);
-    image = std::move(image).convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
-                                                                     : QImage::Format_RGB32);
-    // Only what was reduced has another size than its pixels: a damaged GIF may announce one that it does not have.
-    const QSize full = reducible ? (turned ? size.transposed() : size) : image.size();
-    return Picture(std::make_shared<QtPicture>(std::move(image), full));
-}
-
 }  // namespace
 
 const QImage& DenseSource::image() {
@@ -202,6 +169,39 @@ QtPictures::Stamp QtPictures::stampOf(const std::string& path) const {
                         return Stamp{status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
                     })
         .value_or(Stamp{});
+}
+
+Picture QtPictures::decodeFrom(QIODevice& file, std::string& reason) {
+    if (endsTooEarly(file)) return reason = "The picture is damaged: the file ends too early.", Picture();
+
+    const QByteArray head = file.peek(kGifHeaderBytes);
+    QImageReader reader(&file);
+    reader.setDecideFormatFromContent(true);
+    reader.setAutoTransform(true);
+    const QByteArray format = reader.format();
+    if (format != "bmp" && format != "jpeg" && format != "gif" && format != "png") {
+        return reason = "This is not a picture of a known format.", Picture();
+    }
+    const QSize size = format == "gif" ? gifScreen(head) : reader.size();
+    if (!size.isValid()) return reason = "The picture is damaged or too large.", Picture();
+    const bool reducible = format == "jpeg";  // its decoder reduces while it reads; others would read the whole first
+    const std::int64_t work = reducible ? workOfJpeg(file) : 0;
+    const bool fits =
+        reducible ? pixelsOf(size) <= kMaxPicturePixels && reduceToFit(reader, size, work) : hasRoom(reader, size);
+    if (!fits) {
+        return reason = "The picture is too large (" + std::to_string(size.width()) + " x " +
+                        std::to_string(size.height()) + " pixels).",
+               Picture();
+    }
+    const bool turned = reader.transformation().testFlag(QImageIOHandler::TransformationRotate90);
+    QImage image = reader.read();
+    if (image.isNull()) return reason = "The picture is damaged: " + reader.errorString().toStdString(), Picture();
+    image.setDevicePixelRatio(1.0);
+    image = std::move(image).convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
+                                                                     : QImage::Format_RGB32);
+    // Only what was reduced has another size than its pixels: a damaged GIF may announce one that it does not have.
+    const QSize full = reducible ? (turned ? size.transposed() : size) : image.size();
+    return Picture(std::make_shared<QtPicture>(std::move(image), full));
 }
 
 Picture QtPictures::load(const std::string& path, std::string& reason) const {

@@ -68,6 +68,8 @@ public:
 
     Decoded decode(const std::string& path) override;
     void decodeAhead(const std::string& path) override;
+    /// The picture in a file that is open at its start; empty when there is none, and `reason` says why. Any thread.
+    static Picture decodeFrom(QIODevice& file, std::string& reason);
     /// Waits until the worker has nothing to do.
     void finishHints() { worker_.waitForDone(); }
     Picture cut(const Picture& whole, const Cell& cell) override;

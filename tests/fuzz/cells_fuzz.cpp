@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <sys/mman.h>
-#include <unistd.h>
-
+#include <QBuffer>
 #include <array>
 #include <cstring>
 
@@ -14,24 +12,6 @@ namespace {
 using fuzz::require;
 
 constexpr std::int64_t kMostPixels = 262'144;  ///< larger ones only cost time
-
-/// A file without a place on the disk.
-class MemoryFile {
-public:
-    MemoryFile() : descriptor_(::memfd_create("picture", 0)) {}
-    MemoryFile(const MemoryFile&) = delete;
-    MemoryFile& operator=(const MemoryFile&) = delete;
-    ~MemoryFile() { ::close(descriptor_); }
-    std::string path() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
-    void write(std::string_view bytes) const {
-        require(::ftruncate(descriptor_, 0) == 0, "the file can be emptied");
-        require(::pwrite(descriptor_, bytes.data(), bytes.size(), 0) == static_cast<ssize_t>(bytes.size()),
-                "the file can be written");
-    }
-
-private:
-    int descriptor_;
-};
 
 std::int64_t pixelsSaid(std::string_view bitmap) {
     if (bitmap.size() < 26) return 0;
@@ -62,15 +42,17 @@ void checkCell(QtPictures& pictures, const Picture& whole, const Pictures::Cell&
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace corvane;
     static QtPictures pictures;
-    static const MemoryFile file;
     fuzz::Input input(data, size);
     const Pictures::Cell wide{input.number(), input.number(), input.number(), input.number()};
     const Pictures::Cell narrow{input.byte(), input.byte(), input.byte(), input.byte()};
     if (input.rest().substr(0, 2) == "BM" && pixelsSaid(input.rest()) > kMostPixels) return 0;
-    file.write(input.rest());
-    const Pictures::Decoded decoded = pictures.decode(file.path());
-    require(decoded.picture.empty() != decoded.reason.empty(), "a picture, or the reason why there is none");
-    checkCell(pictures, decoded.picture, wide);
-    checkCell(pictures, decoded.picture, narrow);
+    QByteArray bytes = QByteArray::fromRawData(input.rest().data(), static_cast<qsizetype>(input.rest().size()));
+    QBuffer file(&bytes);
+    require(file.open(QIODevice::ReadOnly | QIODevice::Unbuffered), "the file can be opened");
+    std::string reason;
+    const Picture picture = QtPictures::decodeFrom(file, reason);
+    require(picture.empty() != reason.empty(), "a picture, or the reason why there is none");
+    checkCell(pictures, picture, wide);
+    checkCell(pictures, picture, narrow);
     return 0;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include <QBuffer>
 #include <QFile>
 #include <QImageWriter>
 
@@ -82,6 +83,31 @@ TEST_F(DesktopPictures, SampleGifAndItsFirstHalf) {
     EXPECT_EQ(reasonOf("whole.gif"), "");
     folder.write("half.gif", bytes.str().substr(0, bytes.str().size() / 2));
     EXPECT_NE(reasonOf("half.gif"), "");
+}
+
+/// What throws made-up bytes at the decoder reads them from memory, which must say as much about files.
+TEST_F(DesktopPictures, AFileIsDecodedAsItsBytesInMemoryAre) {
+    constexpr std::size_t kBytesOfCells = 20;  // before the picture
+    int decoded = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(CORVANE_SOURCE_DIR "/tests/fuzz/corpus/cells")) {
+        std::ostringstream read;
+        read << std::ifstream(entry.path(), std::ios::binary).rdbuf();
+        const std::string whole = read.str().substr(kBytesOfCells);
+        for (const std::string& bytes : {whole, whole.substr(0, whole.size() / 2)}) {
+            folder.write("picture", bytes);
+            const auto ofFile = pictures.decode(folder.in("picture"));
+            QByteArray memory = QByteArray::fromStdString(bytes);
+            QBuffer buffer(&memory);
+            ASSERT_TRUE(buffer.open(QIODevice::ReadOnly));
+            std::string reason;
+            const Picture ofMemory = QtPictures::decodeFrom(buffer, reason);
+            EXPECT_EQ(ofFile.reason, reason) << entry.path();
+            EXPECT_EQ(imageOf(ofFile.picture), imageOf(ofMemory)) << entry.path();
+            EXPECT_EQ(ofFile.picture.width(), ofMemory.width()) << entry.path();
+            decoded += ofMemory.empty() ? 0 : 1;
+        }
+    }
+    EXPECT_GE(decoded, 8);
 }
 
 TEST_F(DesktopPictures, AnUnreasonablyLargePictureIsRefusedWithoutReadingIt) {
