@@ -29,11 +29,14 @@ protected:
         EXPECT_EQ(player.gMediaKind, kind);
         EXPECT_EQ(mciWindow() != nullptr, kind >= mkMciFile);
         EXPECT_EQ(movieWindow() != nullptr, kind == mkMovie);
-        const bool kept = imageWindow() != nullptr && !player.gImageHide && wasImage_;
-        EXPECT_EQ(imageWindow() != nullptr, kind == mkImage || kept);
+        const bool image = kind == mkImage || (!player.gImageHide && wasImage_);
+        ASSERT_EQ(imageWindow() != nullptr, image);
+        if (image) {
+            EXPECT_TRUE(imageWindow()->Visible) << "a kept one is seen behind the next file";
+        }
         EXPECT_EQ(machine.media.liveControls(), kind >= mkMovie ? 1 : 0);
     }
-    bool wasImage_ = false;
+    bool wasImage_ = false;  ///< a picture was the file before
 };
 
 TEST_P(AcrossKinds, OneFileFollowsAnotherByItself) {
