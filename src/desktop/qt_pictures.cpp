@@ -4,7 +4,9 @@
 #include <sys/stat.h>
 
 #include <QBuffer>
+#include <QCoreApplication>
 #include <QImageReader>
+#include <QThreadPool>
 #include <algorithm>
 #include <atomic>
 #include <chrono>
@@ -23,6 +25,9 @@ constexpr int kWorkerIdleMs = 2000;
 constexpr int kGifHeaderBytes = 10;
 constexpr std::chrono::milliseconds kAfterPainting{30};
 constexpr int kBytesOfPixel = 4;
+/// From so many pixels on the system takes milliseconds to take back the memory, which the next picture must not wait
+/// for.
+constexpr std::int64_t kSlowToFree = 1'000'000;
 
 std::int64_t pixelsOf(QSize size) { return static_cast<std::int64_t>(size.width()) * size.height(); }
 
@@ -106,7 +111,11 @@ QtPicture::QtPicture(QImage image, QSize fullSize, std::shared_ptr<DenseSource> 
     held += pixelsOf(image_.size());
 }
 
-QtPicture::~QtPicture() { held -= pixelsOf(image_.size()); }
+QtPicture::~QtPicture() {
+    held -= pixelsOf(image_.size());
+    if (pixelsOf(image_.size()) < kSlowToFree || QCoreApplication::instance() == nullptr) return;
+    QThreadPool::globalInstance()->start([image = std::move(image_)] {});
+}
 
 QImage QtPicture::dense() const {
     const QImage whole = dense_ ? dense_->image() : QImage();

@@ -142,13 +142,14 @@ void DesktopMciControl::startPart(std::int64_t from, std::int64_t to) {
         later([this, ticket, from] { ended(ticket, from); });
         return;
     }
-    part_ =
-        station_.output.play({sound_, from, to, canOpenQuickly() ? kEarlySeconds : kEarlierSeconds,
-                              [this, ticket, post = station_.post, alive = std::weak_ptr(alive_)](std::int64_t end) {
-                                  post([this, ticket, end, alive] {
-                                      if (!alive.expired()) ended(ticket, end);
-                                  });
-                              }});
+    SoundOutput::Part part{sound_, from, to, canOpenQuickly() ? kEarlySeconds : kEarlierSeconds, {}, true};
+    part.ended = [this, ticket, post = station_.post, alive = std::weak_ptr(alive_)](std::int64_t end) {
+        post([this, ticket, end, alive] {
+            if (!alive.expired()) ended(ticket, end);
+        });
+    };
+    part_ = station_.output.play(std::move(part));
+    later([this, part = part_] { station_.output.release(part); });
 }
 
 /// Whether a next file of any kind opens without a library or the synthesizer's sounds being loaded first.

@@ -45,6 +45,7 @@ public:
     // shared
     bool quit = false;
     bool warm = false;
+    bool heldBack = false;
     std::uint64_t number = 0;  ///< of the part
     std::optional<Part> part;
     Run wanted = Run::Stopped;
@@ -210,6 +211,9 @@ void SoundOutput::Reader::obey(Guard& guard) {
 
 /// Gives the sink what it wants.
 void SoundOutput::Reader::pump(Guard& guard) {
+    if (heldBack) wake_.wait_for(guard, kMostHeldBack, [this] { return quit || !heldBack || seen_ != changes; });
+    if (seen_ != changes) return;
+    heldBack = false;
     reading_.sound->stopping = false;
     while (!atEnd_ && seen_ == changes) {
         std::size_t room = std::min(sink_->writable(), kBlock);
@@ -347,10 +351,18 @@ std::uint64_t SoundOutput::play(Part part) {
         reader.heard = static_cast<double>(part.from);
         reader.reported = part.from;
         reader.ticking = false;
+        reader.heldBack = part.heldBack;
         reader.part = std::move(part);
         reader.wanted = Run::Playing;
     });
     return number;
+}
+
+void SoundOutput::release(std::uint64_t part) {
+    const std::lock_guard lock(mutex_);
+    if (part != reader_->number) return;
+    reader_->heldBack = false;
+    wake_.notify_all();
 }
 
 void SoundOutput::pause(std::uint64_t part) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <cstdint>
 #include <functional>
@@ -26,8 +27,11 @@ public:
         double earlySeconds = 0;
         /// On the reading thread, once: the part was heard to its end, which was this frame.
         std::function<void(std::int64_t end)> ended;
+        /// Read but not heard until release(), at most kMostHeldBack: a pause in the same breath leaves no sound.
+        bool heldBack = false;
     };
     static constexpr std::int64_t kToEnd = -1;
+    static constexpr std::chrono::milliseconds kMostHeldBack{500};
 
     /// `silent`: never look for a sound server.
     explicit SoundOutput(bool silent);
@@ -40,6 +44,7 @@ public:
     /// Starts the part in place of whatever plays. The number names it in the calls below, which do nothing once
     /// another part was started.
     std::uint64_t play(Part part);
+    void release(std::uint64_t part);  ///< a part that is held back is heard from now on
     void pause(std::uint64_t part);
     void resume(std::uint64_t part);
     void stop(std::uint64_t part);  ///< silent at once; a part that has ended rings out

@@ -4,6 +4,10 @@
 #include <QBuffer>
 #include <QFile>
 #include <QImageWriter>
+#include <QThreadPool>
+#include <atomic>
+#include <thread>
+#include <vector>
 
 #include "desktop/jpeg_memory.h"
 #include "desktop/qt_pictures.h"
@@ -209,6 +213,28 @@ TEST_F(DesktopPictures, ADecodersNeedIsToldByTheHeader) {
         folder.write("cut.jpg", bytes.substr(0, length));
         EXPECT_EQ(decoderBytes(folder.in("cut.jpg")), 0) << length;
     }
+}
+
+TEST_F(DesktopPictures, ALargeOneIsCountedAsGoneAtOnceAndFreedByAThread) {
+    constexpr int kSide = 2000;
+    std::vector<uchar> pixels(std::size_t{4} * kSide * kSide);
+    struct Freed {
+        std::atomic<bool> is{false};
+        std::thread::id by;
+    } freed;
+    const auto tell = [](void* told) {
+        static_cast<Freed*>(told)->by = std::this_thread::get_id();
+        static_cast<Freed*>(told)->is = true;
+    };
+    const std::int64_t before = QtPicture::heldPixels();
+    Picture picture(
+        std::make_shared<QtPicture>(QImage(pixels.data(), kSide, kSide, QImage::Format_RGB32, tell, &freed)));
+    EXPECT_EQ(QtPicture::heldPixels(), before + kSide * kSide);
+    picture = {};
+    EXPECT_EQ(QtPicture::heldPixels(), before);
+    EXPECT_TRUE(QThreadPool::globalInstance()->waitForDone(10'000));
+    ASSERT_TRUE(freed.is);
+    EXPECT_NE(freed.by, std::this_thread::get_id());
 }
 
 TEST_F(DesktopPictures, AFileChangedAfterTheHintIsReadAgain) {
