@@ -10,7 +10,6 @@ namespace {
 
 using namespace std::string_view_literals;
 
-constexpr std::int64_t kTail = 65536;  ///< bytes behind a JPEG's end mark that cameras may add
 constexpr std::int64_t kHead = 65536;  ///< where notes and the first picture of a file begin
 
 /// A number at a place, 0 where the bytes end before it.
@@ -24,36 +23,133 @@ std::uint32_t number(std::string_view bytes, std::size_t at, std::size_t count, 
     return value;
 }
 
-std::string tail(PictureBytes& file) { return file.part(std::max<std::int64_t>(0, file.size() - kTail), kTail); }
+/// A file read forward in pieces.
+class Walk {
+public:
+    explicit Walk(PictureBytes& file) : file_(file), size_(file.size()) {}
+
+    std::int64_t at = 0;
+
+    bool ended() const { return at >= size_; }
+    /// A number at the place, which moves behind it; -1 where the file ends first.
+    std::int64_t number(int count, bool bigFirst = false) {
+        std::int64_t value = 0;
+        for (int i = 0; i < count; ++i) {
+            const int byte = next();
+            if (byte < 0) return -1;
+            value = bigFirst ? value << 8 | byte : value | std::int64_t{byte} << (8 * i);
+        }
+        return value;
+    }
+    /// Moves behind the next such byte; false: there is none.
+    bool pass(char byte) {
+        while (holdsPlace()) {
+            const std::size_t found = piece_.find(byte, static_cast<std::size_t>(at - from_));
+            if (found != std::string::npos) {
+                at = from_ + static_cast<std::int64_t>(found) + 1;
+                return true;
+            }
+            at = from_ + static_cast<std::int64_t>(piece_.size());
+        }
+        return false;
+    }
+
+private:
+    static constexpr std::int64_t kPiece = 262144;
+
+    int next() { return holdsPlace() ? static_cast<std::uint8_t>(piece_[static_cast<std::size_t>(at++ - from_)]) : -1; }
+    bool holdsPlace() {
+        if (at >= from_ && at < from_ + static_cast<std::int64_t>(piece_.size())) return true;
+        if (at < 0 || ended()) return false;
+        from_ = at;
+        piece_ = file_.part(from_, kPiece);
+        return !piece_.empty();
+    }
+
+    PictureBytes& file_;
+    std::int64_t size_;
+    std::int64_t from_ = 0;  ///< where the piece lies
+    std::string piece_;
+};
 
 /// An uncompressed bitmap says by its header how long it is.
 bool bmpEndsWhole(PictureBytes& file) {
+    constexpr std::size_t kOldHeader = 12;
     const std::string header = file.part(0, 54);
-    if (header.size() < 54) return false;
-    if (number(header, 14, 4) < 40) return true;  // the old header: left to the reader
-    const std::uint32_t compression = number(header, 30, 4);
+    const bool old = number(header, 14, 4) == kOldHeader;
+    if (header.size() < (old ? 26U : 54U)) return false;
+    const std::uint32_t compression = old ? 0 : number(header, 30, 4);
     if (compression != 0 && compression != 3) return true;
-    const std::int64_t width = static_cast<std::int32_t>(number(header, 18, 4));
-    const std::int64_t rows = static_cast<std::int32_t>(number(header, 22, 4));
-    const std::int64_t line = (width * number(header, 28, 2) + 31) / 32 * 4;
+    const auto side = [&](std::size_t wide, std::size_t narrow) -> std::int64_t {
+        if (old) return number(header, narrow, 2);
+        return static_cast<std::int32_t>(number(header, wide, 4));
+    };
+    const std::int64_t width = side(18, 18);
+    const std::int64_t rows = side(22, 20);
+    const std::int64_t line = (width * number(header, old ? 24 : 28, 2) + 31) / 32 * 4;
     if (width < 0) return true;  // left to the reader, which refuses it
     const std::int64_t lines = rows < 0 ? -rows : rows;
     return line <= file.size() && number(header, 10, 4) + line * lines <= file.size();
 }
 
-/// The last end mark must come after the last start of coded data: a thumbnail in front has marks of its own.
+/// From mark to mark until the one of the end. What cameras and telephones add behind it does not count, nor does a
+/// thumbnail in front, which lies inside a segment.
 bool jpegEndsWhole(PictureBytes& file) {
-    const std::string end = tail(file);
-    const std::size_t mark = end.rfind("\xFF\xD9");
-    const std::size_t start = end.rfind("\xFF\xDA");
-    return mark != std::string::npos && (start == std::string::npos || mark > start);
+    Walk walk(file);
+    walk.at = 2;
+    while (walk.pass('\xFF')) {
+        std::int64_t mark = walk.number(1);
+        while (mark == 0xFF) mark = walk.number(1);
+        if (mark == 0xD9) return true;
+        const bool standsAlone = mark <= 0x01 || (mark >= 0xD0 && mark <= 0xD8);  // 0: a byte of the coded data
+        if (standsAlone) continue;
+        const std::int64_t length = walk.number(2, true);
+        if (length >= 2) walk.at += length - 2;
+    }
+    return false;
 }
 
-/// The trailer byte; padding of zeros may follow it.
+/// From block to block until the trailer. Behind a whole picture, which is all that is shown, anything else may come.
 bool gifEndsWhole(PictureBytes& file) {
-    std::string end = tail(file);
-    while (end.ends_with('\0')) end.pop_back();
-    return end.ends_with(';');
+    constexpr auto kColours = [](std::int64_t flags) { return (flags & 0x80) != 0 ? 3LL << ((flags & 7) + 1) : 0; };
+    Walk walk(file);
+    walk.at = 10;
+    const std::int64_t flags = walk.number(1);
+    if (flags < 0) return false;
+    walk.at = 13 + kColours(flags);
+    bool anyPicture = false;
+    for (;;) {
+        const std::int64_t block = walk.number(1);
+        if (block < 0 || block == ';') return block == ';';
+        if (block == ',') {
+            walk.at += 8;
+            walk.at += 1 + kColours(walk.number(1));  // and the size of a code
+        } else if (block == '!') {
+            ++walk.at;
+        } else {
+            return anyPicture;
+        }
+        std::int64_t part = walk.number(1);
+        while (part > 0) {
+            walk.at += part;
+            part = walk.number(1);
+        }
+        if (part < 0) return false;
+        anyPicture = anyPicture || block == ',';
+    }
+}
+
+/// From chunk to chunk until the one of the end.
+bool pngEndsWhole(PictureBytes& file) {
+    constexpr std::int64_t kEnd = 0x49454E44;  // "IEND"
+    Walk walk(file);
+    walk.at = 8;
+    while (!walk.ended()) {
+        const std::int64_t length = walk.number(4, true);
+        if (walk.number(4, true) == kEnd) return true;
+        walk.at += length + 4;  // and its checksum
+    }
+    return false;
 }
 
 /// The orientation's entry in the first directory of a camera's notes.
@@ -79,7 +175,7 @@ bool endsWhole(PictureBytes& file) {
     const std::string start = file.part(0, 4);
     if (start.starts_with("BM")) return bmpEndsWhole(file);
     if (start.starts_with("\xFF\xD8")) return jpegEndsWhole(file);
-    if (start.starts_with("\x89PNG")) return tail(file).find("IEND") != std::string::npos;
+    if (start.starts_with("\x89PNG")) return pngEndsWhole(file);
     if (start.starts_with("GIF8")) return gifEndsWhole(file);
     return true;
 }

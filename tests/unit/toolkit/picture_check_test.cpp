@@ -48,17 +48,56 @@ TEST(PictureCheck, ABitmapIsAsLongAsItsHeaderSays) {
     EXPECT_FALSE(whole("BM"));
 }
 
-TEST(PictureCheck, AJpegsEndComesAfterItsLastData) {
-    EXPECT_TRUE(whole("\xFF\xD8\xFF\xDA data \xFF\xD9 and what the camera added"));
-    EXPECT_FALSE(whole("\xFF\xD8 thumbnail \xFF\xD9\xFF\xDA data"));
-    EXPECT_FALSE(whole("\xFF\xD8\xFF\xDA data"));
+TEST(PictureCheck, ABitmapOfTheOldHeaderMayBeSmallerThanANewHeader) {
+    std::string bitmap = "BM\0\0\0\0\0\0\0\0\x20\0\0\0"s;                     // the pixels lie behind two colours
+    bitmap += "\x0C\0\0\0\x05\0\x02\0\x01\0\x01\0"s + "\0\0\0\xFF\xFF\xFF"s;  // 5 by 2 of one bit
+    EXPECT_TRUE(whole(bitmap + "\x50\0\0\0\xA0\0\0\0"s));
+    EXPECT_FALSE(whole(bitmap + "\x50\0\0\0\xA0\0\0"s));
+    EXPECT_FALSE(whole(bitmap.substr(0, 25)));
+}
+
+/// A segment of a JPEG file.
+std::string segment(char mark, const std::string& content) {
+    const std::size_t length = content.size() + 2;
+    return "\xFF"s + mark + static_cast<char>(length >> 8) + static_cast<char>(length & 0xFF) + content;
+}
+
+/// With a thumbnail of marks of its own, filling bytes, coded bytes that look like marks, and restarts.
+std::string jpeg() {
+    return "\xFF\xD8"s + segment('\xE1', "Exif \xFF\xD8\xFF\xDA thumbnail \xFF\xD9") + "\xFF\xFF"s +
+           segment('\xC2', "sizes") + segment('\xDA', "first") + "coded \xFF\0 and \xFF\xD0 on"s +
+           segment('\xC4', std::string(300, '\xFF')) + segment('\xDA', "second") + "more\xFF\xD7."s + "\xFF\xD9"s;
+}
+
+TEST(PictureCheck, AJpegEndsWithTheMarkThatItsOtherPartsLeadTo) {
+    const std::string all = jpeg();
+    EXPECT_TRUE(whole(all));
+    for (std::size_t length = 4; length < all.size(); ++length) EXPECT_FALSE(whole(all.substr(0, length))) << length;
+}
+
+TEST(PictureCheck, WhatACameraAddsBehindAJpegDoesNotCount) {
+    EXPECT_TRUE(whole(jpeg() + "\xFF\xDA a film \xFF\xDA"));
+    EXPECT_TRUE(whole(jpeg() + std::string(3'000'000, '.')));
+    EXPECT_FALSE(whole("\xFF\xD8"s + segment('\xDA', "") + std::string(3'000'000, '.')));
+    EXPECT_TRUE(whole("\xFF\xD8"s + segment('\xDA', "") + std::string(3'000'000, '.') + "\xFF\xD9"));
 }
 
 TEST(PictureCheck, AGifEndsWithItsTrailer) {
-    EXPECT_TRUE(whole("GIF89a..;\0\0"s));
-    EXPECT_FALSE(whole("GIF89a.."));
-    EXPECT_TRUE(whole("\x89PNG....IEND1234"));
-    EXPECT_FALSE(whole("\x89PNG...."));
+    const std::string picture = ",\0\0\0\0\x02\0\x01\0\x80"s + "colour" + "\x02\x03;;;\x01;\0"s;
+    const std::string gif = "GIF89a\x02\0\x01\0\x80\0\0"s + "colour" + "!\xFE\x02;;\0"s + picture + picture;
+    EXPECT_TRUE(whole(gif + ";"));
+    EXPECT_TRUE(whole(gif + ";\0\0"s));
+    EXPECT_TRUE(whole(gif + "; and what somebody added"));
+    EXPECT_TRUE(whole(gif + "\0"s)) << "its pictures are there";
+    for (std::size_t length = 4; length <= gif.size(); ++length) EXPECT_FALSE(whole(gif.substr(0, length))) << length;
+    EXPECT_FALSE(whole(gif.substr(0, gif.size() - 2 * picture.size()) + "\0"s)) << "no picture";
+}
+
+TEST(PictureCheck, APngEndsWithItsLastPart) {
+    const std::string head = "\x89PNG\r\n\x1A\n"s + "\0\0\0\x04IDATIENDsum."s;
+    EXPECT_FALSE(whole(head));
+    EXPECT_TRUE(whole(head + "\0\0\0\0IENDsum."s));
+    EXPECT_TRUE(whole(head + "\0\0\0\0IENDsum."s + std::string(100'000, '.')));
     EXPECT_TRUE(whole("anything else"));
 }
 
