@@ -365,6 +365,28 @@ TEST_P(DiscContract, StopsAtTheEndOfItsTrackNotOfTheDisc) {
     EXPECT_EQ(done.size(), 1U);
 }
 
+/// What is asked for while a disc is still being opened, when the length of no track is known.
+TEST_P(DiscContract, ATracksOwnPlaceAsItsEndIsTheTracksEnd) {
+    openDisc();
+    mci->From(2);
+    mci->To(2);
+    command("Play");
+    ASSERT_TRUE(stage->waitFor([&] { return trackOf(mci->Position()) == 2 && secondsOf(mci->Position()) == 1; }, 3000));
+    EXPECT_TRUE(done.empty());
+    ASSERT_TRUE(stage->waitFor([&] { return !done.empty(); }, 1000 * stage->trackSeconds(2) + 3000));
+    EXPECT_EQ(done, std::vector<int>{kNotifySuccessful});
+}
+
+TEST_P(DiscContract, AnotherTracksPlaceAsTheEndIsThatTracksStart) {
+    openDisc();
+    mci->From(tmsf(1, 0, stage->trackSeconds(1) - 1));
+    mci->To(2);
+    command("Play");
+    ASSERT_TRUE(stage->waitFor([&] { return !done.empty(); }, 4000));
+    const std::int32_t end = mci->Position();
+    EXPECT_TRUE(end == 2 || (trackOf(end) == 1 && secondsOf(end) >= stage->trackSeconds(1) - 1)) << std::hex << end;
+}
+
 TEST_P(DiscContract, PlayingAndPausingAtOnceHoldsAtAPlace) {
     openDisc();
     mci->To(trackEnd(2));

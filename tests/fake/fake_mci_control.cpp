@@ -153,7 +153,7 @@ void FakeMciControl::open() {
 void FakeMciControl::play() {
     settle();
     if (from_) position_ = toUnits(*from_);
-    playEnd_ = to_ ? toUnits(*to_) : device_->end;
+    playEnd_ = to_ ? endUnits(*to_) : device_->end;
     startedAt_ = media_.schedule.now();
     playing_ = true;
     paused_ = false;
@@ -235,6 +235,13 @@ std::int64_t FakeMciControl::toUnits(std::int32_t position) const {
     const std::int64_t frames =
         byteAt(position, 8) * kFramesPerMinute + byteAt(position, 16) * kFramesPerSecond + byteAt(position, 24);
     return start + std::min(frames * device_->unitsPerSecond / kFramesPerSecond, device_->tracks[track]);
+}
+
+/// A track's own place as the end of its play is the track's end.
+std::int64_t FakeMciControl::endUnits(std::int32_t to) const {
+    const bool isOfTrack = byteAt(to, 0) == to && byteAt(fromUnits(position_), 0) == to;
+    if (format_ != kFormatTmsf || !isOfTrack) return toUnits(to);
+    return toUnits(pack(to, 99, 0, 0));
 }
 
 std::int32_t FakeMciControl::fromUnits(std::int64_t units) const {

@@ -55,6 +55,7 @@ private:
     void planStatus();
     std::int64_t unitsNow() const;
     std::int64_t toUnits(std::int32_t position) const;
+    std::int64_t endUnits(std::int32_t to) const;
     std::int32_t fromUnits(std::int64_t units) const;
 
     FakeMedia& media_;

@@ -7,6 +7,7 @@
 
 #include "desktop/media/file_sound.h"
 #include "desktop/media/midi_sound.h"
+#include "toolkit/cd_arithmetic.h"
 
 namespace corvane {
 
@@ -118,7 +119,8 @@ void DesktopMciControl::play(Place from, Place to) {
         wish_.hold = false;
         return;
     }
-    const std::int64_t end = to ? frames(*to) : SoundOutput::kToEnd;
+    const std::int64_t start = from ? frames(*from) : here();
+    const std::int64_t end = to ? endFrame(*to, start) : SoundOutput::kToEnd;
     if (part_ != 0 && !from && end == partEnd_) {
         if (state_ == State::Playing) return;
         change(State::Playing);
@@ -126,7 +128,6 @@ void DesktopMciControl::play(Place from, Place to) {
         if (std::exchange(endedPaused_, false)) startPart(here(), end);
         return;
     }
-    const std::int64_t start = from ? frames(*from) : here();
     leavePart();
     startPart(start, end);
 }
@@ -203,6 +204,15 @@ std::int64_t DesktopMciControl::frames(std::int32_t place) const {
         timeFormat() == kFormatTmsf ? sound_->fromTmsf(place) : (std::int64_t{place} * rate + 500) / 1000;
     const std::int64_t length = sound_->frames();
     return std::clamp<std::int64_t>(frame, 0, length > 0 ? length : std::numeric_limits<std::int64_t>::max());
+}
+
+/// The end of a play from `start`. A track's own place as the end of its play is that of a disc whose lengths were not
+/// known yet: the track's end is meant.
+std::int64_t DesktopMciControl::endFrame(std::int32_t to, std::int64_t start) const {
+    if (timeFormat() != kFormatTmsf || unpackTmsf(to).sectors != 0) return frames(to);
+    const int track = unpackTmsf(to).track;
+    if (unpackTmsf(sound_->toTmsf(start)).track != track) return frames(to);
+    return frames(static_cast<std::int32_t>(static_cast<std::uint32_t>(sound_->trackLength(track)) << 8U) + track);
 }
 
 std::int32_t DesktopMciControl::place(std::int64_t frames) const {

@@ -59,6 +59,7 @@ private:
     void change(State state);
     void later(EventLoop::Handler event);
     std::int64_t frames(std::int32_t place) const;
+    std::int64_t endFrame(std::int32_t to, std::int64_t start) const;
     std::int32_t place(std::int64_t frames) const;
     std::int64_t here() const;
 

@@ -9,8 +9,10 @@
 #include <future>
 #include <thread>
 
+#include "contract/desktop/movie_rig.h"
 #include "desktop/drive_file.h"
 #include "desktop/media/cd_folder.h"
+#include "desktop/media/desktop_mci_control.h"
 #include "desktop/media/file_sound.h"
 #include "desktop/media/midi_sound.h"
 #include "desktop/media/movie_duration.h"
@@ -167,6 +169,33 @@ TEST_F(StalledDrive, ADiscFailsInTimeWithThatReason) {
     EXPECT_EQ(openCdSound(disc).reason, DriveCalls::kNoAnswer);
     EXPECT_GE(taken(begin), DriveCalls::kLongPatience);
     EXPECT_LT(taken(begin), DriveCalls::kLongPatience + kSlack);
+}
+
+/// As a drive that has to spin up first: what is asked for before the disc is open cannot know its tracks' lengths.
+TEST_F(StalledDrive, ADiscThatOpensLatePlaysItsTrackWhole) {
+    test::RigLoop loop;
+    SoundStation station(loop, true);
+    const std::string disc = test::writeImage(on(""), "disc", {{440, 75}, {660, 75}, {880, 75}});
+    {
+        DesktopMciControl control(station);
+        std::vector<int> done;
+        control.Done.tie([&](int code) { done.push_back(code); });
+        control.DeviceType("CDAudio");
+        control.FileName(disc);
+        stall("open");
+        control.Command("Open");
+        control.TimeFormat(kFormatTmsf);
+        control.Track(2);
+        EXPECT_EQ(control.TrackLength(), 0) << "it is not open yet";
+        control.From(2);
+        control.To(control.TrackLength() * 256 + 2);
+        control.Command("Play");
+        letGo();
+        EXPECT_TRUE(test::MovieRig::until([&] { return !done.empty(); }, 10'000));
+        EXPECT_EQ(done, std::vector<int>{kNotifySuccessful});
+        EXPECT_EQ(control.Position(), 3) << "its end is the next one's start";
+    }
+    station.post.stop();
 }
 
 TEST_F(StalledDrive, ASoundThatIsAbandonedComesBackFromItsRead) {
