@@ -5,6 +5,7 @@ import dataclasses
 import os
 import subprocess
 import wave
+from itertools import zip_longest
 
 import numpy as np
 
@@ -16,6 +17,7 @@ WINDOW, HOP = 4096, 512  # 93 ms, 12 ms
 QUIET = 0.004  # root mean square of a full scale of 1
 SAME_PITCH = 0.02  # a part of the frequency; a semitone is 0.059
 LOWEST_HZ, HIGHEST_HZ = 150, 5000
+LENGTH_ERROR = 0.4  # seconds: a busy machine begins a tone late; far less than one that is heard twice
 
 
 @dataclasses.dataclass
@@ -135,6 +137,21 @@ class Recorder:
                 told = ", ".join(str(t) for t in heard[-24:]) or "nothing"
                 raise StoryFailure(f"{hz:.0f} Hz (number {len(matched) + 1} of {len(expected)}) was not heard; heard {told}")
         return matched
+
+    def expect_exactly(self, expected, start=0.0, end=None):
+        """These tones were heard in this order, each once, and no other; returns them. Each is hertz, or (hertz, seconds or
+        None): two of a pitch that follow each other without a gap are heard as a long one, which only its length tells."""
+        wanted = [one if isinstance(one, tuple) else (one, None) for one in expected]
+        heard = self.tones(start, end)
+        for number, ((hz, seconds), tone) in enumerate(zip_longest(wanted, heard, fillvalue=(0, None))):
+            sounding = isinstance(tone, Tone)
+            right = sounding and hz and same_pitch(tone.hz, hz) and (seconds is None or abs(tone.length - seconds) <= LENGTH_ERROR)
+            if not right:
+                told = ", ".join(str(t) for t in heard[max(0, number - 6) : number + 18]) or "nothing"
+                wish = f"{hz:.0f} Hz" + (f" of {seconds:.2f} s" if seconds else "") if hz else "nothing more"
+                raise StoryFailure(f"number {number + 1} of {len(wanted)} is {tone if sounding else 'nothing'}, expected {wish}; "
+                                   f"heard around it {told}")
+        return heard
 
     def save(self, path):
         with wave.open(str(path), "wb") as out, open(self.path, "rb") as raw:
