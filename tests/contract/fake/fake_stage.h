@@ -11,6 +11,7 @@ template <class S>
 class FakeStage : public S {
 public:
     EventLoop& loop() override { return machine.loop; }
+    std::int64_t now() override { return machine.schedule.now(); }
     bool waitFor(const std::function<bool()>& condition, int atMostMs) override {
         machine.settle();
         for (int passed = 0; passed < atMostMs && !condition(); ++passed) machine.advance(1);
