@@ -34,11 +34,11 @@ std::int64_t pixelsOf(QSize size) { return static_cast<std::int64_t>(size.width(
 /// Held by all pictures that live; a picture can be made by the worker.
 std::atomic<std::int64_t> held{0};
 
-/// Lets the decoder reduce a JPEG to what there is room for. `work` is what it needs beside the picture, in pixels'
-/// worth. False: there is room for no useful picture.
-bool reduceToFit(QImageReader& reader, QSize size, std::int64_t work) {
+/// Lets the decoder reduce a JPEG to what there is room for beside what other pictures hold. `work` is what it needs
+/// beside the picture, in pixels' worth. False: there is room for no useful picture.
+bool reduceToFit(QImageReader& reader, QSize size, std::int64_t work, std::int64_t others) {
     const bool turns = reader.transformation() != QImageIOHandler::TransformationNone;
-    const std::int64_t most = roomForPixels(held, turns, work);
+    const std::int64_t most = roomForPixels(others, turns, work);
     if (pixelsOf(size) <= most) return true;
     // Only by eighths does the decoder reduce by itself; any other size would take a second, larger picture.
     for (int eighths = 7; eighths > 0; --eighths) {
@@ -50,11 +50,12 @@ bool reduceToFit(QImageReader& reader, QSize size, std::int64_t work) {
     return false;
 }
 
-/// Whether a picture that cannot be reduced has room, also while it is made into one of 32 bits.
-bool hasRoom(const QImageReader& reader, QSize size) {
+/// Whether a picture that cannot be reduced has room beside what others hold, also while it is made into one of 32
+/// bits.
+bool hasRoom(const QImageReader& reader, QSize size, std::int64_t others) {
     const int depth = QImage::toPixelFormat(reader.imageFormat()).bitsPerPixel();
     const std::int64_t before = depth == 32 ? 0 : pixelsOf(size) * depth / 32;
-    return pixelsOf(size) <= kMaxHeldPixels && pixelsOf(size) + before <= kMaxHeldTogether;
+    return pixelsOf(size) <= kMaxHeldPixels && pixelsOf(size) + before + others <= kMaxHeldTogether;
 }
 
 /// The file for the check of its end.
@@ -180,8 +181,8 @@ QtPictures::Stamp QtPictures::stampOf(const std::string& path) const {
         .value_or(Stamp{});
 }
 
-Picture QtPictures::decodeFrom(QIODevice& file, std::string& reason) {
-    if (endsTooEarly(file)) return reason = "The picture is damaged: the file ends too early.", Picture();
+Pictures::Decoded QtPictures::decodeFrom(QIODevice& file) {
+    if (endsTooEarly(file)) return {{}, "The picture is damaged: the file ends too early."};
 
     const QByteArray head = file.peek(kGifHeaderBytes);
     QImageReader reader(&file);
@@ -189,42 +190,44 @@ Picture QtPictures::decodeFrom(QIODevice& file, std::string& reason) {
     reader.setAutoTransform(true);
     const QByteArray format = reader.format();
     if (format != "bmp" && format != "jpeg" && format != "gif" && format != "png") {
-        return reason = "This is not a picture of a known format.", Picture();
+        return {{}, "This is not a picture of a known format."};
     }
     const QSize size = format == "gif" ? gifScreen(head) : reader.size();
-    if (!size.isValid()) return reason = "The picture is damaged or too large.", Picture();
+    if (!size.isValid()) return {{}, "The picture is damaged or too large."};
     const bool reducible = format == "jpeg";  // its decoder reduces while it reads; others would read the whole first
     const std::int64_t work = reducible ? workOfJpeg(file) : 0;
-    const bool fits =
-        reducible ? pixelsOf(size) <= kMaxPicturePixels && reduceToFit(reader, size, work) : hasRoom(reader, size);
-    if (!fits) {
-        return reason = "The picture is too large (" + std::to_string(size.width()) + " x " +
-                        std::to_string(size.height()) + " pixels).",
-               Picture();
+    const auto fits = [&](std::int64_t others) {
+        if (!reducible) return hasRoom(reader, size, others);
+        return pixelsOf(size) <= kMaxPicturePixels && reduceToFit(reader, size, work, others);
+    };
+    if (!fits(held)) {
+        return {{},
+                "The picture is too large (" + std::to_string(size.width()) + " x " + std::to_string(size.height()) +
+                    " pixels).",
+                fits(0)};
     }
     const bool turned = reader.transformation().testFlag(QImageIOHandler::TransformationRotate90);
     QImage image = reader.read();
-    if (image.isNull()) return reason = "The picture is damaged: " + reader.errorString().toStdString(), Picture();
+    if (image.isNull()) return {{}, "The picture is damaged: " + reader.errorString().toStdString()};
     image.setDevicePixelRatio(1.0);
     image = std::move(image).convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
                                                                      : QImage::Format_RGB32);
     // Only what was reduced has another size than its pixels: a damaged GIF may announce one that it does not have.
     const QSize full = reducible ? (turned ? size.transposed() : size) : image.size();
-    return Picture(std::make_shared<QtPicture>(std::move(image), full));
+    return {Picture(std::make_shared<QtPicture>(std::move(image), full)), ""};
 }
 
-Picture QtPictures::load(const std::string& path, std::string& reason) const {
+Pictures::Decoded QtPictures::load(const std::string& path) const {
+    std::string reason;
     const auto opened = DriveFile::open(path, {DriveCalls::kPatience, &ending_}, reason);
-    if (!opened) return {};
+    if (!opened) return {{}, reason};
     DriveDevice file(*opened);
-    Picture picture = decodeFrom(file, reason);
-    if (opened->failure().empty()) return picture;
-    return reason = opened->failure(), Picture();  // the decoder fills what is missing with grey and says nothing
+    Decoded decoded = decodeFrom(file);
+    if (opened->failure().empty()) return decoded;
+    return {{}, opened->failure()};  // the decoder fills what is missing with grey and says nothing
 }
 
 Pictures::Decoded QtPictures::decode(const std::string& path) {
-    Picture picture;
-    std::string reason;
     {
         std::unique_lock lock(mutex_);
         if (wanted_ == path) {
@@ -232,14 +235,12 @@ Pictures::Decoded QtPictures::decode(const std::string& path) {
             done_.notify_all();
         }
         done_.wait(lock, [&] { return working_ != path; });
-        if (ready_.path == path && ready_.stamp == stampOf(path)) {
-            picture = ready_.picture;
-            reason = std::move(ready_.reason);
-        }
-        ready_ = {};  // what was decoded for nothing must not take the room of what is wanted
+        // What was decoded for nothing must not take the room of what is wanted.
+        Ahead ahead = std::exchange(ready_, {});
+        const bool counts = !ahead.decoded.lacksRoom && ahead.path == path;  // there may be room now
+        if (counts && ahead.stamp == stampOf(path)) return std::move(ahead.decoded);
     }
-    if (picture.empty() && reason.empty()) picture = load(path, reason);
-    return {picture, picture.empty() ? reason : std::string()};
+    return load(path);
 }
 
 void QtPictures::decodeAhead(const std::string& path) {
@@ -260,8 +261,8 @@ void QtPictures::work() {
         const std::string path = working_;
         ready_ = {};
         lock.unlock();
-        Ahead ahead{path, stampOf(path), Picture(), {}};
-        ahead.picture = load(path, ahead.reason);
+        Ahead ahead{path, stampOf(path), {}};
+        ahead.decoded = load(path);
         lock.lock();
         ready_ = std::move(ahead);
         working_.clear();

@@ -68,8 +68,8 @@ public:
 
     Decoded decode(const std::string& path) override;
     void decodeAhead(const std::string& path) override;
-    /// The picture in a file that is open at its start; empty when there is none, and `reason` says why. Any thread.
-    static Picture decodeFrom(QIODevice& file, std::string& reason);
+    /// The picture in a file that is open at its start. Any thread.
+    static Decoded decodeFrom(QIODevice& file);
     /// Waits until the worker has nothing to do.
     void finishHints() { worker_.waitForDone(); }
     Picture cut(const Picture& whole, const Cell& cell) override;
@@ -85,11 +85,10 @@ private:
     struct Ahead {
         std::string path;
         Stamp stamp;
-        Picture picture;  ///< empty when it failed
-        std::string reason;
+        Decoded decoded;
     };
     Stamp stampOf(const std::string& path) const;
-    Picture load(const std::string& path, std::string& reason) const;
+    Decoded load(const std::string& path) const;
     void work();
 
     std::atomic<bool> ending_{false};

@@ -60,11 +60,20 @@ void place(Player& player, ImageWindowControls& window) {
     window.Move((screenWidth - window.Width) / 2, (screenHeight - window.Height) / 2);
 }
 
+/// The picture on the screen goes first when there is no room for both.
+Pictures::Decoded decode(Player& player, const std::string& path) {
+    Pictures::Decoded decoded = player.ports.pictures.decode(path);
+    auto* const shown = player.forms.find<ImageWindowControls>();
+    if (!decoded.lacksRoom || shown == nullptr) return decoded;
+    shown->pctImage.Picture = Picture();
+    return player.ports.pictures.decode(path);
+}
+
 }  // namespace
 
 bool OpenImage(Player& player) {
     auto* panel = player.forms.find<MainPanelControls>();
-    Pictures::Decoded decoded = player.ports.pictures.decode(currentPath(player));
+    Pictures::Decoded decoded = decode(player, currentPath(player));
     if (decoded.picture.empty()) {
         mediaFailed(player, decoded.reason);
         return false;

@@ -47,7 +47,7 @@ std::int64_t rawPositionUs(const Player& player) {
     const MciControl* const mci = openMci(player);
     switch (player.gMediaKind) {
         case mkImage:
-            return player.gImageElapsed * kSecondUs;
+            return player.gInterval != 0 ? player.gImageElapsed * kSecondUs : 0;
         case mkMovie:
             if (const auto* movie = openMovie(player)) return secondsToUs(movie->amvMovie->CurrentPosition());
             return 0;

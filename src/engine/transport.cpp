@@ -70,11 +70,12 @@ void holdOpened(Player& player) {
 
 void stepMovie(Player& player, MainPanelControls& panel) {
     auto* window = player.forms.find<MovieWindowControls>();
-    // At full-screen zoom the movie counts as showing, also while a held button has it out of full screen.
-    if (window == nullptr || !(window->isShowing() || player.gMovieZoom == kFullScreenZoom)) return;
+    if (window == nullptr) return;
     MovieControl& movie = *window->amvMovie;
+    // At full-screen zoom the movie counts as showing, also while a held button has it out of full screen.
+    const bool shows = window->isShowing() || player.gMovieZoom == kFullScreenZoom;
     const double position = std::nearbyint(movie.CurrentPosition());
-    if (position < movie.Duration()) {
+    if (shows && position < movie.Duration()) {
         movie.CurrentPosition(position + 1);
         setTime(panel, numberText(position + 1));
     }

@@ -39,6 +39,8 @@ public:
     struct Decoded {
         Picture picture;     ///< empty when it failed
         std::string reason;  ///< why it failed, in words
+        /// It failed for want of memory that other pictures hold.
+        bool lacksRoom = false;
     };
     struct Cell {
         int x = 0, y = 0, width = 0, height = 0;  ///< pixels of the whole picture

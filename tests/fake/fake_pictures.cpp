@@ -66,6 +66,7 @@ Pictures::Decoded FakePictures::make(const std::string& path) const {
 
 Pictures::Decoded FakePictures::decode(const std::string& path) {
     log_.did("pictures.decode " + path);
+    if (roomIsTaken && roomIsTaken()) return {{}, "too large", true};
     if (ahead_ && ahead_->first == path) return std::exchange(ahead_, std::nullopt)->second;
     return make(path);
 }

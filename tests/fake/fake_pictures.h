@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -28,6 +29,9 @@ public:
     void add(const std::string& path, int width, int height, std::uint32_t colour = 0x808080);
     void add(const std::string& path, int width, int height, std::vector<std::uint32_t> pixels);
     void addBroken(const std::string& path, std::string reason);
+
+    /// Whether other pictures hold the memory that the next one needs; never when empty.
+    std::function<bool()> roomIsTaken;
 
     int paintError = 0;  ///< what each stretched drawing returns, 0: it is drawn
 

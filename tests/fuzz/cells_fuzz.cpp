@@ -49,9 +49,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     QByteArray bytes = QByteArray::fromRawData(input.rest().data(), static_cast<qsizetype>(input.rest().size()));
     QBuffer file(&bytes);
     require(file.open(QIODevice::ReadOnly | QIODevice::Unbuffered), "the file can be opened");
-    std::string reason;
-    const Picture picture = QtPictures::decodeFrom(file, reason);
-    require(picture.empty() != reason.empty(), "a picture, or the reason why there is none");
+    const auto [picture, reason, lacksRoom] = QtPictures::decodeFrom(file);
+    require(picture.empty() != reason.empty() && picture.empty() >= lacksRoom,
+            "a picture, or the reason why there is none");
     checkCell(pictures, picture, wide);
     checkCell(pictures, picture, narrow);
     return 0;

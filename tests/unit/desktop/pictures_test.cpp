@@ -103,12 +103,11 @@ TEST_F(DesktopPictures, AFileIsDecodedAsItsBytesInMemoryAre) {
             QByteArray memory = QByteArray::fromStdString(bytes);
             QBuffer buffer(&memory);
             ASSERT_TRUE(buffer.open(QIODevice::ReadOnly));
-            std::string reason;
-            const Picture ofMemory = QtPictures::decodeFrom(buffer, reason);
-            EXPECT_EQ(ofFile.reason, reason) << entry.path();
-            EXPECT_EQ(imageOf(ofFile.picture), imageOf(ofMemory)) << entry.path();
-            EXPECT_EQ(ofFile.picture.width(), ofMemory.width()) << entry.path();
-            decoded += ofMemory.empty() ? 0 : 1;
+            const auto ofMemory = QtPictures::decodeFrom(buffer);
+            EXPECT_EQ(ofFile.reason, ofMemory.reason) << entry.path();
+            EXPECT_EQ(imageOf(ofFile.picture), imageOf(ofMemory.picture)) << entry.path();
+            EXPECT_EQ(ofFile.picture.width(), ofMemory.picture.width()) << entry.path();
+            decoded += ofMemory.picture.empty() ? 0 : 1;
         }
     }
     EXPECT_GE(decoded, 8);
@@ -198,6 +197,41 @@ TEST_F(DesktopPictures, ThereMayBeNoRoomForAnotherLargeOne) {
         EXPECT_LT(peak.megabytes(), 80) << "refused before it is decoded";
     }
     EXPECT_EQ(reasonOf("large.jpg"), "") << "there is room again";
+}
+
+/// What cannot be decoded smaller waits until the picture on the screen has gone.
+TEST_F(DesktopPictures, APictureThatCannotBeReducedMayLackTheRoomThatAnotherHolds) {
+    QImage large(4500, 4000, QImage::Format_RGB32);
+    large.fill(Qt::darkGreen);
+    large.save(QString::fromStdString(folder.in("shown.bmp")), "BMP");
+    large.convertToFormat(QImage::Format_Indexed8).save(QString::fromStdString(folder.in("next.bmp")), "BMP");
+    large = {};
+    const test::MemoryPeak peak;
+    Picture shown = pictures.decode(folder.in("shown.bmp")).picture;
+    EXPECT_FALSE(shown.empty());
+    pictures.decodeAhead(folder.in("next.bmp"));
+    pictures.finishHints();
+    const auto refused = pictures.decode(folder.in("next.bmp"));
+    EXPECT_TRUE(refused.lacksRoom);
+    EXPECT_NE(refused.reason.find("too large"), std::string::npos);
+    shown = {};
+    const auto decoded = pictures.decode(folder.in("next.bmp"));
+    EXPECT_EQ(decoded.reason, "");
+    EXPECT_FALSE(decoded.lacksRoom);
+    EXPECT_EQ(decoded.picture.width(), 4500);
+    EXPECT_LT(peak.megabytes(), 160);
+}
+
+TEST_F(DesktopPictures, ARefusalOfAHintForWantOfRoomIsNotKept) {
+    QImage large(4500, 4000, QImage::Format_Indexed8);
+    large.setColorTable({qRgb(0, 99, 0)});
+    large.fill(0);
+    large.save(QString::fromStdString(folder.in("next.bmp")), "BMP");
+    Picture shown(std::make_shared<QtPicture>(QImage(4500, 4000, QImage::Format_RGB32)));
+    pictures.decodeAhead(folder.in("next.bmp"));
+    pictures.finishHints();
+    shown = {};
+    EXPECT_EQ(pictures.decode(folder.in("next.bmp")).reason, "");
 }
 
 TEST_F(DesktopPictures, ADecodersNeedIsToldByTheHeader) {

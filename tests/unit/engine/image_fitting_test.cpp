@@ -125,6 +125,41 @@ TEST_F(ImageTrouble, AKeptWindowTakesTheNextPictureWithoutHiding) {
     EXPECT_EQ(machine.log.count("windows.detach frmImageWindow"), 0);
 }
 
+struct LargePictures : ImageTrouble {
+    LargePictures() {
+        machine.addPicture("/a.bmp", 30, 20);
+        machine.addPicture("/b.bmp", 60, 20);
+        player.gImageHide = false;
+        setUpPanel();
+        setList({"/a.bmp", "/b.bmp"});
+        machine.pictures.roomIsTaken = [this] {
+            auto* const shown = player.forms.find<ImageWindowControls>();
+            return shown != nullptr && !shown->pctImage.Picture.get().empty();
+        };
+    }
+};
+
+TEST_F(LargePictures, ThePictureOnTheScreenMakesRoomForTheNext) {
+    PlayFile(player);
+    machine.loop.enter([this] { NextFile(player); });
+    machine.settle();
+    EXPECT_TRUE(machine.dialogs.boxes.empty());
+    EXPECT_EQ(player.gFileIndex, 1);
+    ASSERT_NE(imageWindow(), nullptr);
+    EXPECT_EQ(imageWindow()->pctImage.Picture.get().width(), 60);
+    EXPECT_EQ(state(), "playing");
+}
+
+TEST_F(LargePictures, WithoutRoomEvenThenItFailsWithTheReason) {
+    machine.pictures.roomIsTaken = [] { return true; };
+    machine.loop.enter([this] { PlayFile(player); });
+    machine.settle();
+    ASSERT_EQ(machine.dialogs.boxes.size(), 1U);
+    EXPECT_NE(machine.dialogs.boxes[0].text.find("too large"), std::string::npos);
+    EXPECT_EQ(machine.log.count("pictures.decode /a.bmp"), 1) << "no other picture could make room";
+    EXPECT_EQ(state(), "stopped");
+}
+
 TEST_F(ImageTrouble, AHidingWindowGoesBetweenPictures) {
     machine.addPicture("/a.bmp", 30, 20);
     machine.addPicture("/b.bmp", 60, 20);

@@ -261,8 +261,10 @@ TEST_F(MovieWindow, AHiddenMovieDoesNotStepButGoesBack) {
     PauseFile(player);
     movieWindow()->Hide();
     machine.clearCalls();
+    panel().pctSlide.Width = 1;
     NextFile(player);
     EXPECT_TRUE(machine.calls("movie").empty());
+    EXPECT_GT(panel().pctSlide.Width.get(), 1) << "but the slider is set";
     PrevFile(player);
     EXPECT_EQ(machine.calls("movie"), std::vector<std::string>{"movie.CurrentPosition 4"});
 }
