@@ -206,12 +206,12 @@ void CanvasWindow::requestClose() {
 bool CanvasWindow::event(QEvent* event) {
     if (bound() && event->type() == QEvent::ToolTip) {
         const auto* help = static_cast<QHelpEvent*>(event);
-        Control* const control = pointer_.hit(toForm(help->pos()));
-        const QString text = control != nullptr ? toolTip(*control) : QString();
+        const Control& control = *pointer_.hit(toForm(help->pos()));
+        const QString text = toolTip(control);
         if (text.isEmpty()) {
             QToolTip::hideText();
         } else {
-            QToolTip::showText(help->globalPos(), text, this, placeOf(*control).toAlignedRect());
+            QToolTip::showText(help->globalPos(), text, this, placeOf(control).toAlignedRect());
         }
         return true;
     }

@@ -26,6 +26,7 @@ public:
 
     /// How long one waits for an answer.
     struct Wait {
+        // NOLINTNEXTLINE(google-explicit-constructor): a patience alone is a wait that nothing ends
         Wait(Patience longest, const std::atomic<bool>* stop = nullptr) : patience(longest), giveUp(stop) {}
         Patience patience;
         const std::atomic<bool>* giveUp;  ///< may be null; when it is set, the wait ends at once

@@ -119,7 +119,7 @@ QtPicture::~QtPicture() {
 }
 
 QImage QtPicture::dense() const {
-    const QImage whole = dense_ ? dense_->image() : QImage();
+    QImage whole = dense_ ? dense_->image() : QImage();
     const QSize size = image_.size() * kDenseFactor;
     if (whole.isNull() || whole.size() == size) return whole;
     // A view of the part: a copy of each would hold the whole a second time.

@@ -37,8 +37,9 @@ std::string targetOf(std::string path) {
         std::array<char, PATH_MAX> link{};
         const ssize_t length = readlink(path.c_str(), link.data(), link.size());
         if (length < 0) return path;
-        const std::string target(link.data(), static_cast<std::size_t>(length));
-        path = !target.empty() && target.front() == '/' ? target : folderOf(path) + '/' + target;
+        std::string target(link.data(), static_cast<std::size_t>(length));
+        if (target.empty() || target.front() != '/') target.insert(0, folderOf(path) + '/');
+        path = std::move(target);
     }
     return {};
 }

@@ -60,7 +60,7 @@ void frmCustom::Form_Load() {
     optCustom[player_.gImageHide ? kHideTrue : kHideFalse].Value = true;
     chkCustom[kAutoStart].Value = player_.gAutoPlay;
     chkCustom[kQuickPlay].Value = player_.gQuickPlay;
-    optCustom[static_cast<std::size_t>(player_.gWindowPos + kNormalMode)].Value = true;
+    optCustom[kNormalMode + static_cast<std::size_t>(player_.gWindowPos)].Value = true;
     showKeys();
     txtCustom[kDelay].Text = std::to_string(player_.gDelayTime);
     showSkins();

@@ -57,6 +57,7 @@ public:
     /// picture kDenseFactor times as wide and high, or none. It is asked once, by the event loop's thread, when a
     /// screen that is dense shows the picture for the first time: a window can come to such a screen later. A desktop
     /// that shows no picture with more pixels than its form has gives the plain one.
+    // NOLINTNEXTLINE(performance-unnecessary-value-param): a desktop that pairs them keeps it
     virtual Picture paired(const Picture& plain, std::function<Picture()> /*dense*/) { return plain; }
     /// Draws the box's picture stretched to width by height (the box's unit) over the box's origin, as
     /// PictureBox::setPainted describes. Returns 0, or an error number (kOutOfMemoryForPicture); then nothing was

@@ -33,12 +33,11 @@ void frmMCIWindow::mmcMci_StatusUpdate() {
     if (player_.gLength == 0) takeLength();
     const std::int32_t position = mmcMci->Position();
     showProgress(position);
-    if (player_.gQuickPlay && isQuicklyPlayed(position)) {
+    const bool over = player_.gCustomMode == kCustomPlay && isPastStop(position);
+    if (over || (player_.gQuickPlay && isQuicklyPlayed(position))) {
         NextFile(player_);
     } else if (player_.gCustomMode == kCustomRepeat && isPastStop(position)) {
         returnToStart();
-    } else if (player_.gCustomMode == kCustomPlay && isPastStop(position)) {
-        NextFile(player_);
     }
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "toolkit/pointer.h"
 
+#include <algorithm>
+
 namespace corvane {
 
 namespace {
@@ -13,10 +15,10 @@ bool isButton(const Control& control) { return control.kind() == ControlKind::Co
 
 Control* Pointer::hit(Place at) const {
     const auto& controls = host_.form().controls();
-    for (auto each = controls.rbegin(); each != controls.rend(); ++each) {
-        if ((*each)->Visible && host_.hitRect(**each).contains(at.x, at.y)) return *each;
-    }
-    return &host_.form();
+    const auto found = std::find_if(controls.rbegin(), controls.rend(), [this, at](const Control* control) {
+        return control->Visible && host_.hitRect(*control).contains(at.x, at.y);
+    });
+    return found != controls.rend() ? *found : &host_.form();
 }
 
 MouseArgs Pointer::arguments(const Control& control, int button, int shift, Place at) const {

@@ -205,10 +205,10 @@ std::string discPlace(const std::string& entry) {
     if (isImageName(path) || fs::is_block_file(path, error)) return entry;
     const fs::path folder = fs::is_directory(path, error) ? path : path.parent_path();
     if (!entry.empty()) {
-        if (const std::string image = imageIn(folder); !image.empty()) return image;
+        if (std::string image = imageIn(folder); !image.empty()) return image;
         if (const auto place = readAll(folder / kPlaceFile)) return place->substr(0, place->find('\n'));
     }
-    if (const std::string chosen = environment("CORVANE_CDROM"); !chosen.empty()) return chosen;
+    if (std::string chosen = environment("CORVANE_CDROM"); !chosen.empty()) return chosen;
     if (fs::exists(kDefaultDevice, error)) return kDefaultDevice;
     const std::vector<std::string> devices = discDevices();
     return devices.empty() ? "" : devices.front();

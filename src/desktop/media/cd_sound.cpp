@@ -12,7 +12,7 @@ namespace {
 
 constexpr float kFullScale = 32768.0F;
 constexpr std::int64_t kSectorsAtOnce = 10;  ///< asked for together: an eighth of a second
-constexpr std::size_t kSamplesOfSector = kCdFramesPerSector * 2;
+constexpr std::size_t kSamplesOfSector = std::size_t{kCdFramesPerSector} * 2;
 
 /// Sounds of the sectors one after the other; silence where they are data or unreadable.
 std::vector<std::int16_t> readSectors(CdDisc& disc, std::int64_t first, std::int64_t count) {
