@@ -5,6 +5,8 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -33,6 +35,7 @@ public:
     HeardServer() {
         application();
         qputenv("PULSE_SERVER", ("unix:" + socket()).toUtf8());
+        QObject::connect(&recorder_, &QProcess::readyReadStandardOutput, [this] { take(); });
     }
     HeardServer(const HeardServer&) = delete;
     HeardServer& operator=(const HeardServer&) = delete;
@@ -42,6 +45,7 @@ public:
     /// the output's delay for everybody.
     bool start(bool record = true) {
         samples_.clear();
+        begun_ = Steady::time_point::max();
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert("XDG_RUNTIME_DIR", folder_.path());
         environment.remove("PULSE_SERVER");
@@ -58,7 +62,7 @@ public:
             [this] {
                 if (recorder_.state() == QProcess::NotRunning) {
                     recorder_.start("parec", {"-d", "nul.monitor", "--format=s16le", "--rate=44100", "--channels=1",
-                                              "--latency-msec=20"});
+                                              "--latency-msec=" + QString::number(kPieceMs)});
                 }
                 take();
                 return !samples_.empty();
@@ -72,10 +76,21 @@ public:
         }
     }
 
+    using Steady = std::chrono::steady_clock;
+    static constexpr int kRate = 44100;
+
     void forget() {
         take();
+        begun_ += std::chrono::microseconds(static_cast<std::int64_t>(samples_.size()) * 1'000'000 / kRate);
         samples_.clear();
     }
+    /// All that was heard since forget(), and when the first sample was. Samples come at their pace, in pieces that the
+    /// recorder gets as their first sample is played; some come late, none early.
+    const std::vector<std::int16_t>& samples() {
+        take();
+        return samples_;
+    }
+    Steady::time_point begun() const { return begun_ + std::chrono::milliseconds(kPieceMs); }
     /// What was heard since forget(), silences at both ends left out. Neighbouring stretches within 2 % are one.
     std::vector<Tone> heard() {
         take();
@@ -97,7 +112,7 @@ public:
     }
 
 private:
-    static constexpr int kRate = 44100;
+    static constexpr int kPieceMs = 20;
     static constexpr std::size_t kBlock = 1764;  // 40 ms
 
     QString socket() const { return folder_.filePath("socket"); }
@@ -109,6 +124,8 @@ private:
         const std::size_t before = samples_.size();
         samples_.resize(before + count);
         std::memcpy(samples_.data() + before, bytes.constData(), count * 2);
+        const std::chrono::microseconds length(static_cast<std::int64_t>(samples_.size()) * 1'000'000 / kRate);
+        begun_ = std::min(begun_, Steady::now() - length);
     }
 
     double toneAt(std::size_t start) const {
@@ -130,6 +147,7 @@ private:
     QProcess server_;
     QProcess recorder_;
     std::vector<std::int16_t> samples_;
+    Steady::time_point begun_ = Steady::time_point::max();
 };
 
 }  // namespace corvane::test

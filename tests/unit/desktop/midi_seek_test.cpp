@@ -5,39 +5,16 @@
 #include <vector>
 
 #include "desktop/media/midi_sound.h"
+#include "unit/desktop/midi_score.h"
 #include "unit/desktop/offscreen.h"
 
 namespace corvane {
 namespace {
 
+using test::Score;
+
 constexpr std::size_t kRate = 44100;
 static_assert(kRate == Synthesizer::kFormat.rate);
-
-std::string number(std::size_t value, int length) {
-    std::string text;
-    for (int i = length - 1; i >= 0; --i) text += static_cast<char>(value >> (8 * i) & 0xFF);
-    return text;
-}
-
-/// Events of a track whose ticks are milliseconds.
-class Score {
-public:
-    /// Waits for less than 16 seconds, then sends the bytes.
-    Score& after(int milliseconds, std::initializer_list<int> message) {
-        events_ += static_cast<char>(0x80 | milliseconds >> 7);
-        events_ += static_cast<char>(milliseconds & 0x7F);
-        for (const int byte : message) events_ += static_cast<char>(byte);
-        return *this;
-    }
-    std::string file() const {
-        const std::string all = events_ + std::string("\x87\x68\xFF\x2F\x00", 5);  // a second for what rings out
-        return "MThd" + number(6, 4) + number(0, 2) + number(1, 2) + number(0xE728, 2) + "MTrk" +
-               number(all.size(), 4) + all;
-    }
-
-private:
-    std::string events_;
-};
 
 struct Heard {
     double left = 0, right = 0;  ///< loudness
