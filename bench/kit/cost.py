@@ -12,7 +12,12 @@ TICKS_A_SECOND = os.sysconf("SC_CLK_TCK")
 SOUNDFONT = pathlib.Path("/usr/share/sounds/sf2/TimGM6mb.sf2")
 SETTLE_SECONDS = 3
 SOUND_MEMORY_MB = 45
-PLAYED = (("MP3", "music.mp3"), ("MIDI", "music.mid"), ("640x480 AVI", "small.avi"), ("720p MOV", "large.mov"))
+RENDERING_SHARE = 2
+# What is played, the file, other programs to compare with and how many times their processor time is the most.
+PLAYED = (("MP3", "music.mp3", ("mpv", "audacious"), 1.2), ("WAV", "music.wav", ("mpv",), 1.2),
+          ("MIDI", "music.mid", ("fluidsynth",), 0.5), ("MIDI, 4 notes", "tune.mid", ("fluidsynth",), 0.5),
+          ("disc image", "disc/Track01.cda", (), None), ("640x480 AVI", "small.avi", ("mpv",), 1.2),
+          ("720p MOV", "large.mov", ("mpv",), 1.2), ("picture", "photo0.jpg", (), None))
 
 
 def memory(pid):
@@ -35,7 +40,7 @@ def wake_ups(pid):
 
 
 def memory_figures(stage):
-    idle, playing = [], {name: [] for name, _ in PLAYED}
+    idle, playing = [], {name: [] for name, *_ in PLAYED}
     bare, theirs, audacious = [], [], []
     for _ in range(stage.runs):
         with stage.player(rest=SETTLE_SECONDS) as player:
@@ -43,7 +48,7 @@ def memory_figures(stage):
         with stage.process([stage.tools / "bare_window"]) as process:
             wait_quietly(1)
             bare.append(memory(process.pid))
-        for name, file in PLAYED:
+        for name, file, *_ in PLAYED:
             with stage.player(stage.files(file), AUTOPLAY="ON", rest=SETTLE_SECONDS) as player:
                 playing[name].append(memory(player.process.pid))
         with stage.mpv(stage.media / "music.mp3") as mpv:
@@ -54,8 +59,8 @@ def memory_figures(stage):
             audacious.append(memory(process.pid))
     yield Figure("memory (PSS), idle", idle, "MB", 25)
     yield Figure("memory (PSS), bare window of the tool kit", bare, "MB", None, "reference")
-    for name, file in PLAYED:
-        is_sound = file.endswith((".mp3", ".mid"))
+    for name, file, *_ in PLAYED:
+        is_sound = not file.endswith((".avi", ".mov", ".jpg"))
         yield Figure(f"memory (PSS), playing {name}", playing[name], "MB", SOUND_MEMORY_MB if is_sound else None)
     yield ratio("memory, playing MP3, beside mpv", playing["MP3"], theirs)
     yield ratio("memory, playing MP3, beside audacious", playing["MP3"], audacious)
@@ -95,36 +100,29 @@ def share_of(stage, pid):
     return (processor_seconds(pid) - before) / stage.seconds * 100
 
 
-def other_share(stage, file):
-    """mpv's share, or for MIDI fluidsynth's."""
+def other_share(stage, other, file):
+    """Another program's share, playing the same file."""
     path = stage.media / file
-    if path.suffix == ".mid":
-        with stage.process(["fluidsynth", "-ni", "-a", "pulseaudio", SOUNDFONT, path]) as process:
-            wait_quietly(SETTLE_SECONDS)
-            return share_of(stage, process.pid)
-    with stage.mpv(path) as mpv:
-        wait_quietly(SETTLE_SECONDS)
-        return share_of(stage, mpv.pid)
-
-
-def audacious_share(stage, file):
-    with stage.audacious(stage.media / file) as process:
+    plays = {"mpv": stage.mpv, "audacious": stage.audacious,
+             "fluidsynth": lambda it: stage.process(["fluidsynth", "-ni", "-a", "pulseaudio", SOUNDFONT, it])}
+    with plays[other](path) as process:
         wait_quietly(SETTLE_SECONDS)
         return share_of(stage, process.pid)
 
 
 def processor_figures(stage):
-    for name, file in PLAYED:
-        ours, theirs, audacious = [], [], []
+    shares = {}
+    for name, file, others, most in PLAYED:
+        ours, theirs = [], {other: [] for other in others}
         for _ in range(stage.runs):
             ours.append(playing_share(stage, file))
-            theirs.append(other_share(stage, file))
-            if name == "MP3":
-                audacious.append(audacious_share(stage, file))
-        other, most = ("fluidsynth", 0.5) if name == "MIDI" else ("mpv", 1.2)
+            for other in others:
+                theirs[other].append(other_share(stage, other, file))
+        shares[name] = ours
         yield Figure(f"processor, {name}", ours, "% of a core")
-        yield Figure(f"processor, {name}, {other}", theirs, "% of a core", None, "reference")
-        yield ratio(f"processor, {name}, beside {other}", ours, theirs, most)
-        if audacious:
-            yield Figure(f"processor, {name}, audacious", audacious, "% of a core", None, "reference, without a window")
-            yield ratio(f"processor, {name}, beside audacious", ours, audacious)
+        for other in others:
+            note = "reference, without a window" if other == "audacious" else "reference"
+            yield Figure(f"processor, {name}, {other}", theirs[other], "% of a core", None, note)
+            yield ratio(f"processor, {name}, beside {other}", ours, theirs[other], None if other == "audacious" else most)
+    rendering = [midi - wave for midi, wave in zip(shares["MIDI, 4 notes"], shares["WAV"])]
+    yield Figure("processor, rendering 4 notes", rendering, "% of a core", RENDERING_SHARE, "MIDI, 4 notes, without what a WAV takes")

@@ -6,7 +6,7 @@ import struct
 import numpy as np
 from PIL import Image
 
-from harness.media import encode, write_wave
+from harness.media import SECTOR_BYTES, encode, write_disc, write_wave
 
 from .senses import LEFT, RATE
 
@@ -51,12 +51,12 @@ def one_sided_midi(path, side, seconds):
                              (0, bytes([0xB0, 7, 127])), (0, bytes([0x90, 69, 127])), (end, bytes([0x80, 69, 0]))])
 
 
-def busy_midi(path, seconds):
-    """Eight channels with a chord or a run each: about 24 voices at any time."""
-    events = [(0, bytes([0xC0 | channel, program])) for channel, program in enumerate((0, 24, 33, 48, 56, 65, 73, 80))]
+def made_up_midi(path, seconds, programs, notes):
+    """Each channel changes its notes twice a second."""
+    events = [(0, bytes([0xC0 | channel, program])) for channel, program in enumerate(programs)]
     for beat in range(int(seconds * 2)):
-        for channel in range(8):
-            for note in (48, 52, 55):
+        for channel in range(len(programs)):
+            for note in notes:
                 pitch = note + (beat * 5 + channel * 7) % 24
                 events.append((beat * TICKS, bytes([0x90 | channel, pitch, 90])))
                 events.append((beat * TICKS + TICKS - 10, bytes([0x80 | channel, pitch, 0])))
@@ -104,9 +104,13 @@ def music(folder):
     time = np.arange(MEDIA_SECONDS * RATE) / RATE
     mono = sum(np.sin(2 * np.pi * hz * time + 3 * np.sin(2 * np.pi * hz / 100 * time)) for hz in (220, 277, 330, 440, 1760, 5000))
     mono = mono / 12 + np.random.default_rng(1).normal(0, 0.02, len(time))
-    write_wave(folder / "music.wav", np.repeat((mono * 32767).clip(-32768, 32767).astype("<i2"), 2).tobytes())
+    samples = np.repeat((mono * 32767).clip(-32768, 32767).astype("<i2"), 2).tobytes()
+    write_wave(folder / "music.wav", samples)
     encode(["-i", str(folder / "music.wav"), "-b:a", "192k"], folder / "music.mp3")
-    busy_midi(folder / "music.mid", MEDIA_SECONDS)
+    made_up_midi(folder / "music.mid", MEDIA_SECONDS, (0, 24, 33, 48, 56, 65, 73, 80), (48, 52, 55))  # 24 notes at a time
+    made_up_midi(folder / "tune.mid", MEDIA_SECONDS, (0, 33, 48, 73), (48,))  # 4 notes at a time
+    (folder / "disc").mkdir(exist_ok=True)
+    write_disc(folder / "disc", [samples[: len(samples) // SECTOR_BYTES * SECTOR_BYTES]])
 
 
 def make(folder):
