@@ -1,50 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <arpa/inet.h>
 #include <gtest/gtest.h>
-#include <netinet/in.h>
-#include <poll.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
 #include <string>
 
 #include "contract/desktop/mci_rig.h"
+#include "contract/desktop/network_lures.h"
 #include "desktop/media/desktop_mci_control.h"
 #include "unit/desktop/cd_image.h"
 
 namespace corvane {
 namespace {
 
-/// Listens on a port of this machine and notices whoever connects.
-class Listener {
-public:
-    Listener() : socket_(::socket(AF_INET, SOCK_STREAM, 0)) {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        ::bind(socket_, reinterpret_cast<sockaddr*>(&address), sizeof address);
-        ::listen(socket_, 5);
-        socklen_t length = sizeof address;
-        ::getsockname(socket_, reinterpret_cast<sockaddr*>(&address), &length);
-        port_ = ntohs(address.sin_port);
-    }
-    Listener(const Listener&) = delete;
-    Listener& operator=(const Listener&) = delete;
-    ~Listener() { ::close(socket_); }
-
-    std::string port() const { return std::to_string(port_); }
-    /// The connection waits in the queue until it is accepted.
-    bool wasReached(int waitMs) const {
-        pollfd wanted{socket_, POLLIN, 0};
-        return ::poll(&wanted, 1, waitMs) > 0;
-    }
-
-private:
-    int socket_;
-    int port_ = 0;
-};
+using test::Listener;
 
 struct Lure {
     const char* name;
