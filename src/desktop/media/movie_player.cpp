@@ -187,7 +187,14 @@ void MoviePlayer::sendSeek() {
     command(tagged(kSeek, number_), {"seek", text.c_str(), "absolute+exact"});
 }
 
-void MoviePlayer::setRate(double rate) { setNumber("speed", rate); }
+void MoviePlayer::setRate(double rate) {
+    if (rate == rate_) return;
+    const double here = position();
+    rate_ = rate;
+    setNumber("speed", rate);
+    // What the sound server holds, seconds of it, would be heard at the rate before, and the picture would wait for it.
+    if (current() && !ended_) seek(here);
+}
 
 void MoviePlayer::checkEnd() {
     if (playing_ && !opening_)

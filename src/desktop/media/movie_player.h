@@ -47,7 +47,7 @@ public:
     void pause();
     /// Exact; only when opened. A seek that is asked for while one is under way waits; a newer one takes its place.
     void seek(double seconds);
-    void setRate(double rate);
+    void setRate(double rate);  ///< of what plays as well, at once
     /// Asks whether the end was reached, in case the library's own word came too early to be believed.
     void checkEnd();
 
@@ -115,6 +115,7 @@ private:
     std::optional<double> target_;   ///< where the last seek went, until the library plays on from there
     double time_ = 0;
     double duration_ = 0;
+    double rate_ = 1;
     QSize picture_{0, 0};
     bool sounds_ = false;
     std::string format_;
