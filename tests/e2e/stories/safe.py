@@ -10,12 +10,13 @@ from harness.story import story
 from stories.mixed import mixed_list
 from stories.windows import close_by, node, open_settings
 
-# Calls that make, change, rename or remove files, or start programs.
-TRACED = "/^(open(at2?)?|creat|rename(at2?)?|mkdir(at)?|rmdir|unlink(at)?|link(at)?|symlink(at)?|mknod(at)?|truncate|chmod|fchmodat|exec.*)$"
+# Calls that make, change, rename or remove files, start programs, or reach for other programs and machines.
+TRACED = "/^(open(at2?)?|creat|rename(at2?)?|mkdir(at)?|rmdir|unlink(at)?|link(at)?|symlink(at)?|mknod(at)?|truncate|chmod|fchmodat|exec.*|socket|connect|bind|sendto)$"
 LINE = re.compile(r"^(\d+) +(.*)$", re.M)  # the thread, and what it called
 BEGUN, ENDED = " <unfinished ...>", re.compile(r"^<\.\.\. \w+ resumed>")  # another thread's call came between
 CALL = re.compile(r"^(\w+)\((.*)\) += (-?\d+)")
 OPENED = ("open", "openat", "openat2")
+REACHING = ("socket", "connect", "sendto")  # a bound one, on the other hand, makes a file
 WRITING = re.compile(r"O_WRONLY|O_RDWR|O_CREAT|O_TRUNC|O_APPEND")
 TEXT = re.compile(r'"((?:[^"\\]|\\.)*)"')
 # Not files of a disk: devices, what the system tells and takes of the process itself, shared memory.
@@ -41,8 +42,13 @@ def written(trace):
     for call, paths, line in calls(trace):
         if call in OPENED and not WRITING.search(line):
             continue
-        if not call.startswith("exec"):
+        if not call.startswith("exec") and call not in REACHING:
             yield from paths[:1] if call in OPENED else paths
+
+
+def reached(trace):
+    """Kinds of address that were asked for, whether or not somebody answered."""
+    return set(re.findall(r"\b(?:socket|connect|bind|sendto)\(.*?\b(AF_\w+|PF_\w+)", trace.read_text(errors="replace")))
 
 
 def use_everything(stage):
@@ -74,7 +80,7 @@ def use_everything(stage):
     return trace
 
 
-@story("safe: it writes in its own folder alone, and starts no other program")
+@story("safe: it writes in its own folder alone, starts no other program and reaches for no network")
 def writes_in_its_folder_alone(stage):
     trace = use_everything(stage)
     runtime = pathlib.Path(stage.session.environment["XDG_RUNTIME_DIR"])
@@ -83,5 +89,8 @@ def writes_in_its_folder_alone(stage):
     check(any(path.startswith(own[0]) for path in seen), "the trace shows what was stored")
     outside = sorted({path for path in seen if not path.startswith((*own, *NO_FILES))})
     equal(outside, [], "written outside of its folder")
+    kinds = reached(trace)
+    check("AF_UNIX" in kinds, "the trace shows the screen's and the sound's servers")
+    equal(sorted(kind for kind in kinds if "INET" in kind), [], "reached for the network")
     started = [line for call, _, line in calls(trace) if call.startswith("exec")]
     equal(len(started), 1, f"programs started, itself the first ({started[1:3]})")
