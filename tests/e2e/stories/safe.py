@@ -51,14 +51,24 @@ def reached(trace):
     return set(re.findall(r"\b(?:socket|connect|bind|sendto)\(.*?\b(AF_\w+|PF_\w+)", trace.read_text(errors="replace")))
 
 
+def traced(stage):
+    """The command under which the program is started, and the trace that it writes."""
+    trace = stage.folder / "trace"
+    # -D: the program itself is the process that was started, and the tracer its grandchild.
+    return ["strace", "-D", "-f", "--seccomp-bpf", "-s", "4096", "-e", f"trace={TRACED}", "-o", str(trace)], trace
+
+
+def wait_for_the_end(trace):
+    """The tracer writes its last line after the program has gone."""
+    wait("the trace's end", lambda: "+++ exited with 0 +++" in trace.read_text(errors="replace"))
+
+
 def use_everything(stage):
     """Plays every kind, stores settings and a list, and ends."""
     paths, _, _, environment = mixed_list(stage)
-    trace = stage.folder / "trace"
+    tracer, trace = traced(stage)
     stage.player.settings(INTERVAL=60, DELAYTIME=30)
     stage.player.save_list(paths)
-    # -D: the program itself is the process that was started, and the tracer its grandchild.
-    tracer = ["strace", "-D", "-f", "--seccomp-bpf", "-s", "4096", "-e", f"trace={TRACED}", "-o", str(trace)]
     stage.player.start(under=tracer, **environment)
     stage.player.press(PLAY)
     for shown in range(2, len(paths) + 1):
@@ -76,7 +86,7 @@ def use_everything(stage):
     wait("the saved list", lambda: any("FILE00.INI" in path for path in written(trace)))
     close_by(stage, "OK")
     equal(stage.player.power_off(), 0, "exit code")
-    wait("the trace's end", lambda: "+++ exited with 0 +++" in trace.read_text(errors="replace"))
+    wait_for_the_end(trace)
     return trace
 
 
