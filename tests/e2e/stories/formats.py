@@ -1,0 +1,66 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The formats that no other story plays, as entries of one list: each heard or seen to its end."""
+
+import collections
+
+from harness.expect import check, equal
+from harness.media import encode, movie, tone
+from harness.player import PLAY
+from harness.signs import told, wait_for_entry, wait_for_told
+from harness.sound import LENGTH_ERROR
+from harness.story import story
+
+SECONDS = 2.0
+CODER_SECONDS = 0.3  # that a coder may put before and behind what it is given
+# The panel's text of each, and how it is made; None: as its ending says.
+SOUNDS = {"flac": ("FLAC Now On Play", None), "ogg": ("OGG Now On Play", ["-c:a", "libvorbis"]),
+          "opus": ("OPUS Now On Play", ["-c:a", "libopus"]), "m4a": ("M4A Now On Play", None),
+          "ra": ("RA Now On Play", ["-ar", "8000", "-ac", "1", "-c:a", "real_144", "-f", "rm"]),
+          "rm": ("RM Now On Play", ["-ar", "32000", "-c:a", "ac3", "-f", "rm"]),
+          "rmm": ("RMM Now On Play", ["-ar", "44100", "-c:a", "ac3", "-f", "rm"]),
+          "snd": ("Sound File Now On Play", ["-c:a", "pcm_s16be", "-f", "au"]),
+          "aif": ("Sound File Now On Play", ["-f", "aiff"]),
+          "aifc": ("Sound File Now On Play", ["-c:a", "pcm_mulaw", "-f", "aiff"])}
+MOVIES = {"qt": ("Quick Time File Now On Play", ["-f", "mov"]), "mpeg": ("Mpeg File Now On Play", ["-f", "mpeg"]),
+          "mpv": ("Mpeg File Now On Play", ["-an", "-c:v", "mpeg1video", "-f", "mpeg1video"])}
+COLOURS = ("#C83232", "#32A046", "#3250C8")
+FIRST_HZ = 400  # of the list; each file is a good semitone higher
+
+Entry = collections.namedtuple("Entry", "path kind tones colour")
+
+
+def entries_of(folder):
+    plain = tone(folder / "plain.wav", FIRST_HZ, 0.1)
+    made = []
+    for number, (ending, (kind, options)) in enumerate(SOUNDS.items()):
+        hz = FIRST_HZ * 1.08**number
+        tone(plain, hz, SECONDS)
+        path = folder / f"sound.{ending}"
+        encode(["-i", str(plain), *(options or [])], path)
+        made.append(Entry(path, kind, (hz,), None))
+    for number, (ending, (kind, options)) in enumerate(MOVIES.items()):
+        hz = FIRST_HZ * 1.08 ** (len(SOUNDS) + number)
+        source = movie(folder / f"source{number}.avi", COLOURS[number], hz, SECONDS)
+        path = folder / f"movie.{ending}"
+        encode(["-i", str(source), *options], path)
+        made.append(Entry(path, kind, () if "-an" in options else (hz,), COLOURS[number]))
+    return made
+
+
+@story("formats: each format without a story of its own is told, heard or seen as an entry of a list, whole and in order")
+def further_formats(stage):
+    entries = entries_of(stage.media)
+    stage.player.settings(DELAYTIME=30)
+    stage.player.save_list([entry.path for entry in entries])
+    stage.player.start()
+    stage.player.press(PLAY)
+    stage.desk.rest()
+    for number, entry in enumerate(entries, 1):
+        wait_for_entry(stage, number, entry)
+        equal(told(stage, "Tittle"), entry.path.stem, "the title")
+    wait_for_told(stage, "FileNo", "001")  # the list's end
+    stage.sound.wait_for_silence()
+    equal(stage.player.boxes(), [], "boxes")
+    heard = stage.sound.expect_exactly([entry.tones[0] for entry in entries if entry.tones])
+    for entry, sounding in zip((entry for entry in entries if entry.tones), heard):
+        check(abs(sounding.length - SECONDS) <= LENGTH_ERROR + CODER_SECONDS, f"{entry.path.name} was heard for {sounding.length:.2f} s")
