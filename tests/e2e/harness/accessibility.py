@@ -61,6 +61,12 @@ class Accessibility:
         """What was told since the last look: [kind, name of the control, number, text]."""
         return self._ask(f"{pid} events")
 
+    def labels(self, pid):
+        """The texts of the labels that were there at the first call: {name: [before, text, after]}; the seconds of the
+        monotonic clock before and after it was read. Empty when they cannot be read."""
+        answer = self._ask(f"{pid} labels")
+        return answer if isinstance(answer, dict) and "error" not in answer else {}
+
     def find(self, pid, name=None, role=None, holding=None):
         """The shown controls with that name, of that role, whose name or text holds a text."""
         return [n for n in self.nodes(pid) if n.shown and (name is None or n["name"].replace("&", "") == name)

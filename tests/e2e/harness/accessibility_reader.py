@@ -4,11 +4,14 @@
 
 Each entry: role, name, text, value, range, states, actions, label (the name of what labels it), place (x, y, width,
 height on the screen) and depth. A line "PID NUMBER do ACTION" or "PID NUMBER set VALUE" acts on the entry of that number
-in the last answer; "PID events" answers with what was told since the last such line: [kind, name, detail].
+in the last answer; "PID events" answers with what was told since the last such line: [kind, name, detail]; "PID labels" with
+the texts of the labels that were there at the first such line: {name: [before, text, after]}, the seconds of the monotonic
+clock before and after it was read.
 """
 
 import json
 import sys
+import time
 
 import gi
 
@@ -24,6 +27,7 @@ DEEPEST, MOST_CHILDREN = 12, 400
 
 last_nodes = []  # of the last answer
 events = []
+labels = {}  # those that are read again and again: {pid: [(name, node)]}
 
 
 def describe(node, depth):
@@ -86,6 +90,18 @@ def act(node, what, argument):
     return Atspi.Action.do_action(node.get_action_iface(), action_names(node).index(argument))
 
 
+def read_labels(pid):
+    """Without a look at the tree, so that the times are close together."""
+    if not labels.get(pid):
+        tree(pid)
+        labels[pid] = [(node.get_name(), node.get_text_iface()) for node in last_nodes if node.get_role_name() == "label"]
+    found = {}
+    for name, text in labels[pid]:
+        before = time.monotonic()
+        found[name] = [before, Atspi.Text.get_text(text, 0, -1), time.monotonic()]
+    return found
+
+
 def hear(event):
     try:
         events.append([event.type, event.source.get_name() or "", event.detail1, str(event.any_data or "")])
@@ -100,6 +116,8 @@ def answer_to(line):
     if rest[0] == "events":
         told, events[:] = list(events), []
         return told
+    if rest[0] == "labels":
+        return read_labels(int(pid))
     number, what, argument = rest
     return act(last_nodes[int(number)], what, argument.strip())
 

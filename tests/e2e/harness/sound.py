@@ -54,15 +54,31 @@ def pitch(samples):
 
 def tones_in(samples, shortest=0.06):
     """The tones of a recording, in order. Gaps and changes shorter than `shortest` seconds do not count."""
-    found = []
+    found, pitches = [], []
     for begin in range(0, max(0, len(samples) - WINDOW), HOP):
         hz = pitch(samples[begin : begin + WINDOW])
         at = (begin + WINDOW / 2) / RATE
         if hz and found and same_pitch(hz, found[-1].hz) and at - found[-1].end < 3 * HOP / RATE:
             found[-1].end = at
+            pitches[-1].append(hz)
         elif hz:
             found.append(Tone(hz, at, at))
+            pitches.append([hz])
+    for tone, heard in zip(found, pitches):
+        tone.hz = float(np.median(heard))  # a window with the tone's begin in it errs
     return [tone for tone in found if tone.length >= shortest]
+
+
+def bridge(tones, longest_gap):
+    """The tones with those of a pitch joined that follow each other after so short a gap, seconds."""
+    joined = []
+    for each in tones:
+        same = joined and abs(each.hz / joined[-1].hz - 1) < 2 * SAME_PITCH  # both may err
+        if same and each.start - joined[-1].end <= longest_gap:
+            joined[-1].end = each.end
+        else:
+            joined.append(each)
+    return joined
 
 
 class Recorder:
@@ -138,11 +154,12 @@ class Recorder:
                 raise StoryFailure(f"{hz:.0f} Hz (number {len(matched) + 1} of {len(expected)}) was not heard; heard {told}")
         return matched
 
-    def expect_exactly(self, expected, start=0.0, end=None):
+    def expect_exactly(self, expected, start=0.0, end=None, longest_gap=0.0):
         """These tones were heard in this order, each once, and no other; returns them. Each is hertz, or (hertz, seconds or
-        None): two of a pitch that follow each other without a gap are heard as a long one, which only its length tells."""
+        None): two of a pitch that follow each other without a gap are heard as a long one, which only its length tells.
+        longest_gap: seconds of silence inside a tone that a busy machine may leave."""
         wanted = [one if isinstance(one, tuple) else (one, None) for one in expected]
-        heard = self.tones(start, end)
+        heard = bridge(self.tones(start, end), longest_gap)
         for number, ((hz, seconds), tone) in enumerate(zip_longest(wanted, heard, fillvalue=(0, None))):
             sounding = isinstance(tone, Tone)
             right = sounding and hz and same_pitch(tone.hz, hz) and (seconds is None or abs(tone.length - seconds) <= LENGTH_ERROR)

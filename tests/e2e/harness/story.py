@@ -52,7 +52,7 @@ class Stage:
         self.sound = theatre.recorder
         self.sound.begin()
         self.player = theatre.make_player(self, theatre.program, self.folder / "player")
-        self.seen = None  # where leave_picture() puts what is to be looked at
+        self.seen = None  # where leave_picture() and leave_text() put what is to be looked at
 
     def close(self):
         self.player.stop()
@@ -61,6 +61,11 @@ class Stage:
         """Leaves the screen in the run's report, also when the story passes: seen/<story>/<name>.png."""
         self.seen.mkdir(parents=True, exist_ok=True)
         self.desk.save(self.seen / f"{name}.png")
+
+    def leave_text(self, name, text):
+        """Leaves a text in the run's report, also when the story passes: seen/<story>/<name>.txt."""
+        self.seen.mkdir(parents=True, exist_ok=True)
+        (self.seen / f"{name}.txt").write_text(text, encoding="utf-8")
 
     def keep_proof(self, folder):
         """Leaves the screen, the sound and what the program said."""
