@@ -106,6 +106,7 @@ public:
         }
         // The blocks in which one tone gives way to another have neither's pitch.
         std::erase_if(tones, [](const Tone& tone) { return tone.hertz > 0 && tone.seconds < 0.08; });
+        bridge(tones);
         while (!tones.empty() && tones.back().hertz == 0) tones.pop_back();
         if (!tones.empty() && tones.front().hertz == 0) tones.erase(tones.begin());
         return tones;
@@ -126,6 +127,22 @@ private:
         std::memcpy(samples_.data() + before, bytes.constData(), count * 2);
         const std::chrono::microseconds length(static_cast<std::int64_t>(samples_.size()) * 1'000'000 / kRate);
         begun_ = std::min(begun_, Steady::now() - length);
+    }
+
+    /// A busy machine may drop a moment of a tone: it is one all the same.
+    static void bridge(std::vector<Tone>& tones) {
+        constexpr double kDropped = 0.1;
+        for (std::size_t i = 2; i < tones.size();) {
+            const Tone &before = tones[i - 2], &gap = tones[i - 1], &after = tones[i];
+            const bool same = before.hertz > 0 && std::abs(before.hertz - after.hertz) <= 0.02 * before.hertz;
+            if (!same || gap.hertz > 0 || gap.seconds > kDropped) {
+                ++i;
+                continue;
+            }
+            tones[i - 2].seconds += gap.seconds + after.seconds;
+            tones.erase(tones.begin() + static_cast<std::ptrdiff_t>(i) - 1,
+                        tones.begin() + static_cast<std::ptrdiff_t>(i) + 1);
+        }
     }
 
     double toneAt(std::size_t start) const {
