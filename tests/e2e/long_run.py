@@ -65,9 +65,9 @@ def middle(minutes):
 
 def play(stage, count):
     """Returns the figures in words; raises StoryFailure when something grew."""
-    paths, heard, _, environment = mixed_list(stage)
+    entries, environment = mixed_list(stage)
     stage.player.settings(AUTOPLAY="ON", INTERVAL=PICTURE_SECONDS, DELAYTIME=30)
-    stage.player.save_list(paths)
+    stage.player.save_list([entry.path for entry in entries])
     stage.player.start(**environment)
     stage.player.press(REPEAT)
     minutes = []
@@ -77,7 +77,7 @@ def play(stage, count):
         print(f"     minute {number}: {told.own_kb / 1024:.1f} MB, {told.handles} handles, {told.threads} threads, {told.files} files", flush=True)
         check(told.files >= LEAST_FILES, "it no longer plays on")
         check(not stage.player.boxes(), "a box came up")
-    stage.sound.wait_for(heard[0], 60)  # it still plays
+    stage.sound.wait_for(entries[0].tones[0], 60)  # it still plays
     first = middle(minutes[WARM_UP_MINUTES:WARM_UP_MINUTES + COMPARED_MINUTES])
     last = middle(minutes[-COMPARED_MINUTES:])
     grown = [after - before for before, after in zip(first, last)]

@@ -65,7 +65,8 @@ def wait_for_the_end(trace):
 
 def use_everything(stage):
     """Plays every kind, stores settings and a list, and ends."""
-    paths, _, _, environment = mixed_list(stage)
+    entries, environment = mixed_list(stage)
+    paths = [entry.path for entry in entries]
     tracer, trace = traced(stage)
     stage.player.settings(INTERVAL=60, DELAYTIME=30)
     stage.player.save_list(paths)
