@@ -65,16 +65,21 @@ def movie(path, colour, hz, seconds, size=(320, 240)):
 
 def disc(folder, tones, seconds):
     """A disc image of audio tracks, one tone each, and the track files that stand for it; returns (cue, track paths)."""
+    return write_disc(folder, [tone_samples(hz, seconds) for hz in tones])
+
+
+def write_disc(folder, sounds):
+    """The same, of the samples of each track."""
     sheet = [f'FILE "disc.bin" BINARY']
     with open(folder / "disc.bin", "wb") as image:
-        for number, hz in enumerate(tones, 1):
+        for number, samples in enumerate(sounds, 1):
             start = image.tell() // SECTOR_BYTES
             minute, rest = divmod(start, 60 * SECTORS_A_SECOND)
             second, frame = divmod(rest, SECTORS_A_SECOND)
             sheet += [f"  TRACK {number:02} AUDIO", f"    INDEX 01 {minute:02}:{second:02}:{frame:02}"]
-            image.write(tone_samples(hz, seconds))
+            image.write(samples)
     (folder / "disc.cue").write_text("\n".join(sheet) + "\n")
-    tracks = [folder / f"Track{number:02}.cda" for number in range(1, len(tones) + 1)]
+    tracks = [folder / f"Track{number:02}.cda" for number in range(1, len(sounds) + 1)]
     for track in tracks:
         track.write_bytes(b"")
     return folder / "disc.cue", tracks

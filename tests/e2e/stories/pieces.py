@@ -1,0 +1,216 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Places inside a file: double speed, steps of a second, a piece between two positions. Each second of what is played has a
+tone and a colour of its own, so that what is heard and seen tells where it stands."""
+
+import time
+
+from harness import ladder
+from harness.expect import check, equal, steady, wait
+from harness.media import tone
+from harness.panel_watch import PanelWatch, Standing, table
+from harness.player import NEXT, PAUSE, PLAY, PREVIOUS, STOP
+from harness.story import story
+
+AFTER = 1500  # hertz of the file behind the ladder
+HOLD_SECONDS, HOLD_BEGINS = 4.0, 0.75
+RATE_ERROR = 0.1  # a part: the edges of three seconds are known to 0.05 s each
+SETTLED = 0.5  # seconds in which another rate has come to the screen and the ear
+LOOK_BEHIND = 0.6  # seconds behind a stop: a movie looks four times a second where it stands, and what is decoded still sounds
+HEAR_ERROR = 0.2  # seconds: a tone's ends are known to 0.05 each, a busy machine starts a sound late
+PIECE_SECONDS = 3
+START_POSITION, STOP_POSITION, CUSTOM_REPEAT = (), ("Down",), ("Up",)  # keys from the first entry of Play Custom
+
+
+def middle(stage):
+    return stage.desk.screen.width // 2, stage.desk.screen.height // 2
+
+
+def time_text(stage):
+    """What the panel's time says."""
+    return stage.accessibility.labels(stage.player.process.pid).get("Time", [0, "", 0])[1]
+
+
+def choose(stage, *keys):
+    """Opens the menu by the right button, goes into Play Custom, and chooses there by keys."""
+    def windows():
+        return {w.id for w in stage.player.windows()}
+
+    before = windows()
+    stage.desk.click(stage.player.window.x + 200, stage.player.window.y + 30, button=3)
+    wait("the menu", lambda: len(windows() - before) == 1)
+    stage.desk.key("Down", "Down", "Down", "Right")
+    wait("Play Custom", lambda: len(windows() - before) == 2)
+    stage.desk.key(*keys, "Return")
+    wait("the menu goes", lambda: not windows() - before)
+    stage.desk.rest()
+
+
+def pause_in(stage, second):
+    """Pauses in that second of the ladder; returns where it stands, by what was heard of it, in seconds."""
+    stage.sound.wait_for(ladder.TONES[second], 10)
+    stage.player.press(PAUSE)
+    silent = stage.sound.wait_for_silence()
+    last = [t for t in stage.sound.tones(0, silent + 0.2) if ladder.second_of(t.hz) is not None][-1]
+    return ladder.second_of(last.hz) + last.length
+
+
+def leave_trace(stage, watch):
+    """Leaves what was heard, seen and told, to be read."""
+    heard = [Standing(t.hz, watch.clock(t.start), watch.clock(t.end)) for t in stage.sound.tones()]
+    stage.leave_text("panel", table(watch, heard, [s for s in watch.middle(ladder.COLOURS) if s.what]))
+
+
+def check_rate(what, points, begin, end, rate):
+    """Between two times the position runs at a rate. points: [(when, position)]."""
+    inside = [point for point in points if begin <= point[0] <= end]
+    check(len(inside) >= 3, f"{what}: only {len(inside)} positions between {begin:.2f} and {end:.2f} of {points}")
+    (first, position), (last, later) = inside[0], inside[-1]
+    measured = (later - position) / (last - first)
+    check(abs(measured / rate - 1) <= RATE_ERROR, f"{what}: rate {measured:.2f}, expected {rate}: {inside}")
+
+
+@story("pieces: next held on a movie plays it at twice its speed until it is let go")
+def double_speed(stage):
+    stage.player.settings(DELAYTIME=50)
+    stage.player.start(ladder.movie(stage.media / "film.avi"), tone(stage.media / "after.wav", AFTER, 4))
+    with PanelWatch(stage) as watch:
+        stage.player.press(PLAY)
+        stage.sound.wait_for(ladder.TONES[1], 8)
+        called = time.monotonic()
+        stage.player.hold(NEXT, HOLD_SECONDS * 1000)
+        returned = time.monotonic()
+        stage.desk.rest()
+        stage.sound.wait_for(ladder.TONES[13], 12)
+    leave_trace(stage, watch)
+    fast, slow = (called + HOLD_BEGINS + SETTLED, called + HOLD_SECONDS), (returned + SETTLED, returned + 60)
+    seen = [(s.first, ladder.COLOURS.index(s.what)) for s in watch.middle(ladder.COLOURS) if s.what]
+    heard = [(watch.clock(begin), second) for second, begin, _ in ladder.seconds_heard(stage.sound.tones())]
+    told = [(s.first, float(s.what)) for s in watch.texts()["Time"] if s.what]
+    for what, points in (("seen", seen), ("heard", heard), ("told", told)):
+        check_rate(f"{what} while it was held", points, *fast, 2)
+        check_rate(f"{what} afterwards", points, *slow, 1)
+    # Where the lines of both rates meet is when the rate changed: behind the 750 ms of a hold, and at the release.
+    before, during, after = ([p for p in seen if begin <= p[0] <= end][-1] for begin, end in ((0, called), fast, slow))
+    began, ended = (2 * during[0] - during[1] - slow_one[0] + slow_one[1] for slow_one in (before, after))
+    check(called + HOLD_BEGINS <= began + SETTLED / 2 and began <= returned - HOLD_SECONDS + HOLD_BEGINS + SETTLED,
+          f"held from {called:.2f}, it ran twice as fast from {began:.2f}")
+    check(called + HOLD_SECONDS - SETTLED / 2 <= ended <= returned + SETTLED, f"let go by {returned:.2f}, it ran twice as fast to {ended:.2f}")
+    equal({s.what for s in watch.texts()["FileNo"]}, {"001"}, "files shown")
+
+
+@story("pieces: while a movie is paused next and previous step one second, and its frame is shown")
+def movie_steps(stage):
+    stage.player.settings(DELAYTIME=50)
+    stage.player.start(ladder.movie(stage.media / "film.avi"), tone(stage.media / "after.wav", AFTER, 4))
+    stage.player.press(PLAY)
+    paused = pause_in(stage, 2)
+    told = float(wait("the time", lambda: time_text(stage)))
+    check(abs(told - paused) < HEAR_ERROR, f"the time says {told}, heard up to {paused:.2f}")
+    check(stage.desk.shows(*middle(stage), ladder.COLOURS[int(told)]), f"the frame at {told} is not {ladder.COLOURS[int(told)]}")
+
+    def stands(second):
+        return time_text(stage) == str(second) and stage.desk.shows(*middle(stage), ladder.COLOURS[second])
+
+    def step(button, second):
+        stage.player.press(button)
+        wait(f"second {second} told and seen", lambda: stands(second))
+        bar = stage.player.slider_fraction()
+        check(abs(bar - second / ladder.SECONDS) < 0.02, f"the bar is at {bar:.2f} at second {second}")
+
+    began, second = stage.sound.now(), round(told)
+    for _ in range(4):
+        second += 1
+        step(NEXT, second)
+    while second > 0:
+        second -= 1
+        step(PREVIOUS, second)
+    stage.player.press(PREVIOUS)  # none before the first
+    steady("the first second", lambda: stands(0), 0.5)
+    step(NEXT, 1)
+    equal(stage.sound.tones(began), [], "heard while paused")
+    began = stage.sound.now()
+    stage.player.press(PLAY)
+    stage.sound.wait_for(ladder.TONES[2])
+    equal(ladder.second_of(stage.sound.first_tone(began).hz), 1, "second from which it went on")
+
+
+def sound_file(stage):
+    return ladder.sound(stage.media / "ladder.wav"), {}
+
+
+def movie_file(stage):
+    return ladder.movie(stage.media / "ladder.avi"), {}
+
+
+def track_file(stage):
+    sheet, tracks = ladder.track(stage.media, AFTER)
+    return tracks[0], {"CORVANE_CDROM": str(sheet)}
+
+
+def mark_piece(stage, movie):
+    """Sets the start position in second 2 and the stop position three steps on; returns both, in seconds as they are kept."""
+    start = pause_in(stage, 2)
+    if movie:  # kept in whole seconds
+        start = round(float(wait("the time", lambda: time_text(stage))))
+    choose(stage, *START_POSITION)
+    for _ in range(PIECE_SECONDS):
+        before = wait("the time", lambda: time_text(stage))
+        stage.player.press(NEXT)
+        wait("the step", lambda: time_text(stage) not in ("", before))
+    choose(stage, *STOP_POSITION)
+    return start, start + PIECE_SECONDS
+
+
+def check_pieces(heard, start, stop, at_least):
+    """Each piece begins at the start and ends behind the stop, as soon as the position is looked at."""
+    check(len(heard) >= at_least, f"{len(heard)} pieces heard, expected {at_least}: {heard}")
+    for begin, end in heard:
+        check(abs(begin - start) <= HEAR_ERROR, f"a piece begins at {begin:.2f}, expected {start:.2f}: {heard}")
+        check(-HEAR_ERROR <= end - stop <= LOOK_BEHIND, f"a piece ends at {end:.2f}, expected behind {stop:.2f}: {heard}")
+
+
+def play_piece(stage, make, movie=False, whole_stop=False):
+    """A piece is marked, repeated three times, left when it is not to be repeated any more, and played alone from then on."""
+    path, environment = make(stage)
+    stage.player.settings(DELAYTIME=50)
+    stage.player.start(path, tone(stage.media / "after.wav", AFTER, 8), **environment)
+    stage.player.press(PLAY)
+    start, stop = mark_piece(stage, movie)
+    end = int(stop) + 1 if whole_stop else stop
+    choose(stage, *CUSTOM_REPEAT)
+    began = stage.sound.now()
+    stage.player.press(PLAY)
+    middle_second = int(start) + 2
+    wait("three rounds", lambda: [s for s, _, _ in ladder.seconds_heard(stage.sound.tones(began))].count(middle_second) >= 3, 25, 0.2)
+    choose(stage, *CUSTOM_REPEAT)  # custom play goes on, without repeat
+    stage.sound.wait_for(AFTER, 10)
+    left = stage.sound.now()
+    rounds = ladder.pieces(stage.sound.tones(began, left))
+    if rounds[0][0] >= stop - HEAR_ERROR:  # what was left where the stop was set
+        rounds.pop(0)
+    check_pieces(rounds, start, end, 3)
+
+    stage.player.press(STOP)
+    stage.sound.wait_for_silence()
+    stage.player.press(PREVIOUS)
+    began = stage.sound.now()
+    stage.player.press(PLAY)
+    stage.sound.wait_for(AFTER, 15)
+    alone = ladder.pieces(stage.sound.tones(began))
+    equal(len(alone), 1, "pieces of the file played alone")
+    check_pieces(alone, start, end, 1)
+
+
+@story("pieces: a piece of a sound is repeated, and with repeat off played alone")
+def piece_of_sound(stage):
+    play_piece(stage, sound_file)
+
+
+@story("pieces: a piece of a movie is repeated, and with repeat off played alone")
+def piece_of_movie(stage):
+    play_piece(stage, movie_file, movie=True)
+
+
+@story("pieces: a piece of a track is repeated, and with repeat off played alone")
+def piece_of_track(stage):
+    play_piece(stage, track_file, whole_stop=True)  # the stop's second itself is played
