@@ -15,6 +15,8 @@ using test::Tone;
 
 // Tracks of 1.6, 1.2 and 2 seconds.
 const std::vector<test::ImageTrack> kThreeTones{{440, 120}, {659.26, 90}, {880, 150}};
+constexpr double kLengthError =
+    0.15;  // seconds: a tone's ends, and those of each silence within it, fall into blocks of 40 ms
 
 /// A disc in an image beside the entries, played through a sound server and recorded from it.
 class CdPlaying : public testing::Test {
@@ -61,6 +63,21 @@ protected:
         return server_.heard();
     }
 
+    /// The tones heard, in order. A silence within one, which a busy machine leaves when it lets nobody read for a
+    /// while, does not end it.
+    std::vector<Tone> tonesHeard() {
+        std::vector<Tone> tones;
+        for (const Tone& heardNow : heard()) {
+            if (heardNow.hertz == 0) continue;
+            if (!tones.empty() && std::abs(tones.back().hertz - heardNow.hertz) <= 0.02 * heardNow.hertz) {
+                tones.back().seconds += heardNow.seconds;
+            } else {
+                tones.push_back(heardNow);
+            }
+        }
+        return tones;
+    }
+
     test::HeardServer server_;
     test::ScratchFolder folder_;
     test::RigLoop loop_;
@@ -80,10 +97,10 @@ TEST_F(CdPlaying, ATrackIsHeardWholeAndStopsAtItsEnd) {
     play(2, 2);
     ASSERT_TRUE(waitDone(1)) << failed_;
     EXPECT_EQ(done_, std::vector<int>{kNotifySuccessful});
-    const std::vector<Tone> tones = heard();
+    const std::vector<Tone> tones = tonesHeard();
     ASSERT_EQ(tones.size(), 1U);
     EXPECT_NEAR(tones[0].hertz, 659.26, 8);
-    EXPECT_NEAR(tones[0].seconds, 1.2, 0.1);
+    EXPECT_NEAR(tones[0].seconds, 1.2, kLengthError);
     EXPECT_EQ(done_.size(), 1U);
 }
 
@@ -93,24 +110,24 @@ TEST_F(CdPlaying, TracksPlayedOneAfterAnotherComeInTheirOrder) {
         play(track, track);
         ASSERT_TRUE(waitDone(before + 1)) << failed_;
     }
-    std::vector<Tone> tones = heard();
-    std::erase_if(tones, [](const Tone& tone) { return tone.hertz == 0; });
+    const std::vector<Tone> tones = tonesHeard();
     ASSERT_EQ(tones.size(), 3U);
     EXPECT_NEAR(tones[0].hertz, 880, 10);
-    EXPECT_NEAR(tones[0].seconds, 2.0, 0.1);
+    EXPECT_NEAR(tones[0].seconds, 2.0, kLengthError);
     EXPECT_NEAR(tones[1].hertz, 440, 8);
-    EXPECT_NEAR(tones[1].seconds, 1.6, 0.1);
+    EXPECT_NEAR(tones[1].seconds, 1.6, kLengthError);
     EXPECT_NEAR(tones[2].hertz, 659.26, 8);
+    EXPECT_NEAR(tones[2].seconds, 1.2, kLengthError);
 }
 
 TEST_F(CdPlaying, AStartWithinATrackPlaysTheRestOfIt) {
     play(3, 3 | 1 << 16 | 15 << 24);  // second 1, frame 15: 0.8 s are left
     EXPECT_EQ(control_->Position() & 0xFFFFFF, 3 | 1 << 16);
     ASSERT_TRUE(waitDone(1)) << failed_;
-    const std::vector<Tone> tones = heard();
+    const std::vector<Tone> tones = tonesHeard();
     ASSERT_EQ(tones.size(), 1U);
     EXPECT_NEAR(tones[0].hertz, 880, 10);
-    EXPECT_NEAR(tones[0].seconds, 0.8, 0.1);
+    EXPECT_NEAR(tones[0].seconds, 0.8, kLengthError);
 }
 
 TEST_F(CdPlaying, PausedItHoldsAndGoesOnToTheTracksEnd) {
@@ -129,7 +146,7 @@ TEST_F(CdPlaying, PausedItHoldsAndGoesOnToTheTracksEnd) {
         EXPECT_TRUE(tone.hertz == 0 || std::abs(tone.hertz - 440) < 8) << tone.hertz;
         if (tone.hertz > 0) seconds += tone.seconds;
     }
-    EXPECT_NEAR(seconds, 1.6, 0.15);
+    EXPECT_NEAR(seconds, 1.6, kLengthError);
 }
 
 }  // namespace
