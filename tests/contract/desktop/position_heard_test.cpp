@@ -88,7 +88,7 @@ protected:
         for (std::size_t i = 1; i < notes.size(); ++i) {
             if (notes[i - 1].first > moment || notes[i].first < moment) continue;
             const auto gap = notes[i].first - notes[i - 1].first;
-            if (gap > std::chrono::milliseconds(100)) return -1;
+            if (gap > std::chrono::milliseconds(30)) return -1;  // this program was held up
             const double part = std::chrono::duration<double>(moment - notes[i - 1].first) / gap;
             return notes[i - 1].second + part * (notes[i].second - notes[i - 1].second);
         }
