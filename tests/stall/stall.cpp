@@ -2,7 +2,8 @@
 // A drive that does not answer, for tests: loaded before the system's library, it holds every call that asks for a file
 // below the folder CORVANE_STALL_FOLDER for as long as the file that CORVANE_STALL_SWITCH names holds a word for it:
 // "read" (what is in an open file), "open" (that and opening), "all" (that, and looking at names), "write" (flushing).
-// A signal does not end the waiting.
+// A signal does not end the waiting. A drive that was pulled out does not hold: "gone" (reads fail with an input error,
+// names are not there) and "dead" (the same, names belong to no device any more).
 #include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -16,12 +17,14 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <type_traits>
 
 namespace {
 
 enum class Call { Read, Open, Look, Write };
 
-constexpr int kLookMs = 10;  ///< between two looks at the switch
+constexpr int kLookMs = 10;       ///< between two looks at the switch
+constexpr int kErrorSeen = 0x20;  ///< what ferror() looks for in a stream of the system's library
 
 template <class Function>
 Function real(const char* name) {
@@ -44,25 +47,45 @@ bool isBelow(int file) {
     return isBelow(path);
 }
 
-bool isOn(Call call) {
+/// The first letter of the switch's word, 0 without one.
+char word() {
     static const auto openReal = real<int (*)(const char*, int, ...)>("open");
     static const auto readReal = real<ssize_t (*)(int, void*, std::size_t)>("read");
     const char* const name = std::getenv("CORVANE_STALL_SWITCH");
     const int file = name != nullptr ? openReal(name, O_RDONLY | O_CLOEXEC) : -1;
-    if (file < 0) return false;
-    char word[8] = {};
-    const ssize_t length = readReal(file, word, sizeof word - 1);
+    if (file < 0) return 0;
+    char letter = 0;
+    const ssize_t length = readReal(file, &letter, 1);
     close(file);
-    if (length <= 0) return false;
-    if (call == Call::Write) return word[0] == 'w';
-    const int reach = word[0] == 'a' ? 3 : word[0] == 'o' ? 2 : word[0] == 'r' ? 1 : 0;
+    return length == 1 ? letter : '\0';
+}
+
+bool holds(char word, Call call) {
+    if (call == Call::Write) return word == 'w';
+    const int reach = word == 'a' ? 3 : word == 'o' ? 2 : word == 'r' ? 1 : 0;
     return reach > (call == Call::Look ? 2 : call == Call::Open ? 1 : 0);
 }
 
+bool isPulledOut(char word) { return word == 'g' || word == 'd'; }
+
+/// Waits while the call is held. Whether it fails then, with errno set: the drive was pulled out.
 template <class Place>
-void stall(Place place, Call call) {
-    if (!isBelow(place)) return;
-    while (isOn(call)) poll(nullptr, 0, kLookMs);
+bool fails(Place place, Call call) {
+    if (!isBelow(place)) return false;
+    char now = word();
+    for (; holds(now, call); now = word()) poll(nullptr, 0, kLookMs);
+    if (!isPulledOut(now)) return false;
+    errno = call == Call::Read || call == Call::Write ? EIO : now == 'g' ? ENOENT : ENODEV;
+    return true;
+}
+
+template <class Result>
+Result failure() {
+    if constexpr (std::is_pointer_v<Result>) {
+        return nullptr;
+    } else {
+        return -1;
+    }
 }
 
 }  // namespace
@@ -73,7 +96,7 @@ extern "C" {
 #define CORVANE_STALLED(call, place, result, name, parameters, arguments) \
     __attribute__((visibility("default"))) result name parameters {       \
         static const auto next = real<result(*) parameters>(#name);       \
-        stall(place, call);                                               \
+        if (fails(place, call)) return failure<result>();                 \
         return next arguments;                                            \
     }
 
@@ -84,7 +107,7 @@ extern "C" {
         va_start(more, flags);                                                          \
         const mode_t mode = va_arg(more, mode_t);                                       \
         va_end(more);                                                                   \
-        stall(path, Call::Open);                                                        \
+        if (fails(path, Call::Open)) return -1;                                         \
         return next(path, flags, mode);                                                 \
     }
 CORVANE_OPENED(open)
@@ -97,7 +120,7 @@ CORVANE_OPENED(open64)
         va_start(more, flags);                                                                      \
         const mode_t mode = va_arg(more, mode_t);                                                   \
         va_end(more);                                                                               \
-        stall(path, Call::Open);                                                                    \
+        if (fails(path, Call::Open)) return -1;                                                     \
         return next(folder, path, flags, mode);                                                     \
     }
 CORVANE_OPENED_AT(openat)
@@ -126,10 +149,19 @@ CORVANE_STALLED(Call::Read, file, ssize_t, pread64, (int file, void* to, std::si
                 (file, to, count, from))
 CORVANE_STALLED(Call::Write, file, int, fsync, (int file), (file))
 
+/// Its own calls to read are inside the system's library, where nothing comes between.
+__attribute__((visibility("default"))) std::size_t fread(void* to, std::size_t size, std::size_t count, FILE* file) {
+    static const auto next = real<std::size_t (*)(void*, std::size_t, std::size_t, FILE*)>("fread");
+    if (!fails(fileno(file), Call::Read)) return next(to, size, count, file);
+    file->_flags |= kErrorSeen;
+    return 0;
+}
+
 /// Nothing of a drive that does not answer is in memory.
 __attribute__((visibility("default"))) ssize_t preadv2(int file, const iovec* parts, int count, off_t from, int flags) {
     static const auto next = real<ssize_t (*)(int, const iovec*, int, off_t, int)>("preadv2");
-    if ((flags & RWF_NOWAIT) != 0 && isBelow(file) && isOn(Call::Read)) {
+    const char now = isBelow(file) ? word() : '\0';
+    if ((flags & RWF_NOWAIT) != 0 && (holds(now, Call::Read) || isPulledOut(now))) {
         errno = EAGAIN;
         return -1;
     }

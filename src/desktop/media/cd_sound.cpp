@@ -12,18 +12,31 @@ namespace {
 
 constexpr float kFullScale = 32768.0F;
 constexpr std::int64_t kSectorsAtOnce = 10;  ///< asked for together: an eighth of a second
+constexpr std::int64_t kMostUnreadable = std::int64_t{10} * kCdSectorsPerSecond;
 constexpr std::size_t kSamplesOfSector = std::size_t{kCdFramesPerSector} * 2;
 
+struct Sectors {
+    std::vector<std::int16_t> samples;
+    std::int64_t unreadable = 0;  ///< behind the last one that could be read
+    bool anyReadable = false;
+};
+
 /// Sounds of the sectors one after the other; silence where they are data or unreadable.
-std::vector<std::int16_t> readSectors(CdDisc& disc, std::int64_t first, std::int64_t count) {
-    std::vector<std::int16_t> samples(static_cast<std::size_t>(count) * kSamplesOfSector);
+Sectors readSectors(CdDisc& disc, std::int64_t first, std::int64_t count) {
+    Sectors sectors{std::vector<std::int16_t>(static_cast<std::size_t>(count) * kSamplesOfSector)};
     for (std::int64_t i = 0; i < count; ++i) {
         const CdTrack* const track = trackAt(disc.tracks(), first + i);
         if (!track->audio || first + i >= track->start + track->length) continue;
-        std::int16_t* const sector = samples.data() + static_cast<std::size_t>(i) * kSamplesOfSector;
-        if (!disc.readSector(first + i, sector)) std::fill_n(sector, kSamplesOfSector, std::int16_t{0});
+        std::int16_t* const sector = sectors.samples.data() + static_cast<std::size_t>(i) * kSamplesOfSector;
+        if (disc.readSector(first + i, sector)) {
+            sectors.unreadable = 0;
+            sectors.anyReadable = true;
+        } else {
+            ++sectors.unreadable;
+            std::fill_n(sector, kSamplesOfSector, std::int16_t{0});
+        }
     }
-    return samples;
+    return sectors;
 }
 
 }  // namespace
@@ -36,24 +49,33 @@ CdSound::CdSound(std::shared_ptr<CdDisc> disc, std::string place)
 
 CdSound::~CdSound() { DriveCalls::release(std::move(disc_)); }
 
+/// The samples of a sector; null when the disc has gone.
 const std::int16_t* CdSound::fetch(std::int64_t sector) {
     const auto held = static_cast<std::int64_t>(sectors_.size() / kSamplesOfSector);
-    if (fetched_ < 0 || sector < fetched_ || sector >= fetched_ + held) {
-        const std::int64_t count = std::min(kSectorsAtOnce, last_ - sector);
-        auto read = DriveCalls::all().ask<std::vector<std::int16_t>>(
-            place_, {DriveCalls::kLongPatience, &abandoned},
-            [disc = disc_, sector, count] { return readSectors(*disc, sector, count); });
-        sectors_ =
-            read ? std::move(*read) : std::vector<std::int16_t>(static_cast<std::size_t>(count) * kSamplesOfSector);
-        fetched_ = sector;
-    }
+    const bool isHeld = fetched_ >= 0 && sector >= fetched_ && sector < fetched_ + held;
+    if (!isHeld && !fetchFrom(sector)) return nullptr;
     return sectors_.data() + static_cast<std::size_t>(sector - fetched_) * kSamplesOfSector;
+}
+
+bool CdSound::fetchFrom(std::int64_t sector) {
+    const std::int64_t count = std::min(kSectorsAtOnce, last_ - sector);
+    auto read =
+        DriveCalls::all().ask<Sectors>(place_, {DriveCalls::kLongPatience, &abandoned},
+                                       [disc = disc_, sector, count] { return readSectors(*disc, sector, count); });
+    fetched_ = -1;
+    if (!read) return false;
+    unreadable_ = (read->anyReadable ? 0 : unreadable_) + read->unreadable;
+    if (unreadable_ > kMostUnreadable) return false;
+    sectors_ = std::move(read->samples);
+    fetched_ = sector;
+    return true;
 }
 
 std::size_t CdSound::read(float* samples, std::size_t count) {
     std::size_t done = 0;
     while (done < count && position_ < frames() && !stopping && !abandoned) {
         const std::int16_t* const sector = fetch(first_ + position_ / kCdFramesPerSector);
+        if (!sector) break;
         const auto offset = static_cast<std::size_t>(position_ % kCdFramesPerSector);
         const std::size_t piece = std::min(count - done, kCdFramesPerSector - offset);
         for (std::size_t i = 0; i < piece * 2; ++i)
@@ -64,7 +86,10 @@ std::size_t CdSound::read(float* samples, std::size_t count) {
     return done;
 }
 
-void CdSound::seek(std::int64_t frame) { position_ = std::clamp<std::int64_t>(frame, 0, frames()); }
+void CdSound::seek(std::int64_t frame) {
+    position_ = std::clamp<std::int64_t>(frame, 0, frames());
+    unreadable_ = 0;
+}
 
 std::int64_t CdSound::fromTmsf(std::int32_t packed) const {
     return (sectorOf(disc_->tracks(), packed) - first_) * kCdFramesPerSector;

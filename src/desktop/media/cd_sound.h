@@ -10,8 +10,8 @@
 
 namespace corvane {
 
-/// An audio disc as one sound: its sectors from the first track on. Data tracks and unreadable sectors are silent, and
-/// so is a disc that does not answer.
+/// An audio disc as one sound: its sectors from the first track on. Data tracks and unreadable sectors are silent. It
+/// ends where a disc has not answered in time, and where nothing could be read for ten seconds of it: it was taken out.
 class CdSound : public SoundBackend {
 public:
     /// `place`: where the disc is.
@@ -29,13 +29,15 @@ public:
 
 private:
     const std::int16_t* fetch(std::int64_t sector);
+    bool fetchFrom(std::int64_t sector);
 
     std::shared_ptr<CdDisc> disc_;  ///< held by each question about it as well
     std::string place_;
-    std::int64_t first_;         ///< first sector of the axis
-    std::int64_t last_;          ///< one past its last sector
-    std::int64_t position_ = 0;  ///< frames on the axis
-    std::int64_t fetched_ = -1;  ///< the first sector held; -1 none
+    std::int64_t first_;           ///< first sector of the axis
+    std::int64_t last_;            ///< one past its last sector
+    std::int64_t position_ = 0;    ///< frames on the axis
+    std::int64_t fetched_ = -1;    ///< the first sector held; -1 none
+    std::int64_t unreadable_ = 0;  ///< sectors, one after the other, up to the last one held
     std::vector<std::int16_t> sectors_;
 };
 

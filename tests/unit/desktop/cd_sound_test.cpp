@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 
 #include "desktop/media/cd_disc.h"
@@ -166,6 +167,49 @@ TEST(CdImages, ASheetWithATrackBeforeAnyFileIsNoDisc) {
         EXPECT_EQ(openDisc(folder.in("disc.cue")).disc, nullptr) << sheet;
         EXPECT_EQ(openDisc(folder.in("disc.bin")).disc, nullptr) << sheet;
     }
+}
+
+/// A disc of one track, all of one loudness but for its unreadable sectors.
+class ScratchedDisc : public CdDisc {
+public:
+    ScratchedDisc(std::int64_t sectors, std::int64_t scratchFrom, std::int64_t scratchTo)
+        : from_(scratchFrom), to_(scratchTo) {
+        tracks_ = {{1, 0, sectors, true}};
+    }
+    bool readSector(std::int64_t sector, std::int16_t* samples) override {
+        std::fill_n(samples, kCdFramesPerSector * 2, std::int16_t{8192});
+        return sector < from_ || sector >= to_;
+    }
+
+private:
+    std::int64_t from_, to_;
+};
+
+constexpr std::int64_t kTenSeconds = std::int64_t{10} * kCdSectorsPerSecond;
+
+TEST(CdSound, AScratchOfTenSecondsIsSilentAndPlaysOn) {
+    const std::int64_t sectors = kTenSeconds + 300;
+    CdSound sound(std::make_unique<ScratchedDisc>(sectors, 100, 100 + kTenSeconds));
+    const std::vector<float> samples = readFrames(sound, static_cast<std::size_t>(sound.frames()));
+    ASSERT_EQ(samples.size(), static_cast<std::size_t>(sectors) * kCdFramesPerSector * 2);
+    const auto ofSector = [&](std::int64_t sector) {
+        return samples[static_cast<std::size_t>(sector) * kCdFramesPerSector * 2];
+    };
+    EXPECT_FLOAT_EQ(ofSector(99), 0.25F);
+    EXPECT_FLOAT_EQ(ofSector(100), 0);
+    EXPECT_FLOAT_EQ(ofSector(99 + kTenSeconds), 0);
+    EXPECT_FLOAT_EQ(ofSector(100 + kTenSeconds), 0.25F);
+}
+
+TEST(CdSound, ADiscThatWasTakenOutEndsBehindTenSecondsWithoutASound) {
+    const std::int64_t sectors = 3 * kTenSeconds;
+    CdSound sound(std::make_unique<ScratchedDisc>(sectors, 200, sectors));
+    const auto heard =
+        static_cast<std::int64_t>(readFrames(sound, static_cast<std::size_t>(sound.frames())).size()) / 2;
+    EXPECT_GE(heard, (200 + kTenSeconds - kCdSectorsPerSecond) * kCdFramesPerSector);
+    EXPECT_LE(heard, (200 + kTenSeconds + kCdSectorsPerSecond) * kCdFramesPerSector);
+    sound.seek(0);
+    EXPECT_EQ(readFrames(sound, 4410).size(), 8820U) << "sought, it is read afresh";
 }
 
 }  // namespace
