@@ -130,6 +130,75 @@ TEST_F(PointerOnAForm, AMovedWindowsReleaseIsNoClick) {
     EXPECT_EQ(seen, Texts{"form down 2000"});
 }
 
+TEST_F(PointerOnAForm, AnotherButtonOfTheMouseGoesToWhatIsHeld) {
+    pointer.press(kLeftButton, 0, {200, 200}, false);
+    pointer.press(kRightButton, 0, {2000, 200}, false);
+    EXPECT_EQ(seen, (Texts{"button down 50", "button down 1850"}));
+    pointer.release(kLeftButton, 0, {200, 200});
+    EXPECT_TRUE(pointer.holdsButton());
+    pointer.release(kRightButton, 0, {200, 200});
+    EXPECT_FALSE(pointer.holdsButton());
+    EXPECT_EQ(seen, (Texts{"button down 50", "button down 1850", "button click", "button up", "button up"}));
+}
+
+TEST_F(PointerOnAForm, AButtonHiddenOrDisabledWhileHeldIsLetGo) {
+    for (const PropertyId property : {PropertyId::Visible, PropertyId::Enabled}) {
+        pointer.press(kLeftButton, 0, {200, 200}, false);
+        pointer.controlChanged(box, property);
+        pointer.controlChanged(button, PropertyId::Caption);
+        EXPECT_EQ(pointer.pressed(), &button) << "nothing of it has changed";
+        pointer.controlChanged(button, property);
+        EXPECT_EQ(pointer.pressed(), nullptr);
+        pointer.release(kLeftButton, 0, {200, 200});
+    }
+}
+
+TEST_F(PointerOnAForm, AMoveIsToldToWhatLiesThereUnlessItIsDisabled) {
+    for (MouseControl* const control : {static_cast<MouseControl*>(&shown), static_cast<MouseControl*>(&button)}) {
+        control->MouseMove.tie([this, control](const MouseArgs& args) {
+            seen.push_back(control->name() + " " + std::to_string(static_cast<int>(args.x)));
+        });
+    }
+    pointer.move(0, {200, 200});
+    pointer.move(0, {2000, 200});
+    button.Enabled = false;
+    pointer.move(0, {200, 200});
+    shown.Enabled = false;
+    pointer.move(0, {2000, 200});
+    EXPECT_EQ(seen, (Texts{"cmdTried 50", "frmTried 2000", "frmTried 2000"}));
+}
+
+TEST_F(PointerOnAForm, LettingGoEndsADragAndTellsNobody) {
+    pointer.beginDrag();
+    EXPECT_FALSE(pointer.dragging()) << "nothing is pressed";
+    pointer.press(kRightButton, 0, {2000, 200}, false);
+    pointer.beginDrag();
+    EXPECT_FALSE(pointer.dragging()) << "by the left button alone";
+    pointer.letGo();
+    pointer.press(kLeftButton, 0, {2000, 200}, false);
+    pointer.beginDrag();
+    EXPECT_FALSE(pointer.wasMoved());
+    pointer.moved();
+    EXPECT_TRUE(pointer.wasMoved());
+    seen.clear();
+    pointer.letGo();
+    EXPECT_FALSE(pointer.dragging());
+    EXPECT_FALSE(pointer.holdsButton());
+    loop.drain();
+    EXPECT_EQ(seen, Texts{});
+    pointer.press(kLeftButton, 0, {2000, 200}, false);
+    EXPECT_FALSE(pointer.wasMoved()) << "another press";
+}
+
+TEST_F(PointerOnAForm, AnEdgeBelongsToTheControlOnItsInside) {
+    EXPECT_EQ(pointer.hit({150, 150}), &button);
+    EXPECT_EQ(pointer.hit({449, 449}), &button);
+    EXPECT_EQ(pointer.hit({450, 200}), &shown);
+    EXPECT_EQ(pointer.hit({200, 450}), &shown);
+    button.Visible = false;
+    EXPECT_EQ(pointer.hit({200, 200}), &shown);
+}
+
 TEST_F(PointerOnAForm, AFormThatGoesInItsOwnEventIsLeftAlone) {
     button.Click.tie([this] {
         seen.push_back("button click");
