@@ -7,7 +7,7 @@ from harness.media import disc, movie, picture, tone
 from harness.player import PLAY, STOP
 from harness.signs import media_windows, middle_of_screen, wait_for_told
 from harness.story import story
-from stories.stalled import AT_ONCE, SLACK, Drive, check_panel
+from stories.stalled import AT_ONCE, SLACK, WORK, Drive, check_panel, within
 
 GOOD = 440  # hertz of the file on another drive
 LONG = 60
@@ -95,3 +95,31 @@ def pictures_pulled_out(stage):
             equal(stage.player.power_off(), 0, "exit code")
         finally:
             drive.answer()
+
+
+@story("faults: a disc image's drive stops answering while it plays: it is silent and after ten seconds ended, stop and the end are quick")
+def disc_stalls(stage):
+    drive = Drive(stage)
+    track = disc(drive.folder, [622], LONG)[1][0]
+    start(stage, drive, track)
+    try:
+        stage.sound.wait_for(622, AT_ONCE + SLACK)
+        drive.stall("read")
+        silent = stage.sound.wait_for_silence(AT_ONCE + SLACK)
+        check_panel(stage)
+        heard = stage.sound.wait_for(GOOD, WORK + SLACK)
+        check(WORK - AT_ONCE <= heard - silent, f"the next file began {heard - silent:.1f} s behind the silence")
+        drive.answer()
+        stage.player.press(STOP)
+        stage.player.key("comma")
+        wait_for_told(stage, "FileNo", "001")
+        stage.player.press(PLAY)
+        stage.sound.wait_for(622, AT_ONCE + SLACK)
+        drive.stall("read")
+        stage.sound.wait_for_silence(AT_ONCE + SLACK)
+        with within("the stop and the end", AT_ONCE + SLACK):
+            stage.player.press(STOP)
+            check_panel(stage)
+            equal(stage.player.power_off(), 0, "exit code")
+    finally:
+        drive.switch.unlink(missing_ok=True)
