@@ -48,8 +48,8 @@ def items(stage, list_name):
     return found
 
 
-def open_editor(stage, home):
-    stage.player.start(HOME=str(home))
+def open_editor(stage, home, **environment):
+    stage.player.start(HOME=str(home), **environment)
     stage.player.press(EDITOR)
     node(stage, name="PLAY LIST", role="list")
     wait("the panel is hidden", lambda: stage.player.find_panel() is None)

@@ -1,0 +1,93 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Disc images: where they are looked for, and their tracks in the editor."""
+
+import pathlib
+import shutil
+
+from harness.expect import check, equal, wait
+from harness.media import disc
+from harness.player import PLAY, read_profile
+from harness.signs import wait_for_told
+from harness.story import story
+from stories.windows import close_by, items, node, open_editor
+
+TONES, OTHERS = (440, 554, 698), (880, 1108, 1396)
+SECONDS = 1.5
+LONGEST_GAP = 0.3  # seconds that a busy machine may leave in a tone
+KIND = "CD Audio Now On Play"
+
+
+def make_disc(folder, tones):
+    folder.mkdir(parents=True)
+    return disc(folder, tones, SECONDS)
+
+
+def hear(stage, expected):
+    """Plays the list to its end; the tones are heard in order, each once and whole."""
+    began = stage.sound.now()
+    stage.player.press(PLAY)
+    stage.sound.wait_for(expected[0])
+    wait_for_told(stage, "Display", KIND)
+    stage.sound.wait_for_silence(SECONDS * len(expected) + 6, lasting=0.8)
+    stage.sound.expect_exactly([(hz, SECONDS) for hz in expected], began, longest_gap=LONGEST_GAP)
+    wait_for_told(stage, "FileNo", "001")
+
+
+@story("discs: tracks without an image beside them are those of the disc that is named; an image beside them wins")
+def named_disc(stage):
+    named, _ = make_disc(stage.media / "named", TONES)
+    beside, tracks = make_disc(stage.media / "beside", OTHERS)
+    alone = [stage.media / f"alone{number}Track{number:02}.cda" for number in (3, 1)]
+    for track in alone:
+        track.write_bytes(b"")
+    stage.player.start(*alone, CORVANE_CDROM=str(named))
+    hear(stage, [TONES[2], TONES[0]])
+    equal(stage.player.power_off(), 0, "exit code")
+    stage.player.start(tracks[1], CORVANE_CDROM=str(named))
+    hear(stage, [OTHERS[1]])
+    beside.unlink()
+    hear(stage, [TONES[1]])
+    named.unlink()
+    stage.player.press(PLAY)
+    stage.player.wait_for_box(tracks[1].name)
+    stage.desk.key("Return")
+    stage.player.wait_for_no_box()
+    check(stage.sound.pitch_now() == 0, "something sounds")
+    equal(stage.player.power_off(), 0, "exit code")
+
+
+def choose_disc(stage, home):
+    """Chooses the disc in the editor's drive box, by the letters that its name begins with; its tracks are in the file box."""
+    stage.desk.click(*node(stage, role="combo box", holding=str(home)).middle)
+    stage.desk.type("CD")
+    stage.desk.key("Return")
+    names = [f"Track{number:02}.cda" for number in range(1, len(TONES) + 1)]
+    wait("the tracks in the file box", lambda: items(stage, "FILE LIST") == names)
+    return names
+
+
+@story("discs: in the editor a disc is a drive with its tracks; a list of them is saved, played and played after a restart")
+def tracks_in_the_editor(stage):
+    sheet, _ = make_disc(stage.media / "shelf", TONES)
+    home = stage.folder / "home"
+    home.mkdir()
+    open_editor(stage, home, CORVANE_CDROM=str(sheet))
+    names = choose_disc(stage, home)
+    for name in (names[2], names[0]):
+        stage.desk.click(*node(stage, name=name, role="list item").middle, times=2)
+    wait("two tracks in the play list", lambda: items(stage, "PLAY LIST") == [names[2], names[0]])
+    stage.player.press_control("Save")
+    stage.player.wait_for_text("Save OK?")
+    stage.desk.key("Return")
+    list_file = stage.player.folder / "FILE00.INI"
+    wait("the list's file", lambda: list_file.exists())
+    close_by(stage, "OK")
+    hear(stage, [TONES[2], TONES[0]])
+    equal(stage.player.power_off(), 0, "exit code")
+    # The disc's folder is in a place that is emptied at every start of the system.
+    path = pathlib.Path(read_profile(list_file)["LIST000"].split("|")[1])
+    check(path.name == names[2] and "." not in str(path.parent), f"the stored entry {path}")
+    shutil.rmtree(path.parent.parent)
+    stage.player.start(HOME=str(home), CORVANE_CDROM=str(sheet))
+    hear(stage, [TONES[2], TONES[0]])
+    equal(stage.player.power_off(), 0, "exit code")
