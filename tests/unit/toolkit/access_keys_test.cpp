@@ -52,6 +52,26 @@ TEST_F(AccessKeysOf, WhoGetsNoFirstLetterTakesAnotherTheShortestCaptionFirst) {
     EXPECT_EQ(marked(four, "P"), "P") << "nothing is left";
 }
 
+TEST_F(AccessKeysOf, ALetterIsTakenOnceInWhateverCase) {
+    CommandButton apple{&form, "cmd1"}, a{&form, "cmd2"}, zoo{&form, "cmd3"}, zi{&form, "cmd4"}, i{&form, "cmd5"};
+    Label label{&form, "lbl1"};
+    CheckBox box{&form, "chk1"};
+    apple.Caption = "apple";
+    a.Caption = "A";
+    zoo.Caption = "Zoo";
+    zi.Caption = "zi";
+    i.Caption = "I";
+    label.Labels = &box;
+    label.Caption = "X";
+    box.Caption = "X";
+    EXPECT_EQ(marked(apple, "apple"), "&apple");
+    EXPECT_EQ(marked(a, "A"), "A");
+    EXPECT_EQ(marked(i, "I"), "&I") << "inside of a word it waits until the first letters are given";
+    EXPECT_EQ(marked(zi, "zi"), "zi");
+    EXPECT_EQ(marked(box, "X"), "&X") << "what a label names chooses before it";
+    EXPECT_EQ(marked(label, "X"), "X");
+}
+
 TEST_F(AccessKeysOf, SomeHaveNone) {
     CommandButton ok{&form, "cmdOk"}, cancel{&form, "cmdCancel"}, hidden{&form, "cmdHidden"};
     Label plain{&form, "lblPlain"};

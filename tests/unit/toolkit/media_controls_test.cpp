@@ -242,6 +242,12 @@ TEST_F(MovieStates, ItsEndIsToldUnlessACallHasOvertakenIt) {
     movie.Run();
     machine.settle();
     EXPECT_EQ(told, Texts{change(kMovieStopped, kMovieRunning)}) << "the end of before is not told any more";
+    told.clear();
+    movie.ended();
+    movie.Stop();
+    movie.Run();
+    machine.settle();
+    EXPECT_EQ(told, Texts{change(kMovieStopped, kMovieRunning)}) << "nor is it after both";
 }
 
 TEST_F(MovieStates, APositionCountsOnceItWasPlayedOrSet) {
@@ -320,6 +326,10 @@ TEST_F(MovieStates, TheRateAndTheWholeScreenAreKeptFromFileToFile) {
     movie.Stop();
     EXPECT_FALSE(movie.wantsToFillScreen());
     EXPECT_GT(movie.fills, paused);
+    const int closing = movie.fills;
+    movie.FileName("");
+    EXPECT_GT(movie.fills, closing);
+    open();
     movie.FullScreenMode(false);
     movie.Run();
     EXPECT_FALSE(movie.wantsToFillScreen());

@@ -99,6 +99,13 @@ TEST(PictureCheckDetails, MarksThatStandAloneHaveNoLength) {
     }
 }
 
+TEST(PictureCheckDetails, APartOfAJpegIsAsLongAsItSays) {
+    EXPECT_TRUE(whole("\xFF\xD8\xFF\xE1\0\x05...\xFF\xD9"s));
+    EXPECT_TRUE(whole("\xFF\xD8\xFF\xE1\0\x02\xFF\xD9"s));
+    EXPECT_FALSE(whole("\xFF\xD8\xFF\xE1\0\x04\xFF\xD9"s)) << "the mark lies in it";
+    EXPECT_FALSE(whole("\xFF\xD8\xFF\xE1\1\x04\xFF\xD9"s + std::string(200, '.') + "\xFF\xD9"s));
+}
+
 TEST(PictureCheckDetails, AGifWithoutAPictureHasNoPlace) {
     for (const std::string& bytes : {"BM"s, "GIF89a\x0A\0\x08\0\0\0\0;"s}) {
         Bytes file(bytes);

@@ -115,6 +115,7 @@ TEST(Pixels, BetweenTwoColoursByAShare) {
     EXPECT_EQ(between(0xFF102030, 0x01FF0099, 256), 0x01FF0099U);
     EXPECT_EQ(between(0x00000000, 0xFF00FF01, 128), 0x80008001U);
     EXPECT_EQ(between(0x00000064, 0x00000000, 64), 0x0000004BU);
+    EXPECT_EQ(between(0x00000000, 0x000000FF, 1), 0x00000001U);
 }
 
 TEST(Pixels, AnEllipseCoversItsPixelsWhollyPartlyOrNotAtAll) {

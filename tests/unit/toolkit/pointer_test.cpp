@@ -190,6 +190,45 @@ TEST_F(PointerOnAForm, LettingGoEndsADragAndTellsNobody) {
     EXPECT_FALSE(pointer.wasMoved()) << "another press";
 }
 
+TEST_F(PointerOnAForm, PlacesAreCountedFromTheControlsCornerInItsUnit) {
+    std::vector<MouseArgs> args;
+    for (MouseControl* const control : {static_cast<MouseControl*>(&shown), static_cast<MouseControl*>(&box)}) {
+        control->MouseDown.tie([&args](const MouseArgs& each) { args.push_back(each); });
+        control->MouseUp.tie([&args](const MouseArgs& each) { args.push_back(each); });
+    }
+    const auto expectLast = [&](int which, int shift, float x, float y) {
+        ASSERT_FALSE(args.empty());
+        EXPECT_EQ(args.back().button, which);
+        EXPECT_EQ(args.back().shift, shift);
+        EXPECT_FLOAT_EQ(args.back().x, x);
+        EXPECT_FLOAT_EQ(args.back().y, y);
+    };
+    pointer.press(kLeftButton, 2, {2000, 700}, false);
+    expectLast(kLeftButton, 2, 2000, 700);
+    pointer.lose();
+    loop.drain();
+    expectLast(kLeftButton, 0, 0, 0);
+    EXPECT_EQ(changes, 0) << "a form looks the same when it is pressed";
+    pointer.press(kRightButton, 1, {180, 960}, false);
+    expectLast(kRightButton, 1, 2, 4);
+    pointer.release(kRightButton, 1, {195, 975});
+    expectLast(kRightButton, 1, 3, 5);
+    box.Scale = ScaleMode::InTwips;
+    pointer.press(kRightButton, 0, {180, 960}, false);
+    expectLast(kRightButton, 0, 30, 60);
+    pointer.release(kRightButton, 0, {180, 960});
+    args.clear();
+    pointer.click(shown, kRightButton);
+    ASSERT_EQ(args.size(), 2U);
+    expectLast(kRightButton, 0, 1500, 750);
+    pointer.press(kLeftButton, 0, {200, 200}, false);
+    EXPECT_EQ(changes, 1);
+    pointer.letGo();
+    EXPECT_EQ(changes, 2) << "a button does not";
+    pointer.press(kLeftButton, 0, {200, 200}, false);
+    EXPECT_EQ(changes, 3);
+}
+
 TEST_F(PointerOnAForm, AnEdgeBelongsToTheControlOnItsInside) {
     EXPECT_EQ(pointer.hit({150, 150}), &button);
     EXPECT_EQ(pointer.hit({449, 449}), &button);
