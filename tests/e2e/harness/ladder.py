@@ -34,8 +34,8 @@ def movie(path, frames_a_second=25, size=(320, 240)):
     stills.mkdir()
     for second, colour in enumerate([*COLOURS, COLOURS[-1]]):  # the very last one is shown for a frame only
         Image.new("RGB", size, colour).save(stills / f"{second:02}.png")
-    encode(["-framerate", "1", "-i", str(stills / "%02d.png"), "-i", str(sounds), "-vf", f"fps={frames_a_second}", "-t", str(SECONDS),
-            "-c:v", "mjpeg", "-q:v", "2", "-c:a", "pcm_s16le"], path)
+    inputs = ["-framerate", "1", "-i", str(stills / "%02d.png"), "-i", str(sounds)]
+    encode([*inputs, "-vf", f"fps={frames_a_second}", "-t", str(SECONDS), "-c:v", "mjpeg", "-q:v", "2", "-c:a", "pcm_s16le"], path)
     return path
 
 

@@ -91,7 +91,8 @@ def check_texts(watch, number, entry, begin, end, in_all):
     """From begin to end, when a file was heard or seen, the panel says what it is, where it stands and how far that is."""
     check(end - begin > 4 * CHANGE, f"file {number} was heard or seen for {end - begin:.2f} s only")
     texts = watch.texts()
-    for name, wanted in (("FileNo", f"{number:03}"), ("Tittle", entry.path.stem), ("Display", entry.kind), ("Total FileNo", f"{in_all}")):
+    for name, wanted in (("FileNo", f"{number:03}"), ("Tittle", entry.path.stem), ("Display", entry.kind),
+                         ("Total FileNo", f"{in_all}")):
         equal({what for what, _, _ in told_between(texts[name], begin, end)}, {wanted}, f"{name} while file {number} plays")
     times = told_between(texts["Time"], begin, end)
     step = MOVIE_STEP if entry.counts_plainly else 1
@@ -110,7 +111,8 @@ def check_bar(watch, number, entry, times):
     for text, first, last in times:
         for part in (s for s in bar if s.overlap(first, last) and s.last - s.first > BAR_ERROR):
             position = part.what * entry.length - seconds_of(text)
-            check(-BAR_ERROR <= position <= 1 + BAR_ERROR, f"file {number}: the bar at {part.what:.2f} of {entry.length} s, the time {text}")
+            check(-BAR_ERROR <= position <= 1 + BAR_ERROR,
+                  f"file {number}: the bar at {part.what:.2f} of {entry.length} s, the time {text}")
 
 
 def leave_trace(stage, watch, tones, colours):

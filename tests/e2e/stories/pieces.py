@@ -94,7 +94,8 @@ def double_speed(stage):
     began, ended = (2 * during[0] - during[1] - slow_one[0] + slow_one[1] for slow_one in (before, after))
     check(called + HOLD_BEGINS <= began + SETTLED / 2 and began <= returned - HOLD_SECONDS + HOLD_BEGINS + SETTLED,
           f"held from {called:.2f}, it ran twice as fast from {began:.2f}")
-    check(called + HOLD_SECONDS - SETTLED / 2 <= ended <= returned + SETTLED, f"let go by {returned:.2f}, it ran twice as fast to {ended:.2f}")
+    check(called + HOLD_SECONDS - SETTLED / 2 <= ended <= returned + SETTLED,
+          f"let go by {returned:.2f}, it ran twice as fast to {ended:.2f}")
     equal({s.what for s in watch.texts()["FileNo"]}, {"001"}, "files shown")
 
 
@@ -180,8 +181,12 @@ def play_piece(stage, make, movie=False, whole_stop=False):
     choose(stage, *CUSTOM_REPEAT)
     began = stage.sound.now()
     stage.player.press(PLAY)
-    middle_second = int(start) + 2
-    wait("three rounds", lambda: [s for s, _, _ in ladder.seconds_heard(stage.sound.tones(began))].count(middle_second) >= 3, 25, 0.2)
+
+    def rounds_heard():
+        """By a second that is heard whole in each."""
+        return [second for second, _, _ in ladder.seconds_heard(stage.sound.tones(began))].count(int(start) + 2)
+
+    wait("three rounds", lambda: rounds_heard() >= 3, 25, 0.2)
     choose(stage, *CUSTOM_REPEAT)  # custom play goes on, without repeat
     stage.sound.wait_for(AFTER, 10)
     left = stage.sound.now()
