@@ -159,7 +159,7 @@ class PanelWatch:
 def table(watch, sounds, colours):
     """A line for each change of what is heard, seen and said: text to be read by a person. sounds, colours: [Standing]."""
     texts, bar = watch.texts(), watch.bar()
-    lines = [f"{'at s':>7}  {'heard':>7}  {'seen':<7}  {'no':<3}  {'title':<8}  {'display':<28}  {'time':<5}  of  bar"]
+    lines = [f"{'at s':>7}  {'heard':>7}  {'seen':<7}  {'no':<3}  {'title':<8}  {'display':<35}  {'time':<5}  of  bar"]
     changes = {s.first for column in (colours, *texts.values()) for s in column}
     changes |= {edge for s in (*sounds, *colours) for edge in (s.first, s.last + LOOK_PAUSE)}
     before = None
@@ -167,7 +167,7 @@ def table(watch, sounds, colours):
         hz, colour = at(sounds, when), at(colours, when)
         told = [last_begun(texts[name], when) or "-" for name in ("FileNo", "Tittle", "Display", "Time", "Total FileNo")]
         row = "  ".join([f"{f'{hz:.0f} Hz' if hz else '-':>7}", f"{colour or '-':<7}"] +
-                        [f"{text:<{width}}" for text, width in zip(told, (3, 8, 28, 5, 2))])
+                        [f"{text:<{width}}" for text, width in zip(told, (3, 8, 35, 5, 2))])
         if row != before:
             lines.append(f"{when - watch.began:7.2f}  {row}  {last_begun(bar, when) or 0:.2f}")
         before = row
