@@ -11,6 +11,8 @@
 #include <atomic>
 #include <chrono>
 #include <cmath>
+#include <utility>
+#include <vector>
 
 #include "desktop/drive_file.h"
 #include "desktop/jpeg_memory.h"
@@ -30,6 +32,33 @@ constexpr int kBytesOfPixel = 4;
 constexpr std::int64_t kSlowToFree = 1'000'000;
 
 std::int64_t pixelsOf(QSize size) { return static_cast<std::int64_t>(size.width()) * size.height(); }
+
+/// Images that nobody wants any more, freed by a thread. Any thread may add one.
+class LeftImages {
+public:
+    void add(QImage image) {
+        {
+            const std::lock_guard lock(mutex_);
+            images_.push_back(std::move(image));
+        }
+        QThreadPool::globalInstance()->start([this] { clear(); });
+    }
+
+private:
+    void clear() {
+        std::vector<QImage> images;
+        const std::lock_guard lock(mutex_);
+        images.swap(images_);
+    }
+
+    std::mutex mutex_;
+    std::vector<QImage> images_;
+};
+
+LeftImages& leftImages() {
+    static LeftImages images;
+    return images;
+}
 
 /// Held by all pictures that live; a picture can be made by the worker.
 std::atomic<std::int64_t> held{0};
@@ -115,7 +144,7 @@ QtPicture::QtPicture(QImage image, QSize fullSize, std::shared_ptr<DenseSource> 
 QtPicture::~QtPicture() {
     held -= pixelsOf(image_.size());
     if (pixelsOf(image_.size()) < kSlowToFree || QCoreApplication::instance() == nullptr) return;
-    QThreadPool::globalInstance()->start([image = std::move(image_)] {});
+    leftImages().add(std::move(image_));
 }
 
 QImage QtPicture::dense() const {
