@@ -18,7 +18,7 @@ HERE = pathlib.Path(__file__).resolve().parent
 PROJECT = HERE.parents[1]
 FIRST_LINE = b'#include "switch.h"\n'
 LEFT_OUT = (("src", "desktop"), ("src", "main"), ("src", "windows"), ("tests", "e2e"))
-FOLDERS = ("engine", "startup", "panel", "players", "listedit", "dialogs")
+FOLDERS = ("engine", "startup", "panel", "players", "listedit", "dialogs", "toolkit")
 
 COMPARISONS = {"<": ("less", "<=", ">="), "<=": ("lessEqual", "<", ">"),
                ">": ("greater", ">=", "<="), ">=": ("greaterEqual", ">", "<")}

@@ -72,6 +72,16 @@ TEST_F(AccessKeysOf, ALetterIsTakenOnceInWhateverCase) {
     EXPECT_EQ(marked(label, "X"), "X");
 }
 
+TEST_F(AccessKeysOf, SignsNextToTheLettersAreNone) {
+    CommandButton brace{&form, "cmd1"}, tick{&form, "cmd2"}, at{&form, "cmd3"};
+    brace.Caption = "{wet";
+    tick.Caption = "`vat";
+    at.Caption = "@urn";
+    EXPECT_EQ(marked(brace, "{wet"), "{&wet");
+    EXPECT_EQ(marked(tick, "`vat"), "`&vat");
+    EXPECT_EQ(marked(at, "@urn"), "@&urn");
+}
+
 TEST_F(AccessKeysOf, SomeHaveNone) {
     CommandButton ok{&form, "cmdOk"}, cancel{&form, "cmdCancel"}, hidden{&form, "cmdHidden"};
     Label plain{&form, "lblPlain"};
