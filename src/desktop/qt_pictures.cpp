@@ -4,15 +4,14 @@
 #include <sys/stat.h>
 
 #include <QBuffer>
-#include <QCoreApplication>
 #include <QImageReader>
-#include <QThreadPool>
 #include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cmath>
+#include <system_error>
+#include <thread>
 #include <utility>
-#include <vector>
 
 #include "desktop/drive_file.h"
 #include "desktop/jpeg_memory.h"
@@ -32,33 +31,6 @@ constexpr int kBytesOfPixel = 4;
 constexpr std::int64_t kSlowToFree = 1'000'000;
 
 std::int64_t pixelsOf(QSize size) { return static_cast<std::int64_t>(size.width()) * size.height(); }
-
-/// Images that nobody wants any more, freed by a thread. Any thread may add one.
-class LeftImages {
-public:
-    void add(QImage image) {
-        {
-            const std::lock_guard lock(mutex_);
-            images_.push_back(std::move(image));
-        }
-        QThreadPool::globalInstance()->start([this] { clear(); });
-    }
-
-private:
-    void clear() {
-        std::vector<QImage> images;
-        const std::lock_guard lock(mutex_);
-        images.swap(images_);
-    }
-
-    std::mutex mutex_;
-    std::vector<QImage> images_;
-};
-
-LeftImages& leftImages() {
-    static LeftImages images;
-    return images;
-}
 
 /// Held by all pictures that live; a picture can be made by the worker.
 std::atomic<std::int64_t> held{0};
@@ -143,8 +115,11 @@ QtPicture::QtPicture(QImage image, QSize fullSize, std::shared_ptr<DenseSource> 
 
 QtPicture::~QtPicture() {
     held -= pixelsOf(image_.size());
-    if (pixelsOf(image_.size()) < kSlowToFree || QCoreApplication::instance() == nullptr) return;
-    leftImages().add(std::move(image_));
+    if (pixelsOf(image_.size()) < kSlowToFree) return;
+    try {
+        std::thread([image = std::move(image_)] {}).detach();  // it ends by itself and needs nothing of ours
+    } catch (const std::system_error&) {                       // no thread is to be had: the image is freed here
+    }
 }
 
 QImage QtPicture::dense() const {
