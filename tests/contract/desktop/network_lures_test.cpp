@@ -9,6 +9,7 @@
 #include "contract/desktop/movie_rig.h"
 #include "contract/desktop/network_lures.h"
 #include "desktop/media/desktop_mci_control.h"
+#include "desktop/qt_pictures.h"
 #include "unit/desktop/cd_image.h"
 
 namespace corvane {
@@ -181,6 +182,23 @@ TEST(NetworkLuresThemselves, AreReadAsFarAsTheyHoldSoundOrPicturesThemselves) {
         EXPECT_NEAR(control.Length(), 1000, 50) << "its own second, and nothing of the file that it names";
     }
     station.post.stop();
+}
+
+/// An entry of a list that is an address is a file of that name, which is not there.
+TEST(NetworkLuresThemselves, AnAddressInAListIsAFilesNameForMoviesAndPictures) {
+    const Listener listener;
+    const int before = test::internetSockets();
+    MovieRig rig;
+    QtPictures pictures;
+    for (const char* const way : {"http", "rtsp", "rtp", "udp", "ftp", "mms", "file"}) {
+        const std::string address = std::string(way) + "://127.0.0.1:" + listener.port() + "/a.avi";
+        EXPECT_FALSE(rig.open(address)) << address;
+        EXPECT_NE(rig.reason, "") << address;
+        rig.reason.clear();
+        EXPECT_NE(pictures.decode(address).reason, "") << address;
+        EXPECT_EQ(test::internetSockets(), before) << address;
+    }
+    EXPECT_FALSE(listener.wasReached(100));
 }
 
 /// The lures' notice works: what does open a socket is seen.
