@@ -6,7 +6,6 @@ from harness.expect import check, equal, steady, wait
 from harness.media import steps
 from harness.player import (AUTO_LAMP, EDITOR, NEXT, PAUSE, PLAY, QUICK_LAMP, REPEAT, REPEAT_LAMP, STOP, VOLUME_DOWN, sink_volume)
 from harness.signs import told, wait_for_told
-from harness.sound import same_pitch
 from harness.story import story
 from stories.windows import close_by, items, node, open_settings
 

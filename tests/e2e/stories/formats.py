@@ -10,7 +10,7 @@ from harness.signs import told, wait_for_entry, wait_for_told
 from harness.sound import LENGTH_ERROR
 from harness.story import story
 
-SECONDS = 2.0
+SECONDS = 1.6
 LONGEST_GAP = 0.3  # seconds that a busy machine may leave in a tone
 CODER_SECONDS = 0.3  # that a coder may put before and behind what it is given
 # The panel's text of each, and how it is made; None: as its ending says.

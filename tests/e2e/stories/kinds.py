@@ -34,8 +34,8 @@ def seconds_told(text):
     return int(minutes or 0) * 60 + float(seconds)
 
 
-def step(stage, button, seconds):
-    """Presses next or previous while paused; the time moves by so much where the panel tells it plainly."""
+def step(stage, button):
+    """Presses next or previous while paused; returns the time that the panel tells then."""
     before = told(stage, "Time")
     stage.player.press(button)
     return wait("another time", lambda: (now := told(stage, "Time")) != before and now)
@@ -52,12 +52,12 @@ def pause_step_and_go_on(stage, stairs, number):
     last = [second for tone in stage.sound.tones(stage.sound.now() - 4) if (second := second_of(stair, tone.hz)) is not None][-1]
     paused = stage.sound.now()
     for count in range(FORWARD):
-        text = step(stage, NEXT, 1)
+        text = step(stage, NEXT)
         check(abs(seconds_told(text) - (last + count + 1)) <= 1, f"{stair.path.name}: the time {text} after step {count + 1} from {last}")
     if stair.colours:
         wait("the frame of that second", lambda: second_seen(stage, stair) == round(seconds_told(text)))
     for _ in range(BACK):
-        step(stage, PREVIOUS, -1)
+        step(stage, PREVIOUS)
     steady("silence while paused", lambda: stage.sound.pitch_now() == 0, 0.4)
     equal(stage.sound.tones(paused), [], f"{stair.path.name}: tones while it is paused and stepped")
     wanted = last + FORWARD - BACK

@@ -2,7 +2,7 @@
 """A drive that is pulled out while a file on it plays: reads fail, names are gone. The calls to one folder fail by a library of
 the tests (tests/stall/), loaded before the system's own."""
 
-from harness.expect import check, equal, steady, wait
+from harness.expect import check, equal, steady
 from harness.media import disc, movie, picture, tone
 from harness.player import PLAY, STOP
 from harness.signs import media_windows, middle_of_screen, wait_for_told
@@ -68,7 +68,7 @@ def sound_pulled_out(stage):
 
 @story("faults: a drive is pulled out while a movie on it plays: the movie ends, the next file on another drive plays")
 def movie_pulled_out(stage):
-    play_and_pull_out(stage, lambda folder: movie(folder / "movie.avi", COLOURS[1], 554, LONG), 554)
+    play_and_pull_out(stage, lambda folder: movie(folder / "movie.avi", COLOURS[1], 554, LONG), 554, WAYS[1:])
 
 
 @story("faults: a drive is pulled out while a disc image on it plays: the track ends, the next file on another drive plays")
