@@ -48,7 +48,7 @@ protected:
             return over();
         };
         EXPECT_TRUE(test::soundWaits(looks, 8000)) << "neither opened nor failed";
-        test::soundWaits([&] { return looks(), false; }, 300);
+        test::soundWaits([&] { return looks(), false; }, 150);
         EXPECT_FALSE(opened) << "a socket of the internet";
         EXPECT_FALSE(listener.wasReached(100));
     }
