@@ -8,7 +8,7 @@ namespace corvane {
 namespace {
 
 // Long enough for a reader that looks every 20 ms, short enough that a pause is heard at once.
-constexpr unsigned kBufferMs = 80;
+constexpr unsigned kBufferMs = 100;
 constexpr int kOpenWaitMs = 500;
 
 }  // namespace

@@ -220,7 +220,12 @@ void SoundOutput::Reader::pump(Guard& guard) {
         const std::int64_t left = reading_.to == kToEnd ? INT64_MAX : reading_.to - read_;
         const bool full = left <= 0;
         if (!full) room = static_cast<std::size_t>(std::min(left, static_cast<std::int64_t>(room)));
-        if (room == 0 && !full) return;
+        if (room == 0 && !full) {
+            // A stream that is full before it has begun, of the silence for another one's tail, must begin to get room.
+            if (corked_) sink_->hold(false);
+            corked_ = false;
+            return;
+        }
         guard.unlock();
         const std::size_t got = full ? 0 : reading_.sound->read(block_.data(), room);
         if (got > 0) sink_->write(block_.data(), got);

@@ -5,6 +5,8 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <algorithm>
+#include <atomic>
 #include <memory>
 #include <string>
 
@@ -162,6 +164,41 @@ TEST_F(SoundServerTest, AStreamIsGivenBackWhenNothingPlays) {
     EXPECT_TRUE(test::soundWaits([&] { return server.streams() == 1; }, 3000));
     EXPECT_TRUE(test::soundWaits([&] { return server.streams() == 0; }, 15'000));
     station.post.stop();
+}
+
+/// A short sound, one of silence.
+class ShortSound final : public SoundBackend {
+public:
+    explicit ShortSound(PcmFormat format) : format_(format) {}
+    PcmFormat format() const override { return format_; }
+    std::int64_t frames() const override { return format_.rate * 3 / 10; }
+    std::size_t read(float* samples, std::size_t count) override {
+        const auto frames = std::min(count, static_cast<std::size_t>(this->frames() - at_));
+        std::fill_n(samples, frames * static_cast<std::size_t>(format_.channels), 0.0F);
+        at_ += static_cast<std::int64_t>(frames);
+        return frames;
+    }
+    void seek(std::int64_t frame) override { at_ = frame; }
+
+private:
+    PcmFormat format_;
+    std::int64_t at_ = 0;
+};
+
+/// The end of each is told while its last tenth of a second is still to be heard; the next one's stream begins behind
+/// it.
+TEST_F(SoundServerTest, SoundsOfOtherFormatsFollowEachOtherToTheLast) {
+    server.start();
+    SoundOutput output(false);
+    output.warmUp();
+    for (const PcmFormat format : {PcmFormat{44100, 2}, PcmFormat{48000, 2}, PcmFormat{22050, 1}, PcmFormat{44100, 1},
+                                   PcmFormat{8000, 1}, PcmFormat{44100, 2}}) {
+        std::atomic<bool> ended{false};
+        const std::uint64_t part = output.play({std::make_shared<ShortSound>(format), 0, SoundOutput::kToEnd, 0.1,
+                                                [&ended](std::int64_t) { ended = true; }});
+        EXPECT_TRUE(test::soundWaits([&] { return ended.load(); }, 10'000)) << format.rate;
+        EXPECT_GT(output.position(part), 0) << format.rate;
+    }
 }
 
 }  // namespace
