@@ -6,9 +6,12 @@
 #include <QBuffer>
 #include <QImageReader>
 #include <algorithm>
+#include <array>
 #include <atomic>
+#include <bit>
 #include <chrono>
 #include <cmath>
+#include <optional>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -24,6 +27,8 @@ namespace {
 constexpr int kAllocationMegabytes = 256;
 constexpr int kWorkerIdleMs = 2000;
 constexpr int kGifHeaderBytes = 10;
+constexpr int kBmpHeaderBytes = 66;  ///< with the masks
+constexpr std::uint32_t kBmpMasks = 3;
 constexpr std::chrono::milliseconds kAfterPainting{30};
 constexpr int kBytesOfPixel = 4;
 /// From so many pixels on the system takes milliseconds to take back the memory, which the next picture must not wait
@@ -80,6 +85,41 @@ QSize gifScreen(const QByteArray& head) {
         return static_cast<int>(static_cast<unsigned char>(head[at]) | static_cast<unsigned char>(head[at + 1]) << 8U);
     };
     return {word(6), word(8)};
+}
+
+/// How many bits of each colour a bitmap of 16 bits keeps; empty for any other file.
+std::optional<std::array<int, 3>> coarseColours(const QByteArray& head) {
+    const auto number = [&head](int at, int count) {
+        std::uint32_t value = 0;
+        for (int i = count; i-- > 0;) value = value << 8U | static_cast<unsigned char>(head[at + i]);
+        return value;
+    };
+    if (head.size() < kBmpHeaderBytes || !head.startsWith("BM") || number(14, 4) < 40 || number(28, 2) != 16) return {};
+    if (number(30, 4) != kBmpMasks) return std::array{5, 5, 5};
+    return std::array{std::popcount(number(54, 4)), std::popcount(number(58, 4)), std::popcount(number(62, 4))};
+}
+
+/// Qt's reader leaves the bits that such a bitmap does not have at 0, so that white would be grey.
+void widenColours(QImage& image, const std::array<int, 3>& bits) {
+    for (int y = 0; y < image.height(); ++y) {
+        auto* const line = reinterpret_cast<QRgb*>(image.scanLine(y));
+        for (int x = 0; x < image.width(); ++x) {
+            const QRgb old = line[x];
+            line[x] = qRgb(qRed(old) | qRed(old) >> bits[0], qGreen(old) | qGreen(old) >> bits[1],
+                           qBlue(old) | qBlue(old) >> bits[2]);
+        }
+    }
+}
+
+/// The picture, with the first colour where a bitmap's runs leave pixels out: Qt's reader does not touch those, and
+/// what was in memory before would show.
+QImage readImage(QImageReader& reader, QSize size) {
+    QImage image;
+    if (reader.format() == "bmp" && reader.imageFormat() == QImage::Format_Indexed8) {
+        image = QImage(size, QImage::Format_Indexed8);
+        if (!image.isNull()) image.fill(0);
+    }
+    return reader.read(&image) ? image : QImage();
 }
 
 bool endsTooEarly(QIODevice& file) {
@@ -188,7 +228,7 @@ QtPictures::Stamp QtPictures::stampOf(const std::string& path) const {
 Pictures::Decoded QtPictures::decodeFrom(QIODevice& file) {
     if (endsTooEarly(file)) return {{}, "The picture is damaged: the file ends too early."};
 
-    const QByteArray head = file.peek(kGifHeaderBytes);
+    const QByteArray head = file.peek(kBmpHeaderBytes);
     QImageReader reader(&file);
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
@@ -196,7 +236,9 @@ Pictures::Decoded QtPictures::decodeFrom(QIODevice& file) {
     if (format != "bmp" && format != "jpeg" && format != "gif" && format != "png") {
         return {{}, "This is not a picture of a known format."};
     }
-    const QSize size = format == "gif" ? gifScreen(head) : reader.size();
+    QSize size = format == "gif" ? gifScreen(head) : reader.size();
+    // A bitmap's rows that begin at the top are told by a height below 0.
+    if (format == "bmp" && size.width() > 0 && size.height() < 0) size.setHeight(-size.height());
     if (!size.isValid()) return {{}, "The picture is damaged or too large."};
     const bool reducible = format == "jpeg";  // its decoder reduces while it reads; others would read the whole first
     const std::int64_t work = reducible ? workOfJpeg(file) : 0;
@@ -211,11 +253,12 @@ Pictures::Decoded QtPictures::decodeFrom(QIODevice& file) {
                 fits(0)};
     }
     const bool turned = reader.transformation().testFlag(QImageIOHandler::TransformationRotate90);
-    QImage image = reader.read();
+    QImage image = readImage(reader, size);
     if (image.isNull()) return {{}, "The picture is damaged: " + reader.errorString().toStdString()};
     image.setDevicePixelRatio(1.0);
     image = std::move(image).convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
                                                                      : QImage::Format_RGB32);
+    if (const auto coarse = coarseColours(head)) widenColours(image, *coarse);
     // Only what was reduced has another size than its pixels: a damaged GIF may announce one that it does not have.
     const QSize full = reducible ? (turned ? size.transposed() : size) : image.size();
     return {Picture(std::make_shared<QtPicture>(std::move(image), full)), ""};

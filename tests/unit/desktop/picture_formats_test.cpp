@@ -80,6 +80,19 @@ Dots coloured(const Dots& from) {
     return {from.width, from.height, [&](int x, int y) { return colourOf(from.at(x, y)); }};
 }
 
+/// What is left of a colour whose channels have that many bits, at its full range.
+Dots coarse(const Dots& from, int red, int green, int blue) {
+    const auto channel = [](std::uint32_t value, int bits) {
+        const std::uint32_t most = (1U << bits) - 1;
+        return (value * most / 255) * 255 / most;
+    };
+    return {from.width, from.height, [&](int x, int y) {
+                const std::uint32_t colour = from.at(x, y);
+                return channel(colour >> 16 & 0xFF, red) << 16 | channel(colour >> 8 & 0xFF, green) << 8 |
+                       channel(colour & 0xFF, blue);
+            }};
+}
+
 struct BitmapCase {
     const char* name;
     BitmapKind kind;
@@ -101,19 +114,31 @@ TEST_P(PictureFormatsOfBitmaps, EachPixelHasItsColour) {
     dots.values[0] = 0xFFFFFF;
     dots.values[1] = 0;
     const std::string file = bitmapFile(kWidth, kHeight, kind, {}, bitmapRows(dots, kind));
+    if (kind.bits == 16) {
+        dots = coarse(dots, 5, kind.masks[1] == 0x7E0 ? 6 : 5, 5);
+        return expectDots(decode(file), dots, 1);
+    }
     expectDots(decode(file), dots);
 }
 
+constexpr std::array<std::uint32_t, 4> k555{0x7C00, 0x3E0, 0x1F, 0}, k565{0xF800, 0x7E0, 0x1F, 0};
 constexpr std::array<std::uint32_t, 4> kUsual{0xFF0000, 0xFF00, 0xFF, 0}, kTurned{0xFF, 0xFF00, 0xFF0000, 0};
 constexpr std::array<std::uint32_t, 4> kSolid{0xFF0000, 0xFF00, 0xFF, 0xFF000000};
 
 INSTANTIATE_TEST_SUITE_P(
     Files, PictureFormatsOfBitmaps,
     ::testing::Values(
-        BitmapCase{"Bits1", {.bits = 1}, 2}, BitmapCase{"Bits4", {.bits = 4}, 16},
-        BitmapCase{"Bits4FewColours", {.bits = 4}, 9}, BitmapCase{"Bits8", {.bits = 8}, 256},
-        BitmapCase{"Bits8FewColours", {.bits = 8}, 200}, BitmapCase{"Bits24", {.bits = 24}, 0},
+        BitmapCase{"Bits1", {.bits = 1}, 2}, BitmapCase{"Bits1TopDown", {.bits = 1, .topDown = true}, 2},
+        BitmapCase{"Bits4", {.bits = 4}, 16}, BitmapCase{"Bits4FewColours", {.bits = 4}, 9},
+        BitmapCase{"Bits4TopDown", {.bits = 4, .topDown = true}, 16}, BitmapCase{"Bits8", {.bits = 8}, 256},
+        BitmapCase{"Bits8FewColours", {.bits = 8}, 200}, BitmapCase{"Bits8TopDown", {.bits = 8, .topDown = true}, 256},
+        BitmapCase{"Bits16", {.bits = 16}, 0},
+        BitmapCase{"Bits16Masks555", {.bits = 16, .compression = 3, .masks = k555}, 0},
+        BitmapCase{"Bits16Masks565", {.bits = 16, .compression = 3, .masks = k565}, 0},
+        BitmapCase{"Bits16Masks565TopDown", {.bits = 16, .compression = 3, .masks = k565, .topDown = true}, 0},
+        BitmapCase{"Bits24", {.bits = 24}, 0}, BitmapCase{"Bits24TopDown", {.bits = 24, .topDown = true}, 0},
         BitmapCase{"Bits32", {.bits = 32}, 0},
+        BitmapCase{"Bits32TopDownUnusedByte", {.bits = 32, .topDown = true, .unusedByte = 77}, 0},
         BitmapCase{"Bits32Masks", {.bits = 32, .compression = 3, .masks = kUsual}, 0},
         BitmapCase{"Bits32MasksTurned", {.bits = 32, .compression = 3, .masks = kTurned}, 0},
         BitmapCase{"Runs8", {.bits = 8, .compression = 1}, 256}, BitmapCase{"Runs4", {.bits = 4, .compression = 2}, 16},
@@ -122,11 +147,30 @@ INSTANTIATE_TEST_SUITE_P(
         BitmapCase{"OldHeader24", {.bits = 24, .header = 12}, 0},
         BitmapCase{"Version4Bits8", {.bits = 8, .header = 108}, 256},
         BitmapCase{"Version4Bits24", {.bits = 24, .header = 108}, 0},
+        BitmapCase{"Version4Masks565", {.bits = 16, .header = 108, .compression = 3, .masks = k565}, 0},
         BitmapCase{"Version4Solid", {.bits = 32, .header = 108, .compression = 3, .masks = kSolid}, 0},
         BitmapCase{"Version5Bits4", {.bits = 4, .header = 124}, 16},
+        BitmapCase{"Version5Bits24TopDown", {.bits = 24, .header = 124, .topDown = true}, 0},
         BitmapCase{"Version5MasksTurned", {.bits = 32, .header = 124, .compression = 3, .masks = kTurned}, 0},
         BitmapCase{"Version5Solid", {.bits = 32, .header = 124, .compression = 3, .masks = kSolid}, 0}),
     [](const auto& one) { return std::string(one.param.name); });
+
+TEST_F(PictureFormats, ASingleRowFromTheTopIsRead) {
+    const Dots wanted(4, 1, [](int x, int) { return 0x102030U * static_cast<std::uint32_t>(x); });
+    const BitmapKind kind{.bits = 24, .topDown = true};
+    expectDots(decode(bitmapFile(4, 1, kind, {}, bitmapRows(wanted, kind))), wanted);
+}
+
+/// Runs may leave pixels out: those have the first colour.
+TEST_F(PictureFormats, RunsOfABitmapJumpOverPixels) {
+    const std::string rows("\3\1\0\0\0\2\2\1\2\2\0\1",
+                           12);  // three of colour 1; the next row; 2 right and 1 up; two of 2
+    const Dots wanted(4, 4, [](int x, int y) {
+        if (y == 3 && x < 3) return colourOf(1);
+        return y == 1 && x >= 2 ? colourOf(2) : colourOf(0);
+    });
+    expectDots(decode(bitmapFile(4, 4, {.bits = 8, .compression = 1}, colours(256), rows)), wanted);
+}
 
 // --- JPEG: six fields, tests/data/pictures/build.py. -----------------------------------------------------------------
 
