@@ -26,6 +26,8 @@ struct CanvasInput : test::WindowRig {
         attach();
         seen.clear();
     }
+    ~CanvasInput() override { windows.detach(form); }  // a button that is still held goes before the form
+
     PictureBox slide{&form, "pctTried"};
     CommandButton button{&form, "cmdTried"};
     float x = 0;
