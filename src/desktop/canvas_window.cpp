@@ -41,7 +41,7 @@ void CanvasWindow::onBound() {
 }
 
 void CanvasWindow::onUnbinding() {
-    pointer_.letGo();
+    pointer_.forget();
     setFocused(nullptr);
     if (isKnown_) forgetControls(*this);
 }

@@ -42,6 +42,11 @@ void Pointer::setHeld(bool held) {
 
 void Pointer::letGo() {
     setHeld(false);
+    forget();
+}
+
+void Pointer::forget() {
+    held_ = false;
     target_ = nullptr;
     buttons_ = 0;
     dragging_ = false;

@@ -51,6 +51,8 @@ public:
     void lose();
     /// As lose(), without telling anyone.
     void letGo();
+    /// The window goes, perhaps after its controls: as letGo(), and no control is looked at.
+    void forget();
 
     /// The form asked to be moved with the pointer: true while a left press lasts.
     bool dragging() const { return dragging_; }

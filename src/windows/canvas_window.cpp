@@ -39,7 +39,7 @@ void CanvasWindow::onBound() {
 
 void CanvasWindow::onUnbinding() {
     keyboard_.set(nullptr);
-    pointer_.letGo();
+    pointer_.forget();
     if (GetCapture() == handle()) ReleaseCapture();
 }
 

@@ -26,8 +26,6 @@ struct CanvasInput : test::WindowRig {
         attach();
         seen.clear();
     }
-    ~CanvasInput() override { windows.detach(form); }  // a button that is still held goes before the form
-
     PictureBox slide{&form, "pctTried"};
     CommandButton button{&form, "cmdTried"};
     float x = 0;

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -188,6 +189,23 @@ TEST_F(PointerOnAForm, LettingGoEndsADragAndTellsNobody) {
     EXPECT_EQ(seen, Texts{});
     pointer.press(kLeftButton, 0, {2000, 200}, false);
     EXPECT_FALSE(pointer.wasMoved()) << "another press";
+}
+
+TEST_F(PointerOnAForm, AWindowThatGoesLooksAtNoControlAnyMore) {
+    auto gone = std::make_unique<CommandButton>(&shown, "cmdGone");
+    gone->Move(1500, 150);
+    gone->SetSize(300, 300);
+    pointer.press(kLeftButton, 0, {1600, 200}, false);
+    EXPECT_TRUE(pointer.holdsButton());
+    gone.reset();
+    seen.clear();
+    changes = 0;
+    pointer.forget();
+    EXPECT_EQ(changes, 0);
+    EXPECT_FALSE(pointer.holdsButton());
+    pointer.release(kLeftButton, 0, {1600, 200});
+    loop.drain();
+    EXPECT_EQ(seen, Texts{});
 }
 
 TEST_F(PointerOnAForm, PlacesAreCountedFromTheControlsCornerInItsUnit) {
