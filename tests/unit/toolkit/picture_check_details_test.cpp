@@ -3,30 +3,14 @@
 
 #include <string>
 
-#include "toolkit/picture_check.h"
+#include "unit/toolkit/picture_bytes.h"
 
 namespace corvane {
 namespace {
 
 using namespace std::string_literals;
-
-class Bytes : public PictureBytes {
-public:
-    explicit Bytes(std::string bytes) : bytes_(std::move(bytes)) {}
-    std::int64_t size() override { return static_cast<std::int64_t>(bytes_.size()); }
-    std::string part(std::int64_t from, std::int64_t count) override {
-        const auto start = static_cast<std::size_t>(from);
-        return start < bytes_.size() ? bytes_.substr(start, static_cast<std::size_t>(count)) : std::string();
-    }
-
-private:
-    std::string bytes_;
-};
-
-bool whole(const std::string& bytes) {
-    Bytes file(bytes);
-    return endsWhole(file);
-}
+using test::Bytes;
+using test::whole;
 
 /// 300 by 2 pixels, whose rows are behind the header.
 std::string bitmap(char bits, char compression) {

@@ -4,29 +4,15 @@
 #include <gtest/gtest.h>
 
 #include "toolkit/picture_budget.h"
+#include "unit/toolkit/picture_bytes.h"
 
 namespace corvane {
 namespace {
 
 using namespace std::string_literals;
+using test::Bytes;
+using test::whole;
 
-class Bytes : public PictureBytes {
-public:
-    explicit Bytes(std::string bytes) : bytes_(std::move(bytes)) {}
-    std::int64_t size() override { return static_cast<std::int64_t>(bytes_.size()); }
-    std::string part(std::int64_t from, std::int64_t count) override {
-        const auto start = static_cast<std::size_t>(from);
-        return start < bytes_.size() ? bytes_.substr(start, static_cast<std::size_t>(count)) : std::string();
-    }
-
-private:
-    std::string bytes_;
-};
-
-bool whole(const std::string& bytes) {
-    Bytes file(bytes);
-    return endsWhole(file);
-}
 int orientation(const std::string& bytes) {
     Bytes file(bytes);
     return orientationOf(file);
