@@ -15,6 +15,7 @@ namespace {
 constexpr UINT kNews = WM_APP;
 constexpr UINT kEndAgain = WM_APP + 1;
 constexpr UINT_PTR kTick = 1;
+constexpr UINT_PTR kOpening = 2;
 /// A graph that stands at its end so many ticks has lost its word of it.
 constexpr int kTicksForLostEnd = 6;
 
@@ -32,7 +33,7 @@ void keepApartment() {
 WindowsMovieControl::WindowsMovieControl(Form& form, EventLoop& loop, UiPost post, Windows& windows)
     : MovieStateControl(form, loop, windows),
       post_(std::move(post)),
-      messages_([this](UINT message, WPARAM, LPARAM second) { return handle(message, second); }) {
+      messages_([this](UINT message, WPARAM first, LPARAM second) { return handle(message, first, second); }) {
     keepApartment();
 }
 
@@ -41,7 +42,11 @@ WindowsMovieControl::~WindowsMovieControl() {
     release();
 }
 
-std::optional<LRESULT> WindowsMovieControl::handle(UINT message, LPARAM second) {
+std::optional<LRESULT> WindowsMovieControl::handle(UINT message, WPARAM first, LPARAM second) {
+    if (message == WM_TIMER && first == kOpening) {
+        giveUp();
+        return 0;
+    }
     if (message == WM_TIMER) {
         look();
         progress();
@@ -60,6 +65,7 @@ bool WindowsMovieControl::openMovie(const std::string& path) {
             if (now && *now == number) adopt(std::move(*shared));
         });
     };
+    SetTimer(messages_.handle(), kOpening, longestOpening, nullptr);
     // Not joined: a drive that hangs must not hang us.
     std::thread([path = toWide(path), built = std::move(built)] {
         const ComThread com(COINIT_MULTITHREADED);
@@ -68,7 +74,11 @@ bool WindowsMovieControl::openMovie(const std::string& path) {
     return true;
 }
 
+/// What is built after all belongs to a turn that is over, and is let go.
+void WindowsMovieControl::giveUp() { failed("It did not open in time."); }
+
 void WindowsMovieControl::adopt(FilterGraph::Built built) {
+    KillTimer(messages_.handle(), kOpening);
     if (!built.graph) return failed(built.reason);
     graph_ = std::move(built.graph);
     graph_->notify(messages_.handle(), kNews, *turn_);
@@ -78,6 +88,7 @@ void WindowsMovieControl::adopt(FilterGraph::Built built) {
 }
 
 void WindowsMovieControl::closeMovie() {
+    KillTimer(messages_.handle(), kOpening);
     ++*turn_;
     graph_.reset();
     target_.reset();

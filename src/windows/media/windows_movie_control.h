@@ -22,6 +22,9 @@ public:
     void setHost(HWND host, const RECT& area) override;
     bool fillsScreen() const override { return wantsToFillScreen(); }
 
+    /// Milliseconds: what has not opened by then fails. A drive or a decoder may never answer.
+    static inline UINT longestOpening = 10'000;
+
 protected:
     bool openMovie(const std::string& path) override;
     void closeMovie() override;
@@ -37,7 +40,8 @@ protected:
     void screenFillMayHaveChanged() override { fillsScreenChanged.raise(); }
 
 private:
-    std::optional<LRESULT> handle(UINT message, LPARAM second);
+    std::optional<LRESULT> handle(UINT message, WPARAM first, LPARAM second);
+    void giveUp();
     void adopt(FilterGraph::Built built);
     void takeNews();
     void look();

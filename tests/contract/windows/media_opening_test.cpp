@@ -38,6 +38,22 @@ TEST_F(OpenedMovie, WhatCannotBeDecodedFailsWithAReason) {
     EXPECT_TRUE(rig_.open(sample("colours.avi"))) << rig_.reason;
 }
 
+TEST_F(OpenedMovie, WhatDoesNotOpenInTimeFailsAndComesNoMore) {
+    const std::string movie = sample("colours.avi");
+    const UINT usual = std::exchange(WindowsMovieControl::longestOpening, USER_TIMER_MINIMUM);
+    rig_.control->FileName(movie);
+    EXPECT_TRUE(rig_.until([&] { return !rig_.reason.empty() || rig_.opened > 0; }, 15'000));
+    EXPECT_EQ(rig_.reason, "It did not open in time.");
+    rig_.until([&] { return rig_.opened > 0; }, 1'000);
+    EXPECT_EQ(rig_.opened, 0);
+    EXPECT_EQ(rig_.control->FileName(), "");
+    WindowsMovieControl::longestOpening = usual;
+    rig_.reason.clear();
+    EXPECT_TRUE(rig_.open(movie)) << rig_.reason;
+    rig_.until([&] { return !rig_.reason.empty(); }, 500);
+    EXPECT_EQ(rig_.reason, "") << "nor is an open movie given up";
+}
+
 /// A movie is what its bytes are: lists and descriptions that lead elsewhere are not followed.
 TEST_F(OpenedMovie, ListsAreNotFollowed) {
     const std::string address = "http://127.0.0.1:9/x.avi\r\n";
