@@ -11,6 +11,7 @@ program is a Windows one; the stories of windows_stories/ are played, under Wine
 import argparse
 import importlib
 import multiprocessing
+import os
 import pathlib
 import queue
 import signal
@@ -26,6 +27,7 @@ from harness.story import STORIES, Theatre  # noqa: E402
 from session import SessionError  # noqa: E402
 
 PROOFS = PROJECT / "build" / "e2e"
+WORKERS = min((os.cpu_count() or 1) + 1, 4)  # a story waits most of its time: for sounds that end, for clocks
 
 
 def load_stories(folder):
@@ -67,7 +69,7 @@ def work(theatre_kind, program, names, results):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("--workers", type=int, default=2)
+    parser.add_argument("--workers", type=int, default=WORKERS)
     parser.add_argument("--list", action="store_true", help="only names the stories")
     parser.add_argument("--windows", action="store_true")
     parser.add_argument("program", nargs="?", default=PROJECT / "build" / "release" / "corvane", type=pathlib.Path)
