@@ -27,7 +27,7 @@ public:
         double earlySeconds = 0;
         /// On the reading thread, once: the part was heard to its end, which was this frame.
         std::function<void(std::int64_t end)> ended;
-        /// Read but not heard until release(), at most kMostHeldBack: a pause in the same breath leaves no sound.
+        /// Sought but not read until release(), at most kMostHeldBack: a pause in the same breath leaves no sound.
         bool heldBack = false;
     };
     static constexpr std::int64_t kToEnd = -1;
