@@ -171,9 +171,7 @@ def lines_test(name, command, seconds, session=None):
     words = [line.split(" ", 1)[0] for line in output.splitlines()]
     passed, failed, skipped = words.count("PASS"), words.count("FAIL"), words.count("SKIP")
     for line in output.splitlines():
-        if line.startswith("NOTE"):
-            print(f"   {line}")
-        elif line.startswith("FAIL"):
+        if line.startswith("FAIL"):
             show_failure(name, line[5:])
         elif line.startswith("SKIP"):
             print(f"   skipped {name}: {line[5:]}", flush=True)

@@ -20,6 +20,7 @@ sys.path.insert(0, str(HERE))
 from harness import PROJECT  # noqa: E402
 from harness.expect import StoryFailure, check, wait  # noqa: E402
 from harness.player import NUMBER_RECORD, REPEAT  # noqa: E402
+from harness.running import NoWatch  # noqa: E402
 from harness.story import Stage, Theatre  # noqa: E402
 from session import SessionError  # noqa: E402
 from stories.endurance import handles, own_kb, threads  # noqa: E402
@@ -99,7 +100,7 @@ def main():
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
     name = f"long run: {options.minutes} minutes of a mixed list leave memory, handles and threads flat"
     try:
-        with Theatre(options.program, PROJECT / "build" / "e2e") as theatre:
+        with Theatre(options.program, PROJECT / "build" / "e2e", watch=NoWatch()) as theatre:
             stage = Stage(theatre, 1)
             try:
                 print(f"PASS {name} ({play(stage, options.minutes)})")

@@ -1,19 +1,22 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Plays the end-to-end stories against a built program: run.py [--workers N] [--windows] PROGRAM [PATTERN].
+"""Plays the end-to-end stories against a built program: run.py [--workers N] [--windows] PROGRAM [PATTERN...].
 
 Prints one line a story, "PASS name (seconds)", "SKIP name: why" where this machine cannot play it, or "FAIL name: why", and
-ends with 1 when one failed. A story is played a second time before it has failed; "NOTE name: why" tells of a first play
-that failed alone. A failed story leaves its screen, its sound and the program's messages in build/e2e/. --windows: the
-program is a Windows one; the stories of windows_stories/ are played, under Wine.
+ends with 1 when one failed. Each is played once: what fails has failed, and so has a story in which a process of the
+program ended badly or not at all. A failed story leaves its screen, its sound, the program's messages and what a crash
+left (the core, and gdb's account of it where there is one) in build/e2e/. --windows: the program is a Windows one; the
+stories of windows_stories/ are played, under Wine. --memory: the program runs under valgrind, as tests/memory has it.
 """
 
 import argparse
+import functools
 import importlib
 import multiprocessing
 import os
 import pathlib
 import queue
+import resource
 import signal
 import sys
 import time
@@ -27,6 +30,7 @@ from harness.story import STORIES, Theatre  # noqa: E402
 from session import SessionError  # noqa: E402
 
 PROOFS = PROJECT / "build" / "e2e"
+CORE_BYTES = 1 << 30
 WORKERS = min((os.cpu_count() or 1) + 1, 4)  # a story waits most of its time: for sounds that end, for clocks
 
 
@@ -36,15 +40,12 @@ def load_stories(folder):
 
 
 def outcome(theatre, told):
-    """PASS, SKIP or FAIL, why, and why the first play failed."""
-    first = ""
+    """PASS, SKIP or FAIL, and why."""
     try:
-        # A busy machine can make one play late: what fails twice has failed.
-        first = theatre.play(told)
-        why = first and theatre.play(told)
+        why = theatre.play(told)
     except StorySkipped as skipped:
-        return "SKIP", str(skipped), first
-    return ("FAIL", why, first) if why else ("PASS", "", first)
+        return "SKIP", str(skipped)
+    return ("FAIL", why) if why else ("PASS", "")
 
 
 def work(theatre_kind, program, names, results):
@@ -59,10 +60,10 @@ def work(theatre_kind, program, names, results):
                 except queue.Empty:
                     break
                 began = time.monotonic()
-                word, why, first = outcome(theatre, known[name])
-                results.put((name, time.monotonic() - began, word, why, first))
+                told = outcome(theatre, known[name])
+                results.put((name, time.monotonic() - began, *told))
     except SessionError as error:
-        results.put(("private desktop", 0.0, "FAIL", str(error), ""))
+        results.put(("private desktop", 0.0, "FAIL", str(error)))
     finally:
         results.put(None)
 
@@ -72,22 +73,28 @@ def main():
     parser.add_argument("--workers", type=int, default=WORKERS)
     parser.add_argument("--list", action="store_true", help="only names the stories")
     parser.add_argument("--windows", action="store_true")
+    parser.add_argument("--memory", action="store_true")
     parser.add_argument("program", nargs="?", default=PROJECT / "build" / "release" / "corvane", type=pathlib.Path)
-    parser.add_argument("pattern", nargs="?", default="")
+    parser.add_argument("patterns", nargs="*")
     options = parser.parse_args()
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
+    resource.setrlimit(resource.RLIMIT_CORE, (CORE_BYTES, resource.getrlimit(resource.RLIMIT_CORE)[1]))
     theatre_kind = Theatre
+    if options.memory:
+        from harness.memcheck import Memcheck
+
+        theatre_kind = functools.partial(Theatre, watch=Memcheck(PROOFS.with_name("memory")))
     if options.windows:
         from harness.wine import WineTheatre as theatre_kind
 
         options.workers = 1  # they share a prefix
     load_stories("windows_stories" if options.windows else "stories")
-    chosen = [told.name for told in STORIES if options.pattern in told.name]
+    chosen = [told.name for told in STORIES if not options.patterns or any(each in told.name for each in options.patterns)]
     if options.list:
         print("\n".join(chosen))
         return 0
     if not chosen:
-        print(f"FAIL no story's name holds {options.pattern!r}")
+        print(f"FAIL no story's name holds one of {options.patterns}")
         return 1
 
     names, results = multiprocessing.Queue(), multiprocessing.Queue()
@@ -104,10 +111,8 @@ def main():
             if result is None:
                 left -= 1
                 continue
-            name, seconds, word, why, first = result
+            name, seconds, word, why = result
             told += 1
-            if first and word != "FAIL":
-                print(f"NOTE {name}: passed at the second play only; the first: {first}", flush=True)
             failed += word == "FAIL"
             print(f"{word} {name}: {why}" if why else f"{word} {name} ({seconds:.1f} s)", flush=True)
     finally:

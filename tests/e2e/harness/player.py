@@ -5,22 +5,21 @@ import os
 import pathlib
 import re
 import shutil
-import subprocess
 
 import numpy as np
 
 from screen import read_skin
-from session import end_process
 
 from . import PROJECT
-from .expect import check, wait
+from .expect import StoryFailure, check, wait
+from .running import END_SECONDS, NoWatch, Runs
 
 POWER, MINIMISE, REPEAT, SHUFFLE, PLAY, PAUSE, STOP, PREVIOUS, NEXT, EDITOR, VOLUME_DOWN, VOLUME_UP = range(12)
 BUTTON_RECORDS = (2, 4, 5, 7, 8, 10, 12, 13, 15, 17, 19, 20)  # the record that places each button
 DISPLAY_RECORD, KNOB_RECORD, SLIDER_RECORD = 21, 24, 40
 TOTAL_RECORD, NUMBER_RECORD, TIME_RECORD, KIND_RECORD, TITLE_RECORD = 29, 30, 31, 32, 33
 REPEAT_LAMP, AUTO_LAMP, QUICK_LAMP = (38, 39), (34, 35), (36, 37)  # records of the pictures: off, on
-START_SECONDS, END_SECONDS = 15, 8
+START_SECONDS = 15
 
 
 class Player:
@@ -30,9 +29,10 @@ class Player:
         self.program = program
         self.folder = folder
         self.process = None
+        self._run = None
+        self._runs = Runs(stage.session, getattr(stage, "watch", NoWatch()), folder.with_name(f"{folder.name}_runs"))
         self.scale = 1  # pixels of the screen to one of the skin
         self.window = None  # the panel's
-        self._outputs = []
         folder.mkdir(parents=True)
         shutil.copytree(PROJECT / "PANELSET", folder / "PANELSET")
         self.skin = read_skin(folder / "PANELSET" / "DEFAULT.CSV")
@@ -59,13 +59,16 @@ class Player:
     def start(self, *arguments, panel=True, under=(), **environment):
         """Starts it with its sound on; waits for the panel to stand where it opens, unless told otherwise.
         under: a command that becomes the program, such as "env -u NAME"."""
-        log = open(self.stage.folder / f"program{len(self._outputs)}.log", "wb")
-        self._outputs.append(log)
-        self.process = self.stage.session.popen(
-            [*map(str, under), str(self.program), *map(str, arguments)], stdin=subprocess.DEVNULL, stdout=log, stderr=log,
-            env={"CORVANE_FOLDER": str(self.folder), "CORVANE_SCALE": "1", **environment})
+        self._run = self._runs.start([self.program, *arguments],
+                                     {"CORVANE_FOLDER": str(self.folder), "CORVANE_SCALE": "1", **environment}, under)
+        self.process = self._run.process
         if panel:
             self.wait_for_panel()
+
+    def start_another(self, *arguments, folder=None, **environment):
+        """One more process beside it, on the same folder unless told otherwise; its end is looked at like the first one's."""
+        folder = folder or self.folder
+        return self._runs.start([self.program, *arguments], {"CORVANE_FOLDER": str(folder), **environment}).process
 
     def wait_for_panel(self, seconds=START_SECONDS):
         """The last picture of the opening stands there as well: the panel is what is still there at the next look."""
@@ -122,14 +125,32 @@ class Player:
         self.press(POWER)
         return self.wait_for_end()
 
+    def may_end_with(self, *codes):
+        """The running one ends with one of these codes, not with 0."""
+        self._run.may_end_with = set(codes)
+
+    def kill(self):
+        """Without a word, as a power failure does."""
+        self._run.kill()
+
     def stop(self):
-        if self.process is not None:
-            end_process(self.process)
-        for log in self._outputs:
-            log.close()
+        """Ends what still runs. Fails when any process that was started ended by a signal, with another code than it should,
+        or not in time."""
+        wrong = self._runs.end()
+        if wrong:
+            raise StoryFailure("; ".join(dict.fromkeys(wrong)))
+
+    @property
+    def runs_folder(self):
+        """Where its processes work and leave what they say."""
+        return self._runs.folder
 
     def log(self):
-        return "".join(pathlib.Path(log.name).read_text(errors="replace") for log in self._outputs)
+        return self._runs.log()
+
+    def keep_proof(self, folder):
+        """What all its processes said, and what a crash left."""
+        self._runs.keep_proof(folder, self.program)
 
     # Its panel.
 

@@ -13,6 +13,7 @@ from .accessibility import Accessibility
 from .desk import Desk
 from .expect import StorySkipped
 from .player import Player, set_sink_volume
+from .running import HeapWatch
 from .sound import Recorder
 
 STORIES = []
@@ -40,6 +41,7 @@ class Stage:
 
     def __init__(self, theatre, number):
         self.theatre = theatre
+        self.watch = theatre.watch
         session = self.session = theatre.session
         self.accessibility = theatre.accessibility
         self.folder = session.folder / f"story{number}"  # no dot and no blank: what lies here can be played
@@ -55,6 +57,7 @@ class Stage:
         self.seen = None  # where leave_picture() and leave_text() put what is to be looked at
 
     def close(self):
+        """Fails when the program did not end as it should."""
         self.player.stop()
 
     def leave_picture(self, name):
@@ -68,12 +71,11 @@ class Stage:
         (self.seen / f"{name}.txt").write_text(text, encoding="utf-8")
 
     def keep_proof(self, folder):
-        """Leaves the screen, the sound and what the program said."""
+        """Leaves the screen and the sound."""
         shutil.rmtree(folder, ignore_errors=True)
         folder.mkdir(parents=True)
         self.desk.save(folder / "screen.png")
         self.sound.save(folder / "sound.wav")
-        (folder / "program.log").write_text(self.player.log())
         for name in ("KADO.INI", "FILE00.INI"):
             if (self.player.folder / name).exists():
                 shutil.copy(self.player.folder / name, folder)
@@ -85,8 +87,9 @@ class Theatre:
     make_player = Player
     accessible = True  # the program is told of to assistive programs, and can be asked that way
 
-    def __init__(self, program, proofs, screen="1280x960"):
+    def __init__(self, program, proofs, screen="1280x960", watch=None):
         self.program = pathlib.Path(program).resolve()
+        self.watch = watch or HeapWatch(self.program)
         self.proofs = proofs
         self.session = Session(screen, accessibility=self.accessible)
         self.accessibility = self.recorder = None
@@ -106,7 +109,7 @@ class Theatre:
         self.session.stop()
 
     def play(self, told):
-        """Plays one story; returns an empty text, or why it failed. Raises StorySkipped when it cannot be played here."""
+        """Plays one story once; returns an empty text, or why it failed. Raises StorySkipped when it cannot be played here."""
         self.count += 1
         stage = Stage(self, self.count)
         name = told.name.replace(": ", "-").replace(" ", "_")
@@ -114,15 +117,39 @@ class Theatre:
         stage.seen = self.proofs / "seen" / name
         shutil.rmtree(stage.seen, ignore_errors=True)
         try:
-            told.play(stage)
+            why, skipped = play_once(told, stage, proof)
+            if why:
+                return f"{why} (and then: {skipped})" if skipped else why
             shutil.rmtree(proof, ignore_errors=True)
+            if skipped:
+                raise skipped
             return ""
-        except StorySkipped:
-            raise
-        except Exception as error:  # noqa: BLE001: any error is the story's failure
-            stage.keep_proof(proof)
-            (proof / "error.txt").write_text(traceback.format_exc())
-            return f"{type(error).__name__}: {error}" if not isinstance(error, AssertionError) else str(error)
         finally:
-            stage.close()
             shutil.rmtree(stage.folder, ignore_errors=True)
+
+
+def play_once(told, stage, proof):
+    """Plays the story and looks at how the program's processes ended, also when it was skipped or failed before.
+    Returns why it failed, and why it was skipped."""
+    failed, skipped = [], None
+
+    def fail(error):
+        if not failed:
+            stage.keep_proof(proof)
+        failed.append(str(error) if isinstance(error, AssertionError) else f"{type(error).__name__}: {error}")
+        with open(proof / "error.txt", "a", encoding="utf-8") as text:
+            text.write("".join(traceback.format_exception(error)))
+
+    try:
+        told.play(stage)
+    except StorySkipped as reason:
+        skipped = reason
+    except Exception as error:  # noqa: BLE001: any error is the story's failure
+        fail(error)
+    try:
+        stage.close()
+    except Exception as error:  # noqa: BLE001
+        fail(error)
+    if failed:
+        stage.player.keep_proof(proof)
+    return "; ".join(failed), skipped

@@ -1,13 +1,14 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The Windows program on the private desktop, under Wine."""
 
-import subprocess
-
 from wine import Wine, windows_path
 
 from .player import Player
+from .running import NoWatch
 from .story import Theatre
 
+# Wine itself answers a signal; no message of it reaches the program.
+BY_A_SIGNAL = {1, 143, -15}
 FIRST_START_SECONDS = 60  # the desktop of a new server comes up with the first program
 
 
@@ -20,19 +21,28 @@ class WinePlayer(Player):
         (self.folder / f"FILE{number:02}.INI").write_text("\r\n".join(lines) + "\r\n", encoding="utf-8")
 
     def start(self, *arguments, panel=True, **environment):
-        log = open(self.stage.folder / f"program{len(self._outputs)}.log", "wb")
-        self._outputs.append(log)
-        wine = self.stage.theatre.wine
-        self.process = self.stage.session.popen(
-            wine.command(self.program, *arguments), stdin=subprocess.DEVNULL, stdout=log, stderr=log, cwd=self.folder,
-            env={**wine.environment, "CORVANE_FOLDER": windows_path(self.folder), "CORVANE_SCALE": "1", **environment})
+        self._run = self._start(arguments, {"CORVANE_SCALE": "1", **environment})
+        self.process = self._run.process
         if panel:
             self.wait_for_panel(FIRST_START_SECONDS)
+
+    def start_another(self, *arguments, **environment):
+        return self._start(arguments, environment).process
+
+    def _start(self, arguments, environment):
+        wine = self.stage.theatre.wine
+        run = self._runs.start(wine.command(self.program, *arguments),
+                               {**wine.environment, "CORVANE_FOLDER": windows_path(self.folder), **environment}, cwd=self.folder)
+        run.may_end_with_when_asked = BY_A_SIGNAL
+        return run
 
 
 class WineTheatre(Theatre):
     make_player = WinePlayer
     accessible = False
+
+    def __init__(self, program, proofs):
+        super().__init__(program, proofs, watch=NoWatch())
 
     def __enter__(self):
         super().__enter__()

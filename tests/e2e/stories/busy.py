@@ -98,8 +98,7 @@ class Hands:
             self.player.key("z")
 
     def open(self, *paths):
-        handing = self.stage.session.popen([str(self.player.program), "--open", *map(str, paths)],
-                                           env={"CORVANE_FOLDER": str(self.player.folder)})
+        handing = self.player.start_another("--open", *paths)
         wait("the names are handed over", lambda: handing.poll() is not None, ANSWER_SECONDS)
 
     def look_into_the_editor(self):

@@ -28,7 +28,7 @@ def dismiss(stage):
 def open_in_running(stage, path):
     """As a file manager does: the list becomes this file, the panel shows its name."""
     before = stage.player.look(TITLE_RECORD)
-    handing = stage.session.popen([str(stage.player.program), "--open", str(path)], env={"CORVANE_FOLDER": str(stage.player.folder)})
+    handing = stage.player.start_another("--open", path)
     wait("the name is handed over", lambda: handing.poll() is not None, HANDED_OVER_SECONDS)
 
     def shown():

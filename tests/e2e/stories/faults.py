@@ -36,7 +36,11 @@ def own_desktop(stage):
         except StoryFailure as failure:
             raise StoryFailure(f"{failure}; {inner.player.log()[-400:]}") from failure
         finally:
-            inner.close()
+            try:
+                inner.close()
+            except StoryFailure:
+                inner.player.keep_proof(stage.player.runs_folder)
+                raise
 
 
 def stored_list(stage, *paths):
@@ -115,6 +119,7 @@ def display_lost(stage):
         inner.player.press(PLAY)
         inner.sound.wait_for(440)
         end_server(inner.session, "Xvfb")
+        inner.player.may_end_with(1)
         equal(inner.player.wait_for_end(), 1, "exit code")
         inner.sound.wait_for_silence()
         check_whole(inner, kept)
@@ -236,8 +241,7 @@ def skin_removed_in_the_opening(stage):
     def stopped_in_time():
         if stop_in_the_opening(stage):
             return True
-        os.kill(stage.player.process.pid, signal.SIGKILL)
-        stage.player.process.wait()
+        stage.player.kill()
         return False
 
     wait("a start that was stopped in its opening", stopped_in_time, 60, 0)

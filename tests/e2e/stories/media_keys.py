@@ -381,15 +381,12 @@ def the_name(stage):
     other = stage.folder / "other"
     other.mkdir()
     (other / "PANELSET").symlink_to(stage.player.folder / "PANELSET")
-    second = stage.session.popen([str(stage.player.program)], env={"CORVANE_FOLDER": str(other)})
-    try:
-        wait("two names", lambda: len(remote.names()) == 2, 10)
-        equal(remote.names(), [NAME, f"{NAME}.instance{second.pid}"], "names of two players")
-        instance = Remote(stage, f"corvane.instance{second.pid}")
-        instance.call("Quit", interface="org.mpris.MediaPlayer2")
-        equal(second.wait(10), 0, "exit code of the second")
-    finally:
-        end_process(second)
+    second = stage.player.start_another(folder=other)
+    wait("two names", lambda: len(remote.names()) == 2, 10)
+    equal(remote.names(), [NAME, f"{NAME}.instance{second.pid}"], "names of two players")
+    instance = Remote(stage, f"corvane.instance{second.pid}")
+    instance.call("Quit", interface="org.mpris.MediaPlayer2")
+    equal(second.wait(10), 0, "exit code of the second")
     equal(remote.names(), [NAME], "names after the second's end")
     remote.call("Raise", interface="org.mpris.MediaPlayer2")
     remote.call("Quit", interface="org.mpris.MediaPlayer2")

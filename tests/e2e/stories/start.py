@@ -67,7 +67,7 @@ def short_gap(stage):
 def second_start(stage):
     stage.player.start()
     before = len(stage.desk.windows(name="."))
-    second = stage.session.popen([str(stage.player.program)], env={"CORVANE_FOLDER": str(stage.player.folder)})
+    second = stage.player.start_another()
     equal(second.wait(10), 0, "exit code of the second start")
     equal(len(stage.desk.windows(name=".")), before, "windows after the second start")
     check(stage.player.running(), "the first one has ended")
@@ -80,13 +80,11 @@ def two_folders(stage):
     other.mkdir()
     (other / "PANELSET").symlink_to(stage.player.folder / "PANELSET")
     count = process_count(stage.player.program)
-    second = stage.session.popen([str(stage.player.program)], env={"CORVANE_FOLDER": str(other)})
-    try:
-        wait("the second player's panel", lambda: stage.desk.windows(pid=second.pid), 10)
-        check(process_count(stage.player.program) > count, "only one process")
-    finally:
-        second.terminate()
-        second.wait(5)
+    second = stage.player.start_another(folder=other)
+    wait("the second player's panel", lambda: stage.desk.windows(pid=second.pid), 10)
+    check(process_count(stage.player.program) > count, "only one process")
+    second.terminate()
+    equal(second.wait(10), 0, "exit code of the second")
 
 
 def missing_skin_file(stage, name):
@@ -96,7 +94,7 @@ def missing_skin_file(stage, name):
     stage.player.wait_for_box(f"{path} Not found!!")
     check(stage.player.find_panel() is None, "a panel is shown")
     stage.desk.key("Return")
-    stage.player.wait_for_end()
+    equal(stage.player.wait_for_end(), 0, "exit code")
     check(not (stage.player.folder / "KADO.INI").exists(), "a settings file was written")
 
 
@@ -117,7 +115,7 @@ def broken_skin(stage):
     stage.player.start(panel=False)
     stage.player.wait_for_box("パネルを表示できません。")
     stage.desk.key("Return")
-    stage.player.wait_for_end()
+    equal(stage.player.wait_for_end(), 0, "exit code")
 
 
 @story("start: power off ends the process and puts the volume back")

@@ -147,9 +147,7 @@ def second_start(stage):
     player = stage.player
     song = tone(stage.media / "song.wav", 784, 5)
     player.start()
-    wine = stage.theatre.wine
-    second = stage.session.popen(wine.command(player.program, "--open", song), cwd=player.folder,
-                                 env={**wine.environment, "CORVANE_FOLDER": "Z:" + str(player.folder).replace("/", "\\")})
+    second = player.start_another("--open", song)
     equal(second.wait(30), 0, "the second start's exit code")
     player.press(PLAY)
     stage.sound.wait_for(784, 10)
