@@ -1,16 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "desktop/drive_file.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <sys/uio.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
 
-#include "desktop/descriptor.h"
+#include "desktop/plain_file.h"
 
 namespace corvane {
 
@@ -20,48 +16,24 @@ constexpr std::size_t kPiece = 256 * 1024;  ///< most bytes of one question
 constexpr std::size_t kBeyond = 4096;       ///< bytes asked for behind the end that was told
 constexpr const char* kUnreadable = "The file cannot be read.";
 
-std::int64_t readPiece(int file, char* to, std::size_t count, std::int64_t from) {
-    ssize_t got = -1;
-    do {
-        got = pread(file, to, count, from);
-    } while (got < 0 && errno == EINTR);
-    return got;
-}
-
 }  // namespace
 
+/// What is held of an open file by each question about it.
 struct DriveFile::Handle {
-    Descriptor descriptor;
-    std::int64_t size = -1;  ///< -1: it is not open, and why not:
-    std::string reason;
-
-    void open(const std::string& path) {
-        struct stat status {};
-        if (stat(path.c_str(), &status) != 0) return fail("The file cannot be found.");
-        // A pipe would wait for its writer, and a device may do something when it is opened.
-        if (!S_ISREG(status.st_mode)) return fail("This is not a file.");
-        descriptor = Descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-        if (!descriptor || fstat(descriptor.get(), &status) != 0) return fail(kUnreadable);
-        if (!S_ISREG(status.st_mode)) return fail("This is not a file.");
-        size = status.st_size;
-    }
-    void fail(const char* why) { reason = why; }
+    PlainFile file;
 };
 
 DriveFile::DriveFile(std::string path, DriveCalls::Wait wait, std::shared_ptr<Handle> handle)
-    : path_(std::move(path)), wait_(wait), handle_(std::move(handle)), size_(handle_->size) {}
+    : path_(std::move(path)), wait_(wait), handle_(std::move(handle)), size_(handle_->file.size) {}
 
 /// Closing asks some drives as well.
 DriveFile::~DriveFile() { DriveCalls::release(std::move(handle_)); }
 
 std::unique_ptr<DriveFile> DriveFile::open(const std::string& path, DriveCalls::Wait wait, std::string& reason) {
-    const auto opened = DriveCalls::all().ask<std::shared_ptr<Handle>>(path, wait, [path] {
-        auto handle = std::make_shared<Handle>();
-        handle->open(path);
-        return handle;
-    });
+    const auto opened = DriveCalls::all().ask<std::shared_ptr<Handle>>(
+        path, wait, [path] { return std::make_shared<Handle>(Handle{openPlainFile(path)}); });
     if (!opened) return reason = DriveCalls::kNoAnswer, nullptr;
-    if ((*opened)->size < 0) return reason = (*opened)->reason, nullptr;
+    if (!(*opened)->file.descriptor) return reason = (*opened)->file.reason, nullptr;
     return std::unique_ptr<DriveFile>(new DriveFile(path, wait, *opened));
 }
 
@@ -69,7 +41,7 @@ std::int64_t DriveFile::read(std::int64_t from, char* to, std::size_t count) {
     count = std::min(count, kPiece);
     // What lies in memory needs no drive.
     iovec part{to, count};
-    const ssize_t there = preadv2(handle_->descriptor.get(), &part, 1, from, RWF_NOWAIT);
+    const ssize_t there = preadv2(handle_->file.descriptor.get(), &part, 1, from, RWF_NOWAIT);
     if (there >= 0) return there;
     struct Piece {
         std::int64_t got = -1;
@@ -77,7 +49,7 @@ std::int64_t DriveFile::read(std::int64_t from, char* to, std::size_t count) {
     };
     auto read = DriveCalls::all().ask<Piece>(path_, wait_, [handle = handle_, from, count] {
         Piece piece{-1, std::unique_ptr<char[]>(new char[count])};
-        piece.got = readPiece(handle->descriptor.get(), piece.bytes.get(), count, from);
+        piece.got = readAt(handle->file.descriptor, piece.bytes.get(), count, from);
         return piece;
     });
     if (!read || read->got < 0) return failure_ = read ? kUnreadable : DriveCalls::kNoAnswer, -1;

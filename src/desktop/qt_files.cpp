@@ -57,8 +57,15 @@ std::vector<std::string> sortedWithoutCase(std::vector<std::string> names) {
 }
 
 template <class Wanted>
+std::vector<std::string> tracksOf(const std::string& folder, const Wanted& wanted) {
+    std::vector<std::string> names = discTracks(folder).value_or(std::vector<std::string>());
+    std::erase_if(names, [&](const std::string& name) { return !wanted(std::string_view(name)); });
+    return names;
+}
+
+template <class Wanted>
 std::vector<std::string> entries(const std::string& folder, Kind kind, const Wanted& wanted) {
-    refreshDiscPath(folder);
+    if (isDiscPath(folder)) return kind == Kind::File ? tracksOf(folder, wanted) : std::vector<std::string>();
     const std::unique_ptr<DIR, int (*)(DIR*)> dir(opendir(folder.c_str()), closedir);
     std::vector<std::string> names;
     if (!dir) return names;
@@ -73,13 +80,13 @@ std::vector<std::string> entries(const std::string& folder, Kind kind, const Wan
 bool startsWith(std::string_view text, std::string_view prefix) { return text.substr(0, prefix.size()) == prefix; }
 
 bool isFile(const std::string& path) {
-    refreshDiscPath(path);
+    if (isDiscPath(path)) return isDiscTrack(path);
     struct stat status {};
-    return stat(path.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
+    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
 bool isReadableFolder(const std::string& folder) {
-    refreshDiscPath(folder);
+    if (isDiscPath(folder)) return discTracks(folder).has_value();
     struct stat status {};
     return stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode) && access(folder.c_str(), R_OK | X_OK) == 0;
 }

@@ -8,25 +8,28 @@
 #include <fcntl.h>
 #include <linux/cdrom.h>
 #include <sys/ioctl.h>
-#include <unistd.h>
+#include <sys/stat.h>
 
 #include <algorithm>
-#include <bit>
-#include <cctype>
+#include <chrono>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
+#include <thread>
+
+#include "desktop/descriptor.h"
+#include "desktop/drive_calls.h"
+#include "desktop/media/cd_image.h"
 
 namespace corvane {
 
 namespace {
 
-namespace fs = std::filesystem;
-
 /// Between an audio session and a data session lie lead-out, lead-in and pregap, which belong to no track.
 constexpr std::int64_t kSessionGapSectors = 11400;
 constexpr int kReadAttempts = 20;
+/// A disc that was put in just now: its drive says that it is not ready, at most for this time.
+constexpr std::chrono::milliseconds kSpinUp{8'000};
+constexpr std::chrono::milliseconds kSpinUpLook{100};
 
 struct DestroyDisc {
     void operator()(CdIo_t* disc) const { cdio_destroy(disc); }
@@ -63,26 +66,8 @@ bool hasAudio(const std::vector<CdTrack>& tracks) {
     return std::any_of(tracks.begin(), tracks.end(), [](const CdTrack& track) { return track.audio; });
 }
 
-class PlainDisc : public CdDisc {
-public:
-    PlainDisc(DiscHandle disc, std::vector<CdTrack> tracks) : disc_(std::move(disc)) { tracks_ = std::move(tracks); }
-
-    bool readSector(std::int64_t sector, std::int16_t* samples) override {
-        if (cdio_read_audio_sector(disc_.get(), samples, static_cast<lsn_t>(sector)) != DRIVER_OP_SUCCESS) return false;
-        if constexpr (std::endian::native == std::endian::big) {
-            for (int i = 0; i < kCdFramesPerSector * 2; ++i) {
-                const auto word = static_cast<std::uint16_t>(samples[i]);
-                samples[i] = static_cast<std::int16_t>(word << 8 | word >> 8);
-            }
-        }
-        return true;
-    }
-
-private:
-    DiscHandle disc_;
-};
-
-class VerifiedDisc : public CdDisc {
+/// Sectors are overlapped and compared, and scratches repaired.
+class DriveDisc : public CdDisc {
 public:
     struct CloseDrive {
         void operator()(cdrom_drive_t* drive) const { cdio_cddap_close_no_free_cdio(drive); }
@@ -92,7 +77,7 @@ public:
     };
     using Drive = std::unique_ptr<cdrom_drive_t, CloseDrive>;
 
-    VerifiedDisc(DiscHandle disc, Drive drive, std::vector<CdTrack> tracks)
+    DriveDisc(DiscHandle disc, Drive drive, std::vector<CdTrack> tracks)
         : disc_(std::move(disc)), drive_(std::move(drive)), reader_(cdio_paranoia_init(drive_.get())) {
         tracks_ = std::move(tracks);
         // Repairs scratches, yet never hangs on one: an unreadable sector is given up after some attempts.
@@ -118,68 +103,66 @@ private:
     std::int64_t next_ = -1;  ///< the sector that the reader gives next; -1: it must seek
 };
 
-/// The sheet of an image names a file before its first track. libcdio does not look, and writes before its table of
-/// tracks when there was none.
-bool sheetNamesFileFirst(const fs::path& sheet) {
-    std::ifstream lines(sheet);
-    for (std::string line; std::getline(lines, line);) {
-        std::string word;
-        std::istringstream(line) >> word;
-        std::transform(word.begin(), word.end(), word.begin(),
-                       [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
-        if (word == "FILE") return true;
-        if (word == "TRACK" || word == "INDEX" || word == "PREGAP" || word == "POSTGAP") return false;
-    }
-    return true;
+bool isDrive(const std::string& place) {
+    struct stat status {};
+    return stat(place.c_str(), &status) == 0 && S_ISBLK(status.st_mode);
 }
 
-/// What libcdio would read as a sheet: the place itself, or the sheet beside a track file.
-bool sheetsAreSound(const fs::path& place) {
-    std::error_code error;
-    for (const fs::path& sheet :
-         {place, fs::path(place).replace_extension(".cue"), fs::path(place).replace_extension(".CUE")}) {
-        const std::string ending = sheet.extension().string();
-        const bool isSheet = ending == ".cue" || ending == ".CUE";
-        if (isSheet && fs::is_regular_file(sheet, error) && !sheetNamesFileFirst(sheet)) return false;
-    }
-    return true;
+/// What the drive says of itself; CDS_NO_DISC also when it cannot be asked.
+int driveStatus(const std::string& place) {
+    // Without a wait for the disc.
+    const Descriptor device(::open(place.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+    const int status = device ? ::ioctl(device.get(), CDROM_DRIVE_STATUS, CDSL_CURRENT) : CDS_NO_DISC;
+    return status < 0 ? CDS_NO_DISC : status;
 }
 
 }  // namespace
 
-OpenedDisc openDisc(const std::string& place, CdDisc::Reading reading) {
+OpenedDisc openThroughLibrary(const std::string& place, int driver) {
     silenceLibrary();
-    std::error_code error;
-    if (!fs::exists(place, error)) return {nullptr, "There is no disc at " + place};
-    // Opening a pipe would wait for its writer.
-    const bool readable = fs::is_regular_file(place, error) || fs::is_block_file(place, error);
-    if (!readable) return {nullptr, "No disc can be read at " + place};
-    if (!sheetsAreSound(place)) return {nullptr, "No disc can be read at " + place};
-    DiscHandle handle(cdio_open(place.c_str(), DRIVER_UNKNOWN));
+    DiscHandle handle(cdio_open(place.c_str(), static_cast<driver_id_t>(driver)));
     if (!handle) return {nullptr, "No disc can be read at " + place};
     std::vector<CdTrack> tracks = readTracks(handle.get());
     if (!hasAudio(tracks)) return {nullptr, "There is no audio disc at " + place};
-    if (reading == CdDisc::Reading::Plain)
-        return {std::make_unique<PlainDisc>(std::move(handle), std::move(tracks)), ""};
-    VerifiedDisc::Drive drive(cdio_cddap_identify_cdio(handle.get(), CDDA_MESSAGE_FORGETIT, nullptr));
+    DriveDisc::Drive drive(cdio_cddap_identify_cdio(handle.get(), CDDA_MESSAGE_FORGETIT, nullptr));
     if (!drive || cdio_cddap_open(drive.get()) != 0) return {nullptr, "The drive cannot read audio: " + place};
-    return {std::make_unique<VerifiedDisc>(std::move(handle), std::move(drive), std::move(tracks)), ""};
+    return {std::make_unique<DriveDisc>(std::move(handle), std::move(drive), std::move(tracks)), ""};
 }
 
 OpenedDisc openDisc(const std::string& place) {
-    std::error_code error;
-    const bool image = fs::is_regular_file(place, error);
-    return openDisc(place, image ? CdDisc::Reading::Plain : CdDisc::Reading::Verified);
+    if (isDiscImage(place)) return openImage(place);
+    const auto opened = DriveCalls::all().ask<std::shared_ptr<OpenedDisc>>(place, DriveCalls::kLongPatience, [place] {
+        std::error_code failed;
+        if (isDrive(place)) return std::make_shared<OpenedDisc>(openThroughLibrary(place, DRIVER_DEVICE));
+        const char* const why = !std::filesystem::exists(place, failed) ? "There is no disc at "
+                                : std::filesystem::is_regular_file(place, failed)
+                                    ? "Of the images of discs, only those with a sheet (.cue) can be read: "
+                                    : "No disc can be read at ";
+        return std::make_shared<OpenedDisc>(OpenedDisc{nullptr, why + place});
+    });
+    if (!opened) return {nullptr, DriveCalls::kNoAnswer};
+    return std::move(**opened);
 }
 
-bool discReady(const std::string& place) {
-    std::error_code error;
-    if (fs::is_regular_file(place, error)) return true;
-    const int device = ::open(place.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (device < 0) return false;
-    const bool ready = ::ioctl(device, CDROM_DRIVE_STATUS, CDSL_CURRENT) == CDS_DISC_OK;
-    ::close(device);
-    return ready;
+bool driveHoldsDisc(const std::string& place) {
+    const auto due = std::chrono::steady_clock::now() + kSpinUp;
+    if (!isDrive(place)) return false;
+    for (int status = driveStatus(place);; status = driveStatus(place)) {
+        if (status != CDS_DRIVE_NOT_READY || std::chrono::steady_clock::now() >= due)
+            return status == CDS_DISC_OK || status == CDS_NO_INFO;
+        std::this_thread::sleep_for(kSpinUpLook);
+    }
+}
+
+std::vector<int> audioTracksOfDrive(const std::string& place) {
+    std::vector<int> numbers;
+    silenceLibrary();
+    const DiscHandle handle(isDrive(place) ? cdio_open(place.c_str(), DRIVER_DEVICE) : nullptr);
+    if (!handle) return numbers;
+    for (const CdTrack& track : readTracks(handle.get())) {
+        if (track.audio) numbers.push_back(track.number);
+    }
+    return numbers;
 }
 
 std::vector<std::string> discDevices() {

@@ -10,14 +10,9 @@
 
 namespace corvane {
 
-/// An audio disc: a drive's, or an image's (.cue, or the .bin beside one). Used from one thread at a time.
+/// An audio disc: a drive's, or an image's. Used from one thread at a time.
 class CdDisc {
 public:
-    enum class Reading {
-        Plain,    ///< sectors as they come: images
-        Verified  ///< overlapped and compared, scratches repaired: real discs
-    };
-
     virtual ~CdDisc() = default;
     CdDisc(const CdDisc&) = delete;
     CdDisc& operator=(const CdDisc&) = delete;
@@ -37,12 +32,19 @@ struct OpenedDisc {
     std::string reason;  ///< why there is none, in words
 };
 
-/// Opens a device or an image. May wait for a drive to spin up.
+/// Opens a drive, or an image by its sheet. What is neither is refused. For workers: a drive is waited for, up to
+/// DriveCalls::kLongPatience for each question, and may have to spin up.
 OpenedDisc openDisc(const std::string& place);
-OpenedDisc openDisc(const std::string& place, CdDisc::Reading reading);
 
-/// Whether asking for a disc there answers soon: an image that exists, or a drive that says a disc is ready.
-bool discReady(const std::string& place);
+/// A disc as the library for drives reads it, through one of its drivers (driver_id_t): for drives alone, because its
+/// readers of images are not made for what strangers wrote. May hang with the drive.
+OpenedDisc openThroughLibrary(const std::string& place, int driver);
+
+/// Whether a drive holds a disc; waits some seconds for one that was put in just now. False for what is no drive.
+bool driveHoldsDisc(const std::string& place);
+
+/// Numbers of the audio tracks of a drive's disc; none: it has no audio disc. May hang with the drive.
+std::vector<int> audioTracksOfDrive(const std::string& place);
 
 /// Devices of the machine that can hold an audio disc, in the system's order.
 std::vector<std::string> discDevices();

@@ -6,48 +6,57 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <chrono>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <optional>
-#include <sstream>
+#include <map>
+#include <mutex>
 #include <system_error>
 
 #include "desktop/drive_calls.h"
 #include "desktop/media/cd_disc.h"
+#include "desktop/media/cd_image.h"
 
 namespace corvane {
 
 namespace {
 
 namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
 
-constexpr const char* kPlaceFile = "disc-place";
+/// Nobody but the system's owner could make a folder of that name.
+constexpr const char* kRoot = "/corvane-cd/";
 constexpr const char* kDefaultDevice = "/dev/cdrom";
-constexpr std::uint32_t kStubBytes = 44;
-constexpr int kDiscSectorOffset = 150;  ///< minute 0, second 2 is sector 0
+/// A list of many tracks looks each one up: for so long a drive's tracks are taken from memory.
+constexpr std::chrono::seconds kTracksKept{3};
 
 std::string environment(const char* name) {
     const char* const value = std::getenv(name);
     return value == nullptr ? "" : value;
 }
 
-/// Where the folders of discs lie: a folder without a dot in its path that is ours alone.
-std::string discRoot() {
-    const std::string user = "corvane-cd-" + std::to_string(getuid());
+/// Lists of earlier versions name the folders by where files stood for the tracks.
+std::vector<std::string> roots() {
+    std::vector<std::string> all{kRoot, "/tmp/corvane-cd-" + std::to_string(getuid()) + '/'};
     const std::string runtime = environment("XDG_RUNTIME_DIR");
-    const bool fits = runtime.starts_with('/') && runtime.find('.') == std::string::npos;
-    return (fits ? fs::path(runtime) / "corvane-cd" : fs::path("/tmp") / user).string();
+    if (runtime.starts_with('/')) all.push_back((fs::path(runtime) / "corvane-cd/").string());
+    return all;
 }
 
-bool makePrivateFolder(const fs::path& folder) {
-    std::error_code error;
-    fs::create_directories(folder, error);
-    if (error || !fs::is_directory(fs::symlink_status(folder, error))) return false;
-    fs::permissions(folder, fs::perms::owner_all, error);
-    return !error;  // another user's folder cannot be changed
+struct DiscPath {
+    std::string folder;  ///< its name
+    std::string track;   ///< a name in it; "" for the folder itself
+};
+
+std::optional<DiscPath> discPathOf(const std::string& path) {
+    for (const std::string& root : roots()) {
+        if (!path.starts_with(root) || path.size() == root.size()) continue;
+        const std::size_t end = std::min(path.find('/', root.size()), path.size());
+        return DiscPath{path.substr(root.size(), end - root.size()), path.substr(std::min(end + 1, path.size()))};
+    }
+    return std::nullopt;
 }
 
 /// The same for the same place, in every session.
@@ -63,84 +72,16 @@ std::string folderName(const std::string& place) {
     return name.substr(0, 40) + digits.data();
 }
 
+std::string wholePath(const std::string& place) {
+    std::error_code failed;
+    const fs::path whole = fs::absolute(place, failed);
+    return failed ? place : whole.string();
+}
+
 std::string trackName(int number) {
     std::array<char, 20> name{};
     std::snprintf(name.data(), name.size(), "Track%02d.cda", number % 100);
     return name.data();
-}
-
-void put(std::string& bytes, std::uint32_t value, int count) {
-    for (int i = 0; i < count; ++i) bytes.push_back(static_cast<char>(value >> (8 * i) & 0xFF));
-}
-
-std::string stub(const CdTrack& track) {
-    const auto clock = [](std::int64_t sectors) {  // frame in the lowest byte, then second, minute
-        const auto length = static_cast<std::uint32_t>(packLength(sectors));
-        return (length >> 16 & 0xFF) | (length & 0xFF00) | (length & 0xFF) << 16;
-    };
-    std::string bytes = "RIFF";
-    put(bytes, kStubBytes - 8, 4);
-    bytes += "CDDAfmt ";
-    put(bytes, kStubBytes - 20, 4);
-    put(bytes, 1, 2);
-    put(bytes, static_cast<std::uint32_t>(track.number), 2);
-    put(bytes, 0, 4);
-    put(bytes, static_cast<std::uint32_t>(track.start), 4);
-    put(bytes, static_cast<std::uint32_t>(track.length), 4);
-    put(bytes, clock(track.start + kDiscSectorOffset), 4);
-    put(bytes, clock(track.length), 4);
-    return bytes;
-}
-
-std::optional<std::string> readAll(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) return std::nullopt;
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
-}
-
-bool writeWhenChanged(const fs::path& path, const std::string& bytes) {
-    if (readAll(path) == bytes) return true;
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    file << bytes;
-    file.flush();
-    return static_cast<bool>(file);
-}
-
-void writeStubs(const fs::path& folder, const std::string& place) {
-    std::vector<std::string> names{kPlaceFile};
-    const OpenedDisc opened = discReady(place) ? openDisc(place) : OpenedDisc{};
-    if (opened.disc) {
-        for (const CdTrack& track : opened.disc->tracks()) {
-            if (!track.audio) continue;
-            names.push_back(trackName(track.number));
-            writeWhenChanged(folder / names.back(), stub(track));
-        }
-    }
-    std::error_code error;
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
-        const std::string name = entry.path().filename().string();
-        if (std::find(names.begin(), names.end(), name) == names.end()) fs::remove(entry.path(), error);
-    }
-}
-
-bool isImageName(const fs::path& path) {
-    std::string extension = path.extension().string();
-    std::transform(extension.begin(), extension.end(), extension.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return extension == ".cue" || extension == ".bin";
-}
-
-/// The first image by name that lies in a folder.
-std::string imageIn(const fs::path& folder) {
-    std::string first;
-    std::error_code error;
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
-        const std::string path = entry.path().string();
-        if (entry.path().extension() == ".cue" && (first.empty() || path < first)) first = path;
-    }
-    return first;
 }
 
 std::vector<std::string> knownPlaces() {
@@ -155,61 +96,111 @@ std::vector<std::string> knownPlaces() {
     return places;
 }
 
+/// What is remembered of drives.
+class Shelf {
+public:
+    static Shelf& all() {
+        static auto* const shelf = new Shelf;  // never destroyed: a question may be answered at any time
+        return *shelf;
+    }
+
+    /// The drive or image with a folder of that name; "" when there is none.
+    std::string placeOf(const std::string& folder) {
+        const std::string chosen = wholePath(environment("CORVANE_CDROM"));
+        if (folderName(chosen) == folder) return chosen;
+        {
+            const std::lock_guard lock(mutex_);
+            if (const auto found = places_.find(folder); found != places_.end()) return found->second;
+        }
+        for (const std::string& place : knownPlaces()) {
+            const std::string whole = wholePath(place);
+            if (folderName(whole) != folder) continue;
+            const std::lock_guard lock(mutex_);
+            return places_[folder] = whole;
+        }
+        return {};
+    }
+
+    /// Of a drive that holds a disc.
+    std::vector<int> audioTracks(const std::string& drive) {
+        {
+            const std::lock_guard lock(mutex_);
+            const auto kept = read_.find(drive);
+            if (kept != read_.end() && Clock::now() < kept->second.until) return kept->second.tracks;
+        }
+        const std::vector<int> tracks = audioTracksOfDrive(drive);
+        const std::lock_guard lock(mutex_);
+        read_[drive] = {tracks, Clock::now() + kTracksKept};
+        return tracks;
+    }
+
+private:
+    struct Read {
+        std::vector<int> tracks;
+        Clock::time_point until;
+    };
+    std::mutex mutex_;  ///< guards what follows
+    std::map<std::string, std::string> places_;
+    std::map<std::string, Read> read_;
+};
+
+/// The first image by name that lies in a folder.
+std::string imageIn(const fs::path& folder) {
+    std::string first;
+    std::error_code failed;
+    for (fs::directory_iterator entry(folder, failed), end; !failed && entry != end; entry.increment(failed)) {
+        const std::string path = entry->path().string();
+        if (entry->path().extension() == ".cue" && (first.empty() || path < first)) first = path;
+    }
+    return first;
+}
+
 std::string driveText(const std::string& place) { return "CD (" + fs::path(place).filename().string() + ")"; }
 
 }  // namespace
 
-std::string makeDiscFolder(const std::string& place) {
-    std::error_code error;
-    const fs::path whole = fs::absolute(place, error);
-    const fs::path folder = fs::path(discRoot()) / folderName(whole.string());
-    if (error || !makePrivateFolder(discRoot()) || !makePrivateFolder(folder)) return "";
-    if (!writeWhenChanged(folder / kPlaceFile, whole.string() + "\n")) return "";
-    writeStubs(folder, whole.string());
-    return folder.string();
-}
+std::string discFolder(const std::string& place) { return kRoot + folderName(wholePath(place)); }
 
 std::vector<Drive> discDrives() {
     std::vector<Drive> drives;
-    for (const std::string& place : knownPlaces()) {
-        const std::string folder =
-            DriveCalls::all()
-                .ask<std::string>(place, DriveCalls::kLongPatience, [place] { return makeDiscFolder(place); })
-                .value_or("");
-        if (!folder.empty()) drives.push_back({driveText(place), folder});
-    }
+    for (const std::string& place : knownPlaces()) drives.push_back({driveText(place), discFolder(place)});
     return drives;
 }
 
-bool isDiscPath(const std::string& path) { return path.starts_with(discRoot() + "/"); }
+bool isDiscPath(const std::string& path) { return discPathOf(path).has_value(); }
 
-void refreshDiscPath(const std::string& path) {
-    if (!isDiscPath(path)) return;
-    const std::string root = discRoot() + "/";
-    const fs::path folder = fs::path(root) / path.substr(root.size(), path.find('/', root.size()) - root.size());
-    std::error_code error;
-    if (const auto place = readAll(folder / kPlaceFile)) {
-        // A list of many tracks looks each one up: what is there is only read again when the folder itself is asked.
-        if (path.find('/', root.size()) == std::string::npos || !fs::exists(path, error))
-            writeStubs(folder, place->substr(0, place->find('\n')));
-        return;
+std::optional<std::vector<std::string>> discTracks(const std::string& folder) {
+    const auto path = discPathOf(folder);
+    const std::string place = path && path->track.empty() ? Shelf::all().placeOf(path->folder) : "";
+    if (place.empty()) return std::nullopt;
+    std::vector<std::string> names;
+    if (isDiscImage(place)) {
+        for (const int number : audioTracksOfImage(place)) names.push_back(trackName(number));
+    } else if (driveHoldsDisc(place)) {
+        for (const int number : Shelf::all().audioTracks(place)) names.push_back(trackName(number));
     }
-    for (const std::string& place : knownPlaces()) {
-        if (fs::path(root) / folderName(fs::absolute(place, error).string()) == folder) makeDiscFolder(place);
-    }
+    return names;
+}
+
+bool isDiscTrack(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    const auto tracks = discTracks(path.substr(0, slash));
+    return tracks && std::find(tracks->begin(), tracks->end(), path.substr(slash + 1)) != tracks->end();
 }
 
 std::string discPlace(const std::string& entry) {
-    std::error_code error;
-    const fs::path path(entry);
-    if (isImageName(path) || fs::is_block_file(path, error)) return entry;
-    const fs::path folder = fs::is_directory(path, error) ? path : path.parent_path();
-    if (!entry.empty()) {
+    if (const auto disc = discPathOf(entry)) {
+        if (std::string place = Shelf::all().placeOf(disc->folder); !place.empty()) return place;
+    } else if (!entry.empty()) {
+        std::error_code failed;
+        const fs::path path(entry);
+        if (isDiscImage(entry) || fs::is_block_file(path, failed)) return entry;
+        const fs::path folder = fs::is_directory(path, failed) ? path : path.parent_path();
         if (std::string image = imageIn(folder); !image.empty()) return image;
-        if (const auto place = readAll(folder / kPlaceFile)) return place->substr(0, place->find('\n'));
     }
     if (std::string chosen = environment("CORVANE_CDROM"); !chosen.empty()) return chosen;
-    if (fs::exists(kDefaultDevice, error)) return kDefaultDevice;
+    std::error_code failed;
+    if (fs::exists(kDefaultDevice, failed)) return kDefaultDevice;
     const std::vector<std::string> devices = discDevices();
     return devices.empty() ? "" : devices.front();
 }

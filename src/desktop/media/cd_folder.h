@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -8,27 +9,28 @@
 
 namespace corvane {
 
-/// A disc shows as a folder of stubs, TrackNN.cda, one for each audio track. The folders lie in the user's runtime
-/// folder; their paths bear no dot, and a text file beside the stubs names the disc's place. They are made again when
-/// they are gone, under the same path, so that a list kept from an earlier session still finds its tracks.
+/// A disc shows as a folder with a file for each of its audio tracks, TrackNN.cda. Neither is in the file system: what
+/// is asked about them is answered from here, and nothing is written anywhere. Their paths bear no dot and are the same
+/// for the same drive or image in every session, so that a kept list still finds its tracks. Any thread.
 
-/// The drives of the machine, and the disc of CORVANE_CDROM (a device or an image) before them. Makes their folders. A
-/// drive that does not answer is left out.
+/// The drives of the machine, and the disc of CORVANE_CDROM (a device or an image) before them, with or without a disc.
 std::vector<Drive> discDrives();
 
-/// Makes the folder for a device or an image, or brings it up to date; returns its path. Without a disc the folder is
-/// empty. "" when it cannot be made.
-std::string makeDiscFolder(const std::string& place);
+/// The folder of a device or an image, whether there is one or not.
+std::string discFolder(const std::string& place);
 
-/// Whether the path leads into a disc's folder; asks no drive.
+/// Whether the path is a disc's folder or leads into one; asks no drive.
 bool isDiscPath(const std::string& path);
 
-/// To be called before a path is looked up or listed: brings a disc's folder up to date when the path leads into one;
-/// cheap for every other path.
-void refreshDiscPath(const std::string& path);
+/// The tracks of a disc's folder in the disc's order; none without a disc. Empty when no drive and no image has that
+/// folder. Waits for a drive.
+std::optional<std::vector<std::string>> discTracks(const std::string& folder);
 
-/// The disc that an entry stands for: the image that the path names or that lies in its folder, else the disc of its
-/// folder, else CORVANE_CDROM, else the first drive. "" when there is none.
+/// Whether the path is a track of a disc that is there now. Waits for a drive.
+bool isDiscTrack(const std::string& path);
+
+/// The disc that an entry stands for: the disc of its folder, or the image that the path names or that lies in its
+/// folder; else CORVANE_CDROM, else the first drive. "" when there is none.
 std::string discPlace(const std::string& entry);
 
 }  // namespace corvane

@@ -106,22 +106,14 @@ std::int32_t CdSound::trackLength(int track) const {
     return 0;
 }
 
-OpenedSound openCdSound(const std::string& place) {
-    struct Found {
-        std::string place, reason;
-        std::shared_ptr<CdDisc> disc;
-    };
-    const auto found = DriveCalls::all().ask<Found>(place, DriveCalls::kLongPatience, [place] {
-        Found here{discPlace(place), "There is no disc drive", nullptr};
-        if (here.place.empty()) return here;
-        OpenedDisc opened = openDisc(here.place);
-        here.disc = std::move(opened.disc);
-        here.reason = std::move(opened.reason);
-        return here;
-    });
-    if (!found) return {nullptr, DriveCalls::kNoAnswer};
-    if (!found->disc) return {nullptr, found->reason};
-    return {std::make_unique<CdSound>(found->disc, found->place), ""};
+OpenedSound openCdSound(const std::string& entry) {
+    const auto place =
+        DriveCalls::all().ask<std::string>(entry, DriveCalls::kLongPatience, [entry] { return discPlace(entry); });
+    if (!place) return {nullptr, DriveCalls::kNoAnswer};
+    if (place->empty()) return {nullptr, "There is no disc drive"};
+    OpenedDisc opened = openDisc(*place);
+    if (!opened.disc) return {nullptr, std::move(opened.reason)};
+    return {std::make_unique<CdSound>(std::move(opened.disc), *place), ""};
 }
 
 }  // namespace corvane

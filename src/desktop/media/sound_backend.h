@@ -59,9 +59,8 @@ struct OpenedSound {
     std::string reason;
 };
 
-/// Opens a disc: the drive or image that `place` names (a `.cue` or `.bin` image, a device, a folder that stands for a
-/// disc), else the one of the environment's CORVANE_CDROM, else the first drive. The axis is the disc's audio sectors
+/// Opens the disc that an entry of a list stands for (discPlace in cd_folder.h). The axis is the disc's audio sectors
 /// from the first track on, 588 frames each, 44100 Hz stereo. Runs in a worker and may take seconds. In cd_sound.cpp.
-OpenedSound openCdSound(const std::string& place);
+OpenedSound openCdSound(const std::string& entry);
 
 }  // namespace corvane

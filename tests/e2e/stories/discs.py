@@ -2,10 +2,9 @@
 """Disc images: where they are looked for, and their tracks in the editor."""
 
 import pathlib
-import shutil
 
 from harness.expect import check, equal, wait
-from harness.media import disc
+from harness.media import disc, tone
 from harness.player import PLAY, read_profile
 from harness.signs import wait_for_told
 from harness.story import story
@@ -84,10 +83,52 @@ def tracks_in_the_editor(stage):
     close_by(stage, "OK")
     hear(stage, [TONES[2], TONES[0]])
     equal(stage.player.power_off(), 0, "exit code")
-    # The disc's folder is in a place that is emptied at every start of the system.
     path = pathlib.Path(read_profile(list_file)["LIST000"].split("|")[1])
     check(path.name == names[2] and "." not in str(path.parent), f"the stored entry {path}")
-    shutil.rmtree(path.parent.parent)
+    check(not path.parent.parent.exists(), "a disc's tracks are files")
     stage.player.start(HOME=str(home), CORVANE_CDROM=str(sheet))
     hear(stage, [TONES[2], TONES[0]])
+    equal(stage.player.power_off(), 0, "exit code")
+
+
+@story("discs: tracks of a disc that was taken out ask like missing files")
+def taken_out(stage):
+    sheet, _ = make_disc(stage.media / "shelf", TONES)
+    home = stage.folder / "home"
+    home.mkdir()
+    open_editor(stage, home, CORVANE_CDROM=str(sheet))
+    names = choose_disc(stage, home)
+    for name in names[:2]:
+        stage.desk.click(*node(stage, name=name, role="list item").middle, times=2)
+    wait("two tracks in the play list", lambda: items(stage, "PLAY LIST") == names[:2])
+    close_by(stage, "OK")
+    away = sheet.rename(sheet.with_suffix(".away"))
+    stage.player.press(PLAY)
+    stage.player.wait_for_text(f"{names[0]} Can't open!!")
+    away.rename(sheet)
+    began = stage.sound.now()
+    stage.player.press_control("Ignore")
+    stage.player.wait_for_no_box()
+    stage.sound.wait_for(TONES[1])
+    stage.sound.wait_for_silence(SECONDS + 6, lasting=0.8)
+    stage.sound.expect_exactly([(TONES[1], SECONDS)], began, longest_gap=LONGEST_GAP)
+    equal(stage.player.power_off(), 0, "exit code")
+
+
+@story("discs: a sheet of sound files, one of them compressed, plays track by track")
+def sound_files(stage):
+    folder = stage.media / "album"
+    folder.mkdir(parents=True)
+    names = ["first.wav", "second.flac", "third.mp3"]
+    for name, hz in zip(names, TONES):
+        tone(folder / name, hz, SECONDS)
+    kinds = ("WAVE", "FLAC", "MP3")
+    (folder / "album.cue").write_bytes(b"\xef\xbb\xbf" + "\r\n".join(
+        line for number, (name, kind) in enumerate(zip(names, kinds), 1)
+        for line in (f'FILE "{name}" {kind}', f"  TRACK {number:02} AUDIO", "    INDEX 01 00:00:00")).encode())
+    tracks = [folder / f"Track{number:02}.cda" for number in (1, 2, 3)]
+    for track in tracks:
+        track.write_bytes(b"")
+    stage.player.start(*tracks)
+    hear(stage, list(TONES))
     equal(stage.player.power_off(), 0, "exit code")

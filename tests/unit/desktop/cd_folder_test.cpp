@@ -3,12 +3,13 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <unistd.h>
+
 #include <cstdlib>
 #include <fstream>
-#include <set>
 
 #include "desktop/media/cd_sound.h"
+#include "desktop/qt_files.h"
 #include "unit/desktop/cd_image.h"
 
 namespace corvane {
@@ -32,11 +33,7 @@ private:
     std::string old_;
 };
 
-std::set<std::string> namesIn(const fs::path& folder) {
-    std::set<std::string> names;
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) names.insert(entry.path().filename());
-    return names;
-}
+using Names = std::vector<std::string>;
 
 class CdFolder : public testing::Test {
 protected:
@@ -45,36 +42,43 @@ protected:
     Environment runtimeFolder_{"XDG_RUNTIME_DIR", runtime_.path().string()};
     std::string cue_ = test::writeImage(images_.path(), "Vol. 2 (live)", {{440, 75}, {0, 75}, {880, 150}});
     Environment chosen_{"CORVANE_CDROM", cue_};
+    QtFiles files_;
 };
 
 TEST_F(CdFolder, ADiscShowsAsAFolderOfItsAudioTracks) {
     const std::vector<Drive> drives = discDrives();
     ASSERT_FALSE(drives.empty());
     EXPECT_EQ(drives.front().text, "CD (Vol. 2 (live).cue)");
-    EXPECT_EQ(drives.front().path.find('.'), std::string::npos);
-    EXPECT_EQ(namesIn(drives.front().path), (std::set<std::string>{"Track01.cda", "Track03.cda", "disc-place"}));
-    EXPECT_EQ(fs::file_size(drives.front().path + "/Track03.cda"), 44U);
-    EXPECT_EQ(discDrives().front().path, drives.front().path);
+    const std::string folder = drives.front().path;
+    EXPECT_EQ(folder.find('.'), std::string::npos);
+    EXPECT_EQ(discDrives().front().path, folder);
+    EXPECT_TRUE(files_.readable(folder));
+    EXPECT_EQ(files_.list(folder, "*.mp3;*.CDA"), (Names{"Track01.cda", "Track03.cda"}));
+    EXPECT_EQ(files_.list(folder, "*.mp3"), Names{});
+    EXPECT_EQ(files_.folders(folder), Names{});
+    EXPECT_EQ(files_.lookUp(folder + "/Track03.cda"), "Track03.cda");
+    for (const char* const name : {"/Track02.cda", "/Track04.cda", "/track03.cda", "/Track03.cda/", "/", "", "/.."}) {
+        EXPECT_EQ(files_.lookUp(folder + name), std::nullopt) << name;
+    }
+    EXPECT_EQ(files_.lookUp(folder + "x/Track03.cda"), std::nullopt);
+    EXPECT_FALSE(files_.readable(folder + "x"));
 }
 
-TEST_F(CdFolder, TheStubNamesItsTrack) {
-    std::ifstream file(makeDiscFolder(cue_) + "/Track03.cda", std::ios::binary);
-    const std::string stub((std::istreambuf_iterator<char>(file)), {});
-    ASSERT_EQ(stub.size(), 44U);
-    EXPECT_EQ(stub.substr(0, 4), "RIFF");
-    EXPECT_EQ(stub.substr(8, 8), "CDDAfmt ");
-    EXPECT_EQ(stub[22], 3);                                     // the track
-    EXPECT_EQ(static_cast<unsigned char>(stub[28]), 150);       // its first sector
-    EXPECT_EQ(static_cast<unsigned char>(stub[32]), 150);       // its length
-    EXPECT_EQ(stub.substr(36, 4), std::string("\0\4\0\0", 4));  // starts at 0:04.00 of the disc
-    EXPECT_EQ(stub.substr(40, 4), std::string("\0\2\0\0", 4));
+TEST_F(CdFolder, NothingIsWrittenAnywhere) {
+    const std::string folder = discDrives().front().path;
+    EXPECT_EQ(files_.list(folder, "*"), (Names{"Track01.cda", "Track03.cda"}));
+    EXPECT_TRUE(openCdSound(folder + "/Track01.cda").sound);
+    EXPECT_FALSE(fs::exists(folder));
+    EXPECT_TRUE(fs::is_empty(runtime_.path()));
+    EXPECT_FALSE(files_.replace(folder + "/Track01.cda", "x"));
+    EXPECT_EQ(files_.read(folder + "/Track01.cda", 1000), std::nullopt);
 }
 
 TEST_F(CdFolder, AnEntryLeadsBackToItsDisc) {
-    const std::string folder = makeDiscFolder(cue_);
-    const Environment other("CORVANE_CDROM", "/elsewhere/other");
+    const std::string folder = discFolder(cue_);
     EXPECT_EQ(discPlace(folder + "/Track01.cda"), cue_);
     EXPECT_EQ(discPlace(folder), cue_);
+    const Environment other("CORVANE_CDROM", "/elsewhere/other");
     EXPECT_EQ(discPlace(cue_), cue_);
     EXPECT_EQ(discPlace((images_.path() / "Track01.cda").string()), cue_);
     EXPECT_EQ(discPlace("/somewhere/Track01.cda"), "/elsewhere/other");
@@ -82,7 +86,7 @@ TEST_F(CdFolder, AnEntryLeadsBackToItsDisc) {
 }
 
 TEST_F(CdFolder, OpensAsSoundFromAnEntry) {
-    const OpenedSound opened = openCdSound(makeDiscFolder(cue_) + "/Track03.cda");
+    const OpenedSound opened = openCdSound(discFolder(cue_) + "/Track03.cda");
     ASSERT_TRUE(opened.sound) << opened.reason;
     EXPECT_EQ(opened.sound->trackLength(3), 2 << 8);
     const Environment none("CORVANE_CDROM", (images_.path() / "gone.cue").string());
@@ -91,31 +95,51 @@ TEST_F(CdFolder, OpensAsSoundFromAnEntry) {
 }
 
 TEST_F(CdFolder, AnotherDiscInTheDriveReplacesTheTracks) {
-    const std::string folder = makeDiscFolder(cue_);
+    const std::string folder = discFolder(cue_);
     test::writeImage(images_.path(), "Vol. 2 (live)", {{440, 75}});
-    refreshDiscPath(folder);
-    EXPECT_EQ(namesIn(folder), (std::set<std::string>{"Track01.cda", "disc-place"}));
+    EXPECT_EQ(files_.list(folder, "*"), Names{"Track01.cda"});
+    EXPECT_EQ(files_.lookUp(folder + "/Track03.cda"), std::nullopt);
+}
+
+TEST_F(CdFolder, TracksOfADiscThatIsGoneAreGone) {
+    const std::string folder = discFolder(cue_);
+    ASSERT_TRUE(files_.lookUp(folder + "/Track01.cda"));
+    fs::rename(images_.path() / "Vol. 2 (live).bin", images_.path() / "away.bin");
+    EXPECT_EQ(files_.lookUp(folder + "/Track01.cda"), std::nullopt) << "without the file that holds it";
+    fs::rename(images_.path() / "away.bin", images_.path() / "Vol. 2 (live).bin");
+    EXPECT_TRUE(files_.lookUp(folder + "/Track01.cda"));
     fs::remove(cue_);
-    refreshDiscPath(folder + "/Track02.cda");
-    EXPECT_EQ(namesIn(folder), (std::set<std::string>{"disc-place"}));
+    EXPECT_EQ(files_.lookUp(folder + "/Track01.cda"), std::nullopt);
+    EXPECT_EQ(files_.list(folder, "*"), Names{});
+    EXPECT_TRUE(files_.readable(folder)) << "a drive without a disc";
 }
 
-TEST_F(CdFolder, AFolderThatIsGoneComesBackUnderItsPath) {
-    const std::string folder = makeDiscFolder(cue_);
-    fs::remove_all(runtime_.path() / "corvane-cd");
-    refreshDiscPath("/somewhere/else/Track01.cda");
-    EXPECT_FALSE(fs::exists(folder));
-    refreshDiscPath(folder + "/Track01.cda");
-    EXPECT_TRUE(fs::exists(folder + "/Track01.cda"));
+TEST_F(CdFolder, WhatIsNoDriveAndNoImageHasNoTracks) {
+    for (const char* const place : {"/dev/zero", "/dev/tty", "/proc/kcore", "/etc/passwd", "/", "/nowhere"}) {
+        const Environment other("CORVANE_CDROM", place);
+        const std::string folder = discFolder(place);
+        EXPECT_EQ(files_.list(folder, "*"), Names{}) << place;
+        EXPECT_EQ(files_.lookUp(folder + "/Track01.cda"), std::nullopt) << place;
+        EXPECT_NE(openCdSound(folder + "/Track01.cda").reason, "") << place;
+    }
 }
 
-TEST_F(CdFolder, ARuntimeFolderWithADotIsNotUsed) {
-    const test::ScratchFolder dotted;
-    const Environment runtime("XDG_RUNTIME_DIR", (dotted.path() / "a.b").string());
-    const std::string folder = makeDiscFolder(cue_);
-    EXPECT_EQ(folder.find('.'), std::string::npos);
-    EXPECT_TRUE(fs::exists(folder + "/Track01.cda"));
-    fs::remove_all(folder);
+/// Lists of earlier versions name folders in places where somebody else may have made some since.
+TEST_F(CdFolder, TracksUnderTheirEarlierPathsAreFoundAndNoFileIsAskedFor) {
+    const std::string name = fs::path(discFolder(cue_)).filename();
+    for (const fs::path& root :
+         {runtime_.path() / "corvane-cd", fs::path("/tmp/corvane-cd-" + std::to_string(::getuid()))}) {
+        EXPECT_EQ(files_.lookUp((root / name / "Track01.cda").string()), "Track01.cda");
+        EXPECT_EQ(discPlace((root / name / "Track01.cda").string()), cue_);
+        EXPECT_EQ(files_.lookUp((root / "other" / "Track01.cda").string()), std::nullopt);
+    }
+    const fs::path lure = runtime_.path() / "corvane-cd" / "other";
+    fs::create_directories(lure);
+    std::ofstream(lure / "Track01.cda") << "x";
+    std::ofstream(lure / "disc-place") << cue_ << '\n';
+    const Environment none("CORVANE_CDROM", "");
+    EXPECT_EQ(files_.lookUp((lure / "Track01.cda").string()), std::nullopt);
+    EXPECT_NE(discPlace((lure / "Track01.cda").string()), cue_);
 }
 
 }  // namespace

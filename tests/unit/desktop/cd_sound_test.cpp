@@ -3,17 +3,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cdio/cdio.h>
+
 #include <algorithm>
 #include <fstream>
 
 #include "desktop/media/cd_disc.h"
 #include "unit/desktop/cd_image.h"
 #include "unit/desktop/offscreen.h"
-
-#if defined(__SANITIZE_ADDRESS__)
-// The library forgets some bytes of a damaged cue sheet.
-extern "C" const char* __lsan_default_suppressions() { return "leak:libcdio\n"; }
-#endif
 
 namespace corvane {
 namespace {
@@ -32,10 +29,14 @@ std::vector<float> readFrames(SoundBackend& sound, std::size_t count) {
     return samples;
 }
 
-class CdSoundOf : public testing::TestWithParam<CdDisc::Reading> {
+/// An image as it is; and what reads drives, with an image of our own in the place of one.
+enum class Reading { Image, Drive };
+
+class CdSoundOf : public testing::TestWithParam<Reading> {
 protected:
     void SetUp() override {
-        OpenedDisc opened = openDisc(test::writeImage(folder_.path(), "tones", kThreeTones), GetParam());
+        const std::string sheet = test::writeImage(folder_.path(), "tones", kThreeTones);
+        OpenedDisc opened = GetParam() == Reading::Image ? openDisc(sheet) : openThroughLibrary(sheet, DRIVER_BINCUE);
         ASSERT_TRUE(opened.disc) << opened.reason;
         sound_ = std::make_unique<CdSound>(std::move(opened.disc));
     }
@@ -44,7 +45,7 @@ protected:
     std::unique_ptr<CdSound> sound_;
 };
 
-INSTANTIATE_TEST_SUITE_P(Readings, CdSoundOf, testing::Values(CdDisc::Reading::Plain, CdDisc::Reading::Verified));
+INSTANTIATE_TEST_SUITE_P(Readings, CdSoundOf, testing::Values(Reading::Image, Reading::Drive));
 
 TEST_P(CdSoundOf, TracksComeInOrderWithTheirLengths) {
     EXPECT_EQ(sound_->trackLength(1), 3 << 8);
@@ -140,8 +141,10 @@ TEST(CdSound, DamagedCueSheetsNeverEndTheProgram) {
     const test::ScratchFolder folder;
     const std::string cue = test::writeImage(folder.path(), "tones", {{440, 75}, {880, 75}});
     std::ifstream file(cue);
-    const std::string whole((std::istreambuf_iterator<char>(file)), {});
+    const std::string whole =
+        "REM " + std::string(200, 'x') + '\n' + std::string((std::istreambuf_iterator<char>(file)), {});
     std::uint32_t number = 1;
+    int opens = 0;
     for (int round = 0; round < 600; ++round) {
         std::string damaged = whole;
         for (int i = 0; i < 3; ++i) {
@@ -152,21 +155,13 @@ TEST(CdSound, DamagedCueSheetsNeverEndTheProgram) {
         std::ofstream(cue, std::ios::trunc) << damaged;
         if (const OpenedDisc opened = openDisc(cue); opened.disc) {
             EXPECT_FALSE(opened.disc->tracks().empty());
+            ++opens;
         } else {
             EXPECT_NE(opened.reason, "");
         }
     }
-}
-
-TEST(CdImages, ASheetWithATrackBeforeAnyFileIsNoDisc) {
-    test::TemporaryFolder folder;
-    for (const char* sheet :
-         {" TRACK 99 AUDIO", "rem x\n  track 01 AUDIO\nFILE \"a.bin\" BINARY\n", "INDEX 01 00:00:00\n"}) {
-        folder.write("disc.cue", sheet);
-        folder.write("disc.bin", "x");
-        EXPECT_EQ(openDisc(folder.in("disc.cue")).disc, nullptr) << sheet;
-        EXPECT_EQ(openDisc(folder.in("disc.bin")).disc, nullptr) << sheet;
-    }
+    EXPECT_GT(opens, 50) << "most damage leaves nothing to read";
+    EXPECT_LT(opens, 400);
 }
 
 /// A disc of one track, all of one loudness but for its unreadable sectors.
