@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include "desktop/graveyard.h"
 #include "forms/form.h"
 #include "platform/event_loop.h"
 
@@ -19,7 +20,8 @@ struct DesktopContext {
     EventLoop& loop;
     double scale = 1.0;  ///< logical screen pixels to a form's pixel (15 twips), 0.5 to 4; from CORVANE_SCALE
 
-    QPointer<QWidget> panel;  ///< the window of the painted form that was attached last
+    QPointer<QWidget> panel;    ///< the window of the painted form that was attached last
+    Graveyard graveyard{loop};  ///< for windows and menus that are shown no more
 
     QScreen* screen() const;  ///< the panel's; the primary one before it is shown
     /// Where a form's position counts from. Painted forms: the primary screen's corner, wherever they are moved; the
@@ -31,8 +33,8 @@ struct DesktopContext {
 
 /// The window of one form: shows it as its properties say and hands input to its events. Bound when its form is
 /// attached. A form may be detached inside one of its own events: unbind() then hides the window at once and the object
-/// is destroyed from the event loop, so a binder may touch itself after an event, but its form and controls only while
-/// bound() is true.
+/// goes to the graveyard, so a binder may touch itself after an event, but its form and controls only while bound() is
+/// true.
 class FormWindow : protected ControlObserver {
 public:
     FormWindow(Form& form, DesktopContext& context);

@@ -2,6 +2,7 @@
 #include "desktop/help_window.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QCloseEvent>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -44,7 +45,6 @@ QString wholeFile(const QUrl& page) {
 }  // namespace
 
 HelpWindow::HelpWindow(const QString& manual) {
-    setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QStringLiteral("Corvane - Help"));
     resize(kWindowSize);
     buildWidgets();
@@ -107,6 +107,11 @@ void HelpWindow::buildWidgets() {
     QObject::connect(contents_, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) { open(*item); });
     QObject::connect(contents_, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item) { open(*item); });
     text_->setFocus();
+}
+
+void HelpWindow::closeEvent(QCloseEvent* event) {
+    QWidget::closeEvent(event);
+    if (closed) closed();
 }
 
 void HelpWindow::keyPressEvent(QKeyEvent* event) {

@@ -4,6 +4,7 @@
 #include <QList>
 #include <QUrl>
 #include <QWidget>
+#include <functional>
 
 class QLabel;
 class QLineEdit;
@@ -17,13 +18,16 @@ namespace corvane {
 class HelpWindow : public QWidget {
 public:
     /// `manual`: the path of its first page; the other HTML files of that folder are its further pages. A manual that
-    /// is not there is said to be missing. Closing the window deletes it.
+    /// is not there is said to be missing.
     explicit HelpWindow(const QString& manual);
+
+    std::function<void()> closed;  ///< called when it is closed, inside its own handler: it must outlive the call
 
     /// Goes to the next place of the searched text, or the one before; round through all pages. False: there is none.
     bool search(bool backward);
 
 protected:
+    void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:

@@ -178,7 +178,6 @@ void MediaWindow::paintPictures(QPainter& painter, const QRegion& region) {
         if (hidesWhatIsBelow(box.Picture)) black -= wholePixels(stretched(box) & place(box));
     }
     for (const QRect& part : black) painter.fillRect(part, Qt::black);
-    if (!bound()) return;
     for (const Control* control : form().controls()) {
         if (!control->Visible || control->kind() != ControlKind::PictureBox) continue;
         const auto& box = static_cast<const PictureBox&>(*control);

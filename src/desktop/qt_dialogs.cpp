@@ -78,13 +78,16 @@ QWidget* parentForBox(const DesktopContext& context) {
 
 }  // namespace
 
-QtDialogs::~QtDialogs() {
-    delete menu_;
-    delete manualWindow_;
+QtDialogs::QtDialogs(DesktopContext& context) : context_(context) {}
+
+QtDialogs::~QtDialogs() { closeMenu(); }
+
+void QtDialogs::closeMenu() {
+    if (menu_) menu_->close();
 }
 
 Answer QtDialogs::messageBox(const std::string& text, const std::string& title, Buttons buttons, Icon icon) {
-    if (menu_) menu_->close();
+    closeMenu();
     QWidget* const parent = parentForBox(context_);
     // Without an owner in Qt's sense: the parent's window may go while the box is up.
     QMessageBox box(toIcon(icon), toQString(title), toQString(text), QMessageBox::NoButton, nullptr);
@@ -112,7 +115,7 @@ Answer QtDialogs::messageBox(const std::string& text, const std::string& title, 
 }
 
 void QtDialogs::refuse() {
-    if (menu_) menu_->close();
+    closeMenu();
     if (box_) box_->reject();
 }
 
@@ -133,24 +136,33 @@ void QtDialogs::fill(QMenu& menu, const MenuItem& parent) {
         action->setEnabled(item->Enabled);
         action->setCheckable(item->Checked);
         action->setChecked(item->Checked);
-        QObject::connect(action, &QAction::triggered, &menu,
-                         [this, item] { context_.loop.enter([item] { item->Click.raise(); }); });
+        // A command is an event of its own: here the menu's key or mouse handler still runs, and it would go on running
+        // behind a box that the command puts up.
+        QObject::connect(action, &QAction::triggered, &menu, [this, item] {
+            context_.loop.post([this, item] {
+                closeMenu();  // an assistive program chooses without closing it
+                item->Click.raise();
+            });
+        });
     }
 }
 
 void QtDialogs::popUp(MenuItem& menu) {
     if (isBoxUp()) return;
-    delete menu_;
-    auto* const shown = new QMenu;
-    menu_ = shown;
-    fill(*shown, menu);
-    QObject::connect(shown, &QMenu::aboutToHide, shown, &QObject::deleteLater);
-    shown->popup(QCursor::pos());
+    closeMenu();
+    menu_ = std::make_unique<QMenu>();
+    fill(*menu_, menu);
+    QObject::connect(menu_.get(), &QMenu::aboutToHide, menu_.get(),
+                     [this] { context_.graveyard.lay(std::shared_ptr<QMenu>(std::move(menu_))); });
+    menu_->popup(QCursor::pos());
 }
 
 void QtDialogs::help() {
     if (!manualWindow_) {
-        manualWindow_ = new HelpWindow(QFile::decodeName(QByteArray::fromStdString(manual_)));
+        manualWindow_ = std::make_unique<HelpWindow>(QFile::decodeName(QByteArray::fromStdString(manual_)));
+        manualWindow_->closed = [this] {
+            context_.graveyard.lay(std::shared_ptr<HelpWindow>(std::move(manualWindow_)));
+        };
     }
     manualWindow_->show();
     manualWindow_->raise();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QPointer>
+#include <memory>
 
 #include "desktop/form_window.h"
 #include "platform/ports.h"
@@ -15,7 +16,7 @@ class HelpWindow;
 
 class QtDialogs : public Dialogs {
 public:
-    explicit QtDialogs(DesktopContext& context) : context_(context) {}
+    explicit QtDialogs(DesktopContext& context);
     ~QtDialogs() override;
 
     Answer messageBox(const std::string& text, const std::string& title, Buttons buttons, Icon icon) override;
@@ -29,11 +30,12 @@ public:
 
 private:
     void fill(QMenu& menu, const MenuItem& parent);
+    void closeMenu();
 
     DesktopContext& context_;
     QPointer<QMessageBox> box_;
-    QPointer<QMenu> menu_;
-    QPointer<HelpWindow> manualWindow_;
+    std::unique_ptr<QMenu> menu_;               ///< null: none is up
+    std::unique_ptr<HelpWindow> manualWindow_;  ///< null: none is open
     std::string manual_;
 };
 

@@ -32,12 +32,6 @@ std::unique_ptr<FormWindow> makeWindow(Form& form, DesktopContext& context) {
     return nullptr;
 }
 
-/// Keeps a window whose form is gone until no event of it runs any more.
-struct Grave : QObject {
-    explicit Grave(std::unique_ptr<FormWindow> gone) : window(std::move(gone)) {}
-    std::unique_ptr<FormWindow> window;
-};
-
 QSizeF screenTwips(const DesktopContext& context) {
     const QScreen* const screen = context.screen();
     if (screen == nullptr) return {};
@@ -76,7 +70,7 @@ void QtWindows::detach(Form& form) {
     auto window = std::move(found->second);
     windows_.erase(found);
     window->unbind();
-    (new Grave(std::move(window)))->deleteLater();
+    context_.graveyard.lay(std::move(window));
     offerWaitingFiles();
 }
 

@@ -18,8 +18,7 @@ class PushBinder : public Binder {
 public:
     PushBinder(NativeWindow& window, CommandButton& button, QWidget& parent)
         : Binder(window, button, new QPushButton(&parent)), button_(button) {
-        QObject::connect(&push(), &QPushButton::clicked, &push(),
-                         [this] { this->window().run([this] { button_.Click.raise(); }); });
+        QObject::connect(&push(), &QPushButton::clicked, &push(), [this] { this->window().command(button_.Click); });
     }
     void changed(PropertyId property) override {
         if (property == PropertyId::Caption) push().setText(marked(button_.Caption));

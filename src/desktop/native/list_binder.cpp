@@ -266,8 +266,8 @@ private:
             taking_ = true;
             items_.ListIndex = row;
             taking_ = false;
-            items_.DblClick.raise();
         });
+        window().command(items_.DblClick);
     }
 
     ItemsControl& items_;

@@ -54,6 +54,10 @@ void NativeWindow::run(const EventLoop::Handler& handler) {
     if (bound() && context().loop.depth() == 0) flush();
 }
 
+void NativeWindow::command(const Event<>& event) {
+    if (bound() && !context().loop.held()) post([&event] { event.raise(); });
+}
+
 void NativeWindow::flushSoon(Binder& binder) {
     if (std::find(waiting_.begin(), waiting_.end(), &binder) != waiting_.end()) return;
     if (waiting_.empty()) QTimer::singleShot(0, this, [this] { flush(); });
@@ -246,7 +250,7 @@ void NativeWindow::reject() {
     for (Control* each : form().controls()) {
         if (each->kind() != ControlKind::CommandButton) continue;
         auto& button = static_cast<CommandButton&>(*each);
-        if (button.Cancel && button.Enabled) return run([&button] { button.Click.raise(); });
+        if (button.Cancel && button.Enabled) return command(button.Click);
     }
 }
 

@@ -30,6 +30,9 @@ public:
     void run(const EventLoop::Handler& handler);
     /// Posts a handler of the form (a drop, a request to close).
     void later(EventLoop::Handler handler) { post(std::move(handler)); }
+    /// Raises what may close the form or put up a box, as an event of its own: the widget's own handler ends first. Not
+    /// while a box is up, which only an assistive program would reach past.
+    void command(const Event<>& event);
     /// The binder's flush() is called soon: several changes of a control are shown as one.
     void flushSoon(Binder& binder);
 

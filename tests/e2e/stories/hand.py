@@ -7,6 +7,7 @@ from harness.expect import check, equal, steady, wait
 from harness.media import steps, tone
 from harness.player import (KNOB_RECORD, MINIMISE, NEXT, PAUSE, PLAY, PREVIOUS, REPEAT_LAMP, STOP, VOLUME_DOWN, VOLUME_UP,
                             set_sink_volume, sink_volume)
+from harness.signs import told, wait_for_told
 from harness.sound import same_pitch
 from harness.story import story
 
@@ -291,3 +292,38 @@ def menu_by_mouse(stage):
         stage.desk.key("Escape")
         wait("the menu goes", lambda: len(stage.player.windows()) == 1)
     steady("silence", lambda: stage.sound.pitch_now() == 0, 0.3)
+
+
+def answer_box(stage):
+    stage.player.wait_for_box("Stop Position too Small!")
+    stage.desk.key("Return")
+    stage.player.wait_for_no_box()
+    wait("the panel alone", lambda: len(stage.player.windows()) == 1)
+
+
+PLAY_CUSTOM = ("Down",) * 3 + ("Right",)  # Play Command, Play Mode, Play Custom: its first entry, Start Position
+
+
+@story("menu: an entry chosen by keyboard or by mouse may put up a box, again and again")
+def menu_command_with_box(stage):
+    stage.player.start(*songs(stage, 60))
+    stage.player.press(PLAY)
+    wait_for_told(stage, "Time", "00:01", 20)
+    stage.player.press(PAUSE)
+    open_menu(stage)
+    stage.desk.key(*PLAY_CUSTOM, "Return")
+    wait("the menu goes", lambda: len(stage.player.windows()) == 1)
+    for _ in range(4):  # the stop position at the place of the start position
+        open_menu(stage)
+        stage.desk.key(*PLAY_CUSTOM, "Down", "Return")
+        answer_box(stage)
+    for _ in range(2):
+        menu = open_menu(stage)
+        stage.desk.key(*PLAY_CUSTOM)
+        sub = wait("the submenu", lambda: [w for w in stage.player.windows() if w.id not in (menu.id, stage.player.window.id)])[0]
+        stage.desk.click(sub.x + 40, sub.y + 34)
+        answer_box(stage)
+    before = told(stage, "Time")
+    stage.player.press(PLAY)
+    wait("it plays on", lambda: told(stage, "Time") not in ("", before))
+    equal(stage.player.power_off(), 0, "exit code")

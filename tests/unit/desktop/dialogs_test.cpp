@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMessageBox>
 #include <QTimer>
@@ -63,6 +64,30 @@ TEST_F(DesktopDialogs, AClosedBoxAnswersItsRefusal) {
     EXPECT_FALSE(dialogs.isBoxUp());
 }
 
+TEST_F(DesktopDialogs, AManualClosedInsideANestedLoopLivesUntilThatIsOver) {
+    dialogs.help();
+    QPointer<QWidget> manual;
+    for (QWidget* each : QApplication::topLevelWidgets()) {
+        if (each->windowTitle() == "Corvane - Help" && each->isVisible()) manual = each;
+    }
+    ASSERT_FALSE(manual.isNull());
+    bool livedOn = false;
+    QEventLoop outer;
+    QTimer::singleShot(0, &outer, [&] {
+        QEventLoop dragging;  // a text is dragged out of it
+        QTimer::singleShot(0, &dragging, [&] {
+            manual->close();
+            QTimer::singleShot(50, &dragging, &QEventLoop::quit);
+        });
+        dragging.exec();
+        livedOn = !manual.isNull();
+        QTimer::singleShot(0, &outer, &QEventLoop::quit);
+    });
+    outer.exec();
+    EXPECT_TRUE(livedOn);
+    EXPECT_TRUE(test::waitUntil([&] { return manual.isNull(); })) << "it is kept";
+}
+
 struct PopUpMenu : DesktopDialogs {
     Form form{"frmMenu", FormStyle::Hidden};
     MenuItem top{&form, "mnuTop"};
@@ -102,8 +127,38 @@ TEST_F(PopUpMenu, ShowsTheTreeAndReturnsAtOnce) {
     EXPECT_TRUE(actions[2]->menu()->actions()[0]->isChecked());
     EXPECT_EQ(clicks, 0);
     actions[2]->menu()->actions()[0]->trigger();
+    EXPECT_TRUE(test::waitUntil([this] { return clicks > 0; }));
     EXPECT_EQ(clicks, 1);
+    EXPECT_EQ(menu(), nullptr) << "closed when its command runs";
     EXPECT_EQ(depth, 1) << "counted by the loop";
+}
+
+/// The menu's own key handler must be over: it would go on behind a box that the command puts up.
+TEST_F(PopUpMenu, ACommandIsAnEventOfItsOwnOnceTheMenuIsClosed) {
+    bool inMenu = false;
+    bool ranInMenu = false;
+    const QPointer<QMenu> up = [this] {
+        dialogs.popUp(top);
+        return menu();
+    }();
+    ASSERT_NE(up, nullptr);
+    play.Click.tie([&] {
+        ++clicks;
+        ranInMenu = inMenu;
+        EXPECT_FALSE(up && up->isVisible());
+        whenUp([&](QMessageBox& box) { box.accept(); });
+        dialogs.messageBox("text", "Corvane", Buttons::Ok, Icon::Stop);
+    });
+    for (const int code : {Qt::Key_Down, Qt::Key_Return}) {
+        QKeyEvent press(QEvent::KeyPress, code, Qt::NoModifier);
+        inMenu = true;
+        QCoreApplication::sendEvent(up, &press);
+        inMenu = false;
+    }
+    EXPECT_EQ(clicks, 0);
+    EXPECT_TRUE(test::waitUntil([this] { return clicks > 0 && loop.depth() == 0; }));
+    EXPECT_FALSE(ranInMenu);
+    EXPECT_TRUE(test::waitUntil([&] { return up.isNull(); })) << "the menu is kept";
 }
 
 TEST_F(PopUpMenu, LeavesOutWhatIsNotVisible) {

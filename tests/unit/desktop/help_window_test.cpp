@@ -123,8 +123,11 @@ TEST_F(Help, KeysGoToTheFieldAndFromPlaceToPlace) {
 }
 
 TEST_F(Help, EscapeClosesItForGood) {
+    int closed = 0;
+    window->closed = [&] { ++closed; };
     press(text(), Qt::Key_Escape);
-    EXPECT_TRUE(test::waitUntil([this] { return window.isNull(); }));
+    EXPECT_EQ(closed, 1) << "its owner does away with it";
+    EXPECT_FALSE(window->isVisible());
 }
 
 TEST(HelpWithout, AManualSaysSo) {

@@ -7,6 +7,7 @@
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QStyle>
+#include <QTimer>
 #include <set>
 
 #include "desktop/native/form_scale.h"
@@ -56,6 +57,7 @@ TEST_F(NativeDialogs, TheSameFileCanBeAddedAgainByAnotherClick) {
     for (int i = 0; i < 2; ++i) {
         clickRow(view(form.fleFileList), 1);
         button(form.cmdFileList[Editor::kAdd]).click();
+        settle();
     }
     EXPECT_EQ(form.lstFileList[0].items(), (Texts{"banana.mid", "banana.mid"}));
 }
@@ -69,7 +71,30 @@ TEST_F(NativeDialogs, TheKeyboardAloneSelectsAddsAndTypesAhead) {
     key(files, Qt::Key_Down, {}, Qt::ShiftModifier);
     EXPECT_EQ(form.fleFileList.selectedIndices(), (Rows{2, 3}));
     key(button(form.cmdFileList[Editor::kAdd]), Qt::Key_Space, " ");
+    EXPECT_EQ(form.lstFileList[0].count(), 0) << "a button's command runs inside the button's own handler";
+    settle();
     EXPECT_EQ(form.lstFileList[0].items(), (Texts{"blue.mp3", "cherry.gif"}));
+}
+
+/// A text that is dragged out of a field is one such loop: whatever closes the dialog meanwhile (a remote control, the
+/// session's end), the field's own handler is still running.
+TEST_F(NativeDialogs, AWindowThatGoesInsideANestedLoopLivesUntilThatIsOver) {
+    const QPointer<QWidget> window = &windowOf(openSettings());
+    bool livedOn = false;
+    QEventLoop outer;
+    QTimer::singleShot(0, &outer, [&] {
+        QEventLoop nested;
+        QTimer::singleShot(0, &nested, [&] {
+            loop.enter([this] { player.forms.unload<CustomControls>(); });
+            QTimer::singleShot(50, &nested, &QEventLoop::quit);
+        });
+        nested.exec();
+        livedOn = !window.isNull();
+        QTimer::singleShot(0, &outer, &QEventLoop::quit);
+    });
+    outer.exec();
+    EXPECT_TRUE(livedOn);
+    EXPECT_TRUE(test::waitUntil([&] { return window.isNull(); })) << "the window is kept";
 }
 
 TEST_F(NativeDialogs, ADoubleClickAddsAndRemoves) {
