@@ -8,8 +8,8 @@
 #include <condition_variable>
 #include <cstdio>
 #include <string_view>
-#include <system_error>
-#include <thread>
+
+#include "workers/worker.h"
 
 namespace corvane {
 
@@ -35,16 +35,6 @@ std::string driveOf(const std::string& path) {
 
 /// How soon a wait ends that is given up.
 constexpr std::chrono::milliseconds kLook{10};
-
-bool start(std::function<void()> task) {
-    try {
-        // Not joined: it may hang in the system for as long as the drive does.
-        std::thread(std::move(task)).detach();
-        return true;
-    } catch (const std::system_error&) {
-        return false;  // no more threads
-    }
-}
 
 }  // namespace
 
@@ -80,7 +70,8 @@ DriveCalls& DriveCalls::all() {
 }
 
 void DriveCalls::release(std::shared_ptr<void> last) {
-    start([last = std::make_shared<std::shared_ptr<void>>(std::move(last))] { last->reset(); });
+    Worker::run(
+        [last = std::make_shared<std::shared_ptr<void>>(std::move(last))](const Worker::GiveUp&) { last->reset(); });
 }
 
 std::optional<DriveCalls::Unanswered> DriveCalls::unansweredOf(const std::string& path) {
@@ -106,10 +97,11 @@ bool DriveCalls::run(const std::string& path, Wait wait, std::function<void()> q
     const Clock::time_point due = Clock::now() + wait.patience;
     if (!mayAsk(path, due, wait.giveUp)) return false;
     const auto call = std::make_shared<Call>();
-    const bool asked = start([call, question = std::move(question)] {
+    const auto ask = [call, question = std::move(question)](const Worker::GiveUp&) {
         question();
         call->finish();
-    });
+    };
+    const bool asked = Worker::run(ask, [call] { call->finish(); });
     if (!asked) return false;
     if (call->wait(due, wait.giveUp)) return true;
     const std::lock_guard lock(mutex_);

@@ -36,8 +36,8 @@ public:
     /// because a question may be answered at any time.
     static DriveCalls& all();
 
-    /// What `question` about `path` returns; empty when it took too long. It may run on after that: it must hold what
-    /// it uses.
+    /// What `question` about `path` returns; empty when it took too long, when it threw, or when the system has no
+    /// thread for it. It may run on after that: it must hold what it uses.
     template <class Answer>
     std::optional<Answer> ask(const std::string& path, Wait wait, std::function<Answer()> question) {
         const auto answer = std::make_shared<std::optional<Answer>>();

@@ -19,10 +19,21 @@
 #include "panel/forms.h"
 #include "players/forms.h"
 #include "startup/forms.h"
+#include "workers/worker.h"
 
 namespace {
 
 using namespace corvane;
+
+/// How long the end waits for what is read and decoded to be given up.
+constexpr std::chrono::milliseconds kLeave{500};
+
+/// A task that is held by a drive or a decoder may use whatever is left: then the program ends without taking it down.
+void endNowWhereTasksRunOn(int code) {
+    if (Worker::endAll(kLeave)) return;
+    std::fflush(nullptr);
+    _exit(code);
+}
 
 CommandLine commandLineOf(int argc, char** argv) {
     std::error_code failed;
@@ -55,6 +66,7 @@ private:
     void putBack() {
         mdlPublicFunction::putVolumeBack(player_);
         desktop_.endSoundDevices();
+        endNowWhereTasksRunOn(1);
     }
 
     static inline EndWithoutDisplay* running = nullptr;
@@ -101,5 +113,7 @@ int main(int argc, char** argv) {
     const QApplication application(ownArguments, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     std::setlocale(LC_NUMERIC, "C");
-    return runPlayer(std::move(line));
+    const int result = runPlayer(std::move(line));
+    endNowWhereTasksRunOn(result);
+    return result;
 }

@@ -28,11 +28,10 @@ void MovieStateControl::release() {
 void MovieStateControl::FileName(const std::string& path) {
     release();
     if (path.empty() || path == kThrowAwayName) return;
-    if (openMovie(path)) {
-        fileName_ = path;
-    } else {
-        post([this] { Failed.raise("The movie player cannot be started"); });
-    }
+    fileName_ = path;
+    if (openMovie(path)) return;
+    fileName_.clear();
+    post([this] { Failed.raise("The movie player cannot be started"); });
 }
 
 void MovieStateControl::post(EventLoop::Handler event) {

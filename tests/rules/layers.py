@@ -11,14 +11,14 @@ import sys
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2] / "src"
 LEVELS = {"forms": 0, "platform": 0, "engine": 1, "startup": 2, "panel": 2, "players": 2, "listedit": 2, "dialogs": 2,
-          "toolkit": 2, "desktop": 3, "skintool": 3, "windows": 3, "main": 4}
+          "toolkit": 2, "workers": 3, "desktop": 3, "skintool": 3, "windows": 3, "main": 4}
 FIRST_DESKTOP = 3
 # What a room of the core may include besides itself; a desktop takes all of the core, a main everything.
 NEIGHBOURS = {"forms": set(), "platform": {"forms"}, "engine": {"forms", "platform"},
               "panel": {"forms", "platform", "engine"}, "players": {"forms", "platform", "engine"},
               "startup": {"forms", "platform", "engine", "panel"},
               "listedit": {"forms", "platform", "engine", "startup"}, "dialogs": {"forms", "platform", "engine", "startup"},
-              "toolkit": {"forms", "platform"}}
+              "toolkit": {"forms", "platform"}, "workers": set()}
 STANDARD_HEADERS = set("""algorithm any array atomic bit bitset cassert cctype cerrno cfloat charconv cinttypes climits cmath
     compare complex concepts cstddef cstdio cstdint cstring cwchar deque exception functional initializer_list iomanip ios istream
     iterator limits list locale map memory new numbers numeric optional ostream queue random ranges ratio regex set span
@@ -64,6 +64,18 @@ def machine_touched(text):
             yield call.group(1)
 
 
+# Not yet: their own workers.
+THREADS_ELSEWHERE = {"desktop/qt_pictures.cpp", "desktop/qt_pictures.h", "windows/media/windows_pictures.h",
+                     "windows/media/mci_thread.cpp", "windows/media/windows_pictures.cpp",
+                     "windows/media/windows_movie_control.cpp"}
+THREADS = re.compile(r"\bstd::(?:j?thread\b(?!::id)|async\b)|\bpthread_create\b|\bQThreadPool\b|\bQThread::create\b|\bpublic\s+QThread\b|\b(?:_begin|Create)Thread\w*\s*\(|\b_beginthread")
+
+
+def threads_made(text):
+    for made in THREADS.finditer(without_comments(text)):
+        yield made.group()
+
+
 def findings():
     """(rule, where) of everything that is wrong."""
     for path in sorted(SOURCE.rglob("*")):
@@ -76,6 +88,9 @@ def findings():
         text = path.read_text(encoding="utf-8")
         for what in upward_includes(folder, text):
             yield "no include points upward", f"{path.relative_to(SOURCE)}: {what}"
+        if folder != "workers" and str(path.relative_to(SOURCE)) not in THREADS_ELSEWHERE:
+            for what in threads_made(text):
+                yield "threads are made by workers alone", f"{path.relative_to(SOURCE)}: {what}"
         if LEVELS[folder] < FIRST_DESKTOP:
             for what in machine_touched(text):
                 yield "the core does not touch the machine", f"{path.relative_to(SOURCE)}: {what}"
@@ -94,11 +109,14 @@ def seen_failing():
               list(machine_touched("files.read(path, 1); loop->close(); mdl::open(1); setTime(2);")),
               list(machine_touched("virtual std::optional<std::string> read(int n) = 0;")),
               list(machine_touched("void A::remove(B& b) {}\nA::~A() { remove(b_); }"))]
+    caught += [list(threads_made(text)) for text in ("std::thread([] {}).detach();", "std::async(f);", "#include <QThreadPool>", "_beginthreadex(f)")]
+    passed += [list(threads_made(text)) for text in ("std::this_thread::yield();", "std::thread::id by;", "// std::thread")]
     return all(caught) and not any(passed)
 
 
 def main():
-    rules = {"every folder has a level": [], "no include points upward": [], "the core does not touch the machine": []}
+    rules = {"every folder has a level": [], "no include points upward": [], "the core does not touch the machine": [],
+             "threads are made by workers alone": []}
     for rule, where in findings():
         rules[rule].append(where)
     for rule, places in rules.items():

@@ -147,6 +147,13 @@ CORVANE_STALLED(Call::Read, file, ssize_t, pread, (int file, void* to, std::size
                 (file, to, count, from))
 CORVANE_STALLED(Call::Read, file, ssize_t, pread64, (int file, void* to, std::size_t count, off64_t from),
                 (file, to, count, from))
+// What a hardened program calls in their place.
+CORVANE_STALLED(Call::Read, file, ssize_t, __read_chk, (int file, void* to, std::size_t count, std::size_t room),
+                (file, to, count, room))
+CORVANE_STALLED(Call::Read, file, ssize_t, __pread_chk,
+                (int file, void* to, std::size_t count, off_t from, std::size_t room), (file, to, count, from, room))
+CORVANE_STALLED(Call::Read, file, ssize_t, __pread64_chk,
+                (int file, void* to, std::size_t count, off64_t from, std::size_t room), (file, to, count, from, room))
 CORVANE_STALLED(Call::Write, file, int, fsync, (int file), (file))
 
 /// Its own calls to read are inside the system's library, where nothing comes between.

@@ -10,6 +10,9 @@ namespace corvane {
 
 namespace {
 
+/// Bytes of one allocation of the libraries: what a file says of its sizes is not to be believed.
+constexpr std::size_t kMostAtOnce = std::size_t{256} << 20U;
+
 std::string versioned(const char* name, int major) { return std::string(name) + ".so." + std::to_string(major); }
 
 struct Loaded {
@@ -30,7 +33,9 @@ struct Loaded {
         CORVANE_AVCODEC(CORVANE_FIND_CODEC)
         CORVANE_AVUTIL(CORVANE_FIND_UTIL)
         CORVANE_SWRESAMPLE(CORVANE_FIND_RESAMPLE)
-        if (complete) functions.av_log_set_level(AV_LOG_QUIET);
+        if (!complete) return;
+        functions.av_log_set_level(AV_LOG_QUIET);
+        functions.av_max_alloc(kMostAtOnce);
     }
 };
 

@@ -47,6 +47,7 @@ namespace corvane {
     X(av_rescale)         \
     X(av_rescale_q)       \
     X(av_log_set_level)   \
+    X(av_max_alloc)       \
     X(av_malloc)          \
     X(av_free)            \
     X(av_channel_layout_default)

@@ -76,20 +76,20 @@ void DesktopMciControl::openDevice() {
 /// The job is done: takes its sound and does what was asked for meanwhile, or fails.
 void DesktopMciControl::adopt() {
     sound_ = job_->sound();
-    if (!sound_) {
-        const std::string reason = job_->reason();
-        closeDevice();
-        later([this, reason, ticket = ticket_] {
-            if (ticket == ticket_) Failed.raise(reason);
-        });
-        return;
-    }
+    if (!sound_) return fail(job_->reason());
     station_.trim.later();
     change(State::Stopped);
     const Wish wish = std::exchange(wish_, {});
     if (wish.seek) seek(*wish.seek);
     if (wish.play) play(wish.from, wish.to);
     if (wish.hold) pause();
+}
+
+void DesktopMciControl::fail(const std::string& reason) {
+    closeDevice();
+    later([this, reason, ticket = ticket_] {
+        if (ticket == ticket_) Failed.raise(reason);
+    });
 }
 
 void DesktopMciControl::closeDevice() {
@@ -150,6 +150,7 @@ void DesktopMciControl::startPart(std::int64_t from, std::int64_t to) {
         });
     };
     part_ = station_.output.play(std::move(part));
+    if (part_ == 0) return fail(Worker::kRefused);
     later([this, part = part_] { station_.output.release(part); });
 }
 

@@ -52,6 +52,7 @@ private:
     enum class State { Closed, Opening, Stopped, Playing, Paused };
 
     void adopt();
+    void fail(const std::string& reason);
     void startPart(std::int64_t from, std::int64_t to);
     void ended(std::uint64_t playNumber, std::int64_t end);
     void leavePart();

@@ -2,9 +2,6 @@
 #include "desktop/media/media.h"
 
 #include <QTimer>
-#include <cstdlib>
-#include <string_view>
-#include <thread>
 
 #include "desktop/media/av_library.h"
 #include "desktop/media/desktop_mci_control.h"
@@ -12,7 +9,9 @@
 #include "desktop/media/midi_sound.h"
 #include "desktop/media/movie_library.h"
 #include "desktop/media/movie_players.h"
+#include "desktop/media/silence.h"
 #include "engine/mdlPublicFunction.h"
+#include "workers/worker.h"
 
 namespace corvane {
 
@@ -20,12 +19,6 @@ namespace {
 
 /// After the first picture of the panel, before somebody can press play.
 constexpr int kWarmUpMs = 200;
-
-/// CORVANE_AUDIO=null plays in silence, by the clock.
-bool silent() {
-    const char* audio = std::getenv("CORVANE_AUDIO");
-    return audio && std::string_view(audio) == "null";
-}
 
 /// Loads what a file of that kind needs when it is opened.
 void prepare(std::int16_t kind, const std::string& path, Synthesizer& synthesizer) {
@@ -41,7 +34,7 @@ void prepare(std::int16_t kind, const std::string& path, Synthesizer& synthesize
 
 class LinuxMedia : public Media {
 public:
-    LinuxMedia(EventLoop& loop, Windows& windows) : station_(loop, silent()), movies_(loop, windows) {
+    LinuxMedia(EventLoop& loop, Windows& windows) : station_(loop, silenceWanted()), movies_(loop, windows) {
         QTimer::singleShot(kWarmUpMs, &station_.timers, [this] { station_.output.warmUp(); });
         station_.trim.later();
     }
@@ -52,11 +45,12 @@ public:
         if (kind == mdlDefinePublic::mkImage) return;
         station_.output.warmUp();
         if (kind == mdlDefinePublic::mkCDTrack) return;
-        // Not joined: a drive that hangs must not hang us.
-        std::thread([this, kind, path, synthesizer = station_.synthesizer, post = station_.post] {
-            prepare(kind, path, *synthesizer);
-            post([this] { station_.trim.later(); });
-        }).detach();
+        // Without a thread the file is opened all the same when its turn comes.
+        Worker::run(
+            [this, kind, path, synthesizer = station_.synthesizer, post = station_.post](const Worker::GiveUp&) {
+                prepare(kind, path, *synthesizer);
+                post([this] { station_.trim.later(); });
+            });
     }
 
     std::unique_ptr<MciControl> makeMciControl() override { return std::make_unique<DesktopMciControl>(station_); }

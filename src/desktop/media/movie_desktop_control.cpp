@@ -15,11 +15,11 @@ DesktopMovieControl::~DesktopMovieControl() {
     if (player_) players_.giveBack(std::move(player_));
 }
 
-bool DesktopMovieControl::borrowPlayer() {
+bool DesktopMovieControl::borrowPlayer(std::string& reason) {
     if (player_) return true;
-    player_ = players_.take();
+    player_ = players_.take(reason);
     if (!player_) return false;
-    player_->listen({[this] { opened(); }, [this](const std::string& reason) { failed(reason); }, [this] { ended(); },
+    player_->listen({[this] { opened(); }, [this](const std::string& why) { failed(why); }, [this] { ended(); },
                      [this] { frameReady.raise(); }});
     player_->setRate(wantedRate());
     player_->frames().setTarget(target_);
@@ -27,8 +27,12 @@ bool DesktopMovieControl::borrowPlayer() {
 }
 
 bool DesktopMovieControl::openMovie(const std::string& path) {
-    if (!borrowPlayer()) return false;
-    player_->open(path);
+    std::string reason;
+    if (borrowPlayer(reason)) {
+        player_->open(path);
+    } else {
+        failed(reason);
+    }
     return true;
 }
 

@@ -37,7 +37,7 @@ protected:
     void screenFillMayHaveChanged() override { fillsScreenChanged.raise(); }
 
 private:
-    bool borrowPlayer();
+    bool borrowPlayer(std::string& reason);
     void look();
 
     MoviePlayers& players_;

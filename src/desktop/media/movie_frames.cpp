@@ -41,9 +41,12 @@ MovieFrames::MovieFrames(mpv_handle* player, std::function<void()> announce)
 }
 
 MovieFrames::~MovieFrames() {
-    if (context_ == nullptr) return;
-    movieLibrary().mpv_render_context_set_update_callback(context_, nullptr, nullptr);
-    movieLibrary().mpv_render_context_free(context_);
+    hush();
+    if (context_ != nullptr) movieLibrary().mpv_render_context_free(context_);
+}
+
+void MovieFrames::hush() {
+    if (context_ != nullptr) movieLibrary().mpv_render_context_set_update_callback(context_, nullptr, nullptr);
 }
 
 void MovieFrames::setPicture(QSize pixels) {

@@ -24,6 +24,8 @@ public:
     MovieFrames& operator=(const MovieFrames&) = delete;
     ~MovieFrames();
 
+    /// Nothing is announced any more, and no frame is taken: it may go on any thread.
+    void hush();
     bool usable() const { return context_ != nullptr; }
 
     /// The picture's own shape; empty: nothing is to be seen (a movie is only being opened, or has no picture).

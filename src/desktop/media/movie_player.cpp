@@ -3,16 +3,16 @@
 
 #include <QMetaObject>
 #include <algorithm>
-#include <array>
-#include <clocale>
 #include <cmath>
-#include <cstdlib>
 #include <filesystem>
+#include <system_error>
 #include <utility>
 #include <vector>
 
 #include "desktop/media/movie_duration.h"
+#include "desktop/media/movie_handle.h"
 #include "desktop/media/movie_library.h"
+#include "desktop/media/silence.h"
 
 namespace corvane {
 
@@ -22,46 +22,6 @@ namespace {
 enum Tag : std::uint64_t { kLoad = 1, kSeek, kEnd, kWidth, kHeight, kDuration, kSampleRate, kFormat };
 
 constexpr std::uint64_t tagged(Tag tag, std::uint32_t number) { return std::uint64_t{tag} << 32 | number; }
-
-/// A movie is a local file and nothing else: no configuration, no scripts, no network, no file that it refers to.
-constexpr std::array<std::pair<const char*, const char*>, 36> kOptions{{
-    {"config", "no"},
-    {"load-scripts", "no"},
-    {"ytdl", "no"},
-    {"access-references", "no"},
-    {"demuxer-lavf-o", "protocol_whitelist=[file]"},
-    {"stream-lavf-o", "protocol_whitelist=[file]"},
-    {"autoload-files", "no"},
-    {"ordered-chapters", "no"},
-    {"resume-playback", "no"},
-    {"audio-display", "no"},
-    {"terminal", "no"},
-    {"osc", "no"},
-    {"osd-level", "0"},
-    {"input-default-bindings", "no"},
-    {"input-vo-keyboard", "no"},
-    {"input-cursor", "no"},
-    {"input-media-keys", "no"},
-    {"idle", "yes"},
-    {"pause", "yes"},
-    {"keep-open", "yes"},
-    {"sid", "no"},
-    {"hwdec", "no"},
-    {"vo", "libmpv"},
-    {"keepaspect", "no"},  // its frames have the picture's shape already; rounded to pixels it would add a black line
-    {"sws-allow-zimg", "no"},  // its colours are wrong in memory
-    {"sws-fast", "yes"},       // half the work of a frame; what it rounds off is not seen
-    {"ao", "pulse,null"},
-    {"pulse-buffer", "native"},  // with a short one the clock stands still at first where no hardware drives it
-    {"audio-client-name", "Corvane"},
-    {"audio-pitch-correction", "yes"},
-    {"hr-seek", "yes"},
-    {"cache", "auto"},
-    {"demuxer-max-bytes", "32MiB"},
-    {"demuxer-max-back-bytes", "8MiB"},
-    {"save-position-on-quit", "no"},
-    {"stop-screensaver", "no"},
-}};
 
 /// Program streams have no index: an exact seek must start well before its target.
 double seekOffset(const std::string& format) { return format.starts_with("mpeg") ? 2 : 0; }
@@ -73,47 +33,43 @@ std::string sentence(int error) {
     return text;
 }
 
-/// CORVANE_AUDIO=null plays in silence, by the clock.
-bool silenceWanted() {
-    const char* const audio = std::getenv("CORVANE_AUDIO");
-    return audio != nullptr && std::string_view(audio) == "null";
-}
-
 }  // namespace
 
-void MoviePlayer::DestroyHandle::operator()(mpv_handle* handle) const { movieLibrary().mpv_terminate_destroy(handle); }
-
-std::unique_ptr<MoviePlayer> MoviePlayer::make() {
-    std::unique_ptr<MoviePlayer> player(new MoviePlayer);
-    return player->start() ? std::move(player) : nullptr;
+std::unique_ptr<MoviePlayer> MoviePlayer::make(std::string& reason) {
+    try {
+        std::unique_ptr<MoviePlayer> player(new MoviePlayer);
+        return player->start(reason) ? std::move(player) : nullptr;
+    } catch (const std::system_error&) {
+        return reason = "The system has no descriptor left.", nullptr;
+    }
 }
 
-bool MoviePlayer::start() {
-    if (!loadMovieLibrary()) return false;
-    std::setlocale(LC_NUMERIC, "C");  // the library refuses to work with another one
-    handle_.reset(movieLibrary().mpv_create());
-    if (!handle_) return false;
-    // An option that this version of the library lacks is one that it needs not be told.
-    for (const auto& [name, value] : kOptions) movieLibrary().mpv_set_option_string(handle_.get(), name, value);
-    if (!source_.attach(handle_.get())) return false;
+bool MoviePlayer::start(std::string& reason) {
+    library_->handle = makeMovieHandle(reason);
+    if (!library_->handle) return false;
+    reason = "The movie player cannot be started";
+    mpv_handle* const handle = library_->handle.get();
     silent_ = silenceWanted();
-    if (silent_) movieLibrary().mpv_set_option_string(handle_.get(), "ao", "null");
-    if (movieLibrary().mpv_initialize(handle_.get()) < 0) return false;
-    frames_ = std::make_unique<MovieFrames>(handle_.get(), [this] { wake(); });
-    if (!frames_->usable()) return false;
-    movieLibrary().mpv_observe_property(handle_.get(), 0, "time-pos", MPV_FORMAT_DOUBLE);
-    movieLibrary().mpv_observe_property(handle_.get(), 0, "eof-reached", MPV_FORMAT_FLAG);
-    movieLibrary().mpv_observe_property(handle_.get(), 0, "current-ao", MPV_FORMAT_STRING);
+    if (!library_->source.attach(handle)) return false;
+    library_->frames = std::make_unique<MovieFrames>(handle, [this] { wake(); });
+    if (!library_->frames->usable()) return false;
+    for (const auto& [name, format] :
+         {std::pair{"time-pos", MPV_FORMAT_DOUBLE}, std::pair{"eof-reached", MPV_FORMAT_FLAG},
+          std::pair{"current-ao", MPV_FORMAT_STRING}}) {
+        if (movieLibrary().mpv_observe_property(handle, 0, name, format) < 0) return false;
+    }
     movieLibrary().mpv_set_wakeup_callback(
-        handle_.get(), [](void* self) { static_cast<MoviePlayer*>(self)->wake(); }, this);
+        handle, [](void* self) { static_cast<MoviePlayer*>(self)->wake(); }, this);
     return true;
 }
 
+/// What is being decoded now holds nobody up: the library's part is taken down in a worker.
 MoviePlayer::~MoviePlayer() {
-    if (handle_) movieLibrary().mpv_set_wakeup_callback(handle_.get(), nullptr, nullptr);
-    source_.giveUp();
-    endCounting();
-    frames_.reset();
+    counter_.giveUp();
+    source().giveUp();
+    if (library_->handle) movieLibrary().mpv_set_wakeup_callback(library_->handle.get(), nullptr, nullptr);
+    if (library_->frames) library_->frames->hush();
+    Worker::run([library = std::move(library_)](const Worker::GiveUp&) mutable { library.reset(); });
     post_.stop();
 }
 
@@ -127,14 +83,14 @@ void MoviePlayer::open(const std::string& path) {
     std::error_code error;
     opening_ = true;
     path_ = std::filesystem::absolute(path, error).string();  // asks no drive
-    command(tagged(kLoad, number_), {"loadfile", source_.begin(path_).c_str()});
+    command(tagged(kLoad, number_), {"loadfile", source().begin(path_).c_str()});
 }
 
 void MoviePlayer::close() {
     ++number_;
     ++turn_;
-    source_.giveUp();
-    endCounting();
+    source().giveUp();
+    counter_.giveUp();
     opening_ = playing_ = ended_ = sounds_ = false;
     entry_ = -1;
     seek_ = Seek::None;
@@ -142,7 +98,7 @@ void MoviePlayer::close() {
     target_.reset();
     time_ = duration_ = 0;
     picture_ = {0, 0};
-    frames_->setPicture({});
+    frames().setPicture({});
     setFlag("pause", true);
     if (!path_.empty()) command(0, {"stop"});
     path_.clear();
@@ -198,7 +154,8 @@ void MoviePlayer::setRate(double rate) {
 
 void MoviePlayer::checkEnd() {
     if (playing_ && !opening_)
-        movieLibrary().mpv_get_property_async(handle_.get(), tagged(kEnd, turn_), "eof-reached", MPV_FORMAT_FLAG);
+        movieLibrary().mpv_get_property_async(library_->handle.get(), tagged(kEnd, turn_), "eof-reached",
+                                              MPV_FORMAT_FLAG);
 }
 
 void MoviePlayer::findSoundAgain() { command(0, {"ao-reload"}); }
@@ -216,11 +173,11 @@ void MoviePlayer::pump() {
     woken_ = false;
     const std::uint32_t before = number_;
     while (true) {
-        const mpv_event* const event = movieLibrary().mpv_wait_event(handle_.get(), 0);
+        const mpv_event* const event = movieLibrary().mpv_wait_event(library_->handle.get(), 0);
         if (event->event_id == MPV_EVENT_NONE) break;
         handle(*event);
     }
-    if (frames_->update() && before == number_ && !opening_ && listener_.frameReady) listener_.frameReady();
+    if (frames().update() && before == number_ && !opening_ && listener_.frameReady) listener_.frameReady();
 }
 
 void MoviePlayer::handle(const mpv_event& event) {
@@ -254,7 +211,7 @@ void MoviePlayer::handleEnd(std::int64_t entry, bool failed, int error) {
     if (entry_ < 0 || entry != entry_) return;
     started_ = -1;
     if (failed || opening_) {
-        const std::string unread = source_.failure();
+        const std::string unread = source().failure();
         const std::string unplayed = error < 0 ? sentence(error) : "Nothing in it can be played";
         tellFailed(unread.empty() ? unplayed : unread);
     } else {
@@ -313,7 +270,7 @@ void MoviePlayer::handleRestart() {
 
 /// Asks for what is known once the first picture stands; the answers come in this order.
 void MoviePlayer::learnFacts() {
-    mpv_handle* const handle = handle_.get();
+    mpv_handle* const handle = library_->handle.get();
     movieLibrary().mpv_get_property_async(handle, tagged(kWidth, number_), "dwidth", MPV_FORMAT_INT64);
     movieLibrary().mpv_get_property_async(handle, tagged(kHeight, number_), "dheight", MPV_FORMAT_INT64);
     movieLibrary().mpv_get_property_async(handle, tagged(kDuration, number_), "duration", MPV_FORMAT_DOUBLE);
@@ -364,35 +321,29 @@ void MoviePlayer::completeOpening() {
         return;
     }
     setNumber("hr-seek-demuxer-offset", seekOffset(format_));
-    if (lengthIsGuessed(format_, static_cast<std::uintmax_t>(source_.size()))) {
+    if (lengthIsGuessed(format_, static_cast<std::uintmax_t>(source().size()))) {
         countLength();
     } else {
         tellOpened();
     }
 }
 
+/// Where it cannot be counted the library's guess stands.
 void MoviePlayer::countLength() {
-    endCounting();
-    stopCounting_ = false;
-    counter_ = std::thread([this, path = path_, number = number_] {
-        const std::optional<double> counted = countedLength(path, stopCounting_);
-        post_([this, number, counted] {
+    const auto tell = [this, post = post_, number = number_](std::optional<double> counted) {
+        post([this, number, counted] {
             if (number != number_) return;
             if (counted) duration_ = *counted;
             tellOpened();
         });
-    });
-}
-
-/// Waits for a moment at most: no read waits for a drive any more.
-void MoviePlayer::endCounting() {
-    stopCounting_ = true;
-    if (counter_.joinable()) counter_.join();
+    };
+    const auto count = [tell, path = path_](const Worker::GiveUp& givenUp) { tell(countedLength(path, givenUp)); };
+    if (!counter_.start(count, [tell] { tell(std::nullopt); })) tellOpened();
 }
 
 void MoviePlayer::tellOpened() {
     opening_ = false;
-    frames_->setPicture(picture_);
+    frames().setPicture(picture_);
     if (listener_.opened) listener_.opened();
 }
 
@@ -412,17 +363,17 @@ void MoviePlayer::tellEnded() {
 
 void MoviePlayer::setFlag(const char* name, bool on) {
     int flag = on ? 1 : 0;
-    movieLibrary().mpv_set_property_async(handle_.get(), 0, name, MPV_FORMAT_FLAG, &flag);
+    movieLibrary().mpv_set_property_async(library_->handle.get(), 0, name, MPV_FORMAT_FLAG, &flag);
 }
 
 void MoviePlayer::setNumber(const char* name, double value) {
-    movieLibrary().mpv_set_property_async(handle_.get(), 0, name, MPV_FORMAT_DOUBLE, &value);
+    movieLibrary().mpv_set_property_async(library_->handle.get(), 0, name, MPV_FORMAT_DOUBLE, &value);
 }
 
 void MoviePlayer::command(std::uint64_t tag, std::initializer_list<const char*> words) {
     std::vector<const char*> list(words);
     list.push_back(nullptr);
-    movieLibrary().mpv_command_async(handle_.get(), tag, list.data());
+    movieLibrary().mpv_command_async(library_->handle.get(), tag, list.data());
 }
 
 }  // namespace corvane

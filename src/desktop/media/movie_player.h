@@ -9,11 +9,12 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <thread>
 
 #include "desktop/media/movie_frames.h"
+#include "desktop/media/movie_handle.h"
 #include "desktop/media/movie_source.h"
 #include "desktop/media/ui_post.h"
+#include "workers/worker.h"
 
 struct mpv_handle;
 struct mpv_event;
@@ -33,8 +34,8 @@ public:
         std::function<void()> frameReady;
     };
 
-    /// Null when the library cannot make one.
-    static std::unique_ptr<MoviePlayer> make();
+    /// Null when the library cannot make one; `reason` says why, in words.
+    static std::unique_ptr<MoviePlayer> make(std::string& reason);
     MoviePlayer(const MoviePlayer&) = delete;
     MoviePlayer& operator=(const MoviePlayer&) = delete;
     ~MoviePlayer();
@@ -54,7 +55,7 @@ public:
     double position() const;  ///< seconds; a seek's target at once
     double duration() const { return duration_; }
     QSize picture() const { return picture_; }  ///< empty without one
-    MovieFrames& frames() { return *frames_; }
+    MovieFrames& frames() { return *library_->frames; }
 
     /// The movie plays in silence because no sound server answered, or the one there was has gone.
     bool soundLost() const { return !silent_ && soundOutput_ == "null"; }
@@ -64,8 +65,16 @@ private:
     /// Seeks are told from what follows them: the library answers the command first, then plays again.
     enum class Seek { None, Sent, Answered };
 
+    /// What the library's own threads use. In this order it is made, and it goes the other way.
+    struct Library {
+        MovieSource source;
+        MovieHandle handle;
+        std::unique_ptr<MovieFrames> frames;
+    };
+
     MoviePlayer() = default;
-    bool start();
+    bool start(std::string& reason);
+    MovieSource& source() { return library_->source; }
     void wake();
     void pump();
     void handle(const mpv_event& event);
@@ -79,7 +88,6 @@ private:
     void learnFacts();
     void completeOpening();
     void countLength();
-    void endCounting();
     void tellOpened();
     void tellFailed(const std::string& reason);
     void tellEnded();
@@ -88,19 +96,12 @@ private:
     void setNumber(const char* name, double value);
     void command(std::uint64_t tag, std::initializer_list<const char*> words);
 
-    struct DestroyHandle {
-        void operator()(mpv_handle* handle) const;
-    };
-
     QObject receiver_;  ///< what is told later, from this thread
     UiPost post_;       ///< what comes from the library's threads and ours
     std::atomic<bool> woken_{false};
-    MovieSource source_;  ///< outlives the handle
-    std::unique_ptr<mpv_handle, DestroyHandle> handle_;
-    std::unique_ptr<MovieFrames> frames_;
+    std::shared_ptr<Library> library_ = std::make_shared<Library>();
     Listener listener_;
-    std::atomic<bool> stopCounting_{false};
-    std::thread counter_;
+    Worker counter_;
 
     std::uint32_t number_ = 0;  ///< of the open; replies to an earlier one are dropped
     std::uint32_t turn_ = 0;    ///< of the last change of place or state; an end belongs to one

@@ -23,7 +23,9 @@ std::unique_ptr<MovieControl> MoviePlayers::makeControl(Form& form) {
     return std::make_unique<DesktopMovieControl>(form, *this);
 }
 
-std::unique_ptr<MoviePlayer> MoviePlayers::take() { return idle_ ? std::move(idle_) : MoviePlayer::make(); }
+std::unique_ptr<MoviePlayer> MoviePlayers::take(std::string& reason) {
+    return idle_ ? std::move(idle_) : MoviePlayer::make(reason);
+}
 
 void MoviePlayers::giveBack(std::unique_ptr<MoviePlayer> player) {
     player->listen({});

@@ -26,8 +26,8 @@ public:
     /// A control of that form; it is a MovieSurface as well.
     std::unique_ptr<MovieControl> makeControl(Form& form);
 
-    /// An idle player, kept or new. Null when the library cannot make one.
-    std::unique_ptr<MoviePlayer> take();
+    /// An idle player, kept or new. Null when the library cannot make one; `reason` says why, in words.
+    std::unique_ptr<MoviePlayer> take(std::string& reason);
     /// Stops a player and keeps it for the next one.
     void giveBack(std::unique_ptr<MoviePlayer> player);
 

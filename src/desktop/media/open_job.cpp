@@ -2,8 +2,9 @@
 #include "desktop/media/open_job.h"
 
 #include <chrono>
-#include <thread>
 #include <utility>
+
+#include "workers/worker.h"
 
 namespace corvane {
 
@@ -14,9 +15,22 @@ constexpr std::chrono::milliseconds kWaitForExact{30};
 
 std::shared_ptr<OpenJob> OpenJob::start(Opener opener, std::function<void()> opened) {
     auto job = std::make_shared<OpenJob>();
-    // Not joined: a drive that hangs must not hang us. The thread keeps what it needs alive.
-    std::thread([job, opener = std::move(opener), opened = std::move(opened)] { job->run(opener, opened); }).detach();
+    const auto work = [job, opener = std::move(opener), opened](const Worker::GiveUp&) { job->run(opener, opened); };
+    const auto broken = [job, opened] {
+        if (job->fail(Worker::kBroken)) opened();
+    };
+    if (!Worker::run(work, broken)) job->fail(Worker::kRefused);
     return job;
+}
+
+/// False: it was open already, and only its length could not be found.
+bool OpenJob::fail(const char* reason) {
+    const std::lock_guard lock(mutex_);
+    const bool opening = !std::exchange(finished_, true);
+    measured_ = true;
+    if (opening) reason_ = reason;
+    wake_.notify_all();
+    return opening;
 }
 
 void OpenJob::run(const Opener& opener, const std::function<void()>& opened) {

@@ -17,7 +17,8 @@ class OpenJob : public std::enable_shared_from_this<OpenJob> {
 public:
     using Opener = std::function<OpenedSound()>;
 
-    /// Starts the thread. `opened` is called on it, once, when the sound is there or has failed.
+    /// Starts the thread. `opened` is called on it, once, when the sound is there or has failed; where the system
+    /// refuses a thread, the job has finished at once, with that reason, and nothing is called.
     static std::shared_ptr<OpenJob> start(Opener opener, std::function<void()> opened);
 
     /// Waits at most `kWaitMs` for the sound with its length.
@@ -31,6 +32,7 @@ public:
 
 private:
     void run(const Opener& opener, const std::function<void()>& opened);
+    bool fail(const char* reason);
 
     mutable std::mutex mutex_;
     std::condition_variable wake_;

@@ -8,7 +8,8 @@ using Steady = std::chrono::steady_clock;
 PulseLink::PulseLink(const char* name) : name_(name), loop_(pa_threaded_mainloop_new()) {}
 
 PulseLink::~PulseLink() {
-    if (attempted_) {
+    if (loop_ == nullptr) return;
+    if (running_) {
         {
             const Lock lock(*this);
             dropContext();
@@ -17,6 +18,8 @@ PulseLink::~PulseLink() {
     }
     pa_threaded_mainloop_free(loop_);
 }
+
+bool PulseLink::failed() const { return !context_ || !PA_CONTEXT_IS_GOOD(pa_context_get_state(context_)); }
 
 bool PulseLink::connected() const { return context_ && pa_context_get_state(context_) == PA_CONTEXT_READY; }
 
@@ -32,6 +35,7 @@ void PulseLink::connectAgain() {
     dropContext();
     lastAttempt_ = Steady::now();
     context_ = pa_context_new(pa_threaded_mainloop_get_api(loop_), name_);
+    if (context_ == nullptr) return;
     pa_context_set_state_callback(
         context_,
         [](pa_context* context, void* self) {
@@ -44,23 +48,27 @@ void PulseLink::connectAgain() {
 }
 
 bool PulseLink::ready(int waitMs) {
-    if (!attempted_) {
-        attempted_ = true;
-        if (pa_threaded_mainloop_start(loop_) < 0) return false;
-        const Lock lock(*this);
-        connectAgain();
-    } else {
+    if (!start()) return false;
+    {
         const Lock lock(*this);
         if (connected()) return true;
-        const bool failed = !context_ || !PA_CONTEXT_IS_GOOD(pa_context_get_state(context_));
-        if (failed && Steady::now() - lastAttempt_ < std::chrono::milliseconds(kRetryMs)) return false;
-        if (failed) connectAgain();
+        if (failed()) {
+            if (attempted_ && Steady::now() - lastAttempt_ < std::chrono::milliseconds(kRetryMs)) return false;
+            attempted_ = true;
+            connectAgain();
+        }
     }
-    return waitFor(waitMs, [this] { return connected() || !PA_CONTEXT_IS_GOOD(pa_context_get_state(context_)); }) &&
-           [this] {
-               const Lock lock(*this);
-               return connected();
-           }();
+    waitFor(waitMs, [this] { return connected() || failed(); });
+    const Lock lock(*this);
+    return connected();
+}
+
+/// Where the system refuses a descriptor or a thread there is no server, until it has one again.
+bool PulseLink::start() {
+    if (running_) return true;
+    if (loop_ == nullptr) loop_ = pa_threaded_mainloop_new();
+    running_ = loop_ != nullptr && pa_threaded_mainloop_start(loop_) >= 0;
+    return running_;
 }
 
 void PulseLink::changed() {

@@ -46,7 +46,9 @@ public:
     static constexpr int kRetryMs = 1000;
 
 private:
+    bool start();
     bool connected() const;
+    bool failed() const;
     void connectAgain();
     void dropContext();
 
@@ -54,7 +56,8 @@ private:
     pa_threaded_mainloop* loop_ = nullptr;
     pa_context* context_ = nullptr;
     std::chrono::steady_clock::time_point lastAttempt_;
-    bool attempted_ = false;
+    bool running_ = false;    ///< the thread
+    bool attempted_ = false;  ///< to connect
     std::function<void()> onReady_;
     std::mutex mutex_;
     std::condition_variable wake_;

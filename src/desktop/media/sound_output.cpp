@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <condition_variable>
+#include <mutex>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -20,6 +22,7 @@ using std::chrono::milliseconds;
 constexpr milliseconds kPeriod{20};         ///< between two looks while playing
 constexpr milliseconds kRingOut{300};       ///< what ended is heard so long before the stream is held
 constexpr milliseconds kKeepStream{5'000};  ///< an idle stream wakes now and then: it goes after this
+constexpr milliseconds kLeave{500};         ///< for the reading thread at the end
 constexpr std::size_t kBlock = 2048;        ///< frames read at a time, so that a command waits little
 
 /// An end is told early, so the next sound waits for the tail of the one before, but not for a lame server.
@@ -29,18 +32,21 @@ enum class Run { Stopped, Playing, Held };
 
 }  // namespace
 
-/// What the reading thread does. Members marked shared are guarded by the output's mutex; the rest is the thread's own.
+/// What the reading thread does. Members marked shared are guarded by the mutex; the rest is the thread's own.
 class SoundOutput::Reader {
 public:
-    Reader(std::mutex& mutex, std::condition_variable& wake, bool silent)
-        : mutex_(mutex), wake_(wake), silent_(silent) {}
+    explicit Reader(bool silent) : silent_(silent) {}
 
     void run();
+    void breakOff();
     std::int64_t position() const;
     void freeze();
     void interrupt() {
         if (part && part->sound) part->sound->stopping = true;
     }
+
+    std::mutex mutex;
+    std::condition_variable wake;
 
     // shared
     bool quit = false;
@@ -69,8 +75,6 @@ private:
         return format.rate == format_.rate && format.channels == format_.channels;
     }
 
-    std::mutex& mutex_;
-    std::condition_variable& wake_;
     const bool silent_;
     std::optional<PulseLink> link_;
     std::unique_ptr<PcmSink> sink_;
@@ -137,7 +141,7 @@ void SoundOutput::Reader::replaceLostSink() {
     }
     double pending = 0;
     {
-        const Guard guard(mutex_);
+        const Guard guard(mutex);
         pending = static_cast<double>(read_ - position());
     }
     if (lost) {
@@ -211,7 +215,7 @@ void SoundOutput::Reader::obey(Guard& guard) {
 
 /// Gives the sink what it wants.
 void SoundOutput::Reader::pump(Guard& guard) {
-    if (heldBack) wake_.wait_for(guard, kMostHeldBack, [this] { return quit || !heldBack || seen_ != changes; });
+    if (heldBack) wake.wait_for(guard, kMostHeldBack, [this] { return quit || !heldBack || seen_ != changes; });
     if (seen_ != changes) return;
     heldBack = false;
     reading_.sound->stopping = false;
@@ -271,7 +275,7 @@ bool SoundOutput::Reader::finished() {
 void SoundOutput::Reader::rest(Guard& guard) {
     const Steady::duration idle = Steady::now() - idleSince_;
     if (!sink_) {
-        wake_.wait(guard, [this] { return quit || warm || seen_ != changes; });
+        wake.wait(guard, [this] { return quit || warm || seen_ != changes; });
         return;
     }
     Steady::time_point until = idleSince_ + kKeepStream;
@@ -285,17 +289,17 @@ void SoundOutput::Reader::rest(Guard& guard) {
             return;
         }
     } else if (state_ == Run::Held) {
-        wake_.wait(guard, [this] { return quit || seen_ != changes; });
+        wake.wait(guard, [this] { return quit || seen_ != changes; });
         return;
     } else if (idle >= kKeepStream) {
         sink_.reset();
         return;
     }
-    wake_.wait_until(guard, until, [this] { return quit || seen_ != changes; });
+    wake.wait_until(guard, until, [this] { return quit || seen_ != changes; });
 }
 
 void SoundOutput::Reader::run() {
-    Guard guard(mutex_);
+    Guard guard(mutex);
     while (!quit) {
         obey(guard);
         if (quit) break;
@@ -321,34 +325,52 @@ void SoundOutput::Reader::run() {
         }
         Steady::duration nap = kPeriod;
         if (atEnd_) nap = milliseconds(5);
-        wake_.wait_for(guard, nap, [this] { return quit || seen_ != changes; });
+        wake.wait_for(guard, nap, [this] { return quit || seen_ != changes; });
     }
 }
 
-SoundOutput::SoundOutput(bool silent) : reader_(std::make_unique<Reader>(mutex_, wake_, silent)) {
-    thread_ = std::thread([this] { reader_->run(); });
+/// There was no memory to go on with: what played ends where it stands, and a new thread begins anew.
+void SoundOutput::Reader::breakOff() {
+    sink_.reset();
+    leaving_.reset();
+    const Guard guard(mutex);
+    freeze();
+    done_ = corked_ = true;
+    current_ = 0;
+    if (part && part->ended && wanted == Run::Playing) part->ended(position());
 }
+
+SoundOutput::SoundOutput(bool silent) : reader_(std::make_shared<Reader>(silent)) { runs(); }
 
 SoundOutput::~SoundOutput() {
     command([this] { reader_->quit = true; });
-    thread_.join();
+    thread_.wait(kLeave);
+}
+
+/// Starts the reading thread where it does not run: the system may have refused it before.
+bool SoundOutput::runs() {
+    if (!thread_.wait(milliseconds(0))) return true;
+    return thread_.start([reader = reader_](const Worker::GiveUp&) { reader->run(); },
+                         [reader = reader_] { reader->breakOff(); });
 }
 
 void SoundOutput::command(const std::function<void()>& change) {
-    const std::lock_guard lock(mutex_);
+    const std::lock_guard lock(reader_->mutex);
     reader_->interrupt();
     change();
     ++reader_->changes;
-    wake_.notify_all();
+    reader_->wake.notify_all();
 }
 
 void SoundOutput::warmUp() {
-    const std::lock_guard lock(mutex_);
+    if (!runs()) return;
+    const std::lock_guard lock(reader_->mutex);
     reader_->warm = true;
-    wake_.notify_all();
+    reader_->wake.notify_all();
 }
 
 std::uint64_t SoundOutput::play(Part part) {
+    if (!runs()) return 0;
     std::uint64_t number = 0;
     command([&] {
         Reader& reader = *reader_;
@@ -364,10 +386,10 @@ std::uint64_t SoundOutput::play(Part part) {
 }
 
 void SoundOutput::release(std::uint64_t part) {
-    const std::lock_guard lock(mutex_);
+    const std::lock_guard lock(reader_->mutex);
     if (part != reader_->number) return;
     reader_->heldBack = false;
-    wake_.notify_all();
+    reader_->wake.notify_all();
 }
 
 void SoundOutput::pause(std::uint64_t part) {
@@ -394,7 +416,7 @@ void SoundOutput::stop(std::uint64_t part) {
 }
 
 std::int64_t SoundOutput::position(std::uint64_t part) const {
-    const std::lock_guard lock(mutex_);
+    const std::lock_guard lock(reader_->mutex);
     return part == reader_->number ? reader_->position() : -1;
 }
 

@@ -2,14 +2,12 @@
 #pragma once
 
 #include <chrono>
-#include <condition_variable>
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <mutex>
-#include <thread>
 
 #include "desktop/media/sound_backend.h"
+#include "workers/worker.h"
 
 namespace corvane {
 
@@ -35,6 +33,7 @@ public:
 
     /// `silent`: never look for a sound server.
     explicit SoundOutput(bool silent);
+    /// Waits a moment for what is being read; what hangs in a decoder is left behind.
     ~SoundOutput();
     SoundOutput(const SoundOutput&) = delete;
     SoundOutput& operator=(const SoundOutput&) = delete;
@@ -42,7 +41,7 @@ public:
     /// Connects to the server and makes a stream, so that the first sound comes at once.
     void warmUp();
     /// Starts the part in place of whatever plays. The number names it in the calls below, which do nothing once
-    /// another part was started.
+    /// another part was started. 0: the system refuses the reading thread, and nothing plays.
     std::uint64_t play(Part part);
     void release(std::uint64_t part);  ///< a part that is held back is heard from now on
     void pause(std::uint64_t part);
@@ -53,12 +52,11 @@ public:
 
 private:
     class Reader;
+    bool runs();
     void command(const std::function<void()>& change);
 
-    mutable std::mutex mutex_;
-    std::condition_variable wake_;
-    std::unique_ptr<Reader> reader_;
-    std::thread thread_;
+    std::shared_ptr<Reader> reader_;  ///< held by its thread as well
+    Worker thread_;
 };
 
 }  // namespace corvane

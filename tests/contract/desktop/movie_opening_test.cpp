@@ -156,13 +156,14 @@ TEST_F(MovieFile, ADestroyedControlTellsNothing) {
 }
 
 TEST_F(MovieFile, ThePlayerOfAControlThatWentIsUsedAgain) {
-    std::unique_ptr<MoviePlayer> player = rig_.players.take();
+    std::string reason;
+    std::unique_ptr<MoviePlayer> player = rig_.players.take(reason);
     const MoviePlayer* const first = player.get();
     rig_.players.giveBack(std::move(player));
     ASSERT_TRUE(rig_.open(MovieRig::sample("colours.avi")));
     rig_.control->Rate(3);
     rig_.makeControl();
-    EXPECT_EQ(rig_.players.take().get(), first);
+    EXPECT_EQ(rig_.players.take(reason).get(), first);
 }
 
 TEST_F(MovieFile, AKeptPlayerStartsAtNormalSpeed) {

@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "workers/worker.h"
+
+#include <gtest/gtest.h>
+
+#include <condition_variable>
+#include <mutex>
+#include <new>
+
+namespace corvane {
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr milliseconds kSoon{20};
+constexpr milliseconds kDeadline{10'000};
+
+/// Opened once, waited for by others; false: not opened in time.
+class Gate {
+public:
+    void open() {
+        const std::lock_guard lock(mutex_);
+        open_ = true;
+        opened_.notify_all();
+    }
+    bool wait(milliseconds patience = kDeadline) {
+        std::unique_lock lock(mutex_);
+        return opened_.wait_for(lock, patience, [this] { return open_; });
+    }
+
+private:
+    std::mutex mutex_;
+    std::condition_variable opened_;
+    bool open_ = false;
+};
+
+/// Runs until it is given up, and tells so.
+Worker::Task untilGivenUp(const std::shared_ptr<Gate>& begun, const std::shared_ptr<Gate>& ended) {
+    return [begun, ended](const Worker::GiveUp& givenUp) {
+        begun->open();
+        Gate never;
+        while (!givenUp) never.wait(milliseconds(1));
+        ended->open();
+    };
+}
+
+TEST(Worker, RunsItsTaskAndWaitsForIt) {
+    auto done = std::make_shared<std::atomic<bool>>(false);
+    Worker worker;
+    EXPECT_TRUE(worker.wait(milliseconds(0))) << "without a task nothing runs";
+    ASSERT_TRUE(worker.start([done](const Worker::GiveUp& givenUp) { *done = !givenUp; }));
+    ASSERT_TRUE(worker.wait(kDeadline));
+    EXPECT_TRUE(*done);
+    EXPECT_EQ(done.use_count(), 1) << "what the task held is gone when it has ended";
+}
+
+TEST(Worker, WaitsNoLongerThanItsPatience) {
+    auto gate = std::make_shared<Gate>();
+    Worker worker;
+    ASSERT_TRUE(worker.start([gate](const Worker::GiveUp&) { gate->wait(); }));
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_FALSE(worker.wait(kSoon));
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, kDeadline / 2);
+    gate->open();
+    EXPECT_TRUE(worker.wait(kDeadline));
+}
+
+TEST(Worker, ATaskThatThrowsEndsThereAndIsTold) {
+    auto told = std::make_shared<Gate>();
+    Worker worker;
+    ASSERT_TRUE(worker.start([](const Worker::GiveUp&) { throw std::bad_alloc(); }, [told] { told->open(); }));
+    EXPECT_TRUE(told->wait());
+    EXPECT_TRUE(worker.wait(kDeadline));
+    EXPECT_EQ(told.use_count(), 1);
+    ASSERT_TRUE(worker.start([](const Worker::GiveUp&) { throw 1; }, [] { throw 2; })) << "even where telling throws";
+    EXPECT_TRUE(worker.wait(kDeadline));
+    ASSERT_TRUE(Worker::run([](const Worker::GiveUp&) { throw std::bad_alloc(); }));
+    EXPECT_TRUE(Worker::endAll(kDeadline));
+}
+
+TEST(Worker, ATaskIsGivenUpByASignalByTheNextOneAndByTheEndOfItsWorker) {
+    for (const int how : {0, 1, 2}) {
+        auto begun = std::make_shared<Gate>();
+        auto ended = std::make_shared<Gate>();
+        {
+            Worker worker;
+            ASSERT_TRUE(worker.start(untilGivenUp(begun, ended)));
+            ASSERT_TRUE(begun->wait());
+            EXPECT_FALSE(ended->wait(kSoon));
+            if (how == 0) worker.giveUp();
+            if (how == 1) {
+                ASSERT_TRUE(worker.start([](const Worker::GiveUp&) {}));
+            }
+            if (how != 2) {
+                EXPECT_TRUE(ended->wait()) << how;
+            }
+        }
+        EXPECT_TRUE(ended->wait()) << how;
+    }
+}
+
+TEST(Worker, IsMovedWithItsTaskAndGivesUpTheOneItHad) {
+    auto begun = std::make_shared<Gate>(), ended = std::make_shared<Gate>();
+    auto others = std::make_shared<Gate>(), othersEnd = std::make_shared<Gate>();
+    Worker first, second;
+    ASSERT_TRUE(first.start(untilGivenUp(begun, ended)));
+    ASSERT_TRUE(second.start(untilGivenUp(others, othersEnd)));
+    second = std::move(first);
+    EXPECT_TRUE(othersEnd->wait());
+    EXPECT_FALSE(ended->wait(kSoon));
+    second.giveUp();
+    EXPECT_TRUE(second.wait(kDeadline));
+    EXPECT_TRUE(ended->wait(milliseconds(0)));
+}
+
+TEST(Worker, AllAreGivenUpTogetherAndWhatRunsOnIsTold) {
+    auto begun = std::make_shared<Gate>(), ended = std::make_shared<Gate>();
+    ASSERT_TRUE(Worker::run(untilGivenUp(begun, ended)));
+    ASSERT_TRUE(begun->wait());
+    EXPECT_TRUE(Worker::endAll(kDeadline));
+    EXPECT_TRUE(ended->wait(milliseconds(0)));
+
+    auto stuck = std::make_shared<Gate>();
+    ASSERT_TRUE(Worker::run([stuck](const Worker::GiveUp&) { stuck->wait(); }));
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_FALSE(Worker::endAll(kSoon));
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, kDeadline / 2);
+    stuck->open();
+    EXPECT_TRUE(Worker::endAll(kDeadline));
+}
+
+}  // namespace
+}  // namespace corvane
