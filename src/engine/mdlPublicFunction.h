@@ -44,13 +44,20 @@ void skipToPrevious(Player& player);
 bool canGoForward(const Player& player);
 void CloseFile(Player& player, bool keepImage);
 void ShuffleList(Player& player);
-/// False: it cannot be decoded; the failure was shown and the player is stopped.
+/// False: it cannot be decoded, and the failure was shown.
 bool OpenImage(Player& player);
 void OpenMovie(Player& player);
 void OpenMciFile(Player& player);
 void OpenCDTrack(Player& player);
-/// A media control reported that it cannot go on: one box with the file's name and the reason, then stopped.
+/// The open file cannot be decoded or cannot go on: it is let go, and the box of a file that cannot be opened asks,
+/// with the reason. When its list has been replaced since, there is nothing to try again or to go on to: the box only
+/// tells, and the player is stopped.
 void mediaFailed(Player& player, const std::string& reason);
+/// A list has replaced another: what belonged to the old one is void (custom positions, a press of previous, an answer
+/// that a box waits for). What plays goes on; when nothing is open, the player is stopped.
+void listReplaced(Player& player);
+/// That opening's file is still the one that is open; its list may have been replaced.
+bool isStillOpen(const Player& player, const Opening& opening);
 
 /// Shows a replaced list on the panel: file number "001", first title and total; all three empty for an empty list.
 void showList(Player& player);

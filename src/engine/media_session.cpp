@@ -48,7 +48,8 @@ std::int64_t MediaSession::positionUs() const {
 
 MediaState::Status MediaSession::status() const {
     const auto* panel = player_.forms.find<MainPanelControls>();
-    if (panel == nullptr || panel->isStopped()) return MediaState::Status::Stopped;
+    // While a box asks about a file that could not be opened, the panel shows what the call left: nothing plays.
+    if (panel == nullptr || panel->isStopped() || player_.gMediaKind == mkNone) return MediaState::Status::Stopped;
     return panel->isPaused() ? MediaState::Status::Paused : MediaState::Status::Playing;
 }
 
@@ -92,10 +93,10 @@ void MediaSession::nameTrack(MediaState& seen) {
     if (seen.title.empty()) seen.title = titleOf(player_, seen.path);
 
     const bool isSame = state_.track != 0 && state_.path == seen.path &&
-                        (player_.gFileIndex == trackIndex_ || (open && player_.openings == trackOpening_));
+                        (player_.gFileIndex == trackIndex_ || (open && player_.opening.number == trackOpening_));
     seen.track = isSame ? state_.track : ++tracks_;
     trackIndex_ = player_.gFileIndex;
-    trackOpening_ = player_.openings;
+    trackOpening_ = player_.opening.number;
 }
 
 /// Tells a position that one who counts on from the last one does not expect.

@@ -88,7 +88,7 @@ private:
     Player& player_;
     MediaState state_;
     std::int16_t trackIndex_ = 0;     ///< gFileIndex when the track got its number
-    std::uint32_t trackOpening_ = 0;  ///< Player::openings then
+    std::uint32_t trackOpening_ = 0;  ///< Player::opening then
     std::uint32_t tracks_ = 0;        ///< numbers given so far
     std::int64_t toldUs_ = 0;         ///< position as those who listen know it, at toldAtMs_
     std::int64_t toldAtMs_ = 0;

@@ -85,30 +85,6 @@ bool canBeOpened(Player& player, const std::string& path) {
     return GetExtension(path) != "CDA" || trackNumber(path).has_value();
 }
 
-/// What the box was answered with, unless something else has moved the list on or stopped it meanwhile.
-void goOnFrom(Player& player, std::int16_t asked, void (*operation)(Player&)) {
-    if (player.gPlaying && player.gFileIndex == asked) operation(player);
-}
-
-/// The stop, retry or go-on box of a file that is not there. What follows runs as a new event, so that a list of
-/// missing files never nests.
-void askAboutMissing(Player& player) {
-    const std::int16_t asked = player.gFileIndex;
-    const Answer answer =
-        messageBox(player, currentPath(player) + " Can't open!!", Buttons::AbortRetryIgnore, Icon::Stop);
-    switch (answer) {
-        case Answer::Retry:
-            player.ports.loop.post([&player, asked] { goOnFrom(player, asked, PrevFile); });
-            break;
-        case Answer::Ignore:
-            player.ports.loop.post([&player, asked] { goOnFrom(player, asked, NextFile); });
-            break;
-        default:
-            CloseFile(player, false);
-            break;
-    }
-}
-
 void resumeMovie(Player& player, MovieWindowControls& movie) {
     if (movie.started) {
         movie.doubleClickedAt = -1;
@@ -189,14 +165,14 @@ void prepareNext(Player& player) {
 void openFresh(Player& player, MainPanelControls& panel) {
     const std::string path = currentPath(player);
     if (!canBeOpened(player, path)) {
-        askAboutMissing(player);
+        askAboutFile(player, path, "");
         return;
     }
     const Classified file = classify(GetExtension(path));
     closeOtherWindow(player, file.kind);
     player.gMediaKind = file.kind;
     player.openedPath = path;
-    ++player.openings;
+    player.opening = {player.lists, player.opening.number + 1};
     dropStaleDevice(player, file);
     if (file.deviceType != nullptr) player.forms.load<MciWindowControls>().mmcMci->DeviceType(file.deviceType);
     panel.lblMainPanel[kTextLabel].Caption = file.text;
@@ -228,6 +204,7 @@ std::int16_t mediaKind(const std::string& path) { return classify(GetExtension(p
 void PlayFile(Player& player) {
     auto* panel = player.forms.find<MainPanelControls>();
     if (player.gFileCount == 0 || panel == nullptr) return;
+    ++player.turns;
     player.gPlaying = true;
     player.gSlideState = 0;
     panel->cmdMainPanel[kPlay].Enabled = false;

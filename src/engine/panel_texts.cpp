@@ -8,6 +8,14 @@ void nameStepButtons(MainPanelControls& panel, bool paused) {
     panel.cmdMainPanel[kNext].ToolTipText = paused ? "Step" : "Next";
 }
 
+void showPlaying(Player& player, MainPanelControls& panel) {
+    player.gPlaying = true;
+    panel.cmdMainPanel[kPlay].Enabled = false;
+    panel.cmdMainPanel[kPause].Enabled = true;
+    panel.cmdMainPanel[kEditor].Enabled = false;
+    nameStepButtons(panel, false);
+}
+
 void setTime(MainPanelControls& panel, const std::string& text) { panel.lblMainPanel[kTimeLabel].Caption = text; }
 
 void setSlider(Player& player, MainPanelControls& panel, double position, double length) {

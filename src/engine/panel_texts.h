@@ -10,10 +10,20 @@ namespace corvane::mdlPublicFunction {
 
 /// Previous and next are "Prev" and "Next", or "Back" and "Step" while paused.
 void nameStepButtons(MainPanelControls& panel, bool paused);
+/// The player plays, and the panel says so; nothing is asked of a media control.
+void showPlaying(Player& player, MainPanelControls& panel);
 void setTime(MainPanelControls& panel, const std::string& text);
 void setSlider(Player& player, MainPanelControls& panel, double position, double length);
 /// File number "000" and title of the current entry.
 void showEntry(Player& player, MainPanelControls& panel);
+/// A picture stays up while the next file is opened, unless pictures are hidden between files.
+bool keepsPicture(const Player& player);
+/// Lets go what is open (with keepImage a picture stays up); whether the player plays is left as it is.
+void closeMedia(Player& player, MainPanelControls& panel, bool keepImage);
+/// The box of a file that cannot be opened: its path, " Can't open!!", and the reason on a line of its own, if there is
+/// one. Abort stops, Retry is previous, Ignore is next; these run as a new event, so that a list of such files never
+/// nests. An answer is void when Player::turns has changed meanwhile.
+void askAboutFile(Player& player, const std::string& path, const std::string& reason);
 /// The movie starts after its delay, or when it is resumed: at the custom start position when that is in force.
 void startMovie(Player& player, MovieWindowControls& movie);
 /// The end of the current CD track in packed form.

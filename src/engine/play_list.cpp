@@ -35,14 +35,12 @@ int takeFiles(Player& player, const DropData& dropped) {
     }
     player.gFileCount = static_cast<std::int16_t>(taken);
     player.gFileIndex = 0;
-    clearCustomPositions(player);
-    player.gBackPending = false;
+    listReplaced(player);
     showList(player);
     setPanelCaption(player, kTotalLabel, std::to_string(taken));
     setPanelCaption(player, kTimeLabel, "");
     if (auto* panel = player.forms.find<MainPanelControls>()) {
         panel->lblMainPanel[kTimeLabel].ToolTipText = "";
-        panel->tmrPlayBack.Enabled = false;  // a press of previous before the drop is void
     }
     return static_cast<int>(taken);
 }

@@ -12,14 +12,25 @@
 
 namespace corvane {
 
+/// One opening of one list: what something late belongs to (a decoded picture, a report of a failure).
+struct Opening {
+    std::uint32_t list = 0;    ///< Player::lists when it began
+    std::uint32_t number = 0;  ///< openings so far, this one included
+    bool operator==(const Opening&) const = default;
+};
+
 /// One player: the shared state, the loaded forms and the ports. Procedures of the engine take it.
 struct Player : mdlDefinePublic::PlayerState {
     explicit Player(Ports& given) : ports(given), forms(given) {}
 
     Ports& ports;
     FormHost forms;
-    std::string openedPath;                      ///< of the file opened last
-    std::uint32_t openings = 0;                  ///< files opened so far
+    std::string openedPath;   ///< of the file opened last
+    Opening opening;          ///< of the file opened last
+    std::uint32_t lists = 0;  ///< lists that have replaced another so far
+    /// Changes with each play, pause, next, previous and close, and with each list that replaces another: the answer of
+    /// a box is void when it is another number than when the box was put up.
+    std::uint32_t turns = 0;
     std::array<std::string, 6> panelCaptions;    ///< the panel's labels, written before it loads
     std::optional<std::uint32_t> volumeAtStart;  ///< to be put back at the end; empty: nothing is
     std::string editorFolder;                    ///< what the editor showed last, for its next opening; empty: none yet

@@ -35,9 +35,8 @@ void forgetBackPress(Player& player, MainPanelControls& panel) {
     panel.tmrPlayBack.Enabled = false;
 }
 
-/// A picture stays up while the next file is opened, unless pictures are hidden between files.
 void closeAndPlay(Player& player) {
-    CloseFile(player, player.gMediaKind < mkMovie && !player.gImageHide);
+    CloseFile(player, keepsPicture(player));
     PlayFile(player);
 }
 
@@ -199,11 +198,18 @@ void closeByKind(Player& player, bool keepImage) {
 
 }  // namespace
 
+bool keepsPicture(const Player& player) { return player.gMediaKind < mkMovie && !player.gImageHide; }
+
 bool canGoForward(const Player& player) { return player.gFileIndex < player.gFileCount - 1 || player.gRepeat; }
 
 void PauseFile(Player& player) {
     auto* panel = player.forms.find<MainPanelControls>();
     if (panel == nullptr || !somethingIsOpen(player) || !player.gPlaying) return;
+    ++player.turns;
+    if (player.gMediaKind == mkNone) {  // the file could not be opened: there is nothing to hold
+        CloseFile(player, true);
+        return;
+    }
     player.gPlaying = false;
     forgetBackPress(player, *panel);
     panel->cmdMainPanel[kPlay].Enabled = true;
@@ -233,6 +239,7 @@ void PauseFile(Player& player) {
 void NextFile(Player& player) {
     auto* panel = player.forms.find<MainPanelControls>();
     if (panel == nullptr) return;
+    ++player.turns;
     if (player.gFileCount == 0) {
         CloseFile(player, false);
     } else if (panel->isStopped()) {
@@ -252,6 +259,7 @@ void NextFile(Player& player) {
 void PrevFile(Player& player) {
     auto* panel = player.forms.find<MainPanelControls>();
     if (panel == nullptr) return;
+    ++player.turns;
     if (player.gFileCount == 0) {
         player.gBackPending = false;
     } else if (panel->isStopped()) {
@@ -292,27 +300,26 @@ void skipToPrevious(Player& player) {
 void CloseFile(Player& player, bool keepImage) {
     auto* panel = player.forms.find<MainPanelControls>();
     if (panel == nullptr) return;
+    ++player.turns;
     const bool keptPicture = player.forms.find<ImageWindowControls>() != nullptr;
     if (!somethingIsOpen(player) && !keptPicture) return;
-    forgetBackPress(player, *panel);
-    player.gSlideState = 0;
-    if (!keepImage) player.forms.unload<ImageWindowControls>();
-    closeByKind(player, keepImage);
-    player.gMediaKind = mkNone;
+    closeMedia(player, *panel, keepImage);
     player.gPlaying = false;
-    panel->pctSlide.Width = kTwipsPerPixel;
-    setTime(*panel, "");
-    panel->lblMainPanel[kTimeLabel].ToolTipText = "";
     panel->cmdMainPanel[kPlay].Enabled = true;
     panel->cmdMainPanel[kPause].Enabled = true;
     panel->cmdMainPanel[kEditor].Enabled = true;
     nameStepButtons(*panel, false);
 }
 
-void mediaFailed(Player& player, const std::string& reason) {
-    const std::string text = player.openedPath + "\r\n" + reason;
-    CloseFile(player, false);
-    messageBox(player, text, Buttons::Ok, Icon::Stop);
+void closeMedia(Player& player, MainPanelControls& panel, bool keepImage) {
+    forgetBackPress(player, panel);
+    player.gSlideState = 0;
+    if (!keepImage) player.forms.unload<ImageWindowControls>();
+    closeByKind(player, keepImage);
+    player.gMediaKind = mkNone;
+    panel.pctSlide.Width = kTwipsPerPixel;
+    setTime(panel, "");
+    panel.lblMainPanel[kTimeLabel].ToolTipText = "";
 }
 
 }  // namespace corvane::mdlPublicFunction

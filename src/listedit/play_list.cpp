@@ -117,8 +117,6 @@ void frmFileList::fitHorizontalRange() {
 void frmFileList::takeListIntoPlayer() {
     player_.gFilePath.fill("");
     player_.gFileTitle.fill("");
-    clearCustomPositions(player_);
-
     const int count = std::min(lstFileList[0].count(), kMaxFiles);
     for (int i = 0; i < count; ++i) {
         player_.gFileTitle[static_cast<std::size_t>(i)] = GetBaseName(lstFileList[0].item(i));
@@ -126,6 +124,7 @@ void frmFileList::takeListIntoPlayer() {
     }
     player_.gFileCount = static_cast<std::int16_t>(count);
     player_.gFileIndex = 0;
+    listReplaced(player_);
     showList(player_);
 }
 

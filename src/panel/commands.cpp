@@ -77,6 +77,7 @@ void frmMainPanel::lblMainPanel_Click(const Label& label) {
 
 void frmMainPanel::cmdMainPanel_MouseDown(int index, const MouseArgs& mouse) {
     if (mouse.button != kLeftButton || (index != kPrev && index != kNext)) return;
+    endHold();  // of a press whose release never came
     if (isFullScreenMovie() && movie() != nullptr) movie()->amvMovie->FullScreenMode(false);
     const bool shift = (mouse.shift & kShiftMask) != 0;
     if (index == kPrev) {
@@ -84,7 +85,6 @@ void frmMainPanel::cmdMainPanel_MouseDown(int index, const MouseArgs& mouse) {
     } else {
         hold_ = shift ? Hold::NextShift : Hold::Next;
     }
-    holdEngaged_ = false;  // a release that never came leaves nothing behind
     tmrPrevNext.Interval = kHoldMs;
     tmrPrevNext.restart();
 }
@@ -94,10 +94,16 @@ void frmMainPanel::cmdMainPanel_MouseUp(int /*index*/, const MouseArgs& mouse) {
         showPopupMenu(player_);
         return;
     }
+    const bool fullScreen = isFullScreenMovie() && movie() != nullptr;
+    if (fullScreen) movie()->amvMovie->FullScreenMode(true);
+    endHold();
+    if (!fullScreen && Visible) pctMainPanel.SetFocus();  // so that keys keep reaching the panel
+}
+
+/// What was held goes on as before.
+void frmMainPanel::endHold() {
     tmrPrevNext.Enabled = false;
     MovieWindowControls* const window = movie();
-    const bool fullScreen = isFullScreenMovie() && window != nullptr;
-    if (fullScreen) window->amvMovie->FullScreenMode(true);
     if (tmrPrevNext.Interval == kFastStepMs) {
         tmrPrevNext.Interval = kHoldMs;
         resumeAfterHold();
@@ -109,7 +115,6 @@ void frmMainPanel::cmdMainPanel_MouseUp(int /*index*/, const MouseArgs& mouse) {
         window->amvMovie->Rate(1.0);
         if (cmdMainPanel[kPause].Enabled && window->amvMovie->State() != kMovieStopped) window->amvMovie->Run();
     }
-    if (!fullScreen && Visible) pctMainPanel.SetFocus();  // so that keys keep reaching the panel
 }
 
 /// After fast stepping: goes on playing when it played. A movie runs in any case, and the panel then says so.
@@ -118,12 +123,7 @@ void frmMainPanel::resumeAfterHold() {
     if (player_.gMediaKind == mkMovie) {
         if (movie() == nullptr || !movie()->started || movie()->amvMovie->State() == kMovieStopped) return;
         movie()->amvMovie->Run();
-        if (playing) return;
-        player_.gPlaying = true;
-        cmdMainPanel[kPlay].Enabled = false;
-        cmdMainPanel[kPause].Enabled = true;
-        cmdMainPanel[kEditor].Enabled = false;
-        nameStepButtons(*this, false);
+        if (!playing) showPlaying(player_, *this);
         return;
     }
     if (!playing || mci() == nullptr) return;

@@ -26,6 +26,7 @@ std::int32_t frmMainPanel::CalcPos(const Player& player, std::int32_t x, std::in
 }
 
 void frmMainPanel::pctSlide_MouseDown() {
+    if (player_.gMediaKind == mkNone) return;  // nothing to drag in: the file could not be opened
     if (player_.gPlaying) {
         PauseFile(player_);
         player_.gSlideState = kDragPlaying;

@@ -171,15 +171,17 @@ def missing_retry(stage):
     stage.sound.wait_for(TONES[1])
 
 
-@story("transport: a file that cannot be decoded gives one box and leaves it usable")
+@story("transport: a file that cannot be decoded asks with the reason, and the list goes on")
 def undecodable(stage):
     good = tone(stage.media / "good.wav", TONES[0], 6)
     bad = stage.media / "bad.mp3"
     bad.write_bytes(b"this is no sound at all " * 400)
     start_playing(stage, bad, good)
-    stage.player.wait_for_box("bad.mp3")
-    stage.desk.key("Return")
+    stage.player.wait_for_box(f"{bad} Can't open!!")
+    stage.leave_picture("the box")
+    stage.player.press_control("Abort")
     stage.player.wait_for_no_box()
-    stage.player.press(NEXT)
     stage.player.press(PLAY)
+    stage.player.wait_for_box(f"{bad} Can't open!!")
+    stage.player.press_control("Ignore")
     stage.sound.wait_for(TONES[0])

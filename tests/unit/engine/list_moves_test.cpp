@@ -351,46 +351,6 @@ TEST_F(MissingFiles, HiddenFilesCanBeOpened) {
     EXPECT_EQ(state(), "playing");
 }
 
-TEST_F(MissingFiles, ADamagedSoundGivesOneBoxAndStops) {
-    machine.addBrokenSound("/m/bad.wav", "no sound in it");
-    setUpPanel();
-    setList({"/m/bad.wav", "/m/one.wav"});
-    PlayFile(player);
-    machine.settle();
-    EXPECT_EQ(machine.dialogs.boxes,
-              (std::vector<FakeDialogs::Box>{{"/m/bad.wav\r\nno sound in it", "Corvane", Buttons::Ok, Icon::Stop}}));
-    EXPECT_EQ(state(), "stopped");
-    EXPECT_EQ(machine.media.liveControls(), 0);
-    NextFile(player);
-    PlayFile(player);
-    EXPECT_EQ(state(), "playing");
-    EXPECT_EQ(playing(), "/m/one.wav");
-}
-
-TEST_F(MissingFiles, ADamagedMovieGivesOneBoxAndStops) {
-    machine.addBrokenMovie("/m/bad.avi", "no movie in it");
-    setUpPanel();
-    setList({"/m/bad.avi"});
-    PlayFile(player);
-    machine.advance(2000);
-    ASSERT_EQ(machine.dialogs.boxes.size(), 1U);
-    EXPECT_EQ(machine.dialogs.boxes[0].text, "/m/bad.avi\r\nno movie in it");
-    EXPECT_EQ(state(), "stopped");
-    EXPECT_EQ(movieWindow(), nullptr);
-}
-
-TEST_F(MissingFiles, ADamagedPictureGivesOneBoxAndStops) {
-    machine.addBrokenPicture("/m/bad.bmp", "no picture in it");
-    setUpPanel();
-    setList({"/m/bad.bmp"});
-    PlayFile(player);
-    ASSERT_EQ(machine.dialogs.boxes.size(), 1U);
-    EXPECT_EQ(machine.dialogs.boxes[0].text, "/m/bad.bmp\r\nno picture in it");
-    EXPECT_EQ(state(), "stopped");
-    EXPECT_EQ(imageWindow(), nullptr);
-    EXPECT_EQ(player.gMediaKind, mkNone);
-}
-
 TEST_F(MissingFiles, ADeviceThatGoesAwayStopsThePlayer) {
     setUp(true, 0);
     PlayFile(player);

@@ -44,13 +44,13 @@ protected:
     /// Lets the time pass until the first file plays again; how often each file was begun meanwhile.
     std::vector<int> playOneRound() {
         std::vector<int> begun(files.size());
-        std::uint32_t seen = player.openings;
+        std::uint32_t seen = player.opening.number;
         const std::int64_t latest = machine.clock.milliseconds() + kHourMs;
         do {
             machine.advance(10);
-            if (player.openings == seen) continue;
-            EXPECT_EQ(player.openings, seen + 1) << "a file was passed over";
-            seen = player.openings;
+            if (player.opening.number == seen) continue;
+            EXPECT_EQ(player.opening.number, seen + 1) << "a file was passed over";
+            seen = player.opening.number;
             ++begun[static_cast<std::size_t>(player.gFileIndex)];
         } while (begun[0] == 0 && machine.clock.milliseconds() < latest);
         return begun;

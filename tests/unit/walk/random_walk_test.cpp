@@ -22,6 +22,7 @@ namespace {
 using namespace mdlDefinePublic;
 
 constexpr int kCommands = 100000;
+constexpr int kHoldInterval = 750;
 constexpr int kCommandsOfOneRun = 4000;  // then the program is ended and started afresh
 
 /// One run of the program with its machine.
@@ -29,7 +30,7 @@ class Walk {
 public:
     explicit Walk(unsigned seed) : random_(seed) {
         registerAllForms(player);
-        machine.dialogs.whileUp = [this] { machine.advance(pick(1500)); };
+        machine.dialogs.whileUp = [this] { meanwhile(); };
         addMedia();
         setList();
         machine.files.add("/skin.csv", "slider,40,10,10,0,0,200,8,WHITE\nknob,24,300,10,0,0,60,60,1\n");
@@ -94,11 +95,13 @@ public:
         EXPECT_LT(player.gFileIndex, std::max<int>(player.gFileCount, 1)) << command;
         EXPECT_TRUE(player.gVolume >= 0 && player.gVolume <= 15) << command;
         expectWindowsOfKind(command);
+        expectWhatSounds(command);
         expectSessionTells(command);
         EXPECT_EQ(machine.timers.running(), enabledTimers()) << command << ": a timer is armed for a form that is gone";
         EXPECT_EQ(machine.loop.depth(), 0) << command;
     }
 
+    int postedInBoxes = 0;  ///< events that came while a box was up
     FakeMachine machine;
     Ports ports = machine.ports();
     Player player{ports};
@@ -210,12 +213,48 @@ private:
     }
 
     std::string drop() {
+        const std::size_t files = postDrop();
+        machine.settle();
+        return "drop of " + std::to_string(files);
+    }
+
+    std::size_t postDrop() {
         const DropData data{pick(5) != 0, someFiles()};
         machine.loop.post([this, data] {
             if (isRunning()) panel().cmdMainPanel[0].OLEDragDrop.raise(data);
         });
-        machine.settle();
-        return "drop of " + std::to_string(data.files.size());
+        return data.files.size();
+    }
+
+    /// While a box is up, time passes and what is posted waits: drops, commands of a remote control, media events.
+    void meanwhile() {
+        machine.advance(pick(1500));
+        for (int left = pick(3); left > 0; --left) {
+            ++postedInBoxes;
+            switch (pick(5)) {
+                case 0:
+                    postDrop();
+                    break;
+                case 1:
+                    postCommand(mdlPublicFunction::NextFile);
+                    break;
+                case 2:
+                    postCommand(mdlPublicFunction::PrevFile);
+                    break;
+                case 3:
+                    if (FakeMciControl* mci = machine.media.mci(); mci != nullptr) mci->postDone(1 + pick(2));
+                    break;
+                default:
+                    postRemoteCommand();
+            }
+        }
+        machine.advance(pick(500));
+    }
+
+    void postCommand(void (*command)(Player&)) {
+        machine.loop.post([this, command] {
+            if (isRunning()) command(player);
+        });
     }
 
     std::string chooseFromMenu() {
@@ -245,6 +284,12 @@ private:
     /// As media keys and remote controls do it.
     std::string remoteCommand() {
         answerBoxes();
+        const int which = postRemoteCommand();
+        machine.settle();
+        return "remote command " + std::to_string(which);
+    }
+
+    int postRemoteCommand() {
         const int which = pick(10);
         const std::int64_t us = std::int64_t{pick(60000) - 20000} * 1000;
         const std::string path = all_[static_cast<std::size_t>(pick(13))];
@@ -258,8 +303,7 @@ private:
             };
             all[static_cast<std::size_t>(which)]();
         });
-        machine.settle();
-        return "remote command " + std::to_string(which);
+        return which;
     }
 
     std::string mediaEvent() {
@@ -320,8 +364,8 @@ private:
     void expectSessionTells(const std::string& command) {
         using Status = MediaState::Status;
         const MediaState& told = session.state();
-        const Status panels =
-            panel().isStopped() ? Status::Stopped : (panel().isPaused() ? Status::Paused : Status::Playing);
+        const bool stopped = panel().isStopped() || player.gMediaKind == mkNone;
+        const Status panels = stopped ? Status::Stopped : (panel().isPaused() ? Status::Paused : Status::Playing);
         EXPECT_EQ(told.status, panels) << command;
         EXPECT_EQ(told.track != 0, player.gFileCount > 0 || player.gMediaKind != mkNone) << command;
         EXPECT_GE(session.positionUs(), 0) << command;
@@ -337,6 +381,30 @@ private:
         EXPECT_EQ(movie, kind == mkMovie) << command << ", kind " << kind;
         EXPECT_TRUE(image || kind != mkImage) << command;
         EXPECT_EQ(machine.media.liveControls(), (mci ? 1 : 0) + (movie ? 1 : 0)) << command;
+    }
+
+    /// The panel says what is open and what sounds: "playing" without an open file only until the next try of one that
+    /// could not be opened.
+    void expectWhatSounds(const std::string& command) {
+        const bool stopped = panel().isStopped();
+        const bool paused = panel().isPaused();
+        const bool nothingOpen = player.gMediaKind == mkNone;
+        const bool triesAgain = panel().tmrPlayBack.Enabled;
+        // Previous on a held picture enables pause at once and plays after the double-click time.
+        EXPECT_TRUE(!stopped || nothingOpen || triesAgain) << command << ": stopped, and kind " << player.gMediaKind << " is open";
+        EXPECT_FALSE(paused && nothingOpen) << command << ": paused, and nothing is open";
+        EXPECT_FALSE(player.gPlaying && nothingOpen && !triesAgain) << command << ": playing, and nothing is open";
+        const bool seeking = panel().tmrPrevNext.Interval != kHoldInterval;  // a hold has taken over
+        if (const FakeMciControl* mci = machine.media.mci()) {
+            EXPECT_TRUE(seeking || mci->isPlaying() == player.gPlaying) << command << ": sounding " << mci->isPlaying();
+        }
+        if (const FakeMovieControl* movie = machine.media.movie()) {
+            EXPECT_TRUE(player.gPlaying || movie->State() != kMovieRunning) << command << ": a held movie runs";
+        }
+        if (const auto* image = player.forms.find<ImageWindowControls>()) {
+            const bool counts = player.gMediaKind == mkImage && player.gPlaying;
+            EXPECT_TRUE(counts || !image->tmrImage.Enabled) << command << ": a picture counts that does not play";
+        }
     }
 
     int enabledTimers() {
@@ -359,9 +427,11 @@ TEST(RandomWalk, AnyOrderOfCommandsLeavesASaneState) {
     unsigned seed = 1;
     auto walk = std::make_unique<Walk>(seed);
     std::string before;
+    int inBoxes = 0;
     std::array<int, 5> seen{};  // commands after which each media kind was open, from -1 up
     for (int i = 0; i < kCommands && !testing::Test::HasFailure(); ++i) {
         if (!walk->isRunning() || i % kCommandsOfOneRun == kCommandsOfOneRun - 1) {
+            inBoxes += walk->postedInBoxes;
             walk = std::make_unique<Walk>(++seed);
         }
         const std::string command = walk->step();
@@ -372,6 +442,7 @@ TEST(RandomWalk, AnyOrderOfCommandsLeavesASaneState) {
         before = command;
         if (walk->isRunning()) ++seen[static_cast<std::size_t>(walk->player.gMediaKind + 1)];
     }
+    EXPECT_GT(inBoxes, kCommands / 100) << "events while a box was up";
     // The walk went everywhere, not only through a closed player.
     for (std::size_t kind = 0; kind < seen.size(); ++kind) {
         EXPECT_GT(seen[kind], kCommands / 50) << "kind " << static_cast<int>(kind) - 1;

@@ -1,0 +1,348 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The box of a file that cannot be opened: what its answers do, and what makes them void.
+#include "fake/player_fixture.h"
+
+namespace corvane {
+namespace {
+
+using namespace mdlDefinePublic;
+using namespace mdlPublicFunction;
+
+class Answers : public PlayerFixture {
+protected:
+    void SetUp() override {
+        for (const char* path : {"/m/one.wav", "/m/two.wav", "/m/other.wav", "/m/last.wav"}) {
+            machine.addSound(path, 60000);
+        }
+        machine.addBrokenSound("/m/bad.wav", "no sound in it");
+        machine.addBrokenMovie("/m/bad.avi", "no movie in it");
+        machine.addBrokenPicture("/m/bad.bmp", "no picture in it");
+        setUpPanel();
+    }
+    void play(const std::vector<std::string>& paths) {
+        setList(paths);
+        machine.loop.enter([this] { PlayFile(player); });
+        machine.settle();
+    }
+    /// An event that comes while the first box is up.
+    void during(std::function<void()> event) {
+        machine.dialogs.whileUp = [this, event = std::move(event)] {
+            if (machine.dialogs.boxes.size() == 1) machine.loop.post(event);
+        };
+    }
+    void drop(const std::vector<std::string>& files) { panel().OLEDragDrop.raise({true, files}); }
+    std::size_t boxes() const { return machine.dialogs.boxes.size(); }
+    std::string open() { return player.gMediaKind == mkNone ? "nothing" : player.openedPath; }
+    bool sounds() const { return machine.media.mci() != nullptr && machine.media.mci()->isPlaying(); }
+
+    static constexpr const char* kGone = "/m/gone.wav";
+};
+
+// --- What came while the box was up ----------------------------------------------------------------------------------
+
+TEST_F(Answers, ADropMeanwhileMakesItVoidAndNothingPlays) {
+    for (const Answer answer : {Answer::Retry, Answer::Ignore, Answer::Abort}) {
+        for (const char* file : {kGone, "/m/bad.wav", "/m/bad.avi", "/m/bad.bmp"}) {
+            SCOPED_TRACE(file);
+            machine.dialogs.boxes.clear();
+            machine.dialogs.answers = {answer};
+            during([this] { drop({"/m/other.wav", "/m/last.wav"}); });
+            play({file, "/m/two.wav"});
+            machine.advance(1000);
+            EXPECT_EQ(boxes(), 1U);
+            EXPECT_EQ(state(), "stopped");
+            EXPECT_EQ(open(), "nothing");
+            EXPECT_FALSE(player.gPlaying);
+            EXPECT_EQ(player.gFileIndex, 0);
+            EXPECT_EQ(label(kTitleLabel), "other");
+        }
+    }
+}
+
+TEST_F(Answers, AFileThatStillPlaysGoesOnBehindADrop) {
+    for (const Answer answer : {Answer::Retry, Answer::Ignore}) {
+        machine.dialogs.boxes.clear();
+        machine.addSound("/m/one.wav", 60000);
+        play({"/m/one.wav", "/m/two.wav"});
+        machine.files.remove("/m/one.wav");
+        machine.dialogs.answers = {answer};
+        during([this] { drop({"/m/other.wav"}); });
+        machine.loop.enter([this] { PrevFile(player); });
+        machine.advance(1000);
+        EXPECT_EQ(boxes(), 1U);
+        EXPECT_EQ(state(), "playing");
+        EXPECT_EQ(open(), "/m/one.wav");
+        EXPECT_TRUE(sounds());
+        machine.loop.enter([this] { CloseFile(player, false); });
+    }
+}
+
+TEST_F(Answers, APauseMeanwhileIsAStopWhenNothingIsOpen) {
+    for (const Answer answer : {Answer::Retry, Answer::Ignore}) {
+        for (const char* file : {kGone, "/m/bad.wav"}) {
+            SCOPED_TRACE(file);
+            machine.dialogs.boxes.clear();
+            machine.dialogs.answers = {answer};
+            during([this] { PauseFile(player); });
+            play({file, "/m/two.wav"});
+            machine.advance(1000);
+            EXPECT_EQ(boxes(), 1U);
+            EXPECT_EQ(state(), "stopped");
+            EXPECT_EQ(player.gFileIndex, 0);
+        }
+    }
+}
+
+TEST_F(Answers, APauseMeanwhileHoldsAFileThatStillPlays) {
+    play({"/m/one.wav", "/m/two.wav"});
+    machine.files.remove("/m/one.wav");
+    machine.dialogs.answers = {Answer::Ignore};
+    during([this] { PauseFile(player); });
+    machine.loop.enter([this] { PrevFile(player); });
+    machine.advance(1000);
+    EXPECT_EQ(state(), "paused");
+    EXPECT_EQ(open(), "/m/one.wav");
+    EXPECT_TRUE(machine.media.mci()->isPaused());
+    EXPECT_EQ(player.gFileIndex, 0);
+}
+
+TEST_F(Answers, APauseAndAPlayMeanwhileMakeItVoidAsWell) {
+    play({"/m/one.wav", "/m/two.wav"});
+    machine.files.remove("/m/one.wav");
+    machine.dialogs.answers = {Answer::Ignore};
+    during([this] {
+        PauseFile(player);
+        PlayFile(player);
+    });
+    machine.loop.enter([this] { PrevFile(player); });
+    machine.advance(1000);
+    EXPECT_EQ(state(), "playing");
+    EXPECT_EQ(open(), "/m/one.wav");
+    EXPECT_EQ(player.gFileIndex, 0);
+}
+
+TEST_F(Answers, AStopMeanwhileMakesItVoid) {
+    for (const Answer answer : {Answer::Retry, Answer::Ignore}) {
+        machine.dialogs.boxes.clear();
+        machine.dialogs.answers = {answer};
+        during([this] { CloseFile(player, false); });
+        play({kGone, "/m/two.wav"});
+        machine.advance(1000);
+        EXPECT_EQ(state(), "stopped");
+        EXPECT_EQ(player.gFileIndex, 0);
+    }
+}
+
+TEST_F(Answers, ANextMeanwhileCountsOnce) {
+    for (const Answer answer : {Answer::Retry, Answer::Ignore}) {
+        machine.dialogs.boxes.clear();
+        machine.dialogs.answers = {answer};
+        during([this] { NextFile(player); });
+        play({kGone, "/m/two.wav", "/m/last.wav"});
+        machine.advance(1000);
+        EXPECT_EQ(open(), "/m/two.wav");
+        EXPECT_EQ(state(), "playing");
+        machine.loop.enter([this] { CloseFile(player, false); });
+    }
+}
+
+TEST_F(Answers, APressOfPreviousMeanwhileTriesAgainWhateverTheAnswer) {
+    for (const Answer answer : {Answer::Retry, Answer::Ignore}) {
+        machine.dialogs.boxes.clear();
+        machine.dialogs.answers = {answer, Answer::Abort};
+        during([this] { PrevFile(player); });
+        play({"/m/two.wav", kGone, "/m/last.wav"});
+        machine.loop.enter([this] { NextFile(player); });
+        machine.advance(1000);
+        ASSERT_EQ(boxes(), 2U);
+        EXPECT_EQ(machine.dialogs.boxes[1].text, std::string(kGone) + " Can't open!!");
+        EXPECT_EQ(player.gFileIndex, 1);
+        EXPECT_EQ(state(), "stopped");
+    }
+}
+
+TEST_F(Answers, AShuffledListKeepsTheAnswer) {
+    machine.dialogs.answers = {Answer::Ignore};
+    during([this] { ShuffleList(player); });
+    play({"/m/one.wav", kGone, "/m/two.wav"});
+    machine.loop.enter([this] { NextFile(player); });
+    machine.advance(1000);
+    EXPECT_EQ(player.gFilePath[0], kGone) << "the file that was asked about is the current one";
+    EXPECT_EQ(player.gFileIndex, 1);
+    EXPECT_EQ(state(), "playing");
+}
+
+TEST_F(Answers, WhatComesBeforeTheNextTryStopsIt) {
+    const std::vector<std::pair<const char*, std::function<void()>>> events = {
+        {"pause", [this] { PauseFile(player); }},
+        {"drop", [this] { drop({"/m/other.wav"}); }},
+        {"drop of nothing", [this] { drop({}); }},
+        {"stop", [this] { CloseFile(player, false); }},
+    };
+    for (const auto& [name, event] : events) {
+        SCOPED_TRACE(name);
+        machine.dialogs.boxes.clear();
+        machine.dialogs.answers = {Answer::Retry};
+        play({kGone});
+        EXPECT_TRUE(player.gBackPending) << "a first press of previous";
+        machine.loop.enter(event);
+        machine.advance(1000);
+        EXPECT_EQ(boxes(), 1U);
+        EXPECT_EQ(state(), "stopped");
+        EXPECT_FALSE(player.gPlaying);
+    }
+}
+
+TEST_F(Answers, AHeldPictureIsHeldOnWhenADropMakesAPressOfPreviousVoid) {
+    machine.addPicture("/m/a.bmp", 10, 10);
+    play({"/m/a.bmp"});
+    machine.loop.enter([this] { PauseFile(player); });
+    machine.loop.enter([this] { PrevFile(player); });
+    machine.loop.enter([this] { drop({"/m/other.wav"}); });
+    machine.advance(1000);
+    EXPECT_EQ(state(), "paused");
+    EXPECT_EQ(player.gMediaKind, mkImage);
+    EXPECT_NE(imageWindow(), nullptr);
+}
+
+TEST_F(Answers, TheSliderHoldsNothingWhileNothingIsOpen) {
+    machine.dialogs.answers = {Answer::Retry, Answer::Abort};
+    play({kGone});
+    press(panel().pctSlide, {kLeftButton, 0, 1000, 5});
+    release(panel().pctSlide, {kLeftButton, 0, 1000, 5});
+    EXPECT_TRUE(player.gBackPending) << "the next try still comes";
+    EXPECT_EQ(boxes(), 1U);
+    machine.advance(1000);
+    EXPECT_EQ(boxes(), 2U);
+    EXPECT_EQ(state(), "stopped");
+}
+
+// --- Files that cannot be decoded ------------------------------------------------------------------------------------
+
+struct Damaged {
+    const char* path;
+    const char* reason;
+};
+constexpr std::array<Damaged, 3> kDamaged = {
+    {{"/m/bad.wav", "no sound in it"}, {"/m/bad.avi", "no movie in it"}, {"/m/bad.bmp", "no picture in it"}}};
+
+TEST_F(Answers, ADamagedFileAsksAsAMissingOneDoesWithTheReason) {
+    for (const auto& [path, reason] : kDamaged) {
+        machine.dialogs.boxes.clear();
+        machine.dialogs.answers = {Answer::Abort};
+        machine.dialogs.whileUp = [this] {
+            EXPECT_EQ(state(), "playing") << "as behind a missing file";
+            EXPECT_EQ(mciWindow(), nullptr);
+            EXPECT_EQ(movieWindow(), nullptr);
+            EXPECT_FALSE(button(kEditor).Enabled);
+        };
+        play({path, "/m/one.wav"});
+        EXPECT_EQ(machine.dialogs.boxes,
+                  (std::vector<FakeDialogs::Box>{{std::string(path) + " Can't open!!\r\n" + reason, "Corvane",
+                                                  Buttons::AbortRetryIgnore, Icon::Stop}}));
+        EXPECT_EQ(state(), "stopped");
+        EXPECT_EQ(open(), "nothing");
+        EXPECT_EQ(machine.media.liveControls(), 0);
+        EXPECT_EQ(imageWindow(), nullptr);
+        EXPECT_EQ(player.gFileIndex, 0);
+        EXPECT_TRUE(button(kEditor).Enabled);
+        EXPECT_EQ(label(kTimeLabel), "");
+    }
+}
+
+TEST_F(Answers, ADamagedFileIsPassedOverByIgnore) {
+    for (const auto& [path, reason] : kDamaged) {
+        machine.dialogs.boxes.clear();
+        machine.dialogs.answers = {Answer::Ignore};
+        play({path, "/m/one.wav"});
+        machine.advance(1000);
+        EXPECT_EQ(boxes(), 1U) << reason;
+        EXPECT_EQ(open(), "/m/one.wav");
+        EXPECT_EQ(state(), "playing");
+        EXPECT_TRUE(sounds());
+        machine.loop.enter([this] { CloseFile(player, false); });
+    }
+}
+
+TEST_F(Answers, ADamagedFileIsTriedAgainByRetry) {
+    machine.dialogs.answers = {Answer::Retry};
+    play({"/m/two.wav", "/m/bad.wav"});
+    machine.loop.enter([this] { NextFile(player); });
+    machine.settle();
+    machine.addSound("/m/bad.wav", 5000);
+    machine.advance(1000);
+    EXPECT_EQ(boxes(), 1U);
+    EXPECT_EQ(open(), "/m/bad.wav");
+    EXPECT_TRUE(sounds());
+}
+
+TEST_F(Answers, AFileThatFailsWhilePausedIsTriedAgainByRetry) {
+    machine.dialogs.answers = {Answer::Retry};
+    play({"/m/two.wav", "/m/one.wav"});
+    machine.loop.enter([this] { NextFile(player); });
+    machine.loop.enter([this] { PauseFile(player); });
+    machine.media.mci()->fail("the device is gone");
+    machine.advance(1000);
+    EXPECT_EQ(boxes(), 1U);
+    EXPECT_EQ(open(), "/m/one.wav");
+    EXPECT_EQ(state(), "playing");
+}
+
+TEST_F(Answers, AListOfDamagedFilesNeverNestsItsBoxes) {
+    machine.dialogs.answers.assign(6, Answer::Ignore);
+    play({"/m/bad.wav", "/m/bad.bmp", "/m/bad.avi", "/m/bad.bmp", "/m/bad.bmp", "/m/bad.wav"});
+    machine.advance(1000);
+    EXPECT_EQ(boxes(), 6U);
+    EXPECT_EQ(machine.dialogs.mostBoxesUp, 1);
+    EXPECT_EQ(state(), "stopped");
+    EXPECT_EQ(player.gFileIndex, 0);
+}
+
+TEST_F(Answers, AKeptPictureStaysBehindADamagedOneThatIsPassedOver) {
+    machine.addPicture("/m/a.bmp", 10, 10);
+    player.gImageHide = false;
+    machine.dialogs.answers = {Answer::Ignore};
+    machine.dialogs.whileUp = [this] { EXPECT_NE(imageWindow(), nullptr); };
+    play({"/m/a.bmp", "/m/bad.bmp", "/m/a.bmp"});
+    machine.loop.enter([this] { NextFile(player); });
+    machine.settle();
+    EXPECT_EQ(boxes(), 1U);
+    EXPECT_EQ(player.gFileIndex, 2);
+    EXPECT_EQ(player.gMediaKind, mkImage);
+}
+
+TEST_F(Answers, AFileOfAReplacedListOnlyTellsThatItFailed) {
+    for (const Answer answer : {Answer::Ok, Answer::Ignore}) {
+        machine.dialogs.boxes.clear();
+        machine.dialogs.answers = {answer};
+        play({"/m/one.wav"});
+        machine.loop.enter([this] { drop({"/m/other.wav", "/m/last.wav"}); });
+        machine.media.mci()->fail("the device is gone");
+        machine.advance(1000);
+        EXPECT_EQ(machine.dialogs.boxes,
+                  (std::vector<FakeDialogs::Box>{
+                      {"/m/one.wav Can't open!!\r\nthe device is gone", "Corvane", Buttons::Ok, Icon::Stop}}));
+        EXPECT_EQ(state(), "stopped");
+        EXPECT_EQ(player.gFileIndex, 0) << "the new list begins with its first file";
+    }
+}
+
+TEST_F(Answers, AnOpeningStaysOpenUntilItIsClosedOrAnotherBegins) {
+    play({"/m/one.wav", "/m/two.wav"});
+    const Opening first = player.opening;
+    EXPECT_TRUE(isStillOpen(player, first));
+    machine.loop.enter([this] { PauseFile(player); });
+    EXPECT_TRUE(isStillOpen(player, first));
+    machine.loop.enter([this] { drop({"/m/other.wav"}); });
+    EXPECT_TRUE(isStillOpen(player, first)) << "what plays goes on behind a drop";
+    EXPECT_NE(player.lists, first.list);
+    machine.loop.enter([this] { CloseFile(player, false); });
+    EXPECT_FALSE(isStillOpen(player, first));
+    machine.loop.enter([this] { PlayFile(player); });
+    EXPECT_FALSE(isStillOpen(player, first));
+    EXPECT_TRUE(isStillOpen(player, player.opening));
+    EXPECT_EQ(player.opening.list, player.lists);
+}
+
+}  // namespace
+}  // namespace corvane
