@@ -21,11 +21,11 @@ double scaleOfEnvironment() {
 
 }  // namespace
 
-LinuxDesktop::LinuxDesktop(CommandLine line)
+LinuxDesktop::LinuxDesktop(CommandLine line, std::string folder)
     : context_{loop_, scaleOfEnvironment(), {}},
       windows_(context_),
       dialogs_(context_),
-      process_(std::move(line), programFolder(folderChoiceOfEnvironment())),
+      process_(std::move(line), std::move(folder)),
       media_(makeMedia(loop_, windows_)),
       sound_(makeSoundDevices(loop_)),
       closing_([this] { return dialogs_.isBoxUp(); }, [this] { askToClose(); }),

@@ -19,7 +19,8 @@ namespace corvane {
 /// All ports of the Linux desktop. Made after the QApplication; outlives the player.
 class LinuxDesktop {
 public:
-    explicit LinuxDesktop(CommandLine line);
+    /// folder: the program folder.
+    LinuxDesktop(CommandLine line, std::string folder);
     LinuxDesktop(const LinuxDesktop&) = delete;
     LinuxDesktop& operator=(const LinuxDesktop&) = delete;
     ~LinuxDesktop();

@@ -58,8 +58,11 @@ bool writeAll(int file, std::string_view bytes) {
 /// meant for a group that it does not get is meant for no group.
 void keepOwnership(int file, const struct stat& old) {
     mode_t mode = old.st_mode & 07777U;
-    const bool keepsOwner = fchown(file, old.st_uid, old.st_gid) == 0;
-    const bool keepsGroup = keepsOwner || fchown(file, static_cast<uid_t>(-1), old.st_gid) == 0;
+    struct stat own {};
+    if (fstat(file, &own) != 0) return;
+    // Owners are not changed, not even by the system's master: the kernel was asked to refuse it.
+    const bool keepsOwner = own.st_uid == old.st_uid;
+    const bool keepsGroup = own.st_gid == old.st_gid || fchown(file, static_cast<uid_t>(-1), old.st_gid) == 0;
     if (!keepsOwner) mode &= ~static_cast<mode_t>(S_ISUID);
     if (!keepsGroup) mode &= ~static_cast<mode_t>(S_ISGID | S_IRWXG);
     if (fchmod(file, mode) != 0) errno = 0;

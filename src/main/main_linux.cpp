@@ -8,8 +8,11 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "desktop/confinement/confinement.h"
+#include "desktop/instance.h"
 #include "desktop/linux_desktop.h"
 #include "desktop/mpris.h"
+#include "desktop/program_folder.h"
 #include "desktop/window_system.h"
 #include "dialogs/forms.h"
 #include "engine/mdlPublicFunction.h"
@@ -74,8 +77,8 @@ private:
     Player& player_;
 };
 
-int runPlayer(CommandLine line) {
-    LinuxDesktop desktop(std::move(line));
+int runPlayer(CommandLine line, std::string folder) {
+    LinuxDesktop desktop(std::move(line), std::move(folder));
     Player player(desktop.ports());
     const EndWithoutDisplay end(desktop, player);
     registerForms(player);
@@ -101,6 +104,10 @@ int main(int argc, char** argv) {
     if (line.help) return std::fputs(helpText().c_str(), stdout) < 0 ? 1 : 0;
     if (line.version) return std::puts("corvane " CORVANE_VERSION) < 0 ? 1 : 0;
 
+    // Before the tool kit begins its threads: what they inherit, none of them gets rid of.
+    std::string folder = programFolder(folderChoiceOfEnvironment());
+    confine(folder, runtimeFolder());
+
     QCoreApplication::setApplicationName(QStringLiteral("corvane"));
     QCoreApplication::setApplicationVersion(QStringLiteral(CORVANE_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("corvane"));
@@ -113,7 +120,7 @@ int main(int argc, char** argv) {
     const QApplication application(ownArguments, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     std::setlocale(LC_NUMERIC, "C");
-    const int result = runPlayer(std::move(line));
+    const int result = runPlayer(std::move(line), std::move(folder));
     endNowWhereTasksRunOn(result);
     return result;
 }
