@@ -103,21 +103,29 @@ std::string recordedHome() {
     return user != nullptr && user->pw_dir != nullptr ? user->pw_dir : "/";
 }
 
-std::string userFolder(const FolderChoice& choice) {
+fs::path userFolder(const FolderChoice& choice) {
     // A data home that is not absolute is to be ignored.
     const bool own = !choice.dataHome.empty() && choice.dataHome.front() == '/';
-    const fs::path folder = (own ? fs::path(choice.dataHome) : fs::path(choice.home) / ".local/share") / "corvane";
+    return (own ? fs::path(choice.dataHome) : fs::path(choice.home) / ".local/share") / "corvane";
+}
+
+/// Where the shipped skins lie, beside the program or where it is installed; empty when nowhere.
+fs::path shippedSkins(const FolderChoice& choice) {
     std::error_code failed;
-    fs::create_directories(folder, failed);
     for (const fs::path& shipped : {fs::path(choice.program) / kSkinFolder,
                                     fs::path(choice.program) / ".." / "share" / "corvane" / kSkinFolder}) {
-        if (!fs::is_directory(shipped, failed)) continue;
-        giveSkins(shipped, folder / kSkinFolder);
-        // No place of the user's: it plays with the shipped skins, and nothing can be stored.
-        if (!fs::is_directory(folder / kSkinFolder, failed)) return trimmed(shipped.parent_path());
-        break;
+        if (fs::is_directory(shipped, failed)) return shipped;
     }
-    return trimmed(folder);
+    return {};
+}
+
+/// The chosen folder, or the program's own; "" when it is the user's.
+std::string givenFolder(const FolderChoice& choice) {
+    std::error_code failed;
+    if (!choice.chosen.empty()) return trimmed(fs::absolute(choice.chosen, failed));
+    const bool skinsBeside = fs::is_directory(fs::path(choice.program) / kSkinFolder, failed);
+    if (skinsBeside && access(choice.program.c_str(), W_OK) == 0) return trimmed(choice.program);
+    return {};
 }
 
 }  // namespace
@@ -130,12 +138,28 @@ FolderChoice folderChoiceOfEnvironment() {
     return {program.string(), variable("CORVANE_FOLDER"), variable("XDG_DATA_HOME"), home};
 }
 
+std::string namedFolder(const FolderChoice& choice) {
+    const std::string given = givenFolder(choice);
+    return given.empty() ? trimmed(userFolder(choice)) : given;
+}
+
 std::string programFolder(const FolderChoice& choice) {
+    if (std::string given = givenFolder(choice); !given.empty()) return given;
+    const fs::path folder = userFolder(choice);
     std::error_code failed;
-    if (!choice.chosen.empty()) return trimmed(fs::absolute(choice.chosen, failed));
-    const bool skinsBeside = fs::is_directory(fs::path(choice.program) / kSkinFolder, failed);
-    if (skinsBeside && access(choice.program.c_str(), W_OK) == 0) return trimmed(choice.program);
-    return userFolder(choice);
+    fs::create_directories(folder, failed);
+    const fs::path shipped = shippedSkins(choice);
+    if (shipped.empty()) return trimmed(folder);
+    giveSkins(shipped, folder / kSkinFolder);
+    // No place of the user's: it plays with the shipped skins, and nothing can be stored.
+    return trimmed(fs::is_directory(folder / kSkinFolder, failed) ? folder : shipped.parent_path());
+}
+
+std::string skinFolderOf(const FolderChoice& choice, const std::string& folder) {
+    std::error_code failed;
+    const fs::path own = fs::path(folder) / kSkinFolder;
+    const bool first = choice.chosen.empty() && !fs::is_directory(own, failed);
+    return trimmed(first ? shippedSkins(choice) : own);
 }
 
 std::string manualFile(const std::string& program) {

@@ -18,6 +18,12 @@ struct FolderChoice {
 
 FolderChoice folderChoiceOfEnvironment();
 
+/// The folder that programFolder() takes where it can; nothing is made.
+std::string namedFolder(const FolderChoice& choice);
+
+/// Where the skins of that folder lie: in it, or, before its first use, where they come from.
+std::string skinFolderOf(const FolderChoice& choice, const std::string& folder);
+
 /// The program folder, without a trailing separator: the chosen one; else the program's own when the skins lie beside
 /// the program and it can be written; else a folder of the user's, made on its first use. That one is given the shipped
 /// skins, later those that are new, each once: what the user changed or deleted is left alone. Where it cannot be made,

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "desktop/about.h"
 #include "desktop/confinement/confinement.h"
 #include "desktop/instance.h"
 #include "desktop/linux_desktop.h"
@@ -104,6 +105,7 @@ int main(int argc, char** argv) {
     if (line.help) return std::fputs(helpText().c_str(), stdout) < 0 ? 1 : 0;
     if (line.version) return std::puts("corvane " CORVANE_VERSION) < 0 ? 1 : 0;
 
+    if (line.about) tellAbout("corvane " CORVANE_VERSION);
     // Before the tool kit begins its threads: what they inherit, none of them gets rid of.
     std::string folder = programFolder(folderChoiceOfEnvironment());
     confine(folder, runtimeFolder());

@@ -16,6 +16,8 @@ CommandLine readArguments(const std::vector<std::string>& arguments,
             line.help = true;
         } else if (argument == "--version") {
             line.version = true;
+        } else if (argument == "--about") {
+            line.about = true;
         } else {
             if (!line.names.empty()) line.names += ' ';
             line.names += argument;
@@ -36,6 +38,7 @@ std::string usageText() {
            "               a player that runs already takes them over\n"
            "  -h, --help   show this help\n"
            "  --version    show the version\n"
+           "  --about      show what is in force and what is missing on this machine\n"
            "\n"
            "Environment:\n"
            "  CORVANE_FOLDER     the folder of settings, play lists and skins\n"

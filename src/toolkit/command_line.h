@@ -11,6 +11,7 @@ namespace corvane {
 struct CommandLine {
     bool help = false;
     bool version = false;
+    bool about = false;              ///< what is in force and what is missing here
     std::string names;               ///< arguments joined by blanks, cut at blanks again by the play list's rules
     std::vector<std::string> files;  ///< each argument behind --open: a full path
 };

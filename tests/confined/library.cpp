@@ -28,7 +28,13 @@ std::string variable(const char* name) {
 }
 
 int report = -1;
-AttemptPlaces ofPlayer;
+
+/// Below the folders that the environment names, one for each who tries. Not a variable: it would be made after
+/// begin().
+AttemptPlaces placesOf(const std::string& who) {
+    return {variable("CORVANE_ATTEMPT_INSIDE") + '/' + who, variable("CORVANE_ATTEMPT_OUTSIDE") + '/' + who,
+            std::atoi(variable("CORVANE_ATTEMPT_PORT").c_str())};
+}
 
 void tryAll(const char* who, const AttemptPlaces& places) {
     for (const auto& one : corvane::test::attempts()) {
@@ -41,11 +47,8 @@ __attribute__((constructor)) void begin() {
     const std::string file = variable("CORVANE_ATTEMPTS");
     if (file.empty()) return;
     report = open(file.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
-    ofPlayer = {variable("CORVANE_ATTEMPT_INSIDE") + "/player", variable("CORVANE_ATTEMPT_OUTSIDE") + "/player",
-                std::atoi(variable("CORVANE_ATTEMPT_PORT").c_str())};
-    const AttemptPlaces control{variable("CORVANE_ATTEMPT_INSIDE") + "/control",
-                                variable("CORVANE_ATTEMPT_OUTSIDE") + "/control", ofPlayer.port};
-    if (!corvane::test::layDown(ofPlayer) || !corvane::test::layDown(control)) return;
+    const AttemptPlaces control = placesOf("control");
+    if (!corvane::test::layDown(placesOf("player")) || !corvane::test::layDown(control)) return;
     const pid_t child = fork();
     if (child == 0) {
         tryAll("control", control);
@@ -75,6 +78,6 @@ extern "C" __attribute__((visibility("default"))) void* av_buffer_pool_get(void*
     static const auto real = reinterpret_cast<Get>(dlsym(bufferLibrary(), "av_buffer_pool_get"));
     static std::atomic<bool> tried{false};
     const bool ofItsOwn = syscall(SYS_gettid) != getpid();
-    if (report >= 0 && !tried.exchange(true)) tryAll(ofItsOwn ? "decoder" : "main", ofPlayer);
+    if (report >= 0 && !tried.exchange(true)) tryAll(ofItsOwn ? "decoder" : "main", placesOf("player"));
     return real(pool);
 }

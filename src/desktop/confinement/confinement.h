@@ -24,7 +24,7 @@ using Variables = std::function<std::string(const char* name)>;
 bool namesHost(const Variables& variables);
 
 /// Where the player writes: its folder, what the settings and lists in it are links to, the folder for what runs
-/// (lock and socket; "" when there is none), what libraries of the desktop keep for the next start, and devices.
+/// (lock and socket; "" when there is none), what libraries of the desktop keep for the next start.
 std::vector<std::string> placesToWrite(const std::string& programFolder, const std::string& runtimeFolder,
                                        const Variables& variables);
 

@@ -44,6 +44,7 @@ namespace corvane {
     X(av_dict_set)        \
     X(av_dict_free)       \
     X(av_strerror)        \
+    X(av_version_info)    \
     X(av_rescale)         \
     X(av_rescale_q)       \
     X(av_log_set_level)   \

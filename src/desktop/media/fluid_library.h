@@ -7,6 +7,7 @@ namespace corvane {
 
 // The functions in use.
 #define CORVANE_FLUIDSYNTH(X)       \
+    X(fluid_version_str)            \
     X(new_fluid_settings)           \
     X(delete_fluid_settings)        \
     X(fluid_settings_setnum)        \

@@ -20,6 +20,7 @@ namespace corvane {
     X(mpv_set_wakeup_callback)                \
     X(mpv_wait_event)                         \
     X(mpv_error_string)                       \
+    X(mpv_client_api_version)                 \
     X(mpv_stream_cb_add_ro)                   \
     X(mpv_render_context_create)              \
     X(mpv_render_context_set_update_callback) \
