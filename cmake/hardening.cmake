@@ -18,7 +18,7 @@ endif()
 set(CMAKE_REQUIRED_QUIET ON)
 check_cxx_source_compiles("
   #include <features.h>
-  #if !defined(__GNUC__) || __GNUC__ < 12 || !__GLIBC_PREREQ(2, 34)
+  #if !__has_builtin(__builtin_dynamic_object_size) || !__GLIBC_PREREQ(2, 34)
   #error level 3 is not known
   #endif
   int main() { return 0; }" CORVANE_FORTIFY_3)

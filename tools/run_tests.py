@@ -210,7 +210,8 @@ def shipped(counts, memory, wanted):
     build = BUILD / "release"
     scripts = (("samples", "tools/samples/verify.py", [], ("samples", "tools/samples")),
                ("skins", "tools/skin/verify.py", [], ("PANELSET", "tools/skin")),
-               ("installed", "tests/package/installed.py", [str(build)], ("PANELSET", "docs/manual", "packaging", "tests/package")))
+               ("installed", "tests/package/installed.py", [str(build)], ("PANELSET", "docs/manual", "packaging", "tests/package")),
+               ("hardened", "tests/package/hardened.py", [str(build)], ("cmake", "tests/package")))
     scripts = [s for s in scripts if wanted(f"shipped:{s[0]}")]
     if scripts:
         print("== Shipped files", flush=True)
@@ -291,6 +292,12 @@ def rule_book(counts, partly, windows=False):
 
 
 def windows_run(counts, memory, only, wanted):
+    build = BUILD / "windows"
+    if wanted("shipped:windows hardened") and (build / "corvane.exe").exists():
+        print("== Shipped files", flush=True)
+        key = content_key(build / "corvane.exe", ROOT / "tests" / "package")
+        command = ["/usr/bin/python3", str(ROOT / "tests" / "package" / "hardened.py"), str(build)]
+        run_group(counts, memory, "shipped:windows hardened", key, lambda: lines_test("hardened", command, SHIPPED_SECONDS))
     windows_programs(counts, memory, wanted, whole=True)
     if not only or only.startswith("e2e"):
         stories(counts, memory, only, windows=True)

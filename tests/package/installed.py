@@ -61,7 +61,8 @@ class Installed:
 
     def programs_speak_without_a_display(self):
         for name in ("corvane", "corvane-skin"):
-            for word, start in (("--version", f"{name} "), ("--help", f"Usage: {name}")):
+            words = (("--version", f"{name} "), ("--help", f"Usage: {name}"), *([("--about", f"{name} ")] if name == "corvane" else []))
+            for word, start in words:
                 done = self.program(name, word)
                 if done.returncode != 0 or not done.stdout.startswith(start):
                     return f"{name} {word}: code {done.returncode}: {said(done)}"
