@@ -2,21 +2,25 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Runs every test of a finished build and adds up the counts; ./check builds first and calls this.
 
-Groups: rule scripts (tests/rules/*.py), shipped files (samples, skins, the installed tree), test programs of build/release, the same of build/asan (portable core) and the
-end-to-end stories (tests/e2e/run.py); at the end, the rule book (tests/rules.md) against what ran. What passed and has not
+Groups: rule scripts (tests/rules/*.py), shipped files (samples, skins, the installed tree), test programs of build/release, the
+same of build/asan (portable core), as many at once as there are processors, the end-to-end stories (tests/e2e/run.py) and
+some of them under a memory checker (tests/memcheck); at the end, the rule book (tests/rules.md) against what ran. What passed and has not
 changed since is counted and not run again.
 The last line is "N passed, N failed, N skipped".
 """
 
 import argparse
+import contextlib
 import hashlib
 import json
 import os
 import pathlib
+import queue
 import re
 import signal
 import subprocess
 import sys
+import threading
 import time
 
 from session import Session, SessionError, end_process
@@ -28,6 +32,9 @@ REPORTS = BUILD / "reports"
 PASSED_BEFORE = BUILD / "check-passed.json"
 PROGRAM_SECONDS = 900  # for one test program
 STORIES_SECONDS = 1800
+MEMORY_SECONDS = 900
+RUNNING = set()  # processes that are waited for
+AT_ONCE = os.cpu_count() or 1  # test programs; each has a private desktop
 SHIPPED_SECONDS = 180
 SHOWN_FAILURES = 12
 TESTED_DATA = ("PANELSET", "samples", "tests/data", "tests/golden", "tests/contract")
@@ -39,12 +46,14 @@ class Counts:
 
     def __init__(self):
         self.passed = self.failed = self.skipped = 0
+        self._lock = threading.Lock()
         self.groups = []  # of tests that this run is about, whether they had to be run again or not
 
     def add(self, name, passed, failed, skipped, remark):
-        self.passed += passed
-        self.failed += failed
-        self.skipped += skipped
+        with self._lock:
+            self.passed += passed
+            self.failed += failed
+            self.skipped += skipped
         counts = f"{passed} passed" + (f", {failed} FAILED" if failed else "") + (f", {skipped} skipped" if skipped else "")
         print(f"   {name:28} {counts}  ({remark})", flush=True)
 
@@ -57,6 +66,7 @@ class Memory:
 
     def __init__(self, use):
         self.use = use
+        self._lock = threading.Lock()
         try:
             self.known = json.loads(PASSED_BEFORE.read_text())
         except (OSError, ValueError):
@@ -67,11 +77,12 @@ class Memory:
         return entry["counts"] if self.use and entry and entry["key"] == key else None
 
     def keep(self, name, key, counts):
-        if counts[1] or counts[2]:  # what was skipped may be possible by the next time: another user, another package
-            self.known.pop(name, None)
-        else:
-            self.known[name] = {"key": key, "counts": counts}
-        PASSED_BEFORE.write_text(json.dumps(self.known, indent=1))
+        with self._lock:
+            if counts[1] or counts[2]:  # what was skipped may be possible by the next time: another user, another package
+                self.known.pop(name, None)
+            else:
+                self.known[name] = {"key": key, "counts": counts}
+            PASSED_BEFORE.write_text(json.dumps(self.known, indent=1))
 
 
 def content_key(*paths):
@@ -110,6 +121,7 @@ def run_bounded(command, seconds, session=None, **options):
         process = session.popen(command, **options)
     else:
         process = subprocess.Popen(command, start_new_session=True, **options)
+    RUNNING.add(process)
     try:
         output, _ = process.communicate(timeout=seconds)
         return process.returncode, output
@@ -119,10 +131,12 @@ def run_bounded(command, seconds, session=None, **options):
     except BaseException:
         end_process(process)
         raise
+    finally:
+        RUNNING.discard(process)
 
 
 def tells_stories(name):
-    return name.removeprefix("windows:").startswith("e2e")
+    return name.removeprefix("windows:").startswith(("e2e", "memory"))
 
 
 def report_of(name):
@@ -228,13 +242,45 @@ def programs(counts, memory, preset, prefix, wanted):
     print(f"== Test programs ({preset})", flush=True)
     counts.groups += [name for name, _ in found]
     data = [ROOT / folder for folder in TESTED_DATA]
-    with Session() as session:
-        for name, command in found:
-            if not pathlib.Path(command[0]).exists():
-                counts.add(name, 0, 1, 0, "was not built")
-                continue
-            key = content_key(pathlib.Path(command[0]), *data)
-            run_group(counts, memory, name, key, lambda n=name, c=command: google_test(n, c, session))
+
+    def run(name, command, session):
+        if not pathlib.Path(command[0]).exists():
+            counts.add(name, 0, 1, 0, "was not built")
+            return
+        key = content_key(pathlib.Path(command[0]), *data)
+        run_group(counts, memory, name, key, lambda: google_test(name, command, session))
+
+    # Those that wait for real windows and sounds take longest: they begin.
+    side_by_side(counts, sorted(found, key=lambda each: "desktop" not in each[0]), run)
+
+
+def side_by_side(counts, jobs, run):
+    """Runs each job, run(*job, session), as many at once as there are processors, each of these on a desktop of its own."""
+    left = queue.SimpleQueue()
+    for job in jobs:
+        left.put(job)
+
+    def work(session):
+        try:
+            while True:
+                run(*left.get_nowait(), session)
+        except queue.Empty:
+            return
+        except Exception as error:  # noqa: BLE001: whatever it is, what was not run must not look passed
+            counts.add("test programs", 0, 1, 0, f"{type(error).__name__}: {error}")
+
+    with contextlib.ExitStack() as desktops:
+        sessions = [desktops.enter_context(Session()) for _ in range(min(AT_ONCE, len(jobs)))]
+        workers = [threading.Thread(target=work, args=(session,), daemon=True) for session in sessions]
+        try:
+            for worker in workers:
+                worker.start()
+            for worker in workers:
+                worker.join()
+        except BaseException:
+            for process in list(RUNNING):
+                end_process(process)
+            raise
 
 
 def windows_programs(counts, memory, wanted, whole):
@@ -279,6 +325,17 @@ def stories(counts, memory, only, windows=False):
     name = ("windows:e2e" if windows else "e2e") + (f":{pattern}" if pattern else "")
     counts.groups.append(name)
     run_group(counts, memory, name, key, lambda: lines_test(name, command, STORIES_SECONDS))
+
+
+def memory_sample(counts, memory, wanted):
+    """Some stories under a memory checker."""
+    program = BUILD / "release" / "corvane"
+    if not program.exists() or not wanted("memory"):
+        return
+    print("== Memory checker", flush=True)
+    command = ["/usr/bin/python3", str(ROOT / "tests" / "memcheck"), "--sample"]
+    key = content_key(program, *(ROOT / folder for folder in STORY_DATA), ROOT / "tests" / "memcheck", ROOT / "tests" / "memcheck.supp")
+    run_group(counts, memory, "memory", key, lambda: lines_test("memory", command, MEMORY_SECONDS))
 
 
 def rule_book(counts, partly, windows=False):
@@ -339,6 +396,7 @@ def main():
             fuzz(counts, memory, wanted)
             if not options.only or options.only.startswith("e2e"):
                 stories(counts, memory, options.only)
+            memory_sample(counts, memory, wanted)
         if not options.only:
             rule_book(counts, options.quick)
     except SessionError as error:

@@ -6,7 +6,7 @@ Prints one line a story, "PASS name (seconds)", "SKIP name: why" where this mach
 ends with 1 when one failed. Each is played once: what fails has failed, and so has a story in which a process of the
 program ended badly or not at all. A failed story leaves its screen, its sound, the program's messages and what a crash
 left (the core, and gdb's account of it where there is one) in build/e2e/. --windows: the program is a Windows one; the
-stories of windows_stories/ are played, under Wine. --memory: the program runs under valgrind, as tests/memory has it.
+stories of windows_stories/ are played, under Wine. --memory: the program runs under valgrind, as tests/memcheck has it.
 """
 
 import argparse

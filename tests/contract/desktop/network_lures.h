@@ -32,6 +32,8 @@ public:
     Listener& operator=(const Listener&) = delete;
     ~Listener() { close(); }
 
+    /// Nobody listens any more; who had called is told so.
+    void hangUp() { close(); }
     std::string port() const { return std::to_string(port_); }
     /// Somebody connected, or sent something.
     bool wasReached(int waitMs) const {

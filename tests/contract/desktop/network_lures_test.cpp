@@ -8,6 +8,7 @@
 #include "contract/desktop/mci_rig.h"
 #include "contract/desktop/movie_rig.h"
 #include "contract/desktop/network_lures.h"
+#include "contract/desktop/network_takers.h"
 #include "desktop/media/desktop_mci_control.h"
 #include "desktop/qt_pictures.h"
 #include "unit/desktop/cd_image.h"
@@ -17,6 +18,7 @@ namespace {
 
 using test::Listener;
 using test::MovieRig;
+using test::Taker;
 
 std::string bytesOf(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
@@ -27,6 +29,7 @@ std::string bytesOf(const std::string& path) {
 struct Lure {
     const char* name;
     std::string (*bytes)(const std::string& host);  ///< host: with its port
+    Taker taker = Taker::Nobody;
 };
 
 std::ostream& operator<<(std::ostream& out, const Lure& lure) { return out << lure.name; }
@@ -100,7 +103,21 @@ TEST_P(NetworkLures, CallNobodyAsMovies) {
     expectNobodyCalled([&] { return !rig.reason.empty() || rig.control->CurrentPosition() > 0.2; });
 }
 
+/// The control: a library that nothing is forbidden calls there, so that it is the player that does not.
+class NetworkLuresControl : public testing::TestWithParam<Lure> {};
+
+TEST_P(NetworkLuresControl, CallWhereALibraryMayDoWhatItLikes) {
+    test::soundApplication();
+    Listener listener;
+    const test::ScratchFolder folder;
+    const std::string path = folder.path() / GetParam().name;
+    std::ofstream(path, std::ios::binary) << GetParam().bytes("127.0.0.1:" + listener.port());
+    EXPECT_TRUE(test::takes(GetParam().taker, path, listener));
+}
+
 const Lure kLures[] = {
+    {"cut.edl", [](const std::string& host) { return "# mpv EDL v0\nhttp://" + host + "/a.mp3,0,10\n"; },
+     Taker::Movies},
     {"whole.mov", [](const std::string& host) { return test::movieElsewhere("http://" + host + "/a.mov"); }},
     {"stream.mov", [](const std::string& host) { return test::movieElsewhere("rtsp://" + host + "/a.mov"); }},
     {"data.mov",
@@ -122,28 +139,31 @@ const Lure kLures[] = {
          return "<asx version=\"3.0\"><entry><ref href=\"http://" + host + "/a.wmv\"/></entry></asx>\n";
      }},
     {"reference.asf",
-     [](const std::string& host) { return "[Reference]\r\nRef1=http://" + host + "/a.asf?MSWMExt=.asf\r\n"; }},
+     [](const std::string& host) { return "[Reference]\r\nRef1=http://" + host + "/a.asf?MSWMExt=.asf\r\n"; },
+     Taker::Movies},
     {"parts.ts",
      [](const std::string& host) {
          return "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:9\n#EXTINF:9,\nhttp://" + host +
                 "/a.ts\n#EXT-X-ENDLIST\n";
-     }},
+     },
+     Taker::Sounds},
     {"parts.mpg",
-     [](const std::string& host) {
-         return "#EXTM3U\n#EXT-X-STREAM-INF:BANDWIDTH=1\nhttp://" + host + "/inner.m3u8\n";
-     }},
+     [](const std::string& host) { return "#EXTM3U\n#EXT-X-STREAM-INF:BANDWIDTH=1\nhttp://" + host + "/inner.m3u8\n"; },
+     Taker::Sounds},
     {"key.m3u8",
      [](const std::string& host) {
          return "#EXTM3U\n#EXT-X-TARGETDURATION:9\n#EXT-X-KEY:METHOD=AES-128,URI=\"http://" + host +
                 "/key\"\n#EXTINF:9,\na.ts\n#EXT-X-ENDLIST\n";
-     }},
+     },
+     Taker::Sounds},
     {"list.wpl",
      [](const std::string& host) {
          return "<?wpl version=\"1.0\"?><smil><body><seq><media src=\"http://" + host +
                 "/a.mp3\"/></seq></body></smil>\n";
      }},
     {"list.pls",
-     [](const std::string& host) { return "[playlist]\nFile1=http://" + host + "/a.mp3\nNumberOfEntries=1\n"; }},
+     [](const std::string& host) { return "[playlist]\nFile1=http://" + host + "/a.mp3\nNumberOfEntries=1\n"; },
+     Taker::Movies},
     {"called.sdp",
      [](const std::string& host) {
          const std::string port = host.substr(host.find(':') + 1);
@@ -156,11 +176,9 @@ const Lure kLures[] = {
                 " RTP/AVP 96\r\na=rtpmap:96 H264/90000\r\n";
      }}};
 
-INSTANTIATE_TEST_SUITE_P(Files, NetworkLures, testing::ValuesIn(kLures), [](const auto& lure) {
-    std::string name = lure.param.name;
-    name[name.find('.')] = '_';
-    return name;
-});
+const auto kNames = [](const testing::TestParamInfo<Lure>& lure) { return test::testName(lure.param.name); };
+INSTANTIATE_TEST_SUITE_P(Files, NetworkLures, testing::ValuesIn(kLures), kNames);
+INSTANTIATE_TEST_SUITE_P(Files, NetworkLuresControl, testing::ValuesIn(test::takenOf(kLures)), kNames);
 
 /// The files that play at all, so that it is not for being broken that they call nobody.
 TEST(NetworkLuresThemselves, AreReadAsFarAsTheyHoldSoundOrPicturesThemselves) {

@@ -7,6 +7,7 @@
 
 #include "contract/desktop/mci_rig.h"
 #include "contract/desktop/network_lures.h"
+#include "contract/desktop/network_takers.h"
 #include "desktop/media/desktop_mci_control.h"
 #include "unit/desktop/cd_image.h"
 
@@ -14,11 +15,23 @@ namespace corvane {
 namespace {
 
 using test::Listener;
+using test::Taker;
 
 struct Lure {
     const char* name;
     const char* text;  ///< @ stands for the port
+    Taker taker = Taker::Nobody;
 };
+
+/// Writes the lure for that listener; returns its path.
+std::string layOut(const Lure& lure, const test::ScratchFolder& folder, const Listener& listener) {
+    const std::string path = folder.path() / lure.name;
+    std::string text = lure.text;
+    for (std::size_t at = text.find('@'); at != std::string::npos; at = text.find('@', at))
+        text.replace(at, 1, listener.port());
+    std::ofstream(path, std::ios::binary) << text;
+    return path;
+}
 
 class SoundNetworkTest : public testing::TestWithParam<Lure> {};
 
@@ -28,11 +41,7 @@ TEST_P(SoundNetworkTest, OpensNoConnection) {
     SoundStation station(loop, true);
     const Listener listener;
     const test::ScratchFolder folder;
-    const std::string path = folder.path() / GetParam().name;
-    std::string text = GetParam().text;
-    for (std::size_t at = text.find('@'); at != std::string::npos; at = text.find('@', at))
-        text.replace(at, 1, listener.port());
-    std::ofstream(path, std::ios::binary) << text;
+    const std::string path = layOut(GetParam(), folder, listener);
 
     bool failed = false;
     DesktopMciControl control(station);
@@ -48,12 +57,23 @@ TEST_P(SoundNetworkTest, OpensNoConnection) {
     station.post.stop();
 }
 
+/// The control: a library that nothing is forbidden calls there, so that it is the player that does not.
+class SoundNetworkControl : public testing::TestWithParam<Lure> {};
+
+TEST_P(SoundNetworkControl, CallsWhereALibraryMayDoWhatItLikes) {
+    test::soundApplication();
+    Listener listener;
+    const test::ScratchFolder folder;
+    EXPECT_TRUE(test::takes(GetParam().taker, layOut(GetParam(), folder, listener), listener));
+}
+
 constexpr Lure kLures[] = {
-    {"list.m3u", "#EXTM3U\nhttp://127.0.0.1:@/a.mp3\n"},
-    {"stream.m3u8", "#EXTM3U\n#EXT-X-TARGETDURATION:10\n#EXTINF:10,\nhttp://127.0.0.1:@/a.ts\n#EXT-X-ENDLIST\n"},
-    {"stream.mp3", "#EXTM3U\n#EXT-X-TARGETDURATION:10\n#EXTINF:10,\nhttp://127.0.0.1:@/a.ts\n#EXT-X-ENDLIST\n"},
-    {"list.pls", "[playlist]\nFile1=http://127.0.0.1:@/a.mp3\nNumberOfEntries=1\n"},
-    {"cut.edl", "# mpv EDL v0\nhttp://127.0.0.1:@/a.mp3,0,10\n"},
+    {"list.m3u", "#EXTM3U\nhttp://127.0.0.1:@/a.mp3\n", Taker::Movies},
+    {"stream.m3u8", "#EXTM3U\n#EXT-X-TARGETDURATION:10\n#EXTINF:10,\nhttp://127.0.0.1:@/a.ts\n#EXT-X-ENDLIST\n",
+     Taker::Sounds},
+    {"stream.mp3", "#EXTM3U\n#EXT-X-TARGETDURATION:10\n#EXTINF:10,\nhttp://127.0.0.1:@/a.ts\n#EXT-X-ENDLIST\n",
+     Taker::Sounds},
+    {"list.pls", "[playlist]\nFile1=http://127.0.0.1:@/a.mp3\nNumberOfEntries=1\n", Taker::Movies},
     {"session.sdp",
      "v=0\no=- 0 0 IN IP4 127.0.0.1\ns=x\nc=IN IP4 127.0.0.1\nt=0 0\nm=audio @ RTP/AVP 0\n"
      "a=control:rtsp://127.0.0.1:@/a\n"},
@@ -65,11 +85,9 @@ constexpr Lure kLures[] = {
      "<AdaptationSet mimeType=\"audio/mp4\"><Representation id=\"a\" bandwidth=\"1\"><BaseURL>"
      "http://127.0.0.1:@/a.mp4</BaseURL></Representation></AdaptationSet></Period></MPD>\n"}};
 
-INSTANTIATE_TEST_SUITE_P(Lures, SoundNetworkTest, testing::ValuesIn(kLures), [](const auto& lure) {
-    std::string name = lure.param.name;
-    name[name.find('.')] = '_';
-    return name;
-});
+const auto kNames = [](const testing::TestParamInfo<Lure>& lure) { return test::testName(lure.param.name); };
+INSTANTIATE_TEST_SUITE_P(Lures, SoundNetworkTest, testing::ValuesIn(kLures), kNames);
+INSTANTIATE_TEST_SUITE_P(Lures, SoundNetworkControl, testing::ValuesIn(test::takenOf(kLures)), kNames);
 
 TEST(SoundNetworkNameTest, ANameLikeAnAddressIsAFilesName) {
     test::soundApplication();

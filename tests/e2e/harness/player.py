@@ -5,13 +5,14 @@ import os
 import pathlib
 import re
 import shutil
+import time
 
 import numpy as np
 
 from screen import read_skin
 
 from . import PROJECT
-from .expect import StoryFailure, check, wait
+from .expect import SLACK, StoryFailure, check, wait
 from .running import END_SECONDS, NoWatch, Runs
 
 POWER, MINIMISE, REPEAT, SHUFFLE, PLAY, PAUSE, STOP, PREVIOUS, NEXT, EDITOR, VOLUME_DOWN, VOLUME_UP = range(12)
@@ -20,6 +21,7 @@ DISPLAY_RECORD, KNOB_RECORD, SLIDER_RECORD = 21, 24, 40
 TOTAL_RECORD, NUMBER_RECORD, TIME_RECORD, KIND_RECORD, TITLE_RECORD = 29, 30, 31, 32, 33
 REPEAT_LAMP, AUTO_LAMP, QUICK_LAMP = (38, 39), (34, 35), (36, 37)  # records of the pictures: off, on
 START_SECONDS = 15
+OPENING_SECONDS = 0.25  # its last picture stands no longer
 
 
 class Player:
@@ -71,13 +73,18 @@ class Player:
         return self._runs.start([self.program, *arguments], {"CORVANE_FOLDER": str(folder), **environment}).process
 
     def wait_for_panel(self, seconds=START_SECONDS):
-        """The last picture of the opening stands there as well: the panel is what is still there at the next look."""
-        before = []
+        """The last picture of the opening stands there as well: the panel is what is still there at the next look, or, where
+        all is slow, after so much longer."""
+        before, since = [], time.monotonic()
 
         def stands():
+            nonlocal since
             check(self.running(), f"the program ended with code {self.process.poll()}: {self.log()[-300:]}")
             before.append(self.find_panel())
-            return before[-1] if before[-1] and before[-2:-1] == before[-1:] else None
+            if not before[-1] or before[-2:-1] != before[-1:]:
+                since = time.monotonic()
+                return None
+            return before[-1] if time.monotonic() - since >= OPENING_SECONDS * (SLACK - 1) else None
 
         self.window = wait("the panel at its place", stands, seconds)
         return self.window

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The ways on which something may be gone while a tool kit or a library still holds it, short and without a measure of
-time: what tests/memory plays under a memory checker for ./check."""
+time: what tests/memcheck plays under a memory checker for ./check."""
 
 import shutil
 

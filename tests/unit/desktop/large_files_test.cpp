@@ -29,7 +29,7 @@ struct LargeFiles : ::testing::Test {
         folder.write("song.wav", "");
         machine.media.sounds[folder.in("song.wav")] = {1000, ""};
         folder.write("KADO.INI", "[KADO]\r\nDELAYTIME=321\r\n");
-        folder.write("FILE00.INI", "[FILELIST]\r\nFILECOUNT=1\r\n");
+        folder.write("FILE00.INI", "[FILELIST]\r\nLISTNAME=Long\r\nLIST000=song.wav|" + folder.in("song.wav") + "\r\n");
         machine.process.folder = folder.path();
     }
     ~LargeFiles() override { player.forms.clear(); }
@@ -65,6 +65,7 @@ TEST_F(LargeFiles, NoneOfThemStarts) {
     start();
     EXPECT_TRUE(panelIsUp());
     EXPECT_EQ(player.gDelayTime, 321);
+    EXPECT_EQ(player.gFileCount, 1) << "the entry that a larger list has as well";
     EXPECT_TRUE(machine.dialogs.boxes.empty());
 }
 
@@ -77,7 +78,7 @@ TEST_F(LargeFiles, SettingsActAsEmptyAndAreNotWrittenOver) {
 }
 
 TEST_F(LargeFiles, AListActsAsEmpty) {
-    blowUp("FILE00.INI", "FILE001=" + folder.in("song.wav") + "\r\n");
+    blowUp("FILE00.INI", "LIST001=song.wav|" + folder.in("song.wav") + "\r\n");
     start();
     EXPECT_TRUE(panelIsUp());
     EXPECT_EQ(player.gFileCount, 0);
