@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <chrono>
+
 #include "dialogs/forms.h"
 #include "engine/media_session.h"
 #include "engine/player.h"
@@ -9,6 +11,9 @@
 #include "windows/api.h"
 #include "windows/media_keys.h"
 #include "windows/windows_desktop.h"
+#include "workers/worker.h"
+// After windows.h:
+#include <ole2.h>
 
 namespace {
 
@@ -21,6 +26,9 @@ void registerForms(Player& player) {
     registerPlayerForms(player);
     registerListEditForms(player);
 }
+
+/// How long the end waits for what is read and decoded to be given up.
+constexpr std::chrono::milliseconds kLeave{500};
 
 /// A program with windows has no console of its own: it writes to the one it was started from, or where it was told to.
 int say(const std::string& text) {
@@ -50,7 +58,9 @@ void runPlayer(CommandLine line) {
 }  // namespace
 
 int WINAPI WinMain(HINSTANCE /*program*/, HINSTANCE /*before*/, char* /*line*/, int /*show*/) {
-    // Nothing is loaded from the folder that a file was opened in.
+    // Libraries are the system's, or named with their whole path by what it has registered: never those that lie beside
+    // the program or in the folder that a file was opened in.
+    SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32 | LOAD_LIBRARY_SEARCH_USER_DIRS);
     SetDllDirectoryW(L"");
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);  // an empty drive is not an error box of the system
     CommandLine line = commandLineOfProcess();
@@ -58,8 +68,10 @@ int WINAPI WinMain(HINSTANCE /*program*/, HINSTANCE /*before*/, char* /*line*/, 
     if (line.version) return say("corvane " CORVANE_VERSION "\n");
     const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_STANDARD_CLASSES | ICC_WIN95_CLASSES};
     InitCommonControlsEx(&controls);
-    const bool com = SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE));
+    const bool ole = SUCCEEDED(OleInitialize(nullptr));  // COM, and what is dragged from other programs
     runPlayer(std::move(line));
-    if (com) CoUninitialize();
+    // A task that is held by a drive or a decoder may use whatever is left: then nothing is taken down.
+    if (!Worker::endAll(kLeave)) TerminateProcess(GetCurrentProcess(), 0);
+    if (ole) OleUninitialize();
     return 0;
 }

@@ -52,6 +52,9 @@ LRESULT CanvasWindow::message(UINT message, WPARAM first, LPARAM second) {
         case WM_PAINT:
             paintDirty();
             return 0;
+        case kTakeGeometry:
+            if (stale_ && bound()) takeGeometry();
+            return 0;
         case WM_ERASEBKGND:
             return 1;
         case WM_GETOBJECT:
@@ -67,10 +70,8 @@ LRESULT CanvasWindow::message(UINT message, WPARAM first, LPARAM second) {
             if (LOWORD(first) != WA_INACTIVE && bound()) post([this] { form().Activate.raise(); });
             break;  // the system gives the focus
         case WM_SETFOCUS:
-            if (bound()) post([this] { form().GotFocus.raise(); });
-            return 0;
         case WM_KILLFOCUS:
-            if (bound()) post([this] { form().LostFocus.raise(); });
+            focusCame(message == WM_SETFOCUS);
             return 0;
         case WM_CANCELMODE:
             loseMouse();
@@ -81,9 +82,14 @@ LRESULT CanvasWindow::message(UINT message, WPARAM first, LPARAM second) {
         case WM_ENABLE:
             if (first == 0 && bound()) loseMouse();
             return 0;
-        case WM_DROPFILES:
-            dropped(reinterpret_cast<HDROP>(first));
+        case WM_DROPFILES: {
+            POINT at{};
+            DragQueryPoint(reinterpret_cast<HDROP>(first), &at);
+            const DropData data = filesOf(reinterpret_cast<HGLOBAL>(first));
+            DragFinish(reinterpret_cast<HDROP>(first));
+            dropped(data, at);
             return 0;
+        }
         case WM_NOTIFY:
             tip_.notify(second, [this]() -> std::string {
                 POINT at{};
@@ -105,20 +111,26 @@ Pointer::Place CanvasWindow::placeOfMouse(LPARAM place) const {
             static_cast<double>(context().toTwips(GET_Y_LPARAM(place)))};
 }
 
+POINT CanvasWindow::screenPoint(LPARAM place) const {
+    POINT at{GET_X_LPARAM(place), GET_Y_LPARAM(place)};
+    ClientToScreen(handle(), &at);
+    return at;
+}
+
 bool CanvasWindow::mouse(UINT message, WPARAM /*keys*/, LPARAM place) {
     const ButtonMessage what = buttonOf(message);
     if (what.button == 0 && message != WM_MOUSEMOVE) return false;
     if (!bound()) return true;
     const Pointer::Place at = placeOfMouse(place);
     if (message == WM_MOUSEMOVE) {
-        if (pointer_.dragging() && dragStep()) return true;
+        if (pointer_.dragging() && dragStep(screenPoint(place))) return true;
         tip_.over(pointer_.hit(at));
         pointer_.move(shiftState(), at);
     } else if (what.down) {
         setFocused(nullptr);
         RECT window{};
         GetWindowRect(handle(), &window);
-        GetCursorPos(&pressedAt_);
+        pressedAt_ = screenPoint(place);
         windowAt_ = {window.left, window.top};
         if (GetCapture() == nullptr) SetCapture(handle());
         pointer_.press(what.button, shiftState(), at, what.isDouble);
@@ -135,20 +147,15 @@ void CanvasWindow::loseMouse() {
     if (GetCapture() == handle()) ReleaseCapture();
 }
 
-/// Hands the window to the system's own moving, once the pointer has left the place of the press.
-bool CanvasWindow::dragStep() {
-    POINT at{};
-    GetCursorPos(&at);
+/// The window follows the pointer: what was grabbed stays under it. A hand that shakes in a click still clicks.
+bool CanvasWindow::dragStep(POINT at) {
     const LONG across = at.x - pressedAt_.x;
     const LONG down = at.y - pressedAt_.y;
-    if (std::abs(across) < GetSystemMetrics(SM_CXDRAG) && std::abs(down) < GetSystemMetrics(SM_CYDRAG)) return true;
-    // The way so far would be left out otherwise.
+    const bool away = std::abs(across) >= GetSystemMetrics(SM_CXDRAG) || std::abs(down) >= GetSystemMetrics(SM_CYDRAG);
+    if (away) pointer_.moved();
+    if (!pointer_.wasMoved() && !dragsAtOnce()) return true;
     ::SetWindowPos(handle(), nullptr, windowAt_.x + across, windowAt_.y + down, 0, 0,
                    SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-    pointer_.moved();
-    pointer_.letGo();
-    ReleaseCapture();
-    SendMessageW(handle(), WM_NCLBUTTONDOWN, HTCAPTION, MAKELPARAM(at.x, at.y));  // returns with the release
     return true;
 }
 
@@ -210,23 +217,8 @@ PictureBox* CanvasWindow::keyBox() const {
     return nullptr;
 }
 
-DropData filesOf(HDROP drop) {
-    DropData data;
-    const UINT count = DragQueryFileW(drop, 0xFFFFFFFFU, nullptr, 0);
-    for (UINT i = 0; i < count; ++i) {
-        std::wstring path(DragQueryFileW(drop, i, nullptr, 0) + 1U, L'\0');
-        path.resize(DragQueryFileW(drop, i, path.data(), static_cast<UINT>(path.size())));
-        data.files.push_back(fromWide(path));
-    }
-    data.hasFiles = count > 0;
-    return data;
-}
-
-void CanvasWindow::dropped(HDROP drop) {
-    const DropData data = filesOf(drop);
-    POINT at{};
-    DragQueryPoint(drop, &at);
-    DragFinish(drop);
+/// at: pixels of the client area.
+void CanvasWindow::dropped(const DropData& data, POINT at) {
     if (!bound()) return;
     auto* const under = dynamic_cast<MouseControl*>(pointer_.hit(placeOfMouse(MAKELPARAM(at.x, at.y))));
     if (under != nullptr && under->OLEDragDrop.isTied()) {
@@ -234,6 +226,10 @@ void CanvasWindow::dropped(HDROP drop) {
     } else {
         dropFiles(data);
     }
+}
+
+void CanvasWindow::focusCame(bool got) {
+    if (bound()) post([this, got] { (got ? form().GotFocus : form().LostFocus).raise(); });
 }
 
 bool CanvasWindow::takesFiles() const { return bound() && fileTakerOf(form()) != nullptr; }

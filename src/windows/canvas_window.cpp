@@ -21,7 +21,13 @@ CanvasWindow::CanvasWindow(Form& form, DesktopContext& context, DWORD extendedSt
     : FormWindow(form, context),
       pointer_(*this),
       accessible_(new AccessibleForm(*this)),
-      tip_((create(kStyle, extendedStyle | WS_EX_APPWINDOW), handle())) {
+      tip_((create(kStyle, extendedStyle | WS_EX_APPWINDOW), handle())),
+      dropTarget_(
+          handle(), [this] { return takesFiles(); },
+          [this](const DropData& data, POINT at) {
+              ScreenToClient(handle(), &at);
+              dropped(data, at);
+          }) {
     DragAcceptFiles(handle(), TRUE);
 }
 
@@ -96,7 +102,7 @@ void CanvasWindow::formChanged(PropertyId property) {
         case PropertyId::Top:
         case PropertyId::Width:
         case PropertyId::Height:
-            takeGeometry();
+            geometryChanged();
             break;
         case PropertyId::Visible:
             takeVisibility();
@@ -116,19 +122,39 @@ void CanvasWindow::formChanged(PropertyId property) {
     controlChanged(form(), property);
 }
 
+/// A form that goes and grows does so in four properties: the window is moved once, before anything else is seen of it.
+void CanvasWindow::geometryChanged() {
+    if (taking_ || std::exchange(stale_, true)) return;
+    PostMessageW(handle(), kTakeGeometry, 0, 0);
+}
+
 void CanvasWindow::takeGeometry() {
     if (taking_) return;
+    stale_ = false;
     const POINT origin = context().origin(form());
+    const SIZE size{std::max(1, context().toPixels(form().Width)), std::max(1, context().toPixels(form().Height))};
+    RECT before{};
+    GetWindowRect(handle(), &before);
+    // What is shown of another size is painted anew: the old picture is not seen in the new place.
+    const bool sameSize = before.right - before.left == size.cx && before.bottom - before.top == size.cy;
+    const UINT copied = sameSize ? 0U : static_cast<UINT>(SWP_NOCOPYBITS);
     taking_ = true;
     ::SetWindowPos(handle(), nullptr, origin.x + context().toPixels(form().Left),
-                   origin.y + context().toPixels(form().Top), std::max(1, context().toPixels(form().Width)),
-                   std::max(1, context().toPixels(form().Height)), SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+                   origin.y + context().toPixels(form().Top), size.cx, size.cy,
+                   SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER | copied);
     taking_ = false;
+    if (!sameSize && IsWindowVisible(handle()) != 0) UpdateWindow(handle());
+}
+
+void CanvasWindow::refresh() {
+    if (stale_ && isBound()) takeGeometry();
+    FormWindow::refresh();
 }
 
 void CanvasWindow::takeVisibility() {
     const bool shown = IsWindowVisible(handle()) != 0;
     if (form().Visible == shown) return;
+    if (stale_) takeGeometry();
     if (!form().Visible) {
         loseMouse();
         ShowWindow(handle(), SW_HIDE);
@@ -136,8 +162,9 @@ void CanvasWindow::takeVisibility() {
         ShowWindow(handle(), SW_SHOWMINIMIZED);
     } else {
         putOnAScreen();
-        ShowWindow(handle(), SW_SHOW);
-        activate();
+        const bool aside = opensByItself() && anotherProgramIsInFront();
+        ShowWindow(handle(), aside ? SW_SHOWNOACTIVATE : SW_SHOW);
+        if (!aside) activate();
     }
 }
 
@@ -156,13 +183,14 @@ void CanvasWindow::takeWindowState() {
         loseMouse();
         ShowWindow(handle(), SW_MINIMIZE);
     } else {
-        ShowWindow(handle(), SW_RESTORE);
-        activate();
+        const bool aside = opensByItself() && anotherProgramIsInFront();
+        ShowWindow(handle(), aside ? SW_SHOWNOACTIVATE : SW_RESTORE);
+        if (!aside) activate();
     }
 }
 
 void CanvasWindow::placeChanged() {
-    if (!bound() || taking_ || IsWindowVisible(handle()) == 0 || IsIconic(handle()) != 0) return;
+    if (!bound() || taking_ || stale_ || IsWindowVisible(handle()) == 0 || IsIconic(handle()) != 0) return;
     RECT at{};
     GetWindowRect(handle(), &at);
     const POINT origin = context().origin(form());
@@ -184,6 +212,7 @@ void CanvasWindow::sizeChanged(WPARAM kind) {
 }
 
 void CanvasWindow::paintDirty() {
+    if (stale_ && bound()) takeGeometry();
     PAINTSTRUCT painting{};
     const HDC screen = BeginPaint(handle(), &painting);
     if (!bound()) {

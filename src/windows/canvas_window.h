@@ -3,12 +3,15 @@
 
 #include "forms/keyboard_focus.h"
 #include "toolkit/pointer.h"
+#include "windows/drop.h"
 #include "windows/form_window.h"
 #include "windows/tool_tip.h"
 
 namespace corvane {
 
 class AccessibleForm;
+
+inline constexpr UINT kTakeGeometry = WM_APP;  ///< the window's own: the form's place or size has changed
 
 /// A borderless window whose controls are drawn, not windows. This class is its geometry, window state and input; the
 /// deriving classes say where controls are and paint them.
@@ -18,13 +21,18 @@ public:
     ~CanvasWindow() override;
 
     int textWidth(const std::string& text) override;
-    /// Moves the window with the pointer once it has left the place of the press; ends with the button's release.
+    /// Moves the window with the pointer until the button's release; what was grabbed stays under the pointer.
     void beginDrag() override { pointer_.beginDrag(); }
     void takeScale() override;
+    void refresh() override;
     /// Files from elsewhere (another start of the program) as a drop on this form.
     void dropFiles(const DropData& dropped);
     bool takesFiles() const;
+    /// Who takes what is dragged onto the window; null: the thread has no OLE.
+    IDropTarget* dropTarget() const { return dropTarget_.asked(); }
     void askToClose() { requestClose(); }
+    /// The keyboard's focus came or went.
+    void focusCame(bool got);
 
     // Input of a surface elsewhere on the screen, in the place of this window's own.
     bool mouse(UINT message, WPARAM keys, LPARAM place);
@@ -44,6 +52,10 @@ protected:
     virtual void paint(HDC screen, const RECT& dirty) = 0;
     /// What to say when the pointer rests on a control.
     virtual std::string toolTip(const Control& control) const { return control.ToolTipText; }
+    /// A drag begins with the press; else once the pointer has left its place.
+    virtual bool dragsAtOnce() const { return false; }
+    /// Files of a list open it, not the user's hand.
+    virtual bool opensByItself() const { return false; }
     /// A control's appearance or place changed.
     virtual void controlChanged(Control& control, PropertyId property) = 0;
 
@@ -65,6 +77,7 @@ protected:
 
 private:
     void formChanged(PropertyId property);
+    void geometryChanged();
     void takeGeometry();
     void takeVisibility();
     void takeWindowState();
@@ -74,21 +87,24 @@ private:
     void paintDirty();
     void typed(char32_t character);
     PictureBox* keyBox() const;
-    void dropped(HDROP drop);
+    void dropped(const DropData& data, POINT at);
     bool takeFocusKey(const KeyArgs& key, bool isRepeat);
     void setFocused(Control* control);
     void focusMoved();
     bool takesMouse() const;
     void clickMiddle(Control& control);
-    bool dragStep();
+    bool dragStep(POINT at);
     Pointer::Place placeOfMouse(LPARAM place) const;
+    POINT screenPoint(LPARAM place) const;
 
     Pointer pointer_;
     KeyboardFocus keyboard_;
     AccessibleForm* accessible_;  ///< shared with those who ask
     ToolTip tip_;
+    DropTarget dropTarget_;
     POINT pressedAt_{};    ///< of the screen
     POINT windowAt_{};     ///< the window's place at the press
+    bool stale_ = false;   ///< the form's place or size has changed since the window took it
     bool taking_ = false;  ///< the window itself changes the form's properties
     wchar_t high_ = 0;     ///< first half of a character that comes in two
 };

@@ -98,9 +98,10 @@ LRESULT FormWindow::message(UINT message, WPARAM first, LPARAM second) {
             requestClose();  // the form decides
             return 0;
         case WM_QUERYENDSESSION:
+            if (context_.sessionAsked) context_.sessionAsked();
             return TRUE;
         case WM_ENDSESSION:
-            if (first != 0) requestClose();
+            if (first != 0 && context_.sessionEnds) context_.sessionEnds();
             return 0;
         case WM_DPICHANGED:
             if (isBound()) takeScale();
@@ -152,6 +153,12 @@ void FormWindow::requestClose() {
     if (!isBound()) return;
     const bool alt = isDown(VK_MENU);
     later([this, alt] { form_->CloseRequest.raise(alt); });
+}
+
+bool anotherProgramIsInFront() {
+    DWORD process = 0;
+    const HWND front = GetForegroundWindow();
+    return front != nullptr && GetWindowThreadProcessId(front, &process) != 0 && process != GetCurrentProcessId();
 }
 
 int shiftState() {

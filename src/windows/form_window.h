@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -15,6 +16,9 @@ struct DesktopContext {
     WindowsLoop& loop;
     double wanted = 1.0;   ///< size of the windows, 0.5 to 4; from CORVANE_SCALE
     HWND panel = nullptr;  ///< the window of the painted form that was attached last
+
+    std::function<void()> sessionAsked = {};  ///< the system asks whether its session may end
+    std::function<void()> sessionEnds = {};   ///< it ends: what is to be put back is, when this returns
 
     /// Screen pixels to a form's pixel (15 twips): what is wanted, at the dots per inch of the panel's screen.
     double scale() const;
@@ -39,7 +43,7 @@ public:
     ~FormWindow() override;
 
     HWND handle() const { return handle_; }
-    void refresh() { UpdateWindow(handle_); }            ///< paints now what has changed
+    virtual void refresh() { UpdateWindow(handle_); }    ///< paints now what has changed
     virtual int textWidth(const std::string& text) = 0;  ///< pixels of a form, in the form's font
     void activate();                                     ///< raises the window and gives it the keyboard focus
     virtual void beginDrag() {}                          ///< the left button is down: moves the window with the pointer
@@ -84,6 +88,9 @@ private:
     bool observing_ = false;
     std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);  ///< gone when unbound: posted handlers are dropped
 };
+
+/// Another program's window has the keyboard: what opens by itself leaves it there.
+bool anotherProgramIsInFront();
 
 int shiftState();  ///< kShiftMask, kCtrlMask, kAltMask as they are held for the message being handled
 

@@ -38,11 +38,13 @@ FullScreenWindow::~FullScreenWindow() {
     DestroyWindow(handle_);
 }
 
-void FullScreenWindow::show(const RECT& screen) {
-    ::SetWindowPos(handle_, HWND_TOPMOST, screen.left, screen.top, screen.right - screen.left,
-                   screen.bottom - screen.top, SWP_SHOWWINDOW);
-    SetForegroundWindow(handle_);
-    SetFocus(handle_);
+void FullScreenWindow::show(const RECT& screen, bool takesFocus) {
+    ::SetWindowPos(handle_, takesFocus ? HWND_TOPMOST : HWND_TOP, screen.left, screen.top, screen.right - screen.left,
+                   screen.bottom - screen.top, SWP_SHOWWINDOW | SWP_NOACTIVATE);
+    if (takesFocus) {
+        SetForegroundWindow(handle_);
+        SetFocus(handle_);
+    }
     GetCursorPos(&pointer_);
     SetTimer(handle_, kRestTimer, kRestMs, nullptr);
 }
@@ -64,12 +66,30 @@ LRESULT FullScreenWindow::message(UINT message, WPARAM first, LPARAM second) {
         case WM_SETCURSOR:
             SetCursor(hidden_ ? nullptr : LoadCursorW(nullptr, IDC_ARROW));
             return TRUE;
+        case WM_KILLFOCUS:
+            owner_.focusCame(false);
+            return 0;
+        case WM_ACTIVATE:
+            activated(LOWORD(first) != WA_INACTIVE, reinterpret_cast<HWND>(second));
+            break;  // the system gives the focus
         case WM_CLOSE:
             owner_.askToClose();
             return 0;
         default:
-            return DefWindowProcW(handle_, message, first, second);
+            break;
     }
+    return DefWindowProcW(handle_, message, first, second);
+}
+
+/// Above everything as long as it is used; then behind the window that is used instead, which would be covered.
+void FullScreenWindow::activated(bool active, HWND other) {
+    constexpr UINT kOrderOnly = SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE;
+    if (IsWindowVisible(handle_) == 0) return;
+    ::SetWindowPos(handle_, active ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, kOrderOnly);
+    if (active) return;
+    const HWND front = other != nullptr ? other : GetForegroundWindow();
+    if (front == nullptr || front == handle_ || (GetWindowLongPtrW(front, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0) return;
+    ::SetWindowPos(handle_, front, 0, 0, 0, 0, kOrderOnly);
 }
 
 void FullScreenWindow::pointerMoved() {

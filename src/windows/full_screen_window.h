@@ -8,7 +8,8 @@ namespace corvane {
 class CanvasWindow;
 
 /// A window over the whole screen that a movie is shown in. Its keys and mouse are its owner's: the movie fills it, so
-/// that positions are the same in both. The pointer hides when it rests.
+/// that positions are the same in both. The pointer hides when it rests. It lies above all other windows while it is
+/// used, and lets those that are used instead lie above it.
 class FullScreenWindow {
 public:
     explicit FullScreenWindow(CanvasWindow& owner);
@@ -17,12 +18,14 @@ public:
     ~FullScreenWindow();
 
     HWND handle() const { return handle_; }
-    void show(const RECT& screen);
+    /// takesFocus: another program has it otherwise, and keeps it.
+    void show(const RECT& screen, bool takesFocus);
 
 private:
     static LRESULT CALLBACK procedure(HWND handle, UINT message, WPARAM first, LPARAM second);
     LRESULT message(UINT message, WPARAM first, LPARAM second);
     void pointerMoved();
+    void activated(bool active, HWND other);
 
     CanvasWindow& owner_;
     HWND handle_ = nullptr;

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "windows/instance.h"
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <optional>
 
 #include "windows/text.h"
 #include "windows/windows_files.h"
@@ -14,6 +17,8 @@ namespace {
 constexpr ULONG_PTR kFiles = 0x434F5246;        ///< tells our message from another program's
 constexpr std::size_t kMaxMessage = 1U << 20U;  ///< bytes of all paths handed over
 constexpr UINT kAnswerMs = 2000;
+constexpr ULONGLONG kFindMs = 1000;  ///< a first start holds its mutex a moment before it listens
+constexpr DWORD kFindPauseMs = 10;
 
 /// The folder's name on the disk: two ways of writing it are one folder.
 std::wstring realFolder(const std::string& folder) {
@@ -35,6 +40,28 @@ std::vector<std::string> split(const std::string& message) {
         from = end + 1;
     }
     return files;
+}
+
+/// How far the system trusts a process; empty: it does not tell us, which it does of those that it trusts less.
+std::optional<DWORD> integrityOf(HANDLE process) {
+    HANDLE opened = nullptr;
+    if (OpenProcessToken(process, TOKEN_QUERY, &opened) == 0) return std::nullopt;
+    const Handle token(opened);
+    alignas(TOKEN_MANDATORY_LABEL) std::array<std::byte, 256> bytes{};
+    DWORD size = 0;
+    if (GetTokenInformation(opened, TokenIntegrityLevel, bytes.data(), static_cast<DWORD>(bytes.size()), &size) == 0) {
+        return std::nullopt;
+    }
+    const PSID level = reinterpret_cast<const TOKEN_MANDATORY_LABEL*>(bytes.data())->Label.Sid;
+    return *GetSidSubAuthority(level, *GetSidSubAuthorityCount(level) - 1U);
+}
+
+/// A program in a sandbox could have made a window of our name, to be told what is played.
+bool isTrusted(DWORD number) {
+    const Handle process(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, number));
+    const auto its = process ? integrityOf(process.get()) : std::nullopt;
+    const auto own = integrityOf(GetCurrentProcess());
+    return !its || !own || *its >= *own;
 }
 
 }  // namespace
@@ -62,25 +89,42 @@ bool Instance::acquire() {
     }
     listener_ = std::make_unique<MessageWindow>(
         [this](UINT message, WPARAM, LPARAM data) { return received(message, data); }, named);
-    // A player that was started as administrator still takes files from one that was not.
-    ChangeWindowMessageFilterEx(listener_->handle(), WM_COPYDATA, MSGFLT_ALLOW, nullptr);
+    // The system itself keeps away what comes from a process that it trusts less than this one: a player that was
+    // started as administrator takes no files from one that was not.
     return true;
 }
 
 std::optional<LRESULT> Instance::received(UINT message, LPARAM data) {
     if (message != WM_COPYDATA) return std::nullopt;
     const auto& copied = *reinterpret_cast<const COPYDATASTRUCT*>(data);
-    if (copied.dwData != kFiles || copied.cbData > kMaxMessage || copied.lpData == nullptr) return FALSE;
-    const std::string bytes(static_cast<const char*>(copied.lpData), copied.cbData);
-    if (handler_ && !bytes.empty()) handler_(split(bytes));
+    if (copied.dwData != kFiles || copied.cbData > kMaxMessage) return FALSE;
+    if (copied.lpData == nullptr && copied.cbData != 0) return FALSE;
+    const std::string bytes(static_cast<const char*>(copied.lpData), copied.lpData != nullptr ? copied.cbData : 0);
+    if (handler_) handler_(split(bytes));
     return TRUE;
+}
+
+/// The window of the player that runs, or of one that is about to listen; null: there is none in time.
+HWND Instance::findListener() const {
+    const std::wstring named = name();
+    const ULONGLONG end = GetTickCount64() + kFindMs;
+    while (true) {
+        HWND found = nullptr;
+        while ((found = FindWindowExW(HWND_MESSAGE, found, kMessageClass, named.c_str())) != nullptr) {
+            DWORD process = 0;
+            GetWindowThreadProcessId(found, &process);
+            if (isTrusted(process)) return found;
+        }
+        if (GetTickCount64() >= end) return nullptr;
+        Sleep(kFindPauseMs);
+    }
 }
 
 bool Instance::handOver(const std::vector<std::string>& files) const {
     std::string message;
     for (const std::string& file : files) message += file + '\0';
-    const HWND listener = FindWindowExW(HWND_MESSAGE, nullptr, kMessageClass, name().c_str());
-    if (listener == nullptr || message.size() > kMaxMessage) return false;
+    const HWND listener = message.size() > kMaxMessage ? nullptr : findListener();
+    if (listener == nullptr) return false;
     DWORD process = 0;
     GetWindowThreadProcessId(listener, &process);
     AllowSetForegroundWindow(process);  // it comes to the front; this start has the right to, and gives it on

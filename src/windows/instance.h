@@ -22,12 +22,14 @@ public:
 
     /// True: this is the only one. Repeating it asks nobody again.
     bool acquire();
-    /// Gives files to the instance that runs; false: it does not answer.
+    /// Gives files to the instance that runs; without any it only comes to the front. False: it does not answer.
     bool handOver(const std::vector<std::string>& files) const;
+    /// The handler gets what another start hands over, inside that one's call; no files: be seen.
     void onFiles(FilesHandler handler) { handler_ = std::move(handler); }
 
 private:
     std::wstring name() const;
+    HWND findListener() const;
     std::optional<LRESULT> received(UINT message, LPARAM data);
 
     std::string folder_;

@@ -94,7 +94,7 @@ void MediaWindow::takeFullScreen() {
     if (wanted == isFullScreenShown()) return;
     if (wanted) {
         if (!fullScreen_) fullScreen_ = std::make_unique<FullScreenWindow>(*this);
-        fullScreen_->show(context().screen());
+        fullScreen_->show(context().screen(), !anotherProgramIsInFront());
         retarget();
     } else {
         // The video leaves the whole-screen window before that goes.

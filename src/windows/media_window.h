@@ -17,6 +17,7 @@ public:
     MediaWindow(Form& form, DesktopContext& context);
     ~MediaWindow() override;
 
+    bool opensByItself() const override { return true; }
     void beginDrag() override;  ///< nothing while the movie fills the screen
     void takeScale() override;
 

@@ -20,6 +20,7 @@ public:
 protected:
     Rectangle hitRect(const Control& control) const override;
     std::string toolTip(const Control& control) const override;
+    bool dragsAtOnce() const override { return true; }
     void pressedChanged(Control& control) override { repaintControl(control); }
     void controlChanged(Control& control, PropertyId property) override;
     void onBound() override;

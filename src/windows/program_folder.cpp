@@ -3,6 +3,7 @@
 
 #include <filesystem>
 
+#include "toolkit/shipped_skins.h"
 #include "windows/api.h"
 #include "windows/handle.h"
 #include "windows/text.h"
@@ -40,23 +41,17 @@ bool canBeWritten(const std::string& folder) {
                                                 FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr)));
 }
 
-/// Copied beside and renamed, so that an interrupted first start leaves no half a set behind.
-void copySkins(const std::string& from, const std::string& folder) {
-    std::error_code failed;
-    const fs::path skins = systemPath(folder + '\\' + kSkinFolder);
-    fs::path beside = skins;
-    beside += L"-" + std::to_wstring(GetCurrentProcessId());
-    fs::copy(systemPath(from), beside, fs::copy_options::recursive, failed);
-    if (!failed) fs::rename(beside, skins, failed);
-    if (failed) fs::remove_all(beside, failed);
-}
-
 std::string userFolder(const FolderChoice& choice) {
     const std::string folder = trimmed(choice.data) + "\\Corvane";
-    std::error_code failed;
-    fs::create_directories(systemPath(folder), failed);
+    const std::string own = folder + '\\' + kSkinFolder;
     const std::string shipped = choice.program + '\\' + kSkinFolder;
-    if (!isFolder(folder + '\\' + kSkinFolder) && isFolder(shipped)) copySkins(shipped, folder);
+    std::error_code failed;
+    fs::create_directories(systemPath(isFolder(shipped) ? own : folder), failed);
+    if (!isFolder(shipped)) return folder;
+    // No place of the user's: it plays with the shipped skins, and nothing can be stored.
+    if (!isFolder(own)) return trimmed(choice.program);
+    WindowsFiles files;
+    giveSkins(files, shipped, own);
     return folder;
 }
 

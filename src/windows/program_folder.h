@@ -18,8 +18,8 @@ struct FolderChoice {
 FolderChoice folderChoiceOfSystem();
 
 /// The program folder, without a trailing separator unless it is a root: the chosen one; else the program's own when
-/// the skins lie beside the program and it can be written; else a folder of the user's, made and given the shipped
-/// skins on its first use.
+/// the skins lie beside the program and it can be written; else a folder of the user's, made where there is none and
+/// given the shipped skins that it was never given.
 std::string programFolder(const FolderChoice& choice);
 
 /// The first page of the manual beside the program; "" when there is none.

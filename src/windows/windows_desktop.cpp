@@ -13,6 +13,7 @@ namespace {
 
 constexpr double kMinScale = 0.5;
 constexpr double kMaxScale = 4.0;
+constexpr int kSessionEndMs = 3000;  ///< the system itself waits for five seconds
 
 double scaleOfEnvironment() {
     wchar_t value[32] = {};
@@ -37,10 +38,24 @@ WindowsDesktop::WindowsDesktop(CommandLine line)
     dialogs_.setManual(manualFile(folderChoiceOfSystem().program));
     dialogs_.onTaken([this] { windows_.loseMouse(); });
     process_.onEnd([this] { stop(); });
-    process_.instance().onFiles([this](const std::vector<std::string>& files) { windows_.dropFiles({true, files}); });
+    process_.instance().onFiles([this](const std::vector<std::string>& files) { takeOver(files); });
+    context_.sessionAsked = [this] { dialogs_.refuse(); };
+    context_.sessionEnds = [this] { endWithSession(); };
 }
 
 WindowsDesktop::~WindowsDesktop() { timers_.stopAll(); }
+
+void WindowsDesktop::takeOver(const std::vector<std::string>& files) {
+    if (!files.empty()) windows_.dropFiles({true, files});
+    if (!dialogs_.raiseBox()) windows_.raise();
+}
+
+/// The system ends the process soon after its windows have answered: all that is to be put back, is put back before.
+void WindowsDesktop::endWithSession() {
+    if (process_.ending()) return;
+    windows_.requestClose();
+    loop_.pumpInside([this] { return process_.ending(); }, kSessionEndMs);
+}
 
 void WindowsDesktop::stop() {
     loop_.stop();

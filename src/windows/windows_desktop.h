@@ -28,6 +28,8 @@ public:
     void run() { loop_.run(); }
 
 private:
+    void takeOver(const std::vector<std::string>& files);
+    void endWithSession();
     void stop();
 
     WindowsLoop loop_;

@@ -2,6 +2,7 @@
 #include "windows/windows_dialogs.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "windows/text.h"
 
@@ -126,9 +127,16 @@ Answer WindowsDialogs::messageBox(const std::string& text, const std::string& ti
 }
 
 void WindowsDialogs::refuse() {
+    wanted_ = nullptr;
     if (menuUp_) EndMenu();
     const HWND box = isBoxUp() ? boxOf(GetCurrentThreadId()) : nullptr;
     if (box != nullptr) PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(refusalOf(shown_)), 0);
+}
+
+bool WindowsDialogs::raiseBox() const {
+    const HWND box = isBoxUp() ? boxOf(GetCurrentThreadId()) : nullptr;
+    if (box != nullptr) SetForegroundWindow(box);
+    return box != nullptr;
 }
 
 void WindowsDialogs::fill(HMENU menu, const MenuItem& parent) {
@@ -155,7 +163,10 @@ void WindowsDialogs::popUp(MenuItem& menu) {
     if (isBoxUp()) return;
     if (menuUp_) EndMenu();
     // The system shows a menu in a loop of its own: it begins when the present handler is over.
-    context_.loop.afterMessage([this, &menu] { track(menu); });
+    wanted_ = &menu;
+    context_.loop.afterMessage([this] {
+        if (MenuItem* const asked = std::exchange(wanted_, nullptr)) track(*asked);
+    });
 }
 
 void WindowsDialogs::track(MenuItem& menu) {

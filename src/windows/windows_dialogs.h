@@ -22,6 +22,7 @@ public:
     /// Closes what is up: a box answers with its refusal.
     void refuse();
     bool isBoxUp() const { return boxes_ > 0; }
+    bool raiseBox() const;  ///< brings a box that is up to the front; false: none is
     /// Called when a box or a menu comes up: it takes the pointer.
     void onTaken(std::function<void()> handler) { taken_ = std::move(handler); }
 
@@ -36,6 +37,7 @@ private:
     int boxes_ = 0;
     Buttons shown_ = Buttons::Ok;  ///< of the box that is up
     bool menuUp_ = false;
+    MenuItem* wanted_ = nullptr;  ///< to be shown when the present message is handled
 };
 
 }  // namespace corvane

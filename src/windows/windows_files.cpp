@@ -8,6 +8,7 @@
 #include "toolkit/file_patterns.h"
 #include "windows/api.h"
 #include "windows/handle.h"
+#include "windows/plain_file.h"
 #include "windows/text.h"
 // After windows.h:
 #include <shlobj.h>
@@ -30,9 +31,11 @@ std::string inFolder(const std::string& folder, std::string_view name) {
 /// Calls visit with each entry that matches; a path that cannot be listed has none.
 template <class Visit>
 void forEach(const std::string& pattern, const Visit& visit) {
+    const std::wstring path = systemPath(pattern);
+    if (!isPlainName(path)) return;
     WIN32_FIND_DATAW found{};
-    const HANDLE search = FindFirstFileExW(systemPath(pattern).c_str(), FindExInfoBasic, &found, FindExSearchNameMatch,
-                                           nullptr, FIND_FIRST_EX_LARGE_FETCH);
+    const HANDLE search = FindFirstFileExW(path.c_str(), FindExInfoBasic, &found, FindExSearchNameMatch, nullptr,
+                                           FIND_FIRST_EX_LARGE_FETCH);
     if (search == INVALID_HANDLE_VALUE) return;
     do {
         visit(found);
@@ -148,7 +151,8 @@ std::vector<std::string> WindowsFiles::folders(const std::string& folder) {
 }
 
 bool WindowsFiles::readable(const std::string& folder) {
-    const DWORD attributes = GetFileAttributesW(systemPath(folder).c_str());
+    const std::wstring path = systemPath(folder);
+    const DWORD attributes = isPlainName(path) ? GetFileAttributesW(path.c_str()) : INVALID_FILE_ATTRIBUTES;
     if (attributes == INVALID_FILE_ATTRIBUTES || !isFolder(attributes)) return false;
     WIN32_FIND_DATAW found{};
     const HANDLE search = FindFirstFileW(systemPath(inFolder(folder, "*")).c_str(), &found);
@@ -180,14 +184,9 @@ std::vector<Drive> WindowsFiles::drives() {
 }
 
 std::optional<std::string> WindowsFiles::read(const std::string& path, std::size_t limit) {
-    const Handle file(CreateFileW(systemPath(path).c_str(), GENERIC_READ,
-                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                                  FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+    const Handle file = openPlainFile(systemPath(path), FILE_FLAG_SEQUENTIAL_SCAN);
     LARGE_INTEGER size{};
-    // A pipe or a device of that name must not stop the player.
-    if (!file || GetFileType(file.get()) != FILE_TYPE_DISK || GetFileSizeEx(file.get(), &size) == 0) {
-        return std::nullopt;
-    }
+    if (!file || GetFileSizeEx(file.get(), &size) == 0) return std::nullopt;
     if (size.QuadPart < 0 || static_cast<unsigned long long>(size.QuadPart) > limit) return std::nullopt;
     std::string bytes;
     bytes.reserve(static_cast<std::size_t>(size.QuadPart));

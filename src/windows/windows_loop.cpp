@@ -58,11 +58,14 @@ void WindowsLoop::runAfter() {
     for (Handler& handler : std::exchange(after_, {})) handler();
 }
 
+void WindowsLoop::deliver(MSG& message) {
+    if (filter_ && filter_(message)) return;
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+}
+
 void WindowsLoop::dispatch(MSG& message) {
-    if (!filter_ || !filter_(message)) {
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
+    deliver(message);
     runAfter();
 }
 
@@ -72,11 +75,19 @@ void WindowsLoop::run() {
 }
 
 bool WindowsLoop::runUntil(const std::function<bool()>& condition, int atMostMs) {
+    return handleUntil(condition, atMostMs, &WindowsLoop::dispatch);
+}
+
+bool WindowsLoop::pumpInside(const std::function<bool()>& condition, int atMostMs) {
+    return handleUntil(condition, atMostMs, &WindowsLoop::deliver);
+}
+
+bool WindowsLoop::handleUntil(const std::function<bool()>& condition, int atMostMs, void (WindowsLoop::*each)(MSG&)) {
     const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(std::max(atMostMs, 0));
     while (!condition()) {
         MSG message{};
         if (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
-            dispatch(message);
+            (this->*each)(message);
             continue;
         }
         const ULONGLONG now = GetTickCount64();

@@ -21,6 +21,8 @@ public:
     void run();
     /// Handles messages until the condition holds; false: it did not within that time.
     bool runUntil(const std::function<bool()>& condition, int atMostMs);
+    /// As runUntil(), inside the handling of a message: what waits for its end still waits.
+    bool pumpInside(const std::function<bool()>& condition, int atMostMs);
     void quit();
     /// No posted event runs after this.
     void stop();
@@ -38,7 +40,9 @@ protected:
 private:
     std::optional<LRESULT> handle(UINT message);
     void takeSent();
+    void deliver(MSG& message);
     void dispatch(MSG& message);
+    bool handleUntil(const std::function<bool()>& condition, int atMostMs, void (WindowsLoop::*each)(MSG&));
     void runAfter();
 
     MessageWindow window_;

@@ -28,7 +28,7 @@ bool WindowsProcess::onlyInstance() {
         removeUnfinishedFiles(folder_);
         return true;
     }
-    if (!line_.files.empty()) instance_.handOver(line_.files);
+    instance_.handOver(line_.files);
     return false;
 }
 

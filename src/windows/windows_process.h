@@ -19,7 +19,7 @@ class WindowsProcess : public Process {
 public:
     WindowsProcess(CommandLine line, std::string folder);
 
-    /// A second start hands its files to the first one here; then it ends.
+    /// A second start hands its files to the first one here, or asks it to come to the front; then it ends.
     bool onlyInstance() override;
     int platformId() override;
     std::string programFolder() override { return folder_; }

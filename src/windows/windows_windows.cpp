@@ -128,7 +128,6 @@ CanvasWindow* WindowsWindows::fileTaker() const {
 void WindowsWindows::dropFiles(const DropData& dropped) {
     if (CanvasWindow* const taker = fileTaker()) {
         taker->dropFiles(dropped);
-        taker->activate();
     } else {
         waiting_ = dropped;
     }
@@ -137,6 +136,26 @@ void WindowsWindows::dropFiles(const DropData& dropped) {
 void WindowsWindows::loseMouse() {
     for (const auto& [form, window] : windows_) {
         if (auto* const canvas = dynamic_cast<CanvasWindow*>(window.get())) canvas->loseMouse();
+    }
+}
+
+void WindowsWindows::raise() {
+    FormWindow* chosen = nullptr;
+    for (const auto& [form, window] : windows_) {
+        const bool usable = IsWindowVisible(window->handle()) != 0 && IsWindowEnabled(window->handle()) != 0;
+        const bool better = chosen == nullptr || form->style() == FormStyle::Painted;
+        if (usable && form->style() != FormStyle::Media && better) chosen = window.get();
+    }
+    if (chosen == nullptr) return;
+    if (IsIconic(chosen->handle()) != 0) ShowWindow(chosen->handle(), SW_RESTORE);
+    chosen->activate();
+}
+
+void WindowsWindows::requestClose() {
+    for (const auto& [form, window] : windows_) {
+        if (auto* const canvas = dynamic_cast<CanvasWindow*>(window.get()); form->style() == FormStyle::Painted) {
+            canvas->askToClose();
+        }
     }
 }
 

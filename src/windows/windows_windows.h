@@ -36,6 +36,10 @@ public:
     /// What is held by the mouse is let go: a box or a menu is up.
     void loseMouse();
     void hideAll();
+    /// Restores and shows in front what the user would use now: the panel, or the dialog that stands for it.
+    void raise();
+    /// The panel is asked to close.
+    void requestClose();
 
 private:
     CanvasWindow* fileTaker() const;

@@ -66,8 +66,7 @@ def machine_touched(text):
 
 # Not yet: their own workers.
 THREADS_ELSEWHERE = {"desktop/qt_pictures.cpp", "desktop/qt_pictures.h", "windows/media/windows_pictures.h",
-                     "windows/media/mci_thread.cpp", "windows/media/windows_pictures.cpp",
-                     "windows/media/windows_movie_control.cpp"}
+                     "windows/media/windows_pictures.cpp"}
 THREADS = re.compile(r"\bstd::(?:j?thread\b(?!::id)|async\b)|\bpthread_create\b|\bQThreadPool\b|\bQThread::create\b|\bpublic\s+QThread\b|\b(?:_begin|Create)Thread\w*\s*\(|\b_beginthread")
 
 

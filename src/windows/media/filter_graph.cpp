@@ -25,6 +25,16 @@ std::string textOf(HRESULT result) {
 
 }  // namespace
 
+SIZE shownSize(SIZE pixels, SIZE aspect) {
+    if (pixels.cx <= 0 || pixels.cy <= 0 || aspect.cx <= 0 || aspect.cy <= 0) return pixels;
+    constexpr double kMostStretched = 4;
+    const double wanted = static_cast<double>(aspect.cx) / static_cast<double>(aspect.cy);
+    const double stretch = wanted * static_cast<double>(pixels.cy) / static_cast<double>(pixels.cx);
+    if (stretch > kMostStretched || stretch < 1 / kMostStretched) return pixels;
+    if (stretch >= 1) return {std::lround(static_cast<double>(pixels.cx) * stretch), pixels.cy};
+    return {pixels.cx, std::lround(static_cast<double>(pixels.cy) / stretch)};
+}
+
 FilterGraph::Built FilterGraph::build(const std::wstring& path) {
     if (std::string refusal = refusalOf(contentOfFile(path)); !refusal.empty()) return {nullptr, std::move(refusal)};
     Built built{std::unique_ptr<FilterGraph>(new FilterGraph), {}};
@@ -54,7 +64,13 @@ void FilterGraph::learn() {
     long width = 0;
     long height = 0;
     if (FAILED(basic->GetVideoSize(&width, &height)) || width <= 0 || height <= 0) return video_.reset();
-    picture_ = {width, height};
+    SIZE aspect{};
+    ComPointer<IBasicVideo2> shaped;
+    if (FAILED(shaped.from(graph_, IID_IBasicVideo2)) ||
+        FAILED(shaped->GetPreferredAspectRatio(&aspect.cx, &aspect.cy))) {
+        aspect = {};
+    }
+    picture_ = shownSize({width, height}, aspect);
     video_->put_AutoShow(OAFALSE);
     video_->put_Visible(OAFALSE);
 }

@@ -13,6 +13,10 @@
 
 namespace corvane {
 
+/// The size at which a picture of so many pixels has the shape that it is meant to have: larger in one direction where
+/// its pixels are not square. aspect: across to down; 0 by 0, or one that no movie has, is not known.
+SIZE shownSize(SIZE pixels, SIZE aspect);
+
 /// The system's filter graph of one movie. Built in a worker, which may take as long as the drive and the decoders do;
 /// used and let go on the user-interface thread. The graph's own thread owns its video window.
 class FilterGraph {
@@ -29,8 +33,9 @@ public:
     ~FilterGraph();
 
     double duration() const { return duration_; }  ///< seconds; 0 unknown
-    SIZE picture() const { return picture_; }      ///< pixels; 0 by 0 without a picture
-    double position() const;                       ///< seconds
+    /// Pixels of the screen at which the picture has its shape; 0 by 0 without a picture.
+    SIZE picture() const { return picture_; }
+    double position() const;  ///< seconds
 
     void run();
     void pause();

@@ -3,11 +3,13 @@
 
 #include <algorithm>
 #include <chrono>
+#include <exception>
 #include <utility>
 
 #include "platform/mci_control.h"
 #include "windows/media/media_file.h"
 #include "windows/text.h"
+#include "workers/worker.h"
 
 namespace corvane {
 
@@ -26,13 +28,13 @@ std::int64_t now() {
 
 }  // namespace
 
-MciSession::MciSession(const MciThread& thread, Source source, Listener listener)
+MciSession::MciSession(MciThread& thread, Source source, Listener listener)
     : thread_(thread), source_(std::move(source)), listener_(std::move(listener)) {}
 
 // --- Asked from the user-interface thread ---------------------------------------------------------------------------
 
 void MciSession::open() {
-    thread_.post([self = shared_from_this()] { self->openNow(); });
+    post([](MciSession& self) { self.openNow(); });
 }
 
 void MciSession::waitOpened(int milliseconds) {
@@ -46,10 +48,10 @@ void MciSession::close() {
         const std::lock_guard lock(mutex_);
         closed_ = true;
     }
-    thread_.post([self = shared_from_this()] {
-        self->notified_.reset();
-        self->device_.close();
-        self->listener_ = {};
+    post([](MciSession& self) {
+        self.notified_.reset();
+        self.device_.close();
+        self.listener_ = {};
     });
 }
 
@@ -59,7 +61,7 @@ void MciSession::play(std::uint64_t number, const Part& part) {
         number_ = number;
         clock_.hold(part.from ? facts_.axis.fromPlace(*part.from, part.timeFormat) : part.standing);
     }
-    thread_.post([self = shared_from_this(), number, part] { self->playNow(number, part); });
+    post([number, part](MciSession& self) { self.playNow(number, part); });
 }
 
 void MciSession::pause(std::uint64_t number) {
@@ -80,8 +82,21 @@ void MciSession::stop(std::uint64_t number) {
     post(&MciSession::stopNow, number);
 }
 
+/// A device that was opened on a thread which hangs is left to that one, with whatever was still meant for it.
+void MciSession::post(std::function<void(MciSession&)> job) {
+    thread_.post([self = shared_from_this(), job = std::move(job)] {
+        if (!self->begun()) self->home_ = MciThread::here();
+        if (self->home_ != MciThread::here()) return;
+        try {
+            job(*self);
+        } catch (const std::exception&) {
+            self->fail(Worker::kBroken);
+        }
+    });
+}
+
 void MciSession::post(void (MciSession::*job)(std::uint64_t), std::uint64_t number) {
-    thread_.post([self = shared_from_this(), job, number] { (self.get()->*job)(number); });
+    post([job, number](MciSession& self) { (self.*job)(number); });
 }
 
 MciSession::Facts MciSession::facts() const {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <atomic>
 #include <condition_variable>
 #include <cstdint>
 #include <functional>
@@ -39,11 +40,13 @@ public:
         int timeFormat = 0;
     };
 
-    MciSession(const MciThread& thread, Source source, Listener listener);
+    MciSession(MciThread& thread, Source source, Listener listener);
 
     std::uint64_t opening() const { return source_.opening; }
     void open();
     void waitOpened(int milliseconds);
+    /// Its first job has been begun; until then it waits for what the thread does for others.
+    bool begun() const { return home_ != 0; }
     /// Forgets the device; nothing is told any more.
     void close();
 
@@ -62,6 +65,7 @@ public:
     std::int64_t position() const;  ///< of the last play, units of the axis
 
 private:
+    void post(std::function<void(MciSession&)> job);
     void post(void (MciSession::*job)(std::uint64_t), std::uint64_t number);
     bool isCurrent(std::uint64_t number) const;
 
@@ -83,9 +87,11 @@ private:
     DWORD deviceTime(std::int64_t units) const;
     std::optional<std::int64_t> devicePlace() const;
 
-    const MciThread& thread_;
+    MciThread& thread_;
     const Source source_;
     Listener listener_;
+
+    std::atomic<std::uint64_t> home_ = 0;  ///< the thread that the device was opened on; 0: not yet
 
     // The MCI thread's own.
     MciDevice device_;

@@ -5,7 +5,7 @@
 #include <array>
 #include <cstdint>
 
-#include "windows/api.h"
+#include "windows/plain_file.h"
 
 namespace corvane {
 
@@ -37,13 +37,11 @@ MediaContent contentOf(std::string_view start) {
 }
 
 MediaContent contentOfFile(const std::wstring& path) {
-    const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                                    nullptr, OPEN_EXISTING, 0, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return MediaContent::Missing;
+    const Handle file = openPlainFile(path);
+    if (!file) return MediaContent::Missing;
     std::array<char, kStart> bytes{};
     DWORD count = 0;
-    const bool read = ReadFile(file, bytes.data(), kStart, &count, nullptr) != 0;
-    CloseHandle(file);
+    const bool read = ReadFile(file.get(), bytes.data(), kStart, &count, nullptr) != 0;
     return read ? contentOf({bytes.data(), count}) : MediaContent::Missing;
 }
 

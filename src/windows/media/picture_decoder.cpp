@@ -15,6 +15,7 @@
 #include "toolkit/picture_check.h"
 #include "windows/bitmap_picture.h"
 #include "windows/media/com_pointer.h"
+#include "windows/plain_file.h"
 #include "windows/text.h"
 
 namespace corvane {
@@ -218,9 +219,10 @@ std::int64_t heldPicturePixels() { return held; }
 
 Pictures::Decoded decodePicture(const std::string& path) {
     const std::wstring wide = toWide(path);
-    const DWORD kind = GetFileAttributesW(wide.c_str());
+    const DWORD kind = isPlainName(wide) ? GetFileAttributesW(wide.c_str()) : INVALID_FILE_ATTRIBUTES;
     if (kind == INVALID_FILE_ATTRIBUTES) return refused("The file cannot be found.");
     if ((kind & FILE_ATTRIBUTE_DIRECTORY) != 0) return refused("This is not a file.");
+    if (!openPlainFile(wide)) return refused("The file cannot be read.");
     FileBytes bytes(wide);
     if (!bytes.isOpen()) return refused("The file cannot be read.");
     if (!endsWhole(bytes)) return refused("The picture is damaged: the file ends too early.");

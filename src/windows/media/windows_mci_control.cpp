@@ -11,20 +11,31 @@ namespace {
 constexpr int kDefaultInterval = 1000;
 constexpr int kMostOpenWaitMs = 200;
 constexpr UINT_PTR kUpdateTimer = 1;
+constexpr UINT_PTR kOpeningTimer = 2;
+constexpr UINT_PTR kWaitingTimer = 3;
 
 }  // namespace
 
 WindowsMciControl::WindowsMciControl(MciStation& station)
-    : station_(station), interval_(kDefaultInterval), updates_([this](UINT message, WPARAM, LPARAM) {
-          if (message != WM_TIMER) return std::optional<LRESULT>();
-          if (!std::exchange(updatePosted_, true)) {
-              later([this] {
-                  updatePosted_ = false;
-                  if (state_ == State::Playing) StatusUpdate.raise();
-              });
-          }
-          return std::optional<LRESULT>(0);
-      }) {}
+    : station_(station),
+      interval_(kDefaultInterval),
+      updates_([this](UINT message, WPARAM timer, LPARAM) { return handle(message, timer); }) {}
+
+std::optional<LRESULT> WindowsMciControl::handle(UINT message, WPARAM timer) {
+    if (message != WM_TIMER) return std::nullopt;
+    if (timer == kWaitingTimer) {
+        // Something else's device hangs: this one need not wait for it.
+        if (session_ && !session_->begun()) station_.thread.replaceIfHung(static_cast<int>(longestJob));
+    } else if (timer == kOpeningTimer) {
+        giveUpOpening();
+    } else if (!std::exchange(updatePosted_, true)) {
+        later([this] {
+            updatePosted_ = false;
+            if (state_ == State::Playing) StatusUpdate.raise();
+        });
+    }
+    return 0;
+}
 
 WindowsMciControl::~WindowsMciControl() { closeDevice(); }
 
@@ -69,6 +80,7 @@ void WindowsMciControl::openDevice() {
     session_ = std::make_shared<MciSession>(station_.thread, MciSession::Source{DeviceType(), fileName(), ticket_},
                                             listener());
     change(State::Stopped);
+    watchOpening();
     session_->open();
     session_->waitOpened(kMostOpenWaitMs);
     const MciSession::Facts facts = session_->facts();
@@ -81,9 +93,28 @@ void WindowsMciControl::openDevice() {
     }
 }
 
+/// A drive, a share or a driver may never answer.
+void WindowsMciControl::watchOpening() {
+    station_.thread.replaceIfHung(static_cast<int>(longestJob));
+    SetTimer(updates_.handle(), kWaitingTimer, longestJob, nullptr);
+    SetTimer(updates_.handle(), kOpeningTimer, DeviceType() == "CDAudio" ? longestDiscOpening : longestOpening,
+             nullptr);
+}
+
+void WindowsMciControl::giveUpOpening() {
+    KillTimer(updates_.handle(), kOpeningTimer);
+    if (!session_ || opened_) return;
+    station_.thread.replaceIfHung(static_cast<int>(longestJob));
+    later([this, ticket = session_->opening()] {
+        if (session_ && session_->opening() == ticket && !opened_) failed("It did not open in time.");
+    });
+}
+
 /// The device is open: what was asked for in the time format is counted from now on.
 void WindowsMciControl::adopt() {
     if (std::exchange(opened_, true)) return;
+    KillTimer(updates_.handle(), kOpeningTimer);
+    KillTimer(updates_.handle(), kWaitingTimer);
     axis_ = session_->facts().axis;
     if (const Place wanted = std::exchange(wantedAt_, std::nullopt)) at_ = axis_.fromPlace(*wanted, timeFormat());
 }
@@ -95,6 +126,8 @@ void WindowsMciControl::failed(const std::string& reason) {
 
 void WindowsMciControl::closeDevice() {
     ++ticket_;
+    KillTimer(updates_.handle(), kOpeningTimer);
+    KillTimer(updates_.handle(), kWaitingTimer);
     if (session_) session_->close();
     session_.reset();
     change(State::Closed);

@@ -29,6 +29,12 @@ public:
     explicit WindowsMciControl(MciStation& station);
     ~WindowsMciControl() override;
 
+    /// Milliseconds: what has not opened by then fails; a drive may first have to spin a disc up.
+    static inline UINT longestOpening = 10'000;
+    static inline UINT longestDiscOpening = 30'000;
+    /// Milliseconds that a device may take for another's business before what waits for it is done without it.
+    static inline UINT longestJob = 3'000;
+
     void UpdateInterval(int milliseconds) override;
     std::int32_t TrackLength() const override;
     std::int32_t Length() const override;
@@ -46,6 +52,9 @@ protected:
 private:
     enum class State { Closed, Stopped, Playing, Paused };
 
+    std::optional<LRESULT> handle(UINT message, WPARAM timer);
+    void watchOpening();
+    void giveUpOpening();
     void change(State state);
     void later(EventLoop::Handler event);
     MciSession::Listener listener();

@@ -3,10 +3,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <thread>
 #include <utility>
 
 #include "windows/text.h"
+#include "workers/worker.h"
 
 namespace corvane {
 
@@ -66,12 +66,14 @@ bool WindowsMovieControl::openMovie(const std::string& path) {
         });
     };
     SetTimer(messages_.handle(), kOpening, longestOpening, nullptr);
-    // Not joined: a drive that hangs must not hang us.
-    std::thread([path = toWide(path), built = std::move(built)] {
+    // Not waited for: a drive that hangs must not hang us.
+    const auto build = [path = toWide(path), built](const Worker::GiveUp&) {
         const ComThread com(COINIT_MULTITHREADED);
         built(FilterGraph::build(path));
-    }).detach();
-    return true;
+    };
+    if (Worker::run(build, [built] { built({nullptr, Worker::kBroken}); })) return true;
+    KillTimer(messages_.handle(), kOpening);
+    return false;
 }
 
 /// What is built after all belongs to a turn that is over, and is let go.

@@ -9,6 +9,7 @@
 #include "windows/bitmap_picture.h"
 #include "windows/media/media.h"
 #include "windows/media/picture_decoder.h"
+#include "windows/plain_file.h"
 #include "windows/text.h"
 
 namespace corvane {
@@ -25,6 +26,7 @@ std::int64_t WindowsPictures::heldPixels() { return heldPicturePixels(); }
 
 WindowsPictures::Stamp WindowsPictures::stampOf(const std::string& path) {
     WIN32_FILE_ATTRIBUTE_DATA file{};
+    if (!isPlainName(toWide(path))) return {};
     if (GetFileAttributesExW(toWide(path).c_str(), GetFileExInfoStandard, &file) == 0) return {};
     const auto joined = [](DWORD high, DWORD low) { return std::uint64_t{high} << 32U | low; };
     return {joined(file.nFileSizeHigh, file.nFileSizeLow),

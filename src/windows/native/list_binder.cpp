@@ -58,7 +58,7 @@ public:
     }
     std::optional<LRESULT> message(UINT message, WPARAM first, LPARAM second) override {
         if (message == WM_DROPFILES) {
-            const DropData data = filesOf(reinterpret_cast<HDROP>(first));
+            const DropData data = filesOf(reinterpret_cast<HGLOBAL>(first));
             DragFinish(reinterpret_cast<HDROP>(first));
             window().post([this, data] { items_.OLEDragDrop.raise(data); });
             return 0;

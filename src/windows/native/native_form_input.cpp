@@ -118,6 +118,10 @@ void NativeWindow::pressCancel() {
 
 void NativeWindow::mouse(UINT message, LPARAM place) {
     if (message == WM_MOUSEMOVE && dragStep()) return;
+    if (message == WM_LBUTTONUP) {
+        dragging_ = false;
+        if (GetCapture() == handle()) ReleaseCapture();
+    }
     const bool left = message == WM_LBUTTONDOWN || message == WM_LBUTTONUP;
     const int button = message == WM_MOUSEMOVE ? 0 : left ? kLeftButton : kRightButton;
     const MouseArgs args{button, shiftState(), scale_.twipsAcross(GET_X_LPARAM(place)),
@@ -136,11 +140,15 @@ void NativeWindow::mouse(UINT message, LPARAM place) {
 
 void NativeWindow::beginDrag() {
     dragging_ = true;
+    moved_ = false;
     GetCursorPos(&pressedAt_);
+    RECT window{};
+    GetWindowRect(handle(), &window);
+    windowAt_ = {window.left, window.top};
+    if (GetCapture() == nullptr) SetCapture(handle());
 }
 
-/// Hands the window to the system's own moving once the pointer has left the place of the press: after a quick click
-/// that would begin when the button is up again.
+/// The window follows the pointer once that has left the place of the press: what was grabbed stays under it.
 bool NativeWindow::dragStep() {
     if (!dragging_) return false;
     POINT at{};
@@ -148,18 +156,12 @@ bool NativeWindow::dragStep() {
     dragging_ = (static_cast<unsigned>(GetKeyState(VK_LBUTTON)) & 0x8000U) != 0;
     const LONG across = at.x - pressedAt_.x;
     const LONG down = at.y - pressedAt_.y;
-    if (!dragging_ ||
-        (std::abs(across) < GetSystemMetrics(SM_CXDRAG) && std::abs(down) < GetSystemMetrics(SM_CYDRAG))) {
-        return dragging_;
+    moved_ = moved_ || std::abs(across) >= GetSystemMetrics(SM_CXDRAG) || std::abs(down) >= GetSystemMetrics(SM_CYDRAG);
+    if (dragging_ && moved_) {
+        ::SetWindowPos(handle(), nullptr, windowAt_.x + across, windowAt_.y + down, 0, 0,
+                       SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     }
-    dragging_ = false;
-    RECT window{};
-    GetWindowRect(handle(), &window);
-    ::SetWindowPos(handle(), nullptr, window.left + across, window.top + down, 0, 0,
-                   SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-    ReleaseCapture();
-    SendMessageW(handle(), WM_NCLBUTTONDOWN, HTCAPTION, MAKELPARAM(at.x, at.y));  // returns with the release
-    return true;
+    return dragging_;
 }
 
 }  // namespace corvane

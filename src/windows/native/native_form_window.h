@@ -82,7 +82,9 @@ private:
     HWND tips_ = nullptr;
     HWND focused_ = nullptr;  ///< gets the focus back when the window is activated
     POINT pressedAt_{};       ///< of the screen, when the form asked to be moved
+    POINT windowAt_{};        ///< the window's place then
     bool dragging_ = false;   ///< it asked, and the button is held
+    bool moved_ = false;      ///< the window follows the pointer
     bool shownBefore_ = false;
     bool taking_ = false;  ///< the window itself changes the form's properties
 };

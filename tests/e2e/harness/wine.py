@@ -20,6 +20,10 @@ class WinePlayer(Player):
         lines += [f"LIST{index:03}={path.name}|{windows_path(path)}" for index, path in enumerate(paths)]
         (self.folder / f"FILE{number:02}.INI").write_text("\r\n".join(lines) + "\r\n", encoding="utf-8")
 
+    def environment(self):
+        """Of a start that has to do with this player's folder."""
+        return {**self.stage.theatre.wine.environment, "CORVANE_FOLDER": windows_path(self.folder)}
+
     def start(self, *arguments, panel=True, **environment):
         self._run = self._start(arguments, {"CORVANE_SCALE": "1", **environment})
         self.process = self._run.process
@@ -32,7 +36,7 @@ class WinePlayer(Player):
     def _start(self, arguments, environment):
         wine = self.stage.theatre.wine
         run = self._runs.start(wine.command(self.program, *arguments),
-                               {**wine.environment, "CORVANE_FOLDER": windows_path(self.folder), **environment}, cwd=self.folder)
+                               {**self.environment(), **environment}, cwd=self.folder)
         run.may_end_with_when_asked = BY_A_SIGNAL
         return run
 

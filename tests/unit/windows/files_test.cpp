@@ -109,6 +109,20 @@ TEST_F(ProgramFolders, WithoutSkinsBesideTheProgramItIsTheUsers) {
     EXPECT_TRUE(files.readable(folder.in("data\\Corvane")));
 }
 
+TEST_F(ProgramFolders, AnUpdatesNewSkinsReachTheUser) {
+    // Installed for all users, nothing can be written beside the program: here because the name is taken.
+    const std::string taken = "bin\\.corvane-" + std::to_string(GetCurrentProcessId());
+    CreateDirectoryW(systemPath(folder.in(taken)).c_str(), nullptr);
+    const std::string own = folder.in("data\\Corvane");
+    EXPECT_EQ(programFolder(choice), own);
+    EXPECT_EQ(files.read(own + "\\PANELSET\\DEFAULT.CSV", 10), "skin");
+    DeleteFileW(systemPath(own + "\\PANELSET\\DEFAULT.CSV").c_str());
+    test::writeFile(folder.in("bin\\PANELSET\\BRASS.CSV"), "new");
+    EXPECT_EQ(programFolder(choice), own);
+    EXPECT_EQ(files.read(own + "\\PANELSET\\BRASS.CSV", 10), "new");
+    EXPECT_EQ(files.lookUp(own + "\\PANELSET\\DEFAULT.CSV"), std::nullopt) << "what the user deletes stays deleted";
+}
+
 TEST_F(ProgramFolders, AFullPathHasNoDotsOfItsOwn) {
     EXPECT_EQ(fullPath(folder.in("bin\\..\\data\\.\\a.wav")), folder.in("data\\a.wav"));
     EXPECT_EQ(fullPath("c:/music/a.wav"), "C:\\music\\a.wav");

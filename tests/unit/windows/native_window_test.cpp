@@ -110,6 +110,42 @@ TEST_F(DialogForm, FieldsAreAsHighAsTheirTextAsksAndLieInTheMiddleOfTheirRoom) {
     EXPECT_LT(window.fieldHeight(), scale.y(text.Height)) << "there is room to lie in the middle of";
 }
 
+/// What is typed counts as it is, also where an entry says the same; nothing is chosen by leaving the field.
+TEST_F(DialogForm, ATypedTextIsNoChoice) {
+    int chosen = 0;
+    typed.Click.tie([&] { ++chosen; });
+    for (const char* each : {"5", "10", "30"}) typed.addItem(each);
+    loop.runUntil([] { return false; }, 50);
+    const HWND field = FindWindowExW(of(typed), nullptr, WC_EDITW, nullptr);
+    ASSERT_NE(field, nullptr);
+    SetFocus(field);
+    for (const wchar_t each : std::wstring(L"10")) SendMessageW(field, WM_CHAR, each, 1);
+    EXPECT_EQ(typed.Text.get(), "10");
+    SetFocus(of(text));
+    loop.runUntil([] { return false; }, 50);
+    EXPECT_EQ(typed.Text.get(), "10");
+    EXPECT_EQ(typed.ListIndex, -1);
+    EXPECT_EQ(chosen, 0);
+    SetFocus(field);
+    SendMessageW(field, EM_SETSEL, 0, -1);
+    for (const wchar_t each : std::wstring(L"40000")) SendMessageW(field, WM_CHAR, each, 1);
+    SetFocus(of(text));
+    EXPECT_EQ(typed.Text.get(), "40000");
+    typed.Text = "32767";  // what it is held at
+    EXPECT_TRUE(loop.runUntil(
+        [&] {
+            wchar_t shown[16] = {};
+            GetWindowTextW(of(typed), shown, 16);
+            return std::wstring(shown) == L"32767";
+        },
+        2000));
+    SendMessageW(of(typed), CB_SETCURSEL, 1, 0);
+    SendMessageW(window.handle(), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(of(typed)), CBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(of(typed)));
+    EXPECT_EQ(chosen, 1);
+    EXPECT_EQ(typed.Text.get(), "10");
+}
+
 /// Letters that a font does not have all look the same.
 TEST(Letters, JapaneseOnesAreDrawn) {
     std::set<std::vector<std::uint32_t>> seen;

@@ -114,6 +114,67 @@ TEST_F(PaintedForm, AssistiveProgramsAreToldNamesAndMayPress) {
     told->Release();
 }
 
+/// Where the window is, while the button is held at a place of it and the pointer goes by so many pixels a step.
+TEST_F(PaintedForm, WhatWasGrabbedStaysUnderThePointer) {
+    form.MouseDown.tie([this](const MouseArgs&) { window.beginDrag(); });
+    form.MouseUp.tie([this](const MouseArgs&) { seen.push_back("form up"); });
+    const auto placeNow = [this] {
+        RECT place{};
+        GetWindowRect(window.handle(), &place);
+        return POINT{place.left, place.top};
+    };
+    const POINT before = placeNow();
+    send(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(150, 20));
+    send(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(151, 20));
+    EXPECT_EQ(placeNow().x, before.x + 1) << "from the press on";
+    for (int step = 0; step < 6; ++step) send(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(150 + 10, 20 + 8));
+    EXPECT_EQ(placeNow().x, before.x + 61);
+    EXPECT_EQ(placeNow().y, before.y + 48);
+    EXPECT_EQ(context.toPixels(form.Left), before.x + 61) << "the form knows its place";
+    send(WM_LBUTTONUP, 0, MAKELPARAM(150, 20));
+    EXPECT_EQ(seen, Texts{}) << "no click";
+    send(WM_MOUSEMOVE, 0, MAKELPARAM(100, 50));
+    EXPECT_EQ(placeNow().x, before.x + 61) << "let go";
+}
+
+TEST_F(PaintedForm, AHandThatShakesInAClickStillClicks) {
+    form.MouseDown.tie([this](const MouseArgs&) { window.beginDrag(); });
+    form.Click.tie([this] { seen.push_back("form click"); });
+    send(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(150, 20));
+    send(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(151, 20));
+    send(WM_LBUTTONUP, 0, MAKELPARAM(150, 20));
+    EXPECT_EQ(seen, Texts{"form click"});
+}
+
+TEST_F(PaintedForm, AMoveAndASizeAreOneStep) {
+    std::vector<RECT> places;
+    SetWindowSubclass(
+        window.handle(),
+        [](HWND handle, UINT message, WPARAM first, LPARAM second, UINT_PTR, DWORD_PTR to) {
+            if (message == WM_WINDOWPOSCHANGED) {
+                RECT place{};
+                GetWindowRect(handle, &place);
+                reinterpret_cast<std::vector<RECT>*>(to)->push_back(place);
+            }
+            return DefSubclassProc(handle, message, first, second);
+        },
+        1, reinterpret_cast<DWORD_PTR>(&places));
+    form.SetSize(300 * kTwipsPerPixel, 150 * kTwipsPerPixel);
+    form.Move(60 * kTwipsPerPixel, 40 * kTwipsPerPixel);
+    EXPECT_TRUE(loop.runUntil([&] { return !places.empty(); }, 2000));
+    loop.runUntil([] { return false; }, 100);
+    ASSERT_FALSE(places.empty());
+    for (const RECT& each : places) {
+        EXPECT_EQ(each.left, 60);
+        EXPECT_EQ(each.top, 40);
+        EXPECT_EQ(each.right, 360);
+        EXPECT_EQ(each.bottom, 190);
+    }
+    form.Move(70 * kTwipsPerPixel, 50 * kTwipsPerPixel);
+    window.refresh();
+    EXPECT_EQ(places.back().left, 70) << "what is painted now is in its place";
+}
+
 TEST_F(PaintedForm, AFormThatGoesInItsOwnEventIsLeftAlone) {
     button.Click.tie([this] {
         seen.push_back("click");

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <string>
+
+#include "windows/handle.h"
+
+namespace corvane {
+
+/// Whether a name leads to a drive of this machine, or to a share that the program itself or its folder lies on. Pipes,
+/// devices and shares of other machines are no places for files here: a list of somebody else's could name them, and
+/// asking for one already sends the user's name and proof of password out. Nothing is opened to find it out.
+bool isPlainName(const std::wstring& path);
+
+/// Opens a file of a disk for reading; an empty handle: there is none, or it cannot be read. Anything else of that name
+/// (a pipe, a console, a serial line) is closed again without being read, and cannot act as this user.
+/// moreFlags: of CreateFile, such as how it is going to be read.
+Handle openPlainFile(const std::wstring& path, DWORD moreFlags = 0);
+
+}  // namespace corvane

@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "windows/instance.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "unit/windows/folder_rig.h"
+#include "windows/windows_loop.h"
+
+namespace corvane {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+struct Instances : ::testing::Test {
+    void listen(Instance& first) {
+        first.onFiles([this](const Texts& files) { given.push_back(files); });
+        ASSERT_TRUE(first.acquire());
+    }
+    /// The window that a first start listens with.
+    static HWND listener() { return FindWindowExW(HWND_MESSAGE, nullptr, kMessageClass, nullptr); }
+
+    test::TriedFolder folder;
+    std::vector<Texts> given;
+};
+
+TEST_F(Instances, ASecondStartHandsItsFilesOver) {
+    Instance first(folder.path());
+    Instance second(folder.path() + "\\");
+    listen(first);
+    EXPECT_FALSE(second.acquire());
+    EXPECT_TRUE(second.handOver({"C:\\a b.wav", "C:\\\xE6\x97\xA5.wav"}));
+    EXPECT_EQ(given, std::vector<Texts>{(Texts{"C:\\a b.wav", "C:\\\xE6\x97\xA5.wav"})});
+}
+
+TEST_F(Instances, WithoutFilesTheFirstIsOnlyAskedToBeSeen) {
+    Instance first(folder.path());
+    Instance second(folder.path());
+    listen(first);
+    EXPECT_FALSE(second.acquire());
+    EXPECT_TRUE(second.handOver({}));
+    EXPECT_EQ(given, std::vector<Texts>{Texts{}});
+}
+
+TEST_F(Instances, EachFolderHasItsOwn) {
+    Instance first(folder.path());
+    const test::TriedFolder elsewhere;
+    Instance other(elsewhere.path());
+    listen(first);
+    EXPECT_TRUE(other.acquire());
+}
+
+/// Between its mutex and its window a first start takes a moment.
+TEST_F(Instances, AFirstStartThatIsAboutToListenIsWaitedFor) {
+    std::atomic<bool> handed = false;
+    std::atomic<bool> listens = false;
+    Texts got;
+    std::thread late([&] {
+        Sleep(300);
+        Instance first(folder.path());
+        first.onFiles([&](const Texts& files) { got = files; });
+        listens = first.acquire();
+        WindowsLoop().runUntil([&] { return handed.load(); }, 5000);
+    });
+    const Instance second(folder.path());
+    EXPECT_TRUE(second.handOver({"C:\\a.wav"}));
+    handed = true;
+    late.join();
+    EXPECT_TRUE(listens);
+    EXPECT_EQ(got, Texts{"C:\\a.wav"});
+}
+
+TEST_F(Instances, WithoutAFirstItIsGivenUpInTime) {
+    const Instance alone(folder.path());
+    const ULONGLONG begun = GetTickCount64();
+    EXPECT_FALSE(alone.handOver({"C:\\a.wav"}));
+    EXPECT_LT(GetTickCount64() - begun, 3000U);
+}
+
+TEST_F(Instances, WhatIsNoHandOverIsRefused) {
+    Instance first(folder.path());
+    listen(first);
+    const HWND window = listener();
+    ASSERT_NE(window, nullptr);
+    const auto send = [window](ULONG_PTR kind, DWORD size, const void* bytes) {
+        COPYDATASTRUCT copied{kind, size, const_cast<void*>(bytes)};
+        return SendMessageW(window, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&copied));
+    };
+    constexpr ULONG_PTR kFiles = 0x434F5246;
+    const std::string large((1U << 20U) + 1, 'x');
+    EXPECT_EQ(send(1, 4, "a.w"), FALSE) << "another program's";
+    EXPECT_EQ(send(kFiles, static_cast<DWORD>(large.size()), large.data()), FALSE);
+    EXPECT_EQ(send(kFiles, 4, nullptr), FALSE);
+    EXPECT_TRUE(given.empty());
+    EXPECT_EQ(send(kFiles, 7, "a.wav\0b"), TRUE) << "a name without its end is none";
+    EXPECT_EQ(given, std::vector<Texts>{Texts{"a.wav"}});
+}
+
+}  // namespace
+}  // namespace corvane
