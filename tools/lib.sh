@@ -12,14 +12,15 @@ BUILD_PACKAGES="ccache cmake ninja-build g++ pkg-config qt6-base-dev libmpv-dev 
 DISPLAY_PACKAGES="python3 xvfb openbox xdotool x11-utils imagemagick pulseaudio pulseaudio-utils dbus playerctl"
 # What the tests look, listen and drop with.
 TEST_PACKAGES="libgtest-dev wmctrl dbus-x11 at-spi2-core gir1.2-atspi-2.0 python3-gi pcmanfm ffmpeg python3-numpy
-  python3-pil python3-cairo fluidsynth libfaketime strace valgrind libc6-dbg desktop-file-utils appstream shared-mime-info clang-14 libclang-rt-14-dev valgrind libc6-dbg"
+  python3-pil python3-cairo fluidsynth libfaketime strace valgrind libc6-dbg desktop-file-utils appstream shared-mime-info
+  clang libclang-rt-dev"
 # What builds the portable core for Windows and runs its tests, and what the whole Windows desktop needs besides:
 # the decoders behind Wine's movies and the installer's maker.
 WINDOWS_CORE_PACKAGES="g++-mingw-w64-x86-64-posix wine64 wine"
 WINDOWS_PACKAGES="$WINDOWS_CORE_PACKAGES nsis gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-ugly
   gstreamer1.0-plugins-bad gstreamer1.0-libav"
 # What tests/mutation/run needs besides.
-MUTATION_PACKAGES="python3-clang-14"
+MUTATION_PACKAGES="python3-clang"
 # What the Debian package is made and judged with.
 PACKAGE_PACKAGES="dpkg-dev file lintian desktop-file-utils appstream"
 
@@ -49,7 +50,7 @@ missing_packages() {
 
 # install_packages NAME...: installs those that are not there; asks the network nothing when all are.
 install_packages() {
-  command -v dpkg-query >/dev/null || die "this needs Debian 12 or a system with its packages (no dpkg found)"
+  command -v dpkg-query >/dev/null || die "this needs Debian 12 or 13, or a system with its packages (no dpkg found)"
   local missing log="$ROOT/build/packages.log"
   missing=$(missing_packages "$@")
   if [ -z "$missing" ]; then
