@@ -159,6 +159,7 @@ std::vector<Attempt> ofCalls() {
         {"process_vm_readv", By::Calls, readOther},
         {"kill", By::Calls, [](const Places&) { return refusal(kill(getppid(), 0)); }},
         {"tgkill", By::Calls, [](const Places&) { return plain<SYS_tgkill>(getppid(), getppid(), 0); }},
+        {"tkill", By::Calls, [](const Places&) { return plain<SYS_tkill>(getppid(), 0); }},
         {"pidfd_open", By::Calls, [](const Places&) { return plain<SYS_pidfd_open>(getppid(), 0); }},
         {"chown", By::Calls, [](const Places& p) { return refusal(chown(in(p, "file").c_str(), kSomebody, kOwn)); }},
         {"lchown", By::Calls, [](const Places& p) { return refusal(lchown(in(p, "file").c_str(), kSomebody, kOwn)); }},

@@ -13,7 +13,7 @@ from harness.story import story
 
 TRIED_SECONDS = 20
 ABOUT_SECONDS = 5
-BY_CALLS = ("execve", "execveat", "fork", "clone3", "connect", "socket AF_INET", "socket AF_INET6", "kill", "tgkill",
+BY_CALLS = ("execve", "execveat", "fork", "clone3", "connect", "socket AF_INET", "socket AF_INET6", "kill", "tgkill", "tkill",
             "pidfd_open", "setuid", "keyctl", "truncate", "mknod", "TIOCSTI")  # what every user may, on every kernel
 BY_BOUNDS = ("create outside", "write outside", "append outside", "cut off outside", "remove outside",
              "make a folder outside", "remove a folder outside", "rename outside", "link outside", "socket outside",
