@@ -7,7 +7,7 @@ export CCACHE_BASEDIR="$ROOT"
 # What the program is built from and runs with.
 BUILD_PACKAGES="ccache cmake ninja-build g++ pkg-config qt6-base-dev libmpv-dev libfluidsynth-dev timgm6mb-soundfont
   libcdio-dev libcdio-paranoia-dev libcdio-cdda-dev libpulse-dev libseccomp-dev linux-libc-dev libxcb1-dev libavformat-dev libavcodec-dev
-  libavutil-dev libswresample-dev fonts-vlgothic fonts-dejavu-core"
+  libavutil-dev libswresample-dev libjpeg62-turbo-dev libpng-dev fonts-vlgothic fonts-dejavu-core"
 # A private desktop for machines without a screen.
 DISPLAY_PACKAGES="python3 xvfb openbox xdotool x11-utils imagemagick pulseaudio pulseaudio-utils dbus playerctl"
 # What the tests look, listen and drop with.

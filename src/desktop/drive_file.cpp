@@ -79,24 +79,4 @@ std::optional<std::string> DriveFile::readAll(const std::string& path, DriveCall
     return file ? file->readWhole(limit) : std::nullopt;
 }
 
-qint64 DriveDevice::readData(char* data, qint64 most) {
-    qint64 given = 0;
-    while (given < most) {
-        const std::int64_t at = pos() + given;
-        const std::int64_t offset = at - pieceAt_;
-        if (offset < 0 || offset >= static_cast<std::int64_t>(piece_.size())) {
-            piece_.resize(kPiece);
-            pieceAt_ = at;
-            const std::int64_t got = file_.read(at, piece_.data(), kPiece);
-            piece_.resize(static_cast<std::size_t>(std::max<std::int64_t>(got, 0)));
-            if (got <= 0) return given > 0 ? given : got;
-            continue;
-        }
-        const qint64 part = std::min<qint64>(most - given, static_cast<std::int64_t>(piece_.size()) - offset);
-        std::memcpy(data + given, piece_.data() + offset, static_cast<std::size_t>(part));
-        given += part;
-    }
-    return given;
-}
-
 }  // namespace corvane

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QIODevice>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -44,24 +43,6 @@ private:
     std::shared_ptr<Handle> handle_;  ///< held by each question about it as well
     std::int64_t size_;
     std::string failure_;
-};
-
-/// The same for Qt's readers.
-class DriveDevice : public QIODevice {
-public:
-    /// Opened for reading; it outlives this.
-    explicit DriveDevice(DriveFile& file) : file_(file) { open(QIODevice::ReadOnly | QIODevice::Unbuffered); }
-    bool isSequential() const override { return false; }
-    qint64 size() const override { return file_.size(); }
-
-protected:
-    qint64 readData(char* data, qint64 most) override;
-    qint64 writeData(const char* /*data*/, qint64 /*most*/) override { return -1; }
-
-private:
-    DriveFile& file_;
-    std::string piece_;         ///< read ahead, so that small reads ask the drive seldom
-    std::int64_t pieceAt_ = 0;  ///< its place in the file
 };
 
 }  // namespace corvane

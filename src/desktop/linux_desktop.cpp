@@ -23,6 +23,8 @@ double scaleOfEnvironment() {
 
 LinuxDesktop::LinuxDesktop(CommandLine line, std::string folder)
     : context_{loop_, scaleOfEnvironment(), {}},
+      post_(loop_),
+      pictures_(post_),
       windows_(context_),
       dialogs_(context_),
       process_(std::move(line), std::move(folder)),
@@ -35,7 +37,10 @@ LinuxDesktop::LinuxDesktop(CommandLine line, std::string folder)
     process_.instance().onFiles([this](const std::vector<std::string>& files) { windows_.dropFiles({true, files}); });
 }
 
-LinuxDesktop::~LinuxDesktop() { timers_.stopAll(); }
+LinuxDesktop::~LinuxDesktop() {
+    timers_.stopAll();
+    post_.stop();
+}
 
 void LinuxDesktop::askToClose() {
     dialogs_.refuse();

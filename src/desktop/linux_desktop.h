@@ -6,6 +6,7 @@
 #include "desktop/close_requests.h"
 #include "desktop/command_line.h"
 #include "desktop/media/media.h"
+#include "desktop/media/ui_post.h"
 #include "desktop/qt_dialogs.h"
 #include "desktop/qt_files.h"
 #include "desktop/qt_loop.h"
@@ -35,6 +36,7 @@ private:
 
     QtLoop loop_;
     DesktopContext context_;
+    UiPost post_;
     QtPictures pictures_;
     QtFiles files_;
     QtWindows windows_;

@@ -3,34 +3,26 @@
 
 #include <sys/stat.h>
 
-#include <QBuffer>
-#include <QImageReader>
 #include <algorithm>
-#include <array>
 #include <atomic>
-#include <bit>
 #include <chrono>
 #include <cmath>
 #include <optional>
-#include <system_error>
-#include <thread>
 #include <utility>
+#include <vector>
 
 #include "desktop/drive_file.h"
-#include "desktop/jpeg_memory.h"
-#include "toolkit/picture_check.h"
+#include "desktop/jpeg_reader.h"
+#include "desktop/png_reader.h"
+#include "toolkit/picture_file.h"
+#include "workers/worker.h"
 
 namespace corvane {
 
 namespace {
 
-constexpr int kAllocationMegabytes = 256;
-constexpr int kWorkerIdleMs = 2000;
-constexpr int kGifHeaderBytes = 10;
-constexpr int kBmpHeaderBytes = 66;  ///< with the masks
-constexpr std::uint32_t kBmpMasks = 3;
-constexpr std::chrono::milliseconds kAfterPainting{30};
 constexpr int kBytesOfPixel = 4;
+constexpr std::chrono::seconds kLongestWait{10};  ///< for a picture that somebody stands and waits for
 /// From so many pixels on the system takes milliseconds to take back the memory, which the next picture must not wait
 /// for.
 constexpr std::int64_t kSlowToFree = 1'000'000;
@@ -40,99 +32,64 @@ std::int64_t pixelsOf(QSize size) { return static_cast<std::int64_t>(size.width(
 /// Held by all pictures that live; a picture can be made by the worker.
 std::atomic<std::int64_t> held{0};
 
-/// Lets the decoder reduce a JPEG to what there is room for beside what other pictures hold. `work` is what it needs
-/// beside the picture, in pixels' worth. False: there is room for no useful picture.
-bool reduceToFit(QImageReader& reader, QSize size, std::int64_t work, std::int64_t others) {
-    const bool turns = reader.transformation() != QImageIOHandler::TransformationNone;
-    const std::int64_t most = roomForPixels(others, turns, work);
-    if (pixelsOf(size) <= most) return true;
-    // Only by eighths does the decoder reduce by itself; any other size would take a second, larger picture.
-    for (int eighths = 7; eighths > 0; --eighths) {
-        const QSize reduced((size.width() * eighths + 7) / 8, (size.height() * eighths + 7) / 8);
-        if (pixelsOf(reduced) > most) continue;
-        reader.setScaledSize(reduced);
-        return true;
-    }
-    return false;
-}
-
-/// Whether a picture that cannot be reduced has room beside what others hold, also while it is made into one of 32
-/// bits.
-bool hasRoom(const QImageReader& reader, QSize size, std::int64_t others) {
-    const int depth = QImage::toPixelFormat(reader.imageFormat()).bitsPerPixel();
-    const std::int64_t before = depth == 32 ? 0 : pixelsOf(size) * depth / 32;
-    return pixelsOf(size) <= kMaxHeldPixels && pixelsOf(size) + before + others <= kMaxHeldTogether;
-}
-
-/// The file for the check of its end.
-class FileBytes : public PictureBytes {
+/// A file on a drive that may stop answering.
+class DriveBytes : public PictureBytes {
 public:
-    explicit FileBytes(QIODevice& file) : file_(file) {}
-    ~FileBytes() override { file_.seek(0); }
+    DriveBytes(DriveFile& file, const std::function<bool()>& givenUp) : file_(file), givenUp_(givenUp) {}
     std::int64_t size() override { return file_.size(); }
     std::string part(std::int64_t from, std::int64_t count) override {
-        return file_.seek(from) ? file_.read(count).toStdString() : std::string();
+        std::string bytes(static_cast<std::size_t>(std::clamp<std::int64_t>(size() - from, 0, count)), '\0');
+        std::size_t had = 0;
+        while (had < bytes.size() && !givenUp_()) {
+            const std::int64_t got =
+                file_.read(from + static_cast<std::int64_t>(had), bytes.data() + had, bytes.size() - had);
+            if (got <= 0) break;
+            had += static_cast<std::size_t>(got);
+        }
+        bytes.resize(had);
+        return bytes;
     }
 
 private:
-    QIODevice& file_;
+    DriveFile& file_;
+    const std::function<bool()>& givenUp_;
 };
 
-/// The size that a GIF's header announces. Its picture gets that one, while the reader tells its first part's.
-QSize gifScreen(const QByteArray& head) {
-    if (head.size() < kGifHeaderBytes) return {};
-    const auto word = [&head](int at) {
-        return static_cast<int>(static_cast<unsigned char>(head[at]) | static_cast<unsigned char>(head[at + 1]) << 8U);
-    };
-    return {word(6), word(8)};
+Picture pictureOf(PicturePixels decoded) {
+    auto* const pixels = new std::vector<std::uint32_t>(std::move(decoded.pixels));
+    const auto [width, height] = decoded.held;
+    QImage image(
+        reinterpret_cast<uchar*>(pixels->data()), width, height, qsizetype{width} * kBytesOfPixel,
+        decoded.seeThrough ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32,
+        [](void* kept) { delete static_cast<std::vector<std::uint32_t>*>(kept); }, pixels);
+    return Picture(std::make_shared<QtPicture>(std::move(image), QSize(decoded.full.width, decoded.full.height)));
 }
 
-/// How many bits of each colour a bitmap of 16 bits keeps; empty for any other file.
-std::optional<std::array<int, 3>> coarseColours(const QByteArray& head) {
-    const auto number = [&head](int at, int count) {
-        std::uint32_t value = 0;
-        for (int i = count; i-- > 0;) value = value << 8U | static_cast<unsigned char>(head[at + i]);
-        return value;
-    };
-    if (head.size() < kBmpHeaderBytes || !head.startsWith("BM") || number(14, 4) < 40 || number(28, 2) != 16) return {};
-    if (number(30, 4) != kBmpMasks) return std::array{5, 5, 5};
-    return std::array{std::popcount(number(54, 4)), std::popcount(number(58, 4)), std::popcount(number(62, 4))};
+PictureQueue::Stamp stampOf(const std::string& path, const PictureWorker::GiveUp& givenUp) {
+    using Stamp = PictureQueue::Stamp;
+    return DriveCalls::all()
+        .ask<Stamp>(path, {DriveCalls::kPatience, &givenUp},
+                    [path] {
+                        struct stat status {};
+                        if (stat(path.c_str(), &status) != 0) return Stamp{};
+                        return Stamp{status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+                    })
+        .value_or(Stamp{});
 }
 
-/// Qt's reader leaves the bits that such a bitmap does not have at 0, so that white would be grey.
-void widenColours(QImage& image, const std::array<int, 3>& bits) {
-    for (int y = 0; y < image.height(); ++y) {
-        auto* const line = reinterpret_cast<QRgb*>(image.scanLine(y));
-        for (int x = 0; x < image.width(); ++x) {
-            const QRgb old = line[x];
-            line[x] = qRgb(qRed(old) | qRed(old) >> bits[0], qGreen(old) | qGreen(old) >> bits[1],
-                           qBlue(old) | qBlue(old) >> bits[2]);
-        }
-    }
+/// flag: what ends a wait for the drive at once; may be null.
+Pictures::Decoded load(const std::string& path, const std::atomic<bool>* flag, const std::function<bool()>& givenUp) {
+    std::string reason;
+    const auto opened = DriveFile::open(path, {DriveCalls::kPatience, flag}, reason);
+    if (!opened) return {{}, reason};
+    DriveBytes file(*opened, givenUp);
+    Pictures::Decoded decoded = QtPictures::decodeFrom(file, givenUp);
+    if (opened->failure().empty()) return decoded;
+    return {{}, opened->failure()};  // no decoder can know why it got no more
 }
 
-/// The picture, with the first colour where a bitmap's runs leave pixels out: Qt's reader does not touch those, and
-/// what was in memory before would show.
-QImage readImage(QImageReader& reader, QSize size) {
-    QImage image;
-    if (reader.format() == "bmp" && reader.imageFormat() == QImage::Format_Indexed8) {
-        image = QImage(size, QImage::Format_Indexed8);
-        if (!image.isNull()) image.fill(0);
-    }
-    return reader.read(&image) ? image : QImage();
-}
-
-bool endsTooEarly(QIODevice& file) {
-    FileBytes bytes(file);
-    return !endsWhole(bytes);
-}
-
-/// What decoding it takes beside the picture, in pixels' worth. Leaves the file where it was.
-std::int64_t workOfJpeg(QIODevice& file) {
-    const qint64 place = file.pos();
-    const std::int64_t bytes = decoderBytesOfJpeg(file);
-    file.seek(place);
-    return bytes / kBytesOfPixel;
+Pictures::Decoded loadAwaited(const std::string& path, const PictureWorker::GiveUp& givenUp) {
+    return load(path, &givenUp, [&givenUp] { return givenUp.load(); });
 }
 
 }  // namespace
@@ -156,10 +113,8 @@ QtPicture::QtPicture(QImage image, QSize fullSize, std::shared_ptr<DenseSource> 
 QtPicture::~QtPicture() {
     held -= pixelsOf(image_.size());
     if (pixelsOf(image_.size()) < kSlowToFree) return;
-    try {
-        std::thread([image = std::move(image_)] {}).detach();  // it ends by itself and needs nothing of ours
-    } catch (const std::system_error&) {                       // no thread is to be had: the image is freed here
-    }
+    // Where no thread is to be had, the image is freed here.
+    Worker::run([image = std::move(image_)](const Worker::GiveUp&) {});
 }
 
 QImage QtPicture::dense() const {
@@ -198,125 +153,38 @@ QImage denseImageOf(const Picture& picture) {
     return own != nullptr ? own->dense() : QImage();
 }
 
-QtPictures::QtPictures() {
-    QImageReader::setAllocationLimit(kAllocationMegabytes);
-    worker_.setMaxThreadCount(1);
-    worker_.setExpiryTimeout(kWorkerIdleMs);
+QtPictures::QtPictures(PictureWorker::Post post) {
+    if (post) worker_.emplace(std::move(post), &loadAwaited, &stampOf);
 }
 
-QtPictures::~QtPictures() {
-    {
-        const std::lock_guard lock(mutex_);
-        wanted_.clear();
-        ending_ = true;
-        done_.notify_all();
-    }
-    finishHints();
-}
-
-QtPictures::Stamp QtPictures::stampOf(const std::string& path) const {
-    return DriveCalls::all()
-        .ask<Stamp>(path, {DriveCalls::kPatience, &ending_},
-                    [path] {
-                        struct stat status {};
-                        if (stat(path.c_str(), &status) != 0) return Stamp{};
-                        return Stamp{status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
-                    })
-        .value_or(Stamp{});
-}
-
-Pictures::Decoded QtPictures::decodeFrom(QIODevice& file) {
-    if (endsTooEarly(file)) return {{}, "The picture is damaged: the file ends too early."};
-
-    const QByteArray head = file.peek(kBmpHeaderBytes);
-    QImageReader reader(&file);
-    reader.setDecideFormatFromContent(true);
-    reader.setAutoTransform(true);
-    const QByteArray format = reader.format();
-    if (format != "bmp" && format != "jpeg" && format != "gif" && format != "png") {
-        return {{}, "This is not a picture of a known format."};
-    }
-    QSize size = format == "gif" ? gifScreen(head) : reader.size();
-    // A bitmap's rows that begin at the top are told by a height below 0.
-    if (format == "bmp" && size.width() > 0 && size.height() < 0) size.setHeight(-size.height());
-    if (!size.isValid()) return {{}, "The picture is damaged or too large."};
-    const bool reducible = format == "jpeg";  // its decoder reduces while it reads; others would read the whole first
-    const std::int64_t work = reducible ? workOfJpeg(file) : 0;
-    const auto fits = [&](std::int64_t others) {
-        if (!reducible) return hasRoom(reader, size, others);
-        return pixelsOf(size) <= kMaxPicturePixels && reduceToFit(reader, size, work, others);
-    };
-    if (!fits(held)) {
-        return {{},
-                "The picture is too large (" + std::to_string(size.width()) + " x " + std::to_string(size.height()) +
-                    " pixels).",
-                fits(0)};
-    }
-    const bool turned = reader.transformation().testFlag(QImageIOHandler::TransformationRotate90);
-    QImage image = readImage(reader, size);
-    if (image.isNull()) return {{}, "The picture is damaged: " + reader.errorString().toStdString()};
-    image.setDevicePixelRatio(1.0);
-    image = std::move(image).convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
-                                                                     : QImage::Format_RGB32);
-    if (const auto coarse = coarseColours(head)) widenColours(image, *coarse);
-    // Only what was reduced has another size than its pixels: a damaged GIF may announce one that it does not have.
-    const QSize full = reducible ? (turned ? size.transposed() : size) : image.size();
-    return {Picture(std::make_shared<QtPicture>(std::move(image), full)), ""};
-}
-
-Pictures::Decoded QtPictures::load(const std::string& path) const {
-    std::string reason;
-    const auto opened = DriveFile::open(path, {DriveCalls::kPatience, &ending_}, reason);
-    if (!opened) return {{}, reason};
-    DriveDevice file(*opened);
-    Decoded decoded = decodeFrom(file);
-    if (opened->failure().empty()) return decoded;
-    return {{}, opened->failure()};  // the decoder fills what is missing with grey and says nothing
+Pictures::Decoded QtPictures::decodeFrom(PictureBytes& file, const std::function<bool()>& givenUp) {
+    PicturePixels decoded = readPicture(file, {held, givenUp}, readJpeg, readPng);
+    if (!decoded.reason.empty()) return {{}, decoded.reason, decoded.lacksRoom};
+    return {pictureOf(std::move(decoded)), ""};
 }
 
 Pictures::Decoded QtPictures::decode(const std::string& path) {
-    {
-        std::unique_lock lock(mutex_);
-        if (wanted_ == path) {
-            wanted_.clear();
-            done_.notify_all();
-        }
-        done_.wait(lock, [&] { return working_ != path; });
-        // What was decoded for nothing must not take the room of what is wanted.
-        Ahead ahead = std::exchange(ready_, {});
-        const bool counts = !ahead.decoded.lacksRoom && ahead.path == path;  // there may be room now
-        if (counts && ahead.stamp == stampOf(path)) return std::move(ahead.decoded);
-    }
-    return load(path);
+    const auto until = std::chrono::steady_clock::now() + kLongestWait;
+    const auto isLate = [until] { return std::chrono::steady_clock::now() > until; };
+    Decoded decoded = load(path, nullptr, isLate);
+    if (decoded.picture.empty() && isLate()) return {{}, "The picture takes too long to be read."};
+    return decoded;
+}
+
+std::optional<Pictures::Decoded> QtPictures::begin(const std::string& path, std::function<void(Decoded)> done) {
+    if (!worker_) return decode(path);
+    return worker_->begin(path, std::move(done));
+}
+
+void QtPictures::giveUp() {
+    if (worker_) worker_->giveUp();
 }
 
 void QtPictures::decodeAhead(const std::string& path) {
-    const std::lock_guard lock(mutex_);
-    if (path.empty() || working_ == path || ready_.path == path) return;
-    wanted_ = path;
-    if (busy_) return;
-    busy_ = true;
-    worker_.start([this] { work(); });
+    if (worker_) worker_->decodeAhead(path);
 }
 
-void QtPictures::work() {
-    std::unique_lock lock(mutex_);
-    // The hint comes just before the picture on the screen is painted, which must not wait for a processor.
-    done_.wait_for(lock, kAfterPainting, [this] { return wanted_.empty(); });
-    while (!wanted_.empty()) {
-        working_ = std::exchange(wanted_, {});
-        const std::string path = working_;
-        ready_ = {};
-        lock.unlock();
-        Ahead ahead{path, stampOf(path), {}};
-        ahead.decoded = load(path);
-        lock.lock();
-        ready_ = std::move(ahead);
-        working_.clear();
-        done_.notify_all();
-    }
-    busy_ = false;
-}
+bool QtPictures::isIdle() const { return !worker_ || worker_->isIdle(); }
 
 Picture QtPictures::cut(const Picture& whole, const Cell& cell) {
     if (whole.empty() || cell.x < 0 || cell.y < 0 || cell.width <= 0 || cell.height <= 0) return {};

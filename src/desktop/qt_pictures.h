@@ -2,16 +2,16 @@
 #pragma once
 
 #include <QImage>
-#include <QThreadPool>
-#include <atomic>
-#include <condition_variable>
 #include <cstdint>
 #include <functional>
-#include <mutex>
+#include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/ports.h"
 #include "toolkit/picture_budget.h"
+#include "toolkit/picture_check.h"
+#include "workers/picture_worker.h"
 
 namespace corvane {
 
@@ -59,46 +59,26 @@ QImage imageOf(const Picture& picture);
 /// Its pixels for dense screens, read when they are first asked for; null for none.
 QImage denseImageOf(const Picture& picture);
 
-/// Pictures by Qt's readers: BMP, JPEG, GIF and PNG by their content, whatever the name. A file that ends too early
-/// counts as damaged, one on a drive that does not answer as not readable.
+/// Pictures by readers of our own, libjpeg and libpng: BMP, JPEG, GIF and PNG by their content, whatever the name. A
+/// file that ends too early counts as damaged, one on a drive that does not answer as not readable.
 class QtPictures : public Pictures {
 public:
-    QtPictures();
-    ~QtPictures() override;
+    /// Without a loop to post to, what is begun is decoded at once.
+    explicit QtPictures(PictureWorker::Post post = {});
 
     Decoded decode(const std::string& path) override;
+    std::optional<Decoded> begin(const std::string& path, std::function<void(Decoded)> done) override;
+    void giveUp() override;
     void decodeAhead(const std::string& path) override;
-    /// The picture in a file that is open at its start. Any thread.
-    static Decoded decodeFrom(QIODevice& file);
-    /// Waits until the worker has nothing to do.
-    void finishHints() { worker_.waitForDone(); }
+    /// The picture in a file. Any thread.
+    static Decoded decodeFrom(PictureBytes& file, const std::function<bool()>& givenUp);
+    bool isIdle() const;  ///< nothing is being decoded
     Picture cut(const Picture& whole, const Cell& cell) override;
     int paintStretched(PictureBox& box, float width, float height) override;
     Picture paired(const Picture& plain, std::function<Picture()> dense) override;
 
 private:
-    /// What tells a file from a changed one of the same name.
-    struct Stamp {
-        std::int64_t size = -1, seconds = 0, nanoseconds = 0;
-        bool operator==(const Stamp&) const = default;
-    };
-    struct Ahead {
-        std::string path;
-        Stamp stamp;
-        Decoded decoded;
-    };
-    Stamp stampOf(const std::string& path) const;
-    Decoded load(const std::string& path) const;
-    void work();
-
-    std::atomic<bool> ending_{false};
-    QThreadPool worker_;  ///< one thread, gone when it is idle
-    std::mutex mutex_;    ///< guards what follows
-    std::condition_variable done_;
-    std::string wanted_;   ///< waits for the worker
-    std::string working_;  ///< the worker decodes it
-    bool busy_ = false;    ///< a task is in the pool
-    Ahead ready_;
+    std::optional<PictureWorker> worker_;
 };
 
 }  // namespace corvane

@@ -60,45 +60,81 @@ void place(Player& player, ImageWindowControls& window) {
     window.Move((screenWidth - window.Width) / 2, (screenHeight - window.Height) / 2);
 }
 
-/// The picture on the screen goes first when there is no room for both.
-Pictures::Decoded decode(Player& player, const std::string& path) {
-    Pictures::Decoded decoded = player.ports.pictures.decode(path);
-    auto* const shown = player.forms.find<ImageWindowControls>();
-    if (!decoded.lacksRoom || shown == nullptr) return decoded;
-    shown->pctImage.Picture = Picture();
-    return player.ports.pictures.decode(path);
-}
-
-}  // namespace
-
-bool OpenImage(Player& player) {
-    auto* panel = player.forms.find<MainPanelControls>();
-    Pictures::Decoded decoded = decode(player, currentPath(player));
-    if (decoded.picture.empty()) {
-        mediaFailed(player, decoded.reason);
-        return false;
-    }
+void show(Player& player, const Picture& picture) {
     auto& window = player.forms.load<ImageWindowControls>();
     PictureBox& box = window.pctImage;
     box.Visible = false;
-    box.Picture = decoded.picture;
+    box.Picture = picture;
     box.setPainted(0, 0);
-    box.SetSize(static_cast<float>(decoded.picture.width()), static_cast<float>(decoded.picture.height()));
+    box.SetSize(static_cast<float>(picture.width()), static_cast<float>(picture.height()));
 
     const double factor = zoomFactor(player, box);
     if (player.gImageZoom != 0 && factor != 1.0) scale(player, box, factor);
     place(player, window);
     box.Visible = true;
+    // One that the user has minimised stays so until a play command shows it: a slide show must not pop up.
+    if (window.Visible && window.WindowState == WindowState::Minimized) return;
     window.WindowState = WindowState::Normal;
     window.Show();
-    if (player.gInterval != 0) {
-        setTime(*panel, "00:00");
-        player.gImageElapsed = 0;
-        window.tmrImage.restart();
-    } else {
+}
+
+void startSlideClock(Player& player) {
+    auto* panel = player.forms.find<MainPanelControls>();
+    auto* window = player.forms.find<ImageWindowControls>();
+    if (panel == nullptr || window == nullptr) return;
+    player.gLength = player.gInterval;
+    if (player.gInterval == 0) {
         setTime(*panel, "99:99");
+        return;
     }
-    return true;
+    setTime(*panel, "00:00");
+    player.gImageElapsed = 0;
+    if (player.gPlaying) window->tmrImage.restart();  // else it was paused while it was decoded
+}
+
+void beginPicture(Player& player);
+
+void takeDecoded(Player& player, const Pictures::Decoded& decoded) {
+    player.pictureAwaited = false;
+    auto* const kept = player.forms.find<ImageWindowControls>();
+    if (decoded.lacksRoom && kept != nullptr && !kept->pctImage.Picture.get().empty()) {
+        kept->pctImage.Picture = Picture();  // there is no room for both
+        beginPicture(player);
+        return;
+    }
+    if (decoded.picture.empty()) {
+        mediaFailed(player, decoded.reason);
+        return;
+    }
+    show(player, decoded.picture);
+    startSlideClock(player);
+    prepareNext(player);
+}
+
+void beginPicture(Player& player) {
+    const auto done = [&player, opening = player.opening](const Pictures::Decoded& decoded) {
+        if (player.pictureAwaited && isStillOpen(player, opening)) takeDecoded(player, decoded);
+    };
+    if (const auto decoded = player.ports.pictures.begin(player.openedPath, done)) {
+        takeDecoded(player, *decoded);
+        return;
+    }
+    player.pictureAwaited = true;
+    if (auto* kept = player.forms.find<ImageWindowControls>()) kept->tmrImage.Enabled = false;
+    player.gImageElapsed = 0;
+}
+
+}  // namespace
+
+void OpenImage(Player& player) {
+    player.gLength = player.gInterval;
+    beginPicture(player);
+}
+
+void forgetAwaitedPicture(Player& player) {
+    if (!player.pictureAwaited) return;
+    player.pictureAwaited = false;
+    player.ports.pictures.giveUp();
 }
 
 }  // namespace corvane::mdlPublicFunction

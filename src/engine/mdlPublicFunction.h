@@ -44,8 +44,9 @@ void skipToPrevious(Player& player);
 bool canGoForward(const Player& player);
 void CloseFile(Player& player, bool keepImage);
 void ShuffleList(Player& player);
-/// False: it cannot be decoded, and the failure was shown.
-bool OpenImage(Player& player);
+/// Begins to decode the picture. It is shown at once when that is done already, else in an event of its own, unless the
+/// file is closed or another one opened before. A picture that is kept stays up until then.
+void OpenImage(Player& player);
 void OpenMovie(Player& player);
 void OpenMciFile(Player& player);
 void OpenCDTrack(Player& player);

@@ -103,6 +103,7 @@ void resume(Player& player, MainPanelControls& panel) {
     auto* const mci = player.forms.find<MciWindowControls>();
     switch (player.gMediaKind) {
         case mkImage:
+            if (player.pictureAwaited) break;  // it is shown when it is there
             if (auto* image = player.forms.find<ImageWindowControls>()) {
                 image->WindowState = WindowState::Normal;
                 image->Show();
@@ -146,22 +147,6 @@ void storeLength(Player& player) {
     }
 }
 
-/// The entry that comes after this one is likely to be wanted soon. A picture is decoded ahead only while another one
-/// shows: that is when one waits for the next, and it takes much memory.
-void prepareNext(Player& player) {
-    std::size_t next = static_cast<std::size_t>(player.gFileIndex) + 1;
-    if (next >= static_cast<std::size_t>(player.gFileCount)) {
-        if (!player.gRepeat) return;
-        next = 0;
-    }
-    const std::string& path = player.gFilePath[next];
-    if (mediaKind(path) != mkImage) {
-        player.ports.media.expect(path);
-    } else if (player.gMediaKind == mkImage) {
-        player.ports.pictures.decodeAhead(path);
-    }
-}
-
 void openFresh(Player& player, MainPanelControls& panel) {
     const std::string path = currentPath(player);
     if (!canBeOpened(player, path)) {
@@ -169,6 +154,7 @@ void openFresh(Player& player, MainPanelControls& panel) {
         return;
     }
     const Classified file = classify(GetExtension(path));
+    forgetAwaitedPicture(player);
     closeOtherWindow(player, file.kind);
     player.gMediaKind = file.kind;
     player.openedPath = path;
@@ -181,8 +167,8 @@ void openFresh(Player& player, MainPanelControls& panel) {
     panel.pctSlide.Width = kTwipsPerPixel;
     switch (file.kind) {
         case mkImage:
-            if (!OpenImage(player)) return;
-            break;
+            OpenImage(player);
+            return;
         case mkMovie:
             OpenMovie(player);
             break;
@@ -214,6 +200,23 @@ void PlayFile(Player& player) {
         resume(player, *panel);
     } else {
         openFresh(player, *panel);
+    }
+}
+
+/// A picture is decoded ahead only while another one shows: that is when one waits for the next, and it takes much
+/// memory.
+void prepareNext(Player& player) {
+    if (player.gFileCount == 0) return;  // emptied since the file was opened
+    std::size_t next = static_cast<std::size_t>(player.gFileIndex) + 1;
+    if (next >= static_cast<std::size_t>(player.gFileCount)) {
+        if (!player.gRepeat) return;
+        next = 0;
+    }
+    const std::string& path = player.gFilePath[next];
+    if (mediaKind(path) != mkImage) {
+        player.ports.media.expect(path);
+    } else if (player.gMediaKind == mkImage) {
+        player.ports.pictures.decodeAhead(path);
     }
 }
 

@@ -30,6 +30,10 @@ void startMovie(Player& player, MovieWindowControls& movie);
 std::int32_t trackEnd(const Player& player, MciControl& mci);
 /// Plays from a position of the current CD track and holds there at once.
 void holdTrackAt(Player& player, MciControl& mci, std::int32_t position);
+/// The picture that is being decoded is not wanted any more.
+void forgetAwaitedPicture(Player& player);
+/// The entry that comes after this one is likely to be wanted soon.
+void prepareNext(Player& player);
 const std::string& currentPath(const Player& player);
 
 }  // namespace corvane::mdlPublicFunction

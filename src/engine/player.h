@@ -31,6 +31,7 @@ struct Player : mdlDefinePublic::PlayerState {
     /// Changes with each play, pause, next, previous and close, and with each list that replaces another: the answer of
     /// a box is void when it is another number than when the box was put up.
     std::uint32_t turns = 0;
+    bool pictureAwaited = false;                 ///< the open file is a picture that is still being decoded
     std::array<std::string, 6> panelCaptions;    ///< the panel's labels, written before it loads
     std::optional<std::uint32_t> volumeAtStart;  ///< to be put back at the end; empty: nothing is
     std::string editorFolder;                    ///< what the editor showed last, for its next opening; empty: none yet

@@ -314,6 +314,7 @@ void CloseFile(Player& player, bool keepImage) {
 void closeMedia(Player& player, MainPanelControls& panel, bool keepImage) {
     forgetBackPress(player, panel);
     player.gSlideState = 0;
+    forgetAwaitedPicture(player);
     if (!keepImage) player.forms.unload<ImageWindowControls>();
     closeByKind(player, keepImage);
     player.gMediaKind = mkNone;

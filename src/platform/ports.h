@@ -47,9 +47,17 @@ public:
     };
 
     virtual ~Pictures() = default;
-    /// Decodes a file (BMP, JPEG turned upright, GIF's first picture). A damaged or too large file fails with a reason.
+    /// Decodes a file (BMP, JPEG turned upright, GIF's first picture) and waits for it, for some seconds at most: skins
+    /// are read so. A damaged or too large file fails with a reason.
     virtual Decoded decode(const std::string& path) = 0;
-    /// A hint: this file is likely to be asked for next. Decodes it in a worker; at most one is kept.
+    /// Begins to decode a file in a worker. What has been decoded ahead is returned at once. Otherwise nothing is, and
+    /// `done` is called with it in a posted event of its own; never, when another file is begun or this one given up
+    /// before. However long it takes, nothing waits for it.
+    virtual std::optional<Decoded> begin(const std::string& path, std::function<void(Decoded)> done) = 0;
+    /// What was begun is not wanted any more. Nothing to give up: nothing happens.
+    virtual void giveUp() = 0;
+    /// A hint: this file is likely to be begun next. Decodes it in a worker; at most one is kept. Not while what was
+    /// begun is on its way.
     virtual void decodeAhead(const std::string& path) = 0;
     /// A part of a picture; empty when the cell is not wholly inside it or has no area.
     virtual Picture cut(const Picture& whole, const Cell& cell) = 0;

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "toolkit/byte_walk.h"
+
 namespace corvane {
 
 namespace {
@@ -22,55 +24,6 @@ std::uint32_t number(std::string_view bytes, std::size_t at, std::size_t count, 
     }
     return value;
 }
-
-/// A file read forward in pieces.
-class Walk {
-public:
-    explicit Walk(PictureBytes& file) : file_(file), size_(file.size()) {}
-
-    std::int64_t at = 0;
-
-    bool ended() const { return at >= size_; }
-    /// A number at the place, which moves behind it; -1 where the file ends first.
-    std::int64_t number(int count, bool bigFirst = false) {
-        std::int64_t value = 0;
-        for (int i = 0; i < count; ++i) {
-            const int byte = next();
-            if (byte < 0) return -1;
-            value = bigFirst ? value << 8 | byte : value | std::int64_t{byte} << (8 * i);
-        }
-        return value;
-    }
-    /// Moves behind the next such byte; false: there is none.
-    bool pass(char byte) {
-        while (holdsPlace()) {
-            const std::size_t found = piece_.find(byte, static_cast<std::size_t>(at - from_));
-            if (found != std::string::npos) {
-                at = from_ + static_cast<std::int64_t>(found) + 1;
-                return true;
-            }
-            at = from_ + static_cast<std::int64_t>(piece_.size());
-        }
-        return false;
-    }
-
-private:
-    static constexpr std::int64_t kPiece = 262144;
-
-    int next() { return holdsPlace() ? static_cast<std::uint8_t>(piece_[static_cast<std::size_t>(at++ - from_)]) : -1; }
-    bool holdsPlace() {
-        if (at >= from_ && at < from_ + static_cast<std::int64_t>(piece_.size())) return true;
-        if (at < 0 || ended()) return false;
-        from_ = at;
-        piece_ = file_.part(from_, kPiece);
-        return !piece_.empty();
-    }
-
-    PictureBytes& file_;
-    std::int64_t size_;
-    std::int64_t from_ = 0;  ///< where the piece lies
-    std::string piece_;
-};
 
 /// An uncompressed bitmap says by its header how long it is.
 bool bmpEndsWhole(PictureBytes& file) {
@@ -95,7 +48,7 @@ bool bmpEndsWhole(PictureBytes& file) {
 /// From mark to mark until the one of the end. What cameras and telephones add behind it does not count, nor does a
 /// thumbnail in front, which lies inside a segment.
 bool jpegEndsWhole(PictureBytes& file) {
-    Walk walk(file);
+    ByteWalk walk(file);
     walk.at = 2;
     while (walk.pass('\xFF')) {
         std::int64_t mark = walk.number(1);
@@ -112,7 +65,7 @@ bool jpegEndsWhole(PictureBytes& file) {
 /// From block to block until the trailer. Behind a whole picture, which is all that is shown, anything else may come.
 bool gifEndsWhole(PictureBytes& file) {
     constexpr auto kColours = [](std::int64_t flags) { return (flags & 0x80) != 0 ? 3LL << ((flags & 7) + 1) : 0; };
-    Walk walk(file);
+    ByteWalk walk(file);
     walk.at = 10;
     const std::int64_t flags = walk.number(1);
     if (flags < 0) return false;
@@ -142,7 +95,7 @@ bool gifEndsWhole(PictureBytes& file) {
 /// From chunk to chunk until the one of the end.
 bool pngEndsWhole(PictureBytes& file) {
     constexpr std::int64_t kEnd = 0x49454E44;  // "IEND"
-    Walk walk(file);
+    ByteWalk walk(file);
     walk.at = 8;
     while (!walk.ended()) {
         const std::int64_t length = walk.number(4, true);
@@ -193,25 +146,6 @@ int orientationOf(PictureBytes& file) {
         at += 2 + length;
     }
     return 1;
-}
-
-GifPlace gifPlaceOf(PictureBytes& file) {
-    const std::string head = file.part(0, kHead);
-    if (!head.starts_with("GIF8")) return {};
-    const auto word = [&](std::size_t at) { return static_cast<int>(number(head, at, 2)); };
-    GifPlace place{word(6), word(8), 0, 0};
-    const std::uint32_t flags = number(head, 10, 1);
-    std::size_t at = 13 + ((flags & 0x80U) != 0 ? 3U << ((flags & 7U) + 1) : 0U);
-    while (at + 1 < head.size() && head[at] == '!') {  // extensions: blocks until an empty one
-        at += 2;
-        while (at < head.size() && head[at] != '\0') at += 1 + number(head, at, 1);
-        ++at;
-    }
-    if (at < head.size() && head[at] == ',') {
-        place.left = word(at + 1);
-        place.top = word(at + 3);
-    }
-    return place;
 }
 
 }  // namespace corvane

@@ -14,7 +14,7 @@ public:
     PictureBytes& operator=(const PictureBytes&) = delete;
     virtual ~PictureBytes() = default;
     virtual std::int64_t size() = 0;
-    /// Fewer bytes than asked for at the file's end, none where it cannot be read.
+    /// Fewer bytes than asked for at the file's end, none where it cannot be read or is not wanted any more.
     virtual std::string part(std::int64_t from, std::int64_t count) = 0;
 };
 
@@ -25,12 +25,5 @@ bool endsWhole(PictureBytes& file);
 /// How a JPEG file asks to be turned, 1 to 8 as cameras note it (1: it is upright). 1 also for any other file.
 int orientationOf(PictureBytes& file);
 inline bool swapsSides(int orientation) { return orientation >= 5; }
-
-/// The place of a GIF file's first picture on its screen. Empty for another file.
-struct GifPlace {
-    int screenWidth = 0, screenHeight = 0;
-    int left = 0, top = 0;
-};
-GifPlace gifPlaceOf(PictureBytes& file);
 
 }  // namespace corvane

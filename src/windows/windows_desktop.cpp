@@ -28,7 +28,8 @@ double scaleOfEnvironment() {
 
 WindowsDesktop::WindowsDesktop(CommandLine line)
     : context_{loop_, scaleOfEnvironment(), nullptr},
-      pictures_(makePictures()),
+      post_(loop_),
+      pictures_(makePictures(post_)),
       windows_(context_),
       dialogs_(context_),
       process_(std::move(line), programFolder(folderChoiceOfSystem())),
@@ -43,7 +44,10 @@ WindowsDesktop::WindowsDesktop(CommandLine line)
     context_.sessionEnds = [this] { endWithSession(); };
 }
 
-WindowsDesktop::~WindowsDesktop() { timers_.stopAll(); }
+WindowsDesktop::~WindowsDesktop() {
+    timers_.stopAll();
+    post_.stop();
+}
 
 void WindowsDesktop::takeOver(const std::vector<std::string>& files) {
     if (!files.empty()) windows_.dropFiles({true, files});

@@ -5,6 +5,7 @@
 
 #include "toolkit/command_line.h"
 #include "windows/media/media.h"
+#include "windows/media/ui_post.h"
 #include "windows/windows_dialogs.h"
 #include "windows/windows_files.h"
 #include "windows/windows_loop.h"
@@ -34,6 +35,7 @@ private:
 
     WindowsLoop loop_;
     DesktopContext context_;
+    UiPost post_;
     std::unique_ptr<Pictures> pictures_;
     WindowsFiles files_;
     WindowsWindows windows_;

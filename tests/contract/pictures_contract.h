@@ -3,23 +3,22 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <optional>
 #include <string>
 
+#include "contract/stage.h"
 #include "platform/ports.h"
 
 namespace corvane {
 
 /// A party's pictures. The picture file is 40 by 30 pixels: left half red (0xFF0000), right half blue (0x0000FF).
-class PicturesStage {
+class PicturesStage : public Stage {
 public:
-    PicturesStage() = default;
-    PicturesStage(const PicturesStage&) = delete;
-    PicturesStage& operator=(const PicturesStage&) = delete;
-    virtual ~PicturesStage() = default;
-
     virtual Pictures& pictures() = 0;
     virtual std::string picture() = 0;
     virtual std::string broken() = 0;  ///< there, but no picture
+    virtual bool isIdle() = 0;         ///< nothing is being decoded
 };
 
 using PicturesStageFactory = std::unique_ptr<PicturesStage> (*)();
@@ -54,6 +53,80 @@ TEST_P(PicturesContract, AHintChangesNothingOfTheResult) {
     EXPECT_EQ(pictures.decode(stage->picture()).picture.width(), 40);
     pictures.decodeAhead(stage->broken());
     EXPECT_TRUE(pictures.decode(stage->broken()).picture.empty());
+}
+
+/// What is begun, and what came of it.
+struct BegunPicture {
+    BegunPicture(Pictures& pictures, const std::string& path, EventLoop& loop)
+        : atOnce(pictures.begin(path, [this, &loop](Pictures::Decoded decoded) {
+              depth = loop.depth();
+              later = std::move(decoded);
+              ++answers;
+          })) {}
+    const Pictures::Decoded* decoded() const {
+        if (atOnce) return &*atOnce;
+        return later ? &*later : nullptr;
+    }
+    std::optional<Pictures::Decoded> atOnce, later;
+    int answers = 0;
+    int depth = 0;  ///< handlers that ran when it was told
+};
+
+TEST_P(PicturesContract, WhatIsBegunIsToldInAnEventOfItsOwn) {
+    BegunPicture begun(pictures, stage->picture(), stage->loop());
+    EXPECT_FALSE(begun.atOnce) << "nothing was decoded ahead";
+    EXPECT_EQ(begun.answers, 0) << "nothing is told from inside the call";
+    ASSERT_TRUE(stage->waitFor([&] { return begun.answers > 0; }, 10'000));
+    EXPECT_EQ(begun.depth, 1);
+    EXPECT_EQ(begun.later->picture.width(), 40) << begun.later->reason;
+    EXPECT_FALSE(stage->waitFor([&] { return begun.answers > 1; }, 50)) << "once";
+}
+
+TEST_P(PicturesContract, WhatIsBegunAndCannotBeDecodedSaysWhy) {
+    for (const std::string& path : {stage->broken(), stage->picture() + ".nowhere"}) {
+        BegunPicture begun(pictures, path, stage->loop());
+        ASSERT_TRUE(stage->waitFor([&] { return begun.decoded() != nullptr; }, 10'000));
+        EXPECT_TRUE(begun.decoded()->picture.empty());
+        EXPECT_NE(begun.decoded()->reason, "");
+    }
+}
+
+TEST_P(PicturesContract, WhatIsGivenUpIsNeverTold) {
+    BegunPicture begun(pictures, stage->picture(), stage->loop());
+    pictures.giveUp();
+    pictures.giveUp();
+    EXPECT_FALSE(stage->waitFor([&] { return begun.answers > 0; }, 100));
+    BegunPicture again(pictures, stage->picture(), stage->loop());
+    ASSERT_TRUE(stage->waitFor([&] { return again.decoded() != nullptr; }, 10'000));
+    EXPECT_EQ(again.decoded()->picture.width(), 40);
+    EXPECT_EQ(begun.answers, 0);
+}
+
+TEST_P(PicturesContract, TheOneBegunLastIsTheOneThatIsTold) {
+    BegunPicture first(pictures, stage->picture(), stage->loop());
+    BegunPicture second(pictures, stage->broken(), stage->loop());
+    BegunPicture third(pictures, stage->picture(), stage->loop());
+    ASSERT_TRUE(stage->waitFor([&] { return third.decoded() != nullptr; }, 10'000));
+    EXPECT_EQ(third.decoded()->picture.width(), 40);
+    EXPECT_FALSE(stage->waitFor([&] { return first.answers + second.answers > 0; }, 50));
+}
+
+TEST_P(PicturesContract, WhatWasDecodedAheadIsThereAtOnce) {
+    pictures.decodeAhead(stage->picture());
+    std::unique_ptr<BegunPicture> begun;
+    // A worker needs its time: whoever asks too early waits for the event.
+    ASSERT_TRUE(stage->waitFor([&] { return stage->isIdle(); }, 10'000));
+    begun = std::make_unique<BegunPicture>(pictures, stage->picture(), stage->loop());
+    ASSERT_TRUE(begun->atOnce);
+    EXPECT_EQ(begun->atOnce->picture.width(), 40);
+    EXPECT_FALSE(stage->waitFor([&] { return begun->answers > 0; }, 50)) << "told already";
+}
+
+TEST_P(PicturesContract, AHintForWhatIsBegunMeanwhileServesIt) {
+    pictures.decodeAhead(stage->picture());
+    BegunPicture begun(pictures, stage->picture(), stage->loop());
+    ASSERT_TRUE(stage->waitFor([&] { return begun.decoded() != nullptr; }, 10'000));
+    EXPECT_EQ(begun.decoded()->picture.width(), 40);
 }
 
 TEST_P(PicturesContract, CutsACell) {

@@ -37,7 +37,7 @@ public:
     FakeDialogs dialogs{loop, log};
     FakeProcess process{loop, log};
     FakeRandom random{log};
-    FakePictures pictures{log};
+    FakePictures pictures{loop, schedule, log};
     FakeSound sound{log};
     FakeMedia media{loop, windows, schedule, log};
 

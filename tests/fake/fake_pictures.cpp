@@ -66,6 +66,36 @@ Pictures::Decoded FakePictures::make(const std::string& path) const {
 
 Pictures::Decoded FakePictures::decode(const std::string& path) {
     log_.did("pictures.decode " + path);
+    return take(path);
+}
+
+std::optional<Pictures::Decoded> FakePictures::begin(const std::string& path, std::function<void(Decoded)> done) {
+    log_.did("pictures.decode " + path);
+    forget();
+    if (decodingMs == 0 || (ahead_ && ahead_->first == path)) return take(path);
+    begun_ = schedule_.at(schedule_.now() + decodingMs, [this, path, done = std::move(done)] { finish(path, done); });
+    return std::nullopt;
+}
+
+void FakePictures::giveUp() {
+    log_.did("pictures.giveUp");
+    forget();
+}
+
+void FakePictures::forget() {
+    ++number_;
+    if (begun_) schedule_.cancel(*begun_);
+    begun_.reset();
+}
+
+void FakePictures::finish(const std::string& path, const std::function<void(Decoded)>& done) {
+    begun_.reset();
+    loop_.post([this, decoded = take(path), done, number = number_] {
+        if (number == number_) done(decoded);
+    });
+}
+
+Pictures::Decoded FakePictures::take(const std::string& path) {
     if (roomIsTaken && roomIsTaken()) return {{}, "too large", true};
     if (ahead_ && ahead_->first == path) return std::exchange(ahead_, std::nullopt)->second;
     return make(path);
@@ -73,6 +103,7 @@ Pictures::Decoded FakePictures::decode(const std::string& path) {
 
 void FakePictures::decodeAhead(const std::string& path) {
     log_.did("pictures.decodeAhead " + path);
+    if (begun_) throw std::logic_error("decoded ahead while another picture is on its way");
     ahead_ = {path, make(path)};
 }
 

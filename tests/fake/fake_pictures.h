@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "fake/call_log.h"
+#include "fake/fake_loop.h"
+#include "fake/schedule.h"
 #include "platform/ports.h"
 
 namespace corvane {
@@ -19,9 +21,11 @@ Picture makePicture(int width, int height, std::vector<std::uint32_t> pixels);
 /// Pictures declared by path.
 class FakePictures : public Pictures {
 public:
-    explicit FakePictures(CallLog& log) : log_(log) {}
+    FakePictures(FakeLoop& loop, Schedule& schedule, CallLog& log) : loop_(loop), schedule_(schedule), log_(log) {}
 
     Decoded decode(const std::string& path) override;
+    std::optional<Decoded> begin(const std::string& path, std::function<void(Decoded)> done) override;
+    void giveUp() override;
     void decodeAhead(const std::string& path) override;
     Picture cut(const Picture& whole, const Cell& cell) override;
     int paintStretched(PictureBox& box, float width, float height) override;
@@ -29,6 +33,9 @@ public:
     void add(const std::string& path, int width, int height, std::uint32_t colour = 0x808080);
     void add(const std::string& path, int width, int height, std::vector<std::uint32_t> pixels);
     void addBroken(const std::string& path, std::string reason);
+
+    int decodingMs = 0;  ///< how long what is begun takes; 0: it is done at once, as if it had been decoded ahead
+    bool isDecoding() const { return begun_.has_value(); }
 
     /// Whether other pictures hold the memory that the next one needs; never when empty.
     std::function<bool()> roomIsTaken;
@@ -44,7 +51,16 @@ private:
     };
     Decoded make(const std::string& path) const;
 
+    /// What is there, be it decoded ahead.
+    Decoded take(const std::string& path);
+    void forget();
+    void finish(const std::string& path, const std::function<void(Decoded)>& done);
+
+    FakeLoop& loop_;
+    Schedule& schedule_;
     CallLog& log_;
+    std::optional<Schedule::Id> begun_;
+    unsigned number_ = 0;  ///< of what was begun last: an answer that is on its way to an older one is dropped
     std::map<std::string, Declared> declared_;
     std::optional<std::pair<std::string, Decoded>> ahead_;
 };

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "platform/ports.h"
+#include "windows/media/ui_post.h"
 #include "windows/windows_loop.h"
 
 namespace corvane {
@@ -12,8 +13,9 @@ namespace corvane {
 /// windows (for the screen's size) outlive it.
 std::unique_ptr<Media> makeMedia(WindowsLoop& loop, Windows& windows);
 
-/// Still pictures by the system's decoders. Each picture is a BitmapPicture.
-std::unique_ptr<Pictures> makePictures();
+/// Still pictures by readers of our own and the system's decoders. Each picture is a BitmapPicture. post: to the loop;
+/// stopped before that goes.
+std::unique_ptr<Pictures> makePictures(const UiPost& post);
 
 /// Output volume by waveOut* and aux*.
 std::unique_ptr<SoundDevices> makeSoundDevices();

@@ -2,6 +2,7 @@
 #include "windows/media/windows_pictures.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <utility>
 
@@ -14,68 +15,37 @@
 
 namespace corvane {
 
-WindowsPictures::~WindowsPictures() {
-    {
-        const std::lock_guard lock(mutex_);
-        wanted_.clear();
-    }
-    finishHints();
-}
+namespace {
 
-std::int64_t WindowsPictures::heldPixels() { return heldPicturePixels(); }
+constexpr std::chrono::seconds kLongestWait{10};  ///< for a picture that somebody stands and waits for
 
-WindowsPictures::Stamp WindowsPictures::stampOf(const std::string& path) {
+PictureQueue::Stamp stampOf(const std::string& path, const PictureWorker::GiveUp& /*givenUp*/) {
     WIN32_FILE_ATTRIBUTE_DATA file{};
     if (!isPlainName(toWide(path))) return {};
     if (GetFileAttributesExW(toWide(path).c_str(), GetFileExInfoStandard, &file) == 0) return {};
-    const auto joined = [](DWORD high, DWORD low) { return std::uint64_t{high} << 32U | low; };
+    const auto joined = [](DWORD high, DWORD low) {
+        return static_cast<std::int64_t>(std::uint64_t{high} << 32U | low);
+    };
     return {joined(file.nFileSizeHigh, file.nFileSizeLow),
-            joined(file.ftLastWriteTime.dwHighDateTime, file.ftLastWriteTime.dwLowDateTime)};
+            joined(file.ftLastWriteTime.dwHighDateTime, file.ftLastWriteTime.dwLowDateTime), 0};
 }
+
+Pictures::Decoded loadAwaited(const std::string& path, const PictureWorker::GiveUp& givenUp) {
+    return decodePicture(path, [&givenUp] { return givenUp.load(); });
+}
+
+}  // namespace
+
+WindowsPictures::WindowsPictures(PictureWorker::Post post) : worker_(std::move(post), &loadAwaited, &stampOf) {}
+
+std::int64_t WindowsPictures::heldPixels() { return heldPicturePixels(); }
 
 Pictures::Decoded WindowsPictures::decode(const std::string& path) {
-    Ahead ahead;
-    {
-        std::unique_lock lock(mutex_);
-        if (wanted_ == path) wanted_.clear();
-        done_.wait(lock, [&] { return working_ != path; });
-        // What was decoded for nothing must not take the room of what is wanted.
-        ahead = std::exchange(ready_, {});
-    }
-    if (ahead.path == path && ahead.stamp == stampOf(path)) return std::move(ahead.decoded);
-    ahead = {};
-    return decodePicture(path);
-}
-
-void WindowsPictures::decodeAhead(const std::string& path) {
-    const std::lock_guard lock(mutex_);
-    if (path.empty() || working_ == path || (ready_.path == path && ready_.stamp == stampOf(path))) return;
-    wanted_ = path;
-    if (busy_) return;
-    if (worker_.joinable()) worker_.join();  // it has ended: it is not busy
-    busy_ = true;
-    worker_ = std::thread([this] { work(); });
-}
-
-void WindowsPictures::work() {
-    std::unique_lock lock(mutex_);
-    while (!wanted_.empty()) {
-        working_ = std::exchange(wanted_, {});
-        Ahead ahead{working_, {}, {}};
-        ready_ = {};
-        lock.unlock();
-        ahead.stamp = stampOf(ahead.path);
-        ahead.decoded = decodePicture(ahead.path);
-        lock.lock();
-        ready_ = std::move(ahead);
-        working_.clear();
-        done_.notify_all();
-    }
-    busy_ = false;
-}
-
-void WindowsPictures::finishHints() {
-    if (worker_.joinable()) worker_.join();
+    const auto until = std::chrono::steady_clock::now() + kLongestWait;
+    const auto isLate = [until] { return std::chrono::steady_clock::now() > until; };
+    Decoded decoded = decodePicture(path, isLate);
+    if (decoded.picture.empty() && isLate()) return {{}, "The picture takes too long to be read."};
+    return decoded;
 }
 
 Picture WindowsPictures::cut(const Picture& whole, const Cell& cell) {
@@ -104,6 +74,6 @@ int WindowsPictures::paintStretched(PictureBox& box, float width, float height) 
     return 0;
 }
 
-std::unique_ptr<Pictures> makePictures() { return std::make_unique<WindowsPictures>(); }
+std::unique_ptr<Pictures> makePictures(const UiPost& post) { return std::make_unique<WindowsPictures>(post); }
 
 }  // namespace corvane

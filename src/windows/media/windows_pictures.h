@@ -1,27 +1,30 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <condition_variable>
 #include <cstdint>
-#include <mutex>
+#include <functional>
+#include <optional>
 #include <string>
-#include <thread>
+#include <utility>
 
 #include "platform/ports.h"
+#include "workers/picture_worker.h"
 
 namespace corvane {
 
-/// Pictures by the system's imaging component: BMP, JPEG, GIF and PNG by their content, whatever the name. A file that
-/// ends too early counts as damaged.
+/// Pictures by readers of our own and the system's imaging component: BMP, JPEG, GIF and PNG by their content, whatever
+/// the name. A file that ends too early counts as damaged.
 class WindowsPictures : public Pictures {
 public:
-    WindowsPictures() = default;
-    ~WindowsPictures() override;
+    explicit WindowsPictures(PictureWorker::Post post);
 
     Decoded decode(const std::string& path) override;
-    void decodeAhead(const std::string& path) override;
-    /// Waits until the worker has nothing to do.
-    void finishHints();
+    std::optional<Decoded> begin(const std::string& path, std::function<void(Decoded)> done) override {
+        return worker_.begin(path, std::move(done));
+    }
+    void giveUp() override { worker_.giveUp(); }
+    void decodeAhead(const std::string& path) override { worker_.decodeAhead(path); }
+    bool isIdle() const { return worker_.isIdle(); }  ///< nothing is being decoded
     Picture cut(const Picture& whole, const Cell& cell) override;
     int paintStretched(PictureBox& box, float width, float height) override;
 
@@ -29,26 +32,7 @@ public:
     static std::int64_t heldPixels();
 
 private:
-    /// What tells a file from a changed one of the same name.
-    struct Stamp {
-        std::uint64_t size = 0, written = 0;
-        bool operator==(const Stamp&) const = default;
-    };
-    struct Ahead {
-        std::string path;
-        Stamp stamp;
-        Decoded decoded;
-    };
-    static Stamp stampOf(const std::string& path);
-    void work();
-
-    std::thread worker_;
-    std::mutex mutex_;  ///< guards what follows
-    std::condition_variable done_;
-    std::string wanted_;   ///< waits for the worker
-    std::string working_;  ///< the worker decodes it
-    bool busy_ = false;    ///< the worker runs
-    Ahead ready_;
+    PictureWorker worker_;
 };
 
 }  // namespace corvane

@@ -9,6 +9,7 @@
 #include "contract/files_contract.h"
 #include "contract/pictures_contract.h"
 #include "contract/timers_contract.h"
+#include "desktop/media/ui_post.h"
 #include "desktop/qt_files.h"
 #include "desktop/qt_loop.h"
 #include "desktop/qt_pictures.h"
@@ -75,23 +76,25 @@ private:
     bool limited_ = false;
 };
 
-class QtPicturesStage : public PicturesStage {
+class QtPicturesStage : public QtStage<PicturesStage> {
 public:
     QtPicturesStage() {
-        test::offscreenApplication();
         QImage halves(40, 30, QImage::Format_RGB32);
         halves.fill(qRgb(255, 0, 0));
         QPainter(&halves).fillRect(20, 0, 20, 30, Qt::blue);
         halves.save(QString::fromStdString(picture()), "BMP");
         folder_.write("broken.bmp", "BM this is no picture");
     }
+    ~QtPicturesStage() override { post_.stop(); }
     Pictures& pictures() override { return pictures_; }
     std::string picture() override { return folder_.in("halves.bmp"); }
     std::string broken() override { return folder_.in("broken.bmp"); }
+    bool isIdle() override { return pictures_.isIdle(); }
 
 private:
     test::TemporaryFolder folder_;
-    QtPictures pictures_;
+    UiPost post_{loop()};
+    QtPictures pictures_{post_};
 };
 
 std::unique_ptr<Stage> makeLoop() { return std::make_unique<QtStage<Stage>>(); }

@@ -50,21 +50,19 @@ private:
     FakeFiles it_{log_};
 };
 
-class FakePicturesStage : public PicturesStage {
+class FakePicturesStage : public FakeStage<PicturesStage> {
 public:
     FakePicturesStage() {
         std::vector<std::uint32_t> pixels;
         for (int i = 0; i < 40 * 30; ++i) pixels.push_back(i % 40 < 20 ? 0xFF0000 : 0x0000FF);
-        it_.add("/halves.bmp", 40, 30, std::move(pixels));
-        it_.addBroken("/broken.bmp", "not a picture");
+        machine.pictures.add("/halves.bmp", 40, 30, std::move(pixels));
+        machine.pictures.addBroken("/broken.bmp", "not a picture");
+        machine.pictures.decodingMs = 5;
     }
-    Pictures& pictures() override { return it_; }
+    Pictures& pictures() override { return machine.pictures; }
     std::string picture() override { return "/halves.bmp"; }
     std::string broken() override { return "/broken.bmp"; }
-
-private:
-    CallLog log_;
-    FakePictures it_{log_};
+    bool isIdle() override { return !machine.pictures.isDecoding(); }
 };
 
 std::unique_ptr<Stage> makeLoop() { return std::make_unique<FakeStage<Stage>>(); }

@@ -28,19 +28,22 @@ std::string bitmap(int width, int height, Colour colour) {
            word(height) + "\x01\0\x18\0"s + word(0) + word(0) + word(0) + word(0) + word(0) + word(0) + pixels;
 }
 
-class WindowsPicturesStage : public PicturesStage {
+class WindowsPicturesStage : public test::LoopStage<PicturesStage> {
 public:
     WindowsPicturesStage() {
         folder_.write("halves.bmp", bitmap(40, 30, [](int x, int) { return x < 20 ? 0xFF0000 : 0x0000FF; }));
         folder_.write("broken.bmp", "BM this is no picture");
     }
+    ~WindowsPicturesStage() override { post_.stop(); }
     Pictures& pictures() override { return pictures_; }
     std::string picture() override { return folder_.in("halves.bmp"); }
     std::string broken() override { return folder_.in("broken.bmp"); }
+    bool isIdle() override { return pictures_.isIdle(); }
 
 private:
     test::ScratchFolder folder_;
-    WindowsPictures pictures_;
+    UiPost post_{loop_};
+    WindowsPictures pictures_{post_};
 };
 
 std::unique_ptr<PicturesStage> makeStage() { return std::make_unique<WindowsPicturesStage>(); }
@@ -62,8 +65,22 @@ protected:
         }
     }
 
+    ~DecodedPictures() override { post_.stop(); }
+    /// What comes of a picture that is begun, at once or later.
+    Pictures::Decoded begin(const std::string& path) {
+        std::optional<Pictures::Decoded> told;
+        if (auto now = pictures_.begin(path, [&told](Pictures::Decoded decoded) { told = decoded; })) return *now;
+        EXPECT_TRUE(loop_.runUntil([&] { return told.has_value(); }, 30'000)) << path;
+        return told.value_or(Pictures::Decoded{});
+    }
+    void finishHints() {
+        ASSERT_TRUE(loop_.runUntil([this] { return pictures_.isIdle(); }, 30'000));
+    }
+
     test::ScratchFolder folder_;
-    WindowsPictures pictures_;
+    WindowsLoop loop_;
+    UiPost post_{loop_};
+    WindowsPictures pictures_{post_};
 };
 
 TEST_F(DecodedPictures, TheSamplesLookAsTheyShould) {
@@ -146,10 +163,10 @@ TEST_F(DecodedPictures, WhatIsHeldIsCountedAndLetGo) {
         const Picture first = pictures_.decode(sample("hills.bmp")).picture;
         EXPECT_EQ(WindowsPictures::heldPixels() - before, 320 * 240);
         pictures_.decodeAhead(sample("sunset.jpg"));
-        pictures_.finishHints();
+        finishHints();
         EXPECT_EQ(WindowsPictures::heldPixels() - before, 2 * 320 * 240);
     }
-    EXPECT_NE(reasonOf(folder_.in("none.jpg")), "") << "lets what was decoded ahead go";
+    EXPECT_NE(begin(folder_.in("none.jpg")).reason, "") << "lets what was decoded ahead go";
     EXPECT_EQ(WindowsPictures::heldPixels(), before);
 }
 
@@ -157,11 +174,11 @@ TEST_F(DecodedPictures, AFileChangedAfterTheHintIsReadAgain) {
     const auto plain = [](int, int) { return 0x123456; };
     const std::string path = folder_.write("a.bmp", bitmap(20, 10, plain));
     pictures_.decodeAhead(path);
-    EXPECT_EQ(pictures_.decode(path).picture.width(), 20);
+    EXPECT_EQ(begin(path).picture.width(), 20);
     pictures_.decodeAhead(path);
-    pictures_.finishHints();
+    finishHints();
     folder_.write("a.bmp", bitmap(50, 10, plain));
-    EXPECT_EQ(pictures_.decode(path).picture.width(), 50);
+    EXPECT_EQ(begin(path).picture.width(), 50);
 }
 
 TEST_F(DecodedPictures, OnlyAbsurdSizesLackMemory) {

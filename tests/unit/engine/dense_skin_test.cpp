@@ -9,7 +9,9 @@ namespace corvane {
 namespace {
 
 struct DenseScreen : FakePictures {
-    explicit DenseScreen(CallLog& log) : FakePictures(log) { add("/s/A.BMP", 10, 4); }
+    DenseScreen(FakeLoop& loop, Schedule& schedule, CallLog& log) : FakePictures(loop, schedule, log) {
+        add("/s/A.BMP", 10, 4);
+    }
     Picture paired(const Picture& plain, std::function<Picture()> dense) override {
         ask = std::move(dense);
         return plain;
@@ -24,7 +26,9 @@ struct DenseScreen : FakePictures {
 
 struct DenseSkin : ::testing::Test {
     CallLog log;
-    DenseScreen screen{log};
+    FakeLoop loop;
+    Schedule schedule;
+    DenseScreen screen{loop, schedule, log};
 };
 
 TEST(DenseNames, StandBeforeTheEnding) {
@@ -46,7 +50,7 @@ TEST_F(DenseSkin, IsReadWhenADenseScreenAsksForIt) {
 }
 
 TEST_F(DenseSkin, IsThePlainOneOnADesktopWithoutDensePictures) {
-    FakePictures plainScreen(log);
+    FakePictures plainScreen(loop, schedule, log);
     plainScreen.add("/s/A.BMP", 10, 4);
     plainScreen.add("/s/A@2X.BMP", 20, 8);
     const Picture plain = plainScreen.decode("/s/A.BMP").picture;

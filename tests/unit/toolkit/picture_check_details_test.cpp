@@ -90,16 +90,5 @@ TEST(PictureCheckDetails, APartOfAJpegIsAsLongAsItSays) {
     EXPECT_FALSE(whole("\xFF\xD8\xFF\xE1\1\x04\xFF\xD9"s + std::string(200, '.') + "\xFF\xD9"s));
 }
 
-TEST(PictureCheckDetails, AGifWithoutAPictureHasNoPlace) {
-    for (const std::string& bytes : {"BM"s, "GIF89a\x0A\0\x08\0\0\0\0;"s}) {
-        Bytes file(bytes);
-        const GifPlace place = gifPlaceOf(file);
-        EXPECT_EQ(place.screenWidth, bytes[0] == 'G' ? 10 : 0);
-        EXPECT_EQ(place.screenHeight, bytes[0] == 'G' ? 8 : 0);
-        EXPECT_EQ(place.left, 0);
-        EXPECT_EQ(place.top, 0);
-    }
-}
-
 }  // namespace
 }  // namespace corvane

@@ -111,26 +111,24 @@ TEST(PictureCheck, ReadsHowAJpegIsToBeTurned) {
     EXPECT_EQ(orientation("BM"), 1);
 }
 
-TEST(PictureCheck, FindsAGifsFirstPictureOnItsScreen) {
-    const std::string screen = "GIF89a\x0A\0\x08\0\x80\0\0"s + "123456"s;  // 10 by 8, two colours
-    const std::string note = "!\xFE\x02hi\0"s;
-    Bytes file(screen + note + "!\xF9\x04\0\0\0\0\0"s + ",\x03\0\x02\0\x05\0\x05\0\0"s);
-    const GifPlace place = gifPlaceOf(file);
-    EXPECT_EQ(place.screenWidth, 10);
-    EXPECT_EQ(place.screenHeight, 8);
-    EXPECT_EQ(place.left, 3);
-    EXPECT_EQ(place.top, 2);
-    Bytes other("BM");
-    EXPECT_EQ(gifPlaceOf(other).screenWidth, 0);
+TEST(PictureBudget, ReducesWhatWouldHoldTooMuch) {
+    const PictureSize largest{6000, 3000}, twice{12000, 6000};
+    ASSERT_EQ(largest.pixels(), kMaxHeldPixels);
+    EXPECT_EQ(sizeToHold(largest, 0), largest);
+    EXPECT_EQ(sizeToHold(twice, 0), largest);
+    EXPECT_EQ(sizeToHold(largest, kMaxHeldTogether - kMaxHeldPixels / 4), (PictureSize{3464, 1732}))
+        << "a third is always free";
+    EXPECT_EQ(sizeToHold({65535, 1}, 0), (PictureSize{65535, 1}));
 }
 
-TEST(PictureBudget, ReducesWhatWouldHoldTooMuch) {
-    EXPECT_EQ(shareToHold(kMaxHeldPixels, 0, false), 1);
-    EXPECT_EQ(shareToHold(kMaxHeldPixels, 0, true), 1);
-    EXPECT_DOUBLE_EQ(shareToHold(4 * kMaxHeldPixels, 0, false), 0.5);
-    EXPECT_DOUBLE_EQ(shareToHold(kMaxHeldPixels, kMaxHeldTogether - kMaxHeldPixels / 2, true), 0.5);
-    EXPECT_DOUBLE_EQ(shareToHold(kMaxHeldPixels, kMaxHeldTogether * 2, false), std::sqrt(1.0 / 3))
-        << "some is always free";
+TEST(PictureBudget, CountsWhatADecoderNeeds) {
+    EXPECT_EQ(roomForPixels(0, 1'000'000), kMaxHeldPixels);
+    EXPECT_EQ(roomForPixels(0, 30'000'000), 6'000'000);
+    EXPECT_EQ(roomForPixels(0, 50'000'000), 6'000'000) << "for as long as it decodes";
+    EXPECT_EQ(roomForPixels(0, 59'000'000), 1'000'000);
+    EXPECT_LT(roomForPixels(0, 60'000'000), 1);
+    EXPECT_LT(roomForPixels(12'000'000, 50'000'000), 1);
+    EXPECT_EQ(sizeToHold({10, 10}, 12'000'000, 50'000'000).pixels(), 0);
 }
 
 }  // namespace

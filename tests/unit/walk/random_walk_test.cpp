@@ -39,6 +39,7 @@ public:
         player.gInterval = static_cast<std::int16_t>(pick(3));
         player.gMovieZoom = static_cast<std::int16_t>(pick(6));
         player.gImageZoom = static_cast<std::int16_t>(pick(6));
+        machine.pictures.decodingMs = pick(3) == 0 ? 0 : pick(900);
         player.gQuickPlay = pick(4) == 0;
         player.gDelayTime = static_cast<std::int16_t>(1 + pick(700));
         player.gWindowPos = static_cast<std::int16_t>(pick(3));
@@ -85,7 +86,11 @@ public:
     }
 
     void expectSane(const std::string& command) {
-        if (!isRunning()) return;
+        EXPECT_EQ(machine.pictures.isDecoding(), player.pictureAwaited) << command;
+        if (!isRunning()) {
+            EXPECT_FALSE(player.pictureAwaited) << command << ": nobody gave the picture up";
+            return;
+        }
         auto& panel = *player.forms.find<MainPanelControls>();
         const bool play = panel.cmdMainPanel[kPlay].Enabled;
         const bool pause = panel.cmdMainPanel[kPause].Enabled;
@@ -379,7 +384,8 @@ private:
         const std::int16_t kind = player.gMediaKind;
         EXPECT_EQ(mci, kind == mkMciFile || kind == mkCDTrack) << command << ", kind " << kind;
         EXPECT_EQ(movie, kind == mkMovie) << command << ", kind " << kind;
-        EXPECT_TRUE(image || kind != mkImage) << command;
+        EXPECT_TRUE(image || player.pictureAwaited || kind != mkImage) << command;
+        EXPECT_TRUE(kind == mkImage || !player.pictureAwaited) << command << ", kind " << kind;
         EXPECT_EQ(machine.media.liveControls(), (mci ? 1 : 0) + (movie ? 1 : 0)) << command;
     }
 
