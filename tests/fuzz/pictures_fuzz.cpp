@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "desktop/jpeg_reader.h"
+#include "desktop/png_reader.h"
+#include "fuzz.h"
+#include "toolkit/picture_file.h"
+#include "unit/toolkit/picture_bytes.h"
+
+/// A picture file of any kind. It is given up after so many questions whether it is wanted: what is large only costs
+/// time, and a decoder that does not ask runs into the limit of one input.
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace corvane;
+    constexpr int kMostQuestions = 600;
+    constexpr std::int64_t kHeld = 35'000'000;  ///< by others: a decoded picture is reduced to six megapixels
+    fuzz::Input input(data, size);
+    test::Bytes file{std::string(input.rest())};
+    int asked = 0;
+    const auto givenUp = [&asked] { return ++asked > kMostQuestions; };
+    const PicturePixels picture = readPicture(file, {kHeld, givenUp}, readJpeg, readPng);
+    fuzz::require(picture.reason.empty() != picture.pixels.empty(), "a picture, or the reason why there is none");
+    fuzz::require(!picture.lacksRoom || !picture.reason.empty(), "it lacks room when it fails");
+    if (picture.pixels.empty()) return 0;
+    const auto [width, height] = picture.held;
+    fuzz::require(width > 0 && height > 0 && width <= picture.full.width && height <= picture.full.height,
+                  "it is held no larger than it is");
+    fuzz::require(static_cast<std::int64_t>(picture.pixels.size()) == picture.held.pixels(), "it has all its pixels");
+    fuzz::require(picture.held.pixels() <= kMaxHeldPixels, "it holds no more than its share");
+    for (const std::uint32_t pixel : picture.pixels) {
+        const std::uint32_t alpha = pixel >> 24U;
+        fuzz::require((pixel >> 16U & 0xFFU) <= alpha && (pixel >> 8U & 0xFFU) <= alpha && (pixel & 0xFFU) <= alpha,
+                      "its colours are multiplied by their alpha");
+    }
+    return 0;
+}
