@@ -22,7 +22,7 @@ namespace corvane {
 namespace {
 
 constexpr int kBytesOfPixel = 4;
-constexpr std::chrono::seconds kLongestWait{10};  ///< for a picture that somebody stands and waits for
+constexpr std::chrono::seconds kLongestWait{5};  ///< for a picture that somebody stands and waits for
 /// From so many pixels on the system takes milliseconds to take back the memory, which the next picture must not wait
 /// for.
 constexpr std::int64_t kSlowToFree = 1'000'000;

@@ -17,7 +17,7 @@ namespace corvane {
 
 namespace {
 
-constexpr std::chrono::seconds kLongestWait{10};  ///< for a picture that somebody stands and waits for
+constexpr std::chrono::seconds kLongestWait{5};  ///< for a picture that somebody stands and waits for
 
 PictureQueue::Stamp stampOf(const std::string& path, const PictureWorker::GiveUp& /*givenUp*/) {
     WIN32_FILE_ATTRIBUTE_DATA file{};

@@ -172,11 +172,29 @@ TEST(BmpReader, RunsThatLeaveThePictureHarmNothing) {
         EXPECT_EQ(picture.reason, "");
         EXPECT_EQ(picture.pixels.size(), 16U);
     }
-    std::string jumps;
-    for (int i = 0; i < 100'000; ++i) jumps += "\0\2\xFF\0"s;
-    EXPECT_EQ(read(bitmapFile(4, 4, {.bits = 8, .compression = 1}, greys(256), jumps)).reason,
-              "The picture is damaged.")
-        << "no end";
+}
+
+/// A header, then the same bytes again and again.
+class Endless : public PictureBytes {
+public:
+    Endless(std::string header, std::string again) : header_(std::move(header)), again_(std::move(again)) {}
+    std::int64_t size() override { return kMaxPictureBytes; }
+    std::string part(std::int64_t from, std::int64_t count) override {
+        std::string bytes;
+        for (std::int64_t i = from; i < std::min(from + count, size()); ++i) {
+            const auto place = static_cast<std::size_t>(i);
+            bytes += place < header_.size() ? header_[place] : again_[(place - header_.size()) % again_.size()];
+        }
+        return bytes;
+    }
+
+private:
+    std::string header_, again_;
+};
+
+TEST(BmpReader, JumpsWithoutAnEndAreDamaged) {
+    Endless file(bitmapFile(4, 4, {.bits = 8, .compression = 1}, greys(256), ""), "\0\2\xFF\0"s);
+    EXPECT_EQ(readPicture(file, {0, never}, none, none).reason, "The picture is damaged.");
 }
 
 TEST(BmpReader, NamesAColourThatItsTableDoesNotHave) {
