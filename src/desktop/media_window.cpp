@@ -98,11 +98,11 @@ bool MediaWindow::isPreparing() const {
 /// A kept window goes to the next picture's place when that is ready, in one step and with the picture behind it: at no
 /// moment is it seen bare, however late the window manager and the painting come.
 void MediaWindow::takeGeometry() {
-    const bool shown = isVisible() && !isMinimized();
-    geometryWaits_ = shown && isPreparing();
+    // A window manager brings a minimised window back that asks for another place.
+    geometryWaits_ = isVisible() && (isMinimized() || isPreparing());
     if (geometryWaits_) return;
     const QRect wanted = geometryOfForm();
-    const bool changesSize = shown && surface_ == nullptr && wanted.size() != size();
+    const bool changesSize = isVisible() && surface_ == nullptr && wanted.size() != size();
     if (changesSize) {
         const double ratio = devicePixelRatioF();
         QImage picture((QSizeF(wanted.size()) * ratio).toSize(), QImage::Format_RGB32);
@@ -114,6 +114,12 @@ void MediaWindow::takeGeometry() {
         behind_.start();
     }
     CanvasWindow::takeGeometry();
+}
+
+void MediaWindow::changeEvent(QEvent* event) {
+    CanvasWindow::changeEvent(event);
+    const bool restored = event->type() == QEvent::WindowStateChange && !isMinimized();
+    if (bound() && restored && geometryWaits_) takeGeometry();
 }
 
 void MediaWindow::retarget() {

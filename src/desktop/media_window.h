@@ -26,6 +26,7 @@ protected:
     void takeGeometry() override;
     void onBound() override;
     void onUnbinding() override;
+    void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
@@ -44,7 +45,7 @@ private:
     MovieSurface* surface_ = nullptr;  ///< the movie control's; null: none
     QSize target_;
     ScaledPicture picture_;
-    bool geometryWaits_ = false;  ///< for the next picture, which is being prepared
+    bool geometryWaits_ = false;  ///< for the next picture, which is being prepared, or for the window to be restored
     QTimer behind_;               ///< how long the picture is kept behind the window
     std::unique_ptr<FullScreenWindow> fullScreen_;
 };

@@ -143,6 +143,23 @@ TEST_F(PictureWindow, GoesToThePlaceOfAPictureThatIsPreparedInOneStepWhenItIsRea
     EXPECT_FALSE(steps.seen.empty());
 }
 
+/// Asked for another place, it would be brought back by the window manager.
+TEST_F(PictureWindow, AMinimisedOneTakesItsNextPlaceWhenItIsRestored) {
+    attach();
+    form.Show();
+    form.WindowState = WindowState::Minimized;
+    const QRect before = widget().geometry();
+    box.Visible = false;
+    form.SetSize(form.Width + 750, form.Height + 300);
+    form.Move(form.Left + 150, form.Top + 450);
+    box.Visible = true;
+    EXPECT_EQ(widget().geometry(), before);
+    EXPECT_EQ(widget().maximumSize(), before.size());
+    EXPECT_TRUE(widget().isMinimized());
+    form.WindowState = WindowState::Normal;
+    EXPECT_EQ(widget().geometry(), QRect(before.topLeft() + QPoint(10, 30), before.size() + QSize(50, 20)));
+}
+
 TEST_F(PictureWindow, MousePositionsAreInPixelsOfTheBoxAlsoWhileItMoves) {
     float x = 0;
     box.MouseMove.tie([&](const MouseArgs& mouse) { x = mouse.x; });
