@@ -25,16 +25,16 @@ namespace {
 
 using Pixels = BitmapPicture::Pixels;
 
-std::atomic<std::int64_t> held{0};
+std::atomic<std::int64_t> heldByAll{0};
 
 /// A decoded picture, counted as long as it lives.
 class DecodedPicture : public BitmapPicture {
 public:
     DecodedPicture(int heldWidth, int heldHeight, Pixels pixels, int fullWidth, int fullHeight)
         : BitmapPicture(heldWidth, heldHeight, std::move(pixels), fullWidth, fullHeight) {
-        held += count();
+        heldByAll += count();
     }
-    ~DecodedPicture() override { held -= count(); }
+    ~DecodedPicture() override { heldByAll -= count(); }
 
 private:
     std::int64_t count() const { return static_cast<std::int64_t>(pixels().size()); }
@@ -159,7 +159,7 @@ PicturePixels readPng(PictureBytes& bytes, const DecodingBounds& bounds) {
 
 }  // namespace
 
-std::int64_t heldPicturePixels() { return held; }
+std::int64_t heldPicturePixels() { return heldByAll; }
 
 Pictures::Decoded decodePicture(const std::string& path, const std::function<bool()>& givenUp) {
     const std::wstring wide = toWide(path);
@@ -169,7 +169,7 @@ Pictures::Decoded decodePicture(const std::string& path, const std::function<boo
     if (!openPlainFile(wide)) return refused("The file cannot be read.");
     FileBytes bytes(wide, givenUp);
     if (!bytes.isOpen()) return refused("The file cannot be read.");
-    PicturePixels decoded = readPicture(bytes, {held, givenUp}, readJpeg, readPng);
+    PicturePixels decoded = readPicture(bytes, {heldByAll, givenUp}, readJpeg, readPng);
     if (!decoded.reason.empty()) return {Picture(), decoded.reason, decoded.lacksRoom};
     return {Picture(std::make_shared<DecodedPicture>(decoded.held.width, decoded.held.height, std::move(decoded.pixels),
                                                      decoded.full.width, decoded.full.height)),

@@ -2,6 +2,7 @@
 #include "contract/pictures_contract.h"
 #include "contract/windows/media_rig.h"
 #include "toolkit/picture_budget.h"
+#include "windows/media/ui_post.h"
 #include "windows/media/windows_pictures.h"
 
 namespace corvane {
