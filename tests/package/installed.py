@@ -119,8 +119,13 @@ class Installed:
         return said(done) if done.returncode else ""
 
     def metadata_are_valid(self):
-        done = run("appstreamcli", "validate", "--no-net", self.share / "metainfo" / "org.corvane.corvane.metainfo.xml")
-        return said(done) if done.returncode else ""
+        file = self.share / "metainfo" / "org.corvane.corvane.metainfo.xml"
+        # Newer judges miss a site, which the project does not have; older ones do not know that complaint.
+        for words in (["--override=url-homepage-missing=info"], []):
+            done = run("appstreamcli", "validate", "--no-net", *words, file)
+            if done.returncode == 0:
+                return ""
+        return said(done)
 
     def every_file_type_is_opened(self):
         """Each extension has a type in the shared database, with our additions, that the desktop file names."""

@@ -4,6 +4,7 @@
 #include <QPaintDevice>
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cmath>
 #include <cstdlib>
 
@@ -14,6 +15,8 @@ namespace corvane {
 
 namespace {
 
+constexpr std::chrono::milliseconds kPictureEnds{500};  // a reader that hangs may keep it from ending at all
+constexpr double kLookSeconds = 0.005;
 constexpr std::size_t kLineAlignment = 64;  // the scaler's fast paths want it
 
 char* apiName() {
@@ -29,7 +32,7 @@ char* formatName() {
 }  // namespace
 
 MovieFrames::MovieFrames(mpv_handle* player, std::function<void()> announce)
-    : announce_(std::move(announce)), pixels_(nullptr, std::free) {
+    : player_(player), announce_(std::move(announce)), pixels_(nullptr, std::free) {
     std::array<mpv_render_param, 2> params{
         {{MPV_RENDER_PARAM_API_TYPE, apiName()}, {MPV_RENDER_PARAM_INVALID, nullptr}}};
     if (movieLibrary().mpv_render_context_create(&context_, player, params.data()) < 0) {
@@ -41,8 +44,25 @@ MovieFrames::MovieFrames(mpv_handle* player, std::function<void()> announce)
 }
 
 MovieFrames::~MovieFrames() {
+    if (context_ == nullptr) return;
     hush();
-    if (context_ != nullptr) movieLibrary().mpv_render_context_free(context_);
+    endPicture();
+    movieLibrary().mpv_render_context_free(context_);
+}
+
+/// Ends the movie's picture while frames are still taken. The library's own end takes none: it waits until one that is
+/// ready is given up, for 200 ms or longer, in some versions for ever.
+void MovieFrames::endPicture() {
+    constexpr std::uint64_t kEnded = ~std::uint64_t{0};  // a tag that no other request has
+    std::array<const char*, 4> words{"set", "vid", "no", nullptr};
+    if (movieLibrary().mpv_command_async(player_, kEnded, words.data()) < 0) return;
+    const auto due = std::chrono::steady_clock::now() + kPictureEnds;
+    while (std::chrono::steady_clock::now() < due) {
+        if ((movieLibrary().mpv_render_context_update(context_) & MPV_RENDER_UPDATE_FRAME) != 0) draw(QSize());
+        const mpv_event* const event = movieLibrary().mpv_wait_event(player_, kLookSeconds);
+        if (event->event_id == MPV_EVENT_COMMAND_REPLY && event->reply_userdata == kEnded) return;
+        if (event->event_id == MPV_EVENT_SHUTDOWN) return;
+    }
 }
 
 void MovieFrames::hush() {

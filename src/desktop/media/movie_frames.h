@@ -18,7 +18,8 @@ namespace corvane {
 /// user-interface thread; the player's own threads only announce frames.
 class MovieFrames {
 public:
-    /// announce: called on any thread when update() should be called soon. Destroy before the player.
+    /// announce: called on any thread when update() should be called soon. Destroy before the player, when nobody else
+    /// takes the player's events any more.
     MovieFrames(mpv_handle* player, std::function<void()> announce);
     MovieFrames(const MovieFrames&) = delete;
     MovieFrames& operator=(const MovieFrames&) = delete;
@@ -39,7 +40,9 @@ public:
 
 private:
     void draw(QSize pixels);
+    void endPicture();
 
+    mpv_handle* player_;
     std::function<void()> announce_;
     mpv_render_context* context_ = nullptr;
     QSize picture_;
