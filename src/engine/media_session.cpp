@@ -40,7 +40,15 @@ MediaSession::MediaSession(Player& player) : player_(player) {
     player_.ports.loop.onStill([this] { look(); });
 }
 
-MediaSession::~MediaSession() { player_.ports.loop.onStill({}); }
+MediaSession::~MediaSession() {
+    player_.ports.loop.onStill({});
+    if (idle_ != nullptr && watched_) idle_->inhibit(false);
+}
+
+bool MediaSession::isWatched() const {
+    if (!state_.ready || state_.status != MediaState::Status::Playing) return false;
+    return player_.gMediaKind == mkMovie || (player_.gMediaKind == mkImage && player_.gInterval > 0);
+}
 
 std::int64_t MediaSession::positionUs() const {
     return status() == MediaState::Status::Stopped ? 0 : openPositionUs(player_);
@@ -74,6 +82,9 @@ void MediaSession::look() {
     }
     const MediaState before = std::exchange(state_, std::move(seen));
     if (state_ != before) Changed.raise();
+    const bool watched = isWatched();
+    if (idle_ != nullptr && watched != watched_) idle_->inhibit(watched);
+    watched_ = watched;
     if (state_.ready) lookAtPosition(before);
     if (player_.ports.loop.held()) BoxUp.raise();
 }

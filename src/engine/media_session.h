@@ -6,6 +6,7 @@
 
 #include "engine/player.h"
 #include "forms/event.h"
+#include "platform/idle_inhibitor.h"
 
 namespace corvane {
 
@@ -51,6 +52,10 @@ public:
     MediaSession(const MediaSession&) = delete;
     MediaSession& operator=(const MediaSession&) = delete;
 
+    /// Idling is inhibited while a movie plays, and while pictures are shown one after the other: what is only heard
+    /// needs no eyes. `idle` outlives this, or is taken back by null.
+    void keepAwakeBy(IdleInhibitor* idle) { idle_ = idle; }
+
     const MediaState& state() const { return state_; }
     std::int64_t positionUs() const;  ///< microseconds from the track's beginning; 0 while stopped
 
@@ -84,8 +89,11 @@ private:
     void lookAtPosition(const MediaState& before);
     void tellPosition(std::int64_t nowUs);
     bool isBusy() const;
+    bool isWatched() const;
 
     Player& player_;
+    IdleInhibitor* idle_ = nullptr;  ///< null: none
+    bool watched_ = false;           ///< as it was told
     MediaState state_;
     std::int16_t trackIndex_ = 0;     ///< gFileIndex when the track got its number
     std::uint32_t trackOpening_ = 0;  ///< Player::opening then

@@ -10,6 +10,7 @@
 
 #include "desktop/about.h"
 #include "desktop/confinement/confinement.h"
+#include "desktop/idle_bus.h"
 #include "desktop/instance.h"
 #include "desktop/linux_desktop.h"
 #include "desktop/mpris.h"
@@ -83,7 +84,9 @@ int runPlayer(CommandLine line, std::string folder) {
     Player player(desktop.ports());
     const EndWithoutDisplay end(desktop, player);
     registerForms(player);
+    IdleBus idle(&Mpris::userBus);
     MediaSession session(player);
+    session.keepAwakeBy(&idle);
     const Mpris mpris(session, desktop.ports().loop, &Mpris::userBus);
     bool started = false;
     desktop.ports().loop.enter([&] { started = startProgram(player); });

@@ -9,6 +9,7 @@
 #include "players/forms.h"
 #include "startup/forms.h"
 #include "windows/api.h"
+#include "windows/idle_state.h"
 #include "windows/media_keys.h"
 #include "windows/windows_desktop.h"
 #include "workers/worker.h"
@@ -45,7 +46,9 @@ void runPlayer(CommandLine line) {
     WindowsDesktop desktop(std::move(line));
     Player player(desktop.ports());
     registerForms(player);
+    IdleState idle;
     MediaSession session(player);
+    session.keepAwakeBy(&idle);
     const MediaKeys keys(session, desktop.loop());
     bool started = false;
     desktop.ports().loop.enter([&] { started = startProgram(player); });

@@ -15,6 +15,7 @@
 #include <memory>
 #include <set>
 
+#include "contract/desktop/private_bus.h"
 #include "fake/player_fixture.h"
 #include "unit/desktop/offscreen.h"
 
@@ -26,36 +27,6 @@ const QString kRoot = QStringLiteral("org.mpris.MediaPlayer2");
 const QString kProperties = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString kPath = QStringLiteral("/org/mpris/MediaPlayer2");
 const QString kName = QStringLiteral("org.mpris.MediaPlayer2.corvane");
-
-/// A message bus of its own for one test.
-class PrivateBus {
-public:
-    PrivateBus() {
-        test::offscreenApplication();
-        daemon_.start(QStringLiteral("dbus-daemon"),
-                      {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
-                       QStringLiteral("--print-address"),
-                       QStringLiteral("--address=unix:path=%1").arg(QString::fromStdString(folder_.in("bus")))});
-        daemon_.waitForReadyRead(10000);
-        address_ = QString::fromLatin1(daemon_.readLine().trimmed());
-    }
-    ~PrivateBus() {
-        for (const QString& name : connections_) QDBusConnection::disconnectFromBus(name);
-        daemon_.kill();
-        daemon_.waitForFinished();
-    }
-    QDBusConnection connect() {
-        static int count = 0;
-        connections_.push_back(QStringLiteral("test%1").arg(++count));
-        return QDBusConnection::connectToBus(address_, connections_.back());
-    }
-
-private:
-    test::TemporaryFolder folder_;
-    QProcess daemon_;
-    QString address_;
-    std::vector<QString> connections_;
-};
 
 /// Keeps what the player tells by itself.
 class Ear : public QObject {
@@ -134,7 +105,7 @@ protected:
         return reply.type() == QDBusMessage::ErrorMessage ? reply.errorName().toStdString() : "";
     }
 
-    PrivateBus bus;
+    test::PrivateBus bus;
     MediaSession session{player};
     Mpris mpris{session, machine.loop, [this] { return bus.connect(); }};
     QDBusConnection client = bus.connect();

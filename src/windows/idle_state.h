@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/idle_inhibitor.h"
+#include "windows/api.h"
+
+namespace corvane {
+
+/// Inhibits idling by the calling thread's execution state, which the system drops when the thread ends.
+class IdleState : public IdleInhibitor {
+public:
+    ~IdleState() override { inhibit(false); }
+    void inhibit(bool on) override {
+        SetThreadExecutionState(on ? ES_CONTINUOUS | ES_DISPLAY_REQUIRED | ES_SYSTEM_REQUIRED : ES_CONTINUOUS);
+    }
+};
+
+}  // namespace corvane
