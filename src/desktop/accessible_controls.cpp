@@ -3,6 +3,8 @@
 
 #include <QVariant>
 
+#include "desktop/shown_text.h"
+
 namespace corvane {
 
 namespace {
@@ -76,7 +78,7 @@ public:
     }
 
 private:
-    QString caption() const { return isValid() ? toQString(static_cast<Label&>(control()).Caption) : QString(); }
+    QString caption() const { return isValid() ? shownText(static_cast<Label&>(control()).Caption) : QString(); }
 
     QString told_;  ///< the caption that was told last; before that nothing is known of an older one
 };
@@ -169,9 +171,9 @@ QRect AccessibleControl::rect() const {
 
 QString AccessibleControl::text(QAccessible::Text which) const {
     if (!isValid()) return {};
-    QString name = toQString(control_->AccessibleName);
+    QString name = shownText(control_->AccessibleName);
     if (which == QAccessible::Name) return name;
-    const QString tip = toQString(control_->ToolTipText);
+    const QString tip = shownText(control_->ToolTipText);
     return which == QAccessible::Description && tip != name ? tip : QString();
 }
 

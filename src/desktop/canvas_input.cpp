@@ -12,6 +12,12 @@
 
 namespace corvane {
 
+namespace {
+
+bool placesItself() { return !QGuiApplication::platformName().startsWith(QLatin1String("wayland")); }
+
+}  // namespace
+
 Pointer::Place CanvasWindow::toForm(QPointF position) const {
     const double unit = static_cast<double>(kTwipsPerPixel) / context().scale;
     return {position.x() * unit, position.y() * unit};
@@ -21,8 +27,10 @@ void CanvasWindow::mousePressEvent(QMouseEvent* event) {
     const int button = buttonCode(event->button());
     if (!bound() || button == 0) return;
     setFocused(nullptr);
-    pressedAt_ = event->globalPosition().toPoint();
-    windowAt_ = pos();
+    if (button == kLeftButton) {
+        pressedAt_ = event->globalPosition().toPoint();
+        windowAt_ = pos();
+    }
     const bool isDouble = event->type() == QEvent::MouseButtonDblClick;
     pointer_.press(button, shiftState(event->modifiers()), toForm(event->position()), isDouble);
 }
@@ -43,18 +51,19 @@ void CanvasWindow::mouseReleaseEvent(QMouseEvent* event) {
     pointer_.release(buttonCode(event->button()), shiftState(event->modifiers()), toForm(event->position()));
 }
 
+/// The grabbed point stays under the pointer. The panel goes with it from the press on; a short way on it is a click
+/// all the same, by a hand that is not quite still. A media window stays until the way is that of a drag.
 void CanvasWindow::dragStep(QPoint globalPosition) {
     const QPoint way = globalPosition - pressedAt_;
-    if (!pointer_.wasMoved()) {
-        if (way.manhattanLength() < QApplication::startDragDistance()) return;
+    if (!pointer_.wasMoved() && way.manhattanLength() >= QApplication::startDragDistance()) {
         pointer_.moved();
-        move(windowAt_ + way);  // the window manager would leave the way so far out
-        if (windowHandle() != nullptr && windowHandle()->startSystemMove()) {
-            pointer_.letGo();  // the window manager has the pointer now: no release will come
+        // Where a window cannot place itself (Wayland) the other side moves it, and leaves the way so far out.
+        if (!placesItself() && windowHandle() != nullptr && windowHandle()->startSystemMove()) {
+            pointer_.lose();  // no release will come
             return;
         }
     }
-    move(windowAt_ + way);
+    if (pointer_.wasMoved() || form().style() == FormStyle::Painted) move(windowAt_ + way);
 }
 
 void CanvasWindow::keyPressEvent(QKeyEvent* event) { keyDown(*event); }

@@ -12,6 +12,8 @@
 #include <vector>
 
 #include "desktop/accessible_form.h"
+#include "desktop/foreign_focus.h"
+#include "desktop/shown_text.h"
 #include "toolkit/window_place.h"
 
 namespace corvane {
@@ -34,7 +36,7 @@ QRectF CanvasWindow::toWidget(const Rectangle& twips) const {
 }
 
 void CanvasWindow::onBound() {
-    setWindowTitle(toQString(form().Caption));
+    setWindowTitle(shownTitle(form().Caption));
     takeGeometry();
     takeVisibility();
     takeWindowState();
@@ -66,7 +68,7 @@ void CanvasWindow::propertyChanged(Control& control, PropertyId property) {
 void CanvasWindow::formChanged(PropertyId property) {
     switch (property) {
         case PropertyId::Caption:
-            setWindowTitle(toQString(form().Caption));
+            setWindowTitle(shownTitle(form().Caption));
             break;
         case PropertyId::Left:
         case PropertyId::Top:
@@ -120,9 +122,15 @@ void CanvasWindow::takeVisibility() {
     if (form().WindowState == WindowState::Minimized) {
         showMinimized();
     } else {
-        show();
-        activate();
+        showBeside();
     }
+}
+
+/// Nobody types into a window that came up by itself: a file that begins while the user is in another program.
+void CanvasWindow::showBeside() {
+    const bool leavesFocus = willLeaveFocus(*this);
+    show();
+    if (!leavesFocus) activate();
 }
 
 void CanvasWindow::takeWindowState() {
@@ -211,7 +219,7 @@ bool CanvasWindow::event(QEvent* event) {
         if (text.isEmpty()) {
             QToolTip::hideText();
         } else {
-            QToolTip::showText(help->globalPos(), text, this, placeOf(control).toAlignedRect());
+            QToolTip::showText(help->globalPos(), plainTip(text), this, placeOf(control).toAlignedRect());
         }
         return true;
     }
@@ -220,7 +228,7 @@ bool CanvasWindow::event(QEvent* event) {
     return QWidget::event(event);
 }
 
-QString CanvasWindow::toolTip(const Control& control) const { return toQString(control.ToolTipText); }
+QString CanvasWindow::toolTip(const Control& control) const { return shownText(control.ToolTipText); }
 
 bool CanvasWindow::focusNextPrevChild(bool /*next*/) { return false; }  // Tab is a key like any other
 
@@ -231,7 +239,11 @@ void CanvasWindow::focusInEvent(QFocusEvent* event) {
 
 void CanvasWindow::focusOutEvent(QFocusEvent* event) {
     QWidget::focusOutEvent(event);
-    if (event->reason() == Qt::PopupFocusReason) pointer_.lose();  // a menu is up: it gets the release
+    focusLost(event->reason());
+}
+
+void CanvasWindow::focusLost(Qt::FocusReason reason) {
+    if (reason == Qt::PopupFocusReason) pointer_.lose();  // a menu is up: it gets the release
     if (bound()) post([this] { form().LostFocus.raise(); });
 }
 

@@ -64,6 +64,7 @@ protected:
     // Also handed over by a surface elsewhere on the screen.
     void keyDown(QKeyEvent& event);
     void keyUp(QKeyEvent& event);
+    void focusLost(Qt::FocusReason reason);
 
     void onBound() override;
     void onUnbinding() override;
@@ -100,6 +101,7 @@ private:
     bool takesMouse() const;
     void clickMiddle(Control& control, int button);
     void dragStep(QPoint globalPosition);
+    void showBeside();  ///< shown, and activated unless the user is in another program
 
     Pointer pointer_{*this};
     QPoint pressedAt_;     ///< of the screen

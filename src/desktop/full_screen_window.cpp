@@ -41,6 +41,9 @@ bool FullScreenWindow::event(QEvent* event) {
         case QEvent::MouseMove:
         case QEvent::MouseButtonRelease:
             return mouse(event);
+        case QEvent::FocusOut:
+            owner_.focusLost(static_cast<QFocusEvent*>(event)->reason());
+            break;
         case QEvent::Show:
             rest_.start();
             break;

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <cmath>
 
+#include "desktop/foreign_focus.h"
 #include "desktop/full_screen_window.h"
 #include "desktop/picture_behind.h"
 #include "desktop/qt_pictures.h"
@@ -146,8 +147,9 @@ void MediaWindow::takeFullScreen() {
     if (wanted) {
         if (!fullScreen_) fullScreen_ = std::make_unique<FullScreenWindow>(*this);
         if (context().screen() != nullptr) fullScreen_->setScreen(context().screen());
+        const bool leavesFocus = willLeaveFocus(*fullScreen_);
         fullScreen_->showFullScreen();
-        fullScreen_->activateWindow();
+        if (!leavesFocus) fullScreen_->activateWindow();
     } else {
         fullScreen_->hide();
     }
@@ -176,9 +178,13 @@ void MediaWindow::paintEvent(QPaintEvent* event) {
 
 /// Pictures on black.
 void MediaWindow::paintPictures(QPainter& painter, const QRegion& region) {
+    if (!bound()) {
+        painter.fillRect(region.boundingRect(), Qt::black);
+        return;
+    }
     QRegion black = region;
     for (const Control* control : form().controls()) {
-        if (!bound() || !control->Visible || control->kind() != ControlKind::PictureBox) continue;
+        if (!control->Visible || control->kind() != ControlKind::PictureBox) continue;
         const auto& box = static_cast<const PictureBox&>(*control);
         // Black under a picture that fills the screen would cost as much again as the picture.
         if (hidesWhatIsBelow(box.Picture)) black -= wholePixels(stretched(box) & place(box));

@@ -8,6 +8,7 @@
 
 #include "desktop/label_text.h"
 #include "desktop/qt_pictures.h"
+#include "desktop/shown_text.h"
 #include "toolkit/painted_layout.h"
 
 namespace corvane {
@@ -44,7 +45,7 @@ Rectangle PaintedWindow::hitRect(const Control& control) const {
         const auto& label = static_cast<const Label&>(control);
         const QFontMetricsF metrics(labelFont(toWidget(labelPlace(form(), label)).height()));
         const double unit = static_cast<double>(kTwipsPerPixel) / context().scale;
-        textTwips = metrics.horizontalAdvance(toQString(label.Caption)) * unit;
+        textTwips = metrics.horizontalAdvance(shownText(label.Caption)) * unit;
     }
     return hitPlace(form(), control, textTwips);
 }
@@ -53,7 +54,7 @@ QString PaintedWindow::toolTip(const Control& control) const {
     QString own = CanvasWindow::toolTip(control);
     if (!own.isEmpty() || control.kind() != ControlKind::Label) return own;
     const auto& label = static_cast<const Label&>(control);
-    const QString text = toQString(label.Caption);
+    const QString text = shownText(label.Caption);
     const QRectF place = toWidget(labelPlace(form(), label));
     return fittingText(text, labelFont(place.height()), place.width()) == text ? QString() : text;
 }
@@ -179,7 +180,7 @@ void PaintedWindow::drawText(QPainter& painter, const Label& label) const {
     painter.setClipRect(place, Qt::IntersectClip);
     painter.setFont(font);
     painter.setPen(toColour(label.ForeColor));
-    const QString text = fittingText(toQString(label.Caption), font, place.width());
+    const QString text = fittingText(shownText(label.Caption), font, place.width());
     painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text);
 }
 

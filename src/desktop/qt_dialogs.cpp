@@ -11,6 +11,8 @@
 #include <algorithm>
 
 #include "desktop/help_window.h"
+#include "desktop/shown_text.h"
+#include "toolkit/access_keys.h"
 
 namespace corvane {
 
@@ -76,6 +78,17 @@ QWidget* parentForBox(const DesktopContext& context) {
     return context.panel && context.panel->isVisible() ? context.panel.data() : nullptr;
 }
 
+QRect screenOf(const QWidget* parent) {
+    const QScreen* const screen = parent != nullptr ? parent->screen() : QGuiApplication::primaryScreen();
+    return screen != nullptr ? screen->availableGeometry() : QRect();
+}
+
+/// A box is as wide as its widest word, and the tool kit cuts it off at this width less icon and margins.
+int widestWord(const QRect& screen) {
+    constexpr int kMost = 850, kLeast = 200, kBeside = 600;
+    return std::clamp(screen.width() - kBeside, kLeast, kMost);
+}
+
 }  // namespace
 
 QtDialogs::QtDialogs(DesktopContext& context) : context_(context) {}
@@ -90,8 +103,11 @@ Answer QtDialogs::messageBox(const std::string& text, const std::string& title, 
     closeMenu();
     QWidget* const parent = parentForBox(context_);
     // Without an owner in Qt's sense: the parent's window may go while the box is up.
-    QMessageBox box(toIcon(icon), toQString(title), toQString(text), QMessageBox::NoButton, nullptr);
-    box.setTextFormat(Qt::PlainText);
+    QMessageBox box;
+    box.setIcon(toIcon(icon));
+    box.setWindowTitle(shownTitle(title));
+    box.setTextFormat(Qt::PlainText);  // before there is a text: what looks like mark-up is obeyed at once
+    box.setText(shownLines(text, box.font(), widestWord(screenOf(parent))));
     box.setWindowModality(Qt::ApplicationModal);
     box.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
     addButtons(box, buttons);
@@ -100,7 +116,7 @@ Answer QtDialogs::messageBox(const std::string& text, const std::string& title, 
         box.winId();  // makes the window, so that it can be told whom it belongs to
         box.windowHandle()->setTransientParent(parent->windowHandle());
         box.adjustSize();
-        const QRect screen = parent->screen()->availableGeometry();
+        const QRect screen = screenOf(parent);
         QRect place = box.rect();
         place.moveCenter(parent->frameGeometry().center());
         place.moveRight(std::min(place.right(), screen.right()));
@@ -120,19 +136,21 @@ void QtDialogs::refuse() {
 }
 
 void QtDialogs::fill(QMenu& menu, const MenuItem& parent) {
+    const AccessKeys keys(parent);
     for (MenuItem* const item : parent.children) {
         if (!item->Visible) continue;
+        const QString caption = toQString(keys.marked(*item, item->Caption));
         if (item->isSeparator()) {
             menu.addSeparator();
             continue;
         }
         if (!item->children.empty()) {
-            QMenu* const sub = menu.addMenu(toQString(item->Caption));
+            QMenu* const sub = menu.addMenu(caption);
             sub->setEnabled(item->Enabled);
             fill(*sub, *item);
             continue;
         }
-        QAction* const action = menu.addAction(toQString(item->Caption));
+        QAction* const action = menu.addAction(caption);
         action->setEnabled(item->Enabled);
         action->setCheckable(item->Checked);
         action->setChecked(item->Checked);

@@ -38,6 +38,9 @@ frmCustom::frmCustom(Player& player) : player_(player) {
     for (CommandButton& button : cmdCustom) {
         button.Click.tie([this, index = button.index()] { cmdCustom_Click(index); });
     }
+    KeyDown.tie([this](const KeyArgs& key) {
+        if (key.keyCode == kKeyF1 && key.shift == 0) player_.ports.dialogs.help();
+    });
     tmrCustom.Tick.tie([this] { tmrCustom_Timer(); });
     tieFields();
 }

@@ -12,7 +12,7 @@ FileListControls::FileListControls()
       imgFileList(this, "imgFileList"),
       fleFileList(this, "fleFileList"),
       cboFileList(controlArray<ComboBox, 4>(this, "cboFileList")),
-      lstFileList(controlArray<ListBox, 2>(this, "lstFileList")),
+      lstFileList(controlArray<TippedListBox, 2>(this, "lstFileList")),
       txtListName(this, "txtListName"),
       hscrFileList(this, "hscrFileList"),
       hscrPageList(this, "hscrPageList"),

@@ -37,6 +37,13 @@ void frmFileList::tieBoxes() {
     drvFileList.Change.tie([this] { drvFileList_Change(); });
     dirFileList.DblClick.tie([this] { boxes_.enterFolder(); });
     dirFileList.Change.tie([this] { boxes_.showFolder(); });
+    // Two files of one name can only be told apart by where they are.
+    lstFileList[0].tipOf = [this](int index) {
+        return index < lstFileList[1].count() ? lstFileList[1].item(index) : std::string();
+    };
+    fleFileList.tipOf = [this](int index) {
+        return joinPath(fleFileList.Path, fleFileList.item(index), player_.ports.files.separator());
+    };
     fleFileList.DblClick.tie([this] { fleFileList_DblClick(); });
     lstFileList[0].DblClick.tie([this] { lstFileList_DblClick(); });
     lstFileList[0].OLEDragDrop.tie([this](const DropData& dropped) { lstFileList_OLEDragDrop(dropped); });
@@ -47,6 +54,9 @@ void frmFileList::tieWindow() {
     Unload.tie([this] { Form_Unload(); });
     Resize.tie([this] { layout_.place(); });
     CloseRequest.tie([this](bool) { cancel(); });
+    KeyDown.tie([this](const KeyArgs& key) {
+        if (key.keyCode == kKeyF1 && key.shift == 0) player_.ports.dialogs.help();
+    });
     MouseDown.tie([this](const MouseArgs& mouse) { dragWindow(mouse); });
     for (Label& label : lblFileList) {
         label.MouseDown.tie([this](const MouseArgs& mouse) { dragWindow(mouse); });

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "engine/player.h"
+#include "forms/item_tips.h"
 #include "listedit/file_boxes.h"
 #include "listedit/layout.h"
 
@@ -33,9 +34,9 @@ public:
     DriveBox drvFileList;
     FolderBox dirFileList;
     Image imgFileList;  ///< the splitter between the folders and the files
-    FileBox fleFileList;
+    TippedFileBox fleFileList;
     std::array<ComboBox, 4> cboFileList;
-    std::array<ListBox, 2> lstFileList;  ///< names, and line for line the paths (never seen)
+    std::array<TippedListBox, 2> lstFileList;  ///< names, and line for line the paths (never seen)
     TextBox txtListName;
     ScrollBar hscrFileList;
     ScrollBar hscrPageList;
@@ -76,6 +77,7 @@ private:
     void reload();
     void save();
     void addSelected();
+    void leaveFiles();
     void addAll();
     void deleteSelected();
     void clearList();

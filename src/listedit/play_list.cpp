@@ -49,16 +49,20 @@ void frmFileList::addFile(const std::string& name) {
 void frmFileList::addSelected() {
     if (fleFileList.ListIndex < 0) return;
     for (const int index : fleFileList.selectedIndices()) addFile(fleFileList.item(index));
+    leaveFiles();
+    fitHorizontalRange();
+}
+
+/// What was added is not added again by the next command.
+void frmFileList::leaveFiles() {
     fleFileList.ListIndex = -1;
     fleFileList.clearSelection();
-    fitHorizontalRange();
 }
 
 void frmFileList::addAll() {
     if (fleFileList.count() == 0) return;
     for (const std::string& name : fleFileList.items()) addFile(name);
-    fleFileList.ListIndex = -1;
-    fleFileList.clearSelection();
+    leaveFiles();
     fitHorizontalRange();
 }
 
@@ -66,6 +70,7 @@ void frmFileList::fleFileList_DblClick() {
     const int index = fleFileList.ListIndex;
     if (index < 0 || index >= fleFileList.count()) return;
     addFile(fleFileList.item(index));
+    leaveFiles();
     fitHorizontalRange();
 }
 

@@ -2,7 +2,6 @@
 #include "toolkit/access_keys.h"
 
 #include <algorithm>
-#include <vector>
 
 namespace corvane {
 
@@ -26,6 +25,10 @@ std::string markable(const Control& control) {
             const auto& label = static_cast<const Label&>(control);
             return label.Labels != nullptr ? label.Caption.get() : std::string();
         }
+        case ControlKind::MenuItem: {
+            const auto& item = static_cast<const MenuItem&>(control);
+            return item.Visible && !item.isSeparator() ? item.Caption.get() : std::string();
+        }
         default:
             return {};
     }
@@ -45,11 +48,12 @@ std::string doubled(const std::string& text) {
 
 }  // namespace
 
-AccessKeys::AccessKeys(const Form& form) {
-    std::vector<const Control*> controls;
-    for (const Control* each : form.controls()) {
-        if (!markable(*each).empty()) controls.push_back(each);
-    }
+AccessKeys::AccessKeys(const Form& form) { chooseFor({form.controls().begin(), form.controls().end()}); }
+
+AccessKeys::AccessKeys(const MenuItem& menu) { chooseFor({menu.children.begin(), menu.children.end()}); }
+
+void AccessKeys::chooseFor(std::vector<const Control*> controls) {
+    std::erase_if(controls, [](const Control* each) { return markable(*each).empty(); });
     std::stable_sort(controls.begin(), controls.end(),
                      [](const Control* a, const Control* b) { return rank(a->kind()) < rank(b->kind()); });
     for (const Control* each : controls) choose(*each, true);

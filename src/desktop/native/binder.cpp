@@ -2,6 +2,7 @@
 #include "desktop/native/binder.h"
 
 #include "desktop/native/native_form_window.h"
+#include "desktop/shown_text.h"
 
 namespace corvane {
 
@@ -28,7 +29,7 @@ void Binder::changed(PropertyId property) {
             widget_->setEnabled(control_.Enabled);
             break;
         case PropertyId::ToolTipText:
-            widget_->setToolTip(toQString(control_.ToolTipText));
+            widget_->setToolTip(plainTip(shownText(control_.ToolTipText)));
             break;
         case PropertyId::Focus:
             widget_->setFocus(Qt::OtherFocusReason);
@@ -38,7 +39,7 @@ void Binder::changed(PropertyId property) {
     }
 }
 
-QString Binder::marked(const std::string& caption) const { return toQString(window_.keys().marked(control_, caption)); }
+QString Binder::marked(const std::string& caption) const { return shownText(window_.keys().marked(control_, caption)); }
 
 void Binder::flush() { widget_->setGeometry(window_.scale().rectangle(control_)); }
 

@@ -8,6 +8,7 @@
 
 #include "desktop/native/binder.h"
 #include "desktop/native/native_form_window.h"
+#include "desktop/shown_text.h"
 
 namespace corvane {
 
@@ -72,12 +73,12 @@ public:
         if (stale_) {
             stale_ = false;
             box().clear();
-            for (const std::string& each : items_.items()) box().addItem(toQString(each));
+            for (const std::string& each : items_.items()) box().addItem(shownText(each));
         }
         if (box().currentIndex() != items_.ListIndex) box().setCurrentIndex(items_.ListIndex);
         if (edit == nullptr) return;
         // A new current item has rewritten the field, also under someone who types.
-        const QString text = toQString(combo_->Text);
+        const QString text = shownText(combo_->Text);
         if (edit->text() == text && before == text) return;
         if (edit->text() != text) edit->setText(text);
         edit->setCursorPosition(before == text ? cursor : 0);
@@ -89,6 +90,10 @@ private:
         box().setEditable(true);
         box().setInsertPolicy(QComboBox::NoInsert);
         box().setCompleter(nullptr);
+        // The tool kit takes a typed text that equals an entry for a choice when the field is left, or at Enter.
+        for (const char* signal : {SIGNAL(editingFinished()), SIGNAL(returnPressed())}) {
+            QObject::disconnect(box().lineEdit(), signal, &box(), nullptr);
+        }
         QObject::connect(box().lineEdit(), &QLineEdit::textEdited, &box(), [this](const QString& text) {
             this->window().run([&] {
                 combo_->ListIndex = -1;

@@ -13,6 +13,7 @@
 #include "desktop/native/binder.h"
 #include "desktop/native/items_model.h"
 #include "desktop/native/native_form_window.h"
+#include "desktop/shown_text.h"
 
 namespace corvane {
 
@@ -20,7 +21,8 @@ namespace {
 
 constexpr int kIndent = 12;  ///< pixels a folder is set in for each level
 
-/// Draws a row: folders set in behind their picture; a cut text is shown whole when the pointer rests on it.
+/// Draws a row: folders set in behind their picture. When the pointer rests on it the item's own tip is shown, or its
+/// text where that is cut.
 class RowDelegate : public QStyledItemDelegate {
 public:
     RowDelegate(bool folders, QObject* parent) : QStyledItemDelegate(parent), folders_(folders) {}
@@ -50,8 +52,10 @@ public:
         const QString text = index.data().toString();
         constexpr int kMargins = 8;
         const bool cut = option.fontMetrics.horizontalAdvance(text) + kMargins > option.rect.width();
-        if (cut) QToolTip::showText(event->globalPos(), text, view);
-        return cut;
+        const QString tip = index.data(Qt::ToolTipRole).toString();
+        if (!cut && tip.isEmpty()) return false;
+        QToolTip::showText(event->globalPos(), plainTip(tip.isEmpty() ? text : tip), view);
+        return true;
     }
 
 protected:

@@ -7,6 +7,7 @@
 #include "desktop/input_map.h"
 #include "desktop/native/binder.h"
 #include "desktop/native/native_form_window.h"
+#include "desktop/shown_text.h"
 
 // Labels and images: what has no keyboard and hands the mouse to its control.
 
@@ -52,7 +53,7 @@ public:
         if (property == PropertyId::Caption) {
             // Without a buddy Qt would show the mark itself.
             const bool hasKey = label_.Labels != nullptr;
-            text().setText(hasKey ? marked(label_.Caption) : toQString(label_.Caption));
+            text().setText(hasKey ? marked(label_.Caption) : shownText(label_.Caption));
         }
         Binder::changed(property);
     }
@@ -62,7 +63,7 @@ public:
         Binder::takeAll();
     }
     QSize wanted() const override {
-        return {text().fontMetrics().horizontalAdvance(toQString(label_.Caption)) + 2, text().fontMetrics().height()};
+        return {text().fontMetrics().horizontalAdvance(shownText(label_.Caption)) + 2, text().fontMetrics().height()};
     }
 
 private:
@@ -91,9 +92,11 @@ protected:
 class HighlightMark : public QWidget {
 public:
     using QWidget::QWidget;
+    bool lit = false;
 
 protected:
     void paintEvent(QPaintEvent* /*event*/) override {
+        if (!lit) return;
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
@@ -105,11 +108,21 @@ protected:
     }
 };
 
-QWidget* imageWidget(const Image& image, QWidget& parent) {
-    // An image that follows the mouse is a handle to drag.
-    if (image.MouseMove.isTied()) return new SplitterHandle(&parent);
-    return new HighlightMark(&parent);
-}
+/// The mark takes clicks for its field whether it is seen or not: only that field's focus lets it be seen.
+class HighlightBinder : public MouseBinder {
+public:
+    HighlightBinder(NativeWindow& window, Image& image, QWidget& parent)
+        : MouseBinder(window, image, new HighlightMark(&parent)) {}
+
+    void changed(PropertyId property) override {
+        if (property != PropertyId::Visible) {
+            Binder::changed(property);
+            return;
+        }
+        static_cast<HighlightMark&>(widget()).lit = control().Visible;
+        widget().update();
+    }
+};
 
 }  // namespace
 
@@ -118,7 +131,9 @@ std::unique_ptr<Binder> makeLabelBinder(NativeWindow& window, Label& label, QWid
 }
 
 std::unique_ptr<Binder> makeImageBinder(NativeWindow& window, Image& image, QWidget& parent) {
-    return std::make_unique<MouseBinder>(window, image, imageWidget(image, parent));
+    // An image that follows the mouse is a handle to drag.
+    if (image.MouseMove.isTied()) return std::make_unique<MouseBinder>(window, image, new SplitterHandle(&parent));
+    return std::make_unique<HighlightBinder>(window, image, parent);
 }
 
 }  // namespace corvane

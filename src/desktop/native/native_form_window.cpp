@@ -12,6 +12,7 @@
 
 #include "desktop/input_map.h"
 #include "desktop/native/quiet_mnemonic_style.h"
+#include "desktop/shown_text.h"
 
 namespace corvane {
 
@@ -144,7 +145,7 @@ void NativeWindow::formChanged(PropertyId property) {
     if (taking_) return;
     switch (property) {
         case PropertyId::Caption:
-            setWindowTitle(toQString(form().Caption));
+            setWindowTitle(shownTitle(form().Caption));
             break;
         case PropertyId::Enabled:
             setEnabled(form().Enabled);
@@ -265,6 +266,7 @@ bool NativeWindow::event(QEvent* event) {
         case QEvent::KeyPress:
         case QEvent::KeyRelease:
             watchAlt(*static_cast<QKeyEvent*>(event));
+            if (takeHelpKey(*static_cast<QKeyEvent*>(event))) return true;
             break;
         case QEvent::WindowActivate:
             if (bound() && form().Activate.isTied()) run([this] { form().Activate.raise(); });
@@ -276,6 +278,14 @@ bool NativeWindow::event(QEvent* event) {
             break;
     }
     return QDialog::event(event);
+}
+
+/// Of the keys, the form is told of F1 alone: the others are its controls'.
+bool NativeWindow::takeHelpKey(const QKeyEvent& event) {
+    if (event.type() != QEvent::KeyPress || event.key() != Qt::Key_F1 || !bound()) return false;
+    if (event.isAutoRepeat() || !form().KeyDown.isTied()) return false;
+    post([this, key = keyArgs(event)] { form().KeyDown.raise(key); });
+    return true;
 }
 
 void NativeWindow::watchAlt(const QKeyEvent& event) {

@@ -14,8 +14,8 @@
 namespace corvane {
 
 /// The window of a dialog form: a widget a control, each kept in step with its control by a binder. Enter presses the
-/// form's Default button, Escape its Cancel button. Key events of the form itself are not raised: its controls take
-/// the keys.
+/// form's Default button, Escape its Cancel button. Of the form's own key events F1 alone is raised: its controls take
+/// the other keys.
 class NativeWindow : public QDialog, public FormWindow {
 public:
     NativeWindow(Form& form, DesktopContext& context);
@@ -67,6 +67,7 @@ private:
     void focusFirst();
     void flush();
     void watchAlt(const QKeyEvent& event);
+    bool takeHelpKey(const QKeyEvent& event);
     void showMnemonics(bool shown);
     void dragStep(const QMouseEvent& event);
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QAbstractSlider>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QSignalBlocker>
@@ -32,6 +33,16 @@ protected:
         update();
         triggerAction(action);
         setRepeatAction(action, kFirstMs, kNextMs);
+    }
+    void keyPressEvent(QKeyEvent* event) override {
+        // The ends are a step beyond the numbers, from where those wrap.
+        if (event->key() == Qt::Key_Home) {
+            setValue(minimum() + 1);
+        } else if (event->key() == Qt::Key_End) {
+            setValue(maximum() - 1);
+        } else {
+            QAbstractSlider::keyPressEvent(event);
+        }
     }
     void mouseReleaseEvent(QMouseEvent* /*event*/) override {
         setRepeatAction(SliderNoAction);

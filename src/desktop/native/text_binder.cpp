@@ -7,6 +7,7 @@
 
 #include "desktop/native/binder.h"
 #include "desktop/native/native_form_window.h"
+#include "desktop/shown_text.h"
 
 namespace corvane {
 
@@ -63,9 +64,9 @@ public:
     }
 
     void changed(PropertyId property) override {
-        if (property == PropertyId::Text && toQString(box_.Text) != edit().text()) {
+        if (property == PropertyId::Text && shownText(box_.Text) != edit().text()) {
             const QSignalBlocker quiet(edit());
-            edit().setText(toQString(box_.Text));
+            edit().setText(shownText(box_.Text));
             edit().setCursorPosition(0);
         }
         if (property == PropertyId::SelStart || property == PropertyId::SelLength) showSelection();

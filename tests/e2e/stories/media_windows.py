@@ -12,7 +12,6 @@ GREEN, VIOLET = "#32A046", "#8232B4"
 HZ = 700
 MOVIE, PICTURE = 1, 2  # their numbers in the list
 COLOURS = {MOVIE: GREEN, PICTURE: VIOLET}
-NEAR = 16  # pixels: the way that makes a press a drag
 
 
 def start(stage, **settings):
@@ -230,4 +229,4 @@ def drags(stage):
 
 
 def near(now, before, across, down):
-    return abs(now.x - before.x - across) <= NEAR and abs(now.y - before.y - down) <= NEAR
+    return (now.x - before.x, now.y - before.y) == (across, down)  # the grabbed point stays under the pointer

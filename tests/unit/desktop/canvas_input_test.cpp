@@ -125,13 +125,39 @@ TEST_F(CanvasInput, ADraggedWindowIsMovedAndNotClicked) {
     form.MouseDown.tie([this](const MouseArgs&) { windows.beginDrag(form); });
     const QPoint before = widget().pos();
     press({150, 50});
-    moveTo({152, 51});
-    EXPECT_EQ(widget().pos(), before) << "a trembling hand drags nothing";
-    moveTo({180, 90});
-    const QPoint moved = widget().pos();
-    EXPECT_EQ(moved, before + QPoint(30, 40));
+    // In the window's own places, as the system tells them: it moves with the pointer.
+    for (const QPoint step : {QPoint(1, 0), QPoint(2, 3), QPoint(27, 37), QPoint(-60, -50)}) {
+        const QPoint now = widget().pos();
+        moveTo(QPoint(150, 50) + step);
+        EXPECT_EQ(widget().pos(), now + step) << "the grabbed point is not under the pointer";
+    }
+    EXPECT_EQ(widget().pos(), before + QPoint(-30, -10));
     release({150, 50});
     EXPECT_EQ(std::count(seen.begin(), seen.end(), "form click"), 0);
+}
+
+TEST_F(CanvasInput, APressThatHardlyMovesIsAClickAllTheSame) {
+    slide.MouseDown.tie([this](const MouseArgs&) { windows.beginDrag(form); });
+    const QPoint before = widget().pos();
+    press({20, 65});
+    moveTo({22, 66});
+    EXPECT_EQ(widget().pos(), before + QPoint(2, 1));
+    release({20, 65});
+    EXPECT_EQ(std::count(seen.begin(), seen.end(), "slide click"), 1);
+}
+
+TEST_F(CanvasInput, AnotherButtonInTheMiddleOfADragLeavesTheGrabbedPointWhereItIs) {
+    form.MouseDown.tie([this](const MouseArgs& mouse) {
+        if (mouse.button == kLeftButton) windows.beginDrag(form);
+    });
+    const QPoint before = widget().pos();
+    press({150, 50});
+    moveTo({180, 90});
+    press({155, 55}, Qt::RightButton);
+    release({155, 55}, Qt::RightButton);
+    moveTo({150, 50});
+    EXPECT_EQ(widget().pos(), before + QPoint(30, 40));
+    release({150, 50});
 }
 
 TEST_F(CanvasInput, AHeldButtonIsLetGoWhenThePanelIsMinimised) {

@@ -120,7 +120,7 @@ TEST_F(PopUpMenu, ShowsTheTreeAndReturnsAtOnce) {
     ASSERT_NE(menu(), nullptr);
     const auto actions = menu()->actions();
     ASSERT_EQ(actions.size(), 3);
-    EXPECT_EQ(actions[0]->text(), "Play");
+    EXPECT_EQ(actions[0]->text().remove('&'), "Play");
     EXPECT_FALSE(actions[0]->isEnabled());
     EXPECT_TRUE(actions[1]->isSeparator());
     ASSERT_NE(actions[2]->menu(), nullptr);
@@ -159,6 +159,19 @@ TEST_F(PopUpMenu, ACommandIsAnEventOfItsOwnOnceTheMenuIsClosed) {
     EXPECT_TRUE(test::waitUntil([this] { return clicks > 0 && loop.depth() == 0; }));
     EXPECT_FALSE(ranInMenu);
     EXPECT_TRUE(test::waitUntil([&] { return up.isNull(); })) << "the menu is kept";
+}
+
+TEST_F(PopUpMenu, EachEntryOfALevelHasALetterOfItsOwn) {
+    MenuItem pause{&form, "mnuPause"};
+    pause.Caption = "Pause";
+    top.children = {&play, &pause, &line, &mode};
+    dialogs.popUp(top);
+    ASSERT_NE(menu(), nullptr);
+    const auto actions = menu()->actions();
+    EXPECT_EQ(actions[0]->text(), "&Play");
+    EXPECT_EQ(actions[1]->text(), "P&ause");
+    EXPECT_EQ(actions[3]->text(), "Play &Mode");
+    menu()->close();
 }
 
 TEST_F(PopUpMenu, LeavesOutWhatIsNotVisible) {

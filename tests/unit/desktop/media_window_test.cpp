@@ -233,6 +233,36 @@ TEST_F(MovieWindow, FillsTheScreenAndHandsInputToTheForm) {
     EXPECT_EQ(movie.target, QSize(200, 100));
 }
 
+/// Alt+Tab: the release of Alt is another program's, and the next key's must not open the menu.
+TEST_F(MovieWindow, TheFormHearsThatItsWholeScreenSurfaceHasLostTheKeyboard) {
+    int lost = 0;
+    form.LostFocus.tie([&] { ++lost; });
+    attach();
+    movie.FullScreenMode(true);
+    QWidget* const whole = wholeScreen();
+    ASSERT_NE(whole, nullptr);
+    settle();
+    lost = 0;
+    QFocusEvent out(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+    QCoreApplication::sendEvent(whole, &out);
+    settle();
+    EXPECT_EQ(lost, 1);
+}
+
+TEST_F(MovieWindow, IsDraggedByItsGrabbedPointOnceTheWayIsThatOfADrag) {
+    movie.MouseDown.tie([this](const MouseArgs&) { windows.beginDrag(form); });
+    attach();
+    const QPoint before = widget().pos();
+    press({100, 50});
+    moveTo({103, 52});
+    EXPECT_EQ(widget().pos(), before) << "a trembling hand drags nothing";
+    moveTo({160, 100});
+    EXPECT_EQ(widget().pos(), before + QPoint(60, 50));
+    moveTo({101, 50});
+    EXPECT_EQ(widget().pos(), before + QPoint(61, 50));
+    release({100, 50});
+}
+
 TEST_F(MovieWindow, TheScreenIsGivenBackWhenTheFormGoes) {
     attach();
     movie.FullScreenMode(true);
