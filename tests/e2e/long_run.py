@@ -22,6 +22,7 @@ from harness.expect import StoryFailure, check, wait  # noqa: E402
 from harness.player import NUMBER_RECORD, REPEAT  # noqa: E402
 from harness.running import NoWatch  # noqa: E402
 from harness.story import Stage, Theatre  # noqa: E402
+import provenance  # noqa: E402
 from session import SessionError  # noqa: E402
 from stories.endurance import handles, own_kb, threads  # noqa: E402
 from stories.mixed import mixed_list  # noqa: E402
@@ -103,7 +104,7 @@ def main():
         with Theatre(options.program, PROJECT / "build" / "e2e", watch=NoWatch()) as theatre:
             stage = Stage(theatre, 1)
             try:
-                print(f"PASS {name} ({play(stage, options.minutes)})")
+                print(f"PASS {name} ({play(stage, options.minutes)}; {provenance.told()})")
             finally:
                 stage.close()
     except (StoryFailure, SessionError) as error:

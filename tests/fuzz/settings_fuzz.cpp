@@ -61,11 +61,12 @@ void checkWriting(std::string_view before, const std::vector<ProfileKey>& keys) 
         const bool replaced = isWanted({keys.begin() + static_cast<std::ptrdiff_t>(i) + 1, keys.end()}, keys[i].first);
         require(replaced || now.get(keys[i].first) == expected(keys[i].second), "what was written is read");
     }
-    auto lost = otherLines(before, keys);
+    const auto kept = otherLines(before, keys);
+    auto next = kept.begin();
     for (const std::string& line : otherLines(after, keys)) {
-        if (!lost.empty() && line == lost.front()) lost.erase(lost.begin());
+        if (next != kept.end() && line == *next) ++next;
     }
-    require(lost.empty(), "no other line is lost");
+    require(next == kept.end(), "no other line is lost");
 }
 
 void checkReading(const std::string& text) {

@@ -8,6 +8,7 @@ nesting are right. TARGET/mutants.json lists them.
 import json
 import pathlib
 import re
+import subprocess
 import sys
 
 from clang import cindex
@@ -19,6 +20,9 @@ PROJECT = HERE.parents[1]
 FIRST_LINE = b'#include "switch.h"\n'
 LEFT_OUT = (("src", "desktop"), ("src", "main"), ("src", "windows"), ("tests", "e2e"))
 FOLDERS = ("engine", "startup", "panel", "players", "listedit", "dialogs", "toolkit")
+DESKTOP_PACKAGES = ("Qt6Widgets", "Qt6DBus", "mpv", "fluidsynth", "libcdio", "libcdio_paranoia", "libcdio_cdda", "libpulse",
+                    "libseccomp", "xcb", "libavformat", "libavcodec", "libavutil", "libswresample")
+DESKTOP_LEFT_OUT, DESKTOP_FOLDERS = (("tests", "e2e"),), ("desktop",)
 
 COMPARISONS = {"<": ("less", "<=", ">="), "<=": ("lessEqual", "<", ">"),
                ">": ("greater", ">=", "<="), ">=": ("greaterEqual", ">", "<")}
@@ -34,6 +38,7 @@ FUNCTIONS = (K.FUNCTION_DECL, K.CXX_METHOD, K.CONSTRUCTOR, K.DESTRUCTOR, K.FUNCT
 SCALARS = {T.BOOL, T.CHAR_U, T.UCHAR, T.CHAR_S, T.SCHAR, T.USHORT, T.UINT, T.ULONG, T.ULONGLONG, T.SHORT, T.INT, T.LONG,
            T.LONGLONG, T.FLOAT, T.DOUBLE, T.ENUM}
 WRITTEN = re.compile(r"[\d.'\"\w]")  # how a constant begins
+MACRO = re.compile(rb"(Q[A-Z]\w*Literal|Q_[A-Z]\w+|[A-Z][A-Z0-9]*_[A-Z0-9_]+)\s*\(")
 TRANSPARENT = (K.UNEXPOSED_EXPR, K.PAREN_EXPR)
 
 
@@ -59,6 +64,10 @@ class File:
         self.bytes = path.read_bytes()
         self.before, self.after, self.replaced = {}, {}, {}
         self.done = set()
+
+    def is_macro(self, offset):
+        """What stands inside of one has no place of its own."""
+        return MACRO.match(self.bytes, offset) is not None
 
     def text(self, start, end):
         return self.bytes[start:end].decode()
@@ -86,8 +95,10 @@ class File:
 
 
 class Rewriter:
-    def __init__(self, source):
+    def __init__(self, source, folders=FOLDERS, headers=True):
         self.source = source
+        self.folders = folders
+        self.headers = headers
         self.files = {}
         self.mutants = []
 
@@ -98,7 +109,8 @@ class Rewriter:
             return None
         if where.name not in self.files:
             path = pathlib.Path(where.name).resolve()
-            inside = self.source in path.parents and path.relative_to(self.source).parts[0] in FOLDERS
+            inside = self.source in path.parents and path.relative_to(self.source).parts[0] in self.folders
+            inside = inside and (self.headers or path.suffix == ".cpp")
             self.files[where.name] = File(path) if inside else None
         return self.files[where.name]
 
@@ -132,7 +144,8 @@ class Rewriter:
             return
         if key not in file.done:
             file.done.add(key)
-            self.place(cursor, file, start, end, mode)
+            if not file.is_macro(start):
+                self.place(cursor, file, start, end, mode)
         for child in self.children(cursor):
             self.walk(child, mode)
 
@@ -359,15 +372,18 @@ class Rewriter:
         file.wrap(start, file.bytes.index(b";", end) + 1, f"{{ if (!{mode[0]}::on({number})) ", " }")
 
 
-def rewrite(target):
-    copy_tree(PROJECT, target, ("CMakeLists.txt", "src", "tests", "PANELSET", "samples"))
+def rewrite(target, desktop=False):
+    """desktop: breaks that of Linux (sources alone, no headers) in a copy of everything; else the portable core."""
+    folders, left_out = (DESKTOP_FOLDERS, DESKTOP_LEFT_OUT) if desktop else (FOLDERS, LEFT_OUT)
+    copied = ("CMakeLists.txt", "cmake", "src", "tests", "PANELSET", "samples", *(("packaging", "docs") if desktop else ()))
+    copy_tree(PROJECT, target, copied, folders, left_out)
     source = target / "plain" / "src"  # what is read must not change meanwhile
-    copy_tree(PROJECT, target / "plain", ("src",))
-    rewriter = Rewriter(source)
+    copy_tree(PROJECT, target / "plain", ("src",), (), left_out)
+    rewriter = Rewriter(source, folders, headers=not desktop)
     index = cindex.Index.create()
-    for folder in FOLDERS:
-        for path in sorted((source / folder).glob("*.cpp")):
-            unit = index.parse(str(path), args=["-std=c++20", "-xc++", f"-I{source}"])
+    for folder in folders:
+        for path in sorted((source / folder).rglob("*.cpp")):
+            unit = index.parse(str(path), args=["-std=c++20", "-xc++", f"-I{source}", *(desktop_flags() if desktop else ())])
             errors = [str(d) for d in unit.diagnostics if d.severity >= cindex.Diagnostic.Error]
             if errors:
                 raise SystemExit(f"rewrite.py: {path.name}: {errors[0]}")
@@ -380,29 +396,35 @@ def rewrite(target):
     return rewriter.mutants
 
 
+def desktop_flags():
+    """What the desktop's libraries want for their headers."""
+    told = subprocess.run(["pkg-config", "--cflags", *DESKTOP_PACKAGES], check=True, capture_output=True, text=True).stdout
+    return told.split()
+
+
 def write_if_changed(path, data):
     path.parent.mkdir(parents=True, exist_ok=True)
     if not path.exists() or path.read_bytes() != data:
         path.write_bytes(data)
 
 
-def copy_tree(source, target, names):
-    """Without the desktop; files that are the same stay, so that little is built again."""
+def copy_tree(source, target, names, folders, left_out):
+    """Files that are the same stay, so that little is built again."""
     kept = set()
     for name in names:
         for path in [source / name, *sorted((source / name).rglob("*"))]:
             inner = path.relative_to(source)
-            if path.is_file() and "__pycache__" not in inner.parts and inner.parts[:2] not in LEFT_OUT:
+            if path.is_file() and "__pycache__" not in inner.parts and inner.parts[:2] not in left_out:
                 kept.add(target / inner)
-                if not is_rewritten(target, inner):
+                if not is_rewritten(target, inner, folders):
                     write_if_changed(target / inner, path.read_bytes())
         for path in [*(target / name).rglob("*")]:
             if path.is_file() and path not in kept:
                 path.unlink()
 
 
-def is_rewritten(target, inner):
-    return inner.parts[0] == "src" and inner.parts[1] in FOLDERS and (target / inner).exists() and \
+def is_rewritten(target, inner, folders):
+    return inner.parts[0] == "src" and inner.parts[1] in folders and (target / inner).exists() and \
         (target / inner).read_bytes().startswith(FIRST_LINE)
 
 

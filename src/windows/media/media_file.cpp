@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "windows/media/media_file.h"
 
-#include <algorithm>
 #include <array>
-#include <cstdint>
 
 #include "windows/plain_file.h"
 
@@ -14,27 +12,7 @@ namespace {
 constexpr DWORD kStart = 1024;             ///< bytes that tell what a file is
 constexpr std::size_t kLongestName = 127;  ///< what MCI takes
 
-bool isControl(char each) {
-    const auto byte = static_cast<std::uint8_t>(each);
-    return byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\r' && byte != 0x1B;
-}
-
-bool isText(std::string_view start) {
-    if (start.starts_with("\xFF\xFE") || start.starts_with("\xFE\xFF")) return start.size() < 4 || start[3] != '\xFF';
-    return std::none_of(start.begin(), start.end(), isControl);
-}
-
 }  // namespace
-
-MediaContent contentOf(std::string_view start) {
-    if (start.starts_with("MThd")) return MediaContent::Midi;
-    if (start.starts_with("RIFF") && start.size() >= 12) {
-        const std::string_view form = start.substr(8, 4);
-        if (form == "RMID") return MediaContent::Midi;
-        if (form == "WAVE") return MediaContent::Wave;
-    }
-    return isText(start) ? MediaContent::Text : MediaContent::Other;
-}
 
 MediaContent contentOfFile(const std::wstring& path) {
     const Handle file = openPlainFile(path);
@@ -43,12 +21,6 @@ MediaContent contentOfFile(const std::wstring& path) {
     DWORD count = 0;
     const bool read = ReadFile(file.get(), bytes.data(), kStart, &count, nullptr) != 0;
     return read ? contentOf({bytes.data(), count}) : MediaContent::Missing;
-}
-
-std::string refusalOf(MediaContent content) {
-    if (content == MediaContent::Missing) return "The file cannot be read.";
-    if (content == MediaContent::Text) return "This is not a file that can be played.";
-    return {};
 }
 
 std::wstring pathForMci(const std::wstring& path) {
