@@ -8,6 +8,7 @@
 #include "panel/forms.h"
 #include "players/forms.h"
 #include "startup/forms.h"
+#include "windows/about.h"
 #include "windows/api.h"
 #include "windows/idle_state.h"
 #include "windows/media_keys.h"
@@ -69,6 +70,7 @@ int WINAPI WinMain(HINSTANCE /*program*/, HINSTANCE /*before*/, char* /*line*/, 
     CommandLine line = commandLineOfProcess();
     if (line.help) return say(helpText());
     if (line.version) return say("corvane " CORVANE_VERSION "\n");
+    if (line.about) return say(aboutText("corvane " CORVANE_VERSION, folderChoiceOfSystem()));
     const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_STANDARD_CLASSES | ICC_WIN95_CLASSES};
     InitCommonControlsEx(&controls);
     const bool ole = SUCCEEDED(OleInitialize(nullptr));  // COM, and what is dragged from other programs

@@ -15,18 +15,6 @@ constexpr std::wstring_view kLongShare = L"\\\\?\\UNC\\";
 
 bool isLetter(wchar_t each) { return (each >= L'A' && each <= L'Z') || (each >= L'a' && each <= L'z'); }
 
-/// "\\machine\share" in upper case; "" where a path lies on none.
-std::wstring shareOf(std::wstring path) {
-    std::replace(path.begin(), path.end(), L'/', L'\\');
-    if (path.starts_with(kLongShare)) path = L"\\\\" + path.substr(kLongShare.size());
-    if (!path.starts_with(L"\\\\") || path.starts_with(kLongForm) || path.starts_with(L"\\\\.\\")) return {};
-    const std::size_t name = path.find(L'\\', 2);
-    if (name == std::wstring::npos || name + 1 >= path.size()) return {};
-    path.resize(std::min(path.find(L'\\', name + 1), path.size()));
-    CharUpperBuffW(path.data(), static_cast<DWORD>(path.size()));
-    return path;
-}
-
 /// The share that the program was started from, and that of the folder it was told to keep its files in.
 const std::array<std::wstring, 2>& ownShares() {
     static const std::array<std::wstring, 2> shares = [] {
@@ -45,6 +33,17 @@ bool isOwnShare(const std::wstring& name) {
 }
 
 }  // namespace
+
+std::wstring shareOf(std::wstring path) {
+    std::replace(path.begin(), path.end(), L'/', L'\\');
+    if (path.starts_with(kLongShare)) path = L"\\\\" + path.substr(kLongShare.size());
+    if (!path.starts_with(L"\\\\") || path.starts_with(kLongForm) || path.starts_with(L"\\\\.\\")) return {};
+    const std::size_t name = path.find(L'\\', 2);
+    if (name == std::wstring::npos || name + 1 >= path.size()) return {};
+    path.resize(std::min(path.find(L'\\', name + 1), path.size()));
+    CharUpperBuffW(path.data(), static_cast<DWORD>(path.size()));
+    return path;
+}
 
 bool isPlainName(const std::wstring& path) {
     std::wstring name = path;

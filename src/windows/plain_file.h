@@ -12,6 +12,9 @@ namespace corvane {
 /// asking for one already sends the user's name and proof of password out. Nothing is opened to find it out.
 bool isPlainName(const std::wstring& path);
 
+/// "\\machine\share" in upper case; "" where a name lies on none.
+std::wstring shareOf(std::wstring path);
+
 /// Opens a file of a disk for reading; an empty handle: there is none, or it cannot be read. Anything else of that name
 /// (a pipe, a console, a serial line) is closed again without being read, and cannot act as this user.
 /// moreFlags: of CreateFile, such as how it is going to be read.

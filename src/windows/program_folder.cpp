@@ -34,15 +34,11 @@ bool isFolder(const std::string& path) {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-/// Asked by doing it: rights alone do not say it.
-bool canBeWritten(const std::string& folder) {
-    const std::string name = folder + "\\.corvane-" + std::to_string(GetCurrentProcessId());
-    return static_cast<bool>(Handle(CreateFileW(systemPath(name).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                                FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr)));
-}
+std::string userFolder(const FolderChoice& choice) { return trimmed(choice.data) + "\\Corvane"; }
 
-std::string userFolder(const FolderChoice& choice) {
-    const std::string folder = trimmed(choice.data) + "\\Corvane";
+/// Makes it, with the shipped skins.
+std::string readyUserFolder(const FolderChoice& choice) {
+    const std::string folder = userFolder(choice);
     const std::string own = folder + '\\' + kSkinFolder;
     const std::string shipped = choice.program + '\\' + kSkinFolder;
     std::error_code failed;
@@ -82,10 +78,21 @@ FolderChoice folderChoiceOfSystem() {
     return choice;
 }
 
-std::string programFolder(const FolderChoice& choice) {
+bool canBeWritten(const std::string& folder) {
+    const std::string name = folder + "\\.corvane-" + std::to_string(GetCurrentProcessId());
+    return static_cast<bool>(Handle(CreateFileW(systemPath(name).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                                FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr)));
+}
+
+std::string namedFolder(const FolderChoice& choice) {
     if (!choice.chosen.empty()) return trimmed(fullPath(choice.chosen));
     if (isFolder(choice.program + '\\' + kSkinFolder) && canBeWritten(choice.program)) return trimmed(choice.program);
     return userFolder(choice);
+}
+
+std::string programFolder(const FolderChoice& choice) {
+    const std::string folder = namedFolder(choice);
+    return choice.chosen.empty() && folder == userFolder(choice) ? readyUserFolder(choice) : folder;
 }
 
 std::string manualFile(const std::string& program) {

@@ -21,6 +21,10 @@ FolderChoice folderChoiceOfSystem();
 /// the skins lie beside the program and it can be written; else a folder of the user's, made where there is none and
 /// given the shipped skins that it was never given.
 std::string programFolder(const FolderChoice& choice);
+/// The same folder, without making it or giving it anything.
+std::string namedFolder(const FolderChoice& choice);
+/// Asked by doing it: rights alone do not say it.
+bool canBeWritten(const std::string& folder);
 
 /// The first page of the manual beside the program; "" when there is none.
 std::string manualFile(const std::string& program);

@@ -7,6 +7,7 @@
 
 #include "toolkit/file_patterns.h"
 #include "windows/api.h"
+#include "windows/far_drives.h"
 #include "windows/handle.h"
 #include "windows/plain_file.h"
 #include "windows/text.h"
@@ -121,6 +122,53 @@ bool canBeReplaced(const std::wstring& path) {
         Handle(CreateFileW(path.c_str(), DELETE | GENERIC_WRITE, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr)));
 }
 
+std::optional<std::string> lookUpNow(const std::string& path) {
+    // A pattern would find a file of another name.
+    if (path.empty() || path.find_first_of("*?<>\"|") != std::string::npos) return std::nullopt;
+    std::optional<std::string> name;
+    forEach(path, [&](const WIN32_FIND_DATAW& found) {
+        if (!isFolder(found.dwFileAttributes)) name = fromWide(found.cFileName);
+    });
+    return name;
+}
+
+bool readableNow(const std::string& folder) {
+    const std::wstring path = systemPath(folder);
+    const DWORD attributes = isPlainName(path) ? GetFileAttributesW(path.c_str()) : INVALID_FILE_ATTRIBUTES;
+    if (attributes == INVALID_FILE_ATTRIBUTES || !isFolder(attributes)) return false;
+    WIN32_FIND_DATAW found{};
+    const HANDLE search = FindFirstFileW(systemPath(inFolder(folder, "*")).c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) return GetLastError() == ERROR_FILE_NOT_FOUND;  // an empty root
+    FindClose(search);
+    return true;
+}
+
+std::optional<std::string> readNow(const std::string& path, std::size_t limit) {
+    const Handle file = openPlainFile(systemPath(path), FILE_FLAG_SEQUENTIAL_SCAN);
+    LARGE_INTEGER size{};
+    if (!file || GetFileSizeEx(file.get(), &size) == 0) return std::nullopt;
+    if (size.QuadPart < 0 || static_cast<unsigned long long>(size.QuadPart) > limit) return std::nullopt;
+    std::string bytes;
+    bytes.reserve(static_cast<std::size_t>(size.QuadPart));
+    constexpr DWORD kAtOnce = 65536;
+    const auto buffer = std::make_unique<char[]>(kAtOnce);
+    while (true) {
+        DWORD got = 0;
+        if (ReadFile(file.get(), buffer.get(), kAtOnce, &got, nullptr) == 0) return std::nullopt;
+        if (got == 0) return bytes;
+        bytes.append(buffer.get(), got);
+        if (bytes.size() > limit) return std::nullopt;
+    }
+}
+
+/// At once, or by a worker where the path lies across the network: what does not answer is as if it were not there.
+template <class T>
+T asked(const std::string& path, std::function<T()> question) {
+    const std::wstring drive = FarDrives::driveOf(systemPath(path));
+    if (drive.empty()) return question();
+    return FarDrives::all().ask<T>(drive, FarDrives::kPatience, std::move(question)).value_or(T{});
+}
+
 }  // namespace
 
 std::wstring systemPath(const std::string& path) {
@@ -133,32 +181,26 @@ std::wstring systemPath(const std::string& path) {
 }
 
 std::optional<std::string> WindowsFiles::lookUp(const std::string& path) {
-    // A pattern would find a file of another name.
-    if (path.empty() || path.find_first_of("*?<>\"|") != std::string::npos) return std::nullopt;
-    std::optional<std::string> name;
-    forEach(path, [&](const WIN32_FIND_DATAW& found) {
-        if (!isFolder(found.dwFileAttributes)) name = fromWide(found.cFileName);
-    });
-    return name;
+    return asked<std::optional<std::string>>(path, [path] { return lookUpNow(path); });
 }
 
 std::vector<std::string> WindowsFiles::list(const std::string& folder, const std::string& patterns) {
-    return entries(folder, false, [&](const std::string& name) { return matchesAnyPattern(name, patterns); });
+    return asked<std::vector<std::string>>(folder, [folder, patterns] {
+        return entries(folder, false, [&](const std::string& name) { return matchesAnyPattern(name, patterns); });
+    });
 }
 
 std::vector<std::string> WindowsFiles::folders(const std::string& folder) {
-    return entries(folder, true, [](const std::string&) { return true; });
+    return asked<std::vector<std::string>>(
+        folder, [folder] { return entries(folder, true, [](const std::string&) { return true; }); });
 }
 
 bool WindowsFiles::readable(const std::string& folder) {
-    const std::wstring path = systemPath(folder);
-    const DWORD attributes = isPlainName(path) ? GetFileAttributesW(path.c_str()) : INVALID_FILE_ATTRIBUTES;
-    if (attributes == INVALID_FILE_ATTRIBUTES || !isFolder(attributes)) return false;
-    WIN32_FIND_DATAW found{};
-    const HANDLE search = FindFirstFileW(systemPath(inFolder(folder, "*")).c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE) return GetLastError() == ERROR_FILE_NOT_FOUND;  // an empty root
-    FindClose(search);
-    return true;
+    return asked<bool>(folder, [folder] { return readableNow(folder); });
+}
+
+std::optional<std::string> WindowsFiles::read(const std::string& path, std::size_t limit) {
+    return asked<std::optional<std::string>>(path, [path, limit] { return readNow(path, limit); });
 }
 
 std::vector<Drive> WindowsFiles::drives() {
@@ -181,24 +223,6 @@ std::vector<Drive> WindowsFiles::drives() {
     }
     CoTaskMemFree(home);
     return found;
-}
-
-std::optional<std::string> WindowsFiles::read(const std::string& path, std::size_t limit) {
-    const Handle file = openPlainFile(systemPath(path), FILE_FLAG_SEQUENTIAL_SCAN);
-    LARGE_INTEGER size{};
-    if (!file || GetFileSizeEx(file.get(), &size) == 0) return std::nullopt;
-    if (size.QuadPart < 0 || static_cast<unsigned long long>(size.QuadPart) > limit) return std::nullopt;
-    std::string bytes;
-    bytes.reserve(static_cast<std::size_t>(size.QuadPart));
-    constexpr DWORD kAtOnce = 65536;
-    const auto buffer = std::make_unique<char[]>(kAtOnce);
-    while (true) {
-        DWORD got = 0;
-        if (ReadFile(file.get(), buffer.get(), kAtOnce, &got, nullptr) == 0) return std::nullopt;
-        if (got == 0) return bytes;
-        bytes.append(buffer.get(), got);
-        if (bytes.size() > limit) return std::nullopt;
-    }
 }
 
 bool WindowsFiles::replace(const std::string& path, std::string_view bytes) {

@@ -1,14 +1,18 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The Windows program on the private desktop, under Wine."""
 
+import time
+
 from wine import Wine, windows_path
 
+from .expect import check, wait
 from .player import Player
 from .running import NoWatch
 from .story import Theatre
 
 # Wine itself answers a signal; no message of it reaches the program.
 BY_A_SIGNAL = {1, 143, -15}
+STANDS_SECONDS = 0.5
 FIRST_START_SECONDS = 60  # the desktop of a new server comes up with the first program
 
 
@@ -29,6 +33,20 @@ class WinePlayer(Player):
         self.process = self._run.process
         if panel:
             self.wait_for_panel(FIRST_START_SECONDS)
+
+    def wait_for_panel(self, seconds=FIRST_START_SECONDS):
+        """The panel has stood for a while: the last picture of the opening, which takes no click, stands as it does."""
+        seen = []
+
+        def stands():
+            check(self.running(), f"the program ended with code {self.process.poll()}")
+            now = self.find_panel()
+            if not seen or not now or now.id != seen[0].id:
+                seen[:] = [now, time.monotonic()] if now else []
+            return now if seen and time.monotonic() - seen[1] >= STANDS_SECONDS else None
+
+        self.window = wait("the panel at its place", stands, seconds)
+        return self.window
 
     def start_another(self, *arguments, **environment):
         return self._start(arguments, environment).process

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "unit/windows/folder_rig.h"
+#include "windows/about.h"
 #include "windows/program_folder.h"
 
 namespace corvane {
@@ -121,6 +122,18 @@ TEST_F(ProgramFolders, AnUpdatesNewSkinsReachTheUser) {
     EXPECT_EQ(programFolder(choice), own);
     EXPECT_EQ(files.read(own + "\\PANELSET\\BRASS.CSV", 10), "new");
     EXPECT_EQ(files.lookUp(own + "\\PANELSET\\DEFAULT.CSV"), std::nullopt) << "what the user deletes stays deleted";
+}
+
+TEST_F(ProgramFolders, AboutTellsWhatIsThereAndMakesNothing) {
+    test::writeFile(folder.in("bin\\PANELSET\\DEFAULT.BMP"), "skin");
+    test::writeFile(folder.in("bin\\PANELSET\\HALF.CSV"), "no picture");
+    const std::string here = aboutText("corvane 1", choice);
+    EXPECT_TRUE(here.starts_with("corvane 1\nFolder:            " + folder.in("bin") + "\n")) << here;
+    EXPECT_NE(here.find("Skins:             DEFAULT\n"), std::string::npos) << here;
+    choice.program = folder.in("elsewhere");
+    const std::string first = aboutText("corvane 1", choice);
+    EXPECT_NE(first.find(folder.in("data\\Corvane") + " (made at the first start)\n"), std::string::npos) << first;
+    EXPECT_FALSE(files.readable(folder.in("data\\Corvane")));
 }
 
 TEST_F(ProgramFolders, AFullPathHasNoDotsOfItsOwn) {
