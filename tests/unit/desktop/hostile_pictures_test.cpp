@@ -234,8 +234,9 @@ TEST(HostilePng, ALargeOneIsHeldReducedAlsoWithItsRowsInterlaced) {
         EXPECT_LE(picture.held.pixels(), kMaxHeldPixels);
         EXPECT_GT(picture.held.pixels(), kMaxHeldPixels * 9 / 10);
         EXPECT_FALSE(picture.seeThrough) << "each pixel has come";
-        if (interlaced)
+        if (interlaced) {
             EXPECT_EQ(picture.pixels.front() & 0xFFU, greyAt(0, 0)) << "one of them, where no row is complete";
+        }
         EXPECT_LT(peak.megabytes(), 130);
     }
 }
