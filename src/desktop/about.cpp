@@ -132,7 +132,7 @@ std::string libraries() {
 void tellAbout(const std::string& version) {
     const FolderChoice choice = folderChoiceOfEnvironment();
     const std::string folder = namedFolder(choice);
-    const std::string runtime = runtimeFolder();
+    const std::string runtime = runtimeFolder(folder);
     const Confinement confined = confine(folder, runtime);
     std::printf("%s\n", version.c_str());
     tell("Program folder", asked(folder, [folder] { return stateOf(folder); }));

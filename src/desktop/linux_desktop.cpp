@@ -33,8 +33,12 @@ LinuxDesktop::LinuxDesktop(CommandLine line, std::string folder)
       closing_([this] { return dialogs_.isBoxUp(); }, [this] { askToClose(); }),
       ports_{loop_, *media_, pictures_, *sound_, files_, windows_, timers_, clock_, dialogs_, process_, random_} {
     dialogs_.setManual(manualFile(folderChoiceOfEnvironment().program));
+    for (const std::string& option : process_.unknownOptions()) tellOnErrors(option + ": there is no such option");
     process_.onEnd([this] { stop(); });
-    process_.instance().onFiles([this](const std::vector<std::string>& files) { windows_.dropFiles({true, files}); });
+    process_.instance().onCall([this](const std::vector<std::string>& files) {
+        if (!files.empty()) windows_.dropFiles({true, files});
+        windows_.bringForward();
+    });
 }
 
 LinuxDesktop::~LinuxDesktop() {

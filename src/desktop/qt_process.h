@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "desktop/command_line.h"
+#include "desktop/error_stream.h"
 #include "desktop/instance.h"
 #include "platform/ports.h"
 
@@ -15,20 +16,24 @@ class QtProcess : public Process {
 public:
     QtProcess(CommandLine line, std::string folder);
 
-    /// A second start hands its files to the first one here; then it ends.
+    /// A second start calls the first one here and hands its files over; then it ends.
     bool onlyInstance() override;
     int platformId() override { return 2; }
     std::string programFolder() override { return folder_; }
     std::string commandLine() override { return line_.names; }
     std::vector<std::string> filesToOpen() override { return line_.files; }
+    void tell(const std::string& line) override { tellOnErrors(line); }
     void end() override;
     bool ending() const override { return ending_; }
 
     /// Stops the desktop: called once, from end().
     void onEnd(std::function<void()> handler) { onEnd_ = std::move(handler); }
     Instance& instance() { return instance_; }
+    const std::vector<std::string>& unknownOptions() const { return line_.unknown; }
 
 private:
+    void callTheFirst();
+
     CommandLine line_;
     std::string folder_;
     Instance instance_;

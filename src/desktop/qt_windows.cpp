@@ -134,6 +134,20 @@ void QtWindows::dropFiles(const DropData& dropped) {
     }
 }
 
+void QtWindows::bringForward() {
+    if (QWidget* const box = QApplication::activeModalWidget()) {
+        box->raise();
+        return box->activateWindow();
+    }
+    context_.loop.post([this] {
+        CanvasWindow* const taker = fileTaker();
+        for (const auto& [form, window] : windows_) {
+            const bool front = taker != nullptr ? window.get() == taker : form->style() == FormStyle::Dialog;
+            if (front && form->Visible) window->bringForward();
+        }
+    });
+}
+
 void QtWindows::requestClose() {
     for (const auto& [form, window] : windows_) {
         auto* const canvas = dynamic_cast<CanvasWindow*>(window.get());

@@ -34,6 +34,8 @@ public:
     FormWindow* windowOf(const Form& form) const;
     /// A drop on the painted form that takes files; kept until there is one.
     void dropFiles(const DropData& dropped);
+    /// Brings the player to the front, restored: the box or dialog that is up, else the form that takes files.
+    void bringForward();
     /// Asks the painted forms to close, as a window manager does.
     void requestClose();
     void hideAll();

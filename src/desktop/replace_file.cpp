@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -22,7 +23,8 @@ namespace corvane {
 namespace {
 
 constexpr int kMaxLinks = 40;
-constexpr std::string_view kBesidePrefix = ".corvane-";
+constexpr int kAttempts = 8;
+constexpr std::string_view kBesidePrefix = ".corvane-save-";
 constexpr std::string_view kBesideRandom = "XXXXXX";
 
 std::string folderOf(const std::string& path) {
@@ -99,6 +101,20 @@ private:
 };
 constexpr int kWriter = 1, kWaiter = 2;
 
+/// A new file in the folder, whose path `beside` becomes. While it is held open, nobody takes it for a leftover.
+Descriptor makeBeside(const std::string& folder, std::string& beside) {
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        beside = folder + '/' + std::string(kBesidePrefix) + std::string(kBesideRandom);
+        Descriptor file(mkostemp(beside.data(), O_CLOEXEC));
+        struct stat made {};
+        if (!file) return file;
+        const bool locked = flock(file.get(), LOCK_EX) == 0 || errno != EINTR;
+        if (locked && fstat(file.get(), &made) == 0 && made.st_nlink > 0) return file;
+        unlink(beside.c_str());  // another start took it for one, between the making and the lock
+    }
+    return {};
+}
+
 bool replaceFile(const std::string& path, std::string_view bytes, Decision& decision) {
     const std::string target = targetOf(path);
     if (target.empty() || target.back() == '/') return false;
@@ -107,8 +123,8 @@ bool replaceFile(const std::string& path, std::string_view bytes, Decision& deci
     if (exists && (!S_ISREG(old.st_mode) || access(target.c_str(), W_OK) != 0)) return false;
 
     const std::string folder = folderOf(target);
-    std::string beside = folder + '/' + std::string(kBesidePrefix) + std::string(kBesideRandom);
-    Descriptor file(mkostemp(beside.data(), O_CLOEXEC));
+    std::string beside;
+    Descriptor file = makeBeside(folder, beside);
     if (!file) return false;
     if (exists) {
         keepOwnership(file.get(), old);
@@ -137,13 +153,24 @@ bool QtFiles::replace(const std::string& path, std::string_view bytes) {
     return replaced.value_or(false);
 }
 
+namespace {
+/// Who writes a file holds its lock: that of a killed program is free.
+void removeLeftover(int folder, const char* name) {
+    const Descriptor file(openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+    struct stat status {};
+    if (!file || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return;
+    if (flock(file.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) return;
+    unlinkat(folder, name, 0);
+}
+}  // namespace
+
 void removeUnfinishedFiles(const std::string& folder) {
     DIR* const entries = opendir(folder.c_str());
     if (entries == nullptr) return;
     while (const dirent* entry = readdir(entries)) {
         const std::string_view name = entry->d_name;
         if (name.starts_with(kBesidePrefix) && name.size() == kBesidePrefix.size() + kBesideRandom.size()) {
-            unlinkat(dirfd(entries), entry->d_name, 0);
+            removeLeftover(dirfd(entries), entry->d_name);
         }
     }
     closedir(entries);

@@ -111,7 +111,7 @@ int main(int argc, char** argv) {
     if (line.about) tellAbout("corvane " CORVANE_VERSION);
     // Before the tool kit begins its threads: what they inherit, none of them gets rid of.
     std::string folder = programFolder(folderChoiceOfEnvironment());
-    confine(folder, runtimeFolder());
+    confine(folder, runtimeFolder(folder));
 
     QCoreApplication::setApplicationName(QStringLiteral("corvane"));
     QCoreApplication::setApplicationVersion(QStringLiteral(CORVANE_VERSION));

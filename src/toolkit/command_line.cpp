@@ -3,6 +3,13 @@
 
 namespace corvane {
 
+namespace {
+/// A name has a dot before its kind.
+bool looksLikeOption(const std::string& argument) {
+    return argument.size() > 1 && argument.front() == '-' && argument.find('.') == std::string::npos;
+}
+}  // namespace
+
 CommandLine readArguments(const std::vector<std::string>& arguments,
                           const std::function<std::string(const std::string&)>& fullPath) {
     CommandLine line;
@@ -18,6 +25,8 @@ CommandLine readArguments(const std::vector<std::string>& arguments,
             line.version = true;
         } else if (argument == "--about") {
             line.about = true;
+        } else if (looksLikeOption(argument)) {
+            line.unknown.push_back(argument);
         } else {
             if (!line.names.empty()) line.names += ' ';
             line.names += argument;

@@ -87,13 +87,45 @@ TEST(KilledSave, TheStoredListIsEntirelyOldOrEntirelyNew) {
 
 TEST(KilledSave, WhatWasLeftBesideTheListGoesAtTheNextStart) {
     const test::TemporaryFolder folder;
-    folder.write(".corvane-a1B2c3", "half a list");
-    folder.write(".corvane-longer-name", "somebody's own");
+    folder.write(".corvane-save-a1B2c3", "half a list");
+    folder.write(".corvane-backup", "somebody's own");
+    folder.write(".corvane-save-longer-name", "somebody's own");
     folder.write("FILE00.INI", "[FILELIST]");
     removeUnfinishedFiles(folder.path());
-    EXPECT_FALSE(std::filesystem::exists(folder.in(".corvane-a1B2c3")));
-    EXPECT_TRUE(std::filesystem::exists(folder.in(".corvane-longer-name")));
+    EXPECT_FALSE(std::filesystem::exists(folder.in(".corvane-save-a1B2c3")));
+    EXPECT_TRUE(std::filesystem::exists(folder.in(".corvane-backup")));
+    EXPECT_TRUE(std::filesystem::exists(folder.in(".corvane-save-longer-name")));
     EXPECT_TRUE(std::filesystem::exists(folder.in("FILE00.INI")));
+}
+
+/// Two players on one folder, as when only one of them has a run-time folder: none takes the other's save for a
+/// leftover.
+TEST(KilledSave, WhatAnotherOneIsWritingIsNoLeftover) {
+    const test::TemporaryFolder folder;
+    const std::string file = folder.in("FILE00.INI");
+    const std::string text(200'000, 'x');
+    std::atomic<bool> done = false;
+    std::thread other([&] {
+        while (!done) removeUnfinishedFiles(folder.path());
+    });
+    int failed = 0;
+    for (int i = 0; i < 200; ++i) failed += QtFiles().replace(file, text) ? 0 : 1;
+    done = true;
+    other.join();
+    EXPECT_EQ(failed, 0);
+    EXPECT_EQ(folder.bytes("FILE00.INI"), text);
+}
+
+TEST(KilledSave, OnlyFilesAreTakenForLeftovers) {
+    const test::TemporaryFolder folder;
+    folder.write("precious", "whole");
+    std::filesystem::create_symlink(folder.in("precious"), folder.in(".corvane-save-a1B2c3"));
+    std::filesystem::create_directory(folder.in(".corvane-save-d4E5f6"));
+    ASSERT_EQ(mkfifo(folder.in(".corvane-save-g7H8i9").c_str(), 0600), 0);
+    removeUnfinishedFiles(folder.path());
+    EXPECT_EQ(folder.bytes("precious"), "whole");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), std::filesystem::directory_iterator()),
+              4);
 }
 
 }  // namespace

@@ -4,14 +4,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <cstdlib>
 #include <functional>
 #include <optional>
-#include <thread>
 
 #include "desktop/command_line.h"
-#include "desktop/instance.h"
 #include "desktop/program_folder.h"
 #include "desktop/window_system.h"
 #include "unit/desktop/offscreen.h"
@@ -242,86 +239,6 @@ TEST_F(ProgramFolders, AReadOnlyProgramFolderIsNotOne) {
                               [this] { return programFolder(choice()) == folder.in("home/.local/share/corvane"); }),
                 ::testing::ExitedWithCode(0), "");
     fs::permissions(folder.in("bin"), fs::perms::owner_all);
-}
-
-struct Instances : ::testing::Test {
-    Instances() { test::offscreenApplication(); }
-    test::TemporaryFolder runtime;
-    Texts got;
-    void listenTo(Instance& instance) {
-        instance.onFiles([this](const Texts& files) { got = files; });
-    }
-};
-
-TEST_F(Instances, OneAFolder) {
-    Instance first("/some/folder", runtime.path());
-    EXPECT_TRUE(first.acquire());
-    EXPECT_TRUE(first.acquire());
-    EXPECT_FALSE(Instance("/some/folder", runtime.path()).acquire());
-    EXPECT_FALSE(Instance("/some/./folder/", runtime.path()).acquire());
-    EXPECT_TRUE(Instance("/other/folder", runtime.path()).acquire());
-}
-
-TEST_F(Instances, TheNextMayStartWhenTheFirstHasGone) {
-    { EXPECT_TRUE(Instance("/some/folder", runtime.path()).acquire()); }
-    EXPECT_TRUE(Instance("/some/folder", runtime.path()).acquire());
-}
-
-TEST_F(Instances, ALaterOneHandsItsFilesOver) {
-    Instance first("/some/folder", runtime.path());
-    listenTo(first);
-    ASSERT_TRUE(first.acquire());
-    Instance second("/some/folder", runtime.path());
-    ASSERT_FALSE(second.acquire());
-    ASSERT_TRUE(second.handOver({"/a b.mp3", "/\xE9.wav"}));
-    EXPECT_TRUE(test::waitUntil([this] { return !got.empty(); }));
-    EXPECT_EQ(got, (Texts{"/a b.mp3", "/\xE9.wav"}));
-}
-
-TEST_F(Instances, ManyFilesAreHandedOverWhole) {
-    Instance first("/some/folder", runtime.path());
-    listenTo(first);
-    ASSERT_TRUE(first.acquire());
-    const Texts many(2000, "/a/folder/with/a/rather/long/name/song.mp3");
-    ASSERT_TRUE(Instance("/some/folder", runtime.path()).handOver(many));
-    EXPECT_TRUE(test::waitUntil([this] { return !got.empty(); }));
-    EXPECT_EQ(got, many);
-}
-
-TEST_F(Instances, OneThatHasOnlyJustBegunTakesFilesAsWell) {
-    std::atomic<bool> done = false;
-    bool taken = false;
-    std::thread sender([&] {
-        taken = Instance("/some/folder", runtime.path()).handOver({"/a.mp3"});
-        done = true;
-    });
-    EXPECT_FALSE(test::waitUntil([&] { return done.load(); }, 200)) << "it did not wait for the first one to listen";
-    Instance first("/some/folder", runtime.path());
-    listenTo(first);
-    EXPECT_TRUE(first.acquire());
-    EXPECT_TRUE(test::waitUntil([this] { return !got.empty(); }));
-    sender.join();
-    EXPECT_TRUE(taken);
-    EXPECT_EQ(got, Texts{"/a.mp3"});
-}
-
-TEST_F(Instances, OneThatTakesNothingIsGivenUp) {
-    Instance first("/some/folder", runtime.path());
-    ASSERT_TRUE(first.acquire());
-    const Texts many(4000, std::string(240, 'x'));  // more than a socket holds while nobody reads
-    QElapsedTimer passed;
-    passed.start();
-    EXPECT_FALSE(Instance("/some/folder", runtime.path()).handOver(many));
-    EXPECT_LT(passed.elapsed(), 10000);
-}
-
-TEST_F(Instances, NobodyIsThereToHandFilesTo) {
-    EXPECT_FALSE(Instance("/some/folder", runtime.path()).handOver({"/a.mp3"}));
-}
-
-TEST_F(Instances, WithoutAPlaceForTheLockAPlayerStartsAllTheSame) {
-    EXPECT_TRUE(Instance("/some/folder", "").acquire());
-    EXPECT_TRUE(Instance("/some/folder", runtime.in("nowhere")).acquire());
 }
 
 }  // namespace
