@@ -73,6 +73,25 @@ def second_start(stage):
     check(stage.player.running(), "the first one has ended")
 
 
+@story("start: a second start brings the panel back to the front and tells which names it leaves out")
+def called_back(stage):
+    stage.player.start()
+    panel = stage.player.window.id
+    stage.desk.tool("windowminimize", "--sync", panel)
+    wait("the panel out of sight", lambda: not stage.desk.windows(pid=stage.player.process.pid))
+    second = stage.player.start_another("--opne", "nothing\x1b[2J.txt")
+    equal(second.wait(10), 0, "exit code of the second start")
+    wait("the panel back", lambda: [window.id for window in stage.desk.windows(pid=stage.player.process.pid)] == [panel])
+    wait("the panel in front", lambda: stage.desk.stacking()[-1] == panel and stage.desk.focused() == panel)
+    for line in ("corvane: --opne: there is no such option", "takes no names but behind --open: nothing?[2J.txt"):
+        wait(f"a line with {line!r}", lambda line=line: line in stage.player.log())
+    third = stage.player.start_another("--open", "/nowhere/a.wav", "/nowhere/b.txt")
+    equal(third.wait(10), 0, "exit code of the third start")
+    wait("why the one is left out", lambda: "/nowhere/b.txt: left out, because it is none" in stage.player.log())
+    wait("why the other is", lambda: "/nowhere/a.wav: left out, because there is no such" in stage.player.log())
+    equal(stage.player.power_off(), 0, "exit code")
+
+
 @story("start: two folders run side by side")
 def two_folders(stage):
     stage.player.start()

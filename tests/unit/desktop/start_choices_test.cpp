@@ -42,6 +42,13 @@ TEST(CommandLines, EachArgumentBehindOpenIsOneFile) {
     EXPECT_EQ(readCommandLine({"--open"}, "/").names, "") << "started from the desktop's menu: the saved list";
 }
 
+TEST(CommandLines, WhatLooksLikeAnOptionIsNoName) {
+    const CommandLine line = readCommandLine({"--opne", "/a.mid", "-x", "-b.mid", "-"}, "/");
+    EXPECT_EQ(line.unknown, (Texts{"--opne", "-x"}));
+    EXPECT_EQ(line.names, "/a.mid -b.mid -");
+    EXPECT_EQ(readCommandLine({"--opne"}, "/").names, "") << "the saved list stays";
+}
+
 TEST(CommandLines, Options) {
     EXPECT_TRUE(readCommandLine({"--help"}, "/").help);
     EXPECT_TRUE(readCommandLine({"-h"}, "/").help);
