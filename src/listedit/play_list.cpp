@@ -34,7 +34,14 @@ void frmFileList::save() {
     const int count = std::min(lstFileList[0].count(), kMaxFiles);
     for (int i = 0; i < count; ++i) list.entries.push_back({lstFileList[0].item(i), lstFileList[1].item(i)});
     const std::string file = currentListFile();
-    if (!writePlayList(player_, file, list)) messageBox(player_, file + " Can't save!!", Buttons::Ok, Icon::Stop);
+    const auto told = [this](const std::string& text) { messageBox(player_, text, Buttons::Ok, Icon::Stop); };
+    if (!writePlayList(player_, file, list)) return told(file + " Can't save!!");
+
+    std::erase_if(list.entries, [](const ListEntry& entry) { return canBeStored(entry.path); });
+    if (list.entries.empty()) return;
+    const std::size_t others = list.entries.size() - 1;
+    told(list.entries.front().path + " Can't save!!\r\nThe path is longer than a list can keep." +
+         (others > 0 ? " So are " + std::to_string(others) + " more." : ""));
 }
 
 void frmFileList::addRow(std::string name, std::string path) {

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <clocale>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -100,6 +101,9 @@ int runPlayer(CommandLine line, std::string folder) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // A reader that has gone and a limit on the size of files are answers to a write, not the end.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     // Buffers of movies and pictures go back to the system when they are freed. By default the limit grows with what
     // was freed, and the heap then keeps some 100 MB after a list of movies.
     mallopt(M_MMAP_THRESHOLD, 512 * 1024);

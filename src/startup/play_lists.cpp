@@ -125,6 +125,8 @@ bool writePlayList(Player& player, const std::string& file, const PlayList& list
     return writeProfileFile(player.ports.files, file, kListSection, keys);
 }
 
+bool canBeStored(std::string_view path) { return path.size() + 1 < kProfileBuffer - 1; }
+
 void loadListAtStart(Player& player) {
     const std::string commandLine = player.ports.process.commandLine();
     if (commandLine.empty()) {

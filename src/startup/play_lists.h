@@ -36,6 +36,9 @@ PlayList readPlayList(Player& player, const std::string& file);
 /// shortened. False: nothing was written.
 bool writePlayList(Player& player, const std::string& file, const PlayList& list);
 
+/// Whether a path comes back whole from a list's file; a longer one is read cut.
+bool canBeStored(std::string_view path);
+
 /// Fills the player's list: with the accepted pieces of the command line when there is one, else from the file of the
 /// current page and list. Without a single entry the list and the panel stay as they are. Files given to be opened then
 /// replace the list, as a drop does.

@@ -73,6 +73,20 @@ def refused_save(stage, kept):
     wait("no box", lambda: not stage.accessibility.find(stage.player.process.pid, holding="Can't save!!"))
 
 
+@story("faults: a limit on the size of files refuses a save, and the player plays on")
+def limited_files(stage):
+    songs = [tone(stage.media / f"song{number}.wav", hz, 5) for number, hz in enumerate((440, 660))]
+    kept = stored_list(stage, *songs)
+    stage.player.start()
+    subprocess.run(["prlimit", f"--pid={stage.player.process.pid}", "--fsize=100"], check=True)
+    refused_save(stage, kept)
+    stage.player.press_control("Cancel")
+    stage.player.press(PLAY)
+    stage.sound.wait_for(440)
+    subprocess.run(["prlimit", f"--pid={stage.player.process.pid}", "--fsize=unlimited"], check=True)
+    equal(stage.player.power_off(), 0, "exit code")
+
+
 def check_sound_is_where_the_time_stands(stage):
     """For some seconds: what sounds is the second that the panel tells; at its change one may be ahead of the other."""
     looks = []

@@ -210,6 +210,24 @@ TEST_F(EditorFixture, ASaveThatFailsSaysSoAndKeepsTheFileAndTheEdits) {
     EXPECT_EQ(editor().txtListName.Text.get(), "Morning");
 }
 
+TEST_F(EditorFixture, APathThatAListCannotKeepIsToldByTheSave) {
+    open();
+    const std::string longest = "/x/" + std::string(502, 'a') + ".wav";
+    ASSERT_EQ(longest.size(), 509U);
+    setRows({{"a.wav", longest}, {"b.wav", "/x/b.wav"}});
+    save();
+    ASSERT_EQ(machine.dialogs.boxes.size(), 1U) << "the question alone";
+    EXPECT_EQ(readPlayList(player, "/app/FILE00.INI").entries.at(0).path, longest);
+
+    setRows({{"a.wav", longest + "2"}, {"b.wav", "/x/b.wav"}, {"c.wav", longest + "34"}});
+    save();
+    ASSERT_EQ(machine.dialogs.boxes.size(), 3U);
+    EXPECT_EQ(machine.dialogs.boxes[2],
+              (FakeDialogs::Box{longest + "2 Can't save!!\r\nThe path is longer than a list can keep. So are 1 more.",
+                                "Corvane", Buttons::Ok, Icon::Stop}));
+    EXPECT_EQ(readPlayList(player, "/app/FILE00.INI").entries.at(1).path, "/x/b.wav") << "the others are saved";
+}
+
 TEST_F(EditorFixture, EntriesPast256StayInTheEditorOnly) {
     open();
     std::vector<ListEntry> rows;
