@@ -67,12 +67,6 @@ void FormWindow::activate() {
     widget()->activateWindow();
 }
 
-void FormWindow::bringForward() {
-    if (!bound()) return;
-    form().WindowState = WindowState::Normal;
-    activate();
-}
-
 void FormWindow::enter(const EventLoop::Handler& handler) {
     if (bound()) context_.loop.enter(handler);
 }

@@ -45,7 +45,6 @@ public:
     virtual QWidget* widget() = 0;                   ///< the top-level widget, owned by this object
     virtual void refresh();                          ///< paints now what has changed
     virtual int textWidth(const std::string& text);  ///< pixels of a form, in the form's font
-    void bringForward();                             ///< the same for a window that may be minimised
     virtual void activate();                         ///< raises the window and gives it the keyboard focus
     virtual void beginDrag() {}                      ///< the left button is down: moves the window with the pointer
 

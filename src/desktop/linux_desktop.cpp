@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <algorithm>
 
+#include "desktop/error_stream.h"
 #include "desktop/program_folder.h"
 
 namespace corvane {

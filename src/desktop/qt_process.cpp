@@ -1,13 +1,33 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "desktop/qt_process.h"
 
+#include <algorithm>
+#include <iterator>
+#include <sstream>
 #include <utility>
 
+#include "desktop/error_stream.h"
 #include "desktop/program_folder.h"
 #include "desktop/qt_files.h"
 #include "engine/mdlPublicFunction.h"
 
 namespace corvane {
+
+namespace {
+
+/// Whether a list takes the name; where it does not, that is told.
+bool isTaken(const std::string& name) {
+    if (name.empty()) return false;
+    if (!mdlPublicFunction::isAcceptedExtension(mdlPublicFunction::GetExtension(name))) {
+        tellOnErrors(name + ": left out, because it is none of the kinds that are played");
+        return false;
+    }
+    const bool isThere = QtFiles().lookUp(name).has_value();
+    if (!isThere) tellOnErrors(name + ": left out, because there is no such file");
+    return isThere;
+}
+
+}  // namespace
 
 QtProcess::QtProcess(CommandLine line, std::string folder)
     : line_(std::move(line)), folder_(std::move(folder)), instance_(folder_, runtimeFolder(folder_)) {}
@@ -16,6 +36,9 @@ bool QtProcess::onlyInstance() {
     if (instance_.acquire()) {
         removeUnfinishedFiles(folder_);
         removeUnfinishedFiles(folder_ + "/" + kSkinFolder);
+        std::istringstream names(line_.names);
+        for (std::string name; std::getline(names, name, ' ');) isTaken(name);
+        for (const std::string& file : line_.files) isTaken(file);
         return true;
     }
     callTheFirst();
@@ -24,23 +47,18 @@ bool QtProcess::onlyInstance() {
 
 void QtProcess::callTheFirst() {
     // The list of the player that runs is not replaced by names alone: they are for a start of their own.
-    if (!line_.names.empty()) tell("The player runs already, and takes no names but behind --open: " + line_.names);
+    if (!line_.names.empty())
+        tellOnErrors("The player runs already, and takes no names but behind --open: " + line_.names);
     std::vector<std::string> files;
-    for (const std::string& file : line_.files) {
-        if (mdlPublicFunction::isAcceptedExtension(mdlPublicFunction::GetExtension(file))) {
-            files.push_back(file);
-        } else {
-            tell(mdlPublicFunction::skippedKind(file));
-        }
-    }
+    std::copy_if(line_.files.begin(), line_.files.end(), std::back_inserter(files), isTaken);
     const std::size_t fitting = Instance::fitting(files);
     if (fitting < files.size()) {
-        tell("More files than can be handed over; the last " + std::to_string(files.size() - fitting) +
-             " are left out.");
+        tellOnErrors("More files than can be handed over; the last " + std::to_string(files.size() - fitting) +
+                     " are left out.");
         files.resize(fitting);
     }
     if (!line_.files.empty() && files.empty()) return;
-    if (!instance_.call(files)) tell("The player that runs does not answer.");
+    if (!instance_.call(files)) tellOnErrors("The player that runs does not answer.");
 }
 
 void QtProcess::end() {

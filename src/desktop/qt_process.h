@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "desktop/command_line.h"
-#include "desktop/error_stream.h"
 #include "desktop/instance.h"
 #include "platform/ports.h"
 
@@ -22,7 +21,6 @@ public:
     std::string programFolder() override { return folder_; }
     std::string commandLine() override { return line_.names; }
     std::vector<std::string> filesToOpen() override { return line_.files; }
-    void tell(const std::string& line) override { tellOnErrors(line); }
     void end() override;
     bool ending() const override { return ending_; }
 

@@ -143,7 +143,9 @@ void QtWindows::bringForward() {
         CanvasWindow* const taker = fileTaker();
         for (const auto& [form, window] : windows_) {
             const bool front = taker != nullptr ? window.get() == taker : form->style() == FormStyle::Dialog;
-            if (front && form->Visible) window->bringForward();
+            if (!front || !form->Visible) continue;
+            window->form().WindowState = WindowState::Normal;
+            window->activate();
         }
     });
 }

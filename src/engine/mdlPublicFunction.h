@@ -19,10 +19,6 @@ std::string GetExtension(std::string_view path);
 std::string GetBaseName(std::string_view path);
 /// One of the 26 extensions that lists and drops accept (given in capitals).
 bool isAcceptedExtension(std::string_view extension);
-/// Lines that say why a name is left out of a list (Process::tell).
-std::string skippedKind(std::string_view name);
-std::string skippedMissing(std::string_view name);
-std::string skippedRest(std::size_t count);  ///< so many, because the list is full
 /// A path whose doubled separator starts at its third character loses one of the two.
 std::string withoutDoubledSeparator(std::string path, char separator);
 /// Format "000" or "00": at least that many digits, the sign kept in front.

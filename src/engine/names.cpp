@@ -125,16 +125,4 @@ std::optional<std::int32_t> parseNumber(std::string_view text) {
     return static_cast<std::int32_t>(std::clamp(rounded, static_cast<double>(kLeast), static_cast<double>(kMost)));
 }
 
-std::string skippedKind(std::string_view name) {
-    return std::string(name) + ": left out, because it is none of the kinds that are played";
-}
-
-std::string skippedMissing(std::string_view name) {
-    return std::string(name) + ": left out, because there is no such file";
-}
-
-std::string skippedRest(std::size_t count) {
-    return std::to_string(count) + " more left out, because a list holds " + std::to_string(mdlDefinePublic::kMaxFiles);
-}
-
 }  // namespace corvane::mdlPublicFunction

@@ -22,22 +22,12 @@ int takeFiles(Player& player, const DropData& dropped) {
     const char separator = player.ports.files.separator();
     std::size_t taken = 0;
     if (dropped.hasFiles) {
-        for (std::size_t i = 0; i < dropped.files.size(); ++i) {
-            const std::string& file = dropped.files[i];
-            if (taken == mdlDefinePublic::kMaxFiles) {
-                player.ports.process.tell(skippedRest(dropped.files.size() - i));
-                break;
-            }
-            if (!isAcceptedExtension(GetExtension(file))) {
-                player.ports.process.tell(skippedKind(file));
-                continue;
-            }
+        for (const std::string& file : dropped.files) {
+            if (taken == mdlDefinePublic::kMaxFiles) break;
+            if (!isAcceptedExtension(GetExtension(file))) continue;
             std::string path = withoutDoubledSeparator(file, separator);
             const auto name = player.ports.files.lookUp(path);
-            if (!name) {
-                player.ports.process.tell(skippedMissing(file));
-                continue;
-            }
+            if (!name) continue;
             player.gFileTitle[taken] = GetBaseName(*name);
             player.gFilePath[taken] = std::move(path);
             ++taken;

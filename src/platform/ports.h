@@ -190,9 +190,6 @@ public:
     virtual std::string programFolder() = 0;             ///< without a trailing separator, unless a root
     virtual std::string commandLine() = 0;               ///< arguments joined by blanks
     virtual std::vector<std::string> filesToOpen() = 0;  ///< files given one by one (--open)
-    /// A line for whoever started the program and looks, such as a name that was skipped; it waits for nobody. A
-    /// desktop whose programs have no such stream leaves it.
-    virtual void tell(const std::string& /*line*/) {}
     /// Ends the program: no event is delivered after this; the call returns.
     virtual void end() = 0;
     virtual bool ending() const = 0;

@@ -63,21 +63,9 @@ void fillFromCommandLine(Player& player, std::string_view commandLine) {
         const std::size_t blank = std::min(commandLine.find(' '), commandLine.size());
         const std::string_view piece = commandLine.substr(0, blank);
         commandLine.remove_prefix(std::min(blank + 1, commandLine.size()));
-        if (piece.empty()) continue;
-        if (!isAcceptedExtension(GetExtension(piece))) {
-            player.ports.process.tell(skippedKind(piece));
-            continue;
-        }
+        if (!isAcceptedExtension(GetExtension(piece))) continue;
         std::string path = withoutDoubledSeparator(std::string(piece), files.separator());
-        if (const auto name = files.lookUp(path)) {
-            filler.add(GetBaseName(*name), std::move(path));
-        } else {
-            player.ports.process.tell(skippedMissing(piece));
-        }
-    }
-    if (!commandLine.empty()) {
-        player.ports.process.tell(
-            skippedRest(1 + static_cast<std::size_t>(std::count(commandLine.begin(), commandLine.end(), ' '))));
+        if (const auto name = files.lookUp(path)) filler.add(GetBaseName(*name), std::move(path));
     }
     filler.finish();
 }

@@ -24,7 +24,6 @@ public:
     std::string programFolder() override { return folder; }
     std::string commandLine() override { return arguments; }
     std::vector<std::string> filesToOpen() override { return opened; }
-    void tell(const std::string& line) override { told.push_back(line); }
     void end() override {
         log_.did("process.end");
         if (!ended_) ended_.emplace(loop_);
@@ -36,7 +35,6 @@ public:
     std::string folder = "/app";
     std::string arguments;
     std::vector<std::string> opened;
-    std::vector<std::string> told;
 
 private:
     EventLoop& loop_;

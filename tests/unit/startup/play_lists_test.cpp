@@ -252,18 +252,6 @@ TEST_F(PlayLists, AMissingFileOfTheCommandLineIsSkipped) {
     EXPECT_EQ(start("/m/a.mid /m/b.mid"), Texts{"b /m/b.mid"});
 }
 
-TEST_F(PlayLists, NamesThatAreLeftOutAreTold) {
-    machine.files.add("/m/b.mid");
-    EXPECT_EQ(start("/m/a.mid  /m/b.mid /m/c.txt"), Texts{"b /m/b.mid"});
-    EXPECT_EQ(machine.process.told, (Texts{"/m/a.mid: left out, because there is no such file",
-                                           "/m/c.txt: left out, because it is none of the kinds that are played"}));
-    std::string many = "/m/b.mid";
-    for (int i = 1; i < 260; ++i) many += " /m/b.mid";
-    machine.process.told.clear();
-    EXPECT_EQ(start(many).size(), 256U);
-    EXPECT_EQ(machine.process.told, Texts{"4 more left out, because a list holds 256"});
-}
-
 TEST_F(PlayLists, AHiddenFileOfTheCommandLineIsTaken) {
     machine.files.addHidden("/m/b.mid");
     EXPECT_EQ(start("/m/b.mid"), Texts{"b /m/b.mid"});
