@@ -37,7 +37,7 @@ LinuxDesktop::LinuxDesktop(CommandLine line, std::string folder)
     for (const std::string& option : process_.unknownOptions()) tellOnErrors(option + ": there is no such option");
     process_.onEnd([this] { stop(); });
     process_.instance().onCall([this](const std::vector<std::string>& files) {
-        if (!files.empty()) windows_.dropFiles({true, files});
+        if (!files.empty()) windows_.dropFiles({true, files, true});
         windows_.bringForward();
     });
 }

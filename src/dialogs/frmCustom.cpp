@@ -7,6 +7,7 @@
 #include "engine/dense_skin.h"
 #include "engine/mdlPublicFunction.h"
 #include "engine/return_to_panel.h"
+#include "panel/skin_builder.h"
 #include "startup/settings.h"
 
 namespace corvane {
@@ -15,6 +16,8 @@ using namespace mdlPublicFunction;
 
 namespace {
 
+constexpr const char* kDefaultBitmap = "DEFAULT.BMP";
+constexpr const char* kDefaultText = "DEFAULT.CSV";
 constexpr const char* kRestartNotice =
     "サウンド出力の設定が変更されました。\r\n"
     "設定は次回の起動から有効になります。\r\n"
@@ -80,11 +83,17 @@ void frmCustom::showKeys() {
     for (std::size_t i = 0; i < kKeys; ++i) txtCustom[i].Text = characterText(player_.*keySettings()[i].code);
 }
 
+std::string frmCustom::skinFolder() const {
+    const char separator = player_.ports.files.separator();
+    std::string folder = player_.ports.process.programFolder();
+    if (folder.empty() || folder.back() != separator) folder += separator;
+    return folder + "PANELSET" + separator;
+}
+
 void frmCustom::showSkins() {
     Files& files = player_.ports.files;
-    std::string folder = player_.ports.process.programFolder();
-    if (folder.empty() || folder.back() != files.separator()) folder += files.separator();
-    folder += "PANELSET";
+    std::string folder = skinFolder();
+    folder.pop_back();
     cboCustom[kBitmaps].setItems(withoutDense(files.list(folder, "*.BMP")));
     cboCustom[kTexts].setItems(files.list(folder, "*.CSV"));
     cboCustom[kBitmaps].Text = player_.gBitmapFileName;
@@ -132,8 +141,21 @@ void frmCustom::tmrCustom_Timer() {
 }
 
 void frmCustom::cmdCustom_Click(int index) {
-    if (index == kOk) store();
+    if (index == kOk) {
+        if (!canShowSkin()) return;
+        store();
+    }
     returnToPanel(player_, kId);
+}
+
+/// A pair that cannot be shown would end every later start with a box. The pair in force was shown by this one.
+bool frmCustom::canShowSkin() {
+    const std::string bitmap = skinName(kBitmaps, kDefaultBitmap);
+    const std::string text = skinName(kTexts, kDefaultText);
+    if (bitmap == player_.gBitmapFileName && text == player_.gTextFileName) return true;
+    const std::string wrong = trySkin(player_.ports, skinFolder() + bitmap, skinFolder() + text);
+    if (!wrong.empty()) messageBox(player_, wrong, Buttons::Ok, Icon::Stop);
+    return wrong.empty();
 }
 
 void frmCustom::store() {
@@ -145,8 +167,8 @@ void frmCustom::store() {
     settings.emplace_back("QUICK", switchText(player_.gQuickPlay));
     settings.emplace_back("DELAYTIME", takeDelay());
     // The skin's paths, and so the skin, change at the next start; the dialog shows the choice at once.
-    player_.gBitmapFileName = skinName(kBitmaps, "DEFAULT.BMP");
-    player_.gTextFileName = skinName(kTexts, "DEFAULT.CSV");
+    player_.gBitmapFileName = skinName(kBitmaps, kDefaultBitmap);
+    player_.gTextFileName = skinName(kTexts, kDefaultText);
     settings.emplace_back("BITMAPFILE", player_.gBitmapFileName);
     settings.emplace_back("TEXTFILE", player_.gTextFileName);
     takeWindowMode();

@@ -70,6 +70,8 @@ private:
     void takeKeys(Settings& settings);
     std::string takeDelay();
     std::string skinName(List list, const char* byDefault) const;
+    std::string skinFolder() const;  ///< with the separator behind it
+    bool canShowSkin();
     void takeWindowMode();
     void putPanel(int insertAfter);
     void takeDevice();

@@ -23,7 +23,9 @@ Form& FormHost::load(FormId id) {
     Form& form = *place;
     ports_.windows.attach(form);
     timers_.attach(form);
-    form.Load.raise();  // may unload the form again: it stays valid until no handler runs
+    ++loading_;
+    form.Load.raise();  // may unload the form again: it stays valid all the same
+    --loading_;
     return form;
 }
 
@@ -36,7 +38,7 @@ void FormHost::unload(FormId id) {
     timers_.detach(*place);
     ports_.windows.detach(*place);
     gone_.push_back(std::move(place));
-    if (ports_.loop.depth() == 0) bury();
+    if (ports_.loop.depth() == 0 && loading_ == 0) bury();
 }
 
 void FormHost::clear() {

@@ -26,7 +26,8 @@ public:
     void registerForm(FormId id, Factory factory);
 
     Form* find(FormId id) const { return loaded_[slot(id)].get(); }
-    /// The loaded form, or a new one of the registered factory after its Load event.
+    /// The loaded form, or a new one of the registered factory after its Load event. One that unloads itself while it
+    /// loads is detached, and valid until the next time that no handler runs any more.
     Form& load(FormId id);
     /// Raises Unload, then detaches. A form that is not loaded: nothing.
     void unload(FormId id);
@@ -56,6 +57,7 @@ private:
     std::array<std::unique_ptr<Form>, 8> loaded_;
     std::array<bool, 8> unloading_{};
     std::vector<std::unique_ptr<Form>> gone_;
+    int loading_ = 0;  ///< Load events that run
 };
 
 }  // namespace corvane

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "engine/player.h"
 
@@ -13,7 +14,8 @@ namespace corvane::mdlPublicFunction {
 
 // --- Names and kinds -------------------------------------------------------------------------------------------------
 
-/// Text after the first "." of the whole path, in capitals; a path without a dot: the whole path in capitals.
+/// Text after the first "." of the whole path, in capitals (text::capitals); a path without a dot: the whole path in
+/// capitals.
 std::string GetExtension(std::string_view path);
 /// Text before the first "."; a path without a dot: the whole path.
 std::string GetBaseName(std::string_view path);
@@ -49,7 +51,8 @@ void ShuffleList(Player& player);
 void OpenImage(Player& player);
 void OpenMovie(Player& player);
 void OpenMciFile(Player& player);
-void OpenCDTrack(Player& player);
+/// False: its number is that of no track, and the failure was shown.
+bool OpenCDTrack(Player& player);
 /// The open file cannot be decoded or cannot go on: it is let go, and the box of a file that cannot be opened asks,
 /// with the reason. When its list has been replaced since, there is nothing to try again or to go on to: the box only
 /// tells, and the player is stopped.
@@ -64,6 +67,9 @@ bool isStillOpen(const Player& player, const Opening& opening);
 void showList(Player& player);
 /// Replaces the list by the files, in order, by the rules of a drop on the panel. Returns how many were taken.
 int takeFiles(Player& player, const DropData& dropped);
+/// Replaces the list by the files and plays its first one, whatever played before. False: none of them can be taken;
+/// nothing was done.
+bool openFiles(Player& player, const std::vector<std::string>& files);
 /// The entries have moved or changed: no custom start or stop position belongs to one any more.
 void clearCustomPositions(Player& player);
 

@@ -215,8 +215,7 @@ MediaSession::Answer MediaSession::open(const std::string& path) {
     if (isBusy()) return Answer::Busy;
     if (!isAcceptedExtension(GetExtension(path))) return Answer::NotSupported;
     if (!player_.ports.files.lookUp(path)) return Answer::Invalid;
-    CloseFile(player_, false);
-    if (takeFiles(player_, {true, {path}}) > 0) PlayFile(player_);
+    openFiles(player_, {path});
     return Answer::Done;
 }
 

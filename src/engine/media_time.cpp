@@ -27,8 +27,6 @@ MovieWindowControls* openMovie(const Player& player) {
     return window != nullptr && window->opened ? window : nullptr;
 }
 
-bool hasEnded(const MovieWindowControls& movie) { return movie.started && movie.amvMovie->State() == kMovieStopped; }
-
 std::int64_t secondsToUs(double seconds) { return std::llround(seconds * static_cast<double>(kSecondUs)); }
 
 std::int64_t packedToUs(std::int32_t tmsf) {
@@ -130,7 +128,7 @@ void seekOpenFile(Player& player, std::int64_t positionUs) {
             setSlider(player, *panel, player.gImageElapsed, player.gLength);
             break;
         case mkMovie:
-            if (movie == nullptr || hasEnded(*movie)) break;
+            if (movie == nullptr || isHandingOver(*movie)) break;
             movie->amvMovie->CurrentPosition(static_cast<double>(positionUs) / static_cast<double>(kSecondUs));
             setTime(*panel, numberText(movie->amvMovie->CurrentPosition()));
             setSlider(player, *panel, movie->amvMovie->CurrentPosition(), player.gLength);

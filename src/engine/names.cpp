@@ -71,9 +71,7 @@ std::optional<Decimal> splitDecimal(std::string_view text) {
 
 std::string GetExtension(std::string_view path) {
     const std::size_t dot = path.find('.');
-    std::string extension(dot == std::string_view::npos ? path : path.substr(dot + 1));
-    std::transform(extension.begin(), extension.end(), extension.begin(), upper);
-    return extension;
+    return text::capitals(dot == std::string_view::npos ? path : path.substr(dot + 1));
 }
 
 std::string GetBaseName(std::string_view path) { return std::string(path.substr(0, path.find('.'))); }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -72,11 +73,11 @@ void dropStaleDevice(Player& player, const Classified& file) {
     player.forms.unload<MciWindowControls>();
 }
 
+/// The last two characters of the name; empty when they are no number. A number below 1 is one, of no track.
 std::optional<std::int16_t> trackNumber(const std::string& path) {
     const std::string name = GetBaseName(path);
-    if (name.size() < 2) return std::nullopt;
-    const auto number = parseNumber(std::string_view(name).substr(name.size() - 2));
-    if (!number || *number < 1) return std::nullopt;
+    const auto number = parseNumber(std::string_view(name).substr(name.size() - std::min<std::size_t>(name.size(), 2)));
+    if (!number) return std::nullopt;
     return static_cast<std::int16_t>(*number);
 }
 
@@ -86,6 +87,7 @@ bool canBeOpened(Player& player, const std::string& path) {
 }
 
 void resumeMovie(Player& player, MovieWindowControls& movie) {
+    if (isHandingOver(movie)) return;  // paused after its end: the next file comes all the same
     if (movie.started) {
         movie.doubleClickedAt = -1;
         if (player.gMovieZoom != kFullScreenZoom) {
@@ -176,7 +178,7 @@ void openFresh(Player& player, MainPanelControls& panel) {
             OpenMciFile(player);
             break;
         default:
-            OpenCDTrack(player);
+            if (!OpenCDTrack(player)) return;
             break;
     }
     storeLength(player);
@@ -238,8 +240,13 @@ void OpenMciFile(Player& player) {
     setTime(*panel, "00:00");
 }
 
-void OpenCDTrack(Player& player) {
+bool OpenCDTrack(Player& player) {
     auto* panel = player.forms.find<MainPanelControls>();
+    const std::int16_t track = trackNumber(currentPath(player)).value_or(0);
+    if (track < 1) {
+        mediaFailed(player, "A disc has no track " + std::to_string(track) + ".");
+        return false;
+    }
     MciControl& mci = *player.forms.load<MciWindowControls>().mmcMci;
     player.gCdTrack = 0;
     mci.Command("Stop");
@@ -248,13 +255,14 @@ void OpenCDTrack(Player& player) {
     mci.Command("Open");
     mci.TimeFormat(kFormatTmsf);
     mci.UpdateInterval(kStatusIntervalMs);
-    player.gCdTrack = trackNumber(currentPath(player)).value_or(1);
+    player.gCdTrack = track;
     mci.Track(player.gCdTrack);
     const std::int32_t start = player.gStartPosition[static_cast<std::size_t>(player.gFileIndex)];
     mci.From(start != 0 && player.gCustomMode != kCustomOff ? start : player.gCdTrack);
     mci.To(trackEnd(player, mci));
     mci.Command("Play");
     setTime(*panel, "00:00");
+    return true;
 }
 
 void OpenMovie(Player& player) {

@@ -35,6 +35,10 @@ void startMovie(Player& player, MovieWindowControls& movie) {
     movie.amvMovie->Run();
 }
 
+bool isHandingOver(const MovieWindowControls& movie) {
+    return movie.started && (movie.tmrMovie.Enabled || movie.amvMovie->State() == kMovieStopped);
+}
+
 std::int32_t trackEnd(const Player& player, MciControl& mci) {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(mci.TrackLength()) << 8U) + player.gCdTrack;
 }

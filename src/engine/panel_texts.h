@@ -26,6 +26,8 @@ void closeMedia(Player& player, MainPanelControls& panel, bool keepImage);
 void askAboutFile(Player& player, const std::string& path, const std::string& reason);
 /// The movie starts after its delay, or when it is resumed: at the custom start position when that is in force.
 void startMovie(Player& player, MovieWindowControls& movie);
+/// The movie has ended, or quick play has ended it, and the delay before the next file runs: it is not brought back.
+bool isHandingOver(const MovieWindowControls& movie);
 /// The end of the current CD track in packed form.
 std::int32_t trackEnd(const Player& player, MciControl& mci);
 /// Plays from a position of the current CD track and holds there at once.

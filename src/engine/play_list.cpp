@@ -18,20 +18,30 @@ void showList(Player& player) {
     setPanelCaption(player, kTotalLabel, any ? std::to_string(player.gFileCount) : "");
 }
 
-int takeFiles(Player& player, const DropData& dropped) {
-    const char separator = player.ports.files.separator();
-    std::size_t taken = 0;
-    if (dropped.hasFiles) {
-        for (const std::string& file : dropped.files) {
-            if (taken == mdlDefinePublic::kMaxFiles) break;
-            if (!isAcceptedExtension(GetExtension(file))) continue;
-            std::string path = withoutDoubledSeparator(file, separator);
-            const auto name = player.ports.files.lookUp(path);
-            if (!name) continue;
-            player.gFileTitle[taken] = GetBaseName(*name);
-            player.gFilePath[taken] = std::move(path);
-            ++taken;
-        }
+namespace {
+
+struct Entry {
+    std::string title;
+    std::string path;
+};
+
+/// The files that a list takes, in order, by the rules of a drop.
+std::vector<Entry> usable(Player& player, const std::vector<std::string>& files) {
+    std::vector<Entry> entries;
+    for (const std::string& file : files) {
+        if (entries.size() == mdlDefinePublic::kMaxFiles) break;
+        if (!isAcceptedExtension(GetExtension(file))) continue;
+        std::string path = withoutDoubledSeparator(file, player.ports.files.separator());
+        if (const auto name = player.ports.files.lookUp(path)) entries.push_back({GetBaseName(*name), std::move(path)});
+    }
+    return entries;
+}
+
+void replaceList(Player& player, std::vector<Entry> entries) {
+    const std::size_t taken = entries.size();
+    for (std::size_t i = 0; i < taken; ++i) {
+        player.gFileTitle[i] = std::move(entries[i].title);
+        player.gFilePath[i] = std::move(entries[i].path);
     }
     player.gFileCount = static_cast<std::int16_t>(taken);
     player.gFileIndex = 0;
@@ -42,7 +52,22 @@ int takeFiles(Player& player, const DropData& dropped) {
     if (auto* panel = player.forms.find<MainPanelControls>()) {
         panel->lblMainPanel[kTimeLabel].ToolTipText = "";
     }
-    return static_cast<int>(taken);
+}
+
+}  // namespace
+
+int takeFiles(Player& player, const DropData& dropped) {
+    replaceList(player, dropped.hasFiles ? usable(player, dropped.files) : std::vector<Entry>());
+    return player.gFileCount;
+}
+
+bool openFiles(Player& player, const std::vector<std::string>& files) {
+    std::vector<Entry> entries = usable(player, files);
+    if (entries.empty()) return false;
+    CloseFile(player, false);
+    replaceList(player, std::move(entries));
+    PlayFile(player);
+    return true;
 }
 
 void ShuffleList(Player& player) {

@@ -25,9 +25,10 @@ struct Player : mdlDefinePublic::PlayerState {
 
     Ports& ports;
     FormHost forms;
-    std::string openedPath;   ///< of the file opened last
-    Opening opening;          ///< of the file opened last
-    std::uint32_t lists = 0;  ///< lists that have replaced another so far
+    bool playsAtStart = false;  ///< files were given to be opened: the list begins although gAutoPlay is off
+    std::string openedPath;     ///< of the file opened last
+    Opening opening;            ///< of the file opened last
+    std::uint32_t lists = 0;    ///< lists that have replaced another so far
     /// Changes with each play, pause, next, previous and close, and with each list that replaces another: the answer of
     /// a box is void when it is another number than when the box was put up.
     std::uint32_t turns = 0;

@@ -2,14 +2,18 @@
 #pragma once
 
 #include <algorithm>
+#include <string>
 #include <string_view>
 
-/// Small readers of text that files give: bytes, letters without case only in ASCII.
+/// Small readers of text that files give: bytes, letters without case only in ASCII (but see capitals()).
 namespace corvane::text {
 
 inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 constexpr char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+/// The text in capitals, as the platform makes them: ASCII, and in UTF-8 the letters of Latin, Greek, Cyrillic and
+/// Armenian that have one capital letter each. No other letter becomes an ASCII one; bytes that are no UTF-8 stay.
+std::string capitals(std::string_view text);
 constexpr bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\v' || c == '\f'; }
 
 inline std::string_view trimmed(std::string_view text) {

@@ -59,6 +59,7 @@ void previousWhilePlaying(Player& player, MainPanelControls& panel) {
     }
     forgetBackPress(player, panel);
     moveBackward(player);
+    showEntry(player, panel);  // also when its file is missing
     closeAndPlay(player);
 }
 
@@ -69,7 +70,7 @@ void holdOpened(Player& player) {
 
 void stepMovie(Player& player, MainPanelControls& panel) {
     auto* window = player.forms.find<MovieWindowControls>();
-    if (window == nullptr) return;
+    if (window == nullptr || isHandingOver(*window)) return;
     MovieControl& movie = *window->amvMovie;
     // At full-screen zoom the movie counts as showing, also while a held button has it out of full screen.
     const bool shows = window->isShowing() || player.gMovieZoom == kFullScreenZoom;
@@ -83,7 +84,7 @@ void stepMovie(Player& player, MainPanelControls& panel) {
 
 void backMovie(Player& player, MainPanelControls& panel) {
     auto* window = player.forms.find<MovieWindowControls>();
-    if (window == nullptr) return;
+    if (window == nullptr || isHandingOver(*window)) return;
     MovieControl& movie = *window->amvMovie;
     const double position = std::nearbyint(movie.CurrentPosition());
     if (position > 0) {
@@ -93,27 +94,28 @@ void backMovie(Player& player, MainPanelControls& panel) {
     setSlider(player, panel, movie.CurrentPosition(), player.gLength);
 }
 
-void seekMci(MciControl& mci, std::int32_t position) {
+void stepMciTo(Player& player, MainPanelControls& panel, MciControl& mci, std::int32_t position) {
     mci.To(position);
     mci.Command("Seek");
+    setSlider(player, panel, position, player.gLength);
+}
+
+void stepCdTo(Player& player, MainPanelControls& panel, MciControl& mci, std::int32_t position) {
+    holdTrackAt(player, mci, position);
+    setTime(panel, TmsfToText(position));
+    setSlider(player, panel, packedSeconds(position), packedSeconds(player.gLength));
 }
 
 void stepCd(Player& player, MainPanelControls& panel, MciControl& mci) {
     mci.Track(player.gCdTrack);
     const std::int32_t position = mci.Position() + kStepTmsf;
-    if (TmsfToText(position) < TmsfToText(trackEnd(player, mci))) {
-        holdTrackAt(player, mci, position);
-        setTime(panel, TmsfToText(position));
-    }
+    if (TmsfToText(position) < TmsfToText(trackEnd(player, mci))) stepCdTo(player, panel, mci, position);
 }
 
 void backCd(Player& player, MainPanelControls& panel, MciControl& mci) {
     mci.Track(player.gCdTrack);
     const std::int32_t position = tmsfSecondBack(mci.Position());
-    if (TmsfToText(position) > "00:00") {
-        holdTrackAt(player, mci, position);
-        setTime(panel, TmsfToText(position));
-    }
+    if (TmsfToText(position) > "00:00") stepCdTo(player, panel, mci, position);
 }
 
 void stepWhilePaused(Player& player, MainPanelControls& panel) {
@@ -130,7 +132,7 @@ void stepWhilePaused(Player& player, MainPanelControls& panel) {
             if (window == nullptr) break;
             const std::int32_t position = window->mmcMci->Position() + kStepMs;
             if (position < window->mmcMci->Length()) {
-                seekMci(*window->mmcMci, position);
+                stepMciTo(player, panel, *window->mmcMci, position);
                 setTime(panel, MsecToText(position));
             }
             break;
@@ -158,7 +160,7 @@ void backWhilePaused(Player& player, MainPanelControls& panel) {
             if (window == nullptr) break;
             const std::int32_t position = window->mmcMci->Position() - kStepMs;
             if (position > 0) {
-                seekMci(*window->mmcMci, position);
+                stepMciTo(player, panel, *window->mmcMci, position);
                 setTime(panel, TmsfToText(position));  // the packed reading of milliseconds, on purpose
             }
             break;

@@ -22,7 +22,7 @@ inline constexpr int kKeyBackspace = 8;
 /// A mouse event. The position is relative to the control, in twips; on a picture box whose
 /// ScaleMode is pixels it is in pixels.
 struct MouseArgs {
-    int button = 0;  ///< button that changed (down, up); 0 for a move
+    int button = 0;  ///< button that changed (down, up); 0 for a move, and for a right button taken away while held
     int shift = 0;   ///< kShiftMask | kCtrlMask | kAltMask
     float x = 0;
     float y = 0;
@@ -34,10 +34,11 @@ struct KeyArgs {
     int shift = 0;
 };
 
-/// What was dropped on a control. hasFiles is false for any other data (a text selection).
+/// What was dropped on a control, or handed to a form. hasFiles is false for any other data (a text selection).
 struct DropData {
     bool hasFiles = false;
     std::vector<std::string> files;  ///< full paths in the order the sender gave
+    bool toPlay = false;             ///< they were opened, not dropped: the first one is to be played at once
 };
 
 }  // namespace corvane

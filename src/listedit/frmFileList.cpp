@@ -134,10 +134,16 @@ void frmFileList::cboFileList_Click(int index) {
         player_.gMovieZoom = static_cast<std::int16_t>(combo.ListIndex);
     } else if (index == kImageZoom) {
         player_.gImageZoom = static_cast<std::int16_t>(combo.ListIndex);
-    } else if (const auto seconds = parseNumber(combo.Text.get())) {
-        constexpr std::int32_t kMost = std::numeric_limits<std::int16_t>::max();
-        player_.gInterval = static_cast<std::int16_t>(std::clamp(*seconds, 0, kMost));
+    } else if (const auto seconds = interval()) {
+        player_.gInterval = *seconds;
     }
+}
+
+std::optional<std::int16_t> frmFileList::interval() const {
+    constexpr std::int32_t kMost = std::numeric_limits<std::int16_t>::max();
+    const auto seconds = parseNumber(cboFileList[kInterval].Text.get());
+    if (!seconds) return std::nullopt;
+    return static_cast<std::int16_t>(std::clamp(*seconds, 0, kMost));
 }
 
 void frmFileList::hscrFileList_Change() {
@@ -189,10 +195,14 @@ void frmFileList::ok() {
 void frmFileList::cancel() { returnToPanel(player_, kId); }
 
 void frmFileList::writeChoices() {
+    // What is typed counts from the next start on: what could not be read back then is written as it is in force.
+    const std::string& typed = cboFileList[kInterval].Text;
+    const std::int16_t seconds = interval().value_or(player_.gInterval);
+    const bool kept = parseNumber(typed) == seconds;
     writeSettings(player_, {{"PATTERN", std::to_string(cboFileList[kPattern].ListIndex)},
                             {"MOVIEZOOM", std::to_string(cboFileList[kMovieZoom].ListIndex)},
                             {"IMAGEZOOM", std::to_string(cboFileList[kImageZoom].ListIndex)},
-                            {"INTERVAL", cboFileList[kInterval].Text},
+                            {"INTERVAL", kept ? typed : std::to_string(seconds)},
                             {"FILENUM", std::to_string(player_.gListNumber)},
                             {"PAGENUM", std::to_string(player_.gPageNumber)}});
 }

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
+#include <optional>
 #include <string>
 
 #include "engine/player.h"
@@ -89,6 +91,7 @@ private:
     void fitHorizontalRange();
     std::string currentListFile() const;
     void writeChoices();
+    std::optional<std::int16_t> interval() const;  ///< chosen or typed, held in its range; empty: not a number
     void takeListIntoPlayer();
 
     Player& player_;

@@ -121,7 +121,7 @@ void frmMainPanel::endHold() {
 void frmMainPanel::resumeAfterHold() {
     const bool playing = cmdMainPanel[kPause].Enabled;
     if (player_.gMediaKind == mkMovie) {
-        if (movie() == nullptr || !movie()->started || movie()->amvMovie->State() == kMovieStopped) return;
+        if (movie() == nullptr || !movie()->started || isHandingOver(*movie())) return;
         movie()->amvMovie->Run();
         if (!playing) showPlaying(player_, *this);
         return;

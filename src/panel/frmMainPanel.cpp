@@ -35,7 +35,7 @@ void frmMainPanel::tieForm() {
     CloseRequest.tie([this](bool /*altHeld*/) { powerOff(player_); });
     MouseDown.tie([this](const MouseArgs& mouse) { dragWindow(mouse); });
     MouseUp.tie([this](const MouseArgs& mouse) { popUpOnRight(mouse); });
-    OLEDragDrop.tie([this](const DropData& dropped) { takeFiles(player_, dropped); });
+    OLEDragDrop.tie([this](const DropData& dropped) { takeDropped(dropped); });
 }
 
 void frmMainPanel::tieButtons() {
@@ -44,7 +44,7 @@ void frmMainPanel::tieButtons() {
         button.Click.tie([this, index] { cmdMainPanel_Click(index); });
         button.MouseDown.tie([this, index](const MouseArgs& mouse) { cmdMainPanel_MouseDown(index, mouse); });
         button.MouseUp.tie([this, index](const MouseArgs& mouse) { cmdMainPanel_MouseUp(index, mouse); });
-        button.OLEDragDrop.tie([this](const DropData& dropped) { takeFiles(player_, dropped); });
+        button.OLEDragDrop.tie([this](const DropData& dropped) { takeDropped(dropped); });
     }
 }
 
@@ -61,10 +61,19 @@ void frmMainPanel::tieMouse() {
         image.MouseUp.tie([this, index](const MouseArgs& mouse) { imgMainPanel_MouseUp(index, mouse); });
     }
     pctMainPanel.Click.tie([this] { pctMainPanel_Click(); });
+    pctMainPanel.MouseDown.tie([this](const MouseArgs& mouse) { dragWindow(mouse); });
     pctMainPanel.MouseUp.tie([this](const MouseArgs& mouse) { popUpOnRight(mouse); });
     pctSlide.MouseDown.tie([this](const MouseArgs& /*mouse*/) { pctSlide_MouseDown(); });
     pctSlide.MouseMove.tie([this](const MouseArgs& mouse) { pctSlide_MouseMove(mouse); });
     pctSlide.MouseUp.tie([this](const MouseArgs& mouse) { pctSlide_MouseUp(mouse); });
+}
+
+void frmMainPanel::takeDropped(const DropData& dropped) {
+    if (dropped.toPlay) {
+        openFiles(player_, dropped.files);
+    } else {
+        takeFiles(player_, dropped);
+    }
 }
 
 void frmMainPanel::Form_Load() {

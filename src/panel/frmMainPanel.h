@@ -41,6 +41,7 @@ private:
     void imgMainPanel_MouseMove(int index, const MouseArgs& mouse);
     void imgMainPanel_MouseUp(int index, const MouseArgs& mouse);
     void openBeside(FormId id);
+    void takeDropped(const DropData& dropped);
     void endHold();
     void resumeAfterHold();
 

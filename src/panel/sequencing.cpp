@@ -51,8 +51,8 @@ void frmMainPanel::tmrPrevNext_Timer() {
 
 void frmMainPanel::holdMovie(bool back, bool shift) {
     if (movie() == nullptr || !movie()->started) return;  // nothing to seek before the delay is over
+    if (isHandingOver(*movie())) return;
     MovieControl& control = *movie()->amvMovie;
-    if (control.State() == kMovieStopped) return;  // it has ended and is about to hand over
     if (!back && !shift) {
         tmrPrevNext.Enabled = false;
         control.Rate(2.0);

@@ -248,6 +248,31 @@ bool isPanelSize(int width, int height) {
     return std::min(width, height) >= 1 && std::max(width, height) <= kMostPanelPixels;
 }
 
+std::optional<SkinFault> firstSkinFault(std::string_view text, int width, int height) {
+    SkinRecords records(text);
+    while (const auto record = records.next(1, kLastRecord)) {
+        if (needsPicture(*record) && !liesInside(*record, width, height)) return SkinFault{records.line(), true};
+    }
+    if (records.failed()) return SkinFault{records.line(), false};
+    return std::nullopt;
+}
+
+std::string trySkin(Ports& ports, const std::string& bitmapPath, const std::string& textPath) {
+    for (const std::string& path : {bitmapPath, textPath}) {
+        if (!ports.files.lookUp(path)) return path + " Not found!!";
+    }
+    const Pictures::Decoded bitmap = ports.pictures.decode(bitmapPath);
+    if (bitmap.picture.empty()) return bitmapPath + "\r\n" + bitmap.reason;
+    const auto text = ports.files.read(textPath, kMostSkinTextBytes);
+    if (!text) return textPath + "\r\nThis file cannot be read, or is too long.";
+    const auto fault = firstSkinFault(*text, bitmap.picture.width(), bitmap.picture.height());
+    if (!fault) return "";
+    const std::string place = textPath + "\r\nLine " + std::to_string(fault->line) + ": ";
+    if (!fault->outside) return place + "a field is missing, or is no number.";
+    return place + "this part does not lie inside the bitmap (" + std::to_string(bitmap.picture.width()) + " x " +
+           std::to_string(bitmap.picture.height()) + ").";
+}
+
 void applyPanelRecord(std::string_view text, const Picture& bitmap, Pictures& pictures,
                       mdlDefinePublic::PlayerState& state, Image& background) {
     const auto record = SkinRecords(text).next(kPanelRecord, kPanelRecord);
@@ -263,13 +288,11 @@ void applyPanelRecord(std::string_view text, const Picture& bitmap, Pictures& pi
 
 bool applySkin(std::string_view text, const Picture& bitmap, Pictures& pictures, mdlDefinePublic::PlayerState& state,
                MainPanelControls& panel) {
+    if (firstSkinFault(text, bitmap.width(), bitmap.height())) return false;
     Builder builder(state, panel);
     SkinRecords records(text);
-    while (const auto record = records.next(1, kLastRecord)) {
-        if (needsPicture(*record) && !liesInside(*record, bitmap.width(), bitmap.height())) return false;
-        builder.apply(*record);
-    }
-    return !records.failed() && builder.cutPictures(pictures, bitmap);
+    while (const auto record = records.next(1, kLastRecord)) builder.apply(*record);
+    return builder.cutPictures(pictures, bitmap);
 }
 
 void readPanelRecord(Player& player, Image& background) {

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "engine/player.h"
@@ -22,6 +24,18 @@ bool isPanelSize(int width, int height);
 /// background, cut out of the skin's bitmap, on the image. Without a usable record nothing is changed.
 void applyPanelRecord(std::string_view text, const Picture& bitmap, Pictures& pictures,
                       mdlDefinePublic::PlayerState& state, Image& background);
+
+/// The first record that keeps a skin from being shown.
+struct SkinFault {
+    std::size_t line = 0;  ///< of the text, from 1
+    bool outside = false;  ///< its part does not lie inside the bitmap; otherwise the line is malformed
+};
+/// Looks through records 1 to 40 for a bitmap of that size; empty: the skin can be shown.
+std::optional<SkinFault> firstSkinFault(std::string_view text, int width, int height);
+
+/// What would keep the pair of files from being shown as a skin, in words with the path; empty: nothing would. Reads
+/// both, as the next start does.
+std::string trySkin(Ports& ports, const std::string& bitmapPath, const std::string& textPath);
 
 /// Applies records 1 to 40 to the panel, each in its turn: pictures cut out of the bitmap, places, colours, the
 /// slider's full width and the knob's geometry. An element whose record says "0" is hidden and keeps what earlier

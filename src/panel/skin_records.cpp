@@ -75,6 +75,7 @@ SkinRecords::SkinRecords(std::string_view text) : rest_(text::withoutMark(text))
 
 std::optional<SkinRecord> SkinRecords::next(int first, int last) {
     while (!failed_ && !rest_.empty()) {
+        ++line_;
         const SkinLine line(takeLine(rest_));
         if (!line.number || *line.number < first || *line.number > last) continue;
         SkinRecord record;

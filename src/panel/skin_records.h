@@ -51,9 +51,11 @@ public:
     std::optional<SkinRecord> next(int first, int last);
     /// A record asked for lacks fields or holds a text where a 16-bit number belongs. Blank numbers are 0.
     bool failed() const { return failed_; }
+    std::size_t line() const { return line_; }  ///< of the record given last, or of the one that failed; from 1
 
 private:
     std::string_view rest_;
+    std::size_t line_ = 0;
     bool failed_ = false;
 };
 

@@ -18,6 +18,9 @@ constexpr std::int16_t kDragPaused = 2;
 
 double share(const Player& player, std::int32_t x) { return static_cast<double>(x) / player.gSlideWidth; }
 
+/// The same share of a length, multiplied first: a target that lies on a half is a half.
+double shareOf(double length, const Player& player, std::int32_t x) { return length * x / player.gSlideWidth; }
+
 }  // namespace
 
 std::int32_t frmMainPanel::CalcPos(const Player& player, std::int32_t x, std::int32_t packedLength) {
@@ -26,7 +29,8 @@ std::int32_t frmMainPanel::CalcPos(const Player& player, std::int32_t x, std::in
 }
 
 void frmMainPanel::pctSlide_MouseDown() {
-    if (player_.gMediaKind == mkNone) return;  // nothing to drag in: the file could not be opened
+    // Nothing to drag in: the file could not be opened, or the movie has ended and is about to hand over.
+    if (player_.gMediaKind == mkNone || (movie() != nullptr && isHandingOver(*movie()))) return;
     if (player_.gPlaying) {
         PauseFile(player_);
         player_.gSlideState = kDragPlaying;
@@ -72,17 +76,17 @@ void frmMainPanel::seekImage(std::int32_t x) {
 }
 
 void frmMainPanel::seekMovie(std::int32_t x) {
-    if (movie() == nullptr || !(movie()->amvMovie->Duration() > 0)) return;
+    if (movie() == nullptr || isHandingOver(*movie()) || !(movie()->amvMovie->Duration() > 0)) return;
     MovieControl& control = *movie()->amvMovie;
     pctSlide.Width = static_cast<float>(x);
-    control.CurrentPosition(control.Duration() * share(player_, x));
+    control.CurrentPosition(shareOf(control.Duration(), player_, x));
     setTime(*this, numberText(control.CurrentPosition()));
 }
 
 void frmMainPanel::seekMci(std::int32_t x) {
     if (mci() == nullptr || mci()->Length() <= 0) return;
     pctSlide.Width = static_cast<float>(x);
-    const auto target = static_cast<std::int32_t>(std::nearbyint(mci()->Length() * share(player_, x)));
+    const auto target = static_cast<std::int32_t>(std::nearbyint(shareOf(mci()->Length(), player_, x)));
     mci()->To(target);
     mci()->Command("Seek");
     setTime(*this, MsecToText(target));

@@ -38,11 +38,12 @@ DraggedValue frmMainPanel::slideValue() const {
 void frmMainPanel::slideTo(double seconds) {
     const double length = slideValue().maximum;
     const bool held = player_.gSlideState != 0;
-    if (!(length > 0) || held || std::isnan(seconds)) return;
+    // The ends of the slider themselves take no drag; a slider without a place between them takes none at all.
+    const double last = player_.gSlideWidth - 1.0;
+    if (!(length > 0) || held || std::isnan(seconds) || last < 1.0) return;
     MouseArgs mouse{kLeftButton, 0, 0, 0};
     pctSlide.MouseDown.raise(mouse);
-    // The ends of the slider themselves take no drag.
-    mouse.x = static_cast<float>(std::clamp(seconds / length * player_.gSlideWidth, 1.0, player_.gSlideWidth - 1.0));
+    mouse.x = static_cast<float>(std::clamp(seconds / length * player_.gSlideWidth, 1.0, last));
     pctSlide.MouseMove.raise(mouse);
     pctSlide.MouseUp.raise(mouse);
 }

@@ -14,6 +14,8 @@ namespace {
 constexpr std::int32_t kQuickPlayMs = 10000;
 constexpr const char* kQuickPlayTime = "00:09";
 
+int trackOf(std::int32_t packed) { return static_cast<int>(static_cast<std::uint32_t>(packed) & 0xFFU); }
+
 }  // namespace
 
 frmMCIWindow::frmMCIWindow(Player& player) : MciWindowControls(player.ports.media), player_(player) {
@@ -29,9 +31,10 @@ void frmMCIWindow::CalcPer(std::int32_t position, std::int32_t length, double& r
 
 void frmMCIWindow::mmcMci_StatusUpdate() {
     if (player_.gMediaKind != mkMciFile && !isCd()) return;
-    // A length that was not known in time for the start is taken when it is.
-    if (player_.gLength == 0) takeLength();
+    takeLength();
     const std::int32_t position = mmcMci->Position();
+    // Behind its track's end a disc stands at the beginning of the next one: that is no place in this one.
+    if (isCd() && trackOf(position) > player_.gCdTrack) return;
     showProgress(position);
     const bool over = player_.gCustomMode == kCustomPlay && isPastStop(position);
     if (over || (player_.gQuickPlay && isQuicklyPlayed(position))) {
@@ -41,13 +44,11 @@ void frmMCIWindow::mmcMci_StatusUpdate() {
     }
 }
 
+/// A length that was not known in time for the start, or was a guess, is taken when the control knows better.
 void frmMCIWindow::takeLength() {
-    if (isCd()) {
-        mmcMci->Track(player_.gCdTrack);
-        player_.gLength = trackEnd(player_, *mmcMci) - player_.gCdTrack;
-    } else {
-        player_.gLength = mmcMci->Length();
-    }
+    if (isCd() && player_.gLength == 0) mmcMci->Track(player_.gCdTrack);
+    const std::int32_t length = isCd() ? trackEnd(player_, *mmcMci) - player_.gCdTrack : mmcMci->Length();
+    if (length > 0) player_.gLength = length;
 }
 
 void frmMCIWindow::showProgress(std::int32_t position) {

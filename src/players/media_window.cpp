@@ -24,9 +24,11 @@ void tieMediaWindow(Player& player, Form& window) {
     window.KeyDown.tie([&player](const KeyArgs& key) { fixedKeyDown(player, key); });
     window.KeyUp.tie([&player](const KeyArgs& key) { fixedKeyUp(player, key); });
     window.LostFocus.tie([&player] { player.gAltMenuArmed = false; });
-    window.CloseRequest.tie([&player](bool altHeld) {
+    window.CloseRequest.tie([&player, &window](bool altHeld) {
         if (altHeld) {
             powerOff(player);
+        } else if (&window == player.forms.find(FormId::ImageWindow) && player.gMediaKind != mdlDefinePublic::mkImage) {
+            player.forms.unload(FormId::ImageWindow);  // a kept picture: what plays is another file
         } else {
             CloseFile(player, false);
         }

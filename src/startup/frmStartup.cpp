@@ -151,7 +151,7 @@ void frmStartup::stepOpening() {
     if (player.ports.process.ending()) return;  // the skin cannot be applied
     panel.Show();
     player.forms.unload(FormId::Startup);
-    if (!player.gAutoPlay) return;
+    if (!player.gAutoPlay && !player.playsAtStart) return;
     player.ports.loop.post([&player] {
         if (!player.ports.process.ending()) mdlPublicFunction::PlayFile(player);
     });

@@ -123,7 +123,7 @@ void loadListAtStart(Player& player) {
         fillFromCommandLine(player, commandLine);
     }
     const std::vector<std::string> opened = player.ports.process.filesToOpen();
-    if (!opened.empty()) takeFiles(player, DropData{true, opened});
+    if (!opened.empty()) player.playsAtStart = takeFiles(player, DropData{true, opened}) > 0;
 }
 
 }  // namespace corvane

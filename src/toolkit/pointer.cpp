@@ -58,9 +58,10 @@ void Pointer::lose() {
     letGo();
     if (mouse == nullptr) return;
     for (const int button : {kLeftButton, kRightButton, kMiddleButton}) {
-        // A right release opens the menu: nobody asked for that here.
-        if ((held & button) == 0 || button == kRightButton) continue;
-        host_.post([mouse, button] { mouse->MouseUp.raise({button, 0, 0, 0}); });
+        if ((held & button) == 0) continue;
+        // A right release opens the menu: nobody asked for that here, but what it held ends all the same.
+        const int told = button == kRightButton ? 0 : button;
+        host_.post([mouse, told] { mouse->MouseUp.raise({told, 0, 0, 0}); });
     }
 }
 

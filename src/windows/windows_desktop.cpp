@@ -50,7 +50,7 @@ WindowsDesktop::~WindowsDesktop() {
 }
 
 void WindowsDesktop::takeOver(const std::vector<std::string>& files) {
-    if (!files.empty()) windows_.dropFiles({true, files});
+    if (!files.empty()) windows_.dropFiles({true, files, true});
     if (!dialogs_.raiseBox()) windows_.raise();
 }
 

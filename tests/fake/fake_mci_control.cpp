@@ -124,6 +124,11 @@ void FakeMciControl::fail(const std::string& reason) {
     });
 }
 
+void FakeMciControl::correctLength(std::int32_t milliseconds) {
+    device_->tracks = {milliseconds};
+    device_->end = milliseconds;
+}
+
 void FakeMciControl::postDone(int code) {
     const int number = *number_;
     media_.loop.post([this, code, number, alive = std::weak_ptr<int>(number_)] {

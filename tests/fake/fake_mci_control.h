@@ -35,6 +35,10 @@ public:
     bool isPaused() const { return paused_; }
     /// A Failed event as of a device that goes away while it plays.
     void fail(const std::string& reason);
+    /// The open file turns out to be so long: its length was a guess. The play that runs goes on.
+    void correctLength(std::int32_t milliseconds);
+    /// Stands at a place, in the time format, while it plays on: as a disc does that has run behind a track's end.
+    void standAt(std::int32_t position) { position_ = toUnits(position); }
     /// A Done event with this code, as of the present play.
     void postDone(int code);
 

@@ -17,7 +17,7 @@ FIRST_DESKTOP = 3
 NEIGHBOURS = {"forms": set(), "platform": {"forms"}, "engine": {"forms", "platform"},
               "panel": {"forms", "platform", "engine"}, "players": {"forms", "platform", "engine"},
               "startup": {"forms", "platform", "engine", "panel"},
-              "listedit": {"forms", "platform", "engine", "startup"}, "dialogs": {"forms", "platform", "engine", "startup"},
+              "listedit": {"forms", "platform", "engine", "startup"}, "dialogs": {"forms", "platform", "engine", "startup", "panel"},
               "toolkit": {"forms", "platform"}, "workers": {"forms", "platform", "toolkit"}}
 STANDARD_HEADERS = set("""algorithm any array atomic bit bitset cassert cctype cerrno cfloat charconv cinttypes climits cmath
     compare complex concepts cstddef cstdio cstdint cstring cwchar deque exception functional initializer_list iomanip ios istream

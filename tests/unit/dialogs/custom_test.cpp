@@ -2,53 +2,13 @@
 // The settings dialog: what it shows, what OK stores and in which order, what Cancel leaves.
 #include <set>
 
-#include "dialogs/frmCustom.h"
-#include "fake/player_fixture.h"
+#include "unit/dialogs/custom_fixture.h"
 
 namespace corvane {
 namespace {
 
 using Custom = CustomControls;
 using Texts = std::vector<std::string>;
-
-class CustomDialog : public PlayerFixture {
-protected:
-    CustomDialog() {
-        player.gIniFile = "/app/KADO.INI";
-        machine.files.addFolder("/app");
-        machine.files.add("/app/PANELSET/DEFAULT.BMP");
-        machine.files.add("/app/PANELSET/default.csv");
-        machine.files.add("/app/PANELSET/night.bmp");
-        machine.files.add("/app/PANELSET/NOTES.TXT");
-        machine.files.add("/app/skin.csv", "slider,40,10,10,0,0,200,8,WHITE\nknob,24,300,10,0,0,60,60,1\n");
-        player.gTextPath = "/app/skin.csv";
-        setUpPanel();
-    }
-
-    CustomControls& open() {
-        machine.loop.enter([&] { panel().pctMainPanel.Click.raise(); });
-        machine.settle();
-        machine.clearCalls();
-        return dialog();
-    }
-    CustomControls* found() { return player.forms.find<CustomControls>(); }
-    CustomControls& dialog() { return *found(); }
-    void push(int button) {
-        CommandButton& pushed = dialog().cmdCustom.at(static_cast<std::size_t>(button));
-        machine.loop.enter([&] { pushed.Click.raise(); });
-        machine.settle();
-    }
-    TextBox& field(std::size_t index) { return dialog().txtCustom.at(index); }
-    bool highlighted(std::size_t index) { return dialog().imgCustom.at(index).Visible; }
-    std::string written(const std::string& key) {
-        if (!machine.files.has("/app/KADO.INI")) return "(none)";
-        const std::string text = machine.files.bytes("/app/KADO.INI");
-        const std::size_t at = text.find("\r\n" + key + "=");
-        if (at == std::string::npos) return "(none)";
-        const std::size_t from = at + key.size() + 3;
-        return text.substr(from, text.find("\r\n", from) - from);
-    }
-};
 
 TEST_F(CustomDialog, EveryGroupAndControlHasItsCaption) {
     open();
@@ -278,6 +238,10 @@ TEST_F(CustomDialog, TheDelayFieldTakesDigitsAndBackspaceOnly) {
 }
 
 TEST_F(CustomDialog, SkinNamesAreTrimmedAndEmptyOnesAreTheDefaults) {
+    for (const char* bitmap : {"night.bmp", "DEFAULT.BMP"}) {
+        machine.addPicture(std::string("/app/PANELSET/") + bitmap, 10, 10);
+    }
+    for (const char* text : {"my skin.csv", "DEFAULT.CSV"}) machine.files.add(std::string("/app/PANELSET/") + text);
     open();
     dialog().cboCustom[Custom::kBitmaps].ListIndex = 1;
     dialog().cboCustom[Custom::kTexts].Text = "  my skin.csv ";

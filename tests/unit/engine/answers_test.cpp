@@ -344,5 +344,79 @@ TEST_F(Answers, AnOpeningStaysOpenUntilItIsClosedOrAnotherBegins) {
     EXPECT_EQ(player.opening.list, player.lists);
 }
 
+// --- What the panel shows behind the box -----------------------------------------------------------------------------
+
+TEST_F(Answers, PreviousOntoAMissingFileShowsItsNumberAndTitle) {
+    player.gRepeat = true;
+    for (const bool first : {false, true}) {
+        machine.dialogs.answers = {Answer::Abort};
+        machine.dialogs.whileUp = [this, first] {
+            EXPECT_EQ(label(kNumberLabel), first ? "003" : "001");
+            EXPECT_EQ(label(kTitleLabel), "gone");
+        };
+        setList(first ? std::vector<std::string>{"/m/one.wav", "/m/two.wav", kGone}
+                      : std::vector<std::string>{kGone, "/m/two.wav", "/m/one.wav"});
+        player.gFileIndex = first ? 0 : 1;
+        machine.loop.enter([this] { PlayFile(player); });
+        machine.loop.enter([this] { PrevFile(player); });
+        machine.loop.enter([this] { PrevFile(player); });
+        EXPECT_EQ(boxes(), 1U);
+        EXPECT_EQ(state(), "stopped");
+        EXPECT_EQ(label(kTitleLabel), "gone");
+        machine.dialogs.boxes.clear();
+    }
+}
+
+// --- Files that are opened rather than dropped -----------------------------------------------------------------------
+
+class Opened : public Answers {
+protected:
+    void hand(const std::vector<std::string>& files) {
+        machine.loop.post([this, files] { panel().OLEDragDrop.raise({true, files, true}); });
+        machine.settle();
+    }
+};
+
+TEST_F(Opened, TheFirstOfThemIsPlayedAtOnceWhateverPlayed) {
+    for (const char* before : {"stopped", "playing", "paused"}) {
+        SCOPED_TRACE(before);
+        setList({"/m/one.wav"});
+        if (before != std::string("stopped")) play({"/m/one.wav"});
+        if (before == std::string("paused")) machine.loop.enter([this] { PauseFile(player); });
+        hand({"/m/notes.txt", "/m/other.wav", "/m/last.wav"});
+        EXPECT_EQ(state(), "playing");
+        EXPECT_EQ(open(), "/m/other.wav");
+        EXPECT_EQ(player.gFileIndex, 0);
+        EXPECT_EQ(player.gFileCount, 2);
+        EXPECT_EQ(label(kTotalLabel), "2");
+        EXPECT_TRUE(sounds());
+        machine.loop.enter([this] { CloseFile(player, false); });
+    }
+}
+
+TEST_F(Opened, NoneThatCanBeTakenLeavesEverythingAsItIs) {
+    play({"/m/one.wav"});
+    hand({kGone, "/m/notes.txt"});
+    hand({});
+    EXPECT_EQ(open(), "/m/one.wav");
+    EXPECT_EQ(state(), "playing");
+    EXPECT_EQ(player.gFileCount, 1);
+    EXPECT_EQ(label(kTitleLabel), "one");
+}
+
+TEST_F(Opened, WhileABoxIsUpTheyWaitAndMakeItsAnswerVoid) {
+    for (const Answer answer : {Answer::Abort, Answer::Retry, Answer::Ignore}) {
+        machine.dialogs.boxes.clear();
+        machine.dialogs.answers = {answer};
+        during([this] { panel().OLEDragDrop.raise({true, {"/m/other.wav", "/m/last.wav"}, true}); });
+        play({kGone, "/m/two.wav"});
+        machine.advance(1000);
+        EXPECT_EQ(boxes(), 1U);
+        EXPECT_EQ(open(), "/m/other.wav");
+        EXPECT_EQ(player.gFileIndex, 0);
+        machine.loop.enter([this] { CloseFile(player, false); });
+    }
+}
+
 }  // namespace
 }  // namespace corvane

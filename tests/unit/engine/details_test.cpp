@@ -52,5 +52,39 @@ TEST_F(Closing, APictureKeptBehindAMovieGoesWithTheMovie) {
     EXPECT_EQ(imageWindow(), nullptr);
 }
 
+TEST(TextCapitals, AreMadeOfLettersOfManyAlphabets) {
+    const std::vector<std::pair<const char*, const char*>> pairs = {{"mp3", "MP3"},
+                                                                    {"éàöøþ÷ßÿ", "ÉÀÖØÞ÷ßŸ"},
+                                                                    {"āĳĺňŋźž", "ĀĲĹŇŊŹŽ"},
+                                                                    {"ǎǟǵȁȣ", "ǍǞǴȀȢ"},
+                                                                    {"άέήίαρςσϊόύώ", "ΆΈΉΊΑΡΣΣΪΌΎΏ"},
+                                                                    {"абвяёџҋӂӏӑ", "АБВЯЁЏҊӁӀӐ"},
+                                                                    {"աֆ", "ԱՖ"},
+                                                                    {"ḁẕạỹ", "ḀẔẠỸ"},
+                                                                    {"ａｚ", "ＡＺ"},
+                                                                    {"ⅰⓐ", "ⅠⒶ"},
+                                                                    {"日本語", "日本語"},
+                                                                    {"ĀÉАΩ×Ÿ", "ĀÉАΩ×Ÿ"},
+                                                                    {"😀a", "😀A"}};
+    for (const auto& [small, large] : pairs) EXPECT_EQ(text::capitals(small), large);
+}
+
+/// Otherwise a file of another name would be taken for one of the player's kinds.
+TEST(TextCapitals, NoLetterBeyondAsciiBecomesOneOfAscii) {
+    EXPECT_EQ(text::capitals("m\xC4\xB1"
+                             "d"),
+              "M\xC4\xB1"
+              "D")
+        << "a dotless i";
+    EXPECT_EQ(text::capitals("\xC5\xBFnd"), "\xC5\xBFND") << "a long s";
+}
+
+TEST(TextCapitals, BytesThatAreNoUtf8Stay) {
+    for (const std::string bytes : {"\xE9", "\xC3", "\xC3(", "\xE1\xB8", "\xFF\xFE", "\xF0\x9F\x98", "\xC1\xA1"}) {
+        EXPECT_EQ(text::capitals(bytes), bytes);
+        EXPECT_EQ(text::capitals(bytes + "."), bytes + ".");
+    }
+}
+
 }  // namespace
 }  // namespace corvane

@@ -136,7 +136,12 @@ TEST_F(Host, AFormMayUnloadItselfWhileItLoads) {
 
 TEST_F(Host, AFormMayUnloadItselfWhileItLoadsOutsideAnyHandler) {
     dress = [&](SampleForm& form) { form.Load.tie([&] { forms.unload(FormId::Custom); }); };
-    machine.loop.enter([&] { forms.load(FormId::Custom); });
+    Form& form = forms.load(FormId::Custom);
+    EXPECT_EQ(forms.find(FormId::Custom), nullptr);
+    EXPECT_FALSE(machine.windows.isAttached("frmSample"));
+    ASSERT_EQ(alive, 1) << "what load() gave is still there";
+    form.Caption = "valid until the next handler ends";
+    machine.loop.enter([] {});
     EXPECT_EQ(alive, 0);
 }
 

@@ -266,5 +266,24 @@ TEST_F(Kinds, ACloseThatKeepsLeavesThePictureWithItsClockStopped) {
     EXPECT_EQ(imageWindow(), nullptr);
 }
 
+TEST_F(Kinds, AStepOfAHeldSoundOrTrackMovesTheSlider) {
+    machine.addDisc("/cd", {100});
+    machine.addSound("/m/long.wav", 60000);
+    setUpPanel();
+    for (const bool disc : {false, true}) {
+        setList({disc ? "/cd/Track01.cda" : "/m/long.wav"});
+        machine.loop.enter([this] { PlayFile(player); });
+        machine.advance(30000);
+        machine.loop.enter([this] { PauseFile(player); });
+        const double second = 3000.0 / (disc ? 100 : 60);
+        machine.loop.enter([this] { NextFile(player); });
+        EXPECT_FLOAT_EQ(panel().pctSlide.Width, static_cast<float>(31 * second));
+        machine.loop.enter([this] { PrevFile(player); });
+        machine.loop.enter([this] { PrevFile(player); });
+        EXPECT_FLOAT_EQ(panel().pctSlide.Width, static_cast<float>(29 * second));
+        machine.loop.enter([this] { CloseFile(player, false); });
+    }
+}
+
 }  // namespace
 }  // namespace corvane

@@ -327,7 +327,7 @@ TEST_F(MissingFiles, TimersWaitWhileTheBoxIsUp) {
 }
 
 TEST_F(MissingFiles, ATrackWithoutANumberCannotBeOpened) {
-    for (const char* path : {"/m/Song.cda", "/m/Track00.cda", "/x.cda", "/m/T-1.cda"}) {
+    for (const char* path : {"/m/Song.cda", "/m/5.cda", "/x.cda", ".cda", "/m/T &.cda"}) {
         SCOPED_TRACE(path);
         machine.files.add(path);
         if (player.forms.find<MainPanelControls>() == nullptr) setUpPanel();
@@ -338,6 +338,36 @@ TEST_F(MissingFiles, ATrackWithoutANumberCannotBeOpened) {
         EXPECT_EQ(machine.dialogs.boxes[0].text, std::string(path) + " Can't open!!");
         EXPECT_EQ(state(), "stopped");
     }
+}
+
+TEST_F(MissingFiles, ATrackThatNoDiscHasIsAFileThatCannotBePlayed) {
+    setUpPanel();
+    const std::vector<std::pair<const char*, const char*>> tracks = {{"/m/Track00.cda", "0"}, {"/m/T-1.cda", "-1"}};
+    for (const auto& [path, number] : tracks) {
+        machine.files.add(path);
+        setList({path});
+        machine.dialogs.boxes.clear();
+        machine.dialogs.whileUp = [this] { EXPECT_EQ(label(kTextLabel), "CD Audio Now On Play"); };
+        PlayFile(player);
+        ASSERT_EQ(machine.dialogs.boxes.size(), 1U);
+        EXPECT_EQ(machine.dialogs.boxes[0].text,
+                  std::string(path) + " Can't open!!\r\nA disc has no track " + number + ".");
+        EXPECT_EQ(state(), "stopped");
+        EXPECT_EQ(mciWindow(), nullptr);
+    }
+}
+
+TEST_F(MissingFiles, ANameOfOneCharacterIsATrackNumber) {
+    machine.addDisc("/cd", {10, 20, 30});
+    machine.files.add("3.cda");
+    machine.media.discs[""] = machine.media.discs["/cd"];
+    setUpPanel();
+    setList({"3.cda"});
+    PlayFile(player);
+    machine.settle();
+    EXPECT_TRUE(machine.dialogs.boxes.empty());
+    EXPECT_EQ(player.gCdTrack, 3);
+    EXPECT_EQ(state(), "playing");
 }
 
 TEST_F(MissingFiles, HiddenFilesCanBeOpened) {

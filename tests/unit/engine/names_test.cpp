@@ -15,6 +15,7 @@ TEST(Names, TheExtensionIsWhatFollowsTheFirstDotInCapitals) {
     EXPECT_EQ(GetExtension("picture.jpeg.bmp"), "JPEG.BMP");
     EXPECT_EQ(GetExtension("/a/no dot"), "/A/NO DOT");
     EXPECT_EQ(GetExtension("x."), "");
+    EXPECT_EQ(GetExtension("a.\xC3\xA9t\xC3\xA9"), "\xC3\x89T\xC3\x89") << "letters beyond ASCII have capitals too";
     EXPECT_EQ(GetExtension(""), "");
 }
 

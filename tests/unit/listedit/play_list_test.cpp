@@ -336,5 +336,21 @@ TEST_F(EditorFixture, WithoutAutoPlayNothingStarts) {
     EXPECT_TRUE(machine.calls("mci").empty());
 }
 
+TEST_F(EditorFixture, ATypedIntervalIsWrittenAsItCanBeReadBack) {
+    player.gInterval = 5;
+    const std::vector<std::pair<const char*, const char*>> rows = {{"40000", "32767"}, {"-3", "0"},  {"32767", "32767"},
+                                                                   {"0", "0"},         {"abc", "5"}, {"", "5"},
+                                                                   {"1e9", "32767"},   {"7", "7"}};
+    for (const auto& [typed, stored] : rows) {
+        open();
+        combo(3).Text = typed;
+        push(Editor::kOk);
+        EXPECT_NE(machine.files.bytes("/app/KADO.INI").find("INTERVAL=" + std::string(stored) + "\r\n"),
+                  std::string::npos)
+            << typed;
+        EXPECT_EQ(player.gInterval, 5) << "in force from the next start on";
+    }
+}
+
 }  // namespace
 }  // namespace corvane

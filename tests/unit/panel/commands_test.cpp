@@ -249,7 +249,7 @@ protected:
     /// Everything on the panel that takes the mouse.
     std::vector<Area> areas() {
         std::vector<Area> all = {
-            {"form", &panel(), true}, {"display", &panel().pctMainPanel, false}, {"slider", &panel().pctSlide, false}};
+            {"form", &panel(), true}, {"display", &panel().pctMainPanel, true}, {"slider", &panel().pctSlide, false}};
         for (CommandButton& each : panel().cmdMainPanel) all.push_back({"button", &each, false});
         for (Label& each : panel().lblMainPanel) all.push_back({"label", &each, true});
         for (Image& each : panel().imgMainPanel) all.push_back({"image", &each, each.index() != kKnobImage});

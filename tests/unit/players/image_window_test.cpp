@@ -228,5 +228,18 @@ TEST_F(ImageWindow, AShownWindowTakesTheKeyboard) {
     EXPECT_EQ(machine.windows.focused(), &box());
 }
 
+TEST_F(ImageWindow, ClosingAKeptPictureLeavesWhatPlays) {
+    player.gImageHide = false;
+    show(100, 100);
+    machine.loop.enter([this] { NextFile(player); });
+    machine.settle();
+    ASSERT_NE(imageWindow(), nullptr) << "kept behind the sound";
+    machine.loop.enter([this] { imageWindow()->CloseRequest.raise(false); });
+    EXPECT_EQ(imageWindow(), nullptr);
+    EXPECT_EQ(state(), "playing");
+    EXPECT_TRUE(machine.media.mci()->isPlaying());
+    machine.loop.enter([this] { CloseFile(player, false); });
+}
+
 }  // namespace
 }  // namespace corvane

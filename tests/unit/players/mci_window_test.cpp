@@ -224,5 +224,29 @@ TEST_F(MciWindow, AStatusOfAnotherKindDoesNothing) {
     EXPECT_EQ(player.gFileIndex, 0);
 }
 
+TEST_F(MciWindow, AGuessedLengthThatIsCorrectedIsTaken) {
+    playSound();
+    machine.advance(15000);
+    EXPECT_EQ(panel().pctSlide.Width, 750);
+    machine.media.mci()->correctLength(30000);
+    machine.advance(100);
+    EXPECT_EQ(player.gLength, 30000);
+    EXPECT_FLOAT_EQ(panel().pctSlide.Width, 15100.0F / 30000 * 3000);
+    machine.media.mci()->correctLength(0);
+    machine.advance(100);
+    EXPECT_EQ(player.gLength, 30000) << "a length that is lost again is kept";
+}
+
+TEST_F(MciWindow, APlaceBehindTheTracksEndIsNotShown) {
+    playTrack();
+    machine.advance(50000);
+    EXPECT_EQ(label(kTimeLabel), "00:50");
+    const float width = panel().pctSlide.Width;
+    machine.media.mci()->standAt(packed(2, 0, 0));
+    machine.media.mci()->StatusUpdate.raise();
+    EXPECT_EQ(label(kTimeLabel), "00:50");
+    EXPECT_EQ(panel().pctSlide.Width, width);
+}
+
 }  // namespace
 }  // namespace corvane

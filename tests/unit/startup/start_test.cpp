@@ -255,6 +255,26 @@ TEST_F(Start, AutoPlayStartsTheListAsANewEvent) {
     EXPECT_EQ(machine.log.count("mci.Command Play"), 1);
 }
 
+TEST_F(Start, FilesThatWereOpenedPlayAtOnceAlsoWithoutAutoPlay) {
+    machine.addSound("/m/a.wav", 3000);
+    machine.addSound("/m/b.wav", 3000);
+    machine.process.opened = {"/m/b.wav", "/m/a.wav"};
+    ASSERT_TRUE(startProgram(player));
+    machine.advance(16 * kStepMs);
+    EXPECT_FALSE(player.gAutoPlay);
+    EXPECT_TRUE(player.gPlaying);
+    EXPECT_EQ(player.openedPath, "/m/b.wav");
+}
+
+TEST_F(Start, NeitherSavedFilesNorThoseOfTheCommandLinePlayByThemselves) {
+    machine.addSound("/m/a.wav", 3000);
+    machine.files.add("/app/FILE00.INI", "[FILELIST]\nLIST000=a.wav|/m/a.wav\n");
+    machine.process.opened = {"/m/gone.wav"};
+    ASSERT_TRUE(startProgram(player));
+    machine.advance(50 * kStepMs);
+    EXPECT_FALSE(player.gPlaying) << "nothing that was opened is there";
+}
+
 TEST_F(Start, TheClosingShrinksTowardsTheCornerAndEndsTheProgram) {
     open();
     machine.clearCalls();

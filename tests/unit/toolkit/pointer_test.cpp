@@ -265,5 +265,22 @@ TEST_F(PointerOnAForm, AFormThatGoesInItsOwnEventIsLeftAlone) {
     EXPECT_EQ(seen, (Texts{"button down 50", "button click"}));
 }
 
+TEST_F(PointerOnAForm, ARightButtonTakenAwayEndsWhatItHeldAndOpensNoMenu) {
+    std::vector<int> buttons;
+    box.MouseUp.tie([&](const MouseArgs& args) { buttons.push_back(args.button); });
+    pointer.press(kRightButton, 0, {180, 950}, false);
+    pointer.lose();
+    EXPECT_TRUE(buttons.empty()) << "told later";
+    loop.drain();
+    EXPECT_EQ(buttons, std::vector<int>{0});
+    pointer.press(kLeftButton, 0, {180, 950}, false);
+    pointer.press(kRightButton, 0, {180, 950}, false);
+    pointer.press(kMiddleButton, 0, {180, 950}, false);
+    buttons.clear();
+    pointer.lose();
+    loop.drain();
+    EXPECT_EQ(buttons, (std::vector<int>{kLeftButton, 0, kMiddleButton}));
+}
+
 }  // namespace
 }  // namespace corvane

@@ -397,7 +397,8 @@ private:
         const bool nothingOpen = player.gMediaKind == mkNone;
         const bool triesAgain = panel().tmrPlayBack.Enabled;
         // Previous on a held picture enables pause at once and plays after the double-click time.
-        EXPECT_TRUE(!stopped || nothingOpen || triesAgain) << command << ": stopped, and kind " << player.gMediaKind << " is open";
+        EXPECT_TRUE(!stopped || nothingOpen || triesAgain)
+            << command << ": stopped, and kind " << player.gMediaKind << " is open";
         EXPECT_FALSE(paused && nothingOpen) << command << ": paused, and nothing is open";
         EXPECT_FALSE(player.gPlaying && nothingOpen && !triesAgain) << command << ": playing, and nothing is open";
         const bool seeking = panel().tmrPrevNext.Interval != kHoldInterval;  // a hold has taken over
