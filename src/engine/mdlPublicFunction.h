@@ -107,8 +107,12 @@ std::optional<std::int16_t> knobLevel(const Player& player, float x, float y);
 /// The volume word of the chosen device; empty: it cannot be read.
 std::optional<std::uint32_t> readVolume(Player& player);
 void writeVolume(Player& player, std::uint32_t word);
-/// Sets the volume that was found at the start, once.
+/// Takes the level of the chosen device, to be put back at the end; nothing where it cannot be read.
+void findVolume(Player& player);
+/// Sets the volume that was found at the start, once, and where it was found: not on an output that came into use since.
 void putVolumeBack(Player& player);
+/// Takes the level of the output in use as its knob, which another program may have turned. Sets nothing.
+void followVolume(Player& player);
 /// gAuxType -2: takes the first auxiliary device, or the last one whose product identifier is 8.
 void chooseVolumeDevice(Player& player);
 

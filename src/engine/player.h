@@ -19,6 +19,13 @@ struct Opening {
     bool operator==(const Opening&) const = default;
 };
 
+/// A volume that was found, and where.
+struct FoundVolume {
+    std::uint32_t word = 0;
+    std::int16_t auxType = 0;  ///< gAuxType then
+    std::string output;        ///< the wave output's name
+};
+
 /// One player: the shared state, the loaded forms and the ports. Procedures of the engine take it.
 struct Player : mdlDefinePublic::PlayerState {
     explicit Player(Ports& given) : ports(given), forms(given) {}
@@ -32,10 +39,10 @@ struct Player : mdlDefinePublic::PlayerState {
     /// Changes with each play, pause, next, previous and close, and with each list that replaces another: the answer of
     /// a box is void when it is another number than when the box was put up.
     std::uint32_t turns = 0;
-    bool pictureAwaited = false;                 ///< the open file is a picture that is still being decoded
-    std::array<std::string, 6> panelCaptions;    ///< the panel's labels, written before it loads
-    std::optional<std::uint32_t> volumeAtStart;  ///< to be put back at the end; empty: nothing is
-    std::string editorFolder;                    ///< what the editor showed last, for its next opening; empty: none yet
+    bool pictureAwaited = false;               ///< the open file is a picture that is still being decoded
+    std::array<std::string, 6> panelCaptions;  ///< the panel's labels, written before it loads
+    std::optional<FoundVolume> volumeAtStart;  ///< to be put back at the end; empty: nothing is
+    std::string editorFolder;                  ///< what the editor showed last, for its next opening; empty: none yet
 };
 
 }  // namespace corvane

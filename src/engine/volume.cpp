@@ -62,7 +62,8 @@ std::int16_t nearer(std::int16_t present, std::int16_t lower, std::int16_t upper
     return present <= lower ? lower : upper;
 }
 
-bool usesAuxDevice(const Player& player) { return static_cast<std::uint16_t>(player.gAuxType) < kWaveOut; }
+bool isAuxDevice(std::int16_t auxType) { return static_cast<std::uint16_t>(auxType) < kWaveOut; }
+bool usesAuxDevice(const Player& player) { return isAuxDevice(player.gAuxType); }
 
 }  // namespace
 
@@ -87,9 +88,28 @@ void writeVolume(Player& player, std::uint32_t word) {
     }
 }
 
+void findVolume(Player& player) {
+    const std::optional<std::uint32_t> word = readVolume(player);
+    if (!word) return;
+    player.volumeAtStart = {*word, player.gAuxType, player.ports.sound.waveOutName().value_or("")};
+    player.gVolume = volumeLevel(*word);
+}
+
 void putVolumeBack(Player& player) {
-    const std::optional<std::uint32_t> found = std::exchange(player.volumeAtStart, std::nullopt);
-    if (found) writeVolume(player, *found);
+    const std::optional<FoundVolume> found = std::exchange(player.volumeAtStart, std::nullopt);
+    if (!found) return;
+    if (isAuxDevice(found->auxType)) {
+        player.ports.sound.auxSetVolume(found->auxType, found->word);
+    } else {
+        player.ports.sound.waveOutSetVolumeOf(found->output, found->word);
+    }
+}
+
+void followVolume(Player& player) {
+    const std::optional<std::uint32_t> word = usesAuxDevice(player) ? std::nullopt : readVolume(player);
+    if (!word || volumeLevel(*word) == player.gVolume) return;
+    player.gVolume = volumeLevel(*word);
+    placeIndicator(player);
 }
 
 void chooseVolumeDevice(Player& player) {

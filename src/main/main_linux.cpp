@@ -37,7 +37,7 @@ constexpr std::chrono::milliseconds kLeave{500};
 /// A task that is held by a drive or a decoder may use whatever is left: then the program ends without taking it down.
 void endNowWhereTasksRunOn(int code) {
     if (Worker::endAll(kLeave)) return;
-    std::fflush(nullptr);
+    std::fflush(stdout);  // no other stream: one that hangs is locked
     _exit(code);
 }
 

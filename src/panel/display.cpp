@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <utility>
+
 #include "engine/mdlPublicFunction.h"
 #include "panel/frmMainPanel.h"
 
@@ -7,6 +9,7 @@ namespace corvane {
 using namespace mdlPublicFunction;
 
 void frmMainPanel::tmrDisplay_Timer() {
+    blinkTime();
     if (player_.gPlaying) {
         // The indicator runs through the pictures of images 2, 3 and 1.
         static constexpr std::array<std::size_t, 3> kPictures = {2, 3, 1};
@@ -16,6 +19,17 @@ void frmMainPanel::tmrDisplay_Timer() {
         indicatorPhase_ = static_cast<std::int16_t>((indicatorPhase_ + 1) % 3);
     } else if (cmdMainPanel[kPause].Enabled) {
         showClock();
+    }
+}
+
+/// A disc that has to start turning is waited for: the time blinks until it plays.
+void frmMainPanel::blinkTime() {
+    Label& time = lblMainPanel[kTimeLabel];
+    if (player_.gPlaying && mci() != nullptr && mci()->Opening()) {
+        timeBlinks_ = timeBlinks_ || time.Visible;
+        if (timeBlinks_) time.Visible = !time.Visible;
+    } else if (std::exchange(timeBlinks_, false)) {
+        time.Visible = true;
     }
 }
 

@@ -98,14 +98,15 @@ void frmMainPanel::Form_Load() {
     if (player_.gQuickPlay) lightLamp(*this, kQuickPlayLamp, true);
 
     chooseVolumeDevice(player_);
-    player_.volumeAtStart = readVolume(player_);
-    if (player_.volumeAtStart) player_.gVolume = volumeLevel(*player_.volumeAtStart);
+    findVolume(player_);
     placeIndicator(player_);
+    player_.ports.sound.WaveOutChanged.tie([&player = player_] { followVolume(player); });
     tmrPlayBack.Interval = windows.doubleClickTimeMs();
     if (player_.gWindowPos == 1) SetWindowZOrder(player_, *this, kTopMost, 1);
 }
 
 void frmMainPanel::Form_Unload() {
+    player_.ports.sound.WaveOutChanged.tie({});
     putVolumeBack(player_);
     WindowState = WindowState::Normal;
     player_.gPanelLeft = Left;

@@ -55,6 +55,7 @@ private:
     // Display and slider (display.cpp, slider.cpp).
     void tmrDisplay_Timer();
     void showClock();
+    void blinkTime();
     void pctSlide_MouseDown();
     void pctSlide_MouseMove(const MouseArgs& mouse);
     void pctSlide_MouseUp(const MouseArgs& mouse);
@@ -77,6 +78,7 @@ private:
     bool holdEngaged_ = false;
     bool knobDragging_ = false;
     std::int16_t indicatorPhase_ = 0;
+    bool timeBlinks_ = false;
 };
 
 }  // namespace corvane

@@ -38,6 +38,9 @@ public:
     /// unless it names a folder or image that stands for a disc.
     virtual void Command(std::string_view command) = 0;
 
+    /// True from "Open" until it is open or has failed: a disc that has to start turning takes seconds.
+    virtual bool Opening() const { return false; }
+
     virtual void TimeFormat(int format) = 0;            ///< kFormatMilliseconds (default) or kFormatTmsf
     virtual void UpdateInterval(int milliseconds) = 0;  ///< default 1000
     virtual void Track(int track) = 0;                  ///< CD track, 1 to 99, whose TrackLength is read next

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "forms/event.h"
 #include "forms/form.h"
 #include "forms/menu.h"
 #include "platform/event_loop.h"
@@ -90,6 +91,15 @@ public:
     virtual void auxSetVolume(int device, std::uint32_t volume) = 0;
     virtual std::optional<std::uint32_t> waveOutGetVolume() = 0;
     virtual void waveOutSetVolume(std::uint32_t volume) = 0;
+    /// The system's own name of the wave output in use, whose volume the two above read and set; empty: cannot be read.
+    virtual std::optional<std::string> waveOutName() = 0;
+    /// Sets the volume of the wave output of that name, also when another one is in use by now; nothing when it is
+    /// gone.
+    virtual void waveOutSetVolumeOf(const std::string& name, std::uint32_t volume) = 0;
+
+    /// Posted through the EventLoop: another program has set the volume of the wave output in use, or another output is
+    /// in use. What was set here is not read back as an older one meanwhile.
+    Event<> WaveOutChanged;
 };
 
 /// A drive as the drive box offers it.

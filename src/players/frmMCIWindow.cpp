@@ -44,11 +44,15 @@ void frmMCIWindow::mmcMci_StatusUpdate() {
     }
 }
 
-/// A length that was not known in time for the start, or was a guess, is taken when the control knows better.
+/// A length that was not known in time for the start, or only guessed, is taken when it is. A track's is never guessed.
 void frmMCIWindow::takeLength() {
-    if (isCd() && player_.gLength == 0) mmcMci->Track(player_.gCdTrack);
-    const std::int32_t length = isCd() ? trackEnd(player_, *mmcMci) - player_.gCdTrack : mmcMci->Length();
-    if (length > 0) player_.gLength = length;
+    if (isCd() && player_.gLength == 0) {
+        mmcMci->Track(player_.gCdTrack);
+        player_.gLength = trackEnd(player_, *mmcMci) - player_.gCdTrack;
+    } else if (!isCd()) {
+        const std::int32_t length = mmcMci->Length();
+        if (length > 0) player_.gLength = length;
+    }
 }
 
 void frmMCIWindow::showProgress(std::int32_t position) {

@@ -48,13 +48,15 @@ void frmMovieWindow::Form_Activate() {
 void frmMovieWindow::amvMovie_OpenComplete() {
     if (amvMovie->FileName().empty()) return;
     opened = true;
-    player_.gLength = static_cast<std::int32_t>(std::nearbyint(amvMovie->Duration()));
+    takeLength();
     sizeToMovie();
     Windows& windows = player_.ports.windows;
     Move((windows.screenWidth() - Width) / 2, (windows.screenHeight() - Height) / 2);
     tmrMovie.Interval = player_.gDelayTime;
     tmrMovie.Enabled = true;
 }
+
+void frmMovieWindow::takeLength() { player_.gLength = static_cast<std::int32_t>(std::nearbyint(amvMovie->Duration())); }
 
 void frmMovieWindow::sizeToMovie() {
     MovieControl& movie = *amvMovie;
@@ -109,6 +111,7 @@ void frmMovieWindow::amvMovie_Timer() {
     auto* panel = player_.forms.find<MainPanelControls>();
     if (panel == nullptr) return;
     const double position = amvMovie->CurrentPosition();
+    takeLength();  // a guessed one may have become better meanwhile
     setTime(*panel, numberText(position));
     setSlider(player_, *panel, position, player_.gLength);
     if (player_.gQuickPlay && position > kQuickPlaySeconds) {

@@ -13,6 +13,10 @@ class SoundStage : public Stage {
 public:
     virtual SoundDevices& sound() = 0;
     virtual bool reached() = 0;
+    /// Another program sets the volume of the output in use; false: none can here.
+    virtual bool setByAnother(std::uint32_t /*volume*/) { return false; }
+    /// That output, made when it is not there, is in use from now on; false: there is but one here.
+    virtual bool useOutput(const std::string& /*name*/) { return false; }
 };
 
 class SoundDevicesContract : public ::testing::TestWithParam<StageFactory<SoundStage>> {
@@ -36,6 +40,45 @@ TEST_P(SoundDevicesContract, ReadsBackEachChannel) {
             << std::hex << sound.waveOutGetVolume().value_or(0);
     }
     sound.waveOutSetVolume(before);
+}
+
+TEST_P(SoundDevicesContract, AVolumeThatAnotherProgramSetsIsTold) {
+    if (!stage->reached()) return;
+    ASSERT_TRUE(stage->waitFor([this] { return sound.waveOutGetVolume().has_value(); }, 3000));
+    sound.waveOutSetVolume(0x11111111);
+    int told = 0;
+    sound.WaveOutChanged.tie([&told] { ++told; });
+    if (!stage->setByAnother(0x33333333)) GTEST_SKIP() << "no other program sets it here";
+    EXPECT_EQ(told, 0) << "never from inside a call";
+    EXPECT_TRUE(stage->waitFor([&] { return told > 0 && sound.waveOutGetVolume() == 0x33333333U; }, 3000));
+}
+
+TEST_P(SoundDevicesContract, AnOutputIsSetByItsNameAndNoOtherIsTouched) {
+    if (!stage->reached()) {
+        EXPECT_EQ(sound.waveOutName(), std::nullopt);
+        sound.waveOutSetVolumeOf("", 0);
+        sound.waveOutSetVolumeOf("none", 0);
+        return;
+    }
+    ASSERT_TRUE(stage->waitFor([this] { return sound.waveOutGetVolume().has_value(); }, 3000));
+    const std::optional<std::string> first = sound.waveOutName();
+    ASSERT_TRUE(first);
+    sound.waveOutSetVolumeOf(*first, 0x55555555);
+    EXPECT_TRUE(stage->waitFor([&] { return sound.waveOutGetVolume() == 0x55555555U; }, 3000));
+    sound.waveOutSetVolumeOf("gone", 0x11111111);
+    sound.waveOutSetVolumeOf("", 0x11111111);
+    EXPECT_FALSE(stage->waitFor([&] { return sound.waveOutGetVolume() != 0x55555555U; }, 100));
+    int told = 0;
+    sound.WaveOutChanged.tie([&told] { ++told; });
+    if (!stage->useOutput("other")) GTEST_SKIP() << "there is but one output here";
+    EXPECT_TRUE(stage->waitFor([&] { return told > 0 && sound.waveOutName() == "other"; }, 5000));
+    sound.waveOutSetVolume(0x22222222);
+    EXPECT_TRUE(stage->waitFor([&] { return sound.waveOutGetVolume() == 0x22222222U; }, 3000));
+    sound.waveOutSetVolumeOf(*first, 0x77777777);
+    EXPECT_FALSE(stage->waitFor([&] { return sound.waveOutGetVolume() != 0x22222222U; }, 100));
+    ASSERT_TRUE(stage->useOutput(*first));
+    EXPECT_TRUE(
+        stage->waitFor([&] { return sound.waveOutName() == first && sound.waveOutGetVolume() == 0x77777777U; }, 5000));
 }
 
 TEST_P(SoundDevicesContract, DevicesThatAreNotThereSayNothing) {

@@ -38,7 +38,7 @@ public:
     FakeProcess process{loop, log};
     FakeRandom random{log};
     FakePictures pictures{loop, schedule, log};
-    FakeSound sound{log};
+    FakeSound sound{loop, log};
     FakeMedia media{loop, windows, schedule, log};
 
     /// The ports; the machine must outlive their users.

@@ -20,6 +20,7 @@ public:
     const std::string& DeviceType() const override { return deviceType_; }
     void FileName(const std::string& path) override;
     void Command(std::string_view command) override;
+    bool Opening() const override { return opening_; }
     void TimeFormat(int format) override;
     void UpdateInterval(int milliseconds) override;
     void Track(int track) override;
@@ -35,6 +36,8 @@ public:
     bool isPaused() const { return paused_; }
     /// A Failed event as of a device that goes away while it plays.
     void fail(const std::string& reason);
+    /// The device is, or is not, still being opened.
+    void opening(bool on) { opening_ = on; }
     /// The open file turns out to be so long: its length was a guess. The play that runs goes on.
     void correctLength(std::int32_t milliseconds);
     /// Stands at a place, in the time format, while it plays on: as a disc does that has run behind a track's end.
@@ -75,6 +78,7 @@ private:
     bool playing_ = false;
     bool paused_ = false;
     bool statusWaits_ = false;
+    bool opening_ = false;
     std::int64_t position_ = 0;   ///< units, at startedAt_ while playing
     std::int64_t playEnd_ = 0;    ///< units
     std::int64_t startedAt_ = 0;  ///< virtual time of the play

@@ -34,6 +34,8 @@ public:
     int State() const override { return state_; }
 
     bool isOpen() const { return opened_.has_value(); }
+    /// The length was guessed; it is known now.
+    void correctDuration(double seconds) { opened_->seconds = seconds; }
     /// A Failed event as of a file that turns out to be damaged while it plays.
     void fail(const std::string& reason);
 

@@ -47,4 +47,32 @@ void FakeSound::waveOutSetVolume(std::uint32_t volume) {
     if (wave) wave = volume;
 }
 
+std::optional<std::string> FakeSound::waveOutName() {
+    log_.asked("sound.waveOutName");
+    return wave ? std::optional(output) : std::nullopt;
+}
+
+void FakeSound::waveOutSetVolumeOf(const std::string& name, std::uint32_t volume) {
+    log_.did("sound.waveOutSetVolumeOf " + name + " " + word(volume));
+    if (name == output && wave) wave = volume;
+    if (const auto other = others.find(name); other != others.end()) other->second = volume;
+}
+
+void FakeSound::setByAnother(std::uint32_t volume) {
+    wave = volume;
+    tellChange();
+}
+
+void FakeSound::useOutput(const std::string& name) {
+    if (wave) others[output] = *wave;
+    output = name;
+    wave = others.try_emplace(name, 0xFFFFFFFF).first->second;
+    others.erase(name);
+    tellChange();
+}
+
+void FakeSound::tellChange() {
+    loop_.post([this] { WaveOutChanged.raise(); });
+}
+
 }  // namespace corvane

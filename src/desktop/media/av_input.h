@@ -34,6 +34,7 @@ public:
     bool seekByte(std::int64_t position);
     bool seekTime(std::int64_t timestamp);  ///< in the stream's time base; at or before it
 
+    void opened() { source_->opened(); }  ///< its sound has been found
     AVFormatContext& file() const { return *file_; }
     AVStream& stream() const { return *stream_; }
     const AVCodecParameters& codec() const { return *stream_->codecpar; }

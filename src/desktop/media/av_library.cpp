@@ -2,6 +2,7 @@
 #include "desktop/media/av_library.h"
 
 #include <atomic>
+#include <mutex>
 #include <string>
 
 #include "desktop/media/shared_library.h"
@@ -17,9 +18,10 @@ std::string versioned(const char* name, int major) { return std::string(name) + 
 
 struct Loaded {
     AvLibrary functions;
-    bool complete = true;
+    bool complete = false;
 
-    Loaded() {
+    void load() {
+        complete = true;
         const SharedLibrary format(versioned("libavformat", LIBAVFORMAT_VERSION_MAJOR));
         const SharedLibrary codec(versioned("libavcodec", LIBAVCODEC_VERSION_MAJOR));
         const SharedLibrary util(versioned("libavutil", LIBAVUTIL_VERSION_MAJOR));
@@ -41,17 +43,20 @@ struct Loaded {
 
 std::atomic<bool> isLoaded{false};
 
-const Loaded& loaded() {
-    static const Loaded once;  // functions, not state: they may stay for as long as the process does
+Loaded& loaded() {
+    static Loaded once;  // functions, not state: they may stay for as long as the process does
     return once;
 }
 
 }  // namespace
 
 bool loadAv() {
-    const bool complete = loaded().complete;
-    isLoaded = true;
-    return complete;
+    static std::mutex mutex;
+    const std::lock_guard lock(mutex);
+    // What was refused, as when no descriptor was left, may be there now.
+    if (!loaded().complete) loaded().load();
+    isLoaded = loaded().complete;
+    return isLoaded;
 }
 
 bool avIsLoaded() { return isLoaded; }

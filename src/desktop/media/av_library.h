@@ -70,7 +70,7 @@ struct AvLibrary {
 #undef CORVANE_DECLARE
 };
 
-/// Loads the libraries at the first call; any thread. False: they are not there.
+/// Loads the libraries at the first call, and tries again while it could not; any thread. False: they are not there.
 bool loadAv();
 /// True once they are loaded; loads nothing.
 bool avIsLoaded();

@@ -23,14 +23,21 @@ public:
     /// Gives it to a demuxer, which must be closed before it goes.
     void feed(AVFormatContext& input);
     const DriveFile& file() const { return *file_; }
+    /// What is in it has been found: it may be read as far as it goes. Before, reading ends after kMostToOpen bytes, so
+    /// that nobody looks for what is not there through a file that never ends.
+    void opened() { mostToRead_ = INT64_MAX; }
+    static constexpr std::int64_t kMostToOpen = std::int64_t{64} << 20;
 
 private:
-    explicit AvSource(std::unique_ptr<DriveFile> file) : file_(std::move(file)) {}
+    AvSource(std::unique_ptr<DriveFile> file, const std::atomic<bool>* giveUp)
+        : file_(std::move(file)), giveUp_(giveUp) {}
     static int read(void* self, std::uint8_t* to, int count);
     static std::int64_t seek(void* self, std::int64_t offset, int whence);
 
     std::unique_ptr<DriveFile> file_;
+    const std::atomic<bool>* giveUp_;  ///< may be null
     std::int64_t at_ = 0;
+    std::int64_t mostToRead_ = kMostToOpen;
     AVIOContext* context_ = nullptr;
 };
 

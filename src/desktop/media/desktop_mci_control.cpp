@@ -19,10 +19,10 @@ constexpr double kEarlySeconds = 0.02;
 constexpr double kEarlierSeconds = 0.08;
 
 OpenedSound openSound(const std::string& device, const std::string& file,
-                      const std::shared_ptr<Synthesizer>& synthesizer) {
+                      const std::shared_ptr<Synthesizer>& synthesizer, const Abandoned& flag) {
     if (device == "CDAudio") return openCdSound(file);
-    if (device == "Sequencer" || holdsMidi(file)) return MidiSound::open(file, synthesizer);
-    return FileSound::open(file);
+    if (device == "Sequencer" || holdsMidi(file, flag.get())) return MidiSound::open(file, synthesizer, flag);
+    return FileSound::open(file, flag);
 }
 
 }  // namespace
@@ -62,8 +62,8 @@ void DesktopMciControl::openDevice() {
     closeDevice();
     const std::uint64_t ticket = ticket_;
     change(State::Opening);
-    job_ = OpenJob::start([device = DeviceType(), file = fileName(),
-                           synthesizer = station_.synthesizer] { return openSound(device, file, synthesizer); },
+    job_ = OpenJob::start([device = DeviceType(), file = fileName(), synthesizer = station_.synthesizer](
+                              const Abandoned& flag) { return openSound(device, file, synthesizer, flag); },
                           [this, ticket, post = station_.post, alive = std::weak_ptr(alive_)] {
                               post([this, ticket, alive] {
                                   if (!alive.expired() && ticket == ticket_ && state_ == State::Opening) adopt();
@@ -80,8 +80,8 @@ void DesktopMciControl::adopt() {
     station_.trim.later();
     change(State::Stopped);
     const Wish wish = std::exchange(wish_, {});
-    if (wish.seek) seek(*wish.seek);
-    if (wish.play) play(wish.from, wish.to);
+    if (wish.at) seek(*wish.at);
+    if (wish.play) play(std::nullopt, wish.to);
     if (wish.hold) pause();
 }
 
@@ -113,10 +113,8 @@ void DesktopMciControl::leavePart() {
 
 void DesktopMciControl::play(Place from, Place to) {
     if (state_ == State::Opening) {
-        wish_.play = true;
-        wish_.from = from;
-        wish_.to = to;
-        wish_.hold = false;
+        // Without a place it goes on from where it stands, as it will when it is open.
+        wish_ = {from ? from : wish_.at, to, true, false};
         return;
     }
     const std::int64_t start = from ? frames(*from) : here();
@@ -178,7 +176,7 @@ void DesktopMciControl::pause() {
 }
 
 void DesktopMciControl::stop() {
-    wish_ = {};
+    wish_.play = wish_.hold = false;
     if (state_ == State::Opening) return;
     ++ticket_;
     leavePart();
@@ -187,8 +185,7 @@ void DesktopMciControl::stop() {
 
 void DesktopMciControl::seek(std::int32_t to) {
     if (state_ == State::Opening) {
-        wish_ = {};
-        wish_.seek = to;
+        wish_ = {to, std::nullopt, false, false};
         return;
     }
     ++ticket_;
@@ -219,7 +216,8 @@ std::int64_t DesktopMciControl::endFrame(std::int32_t to, std::int64_t start) co
 std::int32_t DesktopMciControl::place(std::int64_t frames) const {
     const int rate = sound_->format().rate;
     if (timeFormat() == kFormatTmsf) return sound_->toTmsf(frames);
-    return static_cast<std::int32_t>((frames * 1000 + rate / 2) / rate);
+    const std::int64_t milliseconds = (std::min(frames, kMostSeconds * rate) * 1000 + rate / 2) / rate;
+    return static_cast<std::int32_t>(milliseconds);
 }
 
 std::int64_t DesktopMciControl::here() const {
@@ -231,6 +229,12 @@ std::int32_t DesktopMciControl::TrackLength() const { return sound_ ? sound_->tr
 
 std::int32_t DesktopMciControl::Length() const { return sound_ ? place(sound_->frames()) : 0; }
 
-std::int32_t DesktopMciControl::Position() const { return sound_ ? place(here()) : 0; }
+std::int32_t DesktopMciControl::Position() const {
+    if (!sound_) return wish_.at.value_or(0);
+    // A track that has been played to its end stands at its own last place, not at the start of the next one.
+    const std::int64_t now = here();
+    const bool atEnd = timeFormat() == kFormatTmsf && part_ != 0 && now == partEnd_;
+    return place(atEnd ? now - 1 : now);
+}
 
 }  // namespace corvane

@@ -34,6 +34,7 @@ public:
     explicit DesktopMciControl(SoundStation& station);
     ~DesktopMciControl() override;
 
+    bool Opening() const override { return state_ == State::Opening; }
     void UpdateInterval(int milliseconds) override;
     std::int32_t TrackLength() const override;
     std::int32_t Length() const override;
@@ -75,7 +76,8 @@ private:
     bool endedPaused_ = false;  ///< the part's end came when it was paused already
     bool updatePosted_ = false;
     struct Wish {
-        Place seek, from, to;
+        Place at;  ///< where it is to stand, or to be played from
+        Place to;
         bool play = false, hold = false;
     };
     Wish wish_;  ///< asked for while still opening

@@ -8,18 +8,26 @@ extern "C" {
 #include <algorithm>
 #include <chrono>
 
+#include "desktop/media/saturate.h"
+
 namespace corvane {
 
 namespace {
 
 constexpr int kMaxChannels = 8;
+constexpr int kLeastRate = 1'000, kMostRate = 192'000;              ///< played; others are resampled
+constexpr int kLeastSourceRate = 100, kMostSourceRate = 1'536'000;  ///< read
+constexpr int kMostOfFrame = 2'000'000;  ///< frames: a decoded one that gives more is dropped
 constexpr int kPatience = 2000;          ///< packets without sound at the start before a file counts as damaged
 constexpr double kLeadInSeconds = 0.25;  ///< decoded and dropped before a place, so that the decoder has settled
 constexpr double kLeadInPages = 2.5;     ///< the same where a page of about a second cannot be used
-constexpr std::size_t kMarkEvery = 8;    ///< packets
-constexpr std::int64_t kSlack = 4096;    ///< frames by which a stated length may differ from the counted packets
+constexpr std::size_t kMarkEvery = 8;    ///< packets; more where a file has many
+constexpr std::size_t kMostMarks = std::size_t{1} << 18U;
+constexpr std::int64_t kSlack = 4096;  ///< frames by which a stated length may differ from the counted packets
 
 bool pcm(AVCodecID codec) { return codec >= AV_CODEC_ID_FIRST_AUDIO && codec < AV_CODEC_ID_ADPCM_IMA_QT; }
+
+bool makesSense(int rate) { return rate >= kLeastSourceRate && rate <= kMostSourceRate; }
 
 struct Skip {
     std::int64_t start = 0, end = 0;
@@ -34,9 +42,9 @@ Skip skipOf(const AVPacket& packet) {
 
 }  // namespace
 
-OpenedSound FileSound::open(const std::string& path) {
+OpenedSound FileSound::open(const std::string& path, const Abandoned& flag) {
     OpenedSound opened;
-    std::unique_ptr<FileSound> sound(new FileSound);
+    std::unique_ptr<FileSound> sound(new FileSound(flag));
     sound->path_ = path;
     sound->input_ = AvInput::open(path, &sound->abandoned, opened.reason);
     if (sound->input_ && sound->begin(opened.reason)) opened.sound = std::move(sound);
@@ -71,13 +79,20 @@ void FileSound::estimateLength() {
         frames = av().av_rescale_q(input_->file().duration, AV_TIME_BASE_Q, AVRational{1, format_.rate});
     }
     const bool guessed = input_->file().duration_estimation_method == AVFMT_DURATION_FROM_BITRATE;
-    frames_ = std::max<std::int64_t>(0, frames - skip_);
+    frames_ = std::clamp<std::int64_t>(saturatedDifference(frames, skip_), 0, mostFrames());
     known_ = frames > 0 && !guessed && places_ != Places::Counted;
 }
 
 /// Decodes the first sound: only that tells the true rate, and that there is something to hear.
 bool FileSound::begin(std::string& reason) {
     choosePlaces();
+    if (!firstSound(reason)) return false;
+    input_->opened();
+    reason.clear();
+    return rewind() || reopen();
+}
+
+bool FileSound::firstSound(std::string& reason) {
     reason = "The file holds no sound that can be decoded.";
     if (!input_->startDecoder(places_ == Places::Indexed)) return false;
     const AVFrame* frame = nullptr;
@@ -92,19 +107,32 @@ bool FileSound::begin(std::string& reason) {
         frame = input_->nextFrame();
         if (!packet && !frame) return false;
     }
-    if (!frame || frame->sample_rate <= 0) return false;
-    format_ = {frame->sample_rate, std::clamp(frame->ch_layout.nb_channels, 1, kMaxChannels)};
+    if (!frame) return false;
+    sourceRate_ = frame->sample_rate;
+    if (!makesSense(sourceRate_)) return reason = "Its sample rate makes no sense.", false;
+    format_ = {std::clamp(sourceRate_, kLeastRate, kMostRate),
+               std::clamp(frame->ch_layout.nb_channels, 1, kMaxChannels)};
+    skip_ = fromSource(skip_);
+    convert(*frame);
+    if (!resampler_) return reason = "Its channels cannot be mixed.", false;
+    av().swr_free(&resampler_);  // it holds the end of what was converted
     if (frame->best_effort_timestamp != AV_NOPTS_VALUE) origin_ = frame->best_effort_timestamp;
     estimateLength();
     if (places_ == Places::Stamped && pcm(input_->codec().codec_id) && input_->codec().block_align > 0 &&
         input_->file().nb_streams == 1 && firstByte >= 0) {
         // A file cut short still states its full length.
-        const std::int64_t held = (av().avio_size(input_->file().pb) - firstByte) / input_->codec().block_align;
+        const std::int64_t bytes = std::max<std::int64_t>(av().avio_size(input_->file().pb) - firstByte, 0);
+        const std::int64_t held = std::min(fromSource(bytes / input_->codec().block_align), mostFrames());
         frames_ = frames_ > 0 ? std::min<std::int64_t>(frames_, held) : held;
         known_ = true;
     }
-    reason.clear();
-    return rewind() || reopen();
+    return true;
+}
+
+/// Samples of the file as frames of ours.
+std::int64_t FileSound::fromSource(std::int64_t samples) const {
+    if (sourceRate_ == format_.rate) return samples;
+    return av().av_rescale(samples, format_.rate, sourceRate_);
 }
 
 /// Back to the start without opening the file again, which takes some ten milliseconds: where each sample has its own
@@ -123,6 +151,7 @@ bool FileSound::reopen() {
     std::unique_ptr<AvInput> input = AvInput::open(path_, &abandoned, reason);
     if (!input || !input->startDecoder(places_ == Places::Indexed)) return false;
     input_ = std::move(input);
+    input_->opened();
     standAtStart();
     return true;
 }
@@ -137,6 +166,7 @@ void FileSound::standAtStart() {
 
 void FileSound::convert(const AVFrame& frame) {
     const int channels = std::max(1, frame.ch_layout.nb_channels);
+    if (!makesSense(frame.sample_rate)) return;
     if (!resampler_ || frame.format != resampledFormat_ || frame.sample_rate != resampledRate_ ||
         channels != resampledChannels_) {
         AVChannelLayout from, to;
@@ -152,6 +182,7 @@ void FileSound::convert(const AVFrame& frame) {
     }
     const auto width = static_cast<std::size_t>(format_.channels);
     const int room = av().swr_get_out_samples(resampler_, frame.nb_samples);
+    if (room > kMostOfFrame) return;
     const std::size_t before = buffer_.size();
     buffer_.resize(before + static_cast<std::size_t>(std::max(0, room)) * width);
     auto* out = reinterpret_cast<std::uint8_t*>(buffer_.data() + before);
@@ -171,7 +202,8 @@ bool FileSound::takeFrame() {
     while (frame && aligning_ && !stampsCount_) frame = input_->nextFrame();
     if (!frame) return false;
     if (aligning_ && frame->best_effort_timestamp != AV_NOPTS_VALUE) {
-        at_ = toFrames(frame->best_effort_timestamp - origin_);
+        at_ = std::clamp(toFrames(saturatedDifference(frame->best_effort_timestamp, origin_)), -mostFrames(),
+                         mostFrames());
         aligning_ = false;
     }
     convert(*frame);
@@ -180,8 +212,8 @@ bool FileSound::takeFrame() {
 
 std::int64_t FileSound::packetFrames(const AVPacket& packet) const {
     if (packet.duration > 0) return toFrames(packet.duration);
-    return std::max(0,
-                    av().av_get_audio_frame_duration2(const_cast<AVCodecParameters*>(&input_->codec()), packet.size));
+    return fromSource(
+        std::max(0, av().av_get_audio_frame_duration2(const_cast<AVCodecParameters*>(&input_->codec()), packet.size)));
 }
 
 /// Decodes on until the buffer holds something. False: the end.
@@ -240,7 +272,7 @@ bool FileSound::seekStamped(std::int64_t frame) {
         const std::int64_t target = frame - static_cast<std::int64_t>(lead * format_.rate);
         if (target <= 0) break;
         const std::int64_t stamp =
-            origin_ + av().av_rescale_q(target, AVRational{1, format_.rate}, input_->stream().time_base);
+            saturatedSum(origin_, av().av_rescale_q(target, AVRational{1, format_.rate}, input_->stream().time_base));
         if (!input_->seekTime(stamp)) return false;
         input_->forgetDecoded();
         buffer_.clear();
@@ -285,7 +317,7 @@ void FileSound::dropUntil(std::int64_t frame) {
 }
 
 void FileSound::seek(std::int64_t frame) {
-    frame = std::max<std::int64_t>(0, frame);
+    frame = std::clamp<std::int64_t>(frame, 0, mostFrames());
     if (frame == at_ || (frame == 0 && at_ < 0)) return;
     // Going on from here is right everywhere; it is also the quicker way where it is not far.
     const bool ahead = frame > at_ && (places_ == Places::Counted || frame - at_ < format_.rate / 4);
@@ -301,7 +333,7 @@ void FileSound::seek(std::int64_t frame) {
 
 void FileSound::settle(std::int64_t frames) {
     if (!abandoned && frames > 0) {
-        frames_ = frames;
+        frames_ = std::min(frames, mostFrames());
         known_ = true;
     }
 }
@@ -310,27 +342,51 @@ void FileSound::measure() {
     const bool needed = places_ != Places::Stamped || !known_;
     std::string reason;
     const std::unique_ptr<AvInput> input = needed ? AvInput::open(path_, &abandoned, reason) : nullptr;
-    if (input && places_ == Places::Indexed) measureIndexed(*input);
-    if (input && places_ == Places::Stamped) measureStamped(*input);
-    if (input && places_ == Places::Counted) measureCounted(*input);
-    const std::lock_guard lock(mutex_);
-    isMeasured_ = true;
-    measured_.notify_all();
+    // Whoever waits for the marks goes on without them where there is no memory for them.
+    struct Tell {
+        FileSound& sound;
+        ~Tell() {
+            const std::lock_guard lock(sound.mutex_);
+            sound.isMeasured_ = true;
+            sound.measured_.notify_all();
+        }
+    } const tell{*this};
+    if (!input) return;
+    input->opened();
+    measureAll(*input);
+}
+
+void FileSound::measureAll(AvInput& input) {
+    switch (places_) {
+        case Places::Indexed:
+            return measureIndexed(input);
+        case Places::Stamped:
+            return measureStamped(input);
+        case Places::Counted:
+            return measureCounted(input);
+    }
 }
 
 void FileSound::measureIndexed(AvInput& input) {
     std::vector<Mark> marks;
     std::int64_t samples = 0;
     std::int64_t cut = 0;
-    std::size_t count = 0;
+    std::size_t count = 0, every = kMarkEvery;
     const AVRational base = input.stream().time_base;
     while (const AVPacket* packet = input.nextPacket()) {
-        if (count++ % kMarkEvery == 0) marks.push_back({packet->pos, samples});
-        samples += packet->duration > 0
-                       ? av().av_rescale_q(packet->duration, base, AVRational{1, format_.rate})
-                       : std::max(0, av().av_get_audio_frame_duration2(const_cast<AVCodecParameters*>(&input.codec()),
-                                                                       packet->size));
-        cut = skipOf(*packet).end;
+        if (count++ % every == 0) marks.push_back({packet->pos, samples});
+        if (marks.size() == kMostMarks) {  // every second one is enough
+            for (std::size_t i = 0; 2 * i < marks.size(); ++i) marks[i] = marks[2 * i];
+            marks.resize(marks.size() / 2);
+            every *= 2;
+        }
+        const std::int64_t lasts =
+            packet->duration > 0
+                ? av().av_rescale_q(packet->duration, base, AVRational{1, format_.rate})
+                : fromSource(std::max(0, av().av_get_audio_frame_duration2(
+                                             const_cast<AVCodecParameters*>(&input.codec()), packet->size)));
+        samples = std::min(saturatedSum(samples, std::max<std::int64_t>(lasts, 0)), mostFrames());
+        cut = fromSource(skipOf(*packet).end);
     }
     const std::lock_guard lock(mutex_);
     marks_ = std::move(marks);
@@ -346,7 +402,8 @@ void FileSound::measureIndexed(AvInput& input) {
 void FileSound::measureStamped(AvInput& input) {
     std::int64_t end = 0;
     while (const AVPacket* packet = input.nextPacket()) {
-        if (packet->pts != AV_NOPTS_VALUE) end = std::max(end, packet->pts + packet->duration - origin_);
+        if (packet->pts == AV_NOPTS_VALUE) continue;
+        end = std::max(end, saturatedDifference(saturatedSum(packet->pts, packet->duration), origin_));
     }
     settle(av().av_rescale_q(end, input.stream().time_base, AVRational{1, format_.rate}));
 }
@@ -359,7 +416,7 @@ void FileSound::measureCounted(AvInput& input) {
         more = packet != nullptr;
         input.send(packet);
         while (const AVFrame* frame = input.nextFrame())
-            samples += av().av_rescale(frame->nb_samples, format_.rate, std::max(1, frame->sample_rate));
+            samples += av().av_rescale(frame->nb_samples, format_.rate, std::max(kLeastSourceRate, frame->sample_rate));
     }
     settle(samples);
 }

@@ -16,7 +16,8 @@ namespace corvane {
 /// or where its places are only estimated: such files are measured packet by packet.
 class FileSound : public SoundBackend {
 public:
-    static OpenedSound open(const std::string& path);
+    static OpenedSound open(const std::string& path,
+                            const Abandoned& flag = std::make_shared<std::atomic<bool>>(false));
     ~FileSound() override;
 
     PcmFormat format() const override { return format_; }
@@ -38,8 +39,10 @@ private:
         std::int64_t sample;  ///< counted from the first packet
     };
 
-    FileSound() = default;
+    explicit FileSound(const Abandoned& flag) : SoundBackend(flag) {}
     bool begin(std::string& reason);
+    bool firstSound(std::string& reason);
+    void measureAll(AvInput& input);
     bool rewind();
     bool reopen();  ///< back to the very start
     void standAtStart();
@@ -58,15 +61,18 @@ private:
     void settle(std::int64_t frames);
     std::int64_t toFrames(std::int64_t duration) const;
     std::int64_t packetFrames(const AVPacket& packet) const;
+    std::int64_t fromSource(std::int64_t samples) const;
+    std::int64_t mostFrames() const { return kMostSeconds * format_.rate; }
 
     std::string path_;
     PcmFormat format_;
+    int sourceRate_ = 0;  ///< as the file has it; played at the nearest one that outputs take
     std::unique_ptr<AvInput> input_;
     SwrContext* resampler_ = nullptr;
     int resampledFormat_ = -1, resampledRate_ = 0, resampledChannels_ = 0;
     Places places_ = Places::Stamped;
     std::int64_t origin_ = 0;  ///< Stamped: time stamp of the first frame
-    std::int64_t skip_ = 0;    ///< Indexed: decoder delay, dropped from the front
+    std::int64_t skip_ = 0;    ///< Indexed: decoder delay, dropped from the front; frames of ours
     std::vector<float> buffer_;
     std::size_t used_ = 0;        ///< samples of buffer_ already given
     std::int64_t at_ = 0;         ///< frame of the next sample of the buffer

@@ -13,9 +13,12 @@ namespace corvane {
     X(fluid_settings_setnum)        \
     X(fluid_settings_setint)        \
     X(fluid_set_log_function)       \
-    X(fluid_is_soundfont)           \
+    X(new_fluid_defsfloader)        \
+    X(delete_fluid_sfloader)        \
+    X(fluid_sfloader_set_callbacks) \
     X(new_fluid_synth)              \
     X(delete_fluid_synth)           \
+    X(fluid_synth_add_sfloader)     \
     X(fluid_synth_sfload)           \
     X(fluid_synth_system_reset)     \
     X(fluid_synth_noteon)           \
@@ -35,7 +38,7 @@ struct FluidLibrary {
 #undef CORVANE_DECLARE
 };
 
-/// Loads the library at the first call; any thread. False: it is not there.
+/// Loads the library at the first call, and tries again while it could not; any thread. False: it is not there.
 bool loadFluid();
 /// Its functions, after loadFluid() succeeded.
 const FluidLibrary& fluid();

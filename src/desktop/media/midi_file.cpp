@@ -80,10 +80,12 @@ struct Track {
 /// Reads one track as far as it makes sense.
 class TrackReader {
 public:
-    TrackReader(std::string_view bytes, std::vector<std::string>& sysex) : bytes_(bytes), sysex_(sysex) {}
+    /// It stops behind one event more than `most`.
+    TrackReader(std::string_view bytes, std::vector<std::string>& sysex, std::size_t most)
+        : bytes_(bytes), sysex_(sysex), most_(most) {}
 
     Track read() {
-        while (!ended_ && !bytes_.empty()) {
+        while (!ended_ && !bytes_.empty() && track_.events.size() <= most_) {
             const auto delta = bytes_.variable();
             if (!delta || bytes_.empty()) break;
             const std::uint64_t before = std::exchange(tick_, tick_ + *delta);
@@ -160,6 +162,7 @@ private:
 
     Bytes bytes_;
     std::vector<std::string>& sysex_;
+    const std::size_t most_;
     Track track_;
     std::uint64_t tick_ = 0;
     std::uint8_t running_ = 0;
@@ -201,8 +204,9 @@ void workOutTime(std::vector<TickEvent>& events, std::uint64_t endTick, const Di
     std::uint64_t baseTick = 0;
     const auto timeOf = [&](std::uint64_t tick) {
         const auto ticks = static_cast<double>(tick - baseTick);
-        if (division.microsecondsPerTick > 0) return baseTime + ticks * division.microsecondsPerTick;
-        return baseTime + ticks * tempo / division.ticksPerQuarter;
+        const double perTick =
+            division.microsecondsPerTick > 0 ? division.microsecondsPerTick : tempo / division.ticksPerQuarter;
+        return std::min(baseTime + ticks * perTick, kLongestMidi);
     };
     for (TickEvent& one : events) {
         one.event.microseconds = timeOf(one.tick);
@@ -250,7 +254,9 @@ MidiFile readMidi(std::string_view bytes) {
         const std::string_view data = chunks.take(bigEndian(chunks.take(4)));
         if (name != "MTrk") continue;
         found = true;
-        Track track = TrackReader(data, file.sequence.sysex).read();
+        Track track = TrackReader(data, file.sequence.sysex, kMostMidiEvents - events.size()).read();
+        if (track.events.size() > kMostMidiEvents - events.size())
+            return failed("The MIDI file holds too many events.");
         const std::uint64_t base = inSequence ? end : 0;
         for (TickEvent& one : track.events) one.tick += base;
         end = std::max(end, base + track.end);

@@ -8,6 +8,10 @@
 
 namespace corvane {
 
+/// What is more than any music: a file with more events is refused, and what lies behind the longest time comes then.
+constexpr std::size_t kMostMidiEvents = 1'000'000;
+constexpr double kLongestMidi = 2e12;  ///< microseconds
+
 /// One event of a sequence that a synthesizer understands; tempo and text are already worked in or left out.
 struct MidiEvent {
     double microseconds = 0;  ///< from the start
@@ -35,7 +39,7 @@ bool looksLikeMidi(std::string_view bytes);
 
 /// Reads a standard MIDI file: formats 0, 1 and 2 (whose tracks follow each other), time in ticks with tempo changes or
 /// in SMPTE frames, running status, also wrapped in RIFF. A damaged track counts as far as it can be read; a file
-/// without any track fails.
+/// without any track fails, and one with too many events.
 MidiFile readMidi(std::string_view bytes);
 
 }  // namespace corvane

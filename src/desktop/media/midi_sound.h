@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "desktop/media/sound_backend.h"
 #include "desktop/media/synthesizer.h"
@@ -12,7 +13,8 @@ namespace corvane {
 /// controllers and bends are right there, and no note hangs.
 class MidiSound : public SoundBackend {
 public:
-    static OpenedSound open(const std::string& path, std::shared_ptr<Synthesizer> synthesizer);
+    static OpenedSound open(const std::string& path, std::shared_ptr<Synthesizer> synthesizer,
+                            const Abandoned& flag = std::make_shared<std::atomic<bool>>(false));
     ~MidiSound() override;
 
     PcmFormat format() const override { return Synthesizer::kFormat; }
@@ -21,17 +23,19 @@ public:
     void seek(std::int64_t frame) override;
 
 private:
-    MidiSound(MidiSequence sequence, std::shared_ptr<Synthesizer> synthesizer);
+    MidiSound(MidiSequence sequence, std::shared_ptr<Synthesizer> synthesizer, const Abandoned& flag);
     void fadeOut(float* samples, std::size_t count) const;
 
     MidiSequence sequence_;
     std::shared_ptr<Synthesizer> synthesizer_;
     std::int64_t length_;
     std::int64_t at_ = 0;
-    std::size_t next_ = 0;  ///< the event to play next
+    std::optional<std::int64_t> sought_;  ///< a seek that was cut short goes there
+    std::size_t next_ = 0;                ///< the event to play next
 };
 
 /// True when the file holds MIDI, whatever its name.
-bool holdsMidi(const std::string& path);
+/// `giveUp`: as for DriveCalls.
+bool holdsMidi(const std::string& path, const std::atomic<bool>* giveUp = nullptr);
 
 }  // namespace corvane

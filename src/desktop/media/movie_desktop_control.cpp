@@ -16,6 +16,7 @@ DesktopMovieControl::~DesktopMovieControl() {
 }
 
 bool DesktopMovieControl::borrowPlayer(std::string& reason) {
+    if (player_ && player_->stuck()) players_.giveBack(std::move(player_));
     if (player_) return true;
     player_ = players_.take(reason);
     if (!player_) return false;

@@ -67,6 +67,7 @@ std::optional<double> countedLength(const std::string& path, const std::atomic<b
     const Input input = openInput(path, *source);
     const std::unique_ptr<AVPacket, FreePacket> packet(av().av_packet_alloc());
     if (!input || !packet) return std::nullopt;
+    source->opened();
     std::vector<double> seconds(input->nb_streams, 0.0);
     while (!stop && av().av_read_frame(input.get(), packet.get()) >= 0) {
         const auto index = static_cast<std::size_t>(packet->stream_index);

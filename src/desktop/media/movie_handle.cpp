@@ -41,7 +41,7 @@ constexpr std::array<Option, 37> kOptions{{
     {"hwdec", "no", Without::Refuse},
     {"demuxer-max-bytes", "32MiB", Without::Refuse},
     {"demuxer-max-back-bytes", "8MiB", Without::Refuse},
-    {"vd-lavc-o", "max_pixels=9437184", Without::Refuse},  // 4096 by 2304: some ten are held
+    {"vd-lavc-o", "max_pixels=9437184", Without::Refuse},
     {"idle", "yes", Without::Refuse},
     {"pause", "yes", Without::Refuse},
     {"keep-open", "yes", Without::Refuse},
@@ -65,6 +65,8 @@ constexpr std::array<Option, 37> kOptions{{
     {"cache", "auto", Without::Play},
     {"stop-screensaver", "no", Without::Play},
 }};
+
+static_assert(kMostMoviePixels == 9437184);
 
 constexpr const char* kNotStarted = "The movie player cannot be started";
 

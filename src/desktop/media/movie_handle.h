@@ -17,6 +17,9 @@ struct DestroyMovieHandle {
 /// A player of the movie library, as the library knows it.
 using MovieHandle = std::unique_ptr<mpv_handle, DestroyMovieHandle>;
 
+/// Larger pictures are not decoded: some ten are held at once.
+constexpr int kMostMoviePixels = 4096 * 2304;
+
 /// How long making one may take before it counts as refused.
 constexpr std::chrono::seconds kMovieHandlePatience{2};
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "desktop/media/movie_library.h"
 
+#include <mutex>
+
 #include "desktop/media/shared_library.h"
 
 namespace corvane {
@@ -13,9 +15,10 @@ constexpr const char* kLibrary = "libmpv.so.2";
 
 struct Loaded {
     MovieLibrary functions;
-    bool complete = true;
+    bool complete = false;
 
-    Loaded() {
+    void load() {
+        complete = true;
         const SharedLibrary library(kLibrary);
 #define CORVANE_FIND(name) complete = library.find(#name, functions.name) && complete;
         CORVANE_MPV(CORVANE_FIND)
@@ -23,14 +26,20 @@ struct Loaded {
     }
 };
 
-const Loaded& loaded() {
-    static const Loaded once;  // functions, not state: they may stay for as long as the process does
+Loaded& loaded() {
+    static Loaded once;  // functions, not state: they may stay for as long as the process does
     return once;
 }
 
 }  // namespace
 
-bool loadMovieLibrary() { return loaded().complete; }
+bool loadMovieLibrary() {
+    static std::mutex mutex;
+    const std::lock_guard lock(mutex);
+    // What was refused, as when no descriptor was left, may be there now.
+    if (!loaded().complete) loaded().load();
+    return loaded().complete;
+}
 
 const MovieLibrary& movieLibrary() { return loaded().functions; }
 

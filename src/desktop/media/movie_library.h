@@ -36,7 +36,7 @@ struct MovieLibrary {
 #undef CORVANE_DECLARE
 };
 
-/// Loads the library at the first call. False: it is not there.
+/// Loads the library at the first call, and tries again while it could not. False: it is not there.
 bool loadMovieLibrary();
 /// Its functions, after loadMovieLibrary() succeeded.
 const MovieLibrary& movieLibrary();

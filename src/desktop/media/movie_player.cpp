@@ -13,6 +13,7 @@
 #include "desktop/media/movie_handle.h"
 #include "desktop/media/movie_library.h"
 #include "desktop/media/silence.h"
+#include "desktop/media/sound_backend.h"
 
 namespace corvane {
 
@@ -25,6 +26,25 @@ constexpr std::uint64_t tagged(Tag tag, std::uint32_t number) { return std::uint
 
 /// Program streams have no index: an exact seek must start well before its target.
 double seekOffset(const std::string& format) { return format.starts_with("mpeg") ? 2 : 0; }
+
+constexpr int kMostUnits = 1'000'000'000;
+constexpr int kMostSide = 8'192;
+constexpr double kMostArea = kMostMoviePixels;
+
+/// A picture can say that its pixels are a thousand times as wide as high: it keeps that shape, in a window's size.
+QSize sensiblePicture(QSize said) {
+    QSizeF size(said);
+    const double area = size.width() * size.height();
+    if (area > kMostArea) size *= std::sqrt(kMostArea / area);
+    const double side = std::max(size.width(), size.height());
+    if (side > kMostSide) size *= kMostSide / side;
+    return size.toSize().expandedTo({1, 1});
+}
+
+/// What a file says of its length is not to be believed.
+double sensibleLength(double seconds) {
+    return std::isnan(seconds) ? 0 : std::clamp(seconds, 0.0, static_cast<double>(kMostSeconds));
+}
 
 /// The library's word for an error, as a sentence.
 std::string sentence(int error) {
@@ -50,12 +70,18 @@ bool MoviePlayer::start(std::string& reason) {
     reason = "The movie player cannot be started";
     mpv_handle* const handle = library_->handle.get();
     silent_ = silenceWanted();
+    patience_.setSingleShot(true);
+    patience_.setInterval(kOpenPatience);
+    QObject::connect(&patience_, &QTimer::timeout, &patience_, [this] {
+        stuck_ = true;
+        tellFailed("It did not open in time.");
+    });
     if (!library_->source.attach(handle)) return false;
     library_->frames = std::make_unique<MovieFrames>(handle, [this] { wake(); });
     if (!library_->frames->usable()) return false;
     for (const auto& [name, format] :
          {std::pair{"time-pos", MPV_FORMAT_DOUBLE}, std::pair{"eof-reached", MPV_FORMAT_FLAG},
-          std::pair{"current-ao", MPV_FORMAT_STRING}}) {
+          std::pair{"duration", MPV_FORMAT_DOUBLE}, std::pair{"current-ao", MPV_FORMAT_STRING}}) {
         if (movieLibrary().mpv_observe_property(handle, 0, name, format) < 0) return false;
     }
     movieLibrary().mpv_set_wakeup_callback(
@@ -83,15 +109,17 @@ void MoviePlayer::open(const std::string& path) {
     std::error_code error;
     opening_ = true;
     path_ = std::filesystem::absolute(path, error).string();  // asks no drive
+    patience_.start();
     command(tagged(kLoad, number_), {"loadfile", source().begin(path_).c_str()});
 }
 
 void MoviePlayer::close() {
     ++number_;
     ++turn_;
+    patience_.stop();
     source().giveUp();
     counter_.giveUp();
-    opening_ = playing_ = ended_ = sounds_ = false;
+    opening_ = playing_ = ended_ = sounds_ = counted_ = false;
     entry_ = -1;
     seek_ = Seek::None;
     waiting_.reset();
@@ -250,6 +278,9 @@ void MoviePlayer::handleProperty(const mpv_event_property& property) {
     if (name == "time-pos") {
         time_ = *static_cast<const double*>(property.data);
         if (playing_ && seek_ == Seek::None && !waiting_) target_.reset();
+    } else if (name == "duration") {
+        // Guessed from the bit rate at first; it becomes better as the file is read.
+        if (!opening_ && !counted_) duration_ = sensibleLength(*static_cast<const double*>(property.data));
     } else if (name == "eof-reached" && *static_cast<const int*>(property.data) != 0) {
         checkEnd();
     }
@@ -290,17 +321,18 @@ void MoviePlayer::handleFact(const mpv_event& event) {
     }
     if (number != number_ || !opening_) return;
     const auto whole = [data] {
-        return data == nullptr ? 0 : static_cast<int>(*static_cast<const std::int64_t*>(data));
+        const std::int64_t value = data == nullptr ? 0 : *static_cast<const std::int64_t*>(data);
+        return static_cast<int>(std::clamp<std::int64_t>(value, 0, kMostUnits));
     };
     switch (tag) {
         case kWidth:
-            picture_.setWidth(std::max(whole(), 0));
+            picture_.setWidth(whole());
             break;
         case kHeight:
-            picture_.setHeight(std::max(whole(), 0));
+            picture_.setHeight(whole());
             break;
         case kDuration:
-            duration_ = data == nullptr ? 0 : std::max(*static_cast<const double*>(data), 0.0);
+            duration_ = data == nullptr ? 0 : sensibleLength(*static_cast<const double*>(data));
             break;
         case kSampleRate:
             sounds_ = whole() > 0;
@@ -315,7 +347,7 @@ void MoviePlayer::handleFact(const mpv_event& event) {
 }
 
 void MoviePlayer::completeOpening() {
-    if (picture_.isEmpty()) picture_ = {0, 0};
+    picture_ = picture_.isEmpty() ? QSize(0, 0) : sensiblePicture(picture_);
     if (picture_.isEmpty() && !sounds_) {
         tellFailed("Neither its picture nor its sound can be decoded");
         return;
@@ -333,7 +365,8 @@ void MoviePlayer::countLength() {
     const auto tell = [this, post = post_, number = number_](std::optional<double> counted) {
         post([this, number, counted] {
             if (number != number_) return;
-            if (counted) duration_ = *counted;
+            if (counted) duration_ = sensibleLength(*counted);
+            counted_ = counted.has_value();
             tellOpened();
         });
     };
@@ -343,6 +376,7 @@ void MoviePlayer::countLength() {
 
 void MoviePlayer::tellOpened() {
     opening_ = false;
+    patience_.stop();
     frames().setPicture(picture_);
     if (listener_.opened) listener_.opened();
 }

@@ -3,7 +3,9 @@
 
 #include <QObject>
 #include <QSize>
+#include <QTimer>
 #include <atomic>
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -58,6 +60,10 @@ public:
     MovieFrames& frames() { return *library_->frames; }
 
     /// The movie plays in silence because no sound server answered, or the one there was has gone.
+    /// It did not come to an end with a file for longer than kOpenPatience: it is not to be used again.
+    bool stuck() const { return stuck_; }
+    static constexpr std::chrono::seconds kOpenPatience{20};
+
     bool soundLost() const { return !silent_ && soundOutput_ == "null"; }
     void findSoundAgain();
 
@@ -96,6 +102,7 @@ private:
     void setNumber(const char* name, double value);
     void command(std::uint64_t tag, std::initializer_list<const char*> words);
 
+    QTimer patience_;   ///< with an opening
     QObject receiver_;  ///< what is told later, from this thread
     UiPost post_;       ///< what comes from the library's threads and ours
     std::atomic<bool> woken_{false};
@@ -119,6 +126,8 @@ private:
     double rate_ = 1;
     QSize picture_{0, 0};
     bool sounds_ = false;
+    bool stuck_ = false;
+    bool counted_ = false;  ///< the duration is exact
     std::string format_;
     bool silent_ = false;      ///< asked to make no sound
     std::string soundOutput_;  ///< the library's name of what it plays through; "" none

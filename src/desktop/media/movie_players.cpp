@@ -30,7 +30,7 @@ std::unique_ptr<MoviePlayer> MoviePlayers::take(std::string& reason) {
 void MoviePlayers::giveBack(std::unique_ptr<MoviePlayer> player) {
     player->listen({});
     player->close();
-    if (!idle_) idle_ = std::move(player);
+    if (!idle_ && !player->stuck()) idle_ = std::move(player);
 }
 
 bool MoviePlayers::soundServerAnswers() {

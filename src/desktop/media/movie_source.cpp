@@ -36,6 +36,7 @@ struct MovieSource::Stream {
 
     static std::int64_t read(void* cookie, char* to, std::uint64_t count) {
         Stream& stream = of(cookie);
+        if (stream.file->givenUp) return -1;
         const std::int64_t got = stream.bytes->read(stream.at, to, count);
         if (got < 0) stream.file->fail(stream.bytes->failure());
         if (got > 0) stream.at += got;

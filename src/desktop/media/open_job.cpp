@@ -34,14 +34,14 @@ bool OpenJob::fail(const char* reason) {
 }
 
 void OpenJob::run(const Opener& opener, const std::function<void()>& opened) {
-    OpenedSound result = opener();
+    OpenedSound result = opener(abandoned_);
     std::shared_ptr<SoundBackend> sound = std::move(result.sound);
     {
         const std::lock_guard lock(mutex_);
         finished_ = true;
         measured_ = !sound;
         reason_ = std::move(result.reason);
-        if (abandoned_) return;
+        if (*abandoned_) return;
         sound_ = sound;
         wake_.notify_all();
     }
@@ -78,11 +78,9 @@ std::string OpenJob::reason() const {
 
 void OpenJob::abandon() {
     const std::lock_guard lock(mutex_);
-    abandoned_ = true;
-    if (sound_) {
-        sound_->abandoned = true;
-        sound_.reset();
-    }
+    *abandoned_ = true;
+    if (sound_) sound_->abandoned = true;
+    sound_.reset();
 }
 
 }  // namespace corvane

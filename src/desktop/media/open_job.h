@@ -15,7 +15,8 @@ namespace corvane {
 /// Opens and measures a sound in a thread of its own, so that a slow drive or a damaged file holds nobody up.
 class OpenJob : public std::enable_shared_from_this<OpenJob> {
 public:
-    using Opener = std::function<OpenedSound()>;
+    /// Comes back early once the flag was set, which the sound keeps as its own.
+    using Opener = std::function<OpenedSound(const Abandoned& flag)>;
 
     /// Starts the thread. `opened` is called on it, once, when the sound is there or has failed; where the system
     /// refuses a thread, the job has finished at once, with that reason, and nothing is called.
@@ -38,7 +39,7 @@ private:
     std::condition_variable wake_;
     bool finished_ = false;
     bool measured_ = false;
-    bool abandoned_ = false;
+    Abandoned abandoned_ = std::make_shared<std::atomic<bool>>(false);
     std::shared_ptr<SoundBackend> sound_;
     std::string reason_;
 };

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace corvane {
 
@@ -15,13 +16,21 @@ struct PcmFormat {
     int channels = 2;  ///< 1 to 8
 };
 
+/// The longest axis, in seconds: what a file says of its length is not to be believed, and its milliseconds must leave
+/// room in 32 bits.
+constexpr std::int64_t kMostSeconds = 2'000'000;
+
+/// Set when nobody wants a sound any more, also while it is being opened.
+using Abandoned = std::shared_ptr<std::atomic<bool>>;
+
 /// One opened sound: a file, a MIDI sequence or a whole disc. A backend knows what sounds at each place of its own
 /// axis, counted in frames from 0; one shared output plays it, so a backend neither opens a device nor keeps a clock.
 /// Opened in a worker; read() and seek() are called from one reading thread at a time, never after or while destroyed;
 /// the others are called from the user-interface thread while the reading thread runs, and return at once.
 class SoundBackend {
 public:
-    SoundBackend() = default;
+    explicit SoundBackend(Abandoned flag = std::make_shared<std::atomic<bool>>(false))
+        : abandoned(*flag), abandonedFlag_(std::move(flag)) {}
     SoundBackend(const SoundBackend&) = delete;
     SoundBackend& operator=(const SoundBackend&) = delete;
     virtual ~SoundBackend() = default;
@@ -41,7 +50,7 @@ public:
     /// False: frames() is 0 or a guess until measure() has run.
     virtual bool lengthKnown() const { return true; }
     /// Set when nobody wants the sound any more.
-    std::atomic<bool> abandoned{false};
+    std::atomic<bool>& abandoned;
     /// Set when the reader wants a blocked read() to come back soon.
     std::atomic<bool> stopping{false};
 
@@ -51,6 +60,9 @@ public:
     virtual std::int32_t toTmsf(std::int64_t frame) const;
     /// Minutes in the lowest byte, then seconds, frames; 0 when there is no such track.
     virtual std::int32_t trackLength(int track) const;
+
+private:
+    Abandoned abandonedFlag_;
 };
 
 /// What opening gives: a backend, or the reason why not, in words.

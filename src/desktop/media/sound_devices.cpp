@@ -6,6 +6,7 @@
 #include <pulse/subscribe.h>
 
 #include <algorithm>
+#include <system_error>
 
 #include "desktop/media/media.h"
 
@@ -52,8 +53,17 @@ pa_cvolume fromVolumeWord(std::uint32_t word, unsigned channels) {
     return volume;
 }
 
-PulseSoundDevices::PulseSoundDevices() : link_("Corvane volume") {
+PulseSoundDevices::PulseSoundDevices(EventLoop* loop) : loop_(loop), link_("Corvane volume") {
+    try {
+        if (loop != nullptr) post_.emplace(*loop);
+    } catch (const std::system_error&) {
+        // No descriptor is left: the knob is right at each of its own steps.
+    }
     link_.onReady([this] {
+        {
+            const std::lock_guard lock(mutex_);
+            setting_ = 0;  // of a connection that is gone
+        }
         pa_context* context = link_.context();
         pa_context_set_subscribe_callback(
             context,
@@ -71,6 +81,7 @@ PulseSoundDevices::PulseSoundDevices() : link_("Corvane volume") {
 
 /// What was set last must still reach the server.
 PulseSoundDevices::~PulseSoundDevices() {
+    if (post_) post_->stop();
     if (!link_.ready(0)) return;
     bool drained = false;
     struct Flag {
@@ -105,45 +116,101 @@ void PulseSoundDevices::ask() {
 }
 
 void PulseSoundDevices::took(const pa_sink_info* info) {
+    bool changed = false;
     {
         const std::lock_guard lock(mutex_);
+        if (setting_ > 0 && info->name == output_) return;  // of before; it is asked for again
+        changed = !current_ || info->name != output_ || pa_cvolume_equal(&*current_, &info->volume) == 0;
         current_ = info->volume;
+        output_ = info->name;
     }
     link_.changed();
+    if (changed) tellChange();
+}
+
+/// On the connection's thread: the server has what was set.
+void PulseSoundDevices::settled() {
+    {
+        const std::lock_guard lock(mutex_);
+        setting_ = std::max(setting_ - 1, 0);
+        if (setting_ > 0) return;
+    }
+    ask();
+}
+
+void PulseSoundDevices::tellChange() {
+    if (!post_ || told_.exchange(true)) return;
+    (*post_)([this, alive = std::weak_ptr(alive_)] {
+        if (alive.expired()) return;
+        told_ = false;
+        WaveOutChanged.raise();
+    });
+}
+
+/// Waits for the server at the first reading only.
+bool PulseSoundDevices::known() {
+    const bool ready = link_.ready(kWaitMs);
+    if (ready) {
+        link_.waitFor(kWaitMs, [this] {
+            const std::lock_guard lock(mutex_);
+            return current_.has_value();
+        });
+    }
+    const std::lock_guard lock(mutex_);
+    if (!ready) current_.reset();
+    return current_.has_value();
 }
 
 std::optional<std::uint32_t> PulseSoundDevices::waveOutGetVolume() {
-    if (!link_.ready(kWaitMs)) {
-        const std::lock_guard lock(mutex_);
-        current_.reset();
-        return std::nullopt;
-    }
-    link_.waitFor(kWaitMs, [this] {
-        const std::lock_guard lock(mutex_);
-        return current_.has_value();
-    });
+    if (!known()) return std::nullopt;
     const std::lock_guard lock(mutex_);
     if (!current_) return std::nullopt;
     const std::uint32_t word = toVolumeWord(*current_);
-    if (read_.size() < kMostRemembered) read_[word] = *current_;
+    if (read_.size() < kMostRemembered) read_[{output_, word}] = *current_;
     return word;
 }
 
-void PulseSoundDevices::waveOutSetVolume(std::uint32_t word) {
-    if (!link_.ready(kWaitMs)) return;
-    pa_cvolume volume;
-    {
-        const std::lock_guard lock(mutex_);
-        const unsigned channels = current_ ? current_->channels : 2;
-        const auto exact = read_.find(word);
-        volume =
-            exact != read_.end() && exact->second.channels == channels ? exact->second : fromVolumeWord(word, channels);
-        if (current_) current_ = volume;
-    }
-    const PulseLink::Lock lock(link_);
-    release(pa_context_set_sink_volume_by_name(link_.context(), kSink, &volume, nullptr, nullptr));
+std::optional<std::string> PulseSoundDevices::waveOutName() {
+    if (!known()) return std::nullopt;
+    const std::lock_guard lock(mutex_);
+    return output_;
 }
 
-std::unique_ptr<SoundDevices> makeSoundDevices(EventLoop&) { return std::make_unique<PulseSoundDevices>(); }
+void PulseSoundDevices::waveOutSetVolume(std::uint32_t word) {
+    std::string name;
+    {
+        const std::lock_guard lock(mutex_);
+        name = current_ ? output_ : kSink;
+    }
+    set(name, word);
+}
+
+void PulseSoundDevices::waveOutSetVolumeOf(const std::string& name, std::uint32_t word) {
+    if (!name.empty()) set(name, word);
+}
+
+void PulseSoundDevices::set(const std::string& name, std::uint32_t word) {
+    if (!link_.ready(kWaitMs)) return;
+    const PulseLink::Lock lock(link_);
+    pa_cvolume volume;
+    {
+        const std::lock_guard guard(mutex_);
+        const bool inUse = current_ && name == output_;
+        const auto exact = read_.find({name, word});
+        const unsigned channels = inUse ? current_->channels : exact != read_.end() ? exact->second.channels : 2U;
+        volume =
+            exact != read_.end() && exact->second.channels == channels ? exact->second : fromVolumeWord(word, channels);
+        if (inUse) current_ = volume;
+    }
+    pa_operation* const operation = pa_context_set_sink_volume_by_name(
+        link_.context(), name.c_str(), &volume,
+        [](pa_context*, int /*success*/, void* self) { static_cast<PulseSoundDevices*>(self)->settled(); }, this);
+    if (operation == nullptr) return;
+    const std::lock_guard guard(mutex_);
+    ++setting_;
+    release(operation);
+}
+
+std::unique_ptr<SoundDevices> makeSoundDevices(EventLoop& loop) { return std::make_unique<PulseSoundDevices>(&loop); }
 
 }  // namespace corvane

@@ -3,11 +3,16 @@
 
 #include <pulse/volume.h>
 
+#include <atomic>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <optional>
+#include <string>
+#include <utility>
 
 #include "desktop/media/pulse_link.h"
+#include "desktop/media/ui_post.h"
 #include "platform/ports.h"
 
 struct pa_sink_info;
@@ -22,7 +27,8 @@ pa_cvolume fromVolumeWord(std::uint32_t word, unsigned channels);
 /// The volume of the sound server's default output. It has no auxiliary devices.
 class PulseSoundDevices : public SoundDevices {
 public:
-    PulseSoundDevices();
+    /// Changes are posted to the loop, which outlives it; null: they are not told.
+    explicit PulseSoundDevices(EventLoop* loop = nullptr);
     ~PulseSoundDevices() override;
 
     int auxGetNumDevs() override { return 0; }
@@ -31,17 +37,30 @@ public:
     void auxSetVolume(int, std::uint32_t) override {}
     /// Waits for the server only at the first reading; later it knows by the server's own reports.
     std::optional<std::uint32_t> waveOutGetVolume() override;
-    /// A word that was read before sets exactly what was read, however fine.
+    /// A word that was read before sets exactly what was read of that output, however fine.
     void waveOutSetVolume(std::uint32_t volume) override;
+    std::optional<std::string> waveOutName() override;
+    void waveOutSetVolumeOf(const std::string& name, std::uint32_t volume) override;
 
 private:
+    bool known();
     void ask();
     void took(const pa_sink_info* info);
+    void settled();
+    void set(const std::string& name, std::uint32_t volume);
+    void tellChange();
 
-    std::mutex mutex_;
+    EventLoop* loop_;
+    std::optional<UiPost> post_;  ///< none: nobody is told
+    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+    std::atomic<bool> told_{false};  ///< and not heard yet
+
+    std::mutex mutex_;  ///< guards what follows, up to the link
     std::optional<pa_cvolume> current_;
-    std::map<std::uint32_t, pa_cvolume> read_;  ///< exact volumes of the words given out
-    PulseLink link_;                            ///< its thread uses the members above: goes first
+    std::string output_;  ///< whose volume that is
+    int setting_ = 0;     ///< volumes on their way to the server, whose older reports do not count
+    std::map<std::pair<std::string, std::uint32_t>, pa_cvolume> read_;  ///< exact volumes of the words given out
+    PulseLink link_;  ///< its thread uses the members above: goes first
 };
 
 }  // namespace corvane

@@ -22,6 +22,7 @@ using std::chrono::milliseconds;
 constexpr milliseconds kPeriod{20};         ///< between two looks while playing
 constexpr milliseconds kRingOut{300};       ///< what ended is heard so long before the stream is held
 constexpr milliseconds kKeepStream{5'000};  ///< an idle stream wakes now and then: it goes after this
+constexpr milliseconds kStuck{3'000};       ///< a server that takes nothing for so long counts as gone
 constexpr milliseconds kLeave{500};         ///< for the reading thread at the end
 constexpr std::size_t kBlock = 2048;        ///< frames read at a time, so that a command waits little
 
@@ -81,8 +82,9 @@ private:
     std::unique_ptr<PcmSink> leaving_;  ///< another format's stream, until the end of its sound was heard
     PcmFormat format_{0, 0};
     Steady::time_point sinkTried_;
-    std::uint64_t seen_ = 0;     ///< changes obeyed
-    std::uint64_t current_ = 0;  ///< number of the part that is being read
+    Steady::time_point sinkTook_;  ///< when it last wanted something, or had no reason to
+    std::uint64_t seen_ = 0;       ///< changes obeyed
+    std::uint64_t current_ = 0;    ///< number of the part that is being read
     Part reading_;
     std::int64_t read_ = 0;  ///< frames of the sound given to the sink
     bool atEnd_ = false;     ///< nothing more to read
@@ -115,7 +117,7 @@ void SoundOutput::Reader::takeSink(PcmFormat format, double pendingFrames) {
     end_.reset();
     corked_ = true;
     format_ = format;
-    sinkTried_ = Steady::now();
+    sinkTried_ = sinkTook_ = Steady::now();
     if (!silent_) {
         if (!link_) link_.emplace("Corvane");
         sink_ = PulseSink::open(*link_, format);
@@ -133,7 +135,8 @@ void SoundOutput::Reader::takeSink(PcmFormat format, double pendingFrames) {
 
 /// The server has gone: the clock goes on in its place. It is back: its stream takes over where the clock stands.
 void SoundOutput::Reader::replaceLostSink() {
-    const bool lost = !sink_->alive();
+    const bool stuck = sink_->audible() && !corked_ && !atEnd_ && Steady::now() - sinkTook_ > kStuck;
+    const bool lost = stuck || !sink_->alive();
     const bool retry = !silent_ && !sink_->audible() && Steady::now() - sinkTried_ > milliseconds(PulseLink::kRetryMs);
     if (!lost && !(retry && link_ && link_->ready(50))) {
         if (retry) sinkTried_ = Steady::now();
@@ -204,6 +207,7 @@ void SoundOutput::Reader::obey(Guard& guard) {
         corked_ = hold;
     }
     if (state_ == Run::Playing) {
+        sinkTook_ = Steady::now();
         ticking = true;
         heardAt = Steady::now();
     } else {
@@ -223,6 +227,7 @@ void SoundOutput::Reader::pump(Guard& guard) {
         std::size_t room = std::min(sink_->writable(), kBlock);
         const std::int64_t left = reading_.to == kToEnd ? INT64_MAX : reading_.to - read_;
         const bool full = left <= 0;
+        if (room > 0) sinkTook_ = Steady::now();
         if (!full) room = static_cast<std::size_t>(std::min(left, static_cast<std::int64_t>(room)));
         if (room == 0 && !full) {
             // A stream that is full before it has begun, of the silence for another one's tail, must begin to get room.

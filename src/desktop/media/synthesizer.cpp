@@ -2,9 +2,7 @@
 #include "desktop/media/synthesizer.h"
 
 #include <array>
-#include <cstdlib>
-#include <filesystem>
-#include <vector>
+#include <utility>
 
 #include "desktop/media/fluid_library.h"
 
@@ -16,30 +14,6 @@ namespace {
 constexpr double kGain = 0.45;
 constexpr int kVoices = 128;
 constexpr int kDyingFrames = 8192;
-
-bool isSoundFont(const std::filesystem::path& path) {
-    std::error_code error;
-    return std::filesystem::is_regular_file(path, error) && fluid().fluid_is_soundfont(path.c_str());
-}
-
-std::string findSoundFont() {
-    namespace fs = std::filesystem;
-    if (const char* named = std::getenv("CORVANE_SOUNDFONT")) return isSoundFont(named) ? named : "";
-    for (const char* known : {"/usr/share/sounds/sf2/TimGM6mb.sf2", "/usr/share/sounds/sf2/default-GM.sf2",
-                              "/usr/share/soundfonts/default.sf2", "/usr/share/sounds/sf3/default-GM.sf3"}) {
-        if (isSoundFont(known)) return known;
-    }
-    std::vector<std::string> folders = {"/usr/share/sounds/sf2", "/usr/share/soundfonts", "/usr/share/sounds/sf3",
-                                        "/usr/local/share/soundfonts"};
-    if (const char* home = std::getenv("HOME")) folders.push_back(std::string(home) + "/.local/share/soundfonts");
-    for (const std::string& folder : folders) {
-        std::error_code error;
-        for (const auto& entry : fs::directory_iterator(folder, error)) {
-            if (isSoundFont(entry.path())) return entry.path().string();
-        }
-    }
-    return "";
-}
 
 }  // namespace
 
@@ -53,19 +27,21 @@ std::string Synthesizer::load() {
     const std::lock_guard lock(mutex_);
     if (synth_) return "";
     if (!loadFluid()) return "The synthesizer for MIDI is not installed.";
-    const std::string font = findSoundFont();
-    if (font.empty()) return "There are no sounds for MIDI: no soundfont was found.";
+    std::string reason;
+    std::unique_ptr<SoundFont> font = SoundFont::find(reason);
+    if (!font) return reason;
     for (const int level : {FLUID_PANIC, FLUID_ERR, FLUID_WARN, FLUID_INFO, FLUID_DBG})
         fluid().fluid_set_log_function(level, nullptr, nullptr);
     settings_ = fluid().new_fluid_settings();
     fluid().fluid_settings_setnum(settings_, "synth.sample-rate", kFormat.rate);
     fluid().fluid_settings_setnum(settings_, "synth.gain", kGain);
     fluid().fluid_settings_setint(settings_, "synth.polyphony", kVoices);
-    // Only the instruments in use are held in memory.
-    fluid().fluid_settings_setint(settings_, "synth.dynamic-sample-loading", 1);
+    // All instruments are held in memory: one that cannot be read later, in the middle of a play, ends the program.
+    fluid().fluid_settings_setint(settings_, "synth.dynamic-sample-loading", 0);
     fluid().fluid_settings_setint(settings_, "synth.threadsafe-api", 0);
     synth_ = fluid().new_fluid_synth(settings_);
-    if (synth_ && fluid().fluid_synth_sfload(synth_, font.c_str(), 1) != FLUID_FAILED) {
+    if (synth_ && font->load(settings_, synth_)) {
+        font_ = std::move(font);
         loaded_ = true;
         return "";
     }
@@ -73,7 +49,7 @@ std::string Synthesizer::load() {
     fluid().delete_fluid_settings(settings_);
     synth_ = nullptr;
     settings_ = nullptr;
-    return "The sounds for MIDI cannot be read: " + font;
+    return "The sounds for MIDI cannot be read: " + font->path();
 }
 
 bool Synthesizer::claim(const void* user) {

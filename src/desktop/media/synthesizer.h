@@ -3,11 +3,13 @@
 
 #include <atomic>
 #include <cstddef>
+#include <memory>
 #include <mutex>
 #include <string>
 
 #include "desktop/media/midi_file.h"
 #include "desktop/media/sound_backend.h"
+#include "desktop/media/sound_font.h"
 
 // The library's own names.
 struct _fluid_hashtable_t;  // NOLINT(bugprone-reserved-identifier)
@@ -41,6 +43,7 @@ private:
     std::mutex mutex_;
     struct _fluid_hashtable_t* settings_ = nullptr;
     struct _fluid_synth_t* synth_ = nullptr;
+    std::unique_ptr<SoundFont> font_;  ///< outlives the synthesizer
     const void* user_ = nullptr;
     std::atomic<bool> loaded_{false};
 };

@@ -18,6 +18,11 @@ public:
     void auxSetVolume(int device, std::uint32_t volume) override;
     std::optional<std::uint32_t> waveOutGetVolume() override;
     void waveOutSetVolume(std::uint32_t volume) override;
+    /// The first output has no name of its own: it stays the first one.
+    std::optional<std::string> waveOutName() override { return "0"; }
+    void waveOutSetVolumeOf(const std::string& name, std::uint32_t volume) override {
+        if (name == "0") waveOutSetVolume(volume);
+    }
 
 private:
     HWAVEOUT opened();

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <algorithm>
 #include <atomic>
+#include <csignal>
 #include <memory>
 #include <string>
 
@@ -44,6 +46,7 @@ public:
                                       "module-null-sink sink_name=nul"});
         ASSERT_TRUE(test::soundWaits([this] { return pactl({"info"}).contains("nul"); }, 10'000));
     }
+    void hang(bool on) const { ::kill(static_cast<pid_t>(process_.processId()), on ? SIGSTOP : SIGCONT); }
     void kill() {
         process_.kill();
         process_.waitForFinished(5000);
@@ -68,7 +71,7 @@ class ServedSoundStage : public SoundStage {
 public:
     ServedSoundStage(bool reached) : reached_(reached && haveServer()) {
         if (reached_) server_.start();
-        sound_ = std::make_unique<PulseSoundDevices>();
+        sound_ = std::make_unique<PulseSoundDevices>(&loop_);
     }
     EventLoop& loop() override { return loop_; }
     bool waitFor(const std::function<bool()>& condition, int atMostMs) override {
@@ -76,8 +79,22 @@ public:
     }
     SoundDevices& sound() override { return *sound_; }
     bool reached() override { return reached_; }
+    bool setByAnother(std::uint32_t volume) override {
+        server_.pactl({"set-sink-volume", "@DEFAULT_SINK@", share(volume & 0xFFFFU), share(volume >> 16U)});
+        return true;
+    }
+    bool useOutput(const std::string& name) override {
+        const QString wanted = QString::fromStdString(name);
+        if (!server_.pactl({"list", "short", "sinks"}).contains(wanted))
+            server_.pactl({"load-module", "module-null-sink", "sink_name=" + wanted});
+        server_.pactl({"set-default-sink", wanted});
+        return true;
+    }
 
 private:
+    /// A channel of a volume word as the server counts it, where 65536 is full.
+    static QString share(std::uint32_t half) { return QString::number((half * 65536ULL + 32767) / 65535); }
+
     Server server_;
     test::SoundLoop loop_;
     bool reached_;
@@ -154,6 +171,46 @@ TEST_F(SoundServerTest, PlaysOnInSilenceAndIsHeardAgain) {
         EXPECT_EQ(control.Position(), 4000);
     }
     station.post.stop();
+}
+
+TEST_F(SoundServerTest, AServerThatHangsHoldsNothingUpAndIsHeardWhenItGoesOn) {
+    server.start();
+    test::SoundLoop loop;
+    SoundStation station(loop, false);
+    {
+        DesktopMciControl control(station);
+        int done = 0;
+        control.Done.tie([&](int /*code*/) { ++done; });
+        control.FileName(test::soundSample("scale.wav"));
+        control.Command("Open");
+        control.Command("Play");
+        ASSERT_TRUE(test::soundWaits([&] { return control.Position() > 100; }, 5000));
+        server.hang(true);
+        QElapsedTimer clock;
+        clock.start();
+        const int hung = control.Position();
+        EXPECT_TRUE(test::soundWaits([&] { return control.Position() > hung + 1000; }, 10'000)) << "the clock goes on";
+        control.Command("Pause");
+        control.Command("Play");
+        EXPECT_LT(clock.elapsed(), 12'000);
+        server.hang(false);
+        EXPECT_TRUE(test::soundWaits([&] { return done == 1; }, 15'000));
+    }
+    {
+        server.hang(true);
+        QElapsedTimer clock;
+        clock.start();
+        DesktopMciControl control(station);
+        control.FileName(test::soundSample("scale.wav"));
+        control.Command("Open");
+        control.Command("Play");
+        PulseSoundDevices sound(&loop);
+        EXPECT_EQ(sound.waveOutGetVolume(), std::nullopt);
+        EXPECT_LT(clock.elapsed(), 2'000) << "nobody waits for it";
+        EXPECT_TRUE(test::soundWaits([&] { return control.Position() > 500; }, 10'000)) << "it plays by the clock";
+    }
+    station.post.stop();
+    server.hang(false);
 }
 
 TEST_F(SoundServerTest, AStreamIsGivenBackWhenNothingPlays) {

@@ -23,6 +23,14 @@ public:
     }
     SoundDevices& sound() override { return machine.sound; }
     bool reached() override { return reached_; }
+    bool setByAnother(std::uint32_t volume) override {
+        machine.sound.setByAnother(volume);
+        return true;
+    }
+    bool useOutput(const std::string& name) override {
+        machine.sound.useOutput(name);
+        return true;
+    }
 
 private:
     bool reached_;

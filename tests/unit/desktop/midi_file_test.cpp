@@ -176,5 +176,28 @@ TEST(MidiFileTest, LongTicksDoNotLoseMilliseconds) {
     EXPECT_NEAR(milliseconds(readMidi(header(0, 1, 480) + track(events))), 7000 * 333.333 / 480, 1e-3);
 }
 
+TEST(MidiFileTest, TooManyEventsAreRefusedInOneTrackAndInAll) {
+    const auto events = [](std::size_t count) {
+        std::string text = bytes({0, 0xC0, 0});
+        for (std::size_t i = 1; i < count; ++i) text += std::string(2, '\0');  // at once, by running status
+        return text + kEnd;
+    };
+    EXPECT_EQ(readMidi(header(0, 1, 96) + track(events(kMostMidiEvents))).sequence.events.size(), kMostMidiEvents);
+    EXPECT_EQ(readMidi(header(0, 1, 96) + track(events(kMostMidiEvents + 1))).reason,
+              "The MIDI file holds too many events.");
+    const std::string half = track(events(kMostMidiEvents / 2));
+    EXPECT_EQ(readMidi(header(1, 2, 96) + half + half).reason, "");
+    EXPECT_EQ(readMidi(header(1, 3, 96) + half + half + track(events(1))).reason,
+              "The MIDI file holds too many events.");
+}
+
+TEST(MidiFileTest, AnEndlessSequenceIsHeldAtTheLongestTime) {
+    std::string events = bytes({0}) + tempo(0xFFFFFF);
+    for (int i = 0; i < 100; ++i) events += bytes({0xFF, 0xFF, 0xFF, 0x7F, 0xC0, 0});
+    const MidiFile file = readMidi(header(0, 1, 1) + track(events + kEnd));
+    EXPECT_EQ(file.sequence.microseconds, kLongestMidi);
+    for (const MidiEvent& event : file.sequence.events) EXPECT_LE(event.microseconds, kLongestMidi);
+}
+
 }  // namespace
 }  // namespace corvane

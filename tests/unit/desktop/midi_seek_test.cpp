@@ -123,5 +123,27 @@ TEST_F(MidiSeek, AnotherSequenceLeavesNothingBehind) {
     EXPECT_GT(heard.left, 0.01);
 }
 
+TEST_F(MidiSeek, ASeekAndAReadAreGivenUpAndGoOnAfterwards) {
+    Score score;
+    for (int i = 0; i < 1000; ++i) score.after(0, {0xB0, 7, i % 128});
+    const std::unique_ptr<SoundBackend> sound = open(score.after(500, {0xC0, 19}).after(500, {0x90, 60, 100}));
+    std::vector<float> samples(2 * kRate, 1.0F);
+    sound->stopping = true;
+    EXPECT_EQ(sound->read(samples.data(), 100), 0U);
+    sound->seek(kRate);
+    EXPECT_EQ(sound->read(samples.data(), 100), 0U) << "it is not where it should be";
+    sound->stopping = false;
+    EXPECT_EQ(sound->read(samples.data(), kRate / 2), kRate / 2) << "and goes there now";
+    EXPECT_GT(measure(samples, kRate / 2).left, 0.001);
+    sound->abandoned = true;
+    sound->seek(0);
+    EXPECT_EQ(sound->read(samples.data(), 100), 0U);
+}
+
+TEST_F(MidiSeek, ALargeFileIsRefused) {
+    folder.write("a.mid", "MThd" + std::string((16U << 20U) + 1, '\0'));
+    EXPECT_EQ(MidiSound::open(folder.in("a.mid"), synthesizer).reason, "The MIDI file is too large.");
+}
+
 }  // namespace
 }  // namespace corvane

@@ -9,6 +9,7 @@
 #include <future>
 #include <thread>
 
+#include "contract/desktop/mci_rig.h"
 #include "contract/desktop/movie_rig.h"
 #include "desktop/drive_file.h"
 #include "desktop/media/cd_folder.h"
@@ -19,6 +20,7 @@
 #include "desktop/qt_files.h"
 #include "desktop/qt_pictures.h"
 #include "unit/desktop/cd_image.h"
+#include "unit/desktop/midi_score.h"
 #include "unit/desktop/offscreen.h"
 
 namespace corvane {
@@ -264,6 +266,127 @@ TEST_F(StalledDrive, PipesAndDevicesAreNoFilesAndHoldNobodyUp) {
     EXPECT_NE(openCdSound(on("pipe.cue")).reason, "");
     EXPECT_NE(openCdSound("/dev/zero").reason, "");
     EXPECT_LT(taken(begin), kAtOnce);
+}
+
+/// The sounds for MIDI lie where the environment says.
+class NamedSoundFont {
+public:
+    explicit NamedSoundFont(const std::string& path) { setenv("CORVANE_SOUNDFONT", path.c_str(), 1); }
+    NamedSoundFont(const NamedSoundFont&) = delete;
+    NamedSoundFont& operator=(const NamedSoundFont&) = delete;
+    ~NamedSoundFont() { unsetenv("CORVANE_SOUNDFONT"); }
+};
+
+constexpr const char* kFont = "/usr/share/sounds/sf2/TimGM6mb.sf2";
+
+TEST_F(StalledDrive, ASoundFontIsWaitedForLikeEveryFile) {
+    std::filesystem::copy_file(kFont, on("a.sf2"));
+    const NamedSoundFont named(on("a.sf2"));
+    for (const char* const how : {"open", "read"}) {
+        stall(how);
+        Synthesizer synthesizer;
+        const auto begin = Clock::now();
+        EXPECT_NE(synthesizer.load().find(DriveCalls::kNoAnswer), std::string::npos) << how;
+        EXPECT_LT(taken(begin), DriveCalls::kPatience * 2 + kSlack) << how;
+        letGo();
+        ASSERT_TRUE(answersAgain());
+        EXPECT_EQ(synthesizer.load(), "") << how;
+    }
+}
+
+TEST_F(StalledDrive, InstrumentsAreThereWhenTheirDriveStopsAnswering) {
+    std::filesystem::copy_file(kFont, on("a.sf2"));
+    const NamedSoundFont named(on("a.sf2"));
+    put("a.mid", test::Score().after(0, {0xC0, 19}).after(10, {0x90, 60, 100}).file());
+    OpenedSound opened = MidiSound::open(on("a.mid"), std::make_shared<Synthesizer>());
+    ASSERT_TRUE(opened.sound) << opened.reason;
+    stall("read");
+    std::vector<float> samples(2 * 44100);
+    const auto begin = Clock::now();
+    EXPECT_EQ(opened.sound->read(samples.data(), 4410), 4410U);
+    EXPECT_LT(taken(begin), DriveCalls::kPatience + kSlack);
+}
+
+TEST_F(StalledDrive, ASoundFontThatIsNoneIsToldAtOnce) {
+    ASSERT_EQ(mkfifo(folder_.in("pipe").c_str(), 0600), 0);
+    folder_.write("text.sf2", "RIFF of a song");
+    for (const std::string& path : {folder_.in("pipe"), folder_.path(), folder_.in("none"), folder_.in("text.sf2"),
+                                    std::string("/dev/zero"), std::string("/dev/stdin"), std::string()}) {
+        const NamedSoundFont named(path);
+        const auto begin = Clock::now();
+        const std::string reason = Synthesizer().load();
+        EXPECT_NE(reason.find("The sounds for MIDI cannot be read: " + path), std::string::npos) << reason;
+        EXPECT_LT(taken(begin), kAtOnce) << path;
+    }
+}
+
+/// What is asked of a disc that is being opened is done when it is open.
+TEST_F(StalledDrive, ADiscThatIsOpeningKeepsThePlaceOfItsFirstPlay) {
+    test::writeImage(folder_.in("drive"), "tones", {{440, 300}, {660, 300}, {880, 300}});
+    put("Track02.cda", "");
+    test::SoundLoop loop;
+    SoundStation station(loop, true);
+    {
+        DesktopMciControl control(station);
+        control.DeviceType("CDAudio");
+        control.FileName(on("Track02.cda"));
+        stall("open");
+        control.Command("Open");
+        control.TimeFormat(kFormatTmsf);
+        control.From(2);
+        control.To(2);
+        control.Command("Play");
+        EXPECT_EQ(control.Position(), 2) << "a target is read at once";
+        control.Command("Pause");
+        control.To(2);
+        control.Command("Play");
+        letGo();
+        EXPECT_TRUE(test::soundWaits([&] { return control.Position() > 2 && control.Position() != 1; }, 8'000));
+        EXPECT_EQ(control.Position() & 0xFF, 2);
+
+        control.Command("Close");
+        stall("open");
+        control.Command("Open");
+        control.From(3 | 1 << 16);
+        control.To(3);
+        control.Command("Play");
+        control.Command("Pause");
+        letGo();
+        EXPECT_TRUE(test::soundWaits([&] { return control.Length() > 0; }, 8'000));
+        EXPECT_EQ(control.Position(), 3 | 1 << 16) << "held where it was to be played from";
+        control.To(1 | 2 << 16);
+        control.Command("Seek");
+        EXPECT_EQ(control.Position(), 1 | 2 << 16);
+    }
+    station.post.stop();
+}
+
+TEST_F(StalledDrive, ATracksEndIsNotShownAsTheNextOnesStart) {
+    test::writeImage(folder_.in("drive"), "tones", {{440, 75}, {660, 75}});
+    put("Track01.cda", "");
+    test::SoundLoop loop;
+    SoundStation station(loop, true);
+    {
+        DesktopMciControl control(station);
+        int done = 0;
+        control.Done.tie([&done](int) { ++done; });
+        control.DeviceType("CDAudio");
+        control.FileName(on("Track01.cda"));
+        control.Command("Open");
+        control.TimeFormat(kFormatTmsf);
+        control.From(1);
+        control.To(1 | 1 << 16);
+        control.Command("Play");
+        test::soundWaits([&] { return control.Position() > 1; }, 5'000);
+        // No event runs: the end is on its way.
+        const auto until = Clock::now() + milliseconds(3'000);
+        std::int32_t last = 0;
+        while (Clock::now() < until) last = control.Position();
+        EXPECT_EQ(last & 0xFF, 1);
+        EXPECT_EQ(last, 1 | 74 << 24) << "its last place";
+        EXPECT_TRUE(test::soundWaits([&] { return done == 1; }, 5'000));
+    }
+    station.post.stop();
 }
 
 }  // namespace

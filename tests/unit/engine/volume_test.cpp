@@ -99,6 +99,72 @@ TEST_F(Volume, TheAutomaticChoiceTakesTheLastDeviceOfTheProductOrTheFirst) {
     EXPECT_EQ(player.gAuxType, -1) << "only -2 asks for a choice";
 }
 
+TEST_F(Volume, IsPutBackOnTheOutputWhereItWasFound) {
+    machine.sound.wave = 0xAAAA5555;
+    player.gAuxType = -1;
+    setUpPanel();
+    machine.sound.useOutput("headphones");
+    machine.settle();
+    SetVolume(player, 1);
+    const std::uint32_t chosen = *machine.sound.wave;
+    putVolumeBack(player);
+    EXPECT_EQ(machine.sound.wave, chosen) << "another output is left alone";
+    EXPECT_EQ(machine.sound.others.at("speakers"), 0xAAAA5555);
+    machine.clearCalls();
+    putVolumeBack(player);
+    EXPECT_EQ(machine.calls("sound"), Calls{}) << "once";
+}
+
+TEST_F(Volume, IsNotPutBackWhereItsOutputIsGone) {
+    player.gAuxType = -1;
+    setUpPanel();
+    machine.sound.useOutput("headphones");
+    machine.sound.removeOutput("speakers");
+    machine.sound.wave = 0x44444444;
+    putVolumeBack(player);
+    EXPECT_EQ(machine.sound.wave, 0x44444444U);
+}
+
+TEST_F(Volume, IsPutBackOnTheDeviceThatWasChosenThen) {
+    machine.sound.aux = {{AuxCaps{1, 2, "Line"}, 0x12345678}, {AuxCaps{1, 8, "CD"}, 0}};
+    player.gAuxType = 0;
+    setUpPanel();
+    SetVolume(player, 0);
+    player.gAuxType = -1;
+    putVolumeBack(player);
+    EXPECT_EQ(machine.sound.aux[0].volume, 0x12345678U);
+}
+
+TEST_F(Volume, TheKnobFollowsWhatOtherProgramsDo) {
+    setUp(-1, 15);
+    const float before = panel().shpVolume.Left;
+    machine.sound.setByAnother(0x33333333);
+    machine.settle();
+    EXPECT_EQ(player.gVolume, 3);
+    EXPECT_NE(panel().shpVolume.Left, before);
+    EXPECT_EQ(machine.calls("sound"), Calls{}) << "nothing is set";
+    SetVolume(player, 0);
+    EXPECT_EQ(machine.sound.wave, 0x44444444U) << "the next step goes on from there";
+    machine.sound.useOutput("headphones");
+    machine.settle();
+    EXPECT_EQ(player.gVolume, 15) << "the output that is in use now";
+}
+
+TEST_F(Volume, TheKnobOfAnAuxiliaryDeviceStaysWhereItIs) {
+    setUp(0, 7);
+    machine.sound.setByAnother(0x33333333);
+    machine.settle();
+    EXPECT_EQ(player.gVolume, 7);
+}
+
+TEST_F(Volume, NothingFollowsWhenThePanelIsGone) {
+    setUp(-1, 7);
+    player.forms.unload(FormId::MainPanel);
+    machine.sound.setByAnother(0x33333333);
+    machine.settle();
+    EXPECT_FALSE(machine.sound.WaveOutChanged.isTied());
+}
+
 // --- The knob --------------------------------------------------------------------------------------------------------
 
 /// A pointer at 100 units to the side and this many tangents up or down.

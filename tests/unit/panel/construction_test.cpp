@@ -203,7 +203,7 @@ TEST_F(Construction, TheVolumeFoundIsShownKeptAndPutBack) {
     machine.sound.wave = 0x12345678;  // another program, meanwhile
     machine.clearCalls();
     end();
-    EXPECT_EQ(machine.calls("sound"), Calls{"sound.waveOutSetVolume 80008000"});
+    EXPECT_EQ(machine.calls("sound"), Calls{"sound.waveOutSetVolumeOf speakers 80008000"});
     EXPECT_EQ(machine.sound.wave, 0x80008000U);
 }
 
@@ -287,7 +287,7 @@ TEST_F(Construction, TheEndPutsTheVolumeBackBeforeThePanelGoes) {
         return std::find_if(calls.begin(), calls.end(), [&](const std::string& call) { return call == what; });
     };
     ASSERT_NE(at("windows.detach frmMainPanel"), calls.end());
-    EXPECT_LT(at("sound.waveOutSetVolume 80008000"), at("windows.show frmStartup"));
+    EXPECT_LT(at("sound.waveOutSetVolumeOf speakers 80008000"), at("windows.show frmStartup"));
     EXPECT_LT(at("windows.show frmStartup"), at("windows.detach frmMainPanel"));
 }
 

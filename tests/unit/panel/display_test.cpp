@@ -51,6 +51,37 @@ TEST_F(Display, TheClockCounts0To11InBothHalvesOfTheDay) {
     }
 }
 
+TEST_F(Display, TheTimeBlinksWhileADeviceIsBeingOpened) {
+    setUp(kSound);
+    PlayFile(player);
+    Label& time = panel().lblMainPanel[kTimeLabel];
+    machine.media.mci()->opening(true);
+    machine.advance(1000);
+    EXPECT_FALSE(time.Visible);
+    EXPECT_NE(label(kTimeLabel), "") << "its text stays";
+    machine.advance(1000);
+    EXPECT_TRUE(time.Visible);
+    machine.advance(1000);
+    EXPECT_FALSE(time.Visible);
+    machine.media.mci()->opening(false);
+    machine.advance(1000);
+    EXPECT_TRUE(time.Visible);
+    machine.advance(1000);
+    EXPECT_TRUE(time.Visible);
+    machine.media.mci()->opening(true);
+    machine.advance(1000);
+    CloseFile(player, false);
+    machine.advance(1000);
+    EXPECT_TRUE(time.Visible) << "also when it is stopped meanwhile";
+    time.Visible = false;
+    PlayFile(player);
+    machine.media.mci()->opening(true);
+    machine.advance(1000);
+    EXPECT_FALSE(time.Visible) << "a time that the skin leaves out does not come";
+    machine.advance(1000);
+    EXPECT_FALSE(time.Visible);
+}
+
 TEST_F(Display, TheClockComesWithTheFirstSecondAndGoesOn) {
     machine.clock.start = {2001, 2, 3, 11, 59, 58};
     setUp(kSound);

@@ -327,6 +327,15 @@ TEST_F(MovieWindow, ADoubleClickOnAPausedMovieLeavesItPaused) {
     EXPECT_EQ(movie().State(), kMoviePaused);
 }
 
+TEST_F(MovieWindow, ALengthThatWasGuessedIsCorrectedWhileItPlays) {
+    playStarted();
+    const std::int32_t guessed = player.gLength;
+    ASSERT_GT(guessed, 0);
+    machine.media.movie()->correctDuration(guessed * 2.0);
+    machine.advance(1000);
+    EXPECT_EQ(player.gLength, guessed * 2);
+}
+
 TEST_F(MovieWindow, ADoubleClickGuardsForOneDoubleClickTimeOnly) {
     playStarted();
     raise(movie().DblClick);
