@@ -195,14 +195,11 @@ void frmFileList::ok() {
 void frmFileList::cancel() { returnToPanel(player_, kId); }
 
 void frmFileList::writeChoices() {
-    // What is typed counts from the next start on: what could not be read back then is written as it is in force.
-    const std::string& typed = cboFileList[kInterval].Text;
-    const std::int16_t seconds = interval().value_or(player_.gInterval);
-    const bool kept = parseNumber(typed) == seconds;
+    if (const auto seconds = interval()) player_.gInterval = *seconds;  // what was typed; chosen, it counts already
     writeSettings(player_, {{"PATTERN", std::to_string(cboFileList[kPattern].ListIndex)},
                             {"MOVIEZOOM", std::to_string(cboFileList[kMovieZoom].ListIndex)},
                             {"IMAGEZOOM", std::to_string(cboFileList[kImageZoom].ListIndex)},
-                            {"INTERVAL", kept ? typed : std::to_string(seconds)},
+                            {"INTERVAL", std::to_string(player_.gInterval)},
                             {"FILENUM", std::to_string(player_.gListNumber)},
                             {"PAGENUM", std::to_string(player_.gPageNumber)}});
 }

@@ -336,19 +336,23 @@ TEST_F(EditorFixture, WithoutAutoPlayNothingStarts) {
     EXPECT_TRUE(machine.calls("mci").empty());
 }
 
-TEST_F(EditorFixture, ATypedIntervalIsWrittenAsItCanBeReadBack) {
-    player.gInterval = 5;
+TEST_F(EditorFixture, ATypedIntervalIsInForceAtOkAndWrittenAsItIs) {
     const std::vector<std::pair<const char*, const char*>> rows = {{"40000", "32767"}, {"-3", "0"},  {"32767", "32767"},
                                                                    {"0", "0"},         {"abc", "5"}, {"", "5"},
                                                                    {"1e9", "32767"},   {"7", "7"}};
     for (const auto& [typed, stored] : rows) {
+        player.gInterval = 5;
         open();
         combo(3).Text = typed;
+        EXPECT_EQ(player.gInterval, 5) << "before OK";
         push(Editor::kOk);
         EXPECT_NE(machine.files.bytes("/app/KADO.INI").find("INTERVAL=" + std::string(stored) + "\r\n"),
                   std::string::npos)
             << typed;
-        EXPECT_EQ(player.gInterval, 5) << "in force from the next start on";
+        EXPECT_EQ(std::to_string(player.gInterval), stored) << typed;
+        open();
+        EXPECT_EQ(combo(3).Text.get(), stored) << "shown when the editor opens again";
+        push(Editor::kCancel);
     }
 }
 
