@@ -28,7 +28,11 @@ if(NOT WIN32)
 endif()
 add_compile_definitions(_GLIBCXX_ASSERTIONS)
 
-foreach(flag stack-protector-strong stack-clash-protection)
+set(flags stack-protector-strong)
+if(NOT WIN32)  # there each page of a stack is probed anyway, and the compiler fails over some functions with this flag
+  list(APPEND flags stack-clash-protection)
+endif()
+foreach(flag ${flags})
   check_cxx_compiler_flag(-f${flag} CORVANE_HAS_${flag})
   if(CORVANE_HAS_${flag})
     add_compile_options(-f${flag})
