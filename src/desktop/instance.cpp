@@ -121,8 +121,7 @@ void Instance::listen() {
     const int descriptor = listening.get();
     const auto bindIt = [&](const sockaddr* address, socklen_t size) { return ::bind(descriptor, address, size); };
     if (!withAddress(place_.within(socketName), bindIt)) return;
-    fchmodat(place_.handle(), socketName.c_str(), 0600, 0);
-    if (::listen(descriptor, 8) != 0) return;
+    if (fchmodat(place_.handle(), socketName.c_str(), 0600, 0) != 0 || ::listen(descriptor, 8) != 0) return;
     socket_ = std::move(listening);
     spare_ = Descriptor(open("/dev/null", O_RDONLY | O_CLOEXEC));
     auto* const ready = new QSocketNotifier(descriptor, QSocketNotifier::Read, this);
