@@ -132,7 +132,8 @@ bool replaceFile(const std::string& path, std::string_view bytes, Decision& deci
         errno = 0;  // a file system without modes
     }
     const bool written = writeAll(file.get(), bytes) && fsync(file.get()) == 0;
-    if (!file.close() || !written || !decision.take(kWriter) || std::rename(beside.c_str(), target.c_str()) != 0) {
+    // Held open, and with it the lock, until it has its own name: else another start could take it for a leftover.
+    if (!written || !decision.take(kWriter) || std::rename(beside.c_str(), target.c_str()) != 0) {
         unlink(beside.c_str());
         return false;
     }

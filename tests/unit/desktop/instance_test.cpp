@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <QEventLoop>
+#include <QTimer>
+
 #include "desktop/instance.h"
 
 #include <gtest/gtest.h>
@@ -159,7 +162,9 @@ TEST_F(Instances, WithoutADescriptorLeftACallIsTurnedAwayAndDoesNotSpin) {
     const rlimit none{static_cast<rlim_t>(dup(caller)), before.rlim_max};  // no higher number is given
     setrlimit(RLIMIT_NOFILE, &none);
     const std::clock_t began = std::clock();
-    test::waitUntil([] { return false; }, 500);
+    QEventLoop events;  // sleeps between events, which waiting for a condition does not
+    QTimer::singleShot(500, &events, &QEventLoop::quit);
+    events.exec();
     const double busy = static_cast<double>(std::clock() - began) / CLOCKS_PER_SEC;
     setrlimit(RLIMIT_NOFILE, &before);
     EXPECT_LT(busy, 0.3) << "it is told of the caller again and again";
