@@ -7,7 +7,7 @@ import threading
 from harness.expect import check, equal, steady, wait
 from harness.media import movie, picture, tone
 from harness.others import OtherProgram
-from harness.player import EDITOR, PLAY
+from harness.player import EDITOR, PLAY, STOP
 from harness.signs import media_windows, middle_of_screen
 from harness.story import story
 
@@ -78,6 +78,7 @@ def names_are_text(stage):
     stage.player.wait_for_text("<img src=lure", 5)
     wait("the tip", lambda: len(stage.player.windows()) > 1)
     stage.leave_picture("tip")
+    stage.player.press(STOP)  # opened files play at once
     song.rename(home / "elsewhere.wav")
     stage.player.press(PLAY)
     stage.player.wait_for_box("<img src=lure")
@@ -99,6 +100,7 @@ def odd_names(stage):
     names = ["two\nlines.wav", "song\u202e3pm.wav", "R&B & <b>soul<b>.wav", "w" * 200 + ".wav"]
     songs = [tone(stage.media / name, 440, 3) for name in names]
     stage.player.start("--open", *map(str, songs))
+    stage.player.press(STOP)  # opened files play at once
     for song in songs:
         song.unlink()
     stage.player.press(PLAY)

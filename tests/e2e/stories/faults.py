@@ -78,12 +78,12 @@ def limited_files(stage):
     songs = [tone(stage.media / f"song{number}.wav", hz, 5) for number, hz in enumerate((440, 660))]
     kept = stored_list(stage, *songs)
     stage.player.start()
-    subprocess.run(["prlimit", f"--pid={stage.player.process.pid}", "--fsize=100"], check=True)
+    subprocess.run(["prlimit", f"--pid={stage.player.process.pid}", "--fsize=100:"], check=True)
     refused_save(stage, kept)
     stage.player.press_control("Cancel")
     stage.player.press(PLAY)
     stage.sound.wait_for(440)
-    subprocess.run(["prlimit", f"--pid={stage.player.process.pid}", "--fsize=unlimited"], check=True)
+    subprocess.run(["prlimit", f"--pid={stage.player.process.pid}", "--fsize=unlimited:"], check=True)
     equal(stage.player.power_off(), 0, "exit code")
 
 
@@ -312,7 +312,7 @@ def no_sound_font(stage):
     chime.symlink_to(PROJECT / "samples" / "chime.mid")
     stage.player.start(chime, song, CORVANE_SOUNDFONT=str(stage.folder / "none.sf2"))
     stage.player.press(PLAY)
-    stage.player.wait_for_box("no soundfont was found")
+    stage.player.wait_for_box("The sounds for MIDI cannot be read")
     stage.desk.key("Return")
     stage.player.wait_for_no_box()
     stage.player.key("period")

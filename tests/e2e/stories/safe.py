@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """What the program touches outside of itself, by a trace of its calls to the system."""
 
+import os
 import pathlib
 import re
 
@@ -18,7 +19,7 @@ CALL = re.compile(r"^(\w+)\((.*)\) += (-?\d+)")
 OPENED = ("open", "openat", "openat2")
 REACHING = ("socket", "connect", "sendto")  # a bound one, on the other hand, makes a file
 WRITING = re.compile(r"O_WRONLY|O_RDWR|O_CREAT|O_TRUNC|O_APPEND")
-TEXT = re.compile(r'"((?:[^"\\]|\\.)*)"')
+TEXT = re.compile(r'(?:<([^<>]*)>, )?"((?:[^"\\]|\\.)*)"')  # behind the folder that it counts from, where one is given
 # Not files of a disk: devices, what the system tells and takes of the process itself, shared memory.
 NO_FILES = ("/dev/", "/proc/self/", "/proc/thread-self/")
 
@@ -34,7 +35,7 @@ def calls(trace):
             line = begun.pop(thread, "") + ENDED.sub("", line)
         found = CALL.match(line)
         if found and not found.group(3).startswith("-"):
-            yield found.group(1), TEXT.findall(found.group(2)), line
+            yield found.group(1), [os.path.join(folder, text) for folder, text in TEXT.findall(found.group(2))], line
 
 
 def written(trace):
@@ -55,7 +56,7 @@ def traced(stage):
     """The command under which the program is started, and the trace that it writes."""
     trace = stage.folder / "trace"
     # -D: the program itself is the process that was started, and the tracer its grandchild.
-    return ["strace", "-D", "-f", "--seccomp-bpf", "-s", "4096", "-e", f"trace={TRACED}", "-o", str(trace)], trace
+    return ["strace", "-D", "-f", "-y", "--seccomp-bpf", "-s", "4096", "-e", f"trace={TRACED}", "-o", str(trace)], trace
 
 
 def wait_for_the_end(trace):

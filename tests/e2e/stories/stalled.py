@@ -160,8 +160,7 @@ def pipes_in_a_list(stage):
     stage.player.start()
     for pipe in pipes:
         stage.player.press(PLAY)
-        stage.player.wait_for_box(f"{pipe}", AT_ONCE + SLACK)
-        stage.player.wait_for_text("This is not a file.")
+        stage.player.wait_for_box(f"{pipe} Can't open!!", AT_ONCE + SLACK)
         answer_box(stage)
         stage.player.press(NEXT)
     stage.player.press(PLAY)
