@@ -109,7 +109,8 @@ std::optional<std::uint32_t> readVolume(Player& player);
 void writeVolume(Player& player, std::uint32_t word);
 /// Takes the level of the chosen device, to be put back at the end; nothing where it cannot be read.
 void findVolume(Player& player);
-/// Sets the volume that was found at the start, once, and where it was found: not on an output that came into use since.
+/// Sets the volume that was found at the start, once, and where it was found: not on an output that came into use
+/// since.
 void putVolumeBack(Player& player);
 /// Takes the level of the output in use as its knob, which another program may have turned. Sets nothing.
 void followVolume(Player& player);

@@ -11,7 +11,8 @@ namespace corvane {
 /// A list whose items say something to the pointer that rests on them.
 class ItemTips {
 public:
-    std::function<std::string(int)> tipOf;  ///< of an item by its index; not tied, or empty: a text that is cut says itself
+    std::function<std::string(int)>
+        tipOf;  ///< of an item by its index; not tied, or empty: a text that is cut says itself
 
 protected:
     ~ItemTips() = default;

@@ -11,10 +11,10 @@ namespace corvane {
 struct CommandLine {
     bool help = false;
     bool version = false;
-    bool about = false;              ///< what is in force and what is missing here
+    bool about = false;                ///< what is in force and what is missing here
     std::vector<std::string> unknown;  ///< what looks like an option and is none; it is no name either
-    std::string names;               ///< arguments joined by blanks, cut at blanks again by the play list's rules
-    std::vector<std::string> files;  ///< each argument behind --open: a full path
+    std::string names;                 ///< arguments joined by blanks, cut at blanks again by the play list's rules
+    std::vector<std::string> files;    ///< each argument behind --open: a full path
 };
 
 /// Arguments without the program's own name. fullPath makes a full path of an argument behind --open.

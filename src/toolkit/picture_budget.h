@@ -17,7 +17,7 @@ struct PictureSize {
 inline constexpr std::int64_t kMaxPicturePixels = 40'000'000;
 /// Of a JPEG, whose decoder reduces while it reads.
 inline constexpr std::int64_t kMaxJpegPixels = 200'000'000;
-inline constexpr int kMaxPictureSide = 1'000'000;  ///< pixels
+inline constexpr int kMaxPictureSide = 1'000'000;                          ///< pixels
 inline constexpr std::int64_t kMaxPictureBytes = std::int64_t{256} << 20;  ///< of a file
 /// What one picture, and all of them while the next is decoded, may hold in memory, so that the program stays below
 /// 200 MB: 4 bytes a pixel. A larger one is held reduced, and scaled when it is painted.
