@@ -25,7 +25,7 @@ void frmMainPanel::tmrDisplay_Timer() {
 /// A disc that has to start turning is waited for: the time blinks until it plays.
 void frmMainPanel::blinkTime() {
     Label& time = lblMainPanel[kTimeLabel];
-    if (player_.gPlaying && mci() != nullptr && mci()->Opening()) {
+    if (player_.gPlaying && player_.gMediaKind == mdlDefinePublic::mkCDTrack && mci() != nullptr && mci()->Opening()) {
         timeBlinks_ = timeBlinks_ || time.Visible;
         if (timeBlinks_) time.Visible = !time.Visible;
     } else if (std::exchange(timeBlinks_, false)) {

@@ -52,7 +52,7 @@ TEST_F(Display, TheClockCounts0To11InBothHalvesOfTheDay) {
 }
 
 TEST_F(Display, TheTimeBlinksWhileADeviceIsBeingOpened) {
-    setUp(kSound);
+    setUp(kTrack);
     PlayFile(player);
     Label& time = panel().lblMainPanel[kTimeLabel];
     machine.media.mci()->opening(true);
