@@ -136,7 +136,7 @@ int main(int argc, char** argv) {
     int ownArguments = 1;
     const QApplication application(ownArguments, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    LinuxDesktop desktop({});
+    LinuxDesktop desktop({}, folder.string());
     Player player(desktop.ports());
     registerStartupForms(player);
     registerPanelForms(player);
