@@ -4,6 +4,9 @@
 #include <QImage>
 #include <QPainter>
 #include <csignal>
+#include <cstdlib>
+#include <ctime>
+#include <optional>
 
 #include "contract/event_loop_contract.h"
 #include "contract/files_contract.h"
@@ -106,6 +109,48 @@ INSTANTIATE_TEST_SUITE_P(Qt, EventLoopContract, ::testing::Values(&makeLoop));
 INSTANTIATE_TEST_SUITE_P(Qt, TimersContract, ::testing::Values(&makeTime));
 INSTANTIATE_TEST_SUITE_P(Qt, FilesContract, ::testing::Values(&makeFiles));
 INSTANTIATE_TEST_SUITE_P(Qt, PicturesContract, ::testing::Values(&makePictures));
+
+/// The process's time zone for one test.
+class TimeZone {
+public:
+    explicit TimeZone(const char* zone) {
+        if (const char* const before = std::getenv("TZ")) before_ = before;
+        take(zone);
+    }
+    TimeZone(const TimeZone&) = delete;
+    TimeZone& operator=(const TimeZone&) = delete;
+    ~TimeZone() { take(before_ ? before_->c_str() : nullptr); }
+
+private:
+    static void take(const char* zone) {
+        zone != nullptr ? ::setenv("TZ", zone, 1) : ::unsetenv("TZ");
+        ::tzset();
+    }
+    std::optional<std::string> before_;
+};
+
+TEST(LocalClock, TellsTheTimeOfItsZoneNotThatOfGreenwich) {
+    constexpr std::time_t kMinute = 60;
+    // East of Greenwich, where the sign of a zone's rule is minus; west of it; and so far that the day is another one.
+    for (const auto& [zone, minutesEast] :
+         {std::pair{"EAST-5:45", 345}, {"WEST+9:30", -570}, {"FAR-14", 840}, {"UTC0", 0}}) {
+        SCOPED_TRACE(zone);
+        const TimeZone here(zone);
+        const std::time_t before = std::time(nullptr) + minutesEast * kMinute;
+        const LocalTime told = QtClock().localTime();
+        const std::time_t after = std::time(nullptr) + minutesEast * kMinute;
+        std::tm parts{};
+        parts.tm_year = told.year - 1900;
+        parts.tm_mon = told.month - 1;
+        parts.tm_mday = told.day;
+        parts.tm_hour = told.hour;
+        parts.tm_min = told.minute;
+        parts.tm_sec = told.second;
+        const std::time_t counted = ::timegm(&parts);
+        EXPECT_GE(counted, before);
+        EXPECT_LE(counted, after);
+    }
+}
 
 }  // namespace
 }  // namespace corvane

@@ -285,5 +285,22 @@ TEST_F(Kinds, AStepOfAHeldSoundOrTrackMovesTheSlider) {
     }
 }
 
+TEST_F(Kinds, ClosedWhilePausedPreviousAndNextHaveTheirNamesAgain) {
+    machine.addDisc("/cd", {100});
+    machine.addSound("/m/long.wav", 60000);
+    machine.addMovie("/m/clip.avi", 40, 320, 240);
+    setUpPanel();
+    for (const char* path : {"/m/long.wav", "/cd/Track01.cda", "/m/clip.avi"}) {
+        SCOPED_TRACE(path);
+        setList({path});
+        machine.loop.enter([this] { PlayFile(player); });
+        machine.advance(2000);
+        machine.loop.enter([this] { PauseFile(player); });
+        EXPECT_EQ(stepTips(), "Back Step");
+        machine.loop.enter([this] { CloseFile(player, false); });
+        EXPECT_EQ(stepTips(), "Prev Next");
+    }
+}
+
 }  // namespace
 }  // namespace corvane

@@ -349,6 +349,32 @@ TEST_F(Hold, OnlyTheLeftButtonOnPreviousAndNextArms) {
     }
 }
 
+TEST_F(Hold, TheMiddleButtonsReleaseEndsItLikeTheLeftOnes) {
+    player.gMovieZoom = kFullScreenZoom;
+    for (const int released : {kLeftButton, kMiddleButton}) {
+        SCOPED_TRACE(released);
+        bring(kMovie, "playing");
+        placeAt(10);
+        pressDown(kPrev);
+        machine.advance(800);
+        EXPECT_TRUE(armed());
+        EXPECT_FALSE(movieWindow()->amvMovie->FullScreenMode());
+        release(button(kPrev), {released, 0, 0, 0});
+        machine.settle();
+        EXPECT_FALSE(armed());
+        EXPECT_EQ(interval(), kHold);
+        EXPECT_TRUE(movieWindow()->amvMovie->FullScreenMode());
+        EXPECT_EQ(machine.media.movie()->State(), kMovieRunning);
+        EXPECT_EQ(machine.dialogs.poppedUp, nullptr);
+        act([this] { CloseFile(player, false); });
+    }
+    bring(kSound, "paused");
+    button(kNext).SetFocus();
+    press(button(kNext), {kMiddleButton, 0, 0, 0});
+    release(button(kNext), {kMiddleButton, 0, 0, 0});
+    EXPECT_EQ(machine.windows.focused(), &panel().pctMainPanel);
+}
+
 TEST_F(Hold, TheRightButtonsReleaseLeavesTheHoldAsItIs) {
     bring(kSound, "paused");
     pressDown(kNext);

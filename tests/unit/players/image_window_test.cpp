@@ -164,6 +164,45 @@ TEST_F(ImageWindow, TheLeftButtonAloneDragsTheWindow) {
     EXPECT_EQ(machine.log.count("windows.beginDrag frmImageWindow"), 2);
 }
 
+TEST_F(ImageWindow, APictureThatIsAnOddNumberLargerPansToBothEdges) {
+    show(1225, 971);
+    expectPlace(-100.5F, -101.5F);
+    press(box(), {kMiddleButton, 0, 500, 500});
+    move(0, 0);
+    expectPlace(-201, -203);
+    move(900, 900);
+    expectPlace(0, 0);
+}
+
+/// Zoomed, a picture has a size in parts of pixels; how far it hangs over counts in whole ones.
+TEST_F(ImageWindow, APanStopsAWholeNumberOfPixelsBehindTheEdge) {
+    show(300, 200);
+    for (const auto& [over, whole] :
+         {std::pair{100.4F, 100.0F}, {100.6F, 101.0F}, {100.5F, 100.0F}, {101.5F, 102.0F}}) {
+        SCOPED_TRACE(over);
+        box().SetSize(300 + over, 200 + over);
+        box().Move(0, 0);
+        press(box(), {kMiddleButton, 0, 250, 250});
+        move(0, 0);
+        expectPlace(-whole, -whole);
+    }
+}
+
+TEST_F(ImageWindow, AnyButtonButTheRightOneEndsAPan) {
+    show(1224, 400);
+    for (const int shift : {0, kShiftMask}) {
+        for (const int released : {kLeftButton, kMiddleButton, kRightButton}) {
+            SCOPED_TRACE(std::to_string(shift) + " " + std::to_string(released));
+            box().Move(-100, 0);
+            press(box(), {shift != 0 ? kLeftButton : kMiddleButton, shift, 500, 50});
+            release(box(), {released, 0, 500, 50});
+            move(510, 50);
+            expectPlace(released == kRightButton ? -90 : -100, 0);
+            release(box(), {kMiddleButton, 0, 500, 50});
+        }
+    }
+}
+
 // --- Keys and the window ---------------------------------------------------------------------------------------------
 
 TEST_F(ImageWindow, TakesTheCommandKeys) {

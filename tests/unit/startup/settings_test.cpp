@@ -258,5 +258,23 @@ TEST_F(Settings, BinaryAndTruncatedFilesGiveDefaults) {
     }
 }
 
+TEST_F(Settings, TextThatIsNoNumberLeavesWhatWasReadBefore) {
+    read("WINDOWPOS=2\nMOVIEZOOM=3\nIMAGEZOOM=4\nINTERVAL=20\nFILENUM=5\nPAGENUM=6\n");
+    for (const char* text : {"x", "1 2", "", "5s", "--1", "&H"}) {
+        SCOPED_TRACE(text);
+        std::string lines;
+        for (const char* key : {"WINDOWPOS", "MOVIEZOOM", "IMAGEZOOM", "INTERVAL", "FILENUM", "PAGENUM"}) {
+            lines += std::string(key) + "=" + text + "\n";
+        }
+        read(lines);
+        EXPECT_EQ(player.gWindowPos, 2);
+        EXPECT_EQ(player.gMovieZoom, 3);
+        EXPECT_EQ(player.gImageZoom, 4);
+        EXPECT_EQ(player.gInterval, 20);
+        EXPECT_EQ(player.gListNumber, 5);
+        EXPECT_EQ(player.gPageNumber, 6);
+    }
+}
+
 }  // namespace
 }  // namespace corvane
