@@ -11,7 +11,7 @@ from .table import Figure, ratio
 TICKS_A_SECOND = os.sysconf("SC_CLK_TCK")
 SOUNDFONT = pathlib.Path("/usr/share/sounds/sf2/TimGM6mb.sf2")
 SETTLE_SECONDS = 3
-SOUND_MEMORY_MB = 45
+SOUND_MEMORY_MB = 40
 RENDERING_SHARE = 2
 LONG_SECONDS = 30  # once over so long says as much as several times over less
 # What is played, the file, other programs to compare with and how many times their processor time is the most.
@@ -58,7 +58,7 @@ def memory_figures(stage):
         with stage.audacious(stage.media / "music.mp3") as process:
             wait_quietly(SETTLE_SECONDS)
             audacious.append(memory(process.pid))
-    yield Figure("memory (PSS), idle", idle, "MB", 25)
+    yield Figure("memory (PSS), idle", idle, "MB", 20)
     yield Figure("memory (PSS), bare window of the tool kit", bare, "MB", None, "reference")
     for name, file, *_ in PLAYED:
         is_sound = not file.endswith((".avi", ".mov", ".jpg"))

@@ -77,7 +77,6 @@ void DesktopMciControl::openDevice() {
 void DesktopMciControl::adopt() {
     sound_ = job_->sound();
     if (!sound_) return fail(job_->reason());
-    station_.trim.later();
     change(State::Stopped);
     const Wish wish = std::exchange(wish_, {});
     if (wish.at) seek(*wish.at);

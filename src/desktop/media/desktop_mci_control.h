@@ -10,7 +10,6 @@
 #include "desktop/media/sound_output.h"
 #include "desktop/media/synthesizer.h"
 #include "desktop/media/ui_post.h"
-#include "desktop/memory_trim.h"
 #include "toolkit/mci_command_control.h"
 
 namespace corvane {
@@ -23,8 +22,7 @@ struct SoundStation {
     UiPost post;
     std::shared_ptr<Synthesizer> synthesizer = std::make_shared<Synthesizer>();
     SoundOutput output;
-    QObject timers;   ///< owns what is timed for the station
-    MemoryTrim trim;  ///< to be asked for when a library may have been loaded
+    QObject timers;  ///< owns what is timed for the station
 };
 
 /// The multimedia control of this desktop: keeps the state of the device that is open and lets the shared output play.

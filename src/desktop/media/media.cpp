@@ -5,7 +5,6 @@
 
 #include "desktop/media/av_library.h"
 #include "desktop/media/desktop_mci_control.h"
-#include "desktop/media/file_sound.h"
 #include "desktop/media/midi_sound.h"
 #include "desktop/media/movie_library.h"
 #include "desktop/media/movie_players.h"
@@ -26,9 +25,8 @@ void prepare(std::int16_t kind, const std::string& path, Synthesizer& synthesize
         loadMovieLibrary();
     } else if (holdsMidi(path)) {
         synthesizer.load();
-    } else if (!avIsLoaded()) {
-        // Opened for nothing once: the decoder's tables and the pages of its library come in by being used.
-        FileSound::open(path);
+    } else {
+        loadAv();
     }
 }
 
@@ -36,7 +34,6 @@ class LinuxMedia : public Media {
 public:
     LinuxMedia(EventLoop& loop, Windows& windows) : station_(loop, silenceWanted()), movies_(loop, windows) {
         QTimer::singleShot(kWarmUpMs, &station_.timers, [this] { station_.output.warmUp(); });
-        station_.trim.later();
     }
     ~LinuxMedia() override { station_.post.stop(); }
 
@@ -46,11 +43,9 @@ public:
         station_.output.warmUp();
         if (kind == mdlDefinePublic::mkCDTrack) return;
         // Without a thread the file is opened all the same when its turn comes.
-        Worker::run(
-            [this, kind, path, synthesizer = station_.synthesizer, post = station_.post](const Worker::GiveUp&) {
-                prepare(kind, path, *synthesizer);
-                post([this] { station_.trim.later(); });
-            });
+        Worker::run([kind, path, synthesizer = station_.synthesizer](const Worker::GiveUp&) {
+            prepare(kind, path, *synthesizer);
+        });
     }
 
     std::unique_ptr<MciControl> makeMciControl() override { return std::make_unique<DesktopMciControl>(station_); }

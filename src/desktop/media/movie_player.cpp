@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
-#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -56,12 +55,8 @@ std::string sentence(int error) {
 }  // namespace
 
 std::unique_ptr<MoviePlayer> MoviePlayer::make(std::string& reason) {
-    try {
-        std::unique_ptr<MoviePlayer> player(new MoviePlayer);
-        return player->start(reason) ? std::move(player) : nullptr;
-    } catch (const std::system_error&) {
-        return reason = "The system has no descriptor left.", nullptr;
-    }
+    std::unique_ptr<MoviePlayer> player(new MoviePlayer);
+    return player->start(reason) ? std::move(player) : nullptr;
 }
 
 bool MoviePlayer::start(std::string& reason) {

@@ -6,7 +6,6 @@
 #include <pulse/subscribe.h>
 
 #include <algorithm>
-#include <system_error>
 
 #include "desktop/media/media.h"
 
@@ -54,11 +53,7 @@ pa_cvolume fromVolumeWord(std::uint32_t word, unsigned channels) {
 }
 
 PulseSoundDevices::PulseSoundDevices(EventLoop* loop) : loop_(loop), link_("Corvane volume") {
-    try {
-        if (loop != nullptr) post_.emplace(*loop);
-    } catch (const std::system_error&) {
-        // No descriptor is left: the knob is right at each of its own steps.
-    }
+    if (loop != nullptr) post_.emplace(*loop);
     link_.onReady([this] {
         {
             const std::lock_guard lock(mutex_);

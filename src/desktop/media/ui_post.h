@@ -7,9 +7,9 @@
 
 namespace corvane {
 
-/// The way of a worker thread to the user-interface thread: a queue under a mutex of its own, in order; Qt's loop is
-/// only woken. Copies share the same end. Made on the user-interface thread; the system's error is thrown when it
-/// has no descriptor left.
+/// The way of a worker thread to the user-interface thread, in order, also of a worker that outlives the loop: Qt's
+/// queue carries a call for each event, and the events stand in a queue under a mutex of our own, where the thread
+/// sanitizer sees who hands them to whom. Copies share the same end. Made on the user-interface thread.
 class UiPost {
 public:
     /// Its events are queued in that loop.
