@@ -15,7 +15,6 @@
 #include "desktop/jpeg_reader.h"
 #include "desktop/png_reader.h"
 #include "toolkit/picture_file.h"
-#include "workers/worker.h"
 
 namespace corvane {
 
@@ -23,9 +22,6 @@ namespace {
 
 constexpr int kBytesOfPixel = 4;
 constexpr std::chrono::seconds kLongestWait{5};  ///< for a picture that somebody stands and waits for
-/// From so many pixels on the system takes milliseconds to take back the memory, which the next picture must not wait
-/// for.
-constexpr std::int64_t kSlowToFree = 1'000'000;
 
 std::int64_t pixelsOf(QSize size) { return static_cast<std::int64_t>(size.width()) * size.height(); }
 
@@ -110,12 +106,7 @@ QtPicture::QtPicture(QImage image, QSize fullSize, std::shared_ptr<DenseSource> 
     held += pixelsOf(image_.size());
 }
 
-QtPicture::~QtPicture() {
-    held -= pixelsOf(image_.size());
-    if (pixelsOf(image_.size()) < kSlowToFree) return;
-    // Where no thread is to be had, the image is freed here.
-    Worker::run([image = std::move(image_)](const Worker::GiveUp&) {});
-}
+QtPicture::~QtPicture() { held -= pixelsOf(image_.size()); }
 
 QImage QtPicture::dense() const {
     QImage whole = dense_ ? dense_->image() : QImage();
