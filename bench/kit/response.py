@@ -15,7 +15,7 @@ from .table import milliseconds, ratio
 
 FIRST_FRAMES = 0, 0, 400, 260  # where the opening's first windows are; nothing else is there
 FRAME_MS = 17
-KEYS = {"play": "z", "pause": "x", "next": ".", "repeat": "R"}
+KEYS = {"play": "z", "pause": "x", "next": ".", "repeat": "R", "power off": "P"}
 
 
 def start_figures(stage):
@@ -39,6 +39,7 @@ def opening(stage):
     width, height = player.skin[0][4:6]
     try:
         stage.eyes.watch(*FIRST_FRAMES)
+        wait_quietly(0.3)  # what went before may still be leaving the screen
         began = time.monotonic()
         player.start(panel=False)
         frame = stage.eyes.wait_for_change(began, "the first frame")
@@ -53,11 +54,23 @@ def opening(stage):
 
 def bare_start(stage):
     stage.eyes.watch(*FIRST_FRAMES)
+    wait_quietly(0.3)
     began = time.monotonic()
     with stage.process([stage.tools / "bare_window"]):
         frame = stage.eyes.wait_for_change(began, "the bare window")
     stage.eyes.unwatch()
     return frame - began
+
+
+def end_figures(stage):
+    for name, files in (("idle", ()), ("playing MP3", ("left_long.mp3",)), ("playing AVI", ("plain.avi",))):
+        waits = []
+        for _ in range(stage.runs):
+            with stage.player(stage.files(*files), AUTOPLAY="ON" if files else "OFF", rest=1) as player:
+                began = stage.eyes.press(KEYS["power off"])
+                player.process.wait(10)
+                waits.append(time.monotonic() - began)
+        yield milliseconds(f"power off to the end of the process, {name}", waits, None)
 
 
 def first_sound_figures(stage):
