@@ -53,7 +53,7 @@ void CanvasWindow::showFocus() {
 /// The mouse could press something here now: no box and no menu is up, and the window is on the screen.
 bool CanvasWindow::takesMouse() const {
     return bound() && isVisible() && isEnabled() && !pointer_.holdsButton() && !context().loop.held() &&
-           QApplication::activeModalWidget() == nullptr && QApplication::activePopupWidget() == nullptr;
+           context().box.isNull() && QApplication::activePopupWidget() == nullptr;
 }
 
 void CanvasWindow::clickMiddle(Control& control, int button) {

@@ -6,8 +6,8 @@
 #include <xcb/xcb.h>
 
 #include <QApplication>
-#include <QMessageBox>
 #include <QSocketNotifier>
+#include <QWidget>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -45,8 +45,8 @@ bool isDeleteWindow(const xcb_client_message_event_t& message) {
 
 }  // namespace
 
-CloseRequests::CloseRequests(std::function<bool()> blocked, std::function<void()> asked)
-    : blocked_(std::move(blocked)), asked_(std::move(asked)) {
+CloseRequests::CloseRequests(std::function<const QWidget*()> box, std::function<void()> asked)
+    : box_(std::move(box)), asked_(std::move(asked)) {
     qApp->installNativeEventFilter(this);
     watchSignals();
 }
@@ -69,13 +69,14 @@ void CloseRequests::watchSignals() {
 }
 
 bool CloseRequests::nativeEventFilter(const QByteArray& type, void* message, qintptr* /*result*/) {
-    if (type != "xcb_generic_event_t" || !blocked_()) return false;
+    if (type != "xcb_generic_event_t") return false;
+    const QWidget* const box = box_();
+    if (box == nullptr) return false;
     const auto* event = static_cast<const xcb_generic_event_t*>(message);
     if ((event->response_type & 0x7F) != XCB_CLIENT_MESSAGE) return false;
     const auto& client = *reinterpret_cast<const xcb_client_message_event_t*>(event);
     if (!isDeleteWindow(client)) return false;
-    QWidget* const box = QApplication::activeModalWidget();
-    if (box != nullptr && box->winId() == client.window) return false;  // the box itself answers
+    if (box->winId() == client.window) return false;  // the box itself answers
     asked_();
     return true;
 }

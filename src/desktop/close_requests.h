@@ -5,14 +5,16 @@
 #include <QObject>
 #include <functional>
 
+class QWidget;
+
 namespace corvane {
 
-/// Requests to close that Qt would keep from a window: those of the window manager while a modal box is up, and the
+/// Requests to close that Qt would keep from a window: those of the window manager while a box is up, and the
 /// system's signals to end (terminate, interrupt, hang up).
 class CloseRequests : public QObject, public QAbstractNativeEventFilter {
 public:
-    /// blocked: a box is up; asked: the program is asked to close.
-    CloseRequests(std::function<bool()> blocked, std::function<void()> asked);
+    /// box: the box that is up, null when none is; asked: the program is asked to close.
+    CloseRequests(std::function<const QWidget*()> box, std::function<void()> asked);
     ~CloseRequests() override;
 
     bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
@@ -20,7 +22,7 @@ public:
 private:
     void watchSignals();
 
-    std::function<bool()> blocked_;
+    std::function<const QWidget*()> box_;
     std::function<void()> asked_;
 };
 

@@ -20,8 +20,9 @@ struct DesktopContext {
     EventLoop& loop;
     double scale = 1.0;  ///< logical screen pixels to a form's pixel (15 twips), 0.5 to 4; from CORVANE_SCALE
 
-    QPointer<QWidget> panel;    ///< the window of the painted form that was attached last
-    Graveyard graveyard{loop};  ///< for windows and menus that are shown no more
+    QPointer<QWidget> panel;     ///< the window of the painted form that was attached last
+    QPointer<QWidget> box = {};  ///< the message box that is up; null: none is
+    Graveyard graveyard{loop};   ///< for windows and menus that are shown no more
 
     QScreen* screen() const;  ///< the panel's; the primary one before it is shown
     /// Where a form's position counts from. Painted forms: the primary screen's corner, wherever they are moved; the

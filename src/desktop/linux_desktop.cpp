@@ -31,7 +31,7 @@ LinuxDesktop::LinuxDesktop(CommandLine line, std::string folder)
       process_(std::move(line), std::move(folder)),
       media_(makeMedia(loop_, windows_)),
       sound_(makeSoundDevices(loop_)),
-      closing_([this] { return dialogs_.isBoxUp(); }, [this] { askToClose(); }),
+      closing_([this] { return context_.box.data(); }, [this] { askToClose(); }),
       ports_{loop_, *media_, pictures_, *sound_, files_, windows_, timers_, clock_, dialogs_, process_, random_} {
     dialogs_.setManual(manualFile(folderChoiceOfEnvironment().program));
     for (const std::string& option : process_.unknownOptions()) tellOnErrors(option + ": there is no such option");

@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QCursor>
+#include <QEventLoop>
 #include <QFile>
 #include <QMenu>
 #include <QMessageBox>
@@ -10,7 +11,9 @@
 #include <QWindow>
 #include <algorithm>
 
+#include "desktop/foreign_focus.h"
 #include "desktop/help_window.h"
+#include "desktop/input_barrier.h"
 #include "desktop/shown_text.h"
 #include "toolkit/access_keys.h"
 
@@ -89,6 +92,19 @@ int widestWord(const QRect& screen) {
     return std::clamp(screen.width() - kBeside, kLeast, kMost);
 }
 
+/// As exec(), but another program keeps the keyboard. The window manager marks the box as one that waits.
+int execBeside(QMessageBox& box) {
+    box.winId();
+    const InputBarrier barrier(box);
+    QEventLoop loop;
+    QObject::connect(&box, &QDialog::finished, &loop, &QEventLoop::quit);
+    box.show();
+    box.raise();
+    QApplication::alert(&box);
+    loop.exec(QEventLoop::DialogExec);
+    return box.result();
+}
+
 }  // namespace
 
 QtDialogs::QtDialogs(DesktopContext& context) : context_(context) {}
@@ -108,7 +124,8 @@ Answer QtDialogs::messageBox(const std::string& text, const std::string& title, 
     box.setWindowTitle(shownTitle(title));
     box.setTextFormat(Qt::PlainText);  // before there is a text: what looks like mark-up is obeyed at once
     box.setText(shownLines(text, box.font(), widestWord(screenOf(parent))));
-    box.setWindowModality(Qt::ApplicationModal);
+    const bool leavesFocus = willLeaveFocus(box);
+    box.setWindowModality(leavesFocus ? Qt::NonModal : Qt::ApplicationModal);
     box.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
     addButtons(box, buttons);
     if (parent != nullptr) {
@@ -125,14 +142,13 @@ Answer QtDialogs::messageBox(const std::string& text, const std::string& title, 
         place.moveTop(std::max(place.top(), screen.top()));
         box.move(place.topLeft());
     }
-    box_ = &box;
-    const int button = box.exec();
-    return toAnswer(button, buttons);
+    context_.box = &box;
+    return toAnswer(leavesFocus ? execBeside(box) : box.exec(), buttons);
 }
 
 void QtDialogs::refuse() {
     closeMenu();
-    if (box_) box_->reject();
+    if (context_.box) static_cast<QDialog&>(*context_.box).reject();
 }
 
 void QtDialogs::fill(QMenu& menu, const MenuItem& parent) {

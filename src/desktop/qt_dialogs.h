@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QPointer>
 #include <memory>
 
 #include "desktop/form_window.h"
 #include "platform/ports.h"
 
-class QMessageBox;
 class QMenu;
 
 namespace corvane {
@@ -23,7 +21,7 @@ public:
     void popUp(MenuItem& menu) override;
     void help() override;
 
-    bool isBoxUp() const { return !box_.isNull(); }
+    bool isBoxUp() const { return !context_.box.isNull(); }
     /// Answers the box that is up with its refusal and closes the menu.
     void refuse();
     void setManual(std::string path) { manual_ = std::move(path); }  ///< "" or the path of its first page
@@ -33,7 +31,6 @@ private:
     void closeMenu();
 
     DesktopContext& context_;
-    QPointer<QMessageBox> box_;
     std::unique_ptr<QMenu> menu_;               ///< null: none is up
     std::unique_ptr<HelpWindow> manualWindow_;  ///< null: none is open
     std::string manual_;

@@ -135,9 +135,9 @@ void QtWindows::dropFiles(const DropData& dropped) {
 }
 
 void QtWindows::bringForward() {
-    if (QWidget* const box = QApplication::activeModalWidget()) {
-        box->raise();
-        return box->activateWindow();
+    if (context_.box) {
+        context_.box->raise();
+        return context_.box->activateWindow();
     }
     context_.loop.post([this] {
         CanvasWindow* const taker = fileTaker();

@@ -31,6 +31,43 @@ def typing_elsewhere(stage):
     equal(stage.player.power_off(), 0, "exit code")
 
 
+@story("beside others: a box that comes by itself is seen and leaves the other program the keyboard, until it is clicked")
+def box_beside(stage):
+    slides = [picture(stage.media / f"slide{number}.bmp", colour) for number, colour in enumerate((GREEN, VIOLET, ORANGE, GREEN))]
+    stage.player.settings(INTERVAL=2, IMAGEHIDE="ON")
+    stage.player.start(*slides)
+    for gone in slides[1], slides[2]:
+        gone.unlink()
+    stage.player.press(PLAY)
+    stage.desk.wait_for_colour(*middle_of_screen(stage), GREEN)
+    with OtherProgram(stage) as other:
+        stage.player.wait_for_box("slide1.bmp Can't open!!")
+        steady("the other program has the keyboard", other.has_keyboard, 0.6)
+        stage.desk.key("Escape", "p")
+        wait("its keys", lambda: other.keys() == ["Escape", "p"])
+        box = one_box(stage)
+        check(stage.desk.stacking()[-1] == box.id, "the box lies behind another window")
+        stage.leave_picture("beside")
+        stage.desk.click(box.x + box.width // 2, box.y + 8)
+        wait("the box has the keyboard", lambda: stage.desk.focused() == box.id)
+        other.take_keyboard()
+        stage.player.press(STOP)  # the panel is shut: whoever wants it is shown what is in its way
+        wait("the box has the keyboard again", lambda: stage.desk.focused() == box.id)
+        stage.desk.key("Tab", "Tab", "space")  # Ignore
+        stage.player.wait_for_box("slide2.bmp Can't open!!")
+        equal(other.keys(), ["Escape", "p"], "what the other program was typed")
+        stage.desk.click(*one_box(stage).middle)
+        stage.desk.key("Escape")
+        stage.player.wait_for_no_box()
+    equal(stage.player.power_off(), 0, "exit code")
+
+
+def one_box(stage):
+    found = stage.player.boxes()
+    equal(len(found), 1, "boxes")
+    return found[0]
+
+
 @story("beside others: a window that the user opens has the keyboard")
 def opened_by_hand(stage):
     stage.player.settings(INTERVAL=0)
