@@ -187,7 +187,7 @@ QAccessible::State AccessibleControl::state() const {
     now.invisible = !control_->Visible || !window_->isVisible();
     now.offscreen = !seen || !window_->placeOf(*control_).intersects(QRectF(window_->rect()));
     now.disabled = !control_->Enabled || !window_->isEnabled();
-    now.focusable = control_->TabIndex >= 0;
+    now.focusable = control_->Visible && control_->TabIndex >= 0;
     now.focused = window_->focused() == control_ && window_->hasFocus();
     now.pressed = window_->isHeld(*control_);
     if (const MouseControl* const mouse = asMouse(*control_)) {

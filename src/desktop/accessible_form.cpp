@@ -42,11 +42,11 @@ void AccessibleForm::forget() {
     made_.clear();
 }
 
-std::vector<Control*> AccessibleForm::shown() const {
+std::vector<Control*> AccessibleForm::named() const {
     std::vector<Control*> found;
     if (!window_.bound()) return found;
     for (Control* each : window_.form().controls()) {
-        if (each->Visible && !each->AccessibleName.empty()) found.push_back(each);
+        if (!each->AccessibleName.empty()) found.push_back(each);
     }
     return found;
 }
@@ -58,16 +58,16 @@ AccessibleControl* AccessibleForm::controlOf(Control& control) const {
     return static_cast<AccessibleControl*>(QAccessible::accessibleInterface(id));
 }
 
-int AccessibleForm::childCount() const { return static_cast<int>(shown().size()); }
+int AccessibleForm::childCount() const { return static_cast<int>(named().size()); }
 
 QAccessibleInterface* AccessibleForm::child(int index) const {
-    const auto controls = shown();
+    const auto controls = named();
     if (index < 0 || index >= static_cast<int>(controls.size())) return nullptr;
     return controlOf(*controls[static_cast<std::size_t>(index)]);
 }
 
 int AccessibleForm::indexOfChild(const QAccessibleInterface* child) const {
-    const auto controls = shown();
+    const auto controls = named();
     const auto found =
         std::find_if(controls.begin(), controls.end(), [&](Control* each) { return controlOf(*each) == child; });
     return found == controls.end() ? -1 : static_cast<int>(found - controls.begin());
@@ -75,9 +75,9 @@ int AccessibleForm::indexOfChild(const QAccessibleInterface* child) const {
 
 QAccessibleInterface* AccessibleForm::childAt(int x, int y) const {
     const QPointF at = window_.mapFromGlobal(QPointF(x, y));
-    const auto controls = shown();
+    const auto controls = named();
     const auto top = std::find_if(controls.rbegin(), controls.rend(),
-                                  [&](Control* each) { return window_.placeOf(*each).contains(at); });
+                                  [&](Control* each) { return each->Visible && window_.placeOf(*each).contains(at); });
     return top == controls.rend() ? nullptr : controlOf(**top);
 }
 

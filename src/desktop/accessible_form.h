@@ -11,8 +11,9 @@ namespace corvane {
 class AccessibleControl;
 class CanvasWindow;
 
-/// A window whose controls are drawn, as assistive programs see it: below it stand the visible controls that have an
-/// AccessibleName. Made when one asks for it.
+/// A window whose controls are drawn, as assistive programs see it: below it stand the controls that have an
+/// AccessibleName, whether they are shown or not, as what is hidden says by its state. These programs keep what they
+/// have found and where it stands among the others: nothing moves when a control goes and comes. Made when one asks.
 class AccessibleForm : public QAccessibleWidget {
 public:
     explicit AccessibleForm(CanvasWindow& window);
@@ -30,7 +31,7 @@ public:
     void doAction(const QString& name) override;
 
 private:
-    std::vector<Control*> shown() const;
+    std::vector<Control*> named() const;
 
     CanvasWindow& window_;
     mutable std::map<const Control*, QAccessible::Id> made_;

@@ -22,7 +22,7 @@ STATES = {"focused": Atspi.StateType.FOCUSED, "checked": Atspi.StateType.CHECKED
           "showing": Atspi.StateType.SHOWING, "selected": Atspi.StateType.SELECTED,
           "focusable": Atspi.StateType.FOCUSABLE}
 TOLD = ("object:text-changed", "object:state-changed:enabled", "object:state-changed:checked",
-        "object:state-changed:focused", "object:property-change:accessible-value")
+        "object:state-changed:focused", "object:state-changed:showing", "object:property-change:accessible-value")
 DEEPEST, MOST_CHILDREN = 12, 400
 
 last_nodes = []  # of the last answer

@@ -4,9 +4,10 @@
 import numpy as np
 
 from harness.expect import check, equal, steady, wait
-from harness.media import steps, tone
-from harness.player import sink_volume
+from harness.media import disc, steps, tone
+from harness.player import PLAY, sink_volume
 from harness.story import story
+from stories.stalled import Drive
 
 TONES = (440, 554, 698)
 STAIRS = (392, 440, 494, 554, 622, 698, 784, 880, 988, 1109)  # one second each
@@ -151,6 +152,35 @@ def hear_changes(stage):
     for wanted in (("object:text-changed:insert", "FileNo", "002"), ("object:text-changed:insert", "Tittle", "song2"),
                    ("object:state-changed:enabled", "Play"), ("object:property-change:accessible-value", "Slider")):
         wait(f"told: {wanted}", lambda wanted=wanted: told(*wanted))
+
+
+@story("accessible: the time, which blinks while a disc is waited for, is found and read while it is away and afterwards")
+def read_what_blinks(stage):
+    drive = Drive(stage)
+    sheet, _ = disc(drive.folder, TONES, 20)
+    track = stage.media / "Track01.cda"
+    track.write_bytes(b"")
+    stage.player.start(track, CORVANE_CDROM=str(sheet), **drive.environment)
+    reader = Reader(stage)
+    reader.events()
+    drive.stall("read")
+    stage.player.press(PLAY)
+    heard = []
+
+    def told(shown):
+        heard.extend(e for e in reader.events() if e[:2] == ["object:state-changed:showing", "Time"])
+        return heard and heard[-1][2] == shown
+
+    wait("told: the time is away", lambda: told(0))
+    known = reader.tree.labels(reader.pid)  # what is found now is asked from now on, as screen readers do
+    equal(sorted(known), sorted(LABELS), "labels while the time is away")
+    drive.answer()
+    stage.sound.wait_for(TONES[0])
+    wait("told: the time is there", lambda: told(1))
+    check("showing" in reader.states("Time", LABEL), "the time is not shown")
+    first = reader.tree.labels(reader.pid)["Time"][1]
+    wait("the time goes on", lambda: reader.tree.labels(reader.pid)["Time"][1] > first)
+    equal(stage.player.power_off(), 0, "exit code")
 
 
 @story("accessible: every command of the panel by the keyboard alone, with a ring only after Tab")

@@ -66,7 +66,7 @@ protected:
     }
 };
 
-TEST_P(AccessibleAt, TheVisibleControlsWithANameStandBelowTheWindow) {
+TEST_P(AccessibleAt, TheControlsWithANameStandBelowTheWindow) {
     EXPECT_EQ(root().role(), QAccessible::Window);
     EXPECT_EQ(root().text(QAccessible::Name), "Tried");
     ASSERT_EQ(root().childCount(), 3);
@@ -78,9 +78,28 @@ TEST_P(AccessibleAt, TheVisibleControlsWithANameStandBelowTheWindow) {
     EXPECT_EQ(named("FileNo")->role(), QAccessible::StaticText);
     EXPECT_EQ(named("Repeat")->role(), QAccessible::Button);
     EXPECT_EQ(named("Repeat")->text(QAccessible::Description), "Again");
-    button.Visible = false;
-    EXPECT_EQ(root().childCount(), 2);
     EXPECT_EQ(root().child(3), nullptr);
+}
+
+/// Assistive programs keep what they have found, and count on its number.
+TEST_P(AccessibleAt, AControlThatGoesAndComesKeepsItsPlace) {
+    QAccessibleInterface* const kept = named("Repeat");
+    const int number = root().indexOfChild(kept);
+    const QPoint middle = kept->rect().center();
+    button.Visible = false;
+    EXPECT_EQ(root().childCount(), 3);
+    EXPECT_EQ(root().indexOfChild(kept), number);
+    EXPECT_TRUE(kept->state().invisible);
+    EXPECT_FALSE(kept->state().focusable);
+    EXPECT_EQ(root().childAt(middle.x(), middle.y()), nullptr) << "nobody points at it";
+    act("Repeat", QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(seen, Texts{});
+    button.Visible = true;
+    EXPECT_EQ(named("Repeat"), kept);
+    EXPECT_FALSE(kept->state().invisible);
+    label.Visible = false;
+    label.Caption = "002";
+    EXPECT_EQ(named("FileNo")->text(QAccessible::Value), "002") << "told when it comes again";
 }
 
 TEST_P(AccessibleAt, EachStandsWhereTheMouseFindsIt) {
