@@ -96,7 +96,7 @@ class Desk:
         self.tool("key", "--clearmodifiers", "--delay", 20, *keys)
 
     def type(self, text):
-        self.tool("type", "--clearmodifiers", "--delay", 15, text)
+        self.tool("type", "--clearmodifiers", "--delay", 15, "--", text)
 
     def rest(self):
         """Puts the pointer into the corner, out of every picture."""

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Drags files out of a real file manager."""
+"""Drags files out of a real file manager, and opens them from it."""
 
 import subprocess
 
@@ -7,11 +7,26 @@ import numpy as np
 
 from session import end_process
 
+from . import PROJECT
 from .expect import wait
 
+ENTRY = "corvane.desktop"
+HOMES = {"XDG_DATA_HOME": ".local/share", "XDG_CONFIG_HOME": ".config"}
 FOLDER_VIEW_TOP = 90  # pixels of menus and tool bars above the files
 PLACE = 20, 40  # where its window goes, left of the panel
 SIZE = 560, 420
+
+
+def open_by_player(stage, *types):
+    """Makes the program under test, with the story's folder, the one that file managers open files of these types with: by
+    the entry that is installed, but for the program's path."""
+    entry = (PROJECT / "packaging" / ENTRY).read_text(encoding="utf-8")
+    command = f"env CORVANE_FOLDER={stage.player.folder} CORVANE_SCALE=1 {stage.player.program} "
+    chosen = "\n".join(["[Default Applications]", *(f"{each}={ENTRY}" for each in types)])
+    for folder, name, text in ((f"{HOMES['XDG_DATA_HOME']}/applications", ENTRY, entry.replace("Exec=corvane ", f"Exec={command}")),
+                               (HOMES["XDG_CONFIG_HOME"], "mimeapps.list", chosen)):
+        (stage.folder / folder).mkdir(parents=True, exist_ok=True)
+        (stage.folder / folder / name).write_text(text + "\n", encoding="utf-8")
 
 
 class FileManager:
@@ -20,7 +35,7 @@ class FileManager:
     def __init__(self, stage, folder):
         self.stage = stage
         self.desk = stage.desk
-        environment = {"HOME": str(stage.folder)}
+        environment = {"HOME": str(stage.folder), **{name: str(stage.folder / place) for name, place in HOMES.items()}}
         self._process = stage.session.popen(["pcmanfm", "--no-desktop", str(folder)], env=environment,
                                             stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self.window = wait("the file manager", lambda: self.desk.windows(name=f"^{folder.name}"), 15)[0]
@@ -46,6 +61,7 @@ class FileManager:
         """Selects everything and returns a point of the first file: where the picture changes first."""
         view = self._view()
         self.desk.click(view[0] + view[2] - 30, view[1] + view[3] - 20)  # a free place: takes the focus
+        self.desk.rest()  # a window manager may turn the pointer into a clock
         before = self.desk.wait_until_still(*view)
         self.desk.key("ctrl+a")
         changed = wait("the selected files", lambda: self._changed(before, view))
@@ -59,6 +75,14 @@ class FileManager:
         first = rows < rows.min() + 40
         nearest = columns[first] < columns[first].min() + 60
         return view[0] + int(np.median(columns[first][nearest])), view[1] + int(np.median(rows[first][nearest]))
+
+    def open_all(self):
+        """Selects every file of the folder and opens them with the program that is theirs, by the menu's first entry."""
+        self.first_file()
+        before = self.desk.wait_until_still(*self._view())
+        self.desk.key("Menu")
+        wait("the files' menu", lambda: np.abs(self.desk.wait_until_still(*self._view()) - before).max() > 60)
+        self.desk.key("Down", "Return")
 
     def drag_all_to(self, x, y):
         """Drags every file of the folder to a point of the screen and lets go there."""

@@ -3,11 +3,12 @@
 
 import pathlib
 
-from harness.expect import check, equal, wait
+from harness.expect import check, equal, steady, wait
 from harness.media import disc, tone
-from harness.player import PLAY, read_profile
+from harness.player import PAUSE, PLAY, read_profile
 from harness.signs import wait_for_told
 from harness.story import story
+from stories.stalled import Drive
 from stories.windows import close_by, items, node, open_editor
 
 TONES, OTHERS = (440, 554, 698), (880, 1108, 1396)
@@ -104,7 +105,8 @@ def taken_out(stage):
     close_by(stage, "OK")
     away = sheet.rename(sheet.with_suffix(".away"))
     stage.player.press(PLAY)
-    stage.player.wait_for_text(f"{names[0]} Can't open!!")
+    said = stage.player.wait_for_text(f"{names[0]} Can't open!!")
+    check(said["name"].endswith("Can't open!!"), f"it is there, and cannot be read: {said['name']!r}")
     away.rename(sheet)
     began = stage.sound.now()
     stage.player.press_control("Ignore")
@@ -131,4 +133,25 @@ def sound_files(stage):
         track.write_bytes(b"")
     stage.player.start(*tracks)
     hear(stage, list(TONES))
+    equal(stage.player.power_off(), 0, "exit code")
+
+
+@story("discs: play, pause and play while a slow disc opens begin at the track that was chosen")
+def slow_disc(stage):
+    drive = Drive(stage)
+    _, tracks = disc(drive.folder, TONES, 4)
+    stage.player.start(tracks[1], **drive.environment)
+    drive.stall("open")
+    try:
+        stage.player.press(PLAY)
+        wait_for_told(stage, "Display", KIND)
+        stage.player.press(PAUSE)
+        stage.player.press(PLAY)
+        steady("silence", lambda: stage.sound.pitch_now() == 0, 0.5)
+        began = stage.sound.now()
+    finally:
+        drive.answer()
+    stage.sound.wait_for(TONES[1], 10)
+    stage.sound.wait_for_silence(10, lasting=0.8)
+    stage.sound.expect_exactly([(TONES[1], 4)], began, longest_gap=LONGEST_GAP)
     equal(stage.player.power_off(), 0, "exit code")

@@ -1,12 +1,13 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Files dropped from a real file manager."""
+"""Files dropped from a real file manager, and opened from it."""
 
 import numpy as np
 
-from harness.drops import FileManager
+from harness.drops import FileManager, open_by_player
 from harness.expect import check, equal, steady, wait
 from harness.media import tone
-from harness.player import EDITOR, NEXT, PLAY, TOTAL_RECORD
+from harness.player import EDITOR, NEXT, PAUSE, PLAY, STOP, TOTAL_RECORD
+from harness.signs import wait_for_told
 from harness.sound import same_pitch
 from harness.story import story
 
@@ -18,7 +19,7 @@ def folder_of_songs(stage):
     folder = stage.media / "dropped"
     folder.mkdir()
     for name, hz in zip(NAMES, TONES):
-        tone(folder / name, hz, 6)
+        tone(folder / name, hz, 15)
     (folder / "readme.txt").write_text("not a sound")
     return folder
 
@@ -63,3 +64,29 @@ def into_the_editor(stage):
             stage.accessibility.wait_for(stage.player.process.pid, name=name, role="list item")
     found = stage.accessibility.find(stage.player.process.pid, name="readme.txt", role="list item")
     check(not found, "a text file was taken")
+
+
+@story("opened: files opened from a file manager are played at once, whatever played")
+def from_a_file_manager(stage):
+    songs = folder_of_songs(stage)
+    (songs / "readme.txt").unlink()
+    open_by_player(stage, "audio/x-wav", "audio/vnd.wave", "audio/wav")
+    stage.player.start(tone(stage.media / "before.wav", 880, 60))
+    stage.player.press(PLAY)
+    stage.sound.wait_for(880)
+    with FileManager(stage, songs) as files:
+        for before in ("playing", "paused", "stopped"):
+            files.open_all()
+            wait_for_told(stage, "Total FileNo", str(len(NAMES)))
+            wait(f"a song of them, {before} before", lambda: new_song(stage, []))
+            wait_for_told(stage, "FileNo", "001")
+            check(stage.player.running(), "the first one has ended")
+            stage.player.press(PAUSE if before == "playing" else STOP)
+            stage.sound.wait_for_silence()
+    heard = []
+    stage.player.press(PLAY)
+    for _ in NAMES:
+        heard.append(wait("another song", lambda: new_song(stage, heard)))
+        stage.player.press(NEXT)
+    equal(sorted(heard), sorted(TONES), "songs heard")
+    equal(stage.player.power_off(), 0, "exit code")

@@ -2,11 +2,12 @@
 """Windows held by the mouse: the grabbed point stays under the pointer."""
 
 from harness.expect import steady, wait
-from harness.media import movie, picture
+from harness.media import movie, picture, tone
 from harness.others import no_window_manager
-from harness.player import PLAY
+from harness.player import PLAY, TITLE_RECORD
 from harness.signs import media_windows
 from harness.story import story
+from stories.windows import node, settings_place
 
 WAYS = ((-60, -50), (-9, 0), (0, 7), (-240, -170), (150, 90), (1, -3))  # to the right and down, pixels
 FAR = 10  # pixels along both directions together, from which a press is a drag: the system's
@@ -17,11 +18,11 @@ def place(stage, window):
     return next(((w.x, w.y) for w in stage.player.windows() if w.id == window.id), None)
 
 
-def check_drags(stage, what, window, grab, at_once):
+def check_drags(stage, what, window, grab, at_once, ways=WAYS):
     """Drags the window by a point of it, several times; each time it stands where the pointer has taken it, while the
     button is held and afterwards. at_once: from the first pixel on."""
     expected = place(stage, window)
-    for way in WAYS:
+    for way in ways:
         start = expected[0] + grab[0], expected[1] + grab[1]
         if at_once or abs(way[0]) + abs(way[1]) >= FAR:
             expected = expected[0] + way[0], expected[1] + way[1]
@@ -74,3 +75,19 @@ def hold_media(stage):
     drag_media(stage, 1.5)
     with no_window_manager(stage):
         drag_media(stage, 1)
+
+
+@story("held: the display's free glass drags the panel as its texts do, and a short way there is a click that opens the settings")
+def hold_display(stage):
+    stage.player.start(tone(stage.media / "a long enough name.wav", 440, 5))
+    far = [way for way in WAYS if abs(way[0]) + abs(way[1]) >= FAR]
+    glass, title = settings_place(stage.player), stage.player.place(TITLE_RECORD)
+    opened = stage.player.window.x, stage.player.window.y
+    for what, (x, y) in (("its free glass", glass), ("a text on it", (title[0] + 20, title[1] + title[3] // 2))):
+        grab = x - opened[0], y - opened[1]
+        check_drags(stage, f"the panel by {what}", stage.player.window, grab, at_once=True, ways=far)
+        steady("the panel alone", lambda: [w.id for w in stage.player.windows()] == [stage.player.window.id], 0.3)
+    stage.player.window.x, stage.player.window.y = place(stage, stage.player.window)
+    x, y = settings_place(stage.player)
+    stage.desk.drag((x, y), (x + 3, y + 2))
+    node(stage, name="Top Window")

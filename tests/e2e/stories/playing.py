@@ -4,9 +4,11 @@
 import threading
 import time
 
-from harness.expect import check, equal, wait
+from harness.expect import check, equal, steady, wait
 from harness.media import movie, picture, tone
-from harness.player import PLAY
+from harness.player import PLAY, STOP
+from harness.signs import wait_for_told
+from harness.sound import same_pitch
 from harness.story import story
 
 COLOURS = ("#C83232", "#32A046", "#3250C8")
@@ -70,3 +72,20 @@ def kept_picture(stage):
     shown = [f"#{red:02X}{green:02X}{blue:02X}" for blue, green, red, _ in seen]
     equal(shown, [COLOURS[number % 3] for number in range(len(files))], "what stood there")
     equal([w.id for w in stage.player.windows()], kept, "windows")
+
+
+@story("pictures: closing a kept one leaves the music that plays behind it")
+def close_kept_picture(stage):
+    stage.player.settings(IMAGEHIDE="OFF", INTERVAL=1)
+    stage.player.start(picture(stage.media / "still.bmp", COLOURS[0]), tone(stage.media / "song.wav", 440, 30))
+    stage.player.press(PLAY)
+    stage.sound.wait_for(440, 10)
+    kept = [w for w in stage.player.windows() if w.id != stage.player.window.id]
+    equal(len(kept), 1, "windows beside the panel")
+    stage.session.run(["wmctrl", "-i", "-c", hex(kept[0].id)])
+    wait("the picture's window goes", lambda: len(stage.player.windows()) == 1)
+    steady("the music", lambda: same_pitch(stage.sound.pitch_now(), 440), 1.5)
+    wait_for_told(stage, "FileNo", "002")
+    stage.player.press(STOP)
+    stage.sound.wait_for_silence()
+    equal(stage.player.power_off(), 0, "exit code")

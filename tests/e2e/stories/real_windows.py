@@ -12,7 +12,7 @@ from harness.others import OtherProgram
 from harness.player import EDITOR, PLAY, POWER
 from harness.signs import told
 from harness.story import story
-from stories.windows import close_by, home_with_songs, node, nodes, open_editor, open_settings
+from stories.windows import close_by, home_with_songs, node, open_editor, open_settings, type_interval
 
 GREEN, VIOLET = "#32A046", "#8232B4"
 STEPS = 15  # of the opening and of the closing
@@ -164,13 +164,7 @@ def click_the_mark(stage):
 def typed_interval(stage):
     stage.player.settings(INTERVAL=0)
     open_editor(stage, home_with_songs(stage))
-    at = node(stage, name="INTERVAL", role="label")["place"]
-    boxes = [each["place"] for each in nodes(stage, role="combo box")]
-    x, y, _, height = min(boxes, key=lambda place: abs(place[0] - at[0]) + abs(place[1] - at[1]))
-    stage.desk.click(x + 12, y + height // 2)
-    stage.desk.key("ctrl+a")
-    stage.desk.type("20")
-    stage.desk.key("Tab")
+    type_interval(stage, "20")
     stage.desk.key("F1")
     stage.player.wait_for_window("Help")
     stage.desk.key("Escape")

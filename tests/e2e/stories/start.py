@@ -1,6 +1,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Starting and ending the program."""
 
+import datetime
+
 import numpy as np
 
 from harness import PROJECT
@@ -8,6 +10,7 @@ from harness.expect import check, equal, steady, wait
 from harness.looks import wait_for_exact_panel
 from harness.media import steps, tone
 from harness.player import AUTO_LAMP, PLAY, QUICK_LAMP, VOLUME_DOWN, process_count, set_sink_volume, sink_volume
+from harness.signs import told
 from harness.sound import RATE, read_notes
 from harness.story import story
 
@@ -156,3 +159,18 @@ def damaged_files(stage):
     (folder / "FILE00.INI").write_bytes(b"[FILELIST\nLIST000" + b"=" * 5000)
     stage.player.start()
     equal(stage.player.power_off(), 0, "exit code")
+
+
+@story("start: while nothing plays the display tells the date and the time of the time zone it is in")
+def idle_clock(stage):
+    for zone, minutes_east in (("EAST-5:45", 345), ("WEST+9:30", -570)):
+        stage.player.start(TZ=zone)
+
+        def expected():
+            """Of this minute and of the one before: the clock may be a moment behind."""
+            now = datetime.datetime.now(datetime.timezone.utc) + datetime.timedelta(minutes=minutes_east)
+            return {f"{each:%y/%m/%d} {'PM' if each.hour > 11 else 'AM'} {each.hour % 12:02}:{each.minute:02}"
+                    for each in (now, now - datetime.timedelta(minutes=1))}
+
+        wait(f"the time of {zone}", lambda: told(stage, "Display") in expected(), 8)
+        equal(stage.player.power_off(), 0, "exit code")

@@ -5,7 +5,7 @@ import shutil
 
 from harness import PROJECT
 from harness.expect import check, equal, steady, wait
-from harness.media import tone
+from harness.media import picture, tone
 from harness.player import AUTO_LAMP, DISPLAY_RECORD, EDITOR, PLAY, QUICK_LAMP, read_profile
 from harness.story import story
 from screen import read_skin
@@ -272,13 +272,9 @@ def another_skin(stage):
         shutil.copy(PROJECT / "tests" / "data" / "skins" / f"ODD.{kind}", folder)
     stage.player.start()
     open_settings(stage)
-    for label in ("Bitmap File", "Text File"):
-        name = "ODD.BMP" if label == "Bitmap File" else "ODD.CSV"
+    for name in ("ODD.BMP", "ODD.CSV"):
         check(nodes(stage, name=name, role="list item"), f"{name} is not offered")
-        x, y, width, height = node(stage, name=label, role="label")["place"]
-        stage.desk.click(x + width + 60, y + height // 2)
-        stage.desk.key("ctrl+a")
-        stage.desk.type(name)
+    name_skin(stage, "ODD.BMP", "ODD.CSV")
     close_by(stage, "OK")
     equal((stage.player.setting("BITMAPFILE"), stage.player.setting("TEXTFILE")), ("ODD.BMP", "ODD.CSV"), "stored skin")
     stage.player.power_off()
@@ -324,3 +320,76 @@ def no_settings_while_playing(stage):
     x, y, _, _ = stage.player.place(DISPLAY_RECORD)
     stage.desk.click(x + 44, y + 21)
     steady("only the panel", lambda: len(stage.player.windows()) == 1, 0.6)
+
+
+def name_skin(stage, bitmap, text):
+    """Types the names of a skin's two files into the open settings."""
+    for label, name in (("Bitmap File", bitmap), ("Text File", text)):
+        x, y, width, height = node(stage, name=label, role="label")["place"]
+        stage.desk.click(x + width + 60, y + height // 2)
+        stage.desk.key("ctrl+a")
+        stage.desk.type(name)
+
+
+@story("settings: a skin pair that cannot be shown is told in one box, the dialog stays, and the next start works")
+def unfit_skin(stage):
+    folder = stage.player.folder / "PANELSET"
+    shutil.copy(PROJECT / "tests" / "data" / "skins" / "ODD.BMP", folder)  # too small for the default's parts
+    stage.player.start()
+    open_settings(stage)
+    stage.player.press_control("Quick Play", "check box")
+    for bitmap, text, wrong in (("ODD.BMP", "DEFAULT.CSV", "this part does not lie inside the bitmap"),
+                                ("DEFUALT.BMP", "DEFAULT.CSV", f"{folder / 'DEFUALT.BMP'} Not found!!")):
+        name_skin(stage, bitmap, text)
+        stage.player.press_control("OK")
+        stage.player.wait_for_box(wrong)
+        stage.leave_picture(bitmap)
+        equal(len(stage.player.boxes()), 1, "boxes")
+        stage.desk.key("Return")
+        stage.player.wait_for_no_box()
+        check(nodes(stage, name="Top Window"), "the dialog has gone")
+        check(not (stage.player.folder / "KADO.INI").exists(), "settings were stored")
+    name_skin(stage, "DEFAULT.BMP", "DEFAULT.CSV")
+    close_by(stage, "OK")
+    equal((stage.player.setting("BITMAPFILE"), stage.player.setting("QUICK")), ("DEFAULT.BMP", "ON"), "stored")
+    equal(stage.player.power_off(), 0, "exit code")
+    stage.player.start()
+    equal(stage.player.power_off(), 0, "exit code")
+
+
+def interval_field(stage):
+    """The editor's combo box for the interval; its name is what stands in it."""
+    return wait("the interval", lambda: [each for each in nodes(stage, role="combo box") if each["label"] == "INTERVAL"])[0]
+
+
+def type_interval(stage, text):
+    """Types it and leaves the field."""
+    x, y, _, height = interval_field(stage)["place"]
+    stage.desk.click(x + 12, y + height // 2)
+    stage.desk.key("ctrl+a")
+    stage.desk.type(text)
+    stage.desk.key("Tab")
+
+
+@story("editor: a typed interval counts from OK on, is held in its range, and is shown when the editor opens again")
+def typed_intervals(stage):
+    home = home_with_songs(stage)
+    stage.player.settings(INTERVAL=30)
+    open_editor(stage, home)
+    for typed, kept in (("40000", "32767"), ("-3", "0"), ("20", "20"), ("2", "2")):
+        type_interval(stage, typed)
+        close_by(stage, "OK")
+        equal(stage.player.setting("INTERVAL"), kept, f"what is stored of {typed}")
+        stage.player.press(EDITOR)
+        node(stage, name="PLAY LIST", role="list")
+        wait(f"{kept} in the field", lambda kept=kept: interval_field(stage)["name"] == kept)
+    stage.leave_picture("shown")
+    for number, colour in enumerate(("#C83232", "#3250C8")):
+        picture(home / "music" / f"view{number}.bmp", colour)
+    close_by(stage, "Cancel")
+    another = stage.player.start_another("--open", *(str(home / "music" / f"view{number}.bmp") for number in (0, 1)))
+    equal(another.wait(10), 0, "exit code of the second start")
+    middle = stage.desk.screen.width // 2, stage.desk.screen.height // 2
+    stage.desk.wait_for_colour(*middle, "#C83232")
+    stage.desk.wait_for_colour(*middle, "#3250C8", 5)  # after the two seconds that were typed, not the thirty of the start
+    equal(stage.player.power_off(), 0, "exit code")

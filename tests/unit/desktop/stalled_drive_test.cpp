@@ -354,6 +354,8 @@ TEST_F(StalledDrive, ADiscThatIsOpeningKeepsThePlaceOfItsFirstPlay) {
         letGo();
         EXPECT_TRUE(test::soundWaits([&] { return control.Length() > 0; }, 8'000));
         EXPECT_EQ(control.Position(), 3 | 1 << 16) << "held where it was to be played from";
+        EXPECT_FALSE(test::soundWaits([&] { return control.Position() != (3 | 1 << 16); }, 500))
+            << "and it stays there";
         control.To(1 | 2 << 16);
         control.Command("Seek");
         EXPECT_EQ(control.Position(), 1 | 2 << 16);

@@ -188,6 +188,9 @@ TEST_F(SkinBuilder, TheSliderStartsNarrowAndKnowsItsTravel) {
     EXPECT_EQ(panel.pctSlide.BackColor, 0xFFFF00);
     EXPECT_EQ(panel.pctSlide.hitWidth, 2250);
     EXPECT_EQ(player.gSlideWidth, 2250);
+    ASSERT_TRUE(build("s,40,3,4,0,0,-150,8,CYAN\n"));
+    EXPECT_EQ(panel.pctSlide.hitWidth, 0) << "less than nothing is no travel";
+    EXPECT_EQ(player.gSlideWidth, 0);
     ASSERT_TRUE(build(record(40, "0")));
     EXPECT_FALSE(panel.pctSlide.Visible);
 }

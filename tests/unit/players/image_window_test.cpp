@@ -276,6 +276,7 @@ TEST_F(ImageWindow, ClosingAKeptPictureLeavesWhatPlays) {
     machine.loop.enter([this] { imageWindow()->CloseRequest.raise(false); });
     EXPECT_EQ(imageWindow(), nullptr);
     EXPECT_EQ(state(), "playing");
+    ASSERT_NE(machine.media.mci(), nullptr);
     EXPECT_TRUE(machine.media.mci()->isPlaying());
     machine.loop.enter([this] { CloseFile(player, false); });
 }

@@ -43,69 +43,6 @@ protected:
     }
 };
 
-struct Size {
-    std::int16_t zoom;
-    float width, height;        ///< of the window, pixels
-    float movieLeft, movieTop;  ///< of the control on it, pixels
-};
-
-void PrintTo(const Size& size, std::ostream* out) { *out << "zoom " << size.zoom; }
-
-class MovieZoom : public MovieWindow, public ::testing::WithParamInterface<Size> {};
-
-TEST_P(MovieZoom, SizesAndCentresTheWindow) {
-    const Size& size = GetParam();
-    play("/m/clip.avi", size.zoom);
-    EXPECT_NEAR(movieWindow()->Width / 15, size.width, 0.02);
-    EXPECT_NEAR(movieWindow()->Height / 15, size.height, 0.02);
-    EXPECT_NEAR(movieWindow()->Left / 15, (1024 - size.width) / 2, 0.02);
-    EXPECT_NEAR(movieWindow()->Top / 15, (768 - size.height) / 2, 0.02);
-    EXPECT_NEAR(movie().Left / 15, size.movieLeft, 0.02);
-    EXPECT_NEAR(movie().Top / 15, size.movieTop, 0.02);
-}
-
-// Zoom 2: the control is 256 by 192, r = 0.8; the window 256 by 190.4, the control one scaled pixel lower than centred.
-INSTANTIATE_TEST_SUITE_P(Table, MovieZoom,
-                         ::testing::Values(Size{0, 320, 240, 0, 0}, Size{1, 640, 480, 0, 0}, Size{2, 256, 190.4F, 0, 0},
-                                           Size{3, 512, 380.8F, 0, 0}, Size{4, 723.968F, 538.4512F, 0, 0},
-                                           Size{5, 320, 240, 0, 0}));
-
-struct Shape {
-    std::int16_t zoom;
-    int sourceWidth, sourceHeight;  ///< pixels
-    float width, height;            ///< of the window, pixels
-    float movieLeft, movieTop;      ///< of the control on it, pixels
-};
-
-void PrintTo(const Shape& shape, std::ostream* out) {
-    *out << shape.sourceWidth << " by " << shape.sourceHeight << " at zoom " << shape.zoom;
-}
-
-class MovieShape : public MovieWindow, public ::testing::WithParamInterface<Shape> {};
-
-/// The control is a share of the screen, of 4 to 3; the window is as large as the picture that fits in.
-TEST_P(MovieShape, TheSmallerRatioFitsThePictureIn) {
-    const Shape& shape = GetParam();
-    machine.addMovie("/m/shaped.avi", 40, shape.sourceWidth, shape.sourceHeight);
-    play("/m/shaped.avi", shape.zoom);
-    EXPECT_NEAR(movieWindow()->Width / 15, shape.width, 0.02);
-    EXPECT_NEAR(movieWindow()->Height / 15, shape.height, 0.02);
-    EXPECT_NEAR(movie().Left / 15, shape.movieLeft, 0.02);
-    EXPECT_NEAR(movie().Top / 15, shape.movieTop, 0.02);
-    EXPECT_NEAR(movieWindow()->Left / 15, (1024 - shape.width) / 2, 0.02);
-    EXPECT_NEAR(movieWindow()->Top / 15, (768 - shape.height) / 2, 0.02);
-}
-
-// 640 by 240 in a control of 256 by 192: r is 0.4 by the width and 0.8 by the height. The control is higher than the
-// window, and lies one scaled pixel lower than centred.
-INSTANTIATE_TEST_SUITE_P(Table, MovieShape,
-                         ::testing::Values(Shape{2, 640, 240, 256, 95.2F, 0, -48},
-                                           Shape{2, 240, 640, 72, 191.4F, -92, 0},
-                                           Shape{3, 640, 240, 512, 190.4F, 0, -96},
-                                           Shape{3, 240, 640, 144, 382.8F, -184, 0},
-                                           Shape{4, 640, 240, 723.968F, 269.2256F, 0, -135.744F},
-                                           Shape{4, 240, 640, 203.616F, 541.2792F, -260.176F, 0}));
-
 TEST_F(MovieWindow, AMovieWithoutAPictureOpensAtEveryZoom) {
     machine.addMovie("/m/sound.mov", 20, 0, 0);
     for (std::int16_t zoom = 0; zoom <= 5; ++zoom) {
@@ -276,6 +213,17 @@ TEST_F(MovieWindow, QuickPlayEndsPastPosition300AfterTheDelay) {
     EXPECT_EQ(player.gFileIndex, 1);
 }
 
+TEST_F(MovieWindow, TheSliderEndsAtItsFullWidthWhereTheLengthIsRoundedDown) {
+    machine.addMovie("/m/short.avi", 2.5, 320, 240);
+    playStarted("/m/short.avi");
+    EXPECT_EQ(player.gLength, 2);
+    machine.advance(1000);
+    EXPECT_EQ(panel().pctSlide.Width, 1500);
+    machine.advance(1250);
+    EXPECT_EQ(label(kTimeLabel), "2.25");
+    EXPECT_EQ(panel().pctSlide.Width, 3000);
+}
+
 // --- Full screen -----------------------------------------------------------------------------------------------------
 
 TEST_F(MovieWindow, AtFullScreenTheWindowItselfIsNeverShown) {
@@ -289,6 +237,23 @@ TEST_F(MovieWindow, AtFullScreenTheWindowItselfIsNeverShown) {
     PlayFile(player);
     EXPECT_FALSE(movieWindow()->Visible);
     EXPECT_EQ(machine.log.count("windows.show frmMovieWindow"), 0);
+}
+
+/// On the whole screen a movie counts as showing, also when it is about to hand over.
+TEST_F(MovieWindow, BehindItsQuickPlayAMovieIsNeitherSteppedNorPlayedOn) {
+    player.gQuickPlay = true;
+    playStarted("/m/film.mpg", kFullScreenZoom);
+    machine.advance(300250);
+    ASSERT_TRUE(movieWindow()->tmrMovie.Enabled) << "the next file comes";
+    PauseFile(player);
+    machine.clearCalls();
+    NextFile(player);
+    PrevFile(player);
+    PlayFile(player);
+    EXPECT_TRUE(machine.calls("movie").empty());
+    machine.advance(player.gDelayTime);
+    EXPECT_EQ(player.gFileIndex, 1);
+    EXPECT_EQ(state(), "playing");
 }
 
 TEST_F(MovieWindow, AHiddenMovieDoesNotStepButGoesBack) {
