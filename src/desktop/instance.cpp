@@ -20,6 +20,7 @@
 #include <filesystem>
 #include <string_view>
 
+#include "desktop/spare_descriptors.h"
 #include "toolkit/instance_call.h"
 
 namespace corvane {
@@ -123,7 +124,6 @@ void Instance::listen() {
     if (!withAddress(place_.within(socketName), bindIt)) return;
     if (fchmodat(place_.handle(), socketName.c_str(), 0600, 0) != 0 || ::listen(descriptor, 8) != 0) return;
     socket_ = std::move(listening);
-    spare_ = Descriptor(open("/dev/null", O_RDONLY | O_CLOEXEC));
     auto* const ready = new QSocketNotifier(descriptor, QSocketNotifier::Read, this);
     connect(ready, &QSocketNotifier::activated, this, [this] { accept(); });
 }
@@ -133,11 +133,10 @@ void Instance::accept() {
         return Descriptor(accept4(socket_.get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
     };
     Descriptor from = next();
-    if (!from && (errno == EMFILE || errno == ENFILE)) {
+    if (!from && SpareDescriptors::refused()) {
         // It must be answered, or it would be told again and again. It is turned away.
-        spare_.close();
+        const SpareDescriptors::Loan loan;
         next();
-        spare_ = Descriptor(open("/dev/null", O_RDONLY | O_CLOEXEC));
         return;
     }
     if (from && receivers_ < kMostReceivers) new Receiver(std::move(from), handler_, receivers_, this);

@@ -47,7 +47,6 @@ private:
     PrivateFolder place_;  ///< once it was asked for
     Descriptor lock_;
     Descriptor socket_;
-    Descriptor spare_;  ///< let go of to answer a call when no other descriptor is left
     int receivers_ = 0;
     bool asked_ = false;
     bool only_ = true;

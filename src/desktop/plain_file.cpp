@@ -7,6 +7,8 @@
 
 #include <cerrno>
 
+#include "desktop/spare_descriptors.h"
+
 namespace corvane {
 
 namespace {
@@ -22,6 +24,8 @@ PlainFile openPlainFile(const std::string& path) {
     // A device may do something when it is opened.
     if (!S_ISREG(status.st_mode)) return refused(kNoFile);
     Descriptor opened(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    // What came free for a window is not for a file.
+    if (opened ? SpareDescriptors::lent() : SpareDescriptors::refused()) return refused(SpareDescriptors::kNoneLeft);
     if (!opened || fstat(opened.get(), &status) != 0) return refused(kUnreadable);
     // It may have been replaced since.
     if (!S_ISREG(status.st_mode)) return refused(kNoFile);

@@ -10,12 +10,15 @@
 #include <filesystem>
 
 #include "desktop/about.h"
+#include "desktop/application.h"
 #include "desktop/confinement/confinement.h"
+#include "desktop/error_stream.h"
 #include "desktop/idle_bus.h"
 #include "desktop/instance.h"
 #include "desktop/linux_desktop.h"
 #include "desktop/mpris.h"
 #include "desktop/program_folder.h"
+#include "desktop/spare_descriptors.h"
 #include "desktop/window_system.h"
 #include "dialogs/forms.h"
 #include "engine/mdlPublicFunction.h"
@@ -102,6 +105,7 @@ int runPlayer(CommandLine line, std::string folder) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    const bool canRun = SpareDescriptors::keep();
     // A reader that has gone and a limit on the size of files are answers to a write, not the end.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
@@ -113,6 +117,10 @@ int main(int argc, char** argv) {
     if (line.help) return std::fputs(helpText().c_str(), stdout) < 0 ? 1 : 0;
     if (line.version) return std::puts("corvane " CORVANE_VERSION) < 0 ? 1 : 0;
 
+    if (!canRun) {
+        tellOnErrors("The system lets it open too few files to run.");
+        return 1;
+    }
     if (line.about) tellAbout("corvane " CORVANE_VERSION);
     // Before the tool kit begins its threads: what they inherit, none of them gets rid of.
     std::string folder = programFolder(folderChoiceOfEnvironment());
@@ -127,7 +135,7 @@ int main(int argc, char** argv) {
     qunsetenv("SESSION_MANAGER");  // a session manager must not start or save the player by itself
     Mpris::startNoBus();
     int ownArguments = std::min(argc, 1);  // Qt must not take options out of file names
-    const QApplication application(ownArguments, argv);
+    const Application application(ownArguments, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     std::setlocale(LC_NUMERIC, "C");
     const int result = runPlayer(std::move(line), std::move(folder));

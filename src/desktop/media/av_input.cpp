@@ -3,6 +3,8 @@
 
 #include <sstream>
 
+#include "desktop/spare_descriptors.h"
+
 namespace corvane {
 
 namespace {
@@ -27,7 +29,7 @@ int interrupted(void* cancelled) { return static_cast<const std::atomic<bool>*>(
 std::unique_ptr<AvInput> AvInput::open(const std::string& path, const std::atomic<bool>* cancelled,
                                        std::string& reason) {
     if (!loadAv()) {
-        reason = "The libraries that decode sound are not installed.";
+        reason = SpareDescriptors::reason("The libraries that decode sound are not installed.");
         return nullptr;
     }
     std::unique_ptr<AvInput> input(new AvInput);

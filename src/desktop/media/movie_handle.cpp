@@ -8,6 +8,7 @@
 #include "desktop/media/av_library.h"
 #include "desktop/media/movie_library.h"
 #include "desktop/media/silence.h"
+#include "desktop/spare_descriptors.h"
 #include "workers/worker.h"
 
 namespace corvane {
@@ -104,7 +105,7 @@ std::string refusedMovieOption(const std::function<int(const char* name, const c
 }
 
 MovieHandle makeMovieHandle(std::string& reason) {
-    if (!loadMovieLibrary()) return reason = "The movie player is not installed", nullptr;
+    if (!loadMovieLibrary()) return reason = SpareDescriptors::reason("The movie player is not installed"), nullptr;
     loadAv();                         // the same libraries, with our bounds
     std::setlocale(LC_NUMERIC, "C");  // the library refuses to work with another one
     // Two owners: what is made after the patience is over goes with the worker.

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "desktop/media/fluid_library.h"
+#include "desktop/spare_descriptors.h"
 
 namespace corvane {
 
@@ -26,7 +27,7 @@ Synthesizer::~Synthesizer() {
 std::string Synthesizer::load() {
     const std::lock_guard lock(mutex_);
     if (synth_) return "";
-    if (!loadFluid()) return "The synthesizer for MIDI is not installed.";
+    if (!loadFluid()) return SpareDescriptors::reason("The synthesizer for MIDI is not installed.");
     std::string reason;
     std::unique_ptr<SoundFont> font = SoundFont::find(reason);
     if (!font) return reason;

@@ -16,6 +16,7 @@
 #include <ctime>
 #include <thread>
 
+#include "desktop/spare_descriptors.h"
 #include "unit/desktop/offscreen.h"
 
 namespace corvane {
@@ -151,6 +152,7 @@ TEST_F(Instances, CallersThatSayNothingOrTooMuchAreDroppedAndTheNextIsHeard) {
 }
 
 TEST_F(Instances, WithoutADescriptorLeftACallIsTurnedAwayAndDoesNotSpin) {
+    SpareDescriptors::keep();
     Instance first("/some/folder", runtime.path());
     int calls = 0;
     first.onCall([&](const Texts&) { ++calls; });
