@@ -4,6 +4,7 @@
 import contextlib
 import os
 import pathlib
+import re
 import subprocess
 
 from harness import PROJECT
@@ -156,7 +157,10 @@ def closed_streams(stage):
     song = tone(stage.media / "song.wav", 440, 20)
     stage.player.start(song, under=["sh", "-c", 'exec "$@" 0<&- 1>&- 2>&-', "sh"])
     for stream in (0, 1, 2):
-        equal(os.readlink(f"/proc/{stage.player.process.pid}/fd/{stream}"), "/dev/null", f"what is at {stream}")
+        place = pathlib.Path(f"/proc/{stage.player.process.pid}")
+        equal(os.readlink(place / "fd" / str(stream)), "/dev/null", f"what is at {stream}")
+        flags = re.search(r"flags:\s*([0-7]+)", (place / "fdinfo" / str(stream)).read_text())
+        equal(int(flags[1], 8) & os.O_ACCMODE, os.O_RDWR, f"how {stream} is open")
     stage.player.press(PLAY)
     stage.sound.wait_for(440)
     check(not stage.player.boxes(), "a box")
