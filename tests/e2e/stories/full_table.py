@@ -67,6 +67,7 @@ def each_is_told_by_a_box(stage, files):
         stage.player.press(PLAY)
         wait(f"a box for file {entry}", stage.player.boxes, AT_ONCE)
         stage.player.wait_for_text("Can't open!!")
+        stage.leave_picture(f"box_{entry}")
         answer_box(stage)
         check_panel(stage)
         stage.player.press(NEXT)
