@@ -3,7 +3,7 @@
 
 import collections
 
-from harness.expect import check, equal
+from harness.expect import check, equal, steady, wait
 from harness.media import encode, movie, tone
 from harness.player import PLAY
 from harness.signs import told, wait_for_entry, wait_for_told
@@ -25,6 +25,7 @@ SOUNDS = {"flac": ("FLAC Now On Play", None), "ogg": ("OGG Now On Play", ["-c:a"
 MOVIES = {"qt": ("Quick Time File Now On Play", ["-f", "mov"]), "mpeg": ("Mpeg File Now On Play", ["-f", "mpeg"]),
           "mpv": ("Mpeg File Now On Play", ["-an", "-c:v", "mpeg1video", "-f", "mpeg1video"])}
 COLOURS = ("#C83232", "#32A046", "#3250C8")
+REPEATED = 300  # times half a minute
 FIRST_HZ = 400  # of the list; each file is a good semitone higher
 
 Entry = collections.namedtuple("Entry", "path kind tones colour")
@@ -65,3 +66,29 @@ def further_formats(stage):
     heard = stage.sound.expect_exactly([entry.tones[0] for entry in entries if entry.tones], longest_gap=LONGEST_GAP)
     for entry, sounding in zip((entry for entry in entries if entry.tones), heard):
         check(abs(sounding.length - SECONDS) <= LENGTH_ERROR + CODER_SECONDS, f"{entry.path.name} was heard for {sounding.length:.2f} s")
+
+
+def long_guess(path):
+    """An MP3 file of hours that says nothing of its length, and whose first seconds promise a much longer one: counting it takes
+    longer than opening it may. Returns its length in seconds."""
+    parts = []
+    for source, seconds in (("sine=frequency=440:d=10", 10), ("anoisesrc=d=30:a=0.3", 30)):
+        part = path.with_name(f"part{seconds}.mp3")
+        encode(["-f", "lavfi", "-i", source, "-q:a", "4", "-write_xing", "0", "-id3v2_version", "0"], part)
+        parts.append(part.read_bytes())
+    path.write_bytes(parts[0] + parts[1] * REPEATED)
+    return 10 + 30 * REPEATED
+
+
+@story("formats: the slider of a sound whose length can only be guessed at first stands where the sound stands")
+def guessed_length(stage):
+    path = stage.media / "guess.mp3"
+    seconds = long_guess(path)
+    stage.player.start(path)
+    stage.player.press(PLAY)
+    wait_for_told(stage, "Time", "00:04", 15)
+    stage.desk.drag(stage.player.slider(0.01), stage.player.slider(0.5))
+    minutes = seconds // 2 // 60
+    wait("half of its time", lambda: (told(stage, "Time") or "").split(":")[0] in (str(minutes - 1), str(minutes), str(minutes + 1)))
+    steady("half of the slider", lambda: 0.48 <= stage.player.slider_fraction() <= 0.52, 1)
+    equal(stage.player.power_off(), 0, "exit code")
