@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "dialogs/frmMenuWindow.h"
 
-#include <cmath>
 #include <optional>
 
 #include "engine/mdlPublicFunction.h"
@@ -105,15 +104,8 @@ void frmMenuWindow::PlayCustom_Click(int index) {
 }
 
 std::optional<std::int32_t> frmMenuWindow::currentPosition() const {
-    if (player_.gMediaKind == mkMovie) {
-        auto* window = player_.forms.find<MovieWindowControls>();
-        if (window == nullptr) return std::nullopt;
-        return static_cast<std::int32_t>(std::nearbyint(window->amvMovie->CurrentPosition()));
-    }
-    if (player_.gMediaKind != mkMciFile && player_.gMediaKind != mkCDTrack) return std::nullopt;
-    auto* window = player_.forms.find<MciWindowControls>();
-    if (window == nullptr) return std::nullopt;
-    return window->mmcMci->Position();
+    const auto medium = player_.media.current();
+    return medium ? medium->position() : std::nullopt;
 }
 
 void frmMenuWindow::setStartPosition() {
@@ -128,8 +120,7 @@ void frmMenuWindow::setStopPosition() {
     const auto index = static_cast<std::size_t>(player_.gFileIndex);
     const std::int32_t start = player_.gStartPosition[index];
     player_.gStopPosition[index] = *position;
-    const bool before = player_.gMediaKind == mkCDTrack ? TmsfToText(start) < TmsfToText(*position) : start < *position;
-    if (before) return;
+    if (player_.media.current()->isBefore(start, *position)) return;
     player_.gStopPosition[index] = 0;
     messageBox(player_, "Stop Position too Small!", Buttons::Ok, Icon::Stop);
 }

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/control_sets.h"
 
+#include <cmath>
 #include <initializer_list>
+
+#include "engine/mdlPublicFunction.h"
 
 namespace corvane {
 
@@ -77,6 +80,14 @@ MainPanelControls::MainPanelControls()
     tmrDisplay.Enabled = true;
     tmrPrevNext.Interval = 750;
     tmrPlayBack.Interval = 200;
+}
+
+std::int32_t MainPanelControls::CalcPos(const mdlDefinePublic::PlayerState& state, std::int32_t x,
+                                        std::int32_t packedLength) {
+    const double share = static_cast<double>(x) / state.gSlideWidth;
+    const auto target =
+        static_cast<std::int32_t>(std::nearbyint(share * mdlPublicFunction::packedSeconds(packedLength)));
+    return target % 60 * 0x10000 + target / 60 * 0x100;
 }
 
 MenuWindowControls::MenuWindowControls()

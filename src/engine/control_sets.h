@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "engine/mdlDefinePublic.h"
 #include "forms/form.h"
 #include "forms/lists.h"
 #include "forms/menu.h"
@@ -56,6 +57,10 @@ public:
 
     bool isStopped() const { return cmdMainPanel[kPlay].Enabled && cmdMainPanel[kPause].Enabled; }
     bool isPaused() const { return !cmdMainPanel[kPause].Enabled; }
+
+    /// CalcPos: slider position x (twips) and a track's length in packed form (minutes in the second byte, seconds in
+    /// the third) to a position of the same form, track and frames 0.
+    static std::int32_t CalcPos(const mdlDefinePublic::PlayerState& state, std::int32_t x, std::int32_t packedLength);
 };
 
 /// The hidden form that holds the popup menu and the skin's bitmap.
@@ -91,6 +96,9 @@ public:
     std::int64_t doubleClickedAt = -1;  ///< Clock::milliseconds of a double-click not yet spent; -1 none
     /// The movie is seen: in its window or, at full-screen zoom, on the whole screen.
     bool isShowing() const { return Visible || amvMovie->FullScreenMode(); }
+    /// The movie has ended, or quick play has ended it, and the delay before the next file runs: it is not brought
+    /// back.
+    bool isHandingOver() const { return started && (tmrMovie.Enabled || amvMovie->State() == kMovieStopped); }
 };
 
 class ImageWindowControls : public Form {

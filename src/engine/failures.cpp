@@ -5,8 +5,6 @@
 
 namespace corvane::mdlPublicFunction {
 
-using namespace mdlDefinePublic;
-
 namespace {
 
 std::string cannotOpen(const std::string& path, const std::string& reason) {
@@ -38,7 +36,7 @@ void askAboutFile(Player& player, const std::string& path, const std::string& re
 
 void mediaFailed(Player& player, const std::string& reason) {
     auto* panel = player.forms.find<MainPanelControls>();
-    if (panel == nullptr || player.gMediaKind == mkNone) return;
+    if (panel == nullptr || !player.media.isOpen()) return;
     const std::string path = player.openedPath;
     if (player.opening.list != player.lists) {
         CloseFile(player, false);
@@ -59,15 +57,15 @@ void listReplaced(Player& player) {
     auto* panel = player.forms.find<MainPanelControls>();
     if (panel == nullptr) return;
     panel->tmrPlayBack.Enabled = false;
-    if (player.gMediaKind == mkNone && !panel->isStopped()) {
+    if (!player.media.isOpen() && !panel->isStopped()) {
         CloseFile(player, true);
-    } else if (player.gMediaKind != mkNone && panel->isStopped()) {
+    } else if (player.media.isOpen() && panel->isStopped()) {
         panel->cmdMainPanel[kPause].Enabled = false;  // a held picture whose press of previous is void: it is held on
     }
 }
 
 bool isStillOpen(const Player& player, const Opening& opening) {
-    return player.gMediaKind != mkNone && player.opening == opening;
+    return player.media.isOpen() && player.opening == opening;
 }
 
 }  // namespace corvane::mdlPublicFunction

@@ -59,7 +59,7 @@ struct PlayerState {
 
     // The engine.
     std::int16_t gFileIndex = 0;
-    std::int16_t gMediaKind = mkNone;
+    std::int16_t gMediaKind = mkNone;  ///< of the open medium, as MediaHost says
     bool gPlaying = false;
     std::int32_t gLength = 0;  ///< in the unit of the kind
     std::int16_t gCdTrack = 0;

@@ -32,8 +32,6 @@ std::optional<std::int32_t> parseNumber(std::string_view text);
 
 // --- Opening and transport -------------------------------------------------------------------------------------------
 
-/// The kind of media (mkImage, ...) that the extension of a path stands for.
-std::int16_t mediaKind(const std::string& path);
 void PlayFile(Player& player);
 void PauseFile(Player& player);
 void NextFile(Player& player);
@@ -46,13 +44,8 @@ void skipToPrevious(Player& player);
 bool canGoForward(const Player& player);
 void CloseFile(Player& player, bool keepImage);
 void ShuffleList(Player& player);
-/// Begins to decode the picture. It is shown at once when that is done already, else in an event of its own, unless the
-/// file is closed or another one opened before. A picture that is kept stays up until then.
-void OpenImage(Player& player);
-void OpenMovie(Player& player);
-void OpenMciFile(Player& player);
-/// False: its number is that of no track, and the failure was shown.
-bool OpenCDTrack(Player& player);
+/// The list may begin by itself soon: what its first file needs is made ready.
+void prepareFirst(Player& player);
 /// The open file cannot be decoded or cannot go on: it is let go, and the box of a file that cannot be opened asks,
 /// with the reason. When its list has been replaced since, there is nothing to try again or to go on to: the box only
 /// tells, and the player is stopped.

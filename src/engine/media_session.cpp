@@ -16,10 +16,7 @@ using namespace mdlDefinePublic;
 
 namespace {
 
-// How far the position may be from where a listener expects it. Playing: a sound is heard a moment after its start was
-// told. A picture counts whole seconds.
-constexpr std::int64_t kPlayingToleranceUs = 400'000;
-constexpr std::int64_t kPictureToleranceUs = 1'500'000;
+// How far the position of what is paused may be from where a listener expects it.
 constexpr std::int64_t kHeldToleranceUs = 100'000;
 
 std::int64_t sum(std::int64_t a, std::int64_t b) {
@@ -47,7 +44,8 @@ MediaSession::~MediaSession() {
 
 bool MediaSession::isWatched() const {
     if (!state_.ready || state_.status != MediaState::Status::Playing) return false;
-    return player_.gMediaKind == mkMovie || (player_.gMediaKind == mkImage && player_.gInterval > 0);
+    const auto medium = player_.media.current();
+    return medium && medium->isWatched();
 }
 
 std::int64_t MediaSession::positionUs() const {
@@ -57,7 +55,7 @@ std::int64_t MediaSession::positionUs() const {
 MediaState::Status MediaSession::status() const {
     const auto* panel = player_.forms.find<MainPanelControls>();
     // While a box asks about a file that could not be opened, the panel shows what the call left: nothing plays.
-    if (panel == nullptr || panel->isStopped() || player_.gMediaKind == mkNone) return MediaState::Status::Stopped;
+    if (panel == nullptr || panel->isStopped() || !player_.media.isOpen()) return MediaState::Status::Stopped;
     return panel->isPaused() ? MediaState::Status::Paused : MediaState::Status::Playing;
 }
 
@@ -91,7 +89,7 @@ void MediaSession::look() {
 
 /// The same entry keeps its number when it is shuffled to another place and when it begins again.
 void MediaSession::nameTrack(MediaState& seen) {
-    const bool open = player_.gMediaKind != mkNone;
+    const bool open = player_.media.isOpen();
     const auto index = static_cast<std::size_t>(player_.gFileIndex);
     const bool hasEntry = player_.gFileIndex < player_.gFileCount;
     if (!open && !hasEntry) return;
@@ -128,7 +126,7 @@ void MediaSession::lookAtPosition(const MediaState& before) {
     std::int64_t tolerance = kHeldToleranceUs;
     if (state_.status == Status::Playing) {
         if (!isProgressing(player_) || position == 0) return;  // it has not begun, or it has ended
-        tolerance = player_.gMediaKind == mkImage ? kPictureToleranceUs : kPlayingToleranceUs;
+        tolerance = player_.media.current()->toleranceUs();
     }
     if (position < expected - tolerance || position > expected + tolerance) tellPosition(position);
 }

@@ -27,29 +27,6 @@ void showEntry(Player& player, MainPanelControls& panel) {
     panel.lblMainPanel[kTitleLabel].Caption = player.gFileTitle[static_cast<std::size_t>(player.gFileIndex)];
 }
 
-void startMovie(Player& player, MovieWindowControls& movie) {
-    movie.started = true;
-    const std::int32_t start = player.gStartPosition[static_cast<std::size_t>(player.gFileIndex)];
-    if (start != 0 && player.gCustomMode != mdlDefinePublic::kCustomOff) movie.amvMovie->CurrentPosition(start);
-    if (player.gMovieZoom != mdlDefinePublic::kFullScreenZoom) movie.Show();
-    movie.amvMovie->Run();
-}
-
-bool isHandingOver(const MovieWindowControls& movie) {
-    return movie.started && (movie.tmrMovie.Enabled || movie.amvMovie->State() == kMovieStopped);
-}
-
-std::int32_t trackEnd(const Player& player, MciControl& mci) {
-    return static_cast<std::int32_t>(static_cast<std::uint32_t>(mci.TrackLength()) << 8U) + player.gCdTrack;
-}
-
-void holdTrackAt(Player& player, MciControl& mci, std::int32_t position) {
-    mci.From(position);
-    mci.To(trackEnd(player, mci));
-    mci.Command("Play");
-    mci.Command("Pause");
-}
-
 const std::string& currentPath(const Player& player) {
     return player.gFilePath[static_cast<std::size_t>(player.gFileIndex)];
 }

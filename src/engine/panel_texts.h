@@ -18,22 +18,16 @@ void setSlider(Player& player, MainPanelControls& panel, double position, double
 void showEntry(Player& player, MainPanelControls& panel);
 /// A picture stays up while the next file is opened, unless pictures are hidden between files.
 bool keepsPicture(const Player& player);
+/// Next and previous as they are while a file plays: another file is played, at the list's end next stops; a first
+/// press of previous waits for a second one.
+void nextWhilePlaying(Player& player, MainPanelControls& panel);
+void previousWhilePlaying(Player& player, MainPanelControls& panel);
 /// Lets go what is open (with keepImage a picture stays up); whether the player plays is left as it is.
 void closeMedia(Player& player, MainPanelControls& panel, bool keepImage);
 /// The box of a file that cannot be opened: its path, " Can't open!!", and the reason on a line of its own, if there is
 /// one. Abort stops, Retry is previous, Ignore is next; these run as a new event, so that a list of such files never
 /// nests. An answer is void when Player::turns has changed meanwhile.
 void askAboutFile(Player& player, const std::string& path, const std::string& reason);
-/// The movie starts after its delay, or when it is resumed: at the custom start position when that is in force.
-void startMovie(Player& player, MovieWindowControls& movie);
-/// The movie has ended, or quick play has ended it, and the delay before the next file runs: it is not brought back.
-bool isHandingOver(const MovieWindowControls& movie);
-/// The end of the current CD track in packed form.
-std::int32_t trackEnd(const Player& player, MciControl& mci);
-/// Plays from a position of the current CD track and holds there at once.
-void holdTrackAt(Player& player, MciControl& mci, std::int32_t position);
-/// The picture that is being decoded is not wanted any more.
-void forgetAwaitedPicture(Player& player);
 /// The entry that comes after this one is likely to be wanted soon.
 void prepareNext(Player& player);
 const std::string& currentPath(const Player& player);

@@ -8,6 +8,7 @@
 
 #include "engine/form_host.h"
 #include "engine/mdlDefinePublic.h"
+#include "engine/media_host.h"
 #include "platform/ports.h"
 
 namespace corvane {
@@ -32,6 +33,7 @@ struct Player : mdlDefinePublic::PlayerState {
 
     Ports& ports;
     FormHost forms;
+    MediaHost media{*this};
     bool playsAtStart = false;  ///< files were given to be opened: the list begins although gAutoPlay is off
     std::string openedPath;     ///< of the file opened last
     Opening opening;            ///< of the file opened last

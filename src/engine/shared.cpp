@@ -22,7 +22,8 @@ void prepareMenu(Player& player, MenuWindowControls& menu, const MainPanelContro
     const auto index = static_cast<std::size_t>(player.gFileIndex);
     menu.PlayCustom[0].Checked = player.gStartPosition[index] != 0;
     menu.PlayCustom[1].Checked = player.gStopPosition[index] != 0;
-    const bool settable = player.gMediaKind >= mdlDefinePublic::mkMovie && panel.isPaused();
+    const auto medium = player.media.current();
+    const bool settable = medium && medium->takesCustomPositions() && panel.isPaused();
     menu.PlayCustom[0].Enabled = settable;
     menu.PlayCustom[1].Enabled = settable;
     menu.PlayCustom[3].Checked = player.gCustomMode != mdlDefinePublic::kCustomOff;

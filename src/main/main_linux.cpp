@@ -95,8 +95,7 @@ int runPlayer(CommandLine line, std::string folder) {
     bool started = false;
     desktop.ports().loop.enter([&] { started = startProgram(player); });
     // The list begins when the opening is over: until then there is time to load what its first file needs.
-    const bool plays = started && (player.gAutoPlay || player.playsAtStart);
-    if (plays && player.gFileCount > 0) player.ports.media.expect(player.gFilePath[0]);
+    if (started) mdlPublicFunction::prepareFirst(player);
     const int result = started && !desktop.ports().process.ending() ? QApplication::exec() : 0;
     player.forms.clear();
     return result;

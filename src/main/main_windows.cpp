@@ -2,6 +2,7 @@
 #include <chrono>
 
 #include "dialogs/forms.h"
+#include "engine/mdlPublicFunction.h"
 #include "engine/media_session.h"
 #include "engine/player.h"
 #include "listedit/forms.h"
@@ -54,7 +55,7 @@ void runPlayer(CommandLine line) {
     bool started = false;
     desktop.ports().loop.enter([&] { started = startProgram(player); });
     // The list begins when the opening is over: until then there is time to make ready what its first file needs.
-    if (started && player.gAutoPlay && player.gFileCount > 0) player.ports.media.expect(player.gFilePath[0]);
+    if (started) mdlPublicFunction::prepareFirst(player);
     if (started && !desktop.ports().process.ending()) desktop.run();
     player.forms.clear();
 }

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/hold_times.h"
 #include "engine/mdlPublicFunction.h"
-#include "engine/panel_texts.h"
 #include "panel/frmMainPanel.h"
-#include "panel/hold_times.h"
 
 namespace corvane {
 
 using namespace mdlPublicFunction;
-using namespace mdlDefinePublic;
 
 void frmMainPanel::cmdMainPanel_Click(int index) {
     switch (index) {
@@ -78,7 +76,7 @@ void frmMainPanel::lblMainPanel_Click(const Label& label) {
 void frmMainPanel::cmdMainPanel_MouseDown(int index, const MouseArgs& mouse) {
     if (mouse.button != kLeftButton || (index != kPrev && index != kNext)) return;
     endHold();  // of a press whose release never came
-    if (isFullScreenMovie() && movie() != nullptr) movie()->amvMovie->FullScreenMode(false);
+    if (const auto medium = player_.media.current()) medium->leaveWholeScreen();
     const bool shift = (mouse.shift & kShiftMask) != 0;
     if (index == kPrev) {
         hold_ = shift ? Hold::PreviousShift : Hold::Previous;
@@ -94,44 +92,20 @@ void frmMainPanel::cmdMainPanel_MouseUp(int /*index*/, const MouseArgs& mouse) {
         showPopupMenu(player_);
         return;
     }
-    const bool fullScreen = isFullScreenMovie() && movie() != nullptr;
-    if (fullScreen) movie()->amvMovie->FullScreenMode(true);
+    const auto medium = player_.media.current();
+    const bool wholeScreen = medium && medium->takeWholeScreenBack();
     endHold();
-    if (!fullScreen && Visible) pctMainPanel.SetFocus();  // so that keys keep reaching the panel
+    if (!wholeScreen && Visible) pctMainPanel.SetFocus();  // so that keys keep reaching the panel
 }
 
 /// What was held goes on as before.
 void frmMainPanel::endHold() {
     tmrPrevNext.Enabled = false;
-    MovieWindowControls* const window = movie();
-    if (tmrPrevNext.Interval == kFastStepMs) {
-        tmrPrevNext.Interval = kHoldMs;
-        resumeAfterHold();
-    }
+    const bool steppedFast = tmrPrevNext.Interval == kFastStepMs;
+    if (steppedFast) tmrPrevNext.Interval = kHoldMs;
     holdEngaged_ = false;
     hold_ = Hold::None;
-    if (player_.gMediaKind == mkMovie && window != nullptr && window->amvMovie->Rate() != 1.0) {
-        window->amvMovie->Pause();
-        window->amvMovie->Rate(1.0);
-        if (cmdMainPanel[kPause].Enabled && window->amvMovie->State() != kMovieStopped) window->amvMovie->Run();
-    }
-}
-
-/// After fast stepping: goes on playing when it played. A movie runs in any case, and the panel then says so.
-void frmMainPanel::resumeAfterHold() {
-    const bool playing = cmdMainPanel[kPause].Enabled;
-    if (player_.gMediaKind == mkMovie) {
-        if (movie() == nullptr || !movie()->started || isHandingOver(*movie())) return;
-        movie()->amvMovie->Run();
-        if (!playing) showPlaying(player_, *this);
-        return;
-    }
-    if (!playing || mci() == nullptr) return;
-    if (player_.gMediaKind == mkCDTrack) {
-        mci()->Track(player_.gCdTrack);
-        mci()->To(trackEnd(player_, *mci()));
-    }
-    mci()->Command("Play");
+    if (const auto medium = player_.media.current()) medium->endHold(steppedFast);
 }
 
 void frmMainPanel::dragWindow(const MouseArgs& mouse) {

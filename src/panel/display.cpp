@@ -25,7 +25,8 @@ void frmMainPanel::tmrDisplay_Timer() {
 /// A disc that has to start turning is waited for: the time blinks until it plays.
 void frmMainPanel::blinkTime() {
     Label& time = lblMainPanel[kTimeLabel];
-    if (player_.gPlaying && player_.gMediaKind == mdlDefinePublic::mkCDTrack && mci() != nullptr && mci()->Opening()) {
+    const auto medium = player_.media.current();
+    if (player_.gPlaying && medium && medium->isWaitedFor()) {
         timeBlinks_ = timeBlinks_ || time.Visible;
         if (timeBlinks_) time.Visible = !time.Visible;
     } else if (std::exchange(timeBlinks_, false)) {

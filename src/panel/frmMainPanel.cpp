@@ -114,13 +114,4 @@ void frmMainPanel::Form_Unload() {
     player_.forms.load(FormId::Startup).Show();
 }
 
-MciControl* frmMainPanel::mci() const {
-    auto* window = player_.forms.find<MciWindowControls>();
-    return window != nullptr ? window->mmcMci.get() : nullptr;
-}
-
-bool frmMainPanel::isFullScreenMovie() const {
-    return player_.gMediaKind == mdlDefinePublic::mkMovie && player_.gMovieZoom == mdlDefinePublic::kFullScreenZoom;
-}
-
 }  // namespace corvane

@@ -13,10 +13,6 @@ class frmMainPanel : public MainPanelControls {
 public:
     explicit frmMainPanel(Player& player);
 
-    /// CalcPos: slider position x (twips) and the track's length in packed form (minutes in the second byte, seconds in
-    /// the third) to a position of the same form, track and frames 0.
-    static std::int32_t CalcPos(const Player& player, std::int32_t x, std::int32_t packedLength);
-
 private:
     enum class Hold : std::int16_t { None = 0, Previous = 1, Next = 2, PreviousShift = 3, NextShift = 4 };
 
@@ -43,14 +39,10 @@ private:
     void openBeside(FormId id);
     void takeDropped(const DropData& dropped);
     void endHold();
-    void resumeAfterHold();
 
     // Press and hold (sequencing.cpp).
     void tmrPrevNext_Timer();
     void tmrPlayBack_Timer();
-    void holdMovie(bool back, bool shift);
-    void holdMci(bool back);
-    void holdCd(bool back);
 
     // Display and slider (display.cpp, slider.cpp).
     void tmrDisplay_Timer();
@@ -59,19 +51,12 @@ private:
     void pctSlide_MouseDown();
     void pctSlide_MouseMove(const MouseArgs& mouse);
     void pctSlide_MouseUp(const MouseArgs& mouse);
-    void seekImage(std::int32_t x);
-    void seekMovie(std::int32_t x);
-    void seekMci(std::int32_t x);
-    void seekCd(std::int32_t x);
-    bool isFullScreenMovie() const;
 
     // The slider and the knob without the mouse (values.cpp).
     DraggedValue slideValue() const;
     void slideTo(double seconds);
     DraggedValue knobValue() const;
     void turnTo(double percent);
-    MovieWindowControls* movie() const { return player_.forms.find<MovieWindowControls>(); }
-    MciControl* mci() const;
 
     Player& player_;
     Hold hold_ = Hold::None;

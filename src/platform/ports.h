@@ -25,9 +25,12 @@ public:
     virtual std::unique_ptr<MciControl> makeMciControl() = 0;
     /// The control belongs to the form's paint order; the caller owns it.
     virtual std::unique_ptr<MovieControl> makeMovieControl(Form& form) = 0;
-    /// A hint: this file is likely to be opened next. Makes ready in workers what its kind needs and returns at once; a
-    /// desktop with nothing to make ready leaves it.
-    virtual void expect(const std::string& /*path*/) {}
+    /// Hints: this file is likely to be opened next, by the MCI control, by that with "CDAudio", or by the movie
+    /// control. Makes ready in workers what it will need and returns at once; a desktop with nothing to make ready
+    /// leaves it.
+    virtual void expectSound(const std::string& /*path*/) {}
+    virtual void expectDisc(const std::string& /*path*/) {}
+    virtual void expectMovie(const std::string& /*path*/) {}
 };
 
 inline constexpr int kDenseFactor = 2;     ///< a dense picture has so many times the pixels across and down

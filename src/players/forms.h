@@ -5,7 +5,7 @@
 
 namespace corvane {
 
-/// Registers the MCI, movie and image windows with the form host.
+/// Registers the MCI, movie and image windows with the form host, and the media that play in them.
 void registerPlayerForms(Player& player);
 
 }  // namespace corvane

@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "engine/mdlPublicFunction.h"
-#include "engine/panel_texts.h"
 #include "players/media_window.h"
 
 namespace corvane {
@@ -51,16 +50,7 @@ void frmImageWindow::Form_Activate() {
     if (Visible) pctImage.SetFocus();
 }
 
-void frmImageWindow::tmrImage_Timer() {
-    ++player_.gImageElapsed;
-    if (auto* panel = player_.forms.find<MainPanelControls>()) {
-        // The product is formed in 16 bits and wraps above 32767.
-        const auto milliseconds = static_cast<std::int16_t>(static_cast<std::uint16_t>(player_.gImageElapsed * 1000));
-        setTime(*panel, MsecToText(milliseconds));
-        setSlider(player_, *panel, player_.gImageElapsed, player_.gLength);
-    }
-    if (player_.gImageElapsed >= player_.gInterval) NextFile(player_);
-}
+void frmImageWindow::tmrImage_Timer() { progressIn(player_, kId); }
 
 void frmImageWindow::pctImage_MouseDown(const MouseArgs& mouse) {
     if (mouse.button == kMiddleButton || (mouse.button == kLeftButton && mouse.shift == kShiftMask)) {

@@ -5,7 +5,7 @@
 
 namespace corvane {
 
-/// The host of the multimedia control: progress, quick play, custom stop rules, and on to the next file.
+/// The host of the multimedia control: what it tells goes to the medium that plays by it.
 class frmMCIWindow : public MciWindowControls {
 public:
     explicit frmMCIWindow(Player& player);
@@ -16,12 +16,6 @@ public:
 private:
     void mmcMci_StatusUpdate();
     void mmcMci_Done(int notifyCode);
-    void takeLength();
-    void showProgress(std::int32_t position);
-    bool isQuicklyPlayed(std::int32_t position) const;
-    bool isPastStop(std::int32_t position) const;
-    void returnToStart();
-    bool isCd() const { return player_.gMediaKind == mdlDefinePublic::mkCDTrack; }
 
     Player& player_;
 };

@@ -5,17 +5,15 @@
 #include <cmath>
 
 #include "engine/mdlPublicFunction.h"
-#include "engine/panel_texts.h"
 #include "players/media_window.h"
+#include "players/movie.h"
 
 namespace corvane {
 
 using namespace mdlPublicFunction;
-using namespace mdlDefinePublic;
 
 namespace {
 
-constexpr double kQuickPlaySeconds = 300;
 constexpr Twips kBorders = 30;  // the control's one-pixel borders above and below the picture
 
 }  // namespace
@@ -48,15 +46,13 @@ void frmMovieWindow::Form_Activate() {
 void frmMovieWindow::amvMovie_OpenComplete() {
     if (amvMovie->FileName().empty()) return;
     opened = true;
-    takeLength();
+    player_.gLength = static_cast<std::int32_t>(std::nearbyint(amvMovie->Duration()));
     sizeToMovie();
     Windows& windows = player_.ports.windows;
     Move((windows.screenWidth() - Width) / 2, (windows.screenHeight() - Height) / 2);
     tmrMovie.Interval = player_.gDelayTime;
     tmrMovie.Enabled = true;
 }
-
-void frmMovieWindow::takeLength() { player_.gLength = static_cast<std::int32_t>(std::nearbyint(amvMovie->Duration())); }
 
 void frmMovieWindow::sizeToMovie() {
     MovieControl& movie = *amvMovie;
@@ -107,27 +103,7 @@ void frmMovieWindow::amvMovie_StateChange(int before, int now) {
     if (before == kMovieRunning && now == kMoviePaused) amvMovie->Run();
 }
 
-void frmMovieWindow::amvMovie_Timer() {
-    auto* panel = player_.forms.find<MainPanelControls>();
-    if (panel == nullptr) return;
-    const double position = amvMovie->CurrentPosition();
-    takeLength();  // a guessed one may have become better meanwhile
-    setTime(*panel, numberText(position));
-    setSlider(player_, *panel, position, player_.gLength);
-    if (player_.gQuickPlay && position > kQuickPlaySeconds) {
-        Hide();
-        tmrMovie.Enabled = true;
-        return;
-    }
-    const auto index = static_cast<std::size_t>(player_.gFileIndex);
-    const std::int32_t stop = player_.gStopPosition[index];
-    if (stop == 0 || position <= stop) return;
-    if (player_.gCustomMode == kCustomRepeat) {
-        amvMovie->CurrentPosition(player_.gStartPosition[index]);
-    } else if (player_.gCustomMode == kCustomPlay) {
-        NextFile(player_);
-    }
-}
+void frmMovieWindow::amvMovie_Timer() { progressIn(player_, kId); }
 
 void frmMovieWindow::amvMovie_DblClick() {
     doubleClickedAt = player_.ports.clock.milliseconds();

@@ -20,7 +20,6 @@ private:
     void amvMovie_MouseDown(const MouseArgs& mouse);
     void amvMovie_MouseUp(const MouseArgs& mouse);
     void tmrMovie_Timer();
-    void takeLength();
     void sizeToMovie();
     bool isFullScreen() const { return player_.gMovieZoom == mdlDefinePublic::kFullScreenZoom; }
 

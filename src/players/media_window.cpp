@@ -8,6 +8,7 @@
 #include "players/frmImageWindow.h"
 #include "players/frmMCIWindow.h"
 #include "players/frmMovieWindow.h"
+#include "players/media.h"
 
 namespace corvane {
 
@@ -17,6 +18,7 @@ void registerPlayerForms(Player& player) {
     player.forms.registerForm(FormId::MciWindow, [&player] { return std::make_unique<frmMCIWindow>(player); });
     player.forms.registerForm(FormId::MovieWindow, [&player] { return std::make_unique<frmMovieWindow>(player); });
     player.forms.registerForm(FormId::ImageWindow, [&player] { return std::make_unique<frmImageWindow>(player); });
+    registerMedia(player);
 }
 
 void tieMediaWindow(Player& player, Form& window) {
@@ -27,12 +29,17 @@ void tieMediaWindow(Player& player, Form& window) {
     window.CloseRequest.tie([&player, &window](bool altHeld) {
         if (altHeld) {
             powerOff(player);
-        } else if (&window == player.forms.find(FormId::ImageWindow) && player.gMediaKind != mdlDefinePublic::mkImage) {
+        } else if (&window == player.forms.find(FormId::ImageWindow) && !player.media.playsIn(FormId::ImageWindow)) {
             player.forms.unload(FormId::ImageWindow);  // a kept picture: what plays is another file
         } else {
             CloseFile(player, false);
         }
     });
+}
+
+void progressIn(Player& player, FormId window) {
+    if (!player.media.playsIn(window)) return;
+    player.media.current()->progress();
 }
 
 }  // namespace corvane

@@ -92,7 +92,7 @@ void frmStartup::Form_Load() {
     Move(player_.gPanelLeft, player_.gPanelTop);
     if (player_.gAnimationStep == 0) {
         LoadInitial(player_);
-        player_.gMediaKind = mdlDefinePublic::mkNone;
+        player_.media.setCurrent(nullptr);
         setBothSizes(1, 1);
         player_.gAnimationStep = 1;
         tmrOpenClose[kOpening].Enabled = true;

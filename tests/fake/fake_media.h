@@ -41,9 +41,12 @@ public:
 
     std::unique_ptr<MciControl> makeMciControl() override;
     std::unique_ptr<MovieControl> makeMovieControl(Form& form) override;
-    void expect(const std::string& path) override { expected.push_back(path); }
+    void expectSound(const std::string& path) override { expect("sound", path); }
+    void expectDisc(const std::string& path) override { expect("disc", path); }
+    void expectMovie(const std::string& path) override { expect("movie", path); }
 
     std::vector<std::string> expected;            ///< files that were hinted at, in order
+    std::vector<std::string> expectedAs;          ///< as what they were: "sound", "disc" or "movie"
     std::map<std::string, FakeSoundFile> sounds;  ///< by path
     std::map<std::string, FakeMovieFile> movies;  ///< by path
     std::map<std::string, FakeDisc> discs;        ///< by the folder that stands for the disc; "" the drive's
@@ -64,6 +67,11 @@ public:
 private:
     friend class FakeMciControl;
     friend class FakeMovieControl;
+    void expect(const char* what, const std::string& path) {
+        expectedAs.emplace_back(what);
+        expected.push_back(path);
+    }
+
     std::vector<FakeMciControl*> mciControls_;
     std::vector<FakeMovieControl*> movieControls_;
 };

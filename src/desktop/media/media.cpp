@@ -2,6 +2,8 @@
 #include "desktop/media/media.h"
 
 #include <QTimer>
+#include <functional>
+#include <utility>
 
 #include "desktop/media/av_library.h"
 #include "desktop/media/desktop_mci_control.h"
@@ -9,7 +11,6 @@
 #include "desktop/media/movie_library.h"
 #include "desktop/media/movie_players.h"
 #include "desktop/media/silence.h"
-#include "engine/mdlPublicFunction.h"
 #include "workers/worker.h"
 
 namespace corvane {
@@ -19,11 +20,9 @@ namespace {
 /// After the first picture of the panel, before somebody can press play.
 constexpr int kWarmUpMs = 200;
 
-/// Loads what a file of that kind needs when it is opened.
-void prepare(std::int16_t kind, const std::string& path, Synthesizer& synthesizer) {
-    if (kind == mdlDefinePublic::mkMovie) {
-        loadMovieLibrary();
-    } else if (holdsMidi(path)) {
+/// Loads what a sound file needs when it is opened.
+void prepareSound(const std::string& path, Synthesizer& synthesizer) {
+    if (holdsMidi(path)) {
         synthesizer.load();
     } else {
         loadAv();
@@ -37,21 +36,22 @@ public:
     }
     ~LinuxMedia() override { station_.post.stop(); }
 
-    void expect(const std::string& path) override {
-        const std::int16_t kind = mdlPublicFunction::mediaKind(path);
-        if (kind == mdlDefinePublic::mkImage) return;
-        station_.output.warmUp();
-        if (kind == mdlDefinePublic::mkCDTrack) return;
-        // Without a thread the file is opened all the same when its turn comes.
-        Worker::run([kind, path, synthesizer = station_.synthesizer](const Worker::GiveUp&) {
-            prepare(kind, path, *synthesizer);
-        });
+    void expectSound(const std::string& path) override {
+        prepare([path, synthesizer = station_.synthesizer] { prepareSound(path, *synthesizer); });
     }
+    void expectDisc(const std::string& /*path*/) override { station_.output.warmUp(); }
+    void expectMovie(const std::string& /*path*/) override { prepare(loadMovieLibrary); }
 
     std::unique_ptr<MciControl> makeMciControl() override { return std::make_unique<DesktopMciControl>(station_); }
     std::unique_ptr<MovieControl> makeMovieControl(Form& form) override { return movies_.makeControl(form); }
 
 private:
+    /// Without a thread the file is opened all the same when its turn comes.
+    void prepare(std::function<void()> load) {
+        station_.output.warmUp();
+        Worker::run([load = std::move(load)](const Worker::GiveUp&) { load(); });
+    }
+
     SoundStation station_;
     MoviePlayers movies_;
 };

@@ -233,10 +233,10 @@ TEST_F(Replaced, TheWindowOfAnotherKindGoesBeforeTheNewOneOpens) {
         for (const char* second : {"/m/two.wav", "/m/clip.avi", "/m/a.bmp"}) {
             SCOPED_TRACE(std::string(first) + " " + second);
             playThenOpen(first, second);
-            const bool sound = mediaKind(second) == mkMciFile;
+            const bool sound = mediaType(second).kind == mkMciFile;
             EXPECT_EQ(mciWindow() != nullptr, sound);
-            EXPECT_EQ(movieWindow() != nullptr, mediaKind(second) == mkMovie);
-            EXPECT_EQ(imageWindow() != nullptr, mediaKind(second) == mkImage);
+            EXPECT_EQ(movieWindow() != nullptr, mediaType(second).kind == mkMovie);
+            EXPECT_EQ(imageWindow() != nullptr, mediaType(second).kind == mkImage);
             close();
         }
     }

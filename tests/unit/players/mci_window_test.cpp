@@ -229,7 +229,7 @@ TEST_F(MciWindow, WithoutALengthTheSliderIsOnePixelWide) {
 TEST_F(MciWindow, AStatusOfAnotherKindDoesNothing) {
     playSound();
     machine.advance(2000);
-    player.gMediaKind = mkMovie;
+    player.media.setCurrent(player.media.make("/m/a.avi"));
     player.gQuickPlay = true;
     machine.advance(20000);
     EXPECT_EQ(label(kTimeLabel), "00:02");

@@ -10,6 +10,7 @@
 #include "engine/player.h"
 #include "fake/fake_machine.h"
 #include "panel/forms.h"
+#include "players/media.h"
 #include "startup/forms.h"
 #include "startup/frmStartup.h"
 #include "startup/play_lists.h"
@@ -23,6 +24,7 @@ protected:
     StartupFixture() {
         registerStartupForms(player);
         registerPanelForms(player);
+        registerMedia(player);
         Media& media = player.ports.media;
         player.forms.registerForm(FormId::MenuWindow, [] { return std::make_unique<MenuWindowControls>(); });
         player.forms.registerForm(FormId::MciWindow, [&media] { return std::make_unique<MciWindowControls>(media); });
