@@ -15,7 +15,8 @@ namespace corvane {
 
 /// Asks drives for what may never come back: a drive that hangs (a server that is gone, a disc that cannot be read)
 /// holds its caller in the system for minutes. Each question is put by a thread of its own and waited for a while;
-/// while one is overdue, further ones to the same drive are not put at all. Any thread.
+/// while one is overdue, further ones to the same drive are not put at all. A link counts as the drive that it leads
+/// to. Any thread.
 class DriveCalls {
 public:
     using Patience = std::chrono::milliseconds;
@@ -52,12 +53,19 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
     struct Call;
+    struct Place {
+        std::string mount;   ///< "" on the drive of the system itself
+        std::string folder;  ///< of the path
+    };
     struct Unanswered {
-        std::string drive;
+        Place place;                     ///< behind all links: a folder that holds a link to it is another one
+        std::string asked;               ///< the folder in whose name it was asked for
+        std::vector<std::string> links;  ///< that led to it
         std::shared_ptr<Call> call;
         Clock::time_point due;
     };
     bool run(const std::string& path, Wait wait, std::function<void()> question);
+    bool follow(const std::string& path, Call& call);
     bool mayAsk(const std::string& path, Clock::time_point due, const std::atomic<bool>* giveUp);
     std::optional<Unanswered> unansweredOf(const std::string& path);
 

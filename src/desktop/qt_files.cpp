@@ -2,12 +2,14 @@
 #include "desktop/qt_files.h"
 
 #include <dirent.h>
+#include <fcntl.h>
 #include <mntent.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstdlib>
 #include <memory>
 
@@ -19,20 +21,31 @@ namespace corvane {
 
 namespace {
 
-enum class Kind { File, Folder, Other };
+enum class Kind { File, Folder, Link, Other };
 
 Kind kindOf(mode_t mode) {
     if (S_ISREG(mode)) return Kind::File;
+    if (S_ISLNK(mode)) return Kind::Link;
     return S_ISDIR(mode) ? Kind::Folder : Kind::Other;
 }
 
-/// Asks the file system only where the folder itself does not say what an entry is.
+/// Asks the file system only where the folder itself does not say what an entry is. A link is not followed.
 Kind kindOf(int folder, const dirent& entry) {
     if (entry.d_type == DT_REG) return Kind::File;
     if (entry.d_type == DT_DIR) return Kind::Folder;
-    if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN) return Kind::Other;
+    if (entry.d_type == DT_LNK) return Kind::Link;
+    if (entry.d_type != DT_UNKNOWN) return Kind::Other;
     struct stat status {};
-    return fstatat(folder, entry.d_name, &status, 0) == 0 ? kindOf(status.st_mode) : Kind::Other;
+    return fstatat(folder, entry.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0 ? kindOf(status.st_mode) : Kind::Other;
+}
+
+/// What a link leads to; nothing where that is not there or does not answer.
+Kind kindBehind(const std::string& link, DriveCalls::Patience patience) {
+    const auto look = [link] {
+        struct stat status {};
+        return stat(link.c_str(), &status) == 0 ? kindOf(status.st_mode) : Kind::Other;
+    };
+    return DriveCalls::all().ask<Kind>(link, patience, look).value_or(Kind::Other);
 }
 
 std::string withoutCase(const std::string& text) {
@@ -63,18 +76,43 @@ std::vector<std::string> tracksOf(const std::string& folder, const Wanted& wante
     return names;
 }
 
+struct Entries {
+    std::vector<std::string> names, links;
+};
+
 template <class Wanted>
-std::vector<std::string> entries(const std::string& folder, Kind kind, const Wanted& wanted) {
-    if (isDiscPath(folder)) return kind == Kind::File ? tracksOf(folder, wanted) : std::vector<std::string>();
+Entries entriesOf(const std::string& folder, Kind kind, const Wanted& wanted) {
+    if (isDiscPath(folder)) return {kind == Kind::File ? tracksOf(folder, wanted) : std::vector<std::string>(), {}};
     const std::unique_ptr<DIR, int (*)(DIR*)> dir(opendir(folder.c_str()), closedir);
-    std::vector<std::string> names;
-    if (!dir) return names;
+    Entries found;
+    if (!dir) return found;
     const int descriptor = dirfd(dir.get());
     while (const dirent* entry = readdir(dir.get())) {
         if (entry->d_name[0] == '.' || !wanted(std::string_view(entry->d_name))) continue;
-        if (kindOf(descriptor, *entry) == kind) names.emplace_back(entry->d_name);
+        const Kind is = kindOf(descriptor, *entry);
+        if (is == kind) found.names.emplace_back(entry->d_name);
+        if (is == Kind::Link) found.links.emplace_back(entry->d_name);
     }
-    return sortedWithoutCase(std::move(names));
+    return found;
+}
+
+/// The entries of that kind, in order. Links are asked about one by one: one that leads to a drive that does not answer
+/// keeps none of the others away.
+template <class Wanted>
+std::vector<std::string> entries(const std::string& folder, Kind kind, const Wanted& wanted) {
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point due = Clock::now() + DriveCalls::kLongPatience;
+    Entries found = DriveCalls::all()
+                        .ask<Entries>(folder, DriveCalls::kLongPatience,
+                                      [folder, kind, wanted] { return entriesOf(folder, kind, wanted); })
+                        .value_or(Entries());
+    for (std::string& link : found.links) {
+        const auto left = std::chrono::duration_cast<DriveCalls::Patience>(due - Clock::now());
+        if (left.count() <= 0) break;
+        if (kindBehind(folder + '/' + link, std::min(left, DriveCalls::kPatience)) == kind)
+            found.names.push_back(std::move(link));
+    }
+    return sortedWithoutCase(std::move(found.names));
 }
 
 bool startsWith(std::string_view text, std::string_view prefix) { return text.substr(0, prefix.size()) == prefix; }
@@ -110,18 +148,11 @@ std::optional<std::string> QtFiles::lookUp(const std::string& path) {
 
 std::vector<std::string> QtFiles::list(const std::string& folder, const std::string& patterns) {
     const auto matches = [patterns](std::string_view name) { return matchesAnyPattern(name, patterns); };
-    return DriveCalls::all()
-        .ask<std::vector<std::string>>(folder, DriveCalls::kLongPatience,
-                                       [folder, matches] { return entries(folder, Kind::File, matches); })
-        .value_or(std::vector<std::string>());
+    return entries(folder, Kind::File, matches);
 }
 
 std::vector<std::string> QtFiles::folders(const std::string& folder) {
-    const auto all = [](std::string_view) { return true; };
-    return DriveCalls::all()
-        .ask<std::vector<std::string>>(folder, DriveCalls::kLongPatience,
-                                       [folder, all] { return entries(folder, Kind::Folder, all); })
-        .value_or(std::vector<std::string>());
+    return entries(folder, Kind::Folder, [](std::string_view) { return true; });
 }
 
 bool QtFiles::readable(const std::string& folder) {

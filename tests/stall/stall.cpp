@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <climits>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -31,11 +32,31 @@ Function real(const char* name) {
     return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
 }
 
-bool isBelow(const char* path) {
+bool beginsInFolder(const char* path) {
     const char* const folder = std::getenv("CORVANE_STALL_FOLDER");
     const std::size_t length = folder != nullptr ? std::strlen(folder) : 0;
     return length > 0 && path != nullptr && std::strncmp(path, folder, length) == 0 && path[length] == '/';
 }
+
+/// Also where links lead there, as far as they are there.
+bool isBelow(const char* path) {
+    if (beginsInFolder(path)) return true;
+    char real[PATH_MAX];
+    return std::getenv("CORVANE_STALL_FOLDER") != nullptr && path != nullptr && realpath(path, real) != nullptr &&
+           beginsInFolder(real);
+}
+
+/// A link itself lies where it lies.
+struct Name {
+    const char* path;
+};
+bool isBelow(Name name) { return beginsInFolder(name.path); }
+
+struct InFolder {
+    int folder;
+    const char* path;
+    int flags;
+};
 
 bool isBelow(int file) {
     if (std::getenv("CORVANE_STALL_FOLDER") == nullptr) return false;
@@ -45,6 +66,18 @@ bool isBelow(int file) {
     if (length <= 0) return false;
     path[length] = '\0';
     return isBelow(path);
+}
+
+bool isBelow(InFolder name) {
+    if (name.path == nullptr || name.path[0] == '/' || name.folder == AT_FDCWD) {
+        return (name.flags & AT_SYMLINK_NOFOLLOW) != 0 ? beginsInFolder(name.path) : isBelow(name.path);
+    }
+    char link[40], path[2 * PATH_MAX];
+    std::snprintf(link, sizeof link, "/proc/self/fd/%d", name.folder);
+    const ssize_t length = readlink(link, path, PATH_MAX);
+    if (std::getenv("CORVANE_STALL_FOLDER") == nullptr || length <= 0) return false;
+    std::snprintf(path + length, PATH_MAX, "/%s", name.path);
+    return isBelow(InFolder{AT_FDCWD, path, name.flags});
 }
 
 /// The first letter of the switch's word, 0 without one.
@@ -130,18 +163,19 @@ CORVANE_STALLED(Call::Open, path, FILE*, fopen, (const char* path, const char* m
 CORVANE_STALLED(Call::Open, path, FILE*, fopen64, (const char* path, const char* mode), (path, mode))
 CORVANE_STALLED(Call::Look, path, int, stat, (const char* path, struct stat* to), (path, to))
 CORVANE_STALLED(Call::Look, path, int, stat64, (const char* path, struct stat64* to), (path, to))
-CORVANE_STALLED(Call::Look, path, int, lstat, (const char* path, struct stat* to), (path, to))
-CORVANE_STALLED(Call::Look, path, int, lstat64, (const char* path, struct stat64* to), (path, to))
-CORVANE_STALLED(Call::Look, path, int, fstatat, (int folder, const char* path, struct stat* to, int flags),
-                (folder, path, to, flags))
-CORVANE_STALLED(Call::Look, path, int, fstatat64, (int folder, const char* path, struct stat64* to, int flags),
-                (folder, path, to, flags))
-CORVANE_STALLED(Call::Look, path, int, statx,
+CORVANE_STALLED(Call::Look, Name{path}, int, lstat, (const char* path, struct stat* to), (path, to))
+CORVANE_STALLED(Call::Look, Name{path}, int, lstat64, (const char* path, struct stat64* to), (path, to))
+CORVANE_STALLED(Call::Look, (InFolder{folder, path, flags}), int, fstatat,
+                (int folder, const char* path, struct stat* to, int flags), (folder, path, to, flags))
+CORVANE_STALLED(Call::Look, (InFolder{folder, path, flags}), int, fstatat64,
+                (int folder, const char* path, struct stat64* to, int flags), (folder, path, to, flags))
+CORVANE_STALLED(Call::Look, (InFolder{folder, path, flags}), int, statx,
                 (int folder, const char* path, int flags, unsigned mask, struct statx* to),
                 (folder, path, flags, mask, to))
 CORVANE_STALLED(Call::Look, path, int, access, (const char* path, int mode), (path, mode))
 CORVANE_STALLED(Call::Look, path, DIR*, opendir, (const char* path), (path))
-CORVANE_STALLED(Call::Look, path, ssize_t, readlink, (const char* path, char* to, std::size_t size), (path, to, size))
+CORVANE_STALLED(Call::Look, Name{path}, ssize_t, readlink, (const char* path, char* to, std::size_t size),
+                (path, to, size))
 CORVANE_STALLED(Call::Read, file, ssize_t, read, (int file, void* to, std::size_t count), (file, to, count))
 CORVANE_STALLED(Call::Read, file, ssize_t, pread, (int file, void* to, std::size_t count, off_t from),
                 (file, to, count, from))

@@ -161,6 +161,78 @@ TEST_P(StalledCalls, SoundsFailInTimeWithThatReason) {
     EXPECT_LT(taken(begin), DriveCalls::kLongPatience + kSlack);
 }
 
+class LinksToAStalledDrive : public StalledDrive {
+protected:
+    LinksToAStalledDrive() {
+        put("list.ini", "[LIST]\n");
+        put("more.ini", "[MORE]\n");
+        std::filesystem::create_directory(folder_.in("links"));
+        folder_.write("links/good.ini", "[GOOD]\n");
+        folder_.write("other.ini", "[OTHER]\n");
+        link("stalled.ini", on("list.ini"));
+        link("more.ini", on("more.ini"));
+        link("fine.ini", "../other.ini");
+        link("drive", "../drive");
+    }
+    void link(const std::string& name, const std::string& to) { std::filesystem::create_symlink(to, by(name)); }
+    std::string by(const std::string& name) const { return folder_.in("links/" + name); }
+    std::optional<std::string> read(const std::string& path) { return files_.read(path, 100); }
+};
+
+class StalledLinks : public LinksToAStalledDrive, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(StalledLinks, BlockTheDriveAndNotTheFolderTheyLieIn) {
+    ASSERT_EQ(read(by("stalled.ini")), "[LIST]\n");
+    stall(GetParam());
+    auto begin = Clock::now();
+    EXPECT_EQ(read(by("stalled.ini")), std::nullopt);
+    EXPECT_GE(taken(begin), DriveCalls::kPatience);
+    begin = Clock::now();
+    EXPECT_EQ(read(by("good.ini")), "[GOOD]\n");
+    EXPECT_EQ(read(by("fine.ini")), "[OTHER]\n");
+    EXPECT_EQ(read(by("stalled.ini")), std::nullopt) << "it is not asked again";
+    EXPECT_EQ(read(by("more.ini")), std::nullopt) << "by another link neither";
+    EXPECT_EQ(read(by("drive/more.ini")), std::nullopt);
+    EXPECT_EQ(read(on("more.ini")), std::nullopt) << "nor by its own name";
+    EXPECT_LT(taken(begin), kAtOnce);
+    letGo();
+    ASSERT_TRUE(answersAgain());
+    EXPECT_EQ(read(by("stalled.ini")), "[LIST]\n");
+}
+
+TEST_P(StalledLinks, OfAFolderCountAsTheDriveToo) {
+    stall(GetParam());
+    EXPECT_EQ(read(by("drive/list.ini")), std::nullopt);
+    const auto begin = Clock::now();
+    EXPECT_EQ(read(by("good.ini")), "[GOOD]\n");
+    EXPECT_EQ(read(by("drive/more.ini")), std::nullopt);
+    EXPECT_EQ(read(on("list.ini")), std::nullopt);
+    EXPECT_LT(taken(begin), kAtOnce);
+}
+
+TEST_F(LinksToAStalledDrive, AreLeftOutOfAList) {
+    for (int i = 0; i < 50; ++i) link("a" + std::to_string(i) + ".ini", on("list.ini"));
+    ASSERT_EQ(files_.list(by(""), "*.ini").size(), 54U);
+    ASSERT_EQ(files_.folders(by("")), std::vector<std::string>{"drive"});
+    stall("all");
+    const auto begin = Clock::now();
+    EXPECT_EQ(files_.list(folder_.in("links"), "*.ini"), (std::vector<std::string>{"fine.ini", "good.ini"}));
+    EXPECT_LT(taken(begin), DriveCalls::kPatience + kAtOnce);
+}
+
+TEST_F(LinksToAStalledDrive, LoopsEnd) {
+    link("one", "two");
+    link("two", "one");
+    link("self", "self/self");
+    const auto begin = Clock::now();
+    for (const char* name : {"one", "two/list.ini", "self"}) EXPECT_EQ(read(by(name)), std::nullopt) << name;
+    EXPECT_EQ(read(by("good.ini")), "[GOOD]\n");
+    EXPECT_LT(taken(begin), kAtOnce);
+}
+
+INSTANTIATE_TEST_SUITE_P(From, StalledLinks, ::testing::Values("open", "all"),
+                         [](const auto& each) { return std::string(each.param); });
+
 INSTANTIATE_TEST_SUITE_P(From, StalledCalls, ::testing::Values("read", "open", "all"),
                          [](const auto& each) { return std::string(each.param); });
 
