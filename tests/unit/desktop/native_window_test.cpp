@@ -182,27 +182,6 @@ TEST_F(NativeDialogs, AnIntervalCanBeTypedAndChosenAgain) {
     EXPECT_EQ(box.currentText(), "5");
 }
 
-/// By itself the tool kit takes a typed text that equals an entry for a choice when the field is left, and at Enter.
-TEST_F(NativeDialogs, ATypedIntervalThatIsListedIsNotChosenByLeavingItsField) {
-    Editor& form = openEditor();
-    ComboBox& interval = form.cboFileList[Editor::kInterval];
-    auto& box = widget<QComboBox>(interval);
-    const std::string listed = interval.item(3);
-    QLineEdit& edit = *box.lineEdit();
-    for (const bool byEnter : {false, true}) {
-        SCOPED_TRACE(byEnter);
-        edit.setFocus();
-        edit.selectAll();
-        type(edit, QString::fromStdString(listed));
-        if (byEnter) emit edit.returnPressed();
-        emit edit.editingFinished();
-        settle();
-        EXPECT_EQ(interval.Text.get(), listed);
-        EXPECT_EQ(interval.ListIndex, -1);
-        EXPECT_EQ(player.gInterval, 0) << "before OK";
-    }
-}
-
 TEST_F(NativeDialogs, ADriveIsChosen) {
     Editor& form = openEditor();
     emit widget<QComboBox>(form.drvFileList).activated(0);
