@@ -84,7 +84,7 @@ void Pointer::pressOn(Control& chosen, int button, int shift, Place at, bool isD
     if (mouse == nullptr) return;
     target_ = target;
     buttons_ |= button;
-    moved_ = false;
+    if (button == kLeftButton) moved_ = false;  // another one in the middle of a drag makes it no click
     if (button == kLeftButton && isButton(*target)) setHeld(true);
     const MouseArgs args = arguments(*target, button, shift, at);
     host_.enter([&] { mouse->MouseDown.raise(args); });

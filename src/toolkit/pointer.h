@@ -59,7 +59,7 @@ public:
     void beginDrag();
     /// The window has really been moved: the release is no click.
     void moved() { moved_ = true; }
-    bool wasMoved() const { return moved_; }  ///< since the press
+    bool wasMoved() const { return moved_; }  ///< since the press of the left button
 
 private:
     MouseArgs arguments(const Control& control, int button, int shift, Place at) const;

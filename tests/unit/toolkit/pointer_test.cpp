@@ -131,6 +131,30 @@ TEST_F(PointerOnAForm, AMovedWindowsReleaseIsNoClick) {
     EXPECT_EQ(seen, Texts{"form down 2000"});
 }
 
+/// What the other button began, such as a pan, would never end.
+TEST_F(PointerOnAForm, BehindADragTheReleaseOfAnotherButtonIsTold) {
+    pointer.press(kMiddleButton, 0, {2000, 200}, false);
+    pointer.press(kLeftButton, 0, {2000, 200}, false);
+    pointer.beginDrag();
+    pointer.moved();
+    seen.clear();
+    pointer.release(kLeftButton, 0, {2000, 200});
+    EXPECT_EQ(seen, Texts{});
+    pointer.release(kMiddleButton, 0, {2000, 200});
+    EXPECT_EQ(seen, Texts{"form up"});
+}
+
+TEST_F(PointerOnAForm, AnotherButtonPressedInADragMakesItNoClick) {
+    pointer.press(kLeftButton, 0, {180, 950}, false);
+    pointer.beginDrag();
+    pointer.moved();
+    pointer.press(kRightButton, 0, {180, 950}, false);
+    pointer.release(kRightButton, 0, {180, 950});
+    seen.clear();
+    pointer.release(kLeftButton, 0, {180, 950});
+    EXPECT_EQ(seen, Texts{}) << "the settings would open behind a drag of the display";
+}
+
 TEST_F(PointerOnAForm, AnotherButtonOfTheMouseGoesToWhatIsHeld) {
     pointer.press(kLeftButton, 0, {200, 200}, false);
     pointer.press(kRightButton, 0, {2000, 200}, false);
