@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The rule book (tests/rules.md and the tables that it names): each row is whole, its id stands once, and the tests that it
-names exist. With --ran FOLDER and the groups of a run: each named test ran and passed, as the reports in that folder say;
+names exist. So do the tests that docs/reliability.md names in its table of what was reviewed. With --ran FOLDER and the groups of a run: each named test ran and passed, as the reports in that folder say;
 --partly leaves out tests of other groups. --windows: the run is that of the Windows program, which alone answers for the
 groups that run nowhere else. Tests that this machine cannot do are named, and are no failure. With --list
 prints id and rule of each row.
@@ -10,6 +10,8 @@ Prints "PASS name", "SKIP name: where" and "FAIL name: where" lines; ends with 1
 """
 
 import argparse
+import fnmatch
+import functools
 import json
 import pathlib
 import re
@@ -19,6 +21,8 @@ from typing import NamedTuple
 
 TESTS = pathlib.Path(__file__).resolve().parents[1]
 BOOK = TESTS / "rules.md"
+REVIEW = TESTS.parent / "docs" / "reliability.md"
+REVIEW_HEADING = "## What was reviewed, and what shows it"
 HEADINGS = ["Id", "Rule", "Test", "Runs"]
 ID = re.compile(r"[A-Z]{2,6}-\d{2,3}")
 NO_TEST = "none"
@@ -126,6 +130,40 @@ def unknown_tests(rows):
                 yield f"{row.id}: {test}"
 
 
+@functools.cache
+def every_test():
+    """Names of all tests with their suites, whatever runs them, and titles of all stories."""
+    groups = {*PLACES} | {f"unit_{folder.name}" for folder in (TESTS / "unit").iterdir()}
+    return {name for group in groups if group not in STORIES for name in known_tests(group)}, known_tests("e2e") | known_tests("windows:e2e")
+
+
+def is_proof(name, tests, stories):
+    """Whether a proof of that name exists. Of a test the instance and the suite's beginning, of a story its end may be left
+    out: "Suite.*", "Suite.Test", "group: title …"; else it is a file of the project, or a fuzz target."""
+    if ": " in name or name.endswith(":"):
+        beginning = name.removesuffix("…").rstrip()
+        return any(story == name or (beginning != name or name.endswith(":")) and story.startswith(beginning) for story in stories)
+    if name.startswith("fuzz_"):
+        return (TESTS / "fuzz" / f"{name.removeprefix('fuzz_')}_fuzz.cpp").exists()
+    if "/" in name and (TESTS.parent / name.split()[0]).exists():
+        return True
+    return "." in name and any(fnmatch.fnmatchcase(test.rpartition("/")[2], name) for test in tests)
+
+
+def unproved(text):
+    """Rows of the review's table that name no test, and names in it that nothing bears."""
+    tests, stories = every_test()
+    rows = [line for line in text.partition(REVIEW_HEADING)[2].partition("\n## ")[0].splitlines() if line.startswith("|")][2:]
+    if not rows:
+        yield "no rows"
+    for row in rows:
+        what, _, shown = row.strip("|").partition("|")
+        names = re.findall(r"`([^`]+)`", shown.partition("|")[0])
+        if not names:
+            yield f"{what.strip()[:60]}: no test"
+        yield from (f"{what.strip()[:60]}: {name}" for name in names if not is_proof(name, tests, stories))
+
+
 def answers_for(group, windows):
     """Whether such a run is the one that runs the group."""
     return (group in WINDOWS_RUN) == windows
@@ -207,6 +245,13 @@ def seen_failing():
     for line in bad:
         if not list(wrong_rows(read_rows(BOOK, table + line, []))):
             return False
+    wrong = ["no test", "`KilledSave.Other`", "`Killed.*`", "`Killed*`", "`start: no such story`", "`start: power off`", "`nothing: …`",
+             "`fuzz_none`", "`tests/none.py`", "`KilledSave.*`, `None.*`"]
+    right = ("`KilledSave.*`, `MovieShape.*`", "`start: power off ends …`, `memory:`, `fuzz_cue`",
+             "`tests/fuzz/run`, `DiscContract.*`, `Worker.RunsItsTaskAndWaitsForIt`")
+    review = REVIEW_HEADING + "\n\n| a | b |\n|---|---|\n| what | {} |\n"
+    if any(not list(unproved(review.format(each))) for each in wrong) or any(list(unproved(review.format(each))) for each in right):
+        return False
     broken = []
     read_rows(BOOK, table + "| XY-01 | | `walk: A.B` | fake |\n| XY-02 | rule | `walk: A.B` |", broken)
     good = read_rows(BOOK, table + "| XY-01 | a \\| b | `walk: A.B` | fake |", broken)
@@ -237,6 +282,7 @@ def main():
     else:
         results = {"each row of the rule book is whole": broken + list(wrong_rows(rows)) or ([] if rows else ["no rows"]),
                    "each test of the rule book exists": list(unknown_tests(rows)),
+                   "each test that the review's table names exists": list(unproved(REVIEW.read_text(encoding="utf-8"))),
                    "the rule book's checks catch what they must": [] if seen_failing() else ["they do not"]}
     for name, places in results.items():
         print(f"FAIL {name}: {'; '.join(places[:12])}" if places else f"PASS {name}")
