@@ -129,9 +129,10 @@ OpenedDisc openThroughLibrary(const std::string& place, int driver) {
     return {std::make_unique<DriveDisc>(std::move(handle), std::move(drive), std::move(tracks)), ""};
 }
 
-OpenedDisc openDisc(const std::string& place) {
-    if (isDiscImage(place)) return openImage(place);
-    const auto opened = DriveCalls::all().ask<std::shared_ptr<OpenedDisc>>(place, DriveCalls::kLongPatience, [place] {
+OpenedDisc openDisc(const std::string& place, const Abandoned& flag) {
+    if (isDiscImage(place)) return openImage(place, flag);
+    const DriveCalls::Wait wait{DriveCalls::kLongPatience, flag.get()};
+    const auto opened = DriveCalls::all().ask<std::shared_ptr<OpenedDisc>>(place, wait, [place] {
         std::error_code failed;
         if (isDrive(place)) return std::make_shared<OpenedDisc>(openThroughLibrary(place, DRIVER_DEVICE));
         const char* const why = !std::filesystem::exists(place, failed) ? "There is no disc at "

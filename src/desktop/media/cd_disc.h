@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "desktop/media/sound_backend.h"
 #include "toolkit/cd_arithmetic.h"
 
 namespace corvane {
@@ -33,8 +34,9 @@ struct OpenedDisc {
 };
 
 /// Opens a drive, or an image by its sheet. What is neither is refused. For workers: a drive is waited for, up to
-/// DriveCalls::kLongPatience for each question, and may have to spin up.
-OpenedDisc openDisc(const std::string& place);
+/// DriveCalls::kLongPatience for each question, and may have to spin up. Comes back early once the flag was set, which
+/// the disc keeps.
+OpenedDisc openDisc(const std::string& place, const Abandoned& flag = std::make_shared<std::atomic<bool>>(false));
 
 /// A disc as the library for drives reads it, through one of its drivers (driver_id_t): for drives alone, because its
 /// readers of images are not made for what strangers wrote. May hang with the drive.

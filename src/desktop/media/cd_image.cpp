@@ -21,6 +21,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr const char* kGivenUp = "It was given up.";
 constexpr float kFullScale = 32768.0F;
 
 std::string endingOf(const fs::path& path) {
@@ -30,9 +31,9 @@ std::string endingOf(const fs::path& path) {
     return ending;
 }
 
-bool isThere(const std::string& path) {
+bool isThere(const std::string& path, DriveCalls::Wait wait) {
     return DriveCalls::all()
-        .ask<bool>(path, DriveCalls::kLongPatience,
+        .ask<bool>(path, wait,
                    [path] {
                        std::error_code failed;
                        return fs::is_regular_file(path, failed);
@@ -41,11 +42,11 @@ bool isThere(const std::string& path) {
 }
 
 /// The sheet of an image: the path itself, or the one beside a raw file.
-std::string sheetOf(const std::string& path) {
+std::string sheetOf(const std::string& path, DriveCalls::Wait wait) {
     if (endingOf(path) != ".bin") return path;
     const std::string lower = fs::path(path).replace_extension(".cue").string();
     const std::string upper = fs::path(path).replace_extension(".CUE").string();
-    return !isThere(lower) && isThere(upper) ? upper : lower;
+    return !isThere(lower, wait) && isThere(upper, wait) ? upper : lower;
 }
 
 /// A file of the image from which sectors are read.
@@ -119,7 +120,8 @@ private:
 /// Opens what the sheet names; at most one file is kept open.
 class ImageDisc : public CdDisc {
 public:
-    ImageDisc(CueSheet sheet, std::string folder) : sheet_(std::move(sheet)), folder_(std::move(folder)) {}
+    ImageDisc(CueSheet sheet, std::string folder, Abandoned flag)
+        : sheet_(std::move(sheet)), folder_(std::move(folder)), flag_(std::move(flag)) {}
 
     /// The reason why it cannot be used, in words; empty when it can.
     std::string layOutFiles() {
@@ -127,6 +129,7 @@ public:
         for (std::size_t file = 0; file < sheet_.files.size(); ++file) {
             std::string reason;
             lengths.push_back(lengthOf(file, reason));
+            if (*flag_) return kGivenUp;
             if (!reason.empty()) return sheet_.files[file].name + ": " + reason;
         }
         auto layout = layOut(sheet_, lengths);
@@ -156,17 +159,18 @@ private:
 
     /// A sound that can be a part of a disc; empty with the reason why not.
     std::unique_ptr<SoundBackend> openSound(std::size_t file, std::string& reason) const {
-        OpenedSound opened = FileSound::open(pathOf(file));
+        OpenedSound opened = FileSound::open(pathOf(file), flag_);
         reason = opened.reason;
         if (!opened.sound || opened.sound->format().rate == kCdSampleRate) return std::move(opened.sound);
-        return std::make_unique<ResampledSound>(std::move(opened.sound), kCdSampleRate);
+        return std::make_unique<ResampledSound>(std::move(opened.sound), kCdSampleRate, flag_);
     }
 
     std::optional<PlainFile> openRaw(std::size_t file, std::string& reason) const {
         using Opened = std::shared_ptr<PlainFile>;
         const std::string path = pathOf(file);
-        const auto opened = DriveCalls::all().ask<Opened>(
-            path, DriveCalls::kLongPatience, [path] { return std::make_shared<PlainFile>(openPlainFile(path)); });
+        const auto opened = DriveCalls::all().ask<Opened>(path, {DriveCalls::kLongPatience, flag_.get()}, [path] {
+            return std::make_shared<PlainFile>(openPlainFile(path));
+        });
         reason = opened ? (*opened)->reason : DriveCalls::kNoAnswer;
         if (!reason.empty()) return std::nullopt;
         return std::move(**opened);
@@ -198,6 +202,7 @@ private:
 
     CueSheet sheet_;
     std::string folder_;
+    Abandoned flag_;
     DiscLayout layout_;
     std::unique_ptr<Source> source_;
     std::size_t open_ = kNoFile;  ///< which file the source is
@@ -208,11 +213,11 @@ struct Sheet {
     std::string reason, folder;
 };
 
-Sheet readSheet(const std::string& path) {
-    const std::string place = sheetOf(path);
+Sheet readSheet(const std::string& path, DriveCalls::Wait wait) {
+    const std::string place = sheetOf(path, wait);
     Sheet read;
     read.folder = fs::path(place).parent_path().string();
-    const auto file = DriveFile::open(place, DriveCalls::kLongPatience, read.reason);
+    const auto file = DriveFile::open(place, wait, read.reason);
     if (!file) return read;
     const auto text = file->readWhole(kMostCueBytes);
     if (!text) {
@@ -236,21 +241,21 @@ bool isDiscImage(const std::string& path) {
     return ending == ".cue" || ending == ".bin";
 }
 
-OpenedDisc openImage(const std::string& path) {
-    Sheet read = readSheet(path);
+OpenedDisc openImage(const std::string& path, const Abandoned& flag) {
+    Sheet read = readSheet(path, {DriveCalls::kLongPatience, flag.get()});
     if (!read.sheet) return {nullptr, read.reason};
     if (!hasAudio(*read.sheet)) return {nullptr, "There is no audio disc at " + path};
-    auto disc = std::make_unique<ImageDisc>(std::move(*read.sheet), read.folder);
+    auto disc = std::make_unique<ImageDisc>(std::move(*read.sheet), read.folder, flag);
     if (std::string reason = disc->layOutFiles(); !reason.empty()) return {nullptr, std::move(reason)};
     return {std::move(disc), ""};
 }
 
 std::vector<int> audioTracksOfImage(const std::string& path) {
     std::vector<int> tracks;
-    const Sheet read = readSheet(path);
+    const Sheet read = readSheet(path, DriveCalls::kLongPatience);
     if (!read.sheet) return tracks;
     for (const CueFile& file : read.sheet->files) {
-        if (!isThere((fs::path(read.folder) / file.name).string())) return tracks;
+        if (!isThere((fs::path(read.folder) / file.name).string(), DriveCalls::kLongPatience)) return tracks;
     }
     for (const CueTrack& track : read.sheet->tracks) {
         if (track.audio) tracks.push_back(track.number);

@@ -14,7 +14,9 @@ namespace corvane {
 /// Whether a path names an image by its ending: a sheet, or a raw file (.bin), whose sheet then lies beside it.
 bool isDiscImage(const std::string& path);
 
-OpenedDisc openImage(const std::string& path);
+/// Measures the sounds that the sheet names, which may take long; comes back early once the flag was set, which the
+/// disc keeps for what it reads later.
+OpenedDisc openImage(const std::string& path, const Abandoned& flag = std::make_shared<std::atomic<bool>>(false));
 
 /// Numbers of an image's audio tracks, found without a look into its sounds; none: there is no disc.
 std::vector<int> audioTracksOfImage(const std::string& path);

@@ -41,8 +41,9 @@ Sectors readSectors(CdDisc& disc, std::int64_t first, std::int64_t count) {
 
 }  // namespace
 
-CdSound::CdSound(std::shared_ptr<CdDisc> disc, std::string place)
-    : disc_(std::move(disc)),
+CdSound::CdSound(std::shared_ptr<CdDisc> disc, std::string place, Abandoned flag)
+    : SoundBackend(std::move(flag)),
+      disc_(std::move(disc)),
       place_(std::move(place)),
       first_(disc_->tracks().front().start),
       last_(disc_->tracks().back().start + disc_->tracks().back().length) {}
@@ -106,14 +107,14 @@ std::int32_t CdSound::trackLength(int track) const {
     return 0;
 }
 
-OpenedSound openCdSound(const std::string& entry) {
-    const auto place =
-        DriveCalls::all().ask<std::string>(entry, DriveCalls::kLongPatience, [entry] { return discPlace(entry); });
+OpenedSound openCdSound(const std::string& entry, const Abandoned& flag) {
+    const auto place = DriveCalls::all().ask<std::string>(entry, {DriveCalls::kLongPatience, flag.get()},
+                                                          [entry] { return discPlace(entry); });
     if (!place) return {nullptr, DriveCalls::kNoAnswer};
     if (place->empty()) return {nullptr, "There is no disc drive"};
-    OpenedDisc opened = openDisc(*place);
+    OpenedDisc opened = openDisc(*place, flag);
     if (!opened.disc) return {nullptr, std::move(opened.reason)};
-    return {std::make_unique<CdSound>(std::move(opened.disc), *place), ""};
+    return {std::make_unique<CdSound>(std::move(opened.disc), *place, flag), ""};
 }
 
 }  // namespace corvane

@@ -15,7 +15,8 @@ namespace corvane {
 class CdSound : public SoundBackend {
 public:
     /// `place`: where the disc is.
-    explicit CdSound(std::shared_ptr<CdDisc> disc, std::string place = {});
+    explicit CdSound(std::shared_ptr<CdDisc> disc, std::string place = {},
+                     Abandoned flag = std::make_shared<std::atomic<bool>>(false));
     ~CdSound() override;
 
     PcmFormat format() const override { return {kCdSampleRate, 2}; }

@@ -20,7 +20,7 @@ constexpr double kEarlierSeconds = 0.08;
 
 OpenedSound openSound(const std::string& device, const std::string& file,
                       const std::shared_ptr<Synthesizer>& synthesizer, const Abandoned& flag) {
-    if (device == "CDAudio") return openCdSound(file);
+    if (device == "CDAudio") return openCdSound(file, flag);
     if (device == "Sequencer" || holdsMidi(file, flag.get())) return MidiSound::open(file, synthesizer, flag);
     return FileSound::open(file, flag);
 }

@@ -14,7 +14,8 @@ constexpr std::size_t kPiece = 1024;   ///< frames converted together
 constexpr std::int64_t kLeadIn = 256;  ///< frames converted and dropped before a place, so that it sounds as it would
 }  // namespace
 
-ResampledSound::ResampledSound(std::unique_ptr<SoundBackend> sound, int rate) : sound_(std::move(sound)), rate_(rate) {
+ResampledSound::ResampledSound(std::unique_ptr<SoundBackend> sound, int rate, Abandoned flag)
+    : SoundBackend(std::move(flag)), sound_(std::move(sound)), rate_(rate) {
     const std::int64_t common = std::gcd(sound_->format().rate, rate_);
     from_ = sound_->format().rate / common;
     to_ = rate_ / common;
@@ -61,7 +62,7 @@ bool ResampledSound::fill() {
 
 std::size_t ResampledSound::read(float* samples, std::size_t count) {
     std::size_t given = 0;
-    while (given < count && (used_ < buffer_.size() || fill())) {
+    while (given < count && !abandoned && (used_ < buffer_.size() || fill())) {
         const std::size_t frames = std::min(count - given, (buffer_.size() - used_) / kChannels);
         std::copy_n(buffer_.data() + used_, frames * kChannels, samples + given * kChannels);
         used_ += frames * kChannels;
@@ -77,7 +78,7 @@ void ResampledSound::seek(std::int64_t frame) {
     sound_->seek(step * from_);
     restart();
     std::int64_t left = frame - step * to_;
-    while (left > 0 && (used_ < buffer_.size() || fill())) {
+    while (left > 0 && !abandoned && (used_ < buffer_.size() || fill())) {
         const auto frames =
             std::min<std::int64_t>(left, static_cast<std::int64_t>((buffer_.size() - used_) / kChannels));
         used_ += static_cast<std::size_t>(frames) * kChannels;

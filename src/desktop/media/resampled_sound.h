@@ -13,8 +13,9 @@ namespace corvane {
 /// Another sound in stereo at another rate: its frame n is what the other one holds at the same time.
 class ResampledSound : public SoundBackend {
 public:
-    /// rate: frames a second, at least 1.
-    ResampledSound(std::unique_ptr<SoundBackend> sound, int rate);
+    /// rate: frames a second, at least 1. flag: the other one's, too.
+    ResampledSound(std::unique_ptr<SoundBackend> sound, int rate,
+                   Abandoned flag = std::make_shared<std::atomic<bool>>(false));
     ~ResampledSound() override;
 
     PcmFormat format() const override { return {rate_, kChannels}; }

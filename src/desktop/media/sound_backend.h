@@ -72,7 +72,8 @@ struct OpenedSound {
 };
 
 /// Opens the disc that an entry of a list stands for (discPlace in cd_folder.h). The axis is the disc's audio sectors
-/// from the first track on, 588 frames each, 44100 Hz stereo. Runs in a worker and may take seconds. In cd_sound.cpp.
-OpenedSound openCdSound(const std::string& entry);
+/// from the first track on, 588 frames each, 44100 Hz stereo. Runs in a worker and may take seconds, or long where
+/// sounds of an image have to be measured; comes back early once the flag was set. In cd_sound.cpp.
+OpenedSound openCdSound(const std::string& entry, const Abandoned& flag = std::make_shared<std::atomic<bool>>(false));
 
 }  // namespace corvane

@@ -8,7 +8,9 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <fstream>
 #include <functional>
+#include <future>
 
 #include "contract/desktop/mci_rig.h"
 #include "desktop/media/cd_sound.h"
@@ -230,6 +232,32 @@ TEST_F(CdImage, AFileThatGoesWhileItPlaysIsSilentAndEnds) {
     EXPECT_GT(heard, 10);
     EXPECT_LT(heard, 13) << "ten seconds behind the first file, as a disc that was taken out";
 }
+
+/// Packets of silence (MPEG 1, layer 3, 128,000 bits a second) with a hole of gigabytes behind them: its length is
+/// found by reading all of it.
+void writeEndless(const std::string& path, int rate) {
+    std::string packet(rate == 48000 ? "\xFF\xFB\x94\0" : "\xFF\xFB\x90\0", 4);
+    packet.resize(static_cast<std::size_t>(144 * 128000 / rate), '\0');
+    std::string bytes;
+    for (int i = 0; i < 100; ++i) bytes += packet;
+    std::ofstream(path, std::ios::binary) << bytes;
+    fs::resize_file(path, std::uintmax_t{20} << 30U);
+}
+
+class EndlessSound : public CdImage, public testing::WithParamInterface<int> {};
+
+TEST_P(EndlessSound, OfADiscIsGivenUpWhileItIsMeasured) {
+    writeEndless(folder.in("endless.mp3"), GetParam());
+    folder.write("disc.cue", "FILE endless.mp3 MP3\n" + kWhole);
+    const auto flag = std::make_shared<std::atomic<bool>>(false);
+    auto opening = std::async(std::launch::async, [&] { return openImage(folder.in("disc.cue"), flag); });
+    ASSERT_EQ(opening.wait_for(std::chrono::milliseconds(300)), std::future_status::timeout) << "it takes long";
+    *flag = true;
+    ASSERT_EQ(opening.wait_for(std::chrono::milliseconds(500)), std::future_status::ready);
+    EXPECT_FALSE(opening.get().disc);
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, EndlessSound, testing::Values(44100, 48000));
 
 }  // namespace
 }  // namespace corvane
