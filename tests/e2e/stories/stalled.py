@@ -161,6 +161,8 @@ def pipes_in_a_list(stage):
     for pipe in pipes:
         stage.player.press(PLAY)
         stage.player.wait_for_box(f"{pipe} Can't open!!", AT_ONCE + SLACK)
+        said = stage.player.wait_for_text(f"{pipe} Can't open!!")["name"]
+        check(said.endswith("Can't open!!"), f"it was opened: {said!r}")
         answer_box(stage)
         stage.player.press(NEXT)
     stage.player.press(PLAY)

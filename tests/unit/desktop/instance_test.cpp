@@ -210,6 +210,8 @@ struct RuntimeFolders : ::testing::Test {
     const std::string own = "/tmp/corvane-" + std::to_string(geteuid());
 };
 
+constexpr uid_t kNeighbour = 65501, kVictim = 65502;
+
 TEST_F(RuntimeFolders, OnlyAFolderOfTheUsersAloneIsTaken) {
     fs::create_directory(folder.in("run"));
     fs::create_directory(folder.in("program"));
@@ -220,6 +222,12 @@ TEST_F(RuntimeFolders, OnlyAFolderOfTheUsersAloneIsTaken) {
         EXPECT_NE(chosen(folder.in("run")), folder.in("run")) << std::oct << mode;
     }
     chmod(folder.in("run").c_str(), 0700);
+    if (geteuid() == 0) {  // others cannot open one that is somebody else's alone
+        ASSERT_EQ(chown(folder.in("run").c_str(), kNeighbour, kNeighbour), 0);
+        EXPECT_NE(chosen(folder.in("run")), folder.in("run"));
+        ASSERT_EQ(chown(folder.in("run").c_str(), 0, 0), 0);
+        EXPECT_EQ(chosen(folder.in("run")), folder.in("run"));
+    }
     fs::create_symlink(folder.in("run"), folder.in("link"));
     fs::create_symlink("circle", folder.in("circle"));
     folder.write("file", "");
@@ -245,7 +253,6 @@ TEST_F(RuntimeFolders, OnlyAFolderOfTheUsersAloneIsTaken) {
 /// two users.
 TEST_F(RuntimeFolders, ANeighboursFolderIsNotUsedAndNothingOfTheVictimsChanges) {
     if (geteuid() != 0) GTEST_SKIP() << "only the superuser can be two users";
-    constexpr uid_t kNeighbour = 65501, kVictim = 65502;
     const fs::path squatted = "/tmp/corvane-" + std::to_string(kVictim);
     ASSERT_FALSE(fs::exists(fs::symlink_status(squatted)));
     for (const char* const way : {"folder", "open folder", "link"}) {

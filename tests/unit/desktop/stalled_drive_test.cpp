@@ -333,6 +333,7 @@ TEST_F(StalledDrive, PipesAndDevicesAreNoFilesAndHoldNobodyUp) {
         EXPECT_EQ(MidiSound::open(path, std::make_shared<Synthesizer>()).reason, "This is not a file.");
         EXPECT_EQ(QtPictures().decode(path).reason, "This is not a file.");
         EXPECT_EQ(files_.read(path, 100), std::nullopt);
+        EXPECT_EQ(files_.lookUp(path), std::nullopt);
         EXPECT_EQ(countedLength(path, std::atomic<bool>{false}), std::nullopt);
     }
     EXPECT_NE(openCdSound(on("pipe.cue")).reason, "");

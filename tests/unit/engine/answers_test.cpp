@@ -77,6 +77,21 @@ TEST_F(Answers, AFileThatStillPlaysGoesOnBehindADrop) {
     }
 }
 
+/// What runs at once, as a press that an assistive program makes, is there before the answer.
+TEST_F(Answers, AnAbortLeavesWhatBeganBeforeIt) {
+    for (const Answer answer : {Answer::Abort, Answer::Retry, Answer::Ignore}) {
+        machine.dialogs.boxes.clear();
+        machine.dialogs.answers = {answer};
+        machine.dialogs.whileUp = [this] { panel().OLEDragDrop.raise({true, {"/m/other.wav", "/m/last.wav"}, true}); };
+        play({kGone, "/m/two.wav"});
+        machine.advance(1000);
+        EXPECT_EQ(boxes(), 1U);
+        EXPECT_EQ(open(), "/m/other.wav");
+        EXPECT_EQ(state(), "playing");
+        machine.loop.enter([this] { CloseFile(player, false); });
+    }
+}
+
 TEST_F(Answers, APauseMeanwhileIsAStopWhenNothingIsOpen) {
     for (const Answer answer : {Answer::Retry, Answer::Ignore}) {
         for (const char* file : {kGone, "/m/bad.wav"}) {
