@@ -2,13 +2,14 @@
 // Files that cannot be opened, and answers that come too late.
 #include "engine/mdlPublicFunction.h"
 #include "engine/panel_texts.h"
+#include "engine/text.h"
 
 namespace corvane::mdlPublicFunction {
 
 namespace {
 
 std::string cannotOpen(const std::string& path, const std::string& reason) {
-    return path + " Can't open!!" + (reason.empty() ? "" : "\r\n" + reason);
+    return text::onOneLine(path) + " Can't open!!" + (reason.empty() ? "" : "\r\n" + reason);
 }
 
 void unlessOvertaken(Player& player, std::uint32_t asked, void (*operation)(Player&)) {

@@ -71,4 +71,10 @@ std::string capitals(std::string_view text) {
     return result;
 }
 
+std::string onOneLine(std::string name) {
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
+    return name;
+}
+
 }  // namespace corvane::text

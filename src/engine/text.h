@@ -41,6 +41,10 @@ inline bool sameWithoutCase(std::string_view a, std::string_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return upper(x) == upper(y); });
 }
 
+/// A name as it stands inside a longer text, such as a message box's: the line breaks that it holds are blanks, so that
+/// all lines of that text are its own.
+std::string onOneLine(std::string name);
+
 /// Order without case, for maps that are searched by std::string_view.
 struct LessWithoutCase {
     using is_transparent = void;

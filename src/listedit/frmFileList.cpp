@@ -6,6 +6,7 @@
 
 #include "engine/mdlPublicFunction.h"
 #include "engine/return_to_panel.h"
+#include "engine/text.h"
 #include "listedit/filters.h"
 #include "startup/settings.h"
 
@@ -174,7 +175,7 @@ void frmFileList::hscrPageList_Change() {
 
 void frmFileList::drvFileList_Change() {
     if (const auto closed = boxes_.changeDrive()) {
-        messageBox(player_, *closed + " Drive Can't Open !!", Buttons::Ok, Icon::Stop);
+        messageBox(player_, text::onOneLine(*closed) + " Drive Can't Open !!", Buttons::Ok, Icon::Stop);
     }
 }
 

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "engine/mdlPublicFunction.h"
+#include "engine/text.h"
 #include "listedit/frmFileList.h"
 #include "startup/play_lists.h"
 
@@ -35,12 +36,12 @@ void frmFileList::save() {
     for (int i = 0; i < count; ++i) list.entries.push_back({lstFileList[0].item(i), lstFileList[1].item(i)});
     const std::string file = currentListFile();
     const auto told = [this](const std::string& text) { messageBox(player_, text, Buttons::Ok, Icon::Stop); };
-    if (!writePlayList(player_, file, list)) return told(file + " Can't save!!");
+    if (!writePlayList(player_, file, list)) return told(text::onOneLine(file) + " Can't save!!");
 
     std::erase_if(list.entries, [](const ListEntry& entry) { return canBeStored(entry.path); });
     if (list.entries.empty()) return;
     const std::size_t others = list.entries.size() - 1;
-    told(list.entries.front().path + " Can't save!!\r\nThe path is longer than a list can keep." +
+    told(text::onOneLine(list.entries.front().path) + " Can't save!!\r\nThe path is longer than a list can keep." +
          (others > 0 ? " So are " + std::to_string(others) + " more." : ""));
 }
 

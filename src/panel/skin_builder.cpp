@@ -7,6 +7,7 @@
 #include <limits>
 #include <optional>
 
+#include "engine/text.h"
 #include "panel/skin_records.h"
 
 namespace corvane {
@@ -259,15 +260,15 @@ std::optional<SkinFault> firstSkinFault(std::string_view text, int width, int he
 
 std::string trySkin(Ports& ports, const std::string& bitmapPath, const std::string& textPath) {
     for (const std::string& path : {bitmapPath, textPath}) {
-        if (!ports.files.lookUp(path)) return path + " Not found!!";
+        if (!ports.files.lookUp(path)) return text::onOneLine(path) + " Not found!!";
     }
     const Pictures::Decoded bitmap = ports.pictures.decode(bitmapPath);
-    if (bitmap.picture.empty()) return bitmapPath + "\r\n" + bitmap.reason;
+    if (bitmap.picture.empty()) return text::onOneLine(bitmapPath) + "\r\n" + bitmap.reason;
     const auto text = ports.files.read(textPath, kMostSkinTextBytes);
-    if (!text) return textPath + "\r\nThis file cannot be read, or is too long.";
+    if (!text) return text::onOneLine(textPath) + "\r\nThis file cannot be read, or is too long.";
     const auto fault = firstSkinFault(*text, bitmap.picture.width(), bitmap.picture.height());
     if (!fault) return "";
-    const std::string place = textPath + "\r\nLine " + std::to_string(fault->line) + ": ";
+    const std::string place = text::onOneLine(textPath) + "\r\nLine " + std::to_string(fault->line) + ": ";
     if (!fault->outside) return place + "a field is missing, or is no number.";
     return place + "this part does not lie inside the bitmap (" + std::to_string(bitmap.picture.width()) + " x " +
            std::to_string(bitmap.picture.height()) + ").";

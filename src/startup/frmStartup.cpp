@@ -6,6 +6,7 @@
 
 #include "engine/dense_skin.h"
 #include "engine/mdlPublicFunction.h"
+#include "engine/text.h"
 #include "panel/skin_builder.h"
 #include "startup/forms.h"
 #include "startup/play_lists.h"
@@ -30,7 +31,7 @@ std::string inFolder(const std::string& folder, char separator, const std::strin
 
 bool requireFile(Player& player, const std::string& path) {
     if (player.ports.files.lookUp(path)) return true;
-    mdlPublicFunction::messageBox(player, path + " Not found!!", Buttons::Ok, Icon::Stop);
+    mdlPublicFunction::messageBox(player, text::onOneLine(path) + " Not found!!", Buttons::Ok, Icon::Stop);
     player.ports.process.end();
     return false;
 }

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "desktop/media/fluid_library.h"
+#include "engine/text.h"
 
 namespace corvane {
 
@@ -141,7 +142,7 @@ std::unique_ptr<SoundFont> SoundFont::open(const std::string& path, std::string&
 std::unique_ptr<SoundFont> SoundFont::find(std::string& reason) {
     if (const char* named = std::getenv("CORVANE_SOUNDFONT")) {
         std::unique_ptr<SoundFont> font = open(named, reason);
-        if (!font) reason = "The sounds for MIDI cannot be read: " + std::string(named) + "\r\n" + reason;
+        if (!font) reason = "The sounds for MIDI cannot be read: " + text::onOneLine(named) + "\r\n" + reason;
         return font;
     }
     std::string why;

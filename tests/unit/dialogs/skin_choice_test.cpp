@@ -41,6 +41,8 @@ TEST_F(SkinChoice, IsToldInOneBoxAndTheDialogStays) {
         {"DAY.BMP", "WRONG.CSV", "/app/PANELSET/WRONG.CSV\r\nLine 2: a field is missing, or is no number."},
         {"DAY.BMP", "LONG.CSV", "/app/PANELSET/LONG.CSV\r\nThis file cannot be read, or is too long."},
         {"", "DAY.CSV", "/app/PANELSET/DEFAULT.BMP\r\nno such file"},
+        {"NO\nNE.BMP", "DAY.CSV", "/app/PANELSET/NO NE.BMP Not found!!"},
+        {"DAY.BMP", "NO\r\nNE.CSV", "/app/PANELSET/NO  NE.CSV Not found!!"},
     };
     player.gAutoPlay = true;
     for (const Wrong& each : all) {

@@ -265,6 +265,17 @@ TEST_F(Answers, ADamagedFileAsksAsAMissingOneDoesWithTheReason) {
     }
 }
 
+/// A name may hold line breaks; the reason's line is the box's own.
+TEST_F(Answers, ANameMakesNoLineOfABox) {
+    const std::string lying = "/m/one\r\nThe disk is full.\nErase it?.wav";
+    const std::string shown = "/m/one  The disk is full. Erase it?.wav Can't open!!";
+    machine.dialogs.answers = {Answer::Abort};
+    play({lying.c_str()});
+    ASSERT_EQ(boxes(), 1U) << "a missing file";
+    EXPECT_EQ(machine.dialogs.boxes[0].text, shown);
+    EXPECT_EQ(player.gMediaKind, mkNone);
+}
+
 TEST_F(Answers, ADamagedFileIsPassedOverByIgnore) {
     for (const auto& [path, reason] : kDamaged) {
         machine.dialogs.boxes.clear();

@@ -228,6 +228,16 @@ TEST_F(EditorFixture, APathThatAListCannotKeepIsToldByTheSave) {
     EXPECT_EQ(readPlayList(player, "/app/FILE00.INI").entries.at(1).path, "/x/b.wav") << "the others are saved";
 }
 
+TEST_F(EditorFixture, APathThatAListCannotKeepMakesNoLineOfTheBox) {
+    open();
+    const std::string rest = std::string(510, 'a') + ".wav";
+    setRows({{"a.wav", "/x\r\nSaved.\n" + rest}});
+    save();
+    ASSERT_EQ(machine.dialogs.boxes.size(), 2U);
+    EXPECT_EQ(machine.dialogs.boxes[1].text,
+              "/x  Saved. " + rest + " Can't save!!\r\nThe path is longer than a list can keep.");
+}
+
 TEST_F(EditorFixture, EntriesPast256StayInTheEditorOnly) {
     open();
     std::vector<ListEntry> rows;

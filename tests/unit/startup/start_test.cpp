@@ -106,6 +106,13 @@ TEST_F(Start, AMissingTextFileIsReportedAndEndsTheProgram) {
     EXPECT_TRUE(machine.process.ending());
 }
 
+TEST_F(Start, AFolderMakesNoLineOfTheBox) {
+    machine.process.folder = "/app\nThe disk is full.";
+    EXPECT_FALSE(startProgram(player));
+    ASSERT_EQ(machine.dialogs.boxes.size(), 1U);
+    EXPECT_EQ(machine.dialogs.boxes[0].text, "/app The disk is full./PANELSET/DEFAULT.BMP Not found!!");
+}
+
 TEST_F(Start, HiddenSkinFilesAreFound) {
     machine.files.addHidden("/app/PANELSET/DEFAULT.BMP");
     machine.files.addHidden("/app/PANELSET/DEFAULT.CSV");
