@@ -168,7 +168,7 @@ void QtDialogs::fill(QMenu& menu, const MenuItem& parent) {
         }
         QAction* const action = menu.addAction(caption);
         action->setEnabled(item->Enabled);
-        action->setCheckable(item->Checked);
+        action->setCheckable(item->Checkable || item->Checked);  // a mark alone says nothing where it is missing
         action->setChecked(item->Checked);
         // A command is an event of its own: here the menu's key or mouse handler still runs, and it would go on running
         // behind a box that the command puts up.

@@ -123,6 +123,7 @@ MenuWindowControls::MenuWindowControls()
         caption(PlayCustom[i], kCustom[i]);
         mnuSub[4].children.push_back(&PlayCustom[i]);
     }
+    for (MenuItem* const choice : {&PlayMode[0], &PlayCustom[3], &PlayCustom[4]}) choice->Checkable = true;
 }
 
 MciWindowControls::MciWindowControls(Media& media)

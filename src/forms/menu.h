@@ -17,6 +17,7 @@ public:
     Property<bool> Checked{*this, PropertyId::Checked, false};
     Event<> Click;
 
+    bool Checkable = false;           ///< choosing it turns what Checked shows on and off
     std::vector<MenuItem*> children;  ///< not owned, top to bottom
     bool isSeparator() const { return Caption.get() == "-"; }
 };

@@ -117,6 +117,7 @@ void addFields(Line& line, const Control& control) {
     });
     when<MenuItem>(control, [&](const MenuItem& item) {
         line.text("caption", item.Caption);
+        line.flag("checkable", item.Checkable);
         line.flag("checked", item.Checked);
         for (const MenuItem* child : item.children) line.text("child", called(*child));
     });

@@ -58,7 +58,7 @@ class Accessibility:
         self._ask(f"{pid} {node['number']} set {value}")
 
     def events(self, pid):
-        """What was told since the last look: [kind, name of the control, number, text]."""
+        """What was told since the last look: [kind, name of the control, number, text, its states]."""
         return self._ask(f"{pid} events")
 
     def labels(self, pid):

@@ -4,7 +4,7 @@
 
 Each entry: role, name, text, value, range, states, actions, label (the name of what labels it), place (x, y, width,
 height on the screen) and depth. A line "PID NUMBER do ACTION" or "PID NUMBER set VALUE" acts on the entry of that number
-in the last answer; "PID events" answers with what was told since the last such line: [kind, name, detail]; "PID labels" with
+in the last answer; "PID events" answers with what was told since the last such line: [kind, name, detail, text, states]; "PID labels" with
 the texts of the labels that were there at the first such line: {name: [before, text, after]}, the seconds of the monotonic
 clock before and after it was read.
 """
@@ -30,10 +30,13 @@ events = []
 labels = {}  # those that are read again and again: {pid: [(name, node)]}
 
 
+def names_of(states):
+    return [name for name, state in STATES.items() if states.contains(state)]
+
+
 def describe(node, depth):
-    states = node.get_state_set()
     entry = {"role": node.get_role_name(), "name": node.get_name() or "", "depth": depth,
-             "states": [name for name, state in STATES.items() if states.contains(state)]}
+             "states": names_of(node.get_state_set())}
     text = node.get_text_iface()
     if text:
         entry["text"] = Atspi.Text.get_text(text, 0, Atspi.Text.get_character_count(text))
@@ -104,7 +107,8 @@ def read_labels(pid):
 
 def hear(event):
     try:
-        events.append([event.type, event.source.get_name() or "", event.detail1, str(event.any_data or "")])
+        states = names_of(event.source.get_state_set())
+        events.append([event.type, event.source.get_name() or "", event.detail1, str(event.any_data or ""), states])
     except GLib.Error:
         pass  # it went while it was told
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMessageBox>
@@ -172,6 +173,24 @@ TEST_F(PopUpMenu, EachEntryOfALevelHasALetterOfItsOwn) {
     EXPECT_EQ(actions[1]->text(), "P&ause");
     EXPECT_EQ(actions[3]->text(), "Play &Mode");
     menu()->close();
+}
+
+TEST_F(PopUpMenu, WhatIsOnOrOffIsCheckableAlsoWhileItIsOff) {
+    repeat.Checkable = true;
+    for (const bool on : {false, true}) {
+        repeat.Checked = on;
+        dialogs.popUp(top);
+        ASSERT_NE(menu(), nullptr);
+        const QAction& entry = *menu()->actions()[2]->menu()->actions()[0];
+        EXPECT_TRUE(entry.isCheckable());
+        EXPECT_EQ(entry.isChecked(), on);
+        QAccessibleInterface* const told =
+            QAccessible::queryAccessibleInterface(menu()->actions()[2]->menu())->child(0);
+        EXPECT_TRUE(told->state().checkable);
+        EXPECT_EQ(told->state().checked, on);
+        EXPECT_FALSE(menu()->actions()[0]->isCheckable());
+        menu()->close();
+    }
 }
 
 TEST_F(PopUpMenu, LeavesOutWhatIsNotVisible) {
