@@ -39,6 +39,8 @@ void CanvasWindow::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(e
 
 void CanvasWindow::mouseMoveEvent(QMouseEvent* event) {
     if (!bound()) return;
+    // It came up where nobody told it: over another desktop, behind a lock.
+    if (pointer_.holdsButton() && event->buttons() == Qt::NoButton) return pointer_.lose();
     if (pointer_.dragging()) {
         dragStep(event->globalPosition().toPoint());
     } else {

@@ -192,6 +192,7 @@ void CanvasWindow::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (!bound()) return;
     if (event->type() == QEvent::WindowStateChange) {
+        if (isMinimized()) pointer_.lose();  // by the window manager: no release will come
         taking_ = true;
         form().WindowState = isMinimized() ? WindowState::Minimized : WindowState::Normal;
         taking_ = false;

@@ -13,6 +13,7 @@ from .expect import wait
 ENTRY = "corvane.desktop"
 HOMES = {"XDG_DATA_HOME": ".local/share", "XDG_CONFIG_HOME": ".config"}
 FOLDER_VIEW_TOP = 90  # pixels of menus and tool bars above the files
+ADDRESS_TOP, ADDRESS_TEXT = 25, 250  # middle of the address line; a point of its text
 PLACE = 20, 40  # where its window goes, left of the panel
 SIZE = 560, 420
 
@@ -87,5 +88,14 @@ class FileManager:
     def drag_all_to(self, x, y):
         """Drags every file of the folder to a point of the screen and lets go there."""
         from_x, from_y = self.first_file()
+        self.desk.drag((from_x, from_y), (x, y), steps=25, pause=0.03, release=False)
+        self.desk.tool("sleep", 0.2, "mousemove", int(x) + 1, int(y), "sleep", 0.2, "mouseup", 1)
+
+    def drag_text_to(self, x, y):
+        """Drags the text of its address line, selected, to a point of the screen and lets go there: a text, no file."""
+        self.desk.click(self.window.x + self.window.width // 2, self.window.y + ADDRESS_TOP)
+        self.desk.key("ctrl+l")
+        self.desk.wait_until_still(self.window.x, self.window.y, self.window.width, FOLDER_VIEW_TOP)
+        from_x, from_y = self.window.x + ADDRESS_TEXT, self.window.y + ADDRESS_TOP
         self.desk.drag((from_x, from_y), (x, y), steps=25, pause=0.03, release=False)
         self.desk.tool("sleep", 0.2, "mousemove", int(x) + 1, int(y), "sleep", 0.2, "mouseup", 1)

@@ -43,6 +43,23 @@ def onto_the_panel(stage):
     equal(sorted(heard), sorted(TONES), "songs heard")
 
 
+@story("drops: a text that is dropped empties list and display, and what plays goes on")
+def text_onto_the_panel(stage):
+    stage.player.start(*(tone(stage.media / f"song{number}.wav", hz, 20) for number, hz in enumerate(TONES)))
+    stage.player.press(PLAY)
+    stage.sound.wait_for(TONES[0])
+    wait_for_told(stage, "Total FileNo", "3")
+    with FileManager(stage, folder_of_songs(stage)) as files:
+        files.drag_text_to(*stage.player.button(PLAY))
+        stage.leave_picture("dropped")
+        for label, text in (("Total FileNo", "0"), ("FileNo", ""), ("Tittle", "")):
+            wait_for_told(stage, label, text)
+    steady("what played", lambda: same_pitch(stage.sound.pitch_now(), TONES[0]), 0.8)
+    stage.player.press(NEXT)
+    stage.sound.wait_for_silence()
+    equal(stage.player.power_off(), 0, "exit code")
+
+
 def new_song(stage, heard):
     """The song that sounds now, unless it was heard before."""
     now = stage.sound.pitch_now()

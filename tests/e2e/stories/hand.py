@@ -59,6 +59,11 @@ def transport_keys(stage):
     stage.sound.wait_for_silence()
 
 
+def level_word(number):
+    """The sink's volume at a level of the knob."""
+    return number * 0x1111
+
+
 @story("keys: volume, repeat, minimise and power, capital and small letters apart")
 def other_keys(stage):
     set_sink_volume(stage.session, 32768)
@@ -159,6 +164,44 @@ def drag_paused(stage):
     wait_for_rung(stage, 9, 11)
 
 
+def take_slider_by_right(stage):
+    """The right button drags the slider to a third and stays down: the file is paused for it."""
+    start = stage.player.slider(0.1)
+    words = ["mousemove", *start, "mousedown", 3, "sleep", 0.1]
+    for part in (0.2, 0.25, 0.3):
+        words += ["mousemove", *stage.player.slider(part), "sleep", 0.05]
+    stage.desk.tool(*words)
+    stage.sound.wait_for_silence()
+
+
+def check_hovering(stage, second):
+    """The pointer without a button means nothing to the slider: the song goes on."""
+    for part in (0.4, 0.6, 0.8, 0.5):
+        stage.desk.move(*stage.player.slider(part))
+    wait_for_rung(stage, second + 1, second + 2)
+
+
+@story("slider: dragged by the right button while a menu comes or the panel is minimised, it is let go and the file goes on")
+def lost_right_button(stage):
+    start_ladder(stage)
+    third = int(len(LADDER) * 0.3)
+    take_slider_by_right(stage)
+    stage.desk.tool("key", "alt")  # not desk.key, which lets buttons go first
+    wait("the menu by Alt", lambda: len(stage.player.windows()) == 2)
+    second = wait_for_rung(stage, third - 1, third + 4)
+    stage.desk.tool("mouseup", 3)
+    stage.desk.key("Escape")
+    wait("no other menu", lambda: len(stage.player.windows()) == 1)
+    check_hovering(stage, second)
+    take_slider_by_right(stage)
+    stage.desk.tool("windowminimize", stage.player.window.id)
+    wait("the panel is minimised", lambda: not stage.player.windows())
+    second = wait_for_rung(stage, third - 1, third + 4)
+    stage.desk.tool("mouseup", 3, "windowactivate", "--sync", stage.player.window.id)
+    wait("the panel alone", lambda: len(stage.player.windows()) == 1)
+    check_hovering(stage, second)
+
+
 @story("slider: a drag while stopped does nothing")
 def drag_stopped(stage):
     stage.player.start(steps(stage.media / "ladder.wav", LADDER))
@@ -213,6 +256,29 @@ def other_programs(stage):
     steady("the song", lambda: same_pitch(stage.sound.pitch_now(), TONES[0]), 0.8)
     stage.player.power_off()
     wait("the volume found at the start", lambda: sink_volume(stage.session) == (50000, 20000), 3)
+
+
+@story("volume: the knob goes where another program sets it, and a step goes on from there")
+def knob_follows(stage):
+    set_sink_volume(stage.session, level_word(15))
+    stage.player.start()
+    stage.desk.rest()
+    loudest = stage.player.look(KNOB_RECORD)
+
+    def stands(look):
+        return np.array_equal(stage.player.look(KNOB_RECORD), look)
+
+    set_sink_volume(stage.session, level_word(7))
+    wait("the knob has moved", lambda: not stands(loudest))
+    half = stage.desk.wait_until_still(*stage.player.place(KNOB_RECORD))
+    stage.player.press(VOLUME_UP)
+    wait("a step more than the other program set", lambda: level(stage) == 8)
+    wait("the knob has moved", lambda: not stands(half))
+    stage.player.press(VOLUME_DOWN)
+    wait("a step less", lambda: level(stage) == 7 and stands(half))
+    set_sink_volume(stage.session, level_word(15))
+    wait("where it stood at the start", lambda: stands(loudest))
+    equal(stage.player.power_off(), 0, "exit code")
 
 
 @story("panel: a drag by a free place moves it, and its buttons go with it")
@@ -326,6 +392,58 @@ def menu_command_with_box(stage):
     before = told(stage, "Time")
     stage.player.press(PLAY)
     wait("it plays on", lambda: told(stage, "Time") not in ("", before))
+    equal(stage.player.power_off(), 0, "exit code")
+
+
+class MenuReader:
+    """Reads the menu as a screen reader does: by what is told of the entry that the keys go to."""
+
+    def __init__(self, stage):
+        self.stage, self.pid = stage, stage.player.process.pid
+
+    def go_to(self, *entries):
+        """Opens the menu and goes to an entry by the entries above it; returns whether it is told to be checked."""
+        self.stage.accessibility.events(self.pid)
+        open_menu(self.stage)
+        for name in entries[:-1]:
+            self._down_to(name)
+            self.stage.desk.key("Right")
+        return self._down_to(entries[-1])
+
+    def _down_to(self, name):
+        seen = []
+
+        def arrived():
+            told = [e for e in self.stage.accessibility.events(self.pid) if e[0].startswith("object:state-changed:focused") and e[2]]
+            seen.extend(told)
+            if not seen or seen[-1][1].replace("&", "") != name:
+                self.stage.desk.key("Down")
+                return None
+            return seen[-1]
+
+        return "checked" in wait(f"the entry {name}", arrived, pause=0.2)[4]
+
+    def leave(self, *keys):
+        self.stage.desk.key(*keys)
+        wait("the menu goes", lambda: len(self.stage.player.windows()) == 1)
+
+
+@story("menu: what is switched on says so to assistive programs, and what is switched off no more")
+def menu_states(stage):
+    stage.player.start(*songs(stage))
+    menu = MenuReader(stage)
+    choices = [("Play Mode", "Repeat"), ("Play Custom", "Custom ON"), ("Play Custom", "Custom Repeat")]
+    for on in (False, True):
+        for path in choices:
+            equal(menu.go_to(*path), on, f"{path[-1]} is told to be checked")
+            stage.leave_picture(f"{path[-1]} {'on' if on else 'off'}".replace(" ", "_"))
+            menu.leave("Escape", "Escape") if on else menu.leave("Return")
+            if path[-1] == "Custom ON" and not on:
+                menu.go_to(*path)
+                menu.leave("Return")  # off again: the next one puts both on
+    for path in (("Play Command", "Stop"), ("Play Mode", "Shuffle"), ("Help",)):
+        check(not menu.go_to(*path), f"{path[-1]} is told to be checked")
+        menu.leave("Escape", "Escape")
     equal(stage.player.power_off(), 0, "exit code")
 
 

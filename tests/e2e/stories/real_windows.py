@@ -5,11 +5,13 @@ import os
 import signal
 import time
 
+import numpy as np
+
 from harness import ladder
 from harness.expect import check, equal, steady, wait
-from harness.media import movie, picture
+from harness.media import movie, picture, tone
 from harness.others import OtherProgram
-from harness.player import EDITOR, PLAY, POWER
+from harness.player import EDITOR, PAUSE, PLAY, POWER, REPEAT, VOLUME_DOWN
 from harness.signs import told
 from harness.story import story
 from stories.windows import close_by, home_with_songs, node, open_editor, open_settings, type_interval
@@ -175,3 +177,51 @@ def typed_interval(stage):
     node(stage, name="PLAY LIST", role="list")
     close_by(stage, "OK")  # writes what the field shows: what is in force
     equal(stage.player.setting("INTERVAL"), "0", "the interval in force after Cancel")
+
+
+INDICATOR = (25, 26, 27)  # records of the playing indicator's pictures
+ROUND = (26, 27, 25)  # the order in which they follow each other
+
+
+def indicator(stage):
+    """The record whose picture it shows."""
+    shown = stage.player.look(INDICATOR[0])
+    return min(INDICATOR, key=lambda record: np.abs(shown - stage.player.cell(record)).sum())
+
+
+@story("panel: the playing indicator goes round its three pictures, a step a second, whatever is clicked, and stands in a pause")
+def indicator_goes_round(stage):
+    stage.player.start(tone(stage.media / "song.wav", 440, 60))
+    equal(indicator(stage), INDICATOR[0], "the picture before anything plays")
+    stage.player.press(PLAY)
+    seen = [(time.monotonic(), indicator(stage))]
+
+    def steps(count):
+        """Until it has changed that often since the last look."""
+        until = len(seen) + count
+
+        def look():
+            now = indicator(stage)
+            if now != seen[-1][1]:
+                seen.append((time.monotonic(), now))
+            return len(seen) >= until
+
+        wait(f"{count} steps", look, 3 * count, 0.02)
+
+    steps(4)
+    stage.leave_picture("playing")
+    stage.player.press(REPEAT)
+    stage.player.press(VOLUME_DOWN)
+    steps(4)
+    shown = [record for _, record in seen[1:]]
+    first = ROUND.index(shown[0])
+    equal(shown, [ROUND[(first + number) % 3] for number in range(len(shown))], "the order of the pictures")
+    pauses = [after - before for (before, _), (after, _) in zip(seen[1:], seen[2:])]
+    check(0.8 < sorted(pauses)[len(pauses) // 2] < 1.2 and max(pauses) < 1.8, f"a step a second: {pauses}")
+    stage.player.press(PAUSE)
+    stage.sound.wait_for_silence()
+    stood = indicator(stage)
+    steady("it stands in a pause", lambda: indicator(stage) == stood, 2.2)
+    stage.player.press(PLAY)
+    wait("it goes on", lambda: indicator(stage) == ROUND[(ROUND.index(stood) + 1) % 3], 3)
+    equal(stage.player.power_off(), 0, "exit code")

@@ -169,6 +169,32 @@ TEST_F(CanvasInput, AHeldButtonIsLetGoWhenThePanelIsMinimised) {
     EXPECT_EQ(seen, Texts{"button up 1 0"}) << "a hold must not go on for ever";
 }
 
+TEST_F(CanvasInput, AHeldButtonIsLetGoWhenTheWindowManagerMinimises) {
+    press({20, 65}, Qt::RightButton);
+    settle();
+    seen.clear();
+    widget().showMinimized();
+    settle();
+    EXPECT_EQ(seen, Texts{"slide up 0 0"}) << "it opens no menu";
+}
+
+/// The button came up over another program, which had the pointer by then.
+TEST_F(CanvasInput, AMoveWithoutAButtonEndsWhatIsHeld) {
+    press({20, 65});
+    moveTo({30, 65});
+    settle();
+    seen.clear();
+    QMouseEvent hover(QEvent::MouseMove, QPointF(40, 65), widget().mapToGlobal(QPointF(40, 65)), Qt::NoButton,
+                      Qt::NoButton, {});
+    QCoreApplication::sendEvent(&widget(), &hover);
+    settle();
+    EXPECT_EQ(seen, Texts{"slide up 1 0"}) << "what was held ends where it stood";
+    seen.clear();
+    moveTo({150, 65});
+    release({150, 65});
+    EXPECT_EQ(std::count(seen.begin(), seen.end(), "slide up 1 0"), 0);
+}
+
 TEST_F(CanvasInput, AHeldButtonIsLetGoWhenABoxTakesThePointer) {
     press({20, 20});
     settle();
