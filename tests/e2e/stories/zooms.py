@@ -163,6 +163,20 @@ def larger_than_the_screen(stage):
         power_off_by_key(stage)
 
 
+def check_control(stage, window, size, zoom, what):
+    """At a share of the screen the control is as large as that share and hangs over the window's middle, a row of the movie
+    lower. Only what lies under the window is painted: what tells its place is the tree of assistive programs."""
+    if zoom not in (2, 3, 4):
+        return
+    screen = stage.desk.screen
+    width, height = screen.width * SHARES[zoom], screen.height * SHARES[zoom]
+    row = min(width / size[0], height / size[1])
+    inner = movie_window(screen, size, zoom)
+    wanted = window.x + (inner[0] - width) / 2, window.y + (inner[1] - height) / 2 + row, width, height
+    found = stage.accessibility.wait_for(stage.player.process.pid, name="Movie")["place"]
+    check(all(abs(actual - expected) <= 1.5 for actual, expected in zip(found, wanted)), f"{what}: the control is at {found}, not {wanted}")
+
+
 @story("movies: each of the six zooms shows the whole picture")
 def zoomed_movies(stage):
     screen = stage.desk.screen
@@ -174,6 +188,7 @@ def zoomed_movies(stage):
             if zoom < 5:
                 window = media_window(stage, movie_window(screen, size, zoom))
                 x, y, room = window.x, window.y, window.size
+                check_control(stage, window, size, zoom, f"{shown.name} at zoom {zoom}")
             stage.desk.wait_for_colour(screen.width * 0.48, screen.height * 0.48, INSIDE)
             area = stage.desk.wait_until_still(x, y, *room)
             stage.leave_picture(f"{shown.stem}_zoom{zoom}")
