@@ -106,6 +106,16 @@ TEST_F(EditorFixture, ADriveShowsItsRootFolder) {
     EXPECT_EQ(editor().dirFileList.items(), (Texts{"/", "  home", "    ann", "      Music"}));
 }
 
+/// A disc's name is what its maker wrote.
+TEST_F(EditorFixture, ADriveMakesNoLineOfTheBox) {
+    machine.files.offeredDrives = {{"Home", "/home/ann", true}, {"Disc\r\nFormat it?\n", "/media/cdrom"}};
+    open();
+    pick(editor().drvFileList, {1});
+    machine.settle();
+    ASSERT_EQ(machine.dialogs.boxes.size(), 1U);
+    EXPECT_EQ(machine.dialogs.boxes[0].text, "Disc  Format it?  Drive Can't Open !!");
+}
+
 TEST_F(EditorFixture, ADriveThatCannotBeReadSaysSoAndLeavesTheOtherBoxes) {
     open();
     pick(editor().drvFileList, {2});
