@@ -61,8 +61,7 @@ class FileManager:
     def first_file(self):
         """Selects everything and returns a point of the first file: where the picture changes first."""
         view = self._view()
-        self.desk.click(view[0] + view[2] - 30, view[1] + view[3] - 20)  # a free place: takes the focus
-        self.desk.rest()  # a window manager may turn the pointer into a clock
+        self.desk.click(view[0] + view[2] - 30, view[1] + view[3] - 20)  # a free place: takes the focus; a clock at the pointer is seen
         before = self.desk.wait_until_still(*view)
         self.desk.key("ctrl+a")
         changed = wait("the selected files", lambda: self._changed(before, view))
