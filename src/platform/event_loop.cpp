@@ -1,9 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/event_loop.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace corvane {
+
+namespace {
+/// Events before the desktop's own get their turn: another program may send them by the thousand.
+constexpr std::size_t kMostInATurn = 64;
+}  // namespace
 
 void EventLoop::post(Handler event) {
     queue_.push_back(std::move(event));
@@ -24,7 +30,7 @@ void EventLoop::enter(const Handler& handler) {
 }
 
 void EventLoop::runPending() {
-    for (std::size_t left = queue_.size(); left > 0 && !queue_.empty() && !held(); --left) {
+    for (std::size_t left = std::min(queue_.size(), kMostInATurn); left > 0 && !queue_.empty() && !held(); --left) {
         const Handler event = std::move(queue_.front());
         queue_.pop_front();
         enter(event);

@@ -22,7 +22,7 @@ public:
     void post(Handler event);
     /// Runs a handler now and counts it as running (depth); used by binders for mouse and keyboard.
     void enter(const Handler& handler);
-    /// Runs what is queued, as far as it was queued when called. Called by the desktop after wake().
+    /// Runs the first of what was queued when called, and wakes for the rest. Called by the desktop after wake().
     void runPending();
 
     /// Handlers that are running now, nested loops included.

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -51,6 +52,23 @@ TEST_F(Loop, OneRunTakesOnlyWhatWasQueuedAndAsksForTheRest) {
     EXPECT_EQ(loop.wakes(), 3);  // for each post, and for what one run left
     loop.runPending();
     EXPECT_EQ(seen, Texts{"next run"});
+}
+
+TEST_F(Loop, ACrowdLeavesTheDesktopsOwnEventsATurnEachTime) {
+    constexpr int kCrowd = 1000;
+    int ran = 0;
+    std::vector<int> inATurn;
+    for (int number = 0; number < kCrowd; ++number) {
+        loop.post([&ran, number] { EXPECT_EQ(ran++, number); });
+    }
+    while (!loop.idle()) {
+        const int before = ran, wakes = loop.wakes();
+        loop.runPending();
+        inATurn.push_back(ran - before);
+        EXPECT_EQ(loop.wakes() - wakes, loop.idle() ? 0 : 1);
+    }
+    EXPECT_EQ(ran, kCrowd);
+    EXPECT_LE(*std::max_element(inATurn.begin(), inATurn.end()), 100);
 }
 
 TEST_F(Loop, HoldsEventsWhileAHoldLives) {
