@@ -2,6 +2,7 @@
 #include <utility>
 #include <vector>
 
+#include "engine/list_look_up.h"
 #include "engine/mdlPublicFunction.h"
 
 namespace corvane::mdlPublicFunction {
@@ -28,11 +29,12 @@ struct Entry {
 /// The files that a list takes, in order, by the rules of a drop.
 std::vector<Entry> usable(Player& player, const std::vector<std::string>& files) {
     std::vector<Entry> entries;
+    ListLookUp lookUp(player.ports.files);
     for (const std::string& file : files) {
         if (entries.size() == mdlDefinePublic::kMaxFiles) break;
         if (!isAcceptedExtension(GetExtension(file))) continue;
         std::string path = withoutDoubledSeparator(file, player.ports.files.separator());
-        if (const auto name = player.ports.files.lookUp(path)) entries.push_back({GetBaseName(*name), std::move(path)});
+        if (const auto name = lookUp.name(path)) entries.push_back({GetBaseName(*name), std::move(path)});
     }
     return entries;
 }

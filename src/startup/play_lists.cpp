@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "engine/list_look_up.h"
 #include "engine/mdlPublicFunction.h"
 #include "startup/profile_file.h"
 
@@ -57,15 +58,16 @@ private:
 };
 
 void fillFromCommandLine(Player& player, std::string_view commandLine) {
-    Files& files = player.ports.files;
+    const char separator = player.ports.files.separator();
+    ListLookUp lookUp(player.ports.files);
     ListFiller filler(player);
     while (!commandLine.empty() && !filler.full()) {
         const std::size_t blank = std::min(commandLine.find(' '), commandLine.size());
         const std::string_view piece = commandLine.substr(0, blank);
         commandLine.remove_prefix(std::min(blank + 1, commandLine.size()));
         if (!isAcceptedExtension(GetExtension(piece))) continue;
-        std::string path = withoutDoubledSeparator(std::string(piece), files.separator());
-        if (const auto name = files.lookUp(path)) filler.add(GetBaseName(*name), std::move(path));
+        std::string path = withoutDoubledSeparator(std::string(piece), separator);
+        if (const auto name = lookUp.name(path)) filler.add(GetBaseName(*name), std::move(path));
     }
     filler.finish();
 }

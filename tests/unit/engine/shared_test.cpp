@@ -225,6 +225,20 @@ TEST_F(Shared, ADropOfNoFilesEmptiesTheList) {
     EXPECT_EQ(label(kTotalLabel), "0");
 }
 
+TEST_F(Shared, ADropOfNamesWithoutFilesIsNotLookedUpForEver) {
+    setUp();
+    DropData dropped{true, {}};
+    for (int i = 0; i < 100000; ++i) dropped.files.push_back("/gone/f" + std::to_string(i) + ".wav");
+    machine.log.clear();
+    EXPECT_EQ(takeFiles(player, dropped), 0);
+    EXPECT_LE(machine.log.allCalls("files").size(), 2000U);
+
+    dropped.files.resize(500);  // so many, and the next one is still found
+    machine.files.add("/m/here.wav");
+    dropped.files.push_back("/m/here.wav");
+    EXPECT_EQ(takeFiles(player, dropped), 1);
+}
+
 TEST_F(Shared, ADropTakes256FilesAtMost) {
     setUp();
     DropData dropped{true, {}};

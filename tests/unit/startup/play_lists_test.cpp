@@ -280,6 +280,14 @@ TEST_F(PlayLists, TheCommandLineGives256EntriesAtMost) {
     EXPECT_EQ(player.gFileTitle[255], "f255");
 }
 
+TEST_F(PlayLists, ACommandLineOfNamesWithoutFilesIsNotLookedUpForEver) {
+    std::string line;
+    for (int i = 0; i < 100'000; ++i) line += "/gone/" + std::to_string(i) + ".mid ";
+    machine.log.clear();
+    EXPECT_TRUE(start(line).empty());
+    EXPECT_LE(machine.log.allCalls("files").size(), 2000U);
+}
+
 TEST_F(PlayLists, ALongCommandLineOfRubbishIsPassedOver) {
     EXPECT_TRUE(start(std::string(1'000'000, ' ')).empty());
     EXPECT_TRUE(start(std::string(1'000'000, '.')).empty());
