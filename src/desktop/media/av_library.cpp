@@ -11,8 +11,9 @@ namespace corvane {
 
 namespace {
 
-/// Bytes of one allocation of the libraries: what a file says of its sizes is not to be believed.
-constexpr std::size_t kMostAtOnce = std::size_t{256} << 20U;
+/// Bytes of one allocation of the libraries: what a file says of its sizes is not to be believed. A picture of as many
+/// pixels as a movie may have takes 72 MiB at most; a player holds several packets of such a size.
+constexpr std::size_t kMostAtOnce = std::size_t{74} << 20U;
 
 std::string versioned(const char* name, int major) { return std::string(name) + ".so." + std::to_string(major); }
 

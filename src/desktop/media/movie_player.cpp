@@ -371,6 +371,7 @@ void MoviePlayer::countLength() {
 
 void MoviePlayer::tellOpened() {
     opening_ = false;
+    source().opened();
     patience_.stop();
     frames().setPicture(picture_);
     if (listener_.opened) listener_.opened();

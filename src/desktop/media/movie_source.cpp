@@ -17,6 +17,8 @@ struct MovieSource::File {
     std::string path, address;
     std::atomic<bool> givenUp{false};
     std::atomic<std::int64_t> size{0};
+    std::atomic<bool> opened{false};
+    std::atomic<std::int64_t> read{0};  ///< bytes, until it was opened
     std::mutex mutex;
     std::string failure;  ///< guarded by the mutex
 
@@ -37,9 +39,14 @@ struct MovieSource::Stream {
     static std::int64_t read(void* cookie, char* to, std::uint64_t count) {
         Stream& stream = of(cookie);
         if (stream.file->givenUp) return -1;
+        if (!stream.file->opened && stream.file->read > kMostToOpen) {
+            stream.file->fail("Too much would have to be read before it begins.");
+            return -1;
+        }
         const std::int64_t got = stream.bytes->read(stream.at, to, count);
         if (got < 0) stream.file->fail(stream.bytes->failure());
         if (got > 0) stream.at += got;
+        if (got > 0 && !stream.file->opened) stream.file->read += got;
         return got;
     }
     static std::int64_t seek(void* cookie, std::int64_t to) {
@@ -68,6 +75,11 @@ std::string MovieSource::begin(const std::string& path) {
 void MovieSource::giveUp() {
     const std::lock_guard lock(mutex_);
     if (file_) file_->givenUp = true;
+}
+
+void MovieSource::opened() {
+    const std::lock_guard lock(mutex_);
+    if (file_) file_->opened = true;
 }
 
 std::string MovieSource::failure() const {

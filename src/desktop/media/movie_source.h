@@ -22,6 +22,11 @@ public:
     std::string begin(const std::string& path);
     /// The file is not wanted any more: reads of it that wait for its drive come back.
     void giveUp();
+    /// The file begun last plays: it may be read as far as it goes. Before, reading ends after kMostToOpen bytes, so
+    /// that no covers, fonts and tables are taken that fill the memory.
+    void opened();
+    static constexpr std::int64_t kMostToOpen = std::int64_t{96} << 20;
+
     /// Why the file begun last cannot be read, in words; empty while it can.
     std::string failure() const;
     std::int64_t size() const;  ///< bytes of the file begun last; 0 until it was opened

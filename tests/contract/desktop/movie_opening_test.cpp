@@ -7,6 +7,7 @@
 #include "contract/desktop/movie_rig.h"
 #include "contract/desktop/network_lures.h"
 #include "desktop/media/movie_player.h"
+#include "unit/desktop/memory_peak.h"
 
 namespace corvane {
 namespace {
@@ -61,6 +62,36 @@ TEST_F(MovieFile, WhatCannotBeDecodedFailsWithAReason) {
     expectFailure(write("noise.mpg", std::string(20000, '\x5A')));
     expectFailure((folder_ / "gone.mov").string());
     expectFailure(folder_.string());
+    EXPECT_TRUE(rig_.open(MovieRig::sample("colours.avi")));
+}
+
+TEST_F(MovieFile, WhatMustBeReadByTheGigabyteBeforeItBeginsFails) {
+    const auto bigEndian = [](std::uint32_t value, int bytes) {
+        std::string text;
+        for (int shift = 8 * (bytes - 1); shift >= 0; shift -= 8) text += static_cast<char>(value >> shift);
+        return text;
+    };
+    // A hundred covers of a FLAC file, each as large as it may be; on the disk they are holes.
+    constexpr std::uint32_t kCover = 15U << 20U;
+    const std::string cover = bigEndian(3, 4) + bigEndian(10, 4) + "image/jpeg" + bigEndian(0, 4) + bigEndian(1, 4) +
+                              bigEndian(1, 4) + bigEndian(24, 4) + bigEndian(0, 4) + bigEndian(kCover - 42, 4);
+    const std::string path = write("covers.avi", "");
+    std::ofstream file(path, std::ios::binary);
+    file << "fLaC" << bigEndian(34, 4) << bigEndian(0x10001000, 4) << std::string(6, '\0') << bigEndian(0x0AC442F0, 4)
+         << std::string(20, '\0');
+    for (int i = 0; i < 100; ++i) {
+        const auto head = static_cast<std::uint32_t>(i == 99 ? 0x86 : 6);
+        file << bigEndian(head, 1) << bigEndian(kCover, 3) << cover;
+        file.seekp(static_cast<std::streamoff>(kCover - cover.size()), std::ios::cur);
+    }
+    file << std::string(20000, '\xFF');
+    file.close();
+    const test::MemoryPeak peak;
+    rig_.control->FileName(path);
+    EXPECT_TRUE(MovieRig::until([&] { return !rig_.reason.empty(); }));
+    EXPECT_EQ(rig_.reason, "Too much would have to be read before it begins.");
+    EXPECT_LT(peak.megabytes(), 250);
+    rig_.reason.clear();
     EXPECT_TRUE(rig_.open(MovieRig::sample("colours.avi")));
 }
 
