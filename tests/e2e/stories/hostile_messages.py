@@ -20,6 +20,7 @@ from harness.story import story
 SEED = 14
 MESSAGES = 2000
 CALLS = 400
+CROWD = 8000
 ANSWER_SECONDS = 2.0
 TOOL_KIT_SECONDS = 8  # it waits five for who offered something and is silent: nobody can change that
 ROOT = "org.mpris.MediaPlayer2"
@@ -92,7 +93,7 @@ def send(connection, name, interface, method, arguments, path=OBJECT, answer=Fal
         message.set_flags(Gio.DBusMessageFlags.NO_REPLY_EXPECTED)
         connection.send_message(message, Gio.DBusSendMessageFlags.NONE)
         return None
-    return connection.send_message_with_reply_sync(message, Gio.DBusSendMessageFlags.NONE, int(10_000 * SLACK))[0]
+    return connection.send_message_with_reply_sync(message, Gio.DBusSendMessageFlags.NONE, int(40_000 * SLACK))[0]
 
 
 def answers(bus, watch, what):
@@ -150,7 +151,7 @@ def bus_crowds(stage):
     bus = Bus(stage.session)
     wait("the player on the bus", lambda: bus.state()[0], 10)
     with AnswerWatch(stage.session) as watch:
-        for _ in range(20_000):
+        for _ in range(CROWD):
             send(bus.connection, NAME, PLAYER, "PlayPause", None)
         bus.connection.flush_sync(None)
         crowd = answers(bus, watch, "the crowd")
