@@ -7,7 +7,7 @@ import os
 from harness.expect import check
 from harness.media import disc, movie, picture, tone
 from harness.story import story
-from hostile import GROUPS, make
+from hostile import make
 from hostile.attack import HAND_SETTINGS, LOOK_SECONDS, Attack
 
 PART = os.environ.get("CORVANE_HOSTILE", "16")  # every so many of each group; "1": all
@@ -54,11 +54,51 @@ def attack(stage, group):
     check(sorted(path.name for path in stage.player.folder.iterdir()) == before, "nothing is left in the player's folder")
 
 
-def tell(group):
-    @story(f"hostile: {group} by list, drop and command line hold nothing up, and a good file follows each")
-    def told(stage):
-        attack(stage, group)
+@story("hostile: sounds by list, drop and command line hold nothing up, and a good file follows each")
+def sounds(stage):
+    attack(stage, "sounds")
 
 
-for each in GROUPS:
-    tell(each)
+@story("hostile: streams by list, drop and command line hold nothing up, and a good file follows each")
+def streams(stage):
+    attack(stage, "streams")
+
+
+@story("hostile: sequences by list, drop and command line hold nothing up, and a good file follows each")
+def sequences(stage):
+    attack(stage, "sequences")
+
+
+@story("hostile: movies by list, drop and command line hold nothing up, and a good file follows each")
+def movies(stage):
+    attack(stage, "movies")
+
+
+@story("hostile: films by list, drop and command line hold nothing up, and a good file follows each")
+def films(stage):
+    attack(stage, "films")
+
+
+@story("hostile: pictures by list, drop and command line hold nothing up, and a good file follows each")
+def pictures(stage):
+    attack(stage, "pictures")
+
+
+@story("hostile: discs by list, drop and command line hold nothing up, and a good file follows each")
+def discs(stage):
+    attack(stage, "discs")
+
+
+@story("hostile: places by list, drop and command line hold nothing up, and a good file follows each")
+def places(stage):
+    attack(stage, "places")
+
+
+@story("hostile: others by list, drop and command line hold nothing up, and a good file follows each")
+def others(stage):
+    attack(stage, "others")
+
+
+@story("hostile: swollen files by list, drop and command line hold nothing up, and a good file follows each")
+def swollen_files(stage):
+    attack(stage, "swollen files")
