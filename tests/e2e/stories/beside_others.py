@@ -62,6 +62,25 @@ def box_beside(stage):
     equal(stage.player.power_off(), 0, "exit code")
 
 
+@story("beside others: a box that another program keeps waiting comes with a second start, and goes when the panel is to close")
+def box_called(stage):
+    slides = [picture(stage.media / f"slide{number}.bmp", colour) for number, colour in enumerate((GREEN, VIOLET))]
+    stage.player.settings(INTERVAL=2, IMAGEHIDE="ON")
+    stage.player.start(*slides)
+    slides[1].unlink()
+    stage.player.press(PLAY)
+    stage.desk.wait_for_colour(*middle_of_screen(stage), GREEN)
+    with OtherProgram(stage) as other:
+        stage.player.wait_for_box("slide1.bmp Can't open!!")
+        check(other.has_keyboard(), "the box took the keyboard")
+        box = one_box(stage)
+        equal(stage.player.start_another().wait(10), 0, "exit code of the second start")
+        wait("the box has the keyboard", lambda: stage.desk.focused() == box.id)
+        other.take_keyboard()
+        stage.session.run(["wmctrl", "-i", "-c", hex(stage.player.window.id)])
+        equal(stage.player.wait_for_end(), 0, "exit code")
+
+
 def one_box(stage):
     found = stage.player.boxes()
     equal(len(found), 1, "boxes")
