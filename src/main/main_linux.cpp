@@ -11,6 +11,7 @@
 
 #include "desktop/about.h"
 #include "desktop/application.h"
+#include "desktop/bus_probe.h"
 #include "desktop/confinement/confinement.h"
 #include "desktop/error_stream.h"
 #include "desktop/idle_bus.h"
@@ -133,6 +134,7 @@ int main(int argc, char** argv) {
     if (!platform.empty()) qputenv("QT_QPA_PLATFORM", platform.c_str());
     qunsetenv("SESSION_MANAGER");  // a session manager must not start or save the player by itself
     Mpris::startNoBus();
+    leaveSilentBuses();
     int ownArguments = std::min(argc, 1);  // Qt must not take options out of file names
     const Application application(ownArguments, argv);
     QApplication::setQuitOnLastWindowClosed(false);
