@@ -1,0 +1,86 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Servers of the desktop that take a connection and then say nothing, or nothing that makes sense."""
+
+import contextlib
+import os
+import socket
+import threading
+import time
+
+from harness.expect import check, equal, wait
+from harness.media import tone
+from harness.player import PLAY, POWER, REPEAT, REPEAT_LAMP
+from harness.story import story
+
+START_SECONDS = 3
+END_SECONDS = 2
+AT_ONCE = 2
+
+
+@contextlib.contextmanager
+def server(path, answer):
+    """Takes every connection; `answer` does something with each, which stays open unless it closes it."""
+    kept = []
+    with socket.socket(socket.AF_UNIX) as listening:
+        listening.bind(str(path))
+        listening.listen(50)
+
+        def serve():
+            with contextlib.suppress(OSError):
+                while True:
+                    kept.append(listening.accept()[0])
+                    with contextlib.suppress(OSError):
+                        answer(kept[-1])
+
+        thread = threading.Thread(target=serve, daemon=True)
+        thread.start()
+        yield
+        listening.shutdown(socket.SHUT_RDWR)
+        thread.join()
+    for connection in kept:
+        connection.close()
+
+
+ANSWERS = {"silent": lambda connection: None, "garbage": lambda connection: connection.sendall(os.urandom(4000)),
+           "closing": lambda connection: connection.close()}
+
+
+def starts_plays_and_ends(stage, what, heard, **environment):
+    begun = time.monotonic()
+    stage.player.start(**environment)
+    check(time.monotonic() - begun < START_SECONDS, f"with a bad {what} the start took {time.monotonic() - begun:.1f} s")
+    stage.player.press(PLAY)
+    if heard:
+        stage.sound.wait_for(440)
+    wait("the time goes on", lambda: stage.player.slider_fraction() > 0.02)
+    lit = stage.player.lamp_lit(REPEAT_LAMP)
+    stage.player.press(REPEAT)
+    wait(f"the panel answers with a bad {what}", lambda: stage.player.lamp_lit(REPEAT_LAMP) != lit, AT_ONCE)
+    begun = time.monotonic()
+    stage.player.press(POWER)
+    equal(stage.player.wait_for_end(), 0, "exit code")
+    check(time.monotonic() - begun < END_SECONDS, f"with a bad {what} the end took {time.monotonic() - begun:.1f} s")
+    stage.sound.wait_for_silence()
+
+
+def with_each_answer(stage, variable, scheme, heard):
+    stage.player.save_list([tone(stage.media / "song.wav", 440, 20)])
+    for how, answer in ANSWERS.items():
+        place = stage.folder / how
+        with server(place, answer):
+            starts_plays_and_ends(stage, f"{how} {variable}", heard, **{variable: f"{scheme}{place}"})
+
+
+@story("faults: a message bus that is silent, says nonsense or closes is done without")
+def silent_message_bus(stage):
+    with_each_answer(stage, "DBUS_SESSION_BUS_ADDRESS", "unix:path=", True)
+
+
+@story("faults: a bus for assistive programs that is silent, says nonsense or closes is done without")
+def silent_assistive_bus(stage):
+    with_each_answer(stage, "AT_SPI_BUS_ADDRESS", "unix:path=", True)
+
+
+@story("faults: with a sound server that is silent, says nonsense or closes the time goes on")
+def silent_sound_server(stage):
+    with_each_answer(stage, "PULSE_SERVER", "unix:", False)
