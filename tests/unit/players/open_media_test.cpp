@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Each medium asked directly. What the procedures and the panel do with them is proved with those.
+#include <ostream>
+
 #include "unit/panel/panel_hands.h"
 
 namespace corvane {
@@ -21,6 +23,8 @@ struct Row {
     std::int64_t lengthUs;
     std::int32_t atThree;  ///< the third second in its own unit; 0: it has none
 };
+
+void PrintTo(const Row& row, std::ostream* out) { *out << row.path; }
 
 const Row kRows[] = {
     {"/m/view.bmp", FormId::ImageWindow, "Time", true, true, false, 1'500'000, 20 * kSecondUs, 0},
@@ -159,6 +163,17 @@ TEST_F(AMedium, OfAPictureMayBeClosedWhileTheBoxOfItsOpeningIsUp) {
     ASSERT_EQ(machine.dialogs.boxes.size(), 1U);
     EXPECT_FALSE(player.media.isOpen());
     EXPECT_EQ(state(), "stopped");
+}
+
+/// What plays in the same window takes it over; its window is closed for nothing else.
+TEST_F(AMedium, OfADiscTakesTheWindowOfTheSoundItFollows) {
+    bring(kSound, "playing");
+    auto* const window = mciWindow();
+    setList({kTrack});
+    act([this] { PlayFile(player); });
+    EXPECT_EQ(mciWindow(), window);
+    EXPECT_EQ(machine.log.count("mci.Command Close"), 1) << "by the opening itself";
+    EXPECT_EQ(machine.log.count("windows.detach frmMCIWindow"), 0);
 }
 
 TEST_F(AMedium, ComparesCustomPositionsAsThePanelShowsThem) {
