@@ -15,8 +15,8 @@
 
 #include "desktop/form_window.h"
 #include "desktop/input_map.h"
-#include "desktop/media_types.h"
 #include "desktop/mpris_description.h"
+#include "types/media_types.h"
 
 namespace corvane {
 
@@ -271,13 +271,15 @@ void Mpris::set(const QDBusMessage& message, const QString& property, const QVar
 }
 
 QVariantMap Mpris::rootProperties() const {
+    QStringList types;
+    for (const std::string& type : mimeTypes()) types.append(QString::fromStdString(type));
     return {{"CanQuit", true},
             {"CanRaise", true},
             {"HasTrackList", false},
             {"Identity", "Corvane"},
             {"DesktopEntry", "corvane"},
             {"SupportedUriSchemes", QStringList("file")},
-            {"SupportedMimeTypes", mediaTypes()}};
+            {"SupportedMimeTypes", types}};
 }
 
 QVariantMap Mpris::playerProperties() const {

@@ -5,15 +5,11 @@
 #include <cstdint>
 #include <string>
 
+#include "types/media_types.h"
+
 namespace corvane::mdlDefinePublic {
 
 inline constexpr int kMaxFiles = 256;  ///< entries of a play list
-
-inline constexpr std::int16_t mkNone = -1;
-inline constexpr std::int16_t mkImage = 0;
-inline constexpr std::int16_t mkMovie = 1;
-inline constexpr std::int16_t mkMciFile = 2;
-inline constexpr std::int16_t mkCDTrack = 3;
 
 inline constexpr std::int16_t kCustomOff = 0;
 inline constexpr std::int16_t kCustomPlay = 1;    ///< a stop position ends the file

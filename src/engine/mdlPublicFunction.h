@@ -19,7 +19,7 @@ namespace corvane::mdlPublicFunction {
 std::string GetExtension(std::string_view path);
 /// Text before the first "."; a path without a dot: the whole path.
 std::string GetBaseName(std::string_view path);
-/// One of the 26 extensions that lists and drops accept (given in capitals).
+/// One of the extensions that lists and drops accept (given in capitals).
 bool isAcceptedExtension(std::string_view extension);
 /// A path whose doubled separator starts at its third character loses one of the two.
 std::string withoutDoubledSeparator(std::string path, char separator);

@@ -3,12 +3,14 @@
 
 #include <utility>
 
+#include "engine/mdlPublicFunction.h"
+
 namespace corvane {
 
 void MediaHost::registerMedium(std::int16_t kind, Factory factory) { factories_[kind] = std::move(factory); }
 
 std::shared_ptr<OpenMedium> MediaHost::make(const std::string& path) const {
-    MediaType type = mediaType(path);
+    MediaType type = typeToOpen(mdlPublicFunction::GetExtension(path));
     const Factory& factory = factories_.at(type.kind);
     return factory(std::move(type));
 }

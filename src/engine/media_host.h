@@ -19,7 +19,7 @@ public:
     explicit MediaHost(mdlDefinePublic::PlayerState& state) : state_(state) {}
 
     void registerMedium(std::int16_t kind, Factory factory);
-    /// What would play the file; it is not open yet. Every kind that mediaType gives is registered.
+    /// What would play the file; it is not open yet. Every kind that a type has is registered.
     std::shared_ptr<OpenMedium> make(const std::string& path) const;
 
     /// The open medium; null: nothing is open. Whoever calls it holds it by that meanwhile: it may be closed by what it

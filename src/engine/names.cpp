@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -76,12 +75,7 @@ std::string GetExtension(std::string_view path) {
 
 std::string GetBaseName(std::string_view path) { return std::string(path.substr(0, path.find('.'))); }
 
-bool isAcceptedExtension(std::string_view extension) {
-    static constexpr std::array<std::string_view, 26> kAccepted = {
-        "CDA", "BMP", "JPEG", "JPG",  "GIF", "AVI", "MOV", "QT",  "MID", "RMI", "MPG", "MPV",  "MP2",
-        "WAV", "MP3", "M1V",  "MPEG", "RA",  "RM",  "RAM", "RMM", "SND", "AU",  "AIF", "AIFC", "AIFF"};
-    return std::find(kAccepted.begin(), kAccepted.end(), extension) != kAccepted.end();
-}
+bool isAcceptedExtension(std::string_view extension) { return findMediaType(extension) != nullptr; }
 
 std::string withoutDoubledSeparator(std::string path, char separator) {
     if (path.find(std::string(2, separator)) == 2) path.erase(2, 1);

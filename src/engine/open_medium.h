@@ -6,7 +6,7 @@
 #include <string>
 
 #include "engine/control_sets.h"
-#include "engine/media_types.h"
+#include "types/media_types.h"
 
 namespace corvane {
 

@@ -3,22 +3,31 @@
 
 #include <algorithm>
 
+#include "types/media_types.h"
+
 namespace corvane {
+
+namespace {
+
+/// A filter whose entry tells its patterns: "MP3 File(*.MP3)".
+TypeFilter told(const std::string& name, TypeGroup group) {
+    return {name + "(" + patternsOf(group) + ")", patternsOf(group)};
+}
+
+}  // namespace
 
 const std::vector<TypeFilter>& typeFilters() {
     static const std::vector<TypeFilter> kFilters = {
-        {"All Files(MultiMediaFiles)",
-         "*.CDA;*.BMP;*.JPEG;*.JPG;*.GIF;*.AVI;*.MOV;*.QT;*.MID;*.RMI;*.MPG;*.MPV;*.MP2;*.WAV;*.MP3;*.M1V;*.MPEG;*.RA;"
-         "*.RM;*.RAM;*.RMM;*.SND;*.AU;*.AIF;*.AIFC;*.AIFF"},
-        {"CD Audio(*.CDA)", "*.CDA"},
-        {"Image Files(*.BMP;*.JPG;*.JPEG)", "*.BMP;*.JPEG;*.JPG;*.GIF"},
-        {"MIDI Files(*.MID;*.RMI)", "*.MID;*.RMI"},
-        {"MP3 File(*.MP3)", "*.MP3"},
-        {"Mpeg Files(*.MPG;*.MPV;*.MP2;*.M1V;*.MPEG)", "*.MPG;*.MPV;*.MP2;*.M1V;*.MPEG"},
-        {"Quick Time Files(*.MOV;*.QT)", "*.MOV;*.QT"},
+        {"All Files(MultiMediaFiles)", patternsOf(TypeGroup::None)},
+        told("CD Audio", TypeGroup::CdAudio),
+        {"Image Files(*.BMP;*.JPG;*.JPEG)", patternsOf(TypeGroup::Image)},
+        told("MIDI Files", TypeGroup::Midi),
+        told("MP3 File", TypeGroup::Mp3),
+        told("Mpeg Files", TypeGroup::Mpeg),
+        told("Quick Time Files", TypeGroup::QuickTime),
         // The last pattern ends with the parenthesis, so this filter shows no ".AIFF" file.
-        {"Sound Files(*.WAV;*.SND;*.AU;*.AIF;*.AIFC;*.AIFF)", "*.WAV;*.SND;*.AU;*.AIF;*.AIFC;*.AIFF)"},
-        {"Video File(*.AVI)", "*.AVI"},
+        {told("Sound Files", TypeGroup::Sound).entry, patternsOf(TypeGroup::Sound) + ")"},
+        told("Video File", TypeGroup::Video),
     };
     return kFilters;
 }

@@ -8,8 +8,8 @@ namespace corvane {
 
 /// One entry of the editor's file-type choice and the patterns that it puts on the file box.
 struct TypeFilter {
-    const char* entry;
-    const char* patterns;
+    std::string entry;
+    std::string patterns;
 };
 
 /// The nine filters, in the order of the "PATTERN" setting.

@@ -19,7 +19,7 @@ HERE = pathlib.Path(__file__).resolve().parent
 PROJECT = HERE.parents[1]
 FIRST_LINE = b'#include "switch.h"\n'
 LEFT_OUT = (("src", "desktop"), ("src", "main"), ("src", "windows"), ("tests", "e2e"))
-FOLDERS = ("engine", "startup", "panel", "players", "listedit", "dialogs", "toolkit")
+FOLDERS = ("types", "engine", "startup", "panel", "players", "listedit", "dialogs", "toolkit")
 DESKTOP_PACKAGES = ("Qt6Widgets", "Qt6DBus", "mpv", "fluidsynth", "libcdio", "libcdio_paranoia", "libcdio_cdda", "libpulse",
                     "libseccomp", "xcb", "libavformat", "libavcodec", "libavutil", "libswresample")
 DESKTOP_LEFT_OUT, DESKTOP_FOLDERS = (("tests", "e2e"),), ("desktop",)

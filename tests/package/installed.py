@@ -17,7 +17,9 @@ import sys
 import tempfile
 
 PROJECT = pathlib.Path(__file__).resolve().parents[2]
-EXTENSIONS = ("bmp jpeg jpg gif avi mov qt mpg mpv mp2 m1v mpeg mid rmi wav snd au aif aifc aiff cda mp3 ra rm ram rmm").split()
+# Those of the player's own table, a row each.
+EXTENSIONS = [extension.lower() for extension in re.findall(
+    r'^ +\{"(\w+)",', (PROJECT / "src/types/media_types.cpp").read_text(encoding="utf-8"), re.M)]
 SIZES = (16, 22, 24, 32, 48, 64, 128, 256)
 
 

@@ -10,14 +10,15 @@ import re
 import sys
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2] / "src"
-LEVELS = {"forms": 0, "platform": 0, "engine": 1, "startup": 2, "panel": 2, "players": 2, "listedit": 2, "dialogs": 2,
+LEVELS = {"forms": 0, "platform": 0, "types": 0, "engine": 1, "startup": 2, "panel": 2, "players": 2, "listedit": 2, "dialogs": 2,
           "toolkit": 2, "workers": 3, "desktop": 3, "skintool": 3, "windows": 3, "main": 4}
 FIRST_DESKTOP = 3
 # What a room of the core may include besides itself; a desktop takes all of the core, a main everything.
-NEIGHBOURS = {"forms": set(), "platform": {"forms"}, "engine": {"forms", "platform"},
-              "panel": {"forms", "platform", "engine"}, "players": {"forms", "platform", "engine"},
-              "startup": {"forms", "platform", "engine", "panel"},
-              "listedit": {"forms", "platform", "engine", "startup"}, "dialogs": {"forms", "platform", "engine", "startup", "panel"},
+NEIGHBOURS = {"forms": set(), "platform": {"forms"}, "types": set(), "engine": {"forms", "platform", "types"},
+              "panel": {"forms", "platform", "types", "engine"}, "players": {"forms", "platform", "types", "engine"},
+              "startup": {"forms", "platform", "types", "engine", "panel"},
+              "listedit": {"forms", "platform", "types", "engine", "startup"},
+              "dialogs": {"forms", "platform", "types", "engine", "startup", "panel"},
               "toolkit": {"forms", "platform"}, "workers": {"forms", "platform", "toolkit"}}
 STANDARD_HEADERS = set("""algorithm any array atomic bit bitset cassert cctype cerrno cfloat charconv cinttypes climits cmath
     compare complex concepts cstddef cstdio cstdint cstring cwchar deque exception functional initializer_list iomanip ios istream

@@ -233,10 +233,10 @@ TEST_F(Replaced, TheWindowOfAnotherKindGoesBeforeTheNewOneOpens) {
         for (const char* second : {"/m/two.wav", "/m/clip.avi", "/m/a.bmp"}) {
             SCOPED_TRACE(std::string(first) + " " + second);
             playThenOpen(first, second);
-            const bool sound = mediaType(second).kind == mkMciFile;
+            const bool sound = player.media.make(second)->type().kind == mkMciFile;
             EXPECT_EQ(mciWindow() != nullptr, sound);
-            EXPECT_EQ(movieWindow() != nullptr, mediaType(second).kind == mkMovie);
-            EXPECT_EQ(imageWindow() != nullptr, mediaType(second).kind == mkImage);
+            EXPECT_EQ(movieWindow() != nullptr, player.media.make(second)->type().kind == mkMovie);
+            EXPECT_EQ(imageWindow() != nullptr, player.media.make(second)->type().kind == mkImage);
             close();
         }
     }

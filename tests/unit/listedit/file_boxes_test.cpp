@@ -11,26 +11,26 @@ using Texts = std::vector<std::string>;
 TEST(TypeFilters, AreNineWithTheirPatternsInOrder) {
     const auto& filters = typeFilters();
     ASSERT_EQ(filters.size(), 9U);
-    EXPECT_STREQ(filters[0].entry, "All Files(MultiMediaFiles)");
-    EXPECT_STREQ(filters[0].patterns,
-                 "*.CDA;*.BMP;*.JPEG;*.JPG;*.GIF;*.AVI;*.MOV;*.QT;*.MID;*.RMI;*.MPG;*.MPV;*.MP2;*.WAV;*.MP3;*.M1V;"
-                 "*.MPEG;*.RA;*.RM;*.RAM;*.RMM;*.SND;*.AU;*.AIF;*.AIFC;*.AIFF");
-    EXPECT_STREQ(filters[1].entry, "CD Audio(*.CDA)");
-    EXPECT_STREQ(filters[1].patterns, "*.CDA");
-    EXPECT_STREQ(filters[2].entry, "Image Files(*.BMP;*.JPG;*.JPEG)");
-    EXPECT_STREQ(filters[2].patterns, "*.BMP;*.JPEG;*.JPG;*.GIF");
-    EXPECT_STREQ(filters[3].entry, "MIDI Files(*.MID;*.RMI)");
-    EXPECT_STREQ(filters[3].patterns, "*.MID;*.RMI");
-    EXPECT_STREQ(filters[4].entry, "MP3 File(*.MP3)");
-    EXPECT_STREQ(filters[4].patterns, "*.MP3");
-    EXPECT_STREQ(filters[5].entry, "Mpeg Files(*.MPG;*.MPV;*.MP2;*.M1V;*.MPEG)");
-    EXPECT_STREQ(filters[5].patterns, "*.MPG;*.MPV;*.MP2;*.M1V;*.MPEG");
-    EXPECT_STREQ(filters[6].entry, "Quick Time Files(*.MOV;*.QT)");
-    EXPECT_STREQ(filters[6].patterns, "*.MOV;*.QT");
-    EXPECT_STREQ(filters[7].entry, "Sound Files(*.WAV;*.SND;*.AU;*.AIF;*.AIFC;*.AIFF)");
-    EXPECT_STREQ(filters[7].patterns, "*.WAV;*.SND;*.AU;*.AIF;*.AIFC;*.AIFF)");
-    EXPECT_STREQ(filters[8].entry, "Video File(*.AVI)");
-    EXPECT_STREQ(filters[8].patterns, "*.AVI");
+    EXPECT_EQ(filters[0].entry, "All Files(MultiMediaFiles)");
+    EXPECT_EQ(filters[0].patterns,
+              "*.CDA;*.BMP;*.JPEG;*.JPG;*.GIF;*.AVI;*.MOV;*.QT;*.MID;*.RMI;*.MPG;*.MPV;*.MP2;*.WAV;*.MP3;*.M1V;"
+              "*.MPEG;*.RA;*.RM;*.RAM;*.RMM;*.SND;*.AU;*.AIF;*.AIFC;*.AIFF");
+    EXPECT_EQ(filters[1].entry, "CD Audio(*.CDA)");
+    EXPECT_EQ(filters[1].patterns, "*.CDA");
+    EXPECT_EQ(filters[2].entry, "Image Files(*.BMP;*.JPG;*.JPEG)");
+    EXPECT_EQ(filters[2].patterns, "*.BMP;*.JPEG;*.JPG;*.GIF");
+    EXPECT_EQ(filters[3].entry, "MIDI Files(*.MID;*.RMI)");
+    EXPECT_EQ(filters[3].patterns, "*.MID;*.RMI");
+    EXPECT_EQ(filters[4].entry, "MP3 File(*.MP3)");
+    EXPECT_EQ(filters[4].patterns, "*.MP3");
+    EXPECT_EQ(filters[5].entry, "Mpeg Files(*.MPG;*.MPV;*.MP2;*.M1V;*.MPEG)");
+    EXPECT_EQ(filters[5].patterns, "*.MPG;*.MPV;*.MP2;*.M1V;*.MPEG");
+    EXPECT_EQ(filters[6].entry, "Quick Time Files(*.MOV;*.QT)");
+    EXPECT_EQ(filters[6].patterns, "*.MOV;*.QT");
+    EXPECT_EQ(filters[7].entry, "Sound Files(*.WAV;*.SND;*.AU;*.AIF;*.AIFC;*.AIFF)");
+    EXPECT_EQ(filters[7].patterns, "*.WAV;*.SND;*.AU;*.AIF;*.AIFC;*.AIFF)");
+    EXPECT_EQ(filters[8].entry, "Video File(*.AVI)");
+    EXPECT_EQ(filters[8].patterns, "*.AVI");
 }
 
 TEST_F(EditorFixture, TheSearchBeginsAtHomeOnItsDrive) {
