@@ -42,7 +42,7 @@ TEST(PlainFiles, APipeIsAskedNothing) {
     const SilentPipe pipe;
     ASSERT_TRUE(pipe.pipe);
     WindowsFiles files;
-    WindowsPictures pictures;
+    WindowsPictures pictures([](const EventLoop::Handler& /*event*/) {});
     EXPECT_EQ(files.lookUp(pipe.name), std::nullopt);
     EXPECT_EQ(files.read(pipe.name, 100), std::nullopt);
     EXPECT_EQ(contentOfFile(toWide(pipe.name)), MediaContent::Missing);
