@@ -34,7 +34,7 @@ WindowsDesktop::WindowsDesktop(CommandLine line)
       dialogs_(context_),
       process_(std::move(line), programFolder(folderChoiceOfSystem())),
       media_(makeMedia(loop_, windows_)),
-      sound_(makeSoundDevices()),
+      sound_(makeSoundDevices(loop_)),
       ports_{loop_, *media_, *pictures_, *sound_, files_, windows_, timers_, clock_, dialogs_, process_, random_} {
     dialogs_.setManual(manualFile(folderChoiceOfSystem().program));
     dialogs_.onTaken([this] { windows_.loseMouse(); });

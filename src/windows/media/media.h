@@ -17,7 +17,7 @@ std::unique_ptr<Media> makeMedia(WindowsLoop& loop, Windows& windows);
 /// stopped before that goes.
 std::unique_ptr<Pictures> makePictures(const UiPost& post);
 
-/// Output volume by waveOut* and aux*.
-std::unique_ptr<SoundDevices> makeSoundDevices();
+/// Output volume by waveOut* and aux*. The loop outlives it.
+std::unique_ptr<SoundDevices> makeSoundDevices(EventLoop& loop);
 
 }  // namespace corvane

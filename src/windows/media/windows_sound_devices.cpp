@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "windows/media/windows_sound_devices.h"
 
+#include <utility>
+
 #include "windows/media/media.h"
 #include "windows/text.h"
 
@@ -8,16 +10,19 @@ namespace corvane {
 
 namespace {
 
-/// The volume functions take a device's number in the place of a handle.
-HWAVEOUT firstDevice() { return nullptr; }
+constexpr UINT kLookMs = 1000;
+constexpr UINT_PTR kLookTimer = 1;
 
 bool isDevice(int device) { return device >= 0 && static_cast<UINT>(device) < ::auxGetNumDevs(); }
 
 }  // namespace
 
-WindowsSoundDevices::~WindowsSoundDevices() {
-    if (opened_ != nullptr) waveOutClose(opened_);
-}
+WindowsSoundDevices::WindowsSoundDevices(EventLoop& loop, std::unique_ptr<WaveOutputs> outputs)
+    : loop_(loop), outputs_(std::move(outputs)), looks_([this](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+          if (message != WM_TIMER) return std::nullopt;
+          compare();
+          return 0;
+      }) {}
 
 int WindowsSoundDevices::auxGetNumDevs() { return static_cast<int>(::auxGetNumDevs()); }
 
@@ -39,29 +44,40 @@ void WindowsSoundDevices::auxSetVolume(int device, std::uint32_t volume) {
     if (isDevice(device)) ::auxSetVolume(static_cast<UINT>(device), volume);
 }
 
-/// An open output, for systems that know no volume by number. It is silent and stays open.
-HWAVEOUT WindowsSoundDevices::opened() {
-    if (opened_ != nullptr || waveOutGetNumDevs() == 0) return opened_;
-    constexpr WORD kChannels = 2;
-    constexpr DWORD kRate = 44100;
-    constexpr WORD kBytes = kChannels * sizeof(std::int16_t);
-    const WAVEFORMATEX format{WAVE_FORMAT_PCM, kChannels, kRate, kRate * kBytes, kBytes, 8 * sizeof(std::int16_t), 0};
-    if (waveOutOpen(&opened_, 0, &format, 0, 0, CALLBACK_NULL) != MMSYSERR_NOERROR) opened_ = nullptr;
-    return opened_;
+WindowsSoundDevices::Seen WindowsSoundDevices::look() {
+    Seen now;
+    now.output = outputs_->inUse();
+    if (now.output) now.volume = outputs_->volume(*now.output);
+    return now;
+}
+
+void WindowsSoundDevices::compare() {
+    Seen now = look();
+    if (std::exchange(seen_, now) == now) return;
+    loop_.post([this, alive = std::weak_ptr(alive_)] {
+        if (!alive.expired()) WaveOutChanged.raise();
+    });
 }
 
 std::optional<std::uint32_t> WindowsSoundDevices::waveOutGetVolume() {
-    DWORD volume = 0;
-    if (::waveOutGetVolume(firstDevice(), &volume) == MMSYSERR_NOERROR) return volume;
-    if (opened() != nullptr && ::waveOutGetVolume(opened(), &volume) == MMSYSERR_NOERROR) return volume;
-    return std::nullopt;
+    const Seen now = look();
+    if (!seen_) {
+        seen_ = now;
+        SetTimer(looks_.handle(), kLookTimer, kLookMs, nullptr);
+    }
+    return now.volume;
 }
 
 void WindowsSoundDevices::waveOutSetVolume(std::uint32_t volume) {
-    if (::waveOutSetVolume(firstDevice(), volume) == MMSYSERR_NOERROR) return;
-    if (opened() != nullptr) ::waveOutSetVolume(opened(), volume);
+    if (const auto output = outputs_->inUse()) waveOutSetVolumeOf(*output, volume);
 }
 
-std::unique_ptr<SoundDevices> makeSoundDevices() { return std::make_unique<WindowsSoundDevices>(); }
+void WindowsSoundDevices::waveOutSetVolumeOf(const std::string& name, std::uint32_t volume) {
+    outputs_->setVolume(name, volume);
+    // Our own, as the output rounds it, is no change by another.
+    if (seen_ && seen_->output == name) seen_->volume = outputs_->volume(name);
+}
+
+std::unique_ptr<SoundDevices> makeSoundDevices(EventLoop& loop) { return std::make_unique<WindowsSoundDevices>(loop); }
 
 }  // namespace corvane
