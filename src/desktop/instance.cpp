@@ -161,11 +161,7 @@ Descriptor Instance::connectPatiently() const {
     return {};
 }
 
-std::size_t Instance::fitting(const std::vector<std::string>& files) {
-    std::size_t bytes = 0, count = 0;
-    while (count < files.size() && (bytes += files[count].size() + 1) <= kMostBytes) ++count;
-    return count;
-}
+std::size_t Instance::fitting(const std::vector<std::string>& files) { return fittingInCall(files, kMostBytes); }
 
 bool Instance::call(const std::vector<std::string>& files) const {
     if (fitting(files) < files.size()) return false;

@@ -9,7 +9,7 @@
 #include "desktop/error_stream.h"
 #include "desktop/program_folder.h"
 #include "desktop/qt_files.h"
-#include "engine/mdlPublicFunction.h"
+#include "engine/left_out.h"
 
 namespace corvane {
 
@@ -17,14 +17,10 @@ namespace {
 
 /// Whether a list takes the name; where it does not, that is told.
 bool isTaken(const std::string& name) {
-    if (name.empty()) return false;
-    if (!mdlPublicFunction::isAcceptedExtension(mdlPublicFunction::GetExtension(name))) {
-        tellOnErrors(name + ": left out, because it is none of the kinds that are played");
-        return false;
-    }
-    const bool isThere = QtFiles().lookUp(name).has_value();
-    if (!isThere) tellOnErrors(name + ": left out, because there is no such file");
-    return isThere;
+    QtFiles files;
+    const std::string why = whyLeftOut(files, name);
+    if (!why.empty()) tellOnErrors(why);
+    return why.empty() && !name.empty();
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include "windows/api.h"
 #include "windows/idle_state.h"
 #include "windows/media_keys.h"
+#include "windows/standard_stream.h"
 #include "windows/windows_desktop.h"
 #include "workers/worker.h"
 // After windows.h:
@@ -33,16 +34,7 @@ void registerForms(Player& player) {
 /// How long the end waits for what is read and decoded to be given up.
 constexpr std::chrono::milliseconds kLeave{500};
 
-/// A program with windows has no console of its own: it writes to the one it was started from, or where it was told to.
-int say(const std::string& text) {
-    HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
-    if (output == nullptr || output == INVALID_HANDLE_VALUE) {
-        if (AttachConsole(ATTACH_PARENT_PROCESS) == 0) return 1;
-        output = GetStdHandle(STD_OUTPUT_HANDLE);
-    }
-    DWORD written = 0;
-    return WriteFile(output, text.data(), static_cast<DWORD>(text.size()), &written, nullptr) != 0 ? 0 : 1;
-}
+int say(const std::string& text) { return writeTo(STD_OUTPUT_HANDLE, text) ? 0 : 1; }
 
 void runPlayer(CommandLine line) {
     WindowsDesktop desktop(std::move(line));

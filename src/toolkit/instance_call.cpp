@@ -9,6 +9,12 @@ std::string callOf(const std::vector<std::string>& files) {
     return text;
 }
 
+std::size_t fittingInCall(const std::vector<std::string>& files, std::size_t mostBytes) {
+    std::size_t bytes = 0, count = 0;
+    while (count < files.size() && (bytes += files[count].size() + 1) <= mostBytes) ++count;
+    return count;
+}
+
 bool CallReader::take(std::string_view piece) {
     if (piece.size() > most_ - text_.size()) return text_.clear(), false;
     text_ += piece;

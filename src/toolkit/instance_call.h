@@ -12,6 +12,9 @@ namespace corvane {
 /// it says nothing, and its call alone counts.
 std::string callOf(const std::vector<std::string>& files);
 
+/// How many of the files, from the first on, a call of at most so many bytes holds.
+std::size_t fittingInCall(const std::vector<std::string>& files, std::size_t mostBytes);
+
 /// Reads it, in whatever pieces it comes.
 class CallReader {
 public:

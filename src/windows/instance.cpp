@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <optional>
 
+#include "toolkit/instance_call.h"
 #include "windows/text.h"
 #include "windows/windows_files.h"
 
@@ -30,16 +31,6 @@ std::wstring realFolder(const std::string& folder) {
     if (length == 0 || length >= room) return toWide(folder);
     path.resize(length);
     return path;
-}
-
-std::vector<std::string> split(const std::string& message) {
-    std::vector<std::string> files;
-    std::size_t from = 0;
-    for (std::size_t end = message.find('\0'); end != std::string::npos; end = message.find('\0', from)) {
-        files.push_back(message.substr(from, end - from));
-        from = end + 1;
-    }
-    return files;
 }
 
 /// How far the system trusts a process; empty: it does not tell us, which it does of those that it trusts less.
@@ -99,8 +90,9 @@ std::optional<LRESULT> Instance::received(UINT message, LPARAM data) {
     const auto& copied = *reinterpret_cast<const COPYDATASTRUCT*>(data);
     if (copied.dwData != kFiles || copied.cbData > kMaxMessage) return FALSE;
     if (copied.lpData == nullptr && copied.cbData != 0) return FALSE;
-    const std::string bytes(static_cast<const char*>(copied.lpData), copied.lpData != nullptr ? copied.cbData : 0);
-    if (handler_) handler_(split(bytes));
+    CallReader call(kMaxMessage);
+    call.take({static_cast<const char*>(copied.lpData), copied.lpData != nullptr ? copied.cbData : 0});
+    if (handler_) handler_(call.files());
     return TRUE;
 }
 
@@ -120,9 +112,10 @@ HWND Instance::findListener() const {
     }
 }
 
+std::size_t Instance::fitting(const std::vector<std::string>& files) { return fittingInCall(files, kMaxMessage); }
+
 bool Instance::handOver(const std::vector<std::string>& files) const {
-    std::string message;
-    for (const std::string& file : files) message += file + '\0';
+    std::string message = callOf(files);
     const HWND listener = message.size() > kMaxMessage ? nullptr : findListener();
     if (listener == nullptr) return false;
     DWORD process = 0;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
@@ -22,6 +23,8 @@ public:
 
     /// True: this is the only one. Repeating it asks nobody again.
     bool acquire();
+    /// How many of the files, from the first on, one call hands over.
+    static std::size_t fitting(const std::vector<std::string>& files);
     /// Gives files to the instance that runs; without any it only comes to the front. False: it does not answer.
     bool handOver(const std::vector<std::string>& files) const;
     /// The handler gets what another start hands over, inside that one's call; no files: be seen.

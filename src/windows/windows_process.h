@@ -15,6 +15,10 @@ namespace corvane {
 CommandLine commandLineOfProcess();
 std::string helpText();
 
+/// Files that were dropped on the program's icon, or "Open with": the Explorer gives nothing but their full paths, with
+/// whatever blanks they have. They count as behind --open.
+bool areDroppedOnIcon(const std::vector<std::string>& arguments);
+
 class WindowsProcess : public Process {
 public:
     WindowsProcess(CommandLine line, std::string folder);
@@ -33,6 +37,8 @@ public:
     Instance& instance() { return instance_; }
 
 private:
+    void callTheFirst();
+
     CommandLine line_;
     std::string folder_;
     Instance instance_;

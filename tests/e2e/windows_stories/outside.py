@@ -5,6 +5,7 @@ from harness.expect import equal, wait
 from harness.media import tone
 from harness.player import MINIMISE, PAUSE, PLAY, TITLE_RECORD
 from harness.story import story
+from wine import windows_path
 
 
 @story("windows: the end of the session ends the player in order")
@@ -55,10 +56,11 @@ def menu_command_with_box(stage):
     stage.sound.wait_for(440, 10)
     player.press(PAUSE)
     stage.sound.wait_for_silence()
-    for entry in [()] + [("Down",)] * 3:  # the start position, then the stop position at the same place
+    # The start position, then the stop position at the same place; at last by its own letter.
+    for entry in (("Return",), ("Down", "Return"), ("Down", "Return"), ("p",)):
         open_menu(stage)
-        stage.desk.key(*PLAY_CUSTOM, *entry, "Return")
-        if entry:
+        stage.desk.key(*PLAY_CUSTOM, *entry)
+        if entry != ("Return",):
             box = wait("a box", player.boxes, 10)[0]
             stage.desk.focus(box)
             stage.desk.key("Return")
@@ -71,3 +73,25 @@ def menu_command_with_box(stage):
 def open_menu(stage):
     stage.desk.click(*stage.player.middle(TITLE_RECORD), button=3)
     wait("the menu", lambda: len(stage.player.windows()) == 2, 10)
+
+
+@story("windows: what a start leaves out is told, and files dropped on the icon play")
+def left_out_and_dropped(stage):
+    player = stage.player
+    player.start("--opne")
+    second = player.start_another("--open", windows_path(stage.media / "gone.wav"), "b\x1b[2J.txt")
+    equal(second.wait(30), 0, "exit code of the second start")
+    for line in ("corvane: --opne: there is no such option", "gone.wav: left out, because there is no such file",
+                 "b?[2J.txt: left out, because it is none of the kinds"):
+        wait(f"a line with {line!r}", lambda line=line: line in player.log(), 5)
+    named = player.start_another("one.wav")
+    equal(named.wait(30), 0, "exit code of a start with a name")
+    wait("that it is not taken", lambda: "takes no names but behind --open: one.wav" in player.log(), 5)
+    # As the Explorer starts it: the whole paths and nothing else.
+    song = tone(stage.media / "my own song.wav", 659, 5)
+    equal(player.start_another(windows_path(song)).wait(30), 0, "exit code of a start by the icon")
+    stage.sound.wait_for(659, 10)
+    equal(player.power_off(), 0, "exit code")
+    player.start(windows_path(song))
+    stage.sound.wait_for(659, 10)
+    equal(player.power_off(), 0, "exit code")

@@ -81,6 +81,18 @@ TEST_F(Instances, WithoutAFirstItIsGivenUpInTime) {
     EXPECT_LT(GetTickCount64() - begun, 3000U);
 }
 
+TEST_F(Instances, AsManyFilesAsFitAreHandedOver) {
+    const std::vector<std::string> files(40, std::string(30'000, 'x'));
+    EXPECT_EQ(Instance::fitting(files), 34U);
+    Instance first(folder.path());
+    const Instance second(folder.path());
+    listen(first);
+    EXPECT_FALSE(second.handOver(files));
+    EXPECT_TRUE(second.handOver(Texts(files.begin(), files.begin() + 34)));
+    ASSERT_EQ(given.size(), 1U);
+    EXPECT_EQ(given[0].size(), 34U);
+}
+
 TEST_F(Instances, WhatIsNoHandOverIsRefused) {
     Instance first(folder.path());
     listen(first);

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "windows/windows_process.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+
+#include "unit/windows/folder_rig.h"
+#include "windows/handle.h"
+#include "windows/standard_stream.h"
+
+namespace corvane {
+namespace {
+
+/// The Explorer gives full paths, with whatever blanks they have; who types names is not taken for it.
+TEST(DroppedOnTheIcon, FullPathsOfFilesAreOpened) {
+    const test::TriedFolder folder;
+    const std::string blank = folder.in("my own song.wav");
+    const std::string plain = folder.in("song.wav");
+    test::writeFile(blank, "x");
+    test::writeFile(plain, "x");
+    EXPECT_TRUE(areDroppedOnIcon({blank}));
+    EXPECT_TRUE(areDroppedOnIcon({plain, blank}));
+    EXPECT_FALSE(areDroppedOnIcon({})) << "a start without anything";
+    EXPECT_FALSE(areDroppedOnIcon({"song.wav"}));
+    EXPECT_FALSE(areDroppedOnIcon({blank, "song.wav"}));
+    EXPECT_FALSE(areDroppedOnIcon({"--open", blank}));
+    EXPECT_FALSE(areDroppedOnIcon({folder.in("gone.wav")}));
+    EXPECT_FALSE(areDroppedOnIcon({folder.path()})) << "a folder";
+    EXPECT_FALSE(areDroppedOnIcon({"\\\\.\\pipe\\a.wav"}));
+    EXPECT_FALSE(areDroppedOnIcon({plain + ":stream.wav"}));
+}
+
+/// The error stream, for as long as it lives, leads into a pipe.
+struct ErrorPipe {
+    ErrorPipe() {
+        HANDLE from = nullptr;
+        HANDLE to = nullptr;
+        CreatePipe(&from, &to, nullptr, 4096);
+        reading = Handle(from);
+        writing = Handle(to);
+        SetStdHandle(STD_ERROR_HANDLE, to);
+    }
+    ~ErrorPipe() { SetStdHandle(STD_ERROR_HANDLE, before); }
+    ErrorPipe(const ErrorPipe&) = delete;
+    ErrorPipe& operator=(const ErrorPipe&) = delete;
+    std::string read() const {
+        std::string text(4096, '\0');
+        DWORD count = 0;
+        if (PeekNamedPipe(reading.get(), nullptr, 0, nullptr, &count, nullptr) == 0 || count == 0) return {};
+        ReadFile(reading.get(), text.data(), static_cast<DWORD>(text.size()), &count, nullptr);
+        text.resize(count);
+        return text;
+    }
+
+    HANDLE before = GetStdHandle(STD_ERROR_HANDLE);
+    Handle reading;
+    Handle writing;
+};
+
+TEST(ErrorStream, ALineSaysWhatIsToldAndNothingElse) {
+    const ErrorPipe pipe;
+    tellOnErrors("a.txt: left out");
+    EXPECT_EQ(pipe.read(), "corvane: a.txt: left out\r\n");
+    tellOnErrors("\x1B[31mred\nand on");
+    EXPECT_EQ(pipe.read(), "corvane: ?[31mred?and on\r\n");
+}
+
+/// Last: whoever does not take a line is told nothing more.
+TEST(ErrorStream, ZNobodyIsWaitedFor) {
+    const ErrorPipe pipe;
+    const std::string large(3000, 'x');
+    const auto begun = std::chrono::steady_clock::now();
+    for (int i = 0; i < 20; ++i) tellOnErrors(large);
+    EXPECT_LT(std::chrono::steady_clock::now() - begun, std::chrono::milliseconds(4000));
+    while (!pipe.read().empty()) {
+    }
+}
+
+}  // namespace
+}  // namespace corvane
