@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "toolkit/access_keys.h"
 #include "windows/text.h"
 
 namespace corvane {
@@ -140,13 +141,14 @@ bool WindowsDialogs::raiseBox() const {
 }
 
 void WindowsDialogs::fill(HMENU menu, const MenuItem& parent) {
+    const AccessKeys keys(parent);
     for (MenuItem* const item : parent.children) {
         if (!item->Visible) continue;
         if (item->isSeparator()) {
             AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
             continue;
         }
-        const std::wstring caption = toWide(item->Caption.get());
+        const std::wstring caption = toWide(keys.marked(*item, item->Caption));
         const UINT state = (item->Enabled ? MF_ENABLED : MF_GRAYED) | (item->Checked ? MF_CHECKED : MF_UNCHECKED);
         if (!item->children.empty()) {
             const HMENU sub = CreatePopupMenu();

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "forms/item_tips.h"
 #include "windows/drop.h"
 #include "windows/native/binder.h"
 #include "windows/native/native_form_window.h"
@@ -67,6 +68,7 @@ public:
             doubleClick();
             return 0;
         }
+        if (message == WM_MOUSEMOVE) tipOfRowAt({GET_X_LPARAM(second), GET_Y_LPARAM(second)});
         return Binder::message(message, first, second);
     }
     /// In a folder list Enter goes into the folder.
@@ -81,8 +83,35 @@ private:
         if (ask(LB_GETHORIZONTALEXTENT) != pixels) ask(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(pixels));
     }
 
+    /// -1: below the last one.
+    int rowAt(POINT at) const {
+        const LRESULT found = ask(LB_ITEMFROMPOINT, 0, MAKELPARAM(at.x, at.y));
+        RECT place{};
+        const bool inIt =
+            HIWORD(found) == 0 && ask(LB_GETITEMRECT, LOWORD(found), reinterpret_cast<LPARAM>(&place)) > 0;
+        return inIt && PtInRect(&place, at) != 0 ? LOWORD(found) : -1;
+    }
+    /// What a row says to the pointer: what the form has for it, else its text where that is cut.
+    std::string tipOf(int row) const {
+        if (row < 0 || row >= items_.count()) return items_.ToolTipText;
+        const auto* const tips = dynamic_cast<const ItemTips*>(&items_);
+        std::string tip = tips != nullptr && tips->tipOf ? tips->tipOf(row) : std::string();
+        if (!tip.empty()) return tip;
+        RECT client{};
+        GetClientRect(widget(), &client);
+        constexpr LONG kMargins = 8;
+        return textSize(items_.item(row)).cx + kMargins > client.right ? items_.item(row) : items_.ToolTipText.get();
+    }
+    void tipOfRowAt(POINT at) {
+        const int row = rowAt(at);
+        if (row == tipped_) return;
+        tipped_ = row;
+        window().setTip(widget(), tipOf(row));
+    }
+
     void showItems() {
         itemsStale_ = false;
+        tipped_ = kNoRow;
         const bool keepPlace = items_.kind() == ControlKind::ListBox;
         const auto top = static_cast<WPARAM>(ask(LB_GETTOPINDEX));
         const int caret = current();
@@ -142,6 +171,8 @@ private:
     ItemsControl& items_;
     bool itemsStale_ = true;
     bool selectionStale_ = true;
+    static constexpr int kNoRow = -2;
+    int tipped_ = kNoRow;  ///< the row that the tip was set for; -1: none
     bool taking_ = false;  ///< the user's choice goes to the control: what that reports is an echo
 };
 

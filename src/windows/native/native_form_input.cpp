@@ -7,6 +7,7 @@ namespace corvane {
 
 bool NativeWindow::filter(MSG& message) {
     if (!isBound()) return false;
+    if (takeHelpKey(message)) return true;
     const bool enterOrEscape =
         message.message == WM_KEYDOWN && (message.wParam == VK_RETURN || message.wParam == VK_ESCAPE);
     if (enterOrEscape) {
@@ -17,6 +18,15 @@ bool NativeWindow::filter(MSG& message) {
         if (binder != nullptr && binder->takesEnter()) return false;
     }
     return IsDialogMessageW(handle(), &message) != 0;
+}
+
+/// Of the keys, the form is told of F1 alone: the others are its controls'.
+bool NativeWindow::takeHelpKey(const MSG& message) {
+    if (message.message != WM_KEYDOWN || message.wParam != VK_F1 || !shownForm().KeyDown.isTied()) return false;
+    constexpr LPARAM kRepeated = 0x40000000;
+    if ((message.lParam & kRepeated) != 0) return false;
+    later([this, key = KeyArgs{kKeyF1, shiftState()}] { shownForm().KeyDown.raise(key); });
+    return true;
 }
 
 LRESULT NativeWindow::message(UINT message, WPARAM first, LPARAM second) {

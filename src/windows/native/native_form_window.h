@@ -14,8 +14,8 @@
 namespace corvane {
 
 /// The window of a dialog form: a control of the system for each of its controls, kept in step by a binder. Enter
-/// presses the form's Default button, Escape its Cancel button. Key events of the form itself are not raised: its
-/// controls take the keys.
+/// presses the form's Default button, Escape its Cancel button. Of the form's own key events F1 alone is raised:
+/// its controls take the others.
 class NativeWindow : public FormWindow {
 public:
     NativeWindow(Form& form, DesktopContext& context);
@@ -68,6 +68,7 @@ private:
     void sizeChanged(WPARAM kind);
     void placeChanged();
     void mouse(UINT message, LPARAM place);
+    bool takeHelpKey(const MSG& message);
     bool command(WPARAM first, LPARAM second);
     void pressCancel();
     Binder* binderOf(HWND widget) const;

@@ -62,11 +62,12 @@ private:
             case VK_UP:
                 stepTo(bar_.Value + 1);
                 break;
+            // The ends are a step beyond the numbers, from where those wrap.
             case VK_HOME:
-                stepTo(bar_.Min);
+                stepTo(bar_.Min + 1);
                 break;
             case VK_END:
-                stepTo(bar_.Max);
+                stepTo(bar_.Max - 1);
                 break;
             default:
                 break;

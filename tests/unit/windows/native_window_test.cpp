@@ -5,6 +5,7 @@
 
 #include <set>
 
+#include "forms/item_tips.h"
 #include "windows/dib.h"
 #include "windows/label_font.h"
 #include "windows/text.h"
@@ -60,6 +61,54 @@ struct DialogForm : ::testing::Test {
     NativeWindow window{form, context};
 };
 
+/// A list whose rows have tips.
+struct TippedForm : ::testing::Test {
+    TippedForm() {
+        form.SetSize(px(400), px(300));
+        list.Move(px(10), px(10));
+        list.SetSize(px(120), px(200));
+        for (const std::string& each :
+             {std::string("01.mp3"), std::string("01.mp3"), std::string(200, 'n'), std::string("brief")}) {
+            list.addItem(each);
+        }
+        list.tipOf = [](int row) -> std::string {
+            if (row > 1) return {};
+            return row == 0 ? "C:\\music\\one\\01.mp3" : "C:\\music\\two\\01.mp3";
+        };
+        window.bind();
+        form.Show();
+        loop.runUntil([] { return false; }, 50);
+    }
+    ~TippedForm() override { window.unbind(); }
+    /// What the tool tip of the list says once the pointer has come to a row.
+    std::string tipAt(int row) {
+        const HWND widget = window.widgetOf(list);
+        const auto height = static_cast<int>(SendMessageW(widget, LB_GETITEMHEIGHT, 0, 0));
+        SendMessageW(widget, WM_MOUSEMOVE, 0, MAKELPARAM(5, row * height + height / 2));
+        std::string found;
+        const auto look = [&](HWND tips) {
+            std::wstring text(1024, L'\0');
+            TOOLINFOW tool{};
+            tool.cbSize = sizeof tool;
+            tool.hwnd = window.handle();
+            tool.uId = reinterpret_cast<UINT_PTR>(widget);
+            tool.lpszText = text.data();
+            SendMessageW(tips, TTM_GETTEXTW, text.size(), reinterpret_cast<LPARAM>(&tool));
+            if (text[0] != L'\0') found = fromWide(text.c_str());
+        };
+        for (HWND tips = nullptr; (tips = FindWindowExW(nullptr, tips, TOOLTIPS_CLASSW, nullptr)) != nullptr;) {
+            if (GetWindow(tips, GW_OWNER) == window.handle()) look(tips);
+        }
+        return found;
+    }
+
+    WindowsLoop loop;
+    DesktopContext context{loop, 1.0, nullptr};
+    Form form{"frmTried", FormStyle::Dialog};
+    TippedListBox list{&form, "lstTried"};
+    NativeWindow window{form, context};
+};
+
 TEST_F(DialogForm, TheArrowsFillTheirPlaceAndStep) {
     const RECT place = placeOf(bar);
     const int middle = static_cast<int>(place.right - place.left) / 2;
@@ -78,11 +127,12 @@ TEST_F(DialogForm, KeysStepTheArrowsBetweenTheirEnds) {
     key(bar, VK_DOWN);
     key(bar, VK_LEFT);
     EXPECT_EQ(bar.Value, 1);
-    key(bar, VK_END);
-    key(bar, VK_UP);
+    for (int i = 0; i < 7; ++i) key(bar, VK_UP);
     EXPECT_EQ(bar.Value, 5);
     key(bar, VK_HOME);
-    EXPECT_EQ(bar.Value, 0);
+    EXPECT_EQ(bar.Value, 1) << "the ends are a step beyond the numbers";
+    key(bar, VK_END);
+    EXPECT_EQ(bar.Value, 4);
     EXPECT_NE(SendMessageW(of(bar), WM_GETDLGCODE, 0, 0) & DLGC_WANTARROWS, 0);
 }
 
@@ -108,6 +158,37 @@ TEST_F(DialogForm, FieldsAreAsHighAsTheirTextAsksAndLieInTheMiddleOfTheirRoom) {
         EXPECT_NEAR(static_cast<double>(place.top + place.bottom) / 2, middle, 1) << each->name();
     }
     EXPECT_LT(window.fieldHeight(), scale.y(text.Height)) << "there is room to lie in the middle of";
+}
+
+TEST_F(DialogForm, F1IsTheFormsWhereverTheKeyboardIs) {
+    std::vector<int> keys;
+    form.KeyDown.tie([&](const KeyArgs& args) { keys.push_back(args.keyCode * 10 + args.shift); });
+    SetFocus(of(text));
+    MSG help{of(text), WM_KEYDOWN, VK_F1, 1, 0, {}};
+    EXPECT_TRUE(window.filter(help));
+    EXPECT_TRUE(keys.empty()) << "done as an event of its own";
+    EXPECT_TRUE(loop.runUntil([&] { return !keys.empty(); }, 2000));
+    EXPECT_EQ(keys, std::vector<int>{kKeyF1 * 10});
+    help.lParam |= 0x40000000;  // held down
+    window.filter(help);
+    MSG letter{of(text), WM_KEYDOWN, 'A', 1, 0, {}};
+    window.filter(letter);
+    loop.runUntil([] { return false; }, 100);
+    EXPECT_EQ(keys.size(), 1U);
+}
+
+/// The row under the pointer says what the form has for it; else its text, where that is cut.
+TEST_F(TippedForm, ARowSaysItsPathToThePointer) {
+    EXPECT_EQ(tipAt(0), "C:\\music\\one\\01.mp3");
+    EXPECT_EQ(tipAt(1), "C:\\music\\two\\01.mp3") << "two of one name are told apart";
+    EXPECT_EQ(tipAt(2), std::string(200, 'n')) << "it has no path";
+    EXPECT_EQ(tipAt(3), "") << "nor has this, and it is not cut";
+    EXPECT_EQ(tipAt(1), "C:\\music\\two\\01.mp3");
+    EXPECT_EQ(tipAt(9), "") << "below the last one";
+    list.clear();
+    list.addItem("other");
+    loop.runUntil([] { return false; }, 50);
+    EXPECT_EQ(tipAt(0), "C:\\music\\one\\01.mp3") << "of the new row";
 }
 
 /// What is typed counts as it is, also where an entry says the same; nothing is chosen by leaving the field.
