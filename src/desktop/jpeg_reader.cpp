@@ -17,7 +17,6 @@ namespace corvane {
 
 namespace {
 
-constexpr int kMostScans = 100;  ///< progressive files have about ten
 constexpr std::int64_t kPiece = 65536;
 constexpr int kBytesOfPixel = 4;
 constexpr unsigned kEighths = 8;

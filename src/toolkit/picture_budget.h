@@ -19,6 +19,9 @@ inline constexpr std::int64_t kMaxPicturePixels = 40'000'000;
 inline constexpr std::int64_t kMaxJpegPixels = 200'000'000;
 inline constexpr int kMaxPictureSide = 1'000'000;                          ///< pixels
 inline constexpr std::int64_t kMaxPictureBytes = std::int64_t{256} << 20;  ///< of a file
+inline constexpr int kMostScans = 100;  ///< of a JPEG; progressive ones have about ten
+/// Of all scans of a JPEG together: some ten seconds of a decoder that cannot be given up between them.
+inline constexpr std::int64_t kMostScannedSamples = 2'000'000'000;
 /// What one picture, and all of them while the next is decoded, may hold in memory, so that the program stays below
 /// 200 MB: 4 bytes a pixel. A larger one is held reduced, and scaled when it is painted.
 inline constexpr std::int64_t kMaxHeldPixels = 18'000'000;

@@ -2,6 +2,7 @@
 #include "toolkit/picture_check.h"
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 
 #include "toolkit/byte_walk.h"
@@ -45,10 +46,11 @@ bool bmpEndsWhole(PictureBytes& file) {
     return line <= file.size() && number(header, 10, 4) + line * lines <= file.size();
 }
 
-/// From mark to mark until the one of the end. What cameras and telephones add behind it does not count, nor does a
-/// thumbnail in front, which lies inside a segment.
-bool jpegEndsWhole(PictureBytes& file) {
-    ByteWalk walk(file);
+/// From mark to mark until the one of the end; false: there is none. What cameras and telephones add behind it does not
+/// count, nor does a thumbnail in front, which lies inside a segment. visit: called with each mark and the place of its
+/// segment's content.
+template <class Visit>
+bool walkJpeg(ByteWalk& walk, const Visit& visit) {
     walk.at = 2;
     while (walk.pass('\xFF')) {
         std::int64_t mark = walk.number(1);
@@ -57,9 +59,46 @@ bool jpegEndsWhole(PictureBytes& file) {
         const bool standsAlone = mark <= 0x01 || (mark >= 0xD0 && mark <= 0xD8);  // 0: a byte of the coded data
         if (standsAlone) continue;
         const std::int64_t length = walk.number(2, true);
-        if (length >= 2) walk.at += length - 2;
+        const std::int64_t content = walk.at;
+        visit(mark);
+        walk.at = length >= 2 ? content + length - 2 : content;
     }
     return false;
+}
+
+bool jpegEndsWhole(PictureBytes& file) {
+    ByteWalk walk(file);
+    return walkJpeg(walk, [](std::int64_t) {});
+}
+
+/// A frame's segment: precision, rows, columns, and of each colour its number, its share across and down, its table.
+void learnFrame(ByteWalk& walk, JpegWork& work) {
+    constexpr std::int64_t kBlock = 8;
+    constexpr std::size_t kMostColours = 4;
+    ++walk.at;
+    const std::int64_t rows = walk.number(2, true);
+    const std::int64_t columns = walk.number(2, true);
+    const std::int64_t colours = walk.number(1);
+    std::array<std::int64_t, kMostColours> shares{};
+    std::int64_t across = 1;
+    std::int64_t down = 1;
+    for (std::int64_t i = 0; i < std::min<std::int64_t>(colours, kMostColours); ++i) {
+        ++walk.at;
+        shares[static_cast<std::size_t>(i)] = std::max<std::int64_t>(walk.number(1), 0);
+        ++walk.at;
+        across = std::max(across, shares[static_cast<std::size_t>(i)] >> 4);
+        down = std::max(down, shares[static_cast<std::size_t>(i)] & 15);
+    }
+    const auto blocks = [](std::int64_t side, std::int64_t share, std::int64_t largest) {
+        const std::int64_t samples = (std::max<std::int64_t>(side, 0) * share + largest - 1) / largest;
+        return (samples + kBlock - 1) / kBlock;
+    };
+    work.size = {static_cast<int>(std::max<std::int64_t>(columns, 0)),
+                 static_cast<int>(std::max<std::int64_t>(rows, 0))};
+    work.samples = 0;
+    for (const std::int64_t share : shares) {
+        work.samples += blocks(columns, share >> 4, across) * blocks(rows, share & 15, down) * kBlock * kBlock;
+    }
 }
 
 /// From block to block until the trailer. Behind a whole picture, which is all that is shown, anything else may come.
@@ -131,6 +170,19 @@ bool endsWhole(PictureBytes& file) {
     if (start.starts_with("\x89PNG")) return pngEndsWhole(file);
     if (start.starts_with("GIF8")) return gifEndsWhole(file);
     return true;
+}
+
+JpegWork jpegWorkOf(PictureBytes& file) {
+    constexpr std::int64_t kScan = 0xDA;
+    JpegWork work;
+    if (!file.part(0, 4).starts_with("\xFF\xD8")) return work;
+    ByteWalk walk(file);
+    walkJpeg(walk, [&](std::int64_t mark) {
+        const bool isTable = mark == 0xC4 || mark == 0xC8 || mark == 0xCC;
+        if (mark >= 0xC0 && mark <= 0xCF && !isTable) learnFrame(walk, work);
+        if (mark == kScan) ++work.scans;
+    });
+    return work;
 }
 
 int orientationOf(PictureBytes& file) {

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string>
 
+#include "toolkit/picture_budget.h"
+
 namespace corvane {
 
 /// The bytes of a picture file, read as they are needed.
@@ -21,6 +23,15 @@ public:
 /// False: a JPEG, GIF, PNG or plain BMP file ends before its picture does. Decoders would fill the rest with grey and
 /// say nothing.
 bool endsWhole(PictureBytes& file);
+
+/// What a JPEG file asks of its decoder.
+struct JpegWork {
+    PictureSize size;
+    int scans = 0;             ///< layers that the picture comes in: one, or one a colour, or some ten
+    std::int64_t samples = 0;  ///< of all colours, in whole blocks
+};
+/// By the file's marks; whatever is no JPEG has none.
+JpegWork jpegWorkOf(PictureBytes& file);
 
 /// How a JPEG file asks to be turned, 1 to 8 as cameras note it (1: it is upright). 1 also for any other file.
 int orientationOf(PictureBytes& file);

@@ -6,16 +6,19 @@
 #include <wincodec.h>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <filesystem>
 #include <fstream>
 
+#include "toolkit/byte_walk.h"
 #include "toolkit/picture_budget.h"
 #include "toolkit/picture_check.h"
 #include "toolkit/picture_file.h"
 #include "toolkit/upright_rows.h"
 #include "windows/bitmap_picture.h"
 #include "windows/media/com_pointer.h"
+#include "windows/media/source_transform.h"
 #include "windows/plain_file.h"
 #include "windows/text.h"
 
@@ -118,17 +121,49 @@ private:
     ComPointer<IWICFormatConverter> converter_;
 };
 
-/// By the system, some rows at once, so that it can be given up between them.
-PicturePixels readBySystem(PictureBytes& bytes, const DecodingBounds& bounds, const GUID& format,
-                           std::int64_t mostPixels) {
+/// A grey JPEG of one block.
+constexpr std::array<BYTE, 141> kGreyBlock{
+    0xFF, 0xD8, 0xFF, 0xDB, 0x00, 0x43, 0x00, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,
+    0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,
+    0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,
+    0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,
+    0xC0, 0x00, 0x0B, 0x08, 0x00, 0x08, 0x00, 0x08, 0x01, 0x01, 0x11, 0x00, 0xFF, 0xC4, 0x00, 0x14, 0x00, 0x01,
+    0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0xFF, 0xC4,
+    0x00, 0x14, 0x10, 0x01, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+    0x00, 0x00, 0xFF, 0xDA, 0x00, 0x08, 0x01, 0x01, 0x00, 0x00, 0x3F, 0x00, 0x3F, 0xFF, 0xD9};
+
+/// The system's decoder makes a JPEG smaller while it reads; one that cannot holds the whole of it, some from its
+/// opening on.
+bool reducesJpegs() {
+    static const bool reduces = [] {
+        std::array<BYTE, kGreyBlock.size()> bytes = kGreyBlock;
+        ComPointer<IWICImagingFactory> factory;
+        ComPointer<IWICStream> stream;
+        ComPointer<IWICBitmapDecoder> decoder;
+        ComPointer<IWICBitmapFrameDecode> frame;
+        ComPointer<SourceTransform> transform;
+        return SUCCEEDED(factory.create(CLSID_WICImagingFactory, IID_IWICImagingFactory)) &&
+               SUCCEEDED(factory->CreateStream(stream.out())) &&
+               SUCCEEDED(stream->InitializeFromMemory(bytes.data(), static_cast<DWORD>(bytes.size()))) &&
+               SUCCEEDED(factory->CreateDecoderFromStream(stream.get(), nullptr, WICDecodeMetadataCacheOnDemand,
+                                                          decoder.out())) &&
+               SUCCEEDED(decoder->GetFrame(0, frame.out())) && SUCCEEDED(transform.from(frame, SourceTransform::kId));
+    }();
+    return reduces;
+}
+
+/// By the system, some rows at once, so that it can be given up between them. told: the size that the file tells,
+/// before the system is asked to open it. work: what its decoder takes beside the picture, in pixels' worth.
+PicturePixels readBySystem(PictureBytes& bytes, const DecodingBounds& bounds, const GUID& format, PictureSize told,
+                           std::int64_t work) {
     constexpr int kRowsAtOnce = 64;
-    const ComThread com(COINIT_MULTITHREADED);
+    if (told.pixels() == 0) return PicturePixels::damaged();
+    const PictureSize held = sizeToHold(told, bounds.held, work);
+    if (held.pixels() == 0) return PicturePixels::tooLarge(told, sizeToHold(told, 0, work).pixels() > 0);
     Decoder decoder;
     PictureSize own;
-    if (!decoder.open(dynamic_cast<FileBytes&>(bytes).path(), format) || !decoder.takeFirst(own))
+    if (!decoder.open(dynamic_cast<FileBytes&>(bytes).path(), format) || !decoder.takeFirst(own) || own != told)
         return PicturePixels::damaged();
-    if (own.pixels() > mostPixels) return PicturePixels::tooLarge(own);
-    const PictureSize held = sizeToHold(own, bounds.held);
     if (bounds.givenUp() || !decoder.prepare(own, held)) return PicturePixels::damaged();
     UprightRows rows(own, held, orientationOf(bytes));
     Pixels some(static_cast<std::size_t>(held.width) * kRowsAtOnce);
@@ -148,13 +183,35 @@ PicturePixels readBySystem(PictureBytes& bytes, const DecodingBounds& bounds, co
     return whole;
 }
 
+/// Where it comes in several scans its decoder holds the coefficients of the whole, and goes through all of them for
+/// each.
 PicturePixels readJpeg(PictureBytes& bytes, const DecodingBounds& bounds) {
-    return readBySystem(bytes, bounds, GUID_ContainerFormatJpeg, kMaxJpegPixels);
+    constexpr std::int64_t kSamplesOfPixel = 2;  // each has two bytes
+    const ComThread com(COINIT_MULTITHREADED);
+    const JpegWork work = jpegWorkOf(bytes);
+    if (work.size.pixels() > kMaxJpegPixels) return PicturePixels::tooLarge(work.size);
+    if (work.scans > kMostScans || work.scans * work.samples > kMostScannedSamples) {
+        return PicturePixels::failed("The picture is damaged: it has too many layers.");
+    }
+    const std::int64_t whole = reducesJpegs() ? 0 : work.size.pixels();
+    const std::int64_t layers = work.scans > 1 ? work.samples / kSamplesOfPixel : 0;
+    return readBySystem(bytes, bounds, GUID_ContainerFormatJpeg, work.size, whole + layers);
 }
 
 /// Its decoder holds the whole.
 PicturePixels readPng(PictureBytes& bytes, const DecodingBounds& bounds) {
-    return readBySystem(bytes, bounds, GUID_ContainerFormatPng, kMaxPicturePixels);
+    constexpr std::int64_t kSides = 16;  // in the head of each
+    const ComThread com(COINIT_MULTITHREADED);
+    ByteWalk walk(bytes);
+    walk.at = kSides;
+    const auto side = [&walk] {
+        const std::int64_t told = walk.number(4, true);
+        return told > 0 && told <= kMaxPictureSide ? static_cast<int>(told) : 0;
+    };
+    PictureSize told{side(), 0};
+    told.height = side();
+    if (told.pixels() > kMaxPicturePixels) return PicturePixels::tooLarge(told);
+    return readBySystem(bytes, bounds, GUID_ContainerFormatPng, told, told.pixels());
 }
 
 }  // namespace

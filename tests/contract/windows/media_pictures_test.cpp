@@ -146,6 +146,25 @@ TEST_F(DecodedPictures, AnUnreasonablyLargePictureIsRefused) {
     EXPECT_NE(reasonOf(folder_.write("huge.bmp", huge)).find("too large"), std::string::npos);
 }
 
+/// Layers are gone through once each by a decoder that cannot be given up, and where there are several it holds the
+/// whole of a picture.
+TEST_F(DecodedPictures, AJpegOfTooManyLayersOrTooLargeOnesIsRefused) {
+    const std::string plain = bytesOf(sample("sunset.jpg"));
+    const std::size_t scan = plain.rfind("\xFF\xDA"s);
+    const std::string layer = plain.substr(scan, plain.size() - scan - 2);
+    std::string many = plain.substr(0, plain.size() - 2);
+    for (int i = 0; i < 100; ++i) many += layer;
+    EXPECT_NE(reasonOf(folder_.write("many.jpg", many + "\xFF\xD9")).find("layers"), std::string::npos);
+    std::string large = plain;
+    const std::size_t frame =
+        large.find("\xFF\xC0"s) == std::string::npos ? large.find("\xFF\xC2"s) : large.find("\xFF\xC0"s);
+    ASSERT_NE(frame, std::string::npos);
+    large.replace(frame + 5, 4, "\x2E\xE0\x2E\xE0"s);  // 12000 by 12000
+    EXPECT_NE(reasonOf(folder_.write("large.jpg", large)).find(test::onWine() ? "too large" : "."), std::string::npos);
+    large.replace(frame + 5, 4, "\x4E\x20\x4E\x20"s);  // 20000 by 20000
+    EXPECT_NE(reasonOf(folder_.write("larger.jpg", large)).find("too large"), std::string::npos);
+}
+
 TEST_F(DecodedPictures, AGifHasTheSizeOfItsScreen) {
     std::string gif = bytesOf(sample("city.gif"));
     gif.replace(6, 4, "\x54\x01\xFA\0"s);  // 340 by 250

@@ -55,6 +55,27 @@ std::string jpeg() {
            segment('\xC4', std::string(300, '\xFF')) + segment('\xDA', "second") + "more\xFF\xD7."s + "\xFF\xD9"s;
 }
 
+JpegWork work(const std::string& bytes) {
+    Bytes file(bytes);
+    return jpegWorkOf(file);
+}
+
+/// 100 rows of 50, three colours, of which the first is twice as fine both ways.
+TEST(PictureCheck, AJpegTellsItsScansAndSamples) {
+    const std::string frame = segment('\xC2', "\x08\0\x64\0\x32\x03\x01\x22\0\x02\x11\x01\x03\x11\x01"s);
+    const std::string scan = segment('\xDA', "one") + "coded\xFF\0"s;
+    EXPECT_EQ(work("\xFF\xD8" + frame + scan + "\xFF\xD9").scans, 1);
+    const JpegWork several =
+        work("\xFF\xD8" + segment('\xE1', "Exif\xFF\xDA") + frame + scan + scan + scan + "\xFF\xD9");
+    EXPECT_EQ(several.scans, 3) << "a note holds none";
+    EXPECT_EQ(several.size, (PictureSize{50, 100}));
+    EXPECT_EQ(several.samples, 64 * (7 * 13 + 4 * 7 + 4 * 7));
+    EXPECT_EQ(work("\xFF\xD8" + frame).samples, several.samples) << "cut off";
+    EXPECT_EQ(work("\xFF\xD8" + segment('\xC0', "\x08\xFF\xFF"s)).samples, 0);
+    EXPECT_EQ(work("\xFF\xD8" + segment('\xC4', std::string(20, '\x11'))).samples, 0) << "a table";
+    EXPECT_EQ(work("GIF89a").scans, 0);
+}
+
 TEST(PictureCheck, AJpegEndsWithTheMarkThatItsOtherPartsLeadTo) {
     const std::string all = jpeg();
     EXPECT_TRUE(whole(all));
