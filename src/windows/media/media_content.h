@@ -10,6 +10,7 @@ namespace corvane {
 enum class MediaContent {
     Missing,  ///< no file, or it cannot be read
     Text,     ///< a list or description that could lead elsewhere, to the network too: never handed to a player
+    Picture,  ///< which the players of sounds and movies would decode without any bound
     Midi,
     Wave,
     Other

@@ -58,6 +58,13 @@ std::optional<LRESULT> WindowsMovieControl::handle(UINT message, WPARAM first, L
 }
 
 bool WindowsMovieControl::openMovie(const std::string& path) {
+    if (hanging_ >= mostHanging) {
+        post_([this, turn = std::weak_ptr(turn_), number = *turn_] {
+            const auto now = turn.lock();
+            if (now && *now == number) failed("Too many movies before it do not answer.");
+        });
+        return true;
+    }
     auto built = [this, post = post_, turn = std::weak_ptr(turn_), number = *turn_](FilterGraph::Built result) {
         auto shared = std::make_shared<FilterGraph::Built>(std::move(result));
         post([this, turn, number, shared] {
@@ -67,11 +74,21 @@ bool WindowsMovieControl::openMovie(const std::string& path) {
     };
     SetTimer(messages_.handle(), kOpening, longestOpening, nullptr);
     // Not waited for: a drive that hangs must not hang us.
-    const auto build = [path = toWide(path), built](const Worker::GiveUp&) {
+    opening_ = std::make_shared<std::atomic<Opening>>(Opening::Wanted);
+    const auto ended = [opening = opening_] {
+        if (opening->exchange(Opening::Ended) == Opening::GivenUp) --hanging_;
+    };
+    const auto build = [path = toWide(path), built, ended](const Worker::GiveUp&) {
         const ComThread com(COINIT_MULTITHREADED);
         built(FilterGraph::build(path));
+        ended();
     };
-    if (Worker::run(build, [built] { built({nullptr, Worker::kBroken}); })) return true;
+    const auto broken = [built, ended] {
+        ended();
+        built({nullptr, Worker::kBroken});
+    };
+    if (Worker::run(build, broken)) return true;
+    opening_.reset();
     KillTimer(messages_.handle(), kOpening);
     return false;
 }
@@ -89,8 +106,18 @@ void WindowsMovieControl::adopt(FilterGraph::Built built) {
     opened();
 }
 
+/// Its worker goes on by itself, for as long as a drive or a decoder holds it.
+void WindowsMovieControl::leaveOpening() {
+    if (!opening_) return;
+    ++hanging_;
+    Opening wanted = Opening::Wanted;
+    if (!opening_->compare_exchange_strong(wanted, Opening::GivenUp)) --hanging_;
+    opening_.reset();
+}
+
 void WindowsMovieControl::closeMovie() {
     KillTimer(messages_.handle(), kOpening);
+    leaveOpening();
     ++*turn_;
     graph_.reset();
     target_.reset();

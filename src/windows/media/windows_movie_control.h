@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <optional>
 #include <string>
@@ -24,6 +25,10 @@ public:
 
     /// Milliseconds: what has not opened by then fails. A drive or a decoder may never answer.
     static inline UINT longestOpening = 10'000;
+    /// So many that were given up and hang all the same, each with its thread and decoders: no further one is begun.
+    static inline int mostHanging = 16;
+    /// Those of the whole process; any thread.
+    static int hanging() { return hanging_; }
 
 protected:
     bool openMovie(const std::string& path) override;
@@ -40,6 +45,10 @@ protected:
     void screenFillMayHaveChanged() override { fillsScreenChanged.raise(); }
 
 private:
+    /// Where one opening stands, between its worker and this thread.
+    enum class Opening { Wanted, GivenUp, Ended };
+
+    void leaveOpening();
     std::optional<LRESULT> handle(UINT message, WPARAM first, LPARAM second);
     void giveUp();
     void adopt(FilterGraph::Built built);
@@ -53,6 +62,8 @@ private:
     std::unique_ptr<FilterGraph> graph_;  ///< null while none is open
     /// Of the open, the play and the seek: news that belong to another number are late.
     std::shared_ptr<LPARAM> turn_ = std::make_shared<LPARAM>(0);
+    std::shared_ptr<std::atomic<Opening>> opening_;  ///< of the last one
+    static inline std::atomic<int> hanging_ = 0;
     std::optional<double> target_;  ///< where the last seek went, until the graph plays on from there
     bool playing_ = false;
     bool atEnd_ = false;

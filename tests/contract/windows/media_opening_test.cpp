@@ -72,6 +72,30 @@ TEST_F(OpenedMovie, WhatDoesNotOpenInTimeFailsAndComesNoMore) {
     EXPECT_EQ(rig_.reason, "") << "nor is an open movie given up";
 }
 
+/// What does not answer keeps its thread and its decoders: so many and no more.
+TEST_F(OpenedMovie, NoFurtherOneIsBegunWhereTooManyHang) {
+    const int before = WindowsMovieControl::hanging();  // of other tests, where a decoder of the system hangs
+    const std::string movie = sample("colours.avi");
+    const UINT usual = std::exchange(WindowsMovieControl::longestOpening, USER_TIMER_MINIMUM);
+    const int most = std::exchange(WindowsMovieControl::mostHanging, before + 1);
+    rig_.control->FileName(movie);
+    EXPECT_EQ(WindowsMovieControl::hanging(), before) << "it is wanted";
+    EXPECT_TRUE(rig_.until([&] { return !rig_.reason.empty(); }, 15'000));
+    EXPECT_EQ(WindowsMovieControl::hanging(), before + 1);
+    rig_.reason.clear();
+    rig_.control->FileName(movie);
+    EXPECT_EQ(rig_.reason, "") << "from inside the call";
+    EXPECT_TRUE(rig_.until([&] { return !rig_.reason.empty(); }, 500)) << "at once";
+    EXPECT_EQ(rig_.reason, "Too many movies before it do not answer.");
+    EXPECT_EQ(rig_.control->FileName(), "");
+    WindowsMovieControl::longestOpening = usual;
+    EXPECT_TRUE(rig_.until([&] { return WindowsMovieControl::hanging() <= before; }, 15'000))
+        << "it answered after all";
+    rig_.reason.clear();
+    EXPECT_TRUE(rig_.open(movie)) << rig_.reason;
+    WindowsMovieControl::mostHanging = most;
+}
+
 /// A movie is what its bytes are: lists and descriptions that lead elsewhere are not followed.
 TEST_F(OpenedMovie, ListsAreNotFollowed) {
     const std::string address = "http://127.0.0.1:9/x.avi\r\n";

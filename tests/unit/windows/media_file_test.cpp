@@ -33,6 +33,21 @@ TEST(MediaFile, ListsAndDescriptionsAreRefused) {
     EXPECT_NE(refusalOf(contentOfFile(L"C:\\there\\is\\no\\such.wav")), "");
 }
 
+/// The system's players decode a picture of any size, and go on doing so.
+TEST(MediaFile, PicturesAreNoSounds) {
+    for (const std::string& bytes :
+         {"\x89PNG\r\n\x1A\n\0\0"s, "\xFF\xD8\xFF\xE0\0\x10"s, "GIF89a\x01\0"s, "II*\0\x08\0"s, "MM\0*\0\0"s,
+          "BM\x36\0\0\0\0\0\0\0\x36\0\0\0\x28\0"s, "RIFF\x10\0\0\0WEBPVP8 "s, "\0\0\x01\0\x01\0"s}) {
+        EXPECT_EQ(contentOf(bytes), MediaContent::Picture) << bytes;
+    }
+    EXPECT_NE(refusalOf(MediaContent::Picture), "");
+    EXPECT_EQ(contentOf("\0\0\x01\xBA\x44\0"s), MediaContent::Other) << "a movie of packs";
+    EXPECT_EQ(contentOf("\0\0\0\x18"
+                        "ftypmp42"s),
+              MediaContent::Other);
+    EXPECT_EQ(contentOf("BMxx\x01\x02\x03\x04\x05\x06\x07\x08\x09\x0A\x0B\x0C"s), MediaContent::Other);
+}
+
 TEST(MediaFile, ALongPathIsGivenShort) {
     const test::ScratchFolder folder;
     const std::wstring brief = toWide(folder.write("a.wav", "x"));
