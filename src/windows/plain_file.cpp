@@ -32,6 +32,29 @@ bool isOwnShare(const std::wstring& name) {
     return !share.empty() && std::find(ownShares().begin(), ownShares().end(), share) != ownShares().end();
 }
 
+/// The system takes such a name for a device in every folder, whatever follows a dot, a colon or blanks.
+bool isDeviceName(std::wstring_view name) {
+    name = name.substr(0, name.find_first_of(L".:"));
+    while (!name.empty() && name.back() == L' ') name.remove_suffix(1);
+    std::wstring upper(name);
+    CharUpperBuffW(upper.data(), static_cast<DWORD>(upper.size()));
+    for (const std::wstring_view each : {L"CON", L"PRN", L"AUX", L"NUL", L"CONIN$", L"CONOUT$", L"CLOCK$"}) {
+        if (upper == each) return true;
+    }
+    constexpr std::wstring_view kDigits = L"0123456789\xB9\xB2\xB3";  // raised ones, too
+    return upper.size() == 4 && (upper.starts_with(L"COM") || upper.starts_with(L"LPT")) &&
+           kDigits.find(upper[3]) != std::wstring_view::npos;
+}
+
+bool holdsDeviceName(std::wstring_view path) {
+    while (true) {
+        const std::size_t end = path.find(L'\\');
+        if (isDeviceName(path.substr(0, end))) return true;
+        if (end == std::wstring_view::npos) return false;
+        path.remove_prefix(end + 1);
+    }
+}
+
 }  // namespace
 
 std::wstring shareOf(std::wstring path) {
@@ -55,7 +78,9 @@ bool isPlainName(const std::wstring& path) {
     if (name.empty() || name.starts_with(L"\\??")) return false;  // the system's own names of devices
     const bool hasDrive = name.size() > 1 && isLetter(name[0]) && name[1] == L':';
     if (isLong && !(hasDrive && name.size() > 2 && name[2] == L'\\')) return false;
-    return name.find(L':', hasDrive ? 2 : 0) == std::wstring::npos;  // a device, or a part of a file
+    const std::size_t begin = hasDrive ? 2 : 0;
+    if (name.find(L':', begin) != std::wstring::npos) return false;  // a device, or a part of a file
+    return isLong || !holdsDeviceName(std::wstring_view(name).substr(begin));
 }
 
 Handle openPlainFile(const std::wstring& path, DWORD moreFlags) {

@@ -26,6 +26,19 @@ TEST(PlainNames, DrivesAndNothingElse) {
     }
 }
 
+/// The system finds them in every folder.
+TEST(PlainNames, DevicesAreNoFilesWhateverTheirEnding) {
+    for (const wchar_t* name : {L"NUL", L"C:\\music\\nul", L"C:\\music\\NUL.wav", L"C:\\music\\con .mp3",
+                                L"C:\\music\\Aux.tar.mid", L"C:PRN.jpg", L"C:/music/COM1.avi", L"C:\\lpt9.bmp",
+                                L"C:\\COM\xB2.wav", L"C:\\aux\\a.wav", L"C:\\CONIN$", L"C:\\conout$.wav"}) {
+        EXPECT_FALSE(isPlainName(name)) << fromWide(name);
+    }
+    for (const wchar_t* name : {L"C:\\music\\null.wav", L"C:\\Con Brio.mp3", L"C:\\com.mp3", L"C:\\COM10.wav",
+                                L"C:\\a.nul", L"C:\\xCON.wav", L"C:\\LPTX.wav", L"\\\\?\\C:\\music\\con.wav"}) {
+        EXPECT_TRUE(isPlainName(name)) << fromWide(name);
+    }
+}
+
 /// A pipe that somebody keeps open and silent: reading it never returns.
 struct SilentPipe {
     SilentPipe() {
