@@ -16,6 +16,8 @@ ERROR = re.compile(rb"<error>.*?</error>", re.S)  # a process that was killed le
 
 
 class Memcheck(NoWatch):
+    confines = False  # the checker knows the calls of neither filter
+
     def __init__(self, folder_of_reports):
         """Reports are copied there, one file a process, so that they outlive the story."""
         self._kept = pathlib.Path(folder_of_reports)

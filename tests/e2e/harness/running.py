@@ -21,6 +21,7 @@ class NoWatch:
     """Memory is not watched: what is measured is what a user has."""
 
     command = ()
+    confines = True  # what the kernel is told to refuse, it refuses
 
     def environment(self, wanted, folder):
         """What is added to the variables that a story wants for the program. folder: where a watch may leave its reports."""
