@@ -24,9 +24,12 @@ struct PictureWorker::Shared {
     std::mutex mutex;  ///< guards what follows
     std::condition_variable changed;
     PictureQueue queue;
-    bool busy = false;  ///< a worker runs
+    bool busy = false;                          ///< a worker runs
+    std::shared_ptr<PictureQueue::Job> untold;  ///< taken, and its answer not told yet
 
     void work();
+    /// The worker has ended by what was thrown outside of a decoder.
+    void brokeOff();
     void answer(PictureQueue::Answer answer) const;
     std::pair<PictureQueue::Stamp, Decoded> decode(const PictureQueue::Job& job) const;
 };
@@ -38,14 +41,26 @@ void PictureWorker::Shared::work() {
         changed.wait_for(lock, kAfterPainting, [this] { return !queue.hasTime(); });
         const auto job = queue.take();
         if (!job) break;
+        untold = job;
         PictureQueue::Ready old = queue.takeReady();
         lock.unlock();
         old = {};
         auto [stamp, decoded] = decode(*job);
         lock.lock();
         if (auto told = queue.finish(*job, stamp, std::move(decoded))) answer(std::move(*told));
+        untold.reset();
     }
     busy = false;
+}
+
+void PictureWorker::Shared::brokeOff() {
+    std::optional<PictureQueue::Answer> told;
+    {
+        const std::lock_guard lock(mutex);
+        busy = false;
+        if (const auto left = std::exchange(untold, {})) told = queue.finish(*left, {}, {{}, Worker::kBroken});
+    }
+    if (told) answer(std::move(*told));
 }
 
 std::pair<PictureQueue::Stamp, PictureWorker::Decoded> PictureWorker::Shared::decode(
@@ -131,7 +146,9 @@ void PictureWorker::wake() {
         if (shared_->busy || !shared_->queue.anyWanted()) return;
         shared_->busy = true;
     }
-    if (Worker::run([shared = shared_](const Worker::GiveUp& /*atTheEnd*/) { shared->work(); })) return;
+    const bool runs = Worker::run([shared = shared_](const Worker::GiveUp& /*atTheEnd*/) { shared->work(); },
+                                  [shared = shared_] { shared->brokeOff(); });
+    if (runs) return;
     std::optional<PictureQueue::Answer> failed;
     {
         const std::lock_guard lock(shared_->mutex);

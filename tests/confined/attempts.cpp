@@ -10,6 +10,7 @@
 #include <sys/ioctl.h>
 #include <sys/mount.h>
 #include <sys/ptrace.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -24,6 +25,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <functional>
 #include <thread>
 
 namespace corvane::test {
@@ -127,6 +129,15 @@ int terminal(unsigned long request) {
     return refused;
 }
 
+/// Names another process as the one to be signalled when something comes in.
+int ownBy(const std::function<int(int socket, pid_t other)>& name) {
+    std::array<int, 2> ends{};
+    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) return EIO;
+    const int refused = refusal(name(ends[0], getppid()));
+    for (const int end : ends) close(end);
+    return refused;
+}
+
 int startThread(const Places&) {
     bool ran = false;
     std::thread([&ran] { ran = true; }).join();
@@ -161,6 +172,38 @@ std::vector<Attempt> ofCalls() {
         {"tgkill", By::Calls, [](const Places&) { return plain<SYS_tgkill>(getppid(), getppid(), 0); }},
         {"tkill", By::Calls, [](const Places&) { return plain<SYS_tkill>(getppid(), 0); }},
         {"pidfd_open", By::Calls, [](const Places&) { return plain<SYS_pidfd_open>(getppid(), 0); }},
+        {"F_SETOWN", By::Calls,
+         [](const Places&) { return ownBy([](int link, pid_t other) { return fcntl(link, F_SETOWN, other); }); }},
+        {"F_SETOWN_EX", By::Calls,
+         [](const Places&) {
+             return ownBy([](int link, pid_t other) {
+                 f_owner_ex owner{F_OWNER_PID, other};
+                 return fcntl(link, F_SETOWN_EX, &owner);
+             });
+         }},
+        {"F_SETSIG", By::Calls,
+         [](const Places&) { return ownBy([](int link, pid_t) { return fcntl(link, F_SETSIG, SIGKILL); }); }},
+        {"FIOSETOWN", By::Calls,
+         [](const Places&) { return ownBy([](int link, pid_t other) { return ioctl(link, FIOSETOWN, &other); }); }},
+        {"SIOCSPGRP", By::Calls,
+         [](const Places&) { return ownBy([](int link, pid_t other) { return ioctl(link, SIOCSPGRP, &other); }); }},
+        {"prlimit64", By::Calls,
+         [](const Places&) {
+             rlimit before{};
+             return refusal(prlimit(getppid(), RLIMIT_CORE, nullptr, &before));
+         }},
+        {"setpriority", By::Calls,
+         [](const Places&) {
+             return refusal(setpriority(PRIO_PROCESS, static_cast<id_t>(getppid()),
+                                        getpriority(PRIO_PROCESS, static_cast<id_t>(getppid()))));
+         }},
+        {"sched_setaffinity", By::Calls,
+         [](const Places&) {
+             cpu_set_t processors;
+             return sched_getaffinity(getppid(), sizeof processors, &processors) != 0
+                        ? EIO
+                        : refusal(sched_setaffinity(getppid(), sizeof processors, &processors));
+         }},
         {"chown", By::Calls, [](const Places& p) { return refusal(chown(in(p, "file").c_str(), kSomebody, kOwn)); }},
         {"lchown", By::Calls, [](const Places& p) { return refusal(lchown(in(p, "file").c_str(), kSomebody, kOwn)); }},
         {"fchown", By::Calls, [](const Places& p) { return giveAway(p, kSomebody, kOwn); }},

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "desktop/confinement/refused_calls.h"
 
+#include <fcntl.h>
 #include <sched.h>
 #include <seccomp.h>
 #include <sys/ioctl.h>
@@ -100,6 +101,23 @@ void refuseForeignSignals(Rules& rules) {
     if (!underValgrind) rules.refuse("tkill");
 }
 
+/// Ways to reach another process that are not named after it: a file that signals its owner when something comes in,
+/// limits that end a process, its place on the processors.
+void refuseForeignProcesses(Rules& rules) {
+    for (const std::uint64_t command : {F_SETOWN, F_SETOWN_EX, F_SETSIG}) {
+        for (const char* call : {"fcntl", "fcntl64"}) rules.refuse(call, {has(1, kLowHalf, command)});
+    }
+    for (const std::uint64_t request : {FIOSETOWN, SIOCSPGRP}) {
+        rules.refuse("ioctl", {has(1, kLowHalf, request)});
+    }
+    // Whoever means itself says 0.
+    for (const char* call : {"prlimit64", "sched_setaffinity", "sched_setscheduler", "sched_setparam", "sched_setattr",
+                             "migrate_pages", "move_pages"}) {
+        rules.refuse(call, {isNot(0, 0)});
+    }
+    for (const char* call : {"setpriority", "ioprio_set"}) rules.refuse(call, {isNot(1, 0)});
+}
+
 void refuseSockets(Rules& rules, bool network) {
     constexpr std::array<int, 4> kOfNetworks{AF_UNIX, AF_INET, AF_INET6, AF_NETLINK};  // the last: finding an address
     const int last = network ? *std::max_element(kOfNetworks.begin(), kOfNetworks.end()) : AF_UNIX;
@@ -126,6 +144,7 @@ RefusedCalls refuseCalls(bool network) {
     for (const char* call : kNever) rules.refuse(call);
     refuseProcesses(rules);
     refuseForeignSignals(rules);
+    refuseForeignProcesses(rules);
     refuseSockets(rules, network);
     refuseSome(rules);
     if (!rules.good()) return {0, "the rules could not be made"};

@@ -20,7 +20,13 @@ namespace {
 
 // Younger than the headers of the oldest system that this is built on.
 constexpr std::uint64_t kTruncate = 1U << 14U;
-constexpr int kRenameVersion = 2, kTruncateVersion = 3;
+constexpr std::uint64_t kScopeSignals = 1U << 1U;
+constexpr int kRenameVersion = 2, kTruncateVersion = 3, kScopeVersion = 6;
+
+/// landlock_ruleset_attr as it has been since that version.
+struct Ruleset {
+    std::uint64_t files, network, scoped;
+};
 
 constexpr std::uint64_t kOfFiles = LANDLOCK_ACCESS_FS_WRITE_FILE;
 constexpr std::uint64_t kInFolders = LANDLOCK_ACCESS_FS_WRITE_FILE | LANDLOCK_ACCESS_FS_REMOVE_DIR |
@@ -68,9 +74,10 @@ WrittenPlaces boundWriting(const std::vector<std::string>& places) {
     const int version = versionOfKernel();
     if (version < 1) return {0, {}, reason()};
     const Rights rights(version);
-    landlock_ruleset_attr all{};
-    all.handled_access_fs = rights.folders | rights.nowhere;
-    const Descriptor rules(static_cast<int>(syscall(SYS_landlock_create_ruleset, &all, sizeof all, 0U)));
+    // Signals stay among the program's own threads, whichever way they go.
+    const Ruleset all{rights.folders | rights.nowhere, 0, version >= kScopeVersion ? kScopeSignals : 0};
+    const std::size_t known = version >= kScopeVersion ? sizeof all : sizeof all.files;
+    const Descriptor rules(static_cast<int>(syscall(SYS_landlock_create_ruleset, &all, known, 0U)));
     if (!rules) return {0, {}, reason()};
     WrittenPlaces bounds{version, {}, ""};
     for (const std::string& place : places) {
