@@ -131,6 +131,12 @@ TEST_F(PointerOnAForm, AMovedWindowsReleaseIsNoClick) {
     EXPECT_EQ(seen, Texts{"form down 2000"});
 }
 
+TEST_F(PointerOnAForm, APressThatIsLetGoInItsOwnEventIsNoDoubleClick) {
+    box.MouseDown.tie([this](const MouseArgs&) { pointer.letGo(); });
+    click({180, 950}, true);
+    EXPECT_EQ(seen, Texts{});
+}
+
 /// What the other button began, such as a pan, would never end.
 TEST_F(PointerOnAForm, BehindADragTheReleaseOfAnotherButtonIsTold) {
     pointer.press(kMiddleButton, 0, {2000, 200}, false);
