@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "desktop/qt_process.h"
 
-#include <algorithm>
-#include <iterator>
-#include <sstream>
 #include <utility>
 
 #include "desktop/error_stream.h"
@@ -13,18 +10,6 @@
 
 namespace corvane {
 
-namespace {
-
-/// Whether a list takes the name; where it does not, that is told.
-bool isTaken(const std::string& name) {
-    QtFiles files;
-    const std::string why = whyLeftOut(files, name);
-    if (!why.empty()) tellOnErrors(why);
-    return why.empty() && !name.empty();
-}
-
-}  // namespace
-
 QtProcess::QtProcess(CommandLine line, std::string folder)
     : line_(std::move(line)), folder_(std::move(folder)), instance_(folder_, runtimeFolder(folder_)) {}
 
@@ -32,9 +17,10 @@ bool QtProcess::onlyInstance() {
     if (instance_.acquire()) {
         removeUnfinishedFiles(folder_);
         removeUnfinishedFiles(folder_ + "/" + kSkinFolder);
-        std::istringstream names(line_.names);
-        for (std::string name; std::getline(names, name, ' ');) isTaken(name);
-        for (const std::string& file : line_.files) isTaken(file);
+        QtFiles files;
+        std::vector<std::string> named = namesBetweenBlanks(line_.names);
+        named.insert(named.end(), line_.files.begin(), line_.files.end());
+        filesForList(files, named, tellOnErrors);
         return true;
     }
     callTheFirst();
@@ -45,8 +31,8 @@ void QtProcess::callTheFirst() {
     // The list of the player that runs is not replaced by names alone: they are for a start of their own.
     if (!line_.names.empty())
         tellOnErrors("The player runs already, and takes no names but behind --open: " + line_.names);
-    std::vector<std::string> files;
-    std::copy_if(line_.files.begin(), line_.files.end(), std::back_inserter(files), isTaken);
+    QtFiles drive;
+    std::vector<std::string> files = filesForList(drive, line_.files, tellOnErrors);
     const std::size_t fitting = Instance::fitting(files);
     if (fitting < files.size()) {
         tellOnErrors("More files than can be handed over; the last " + std::to_string(files.size() - fitting) +

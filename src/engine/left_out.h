@@ -1,14 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <functional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "platform/ports.h"
 
 namespace corvane {
 
-/// Why a play list takes a file that was named at the start no further, "NAME: left out, because …", for who started
-/// the program; empty: it takes it, or nothing was named.
-std::string whyLeftOut(Files& files, const std::string& name);
+/// Those of the files named to a start that a play list takes, in order, at most mdlDefinePublic::kMaxFiles. For each
+/// other one `tell` gets a line, "NAME: left out, because …", for who started the program. What stands behind a full
+/// list or behind ListLookUp::kMostMissing names without a file is not looked up: one line tells how many those are.
+std::vector<std::string> filesForList(Files& files, const std::vector<std::string>& named,
+                                      const std::function<void(const std::string& line)>& tell);
+
+/// The names between the blanks of a command line.
+std::vector<std::string> namesBetweenBlanks(std::string_view text);
 
 }  // namespace corvane

@@ -17,11 +17,14 @@ public:
     explicit ListLookUp(Files& files) : files_(files) {}
     /// The file's own name; empty when there is no such file, or too many names had none.
     std::optional<std::string> name(const std::string& path) {
-        if (missing_ == kMostMissing) return {};
+        if (isOver()) return {};
         std::optional<std::string> found = files_.lookUp(path);
         if (!found) ++missing_;
         return found;
     }
+
+    /// None is looked up any more.
+    bool isOver() const { return missing_ == kMostMissing; }
 
 private:
     Files& files_;

@@ -2,8 +2,6 @@
 #include "windows/windows_process.h"
 
 #include <algorithm>
-#include <iterator>
-#include <sstream>
 #include <utility>
 
 #include "engine/left_out.h"
@@ -14,18 +12,6 @@
 #include "windows/windows_files.h"
 
 namespace corvane {
-
-namespace {
-
-/// Whether a list takes the name; where it does not, that is told.
-bool isTaken(const std::string& name) {
-    WindowsFiles files;
-    const std::string why = whyLeftOut(files, name);
-    if (!why.empty()) tellOnErrors(why);
-    return why.empty() && !name.empty();
-}
-
-}  // namespace
 
 bool areDroppedOnIcon(const std::vector<std::string>& arguments) {
     WindowsFiles files;
@@ -56,9 +42,10 @@ WindowsProcess::WindowsProcess(CommandLine line, std::string folder)
 bool WindowsProcess::onlyInstance() {
     if (instance_.acquire()) {
         removeUnfinishedFiles(folder_);
-        std::istringstream names(line_.names);
-        for (std::string name; std::getline(names, name, ' ');) isTaken(name);
-        for (const std::string& file : line_.files) isTaken(file);
+        WindowsFiles files;
+        std::vector<std::string> named = namesBetweenBlanks(line_.names);
+        named.insert(named.end(), line_.files.begin(), line_.files.end());
+        filesForList(files, named, tellOnErrors);
         return true;
     }
     callTheFirst();
@@ -69,8 +56,8 @@ void WindowsProcess::callTheFirst() {
     // The list of the player that runs is not replaced by names alone: they are for a start of their own.
     if (!line_.names.empty())
         tellOnErrors("The player runs already, and takes no names but behind --open: " + line_.names);
-    std::vector<std::string> files;
-    std::copy_if(line_.files.begin(), line_.files.end(), std::back_inserter(files), isTaken);
+    WindowsFiles drive;
+    std::vector<std::string> files = filesForList(drive, line_.files, tellOnErrors);
     const std::size_t fitting = Instance::fitting(files);
     if (fitting < files.size()) {
         tellOnErrors("More files than can be handed over; the last " + std::to_string(files.size() - fitting) +

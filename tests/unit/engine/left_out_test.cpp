@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/left_out.h"
+
+#include <gtest/gtest.h>
+
+#include "engine/list_look_up.h"
+#include "engine/mdlDefinePublic.h"
+#include "fake/player_fixture.h"
+
+namespace corvane {
+namespace {
+
+using Names = std::vector<std::string>;
+
+struct LeftOut : PlayerFixture {
+    Names taken(const Names& named) {
+        return filesForList(machine.files, named, [this](const std::string& line) { told.push_back(line); });
+    }
+    Names told;
+};
+
+TEST_F(LeftOut, WhatAListTakesIsKeptInOrderAndTheRestTold) {
+    machine.files.add("/m/b.mp3");
+    machine.files.add("/m/a.wav");
+    EXPECT_EQ(taken({"/m/b.mp3", "", "/m/x.mp3", "/m/notes.txt", "/m/a.wav"}), (Names{"/m/b.mp3", "/m/a.wav"}));
+    EXPECT_EQ(told, (Names{"/m/x.mp3: left out, because there is no such file",
+                           "/m/notes.txt: left out, because it is none of the kinds that are played"}));
+}
+
+/// Each look-up may cost time of the user interface.
+TEST_F(LeftOut, BehindTooManyMissingNamesNoneIsLookedUp) {
+    machine.files.add("/m/a.wav");
+    Names named(60'000, "/m/missing.mp3");
+    named.push_back("/m/a.wav");
+    EXPECT_EQ(taken(named), Names{});
+    ASSERT_EQ(told.size(), std::size_t{ListLookUp::kMostMissing} + 1);
+    EXPECT_EQ(told.back(), "The last 58977 names: left out, because too many have no file");
+}
+
+TEST_F(LeftOut, BehindAFullListNoneIsLookedUp) {
+    machine.files.add("/m/a.wav");
+    EXPECT_EQ(taken(Names(1000, "/m/a.wav")).size(), std::size_t{mdlDefinePublic::kMaxFiles});
+    EXPECT_EQ(told, Names{"The last 744 names: left out, because the list is full"});
+}
+
+TEST(NamesOfACommandLine, StandBetweenBlanks) {
+    EXPECT_EQ(namesBetweenBlanks("  /a.mp3 /b c.wav  "), (Names{"/a.mp3", "/b", "c.wav"}));
+    EXPECT_EQ(namesBetweenBlanks(""), Names{});
+}
+
+}  // namespace
+}  // namespace corvane
