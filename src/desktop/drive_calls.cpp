@@ -42,6 +42,7 @@ constexpr int kMostLinks = 40;  ///< that the system follows in one path
 /// false from it ends the way. `link` is told each name that is a link.
 template <class Before, class Link>
 void followLinks(const std::string& path, const Before& before, const Link& link) {
+    if (path.size() >= PATH_MAX) return;  // the system takes none so long, and each step costs as much as is left
     std::string way, rest = path;
     for (int links = 0; rest.find_first_not_of('/') != std::string::npos;) {
         const std::size_t begin = rest.find_first_not_of('/');

@@ -3,6 +3,7 @@
 
 #include <QImage>
 #include <QPainter>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <ctime>
@@ -149,6 +150,17 @@ TEST(LocalClock, TellsTheTimeOfItsZoneNotThatOfGreenwich) {
         const std::time_t counted = ::timegm(&parts);
         EXPECT_GE(counted, before);
         EXPECT_LE(counted, after);
+    }
+}
+
+TEST(QtFiles, ANameOfTensOfThousandsOfFoldersIsRefusedAtOnce) {
+    QtFiles files;
+    for (const std::string part : {"/a", "/.", "/.."}) {
+        std::string path;
+        for (int i = 0; i < 40'000; ++i) path += part;
+        const auto begin = std::chrono::steady_clock::now();
+        EXPECT_FALSE(files.lookUp(path + "/b.wav"));
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(300)) << part;
     }
 }
 
