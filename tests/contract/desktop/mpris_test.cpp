@@ -12,7 +12,9 @@
 #include <QFile>
 #include <QProcess>
 #include <QXmlStreamReader>
+#include <limits>
 #include <memory>
+#include <random>
 #include <set>
 
 #include "contract/desktop/private_bus.h"
@@ -358,6 +360,101 @@ TEST_F(MprisContract, DescribesItself) {
                              "SetPosition", "OpenUri", "Seeked", "PropertiesChanged"}) {
         EXPECT_TRUE(found.contains(QLatin1String(name))) << name;
     }
+}
+
+/// Made-up arguments: what a caller should send, its limits, and anything else.
+class Messages {
+public:
+    QVariant value() {
+        constexpr double kReals[] = {0.0,
+                                     1.0,
+                                     -1.0,
+                                     1e308,
+                                     -1e308,
+                                     std::numeric_limits<double>::quiet_NaN(),
+                                     std::numeric_limits<double>::infinity()};
+        constexpr qlonglong kNumbers[] = {
+            0, 1, -1, 60'000'000, std::numeric_limits<qlonglong>::max(), std::numeric_limits<qlonglong>::min()};
+        switch (below(9)) {
+            case 0:
+                return kNumbers[below(std::size(kNumbers))];
+            case 1:
+                return kReals[below(std::size(kReals))];
+            case 2:
+                return text();
+            case 3:
+                return QVariant::fromValue(QDBusObjectPath(
+                    below(2) == 0 ? QStringLiteral("/corvane/track/%1").arg(below(4)) : QStringLiteral("/")));
+            case 4:
+                return below(2) == 0;
+            case 5:
+                return QByteArray(static_cast<qsizetype>(below(3000)), '\xFF');
+            case 6:
+                return QStringList(static_cast<qsizetype>(below(300)), text());
+            case 7:
+                return QVariantMap{{text(), text()}, {QStringLiteral("Volume"), 1}};
+            default:
+                return QVariant::fromValue(QDBusVariant(text()));
+        }
+    }
+    QString text() {
+        const QStringList texts{"",
+                                "file:///m/two.wav",
+                                "file:///m/gone.wav",
+                                "file:///%00.wav",
+                                "http://127.0.0.1:9/a.wav",
+                                "None",
+                                "Playlist",
+                                "Track",
+                                "\u202e\ufeff",
+                                QString(90'000, QChar('x'))};
+        return texts[static_cast<qsizetype>(below(static_cast<std::size_t>(texts.size())))];
+    }
+    QString property() {
+        const QStringList names{"Volume",   "Rate",    "Shuffle", "LoopStatus", "Position",
+                                "Metadata", "CanQuit", "",        "Nothing"};
+        return names[static_cast<qsizetype>(below(static_cast<std::size_t>(names.size())))];
+    }
+    QDBusMessage next() {
+        static const QStringList kMethods{"Next", "Previous", "Pause",       "PlayPause", "Stop",
+                                          "Play", "Seek",     "SetPosition", "OpenUri",   "Nothing"};
+        const auto message = [](const QString& interface, const QString& method, const QVariantList& given) {
+            QDBusMessage made = QDBusMessage::createMethodCall(kName, kPath, interface, method);
+            made.setArguments(given);
+            return made;
+        };
+        const QString interface = below(5) == 0 ? kRoot : kPlayer;
+        if (below(3) == 0)
+            return message(kProperties, QStringLiteral("Set"),
+                           {interface, property(), QVariant::fromValue(QDBusVariant(value()))});
+        if (below(4) == 0) return message(kProperties, QStringLiteral("Get"), {interface, property()});
+        QVariantList given;
+        for (std::size_t left = below(4); left > 0; --left) given.push_back(value());
+        return message(interface, kMethods[static_cast<qsizetype>(below(static_cast<std::size_t>(kMethods.size())))],
+                       given);
+    }
+
+private:
+    std::size_t below(std::size_t limit) { return random_() % limit; }
+    std::mt19937 random_{14};
+};
+
+TEST_F(MprisContract, TwoThousandMadeUpMessagesAreEachAnswered) {
+    offer();
+    Messages messages;
+    std::set<std::string> answers;
+    for (int number = 0; number < 2000; ++number) {
+        const QDBusMessage message = messages.next();
+        QDBusPendingCall pending = client.asyncCall(message);
+        ASSERT_TRUE(waitFor([&] { return pending.isFinished(); })) << message.member().toStdString() << number;
+        answers.insert(errorOf(pending.reply()));
+    }
+    EXPECT_GE(answers.size(), 5U) << "done, and refusals of all sorts";
+    EXPECT_TRUE(answers.contains(""));
+    const double volume = get(QStringLiteral("Volume")).toDouble();
+    EXPECT_TRUE(volume >= 0 && volume <= 1) << volume;
+    EXPECT_EQ(errorOf(call(QStringLiteral("OpenUri"), {QStringLiteral("file:///m/two.wav")})), "");
+    EXPECT_EQ(get(QStringLiteral("PlaybackStatus")).toString(), "Playing");
 }
 
 }  // namespace

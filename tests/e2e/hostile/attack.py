@@ -11,6 +11,8 @@ from harness.expect import SLACK, StoryFailure, check, wait
 from harness.running import is_sanitized
 from harness.signs import middle_of_screen
 
+from .others import TYPES
+
 ANSWER_SECONDS = 2.0
 GOOD_SECONDS = 12  # from the act until the good file plays
 HANDED_OVER_SECONDS = 10
@@ -54,19 +56,31 @@ class Attack:
 
     def by_list(self, files):
         """A stored list of all of them is loaded by a start and played through."""
-        kept = [each for each in files if can_be_stored(each.path)]
-        goods = [self._good(number) for number in range(len(kept))]
-        paths = [path for each, good in zip(kept, goods) for path in (each.path, good[0])]
+        return self._in_order([each for each in files if can_be_stored(each.path)], "in a list", self._load)
+
+    def by_start(self, files):
+        """All of them on the command line of a start that finds none running, which plays them."""
+        return self._in_order([each for each in files if is_taken(each.path)], "at a start", lambda paths: self._start("--open", *paths))
+
+    def _load(self, paths):
         write_list(self.player.folder / "FILE00.INI", paths)
         self._start()
+
+    def _in_order(self, files, way, begin):
+        goods = [self._good(number) for number in range(len(files))]
+        paths = [path for each, good in zip(files, goods) for path in (each.path, good[0])]
+        begin(paths)
         order = {}
         for number, path in enumerate(paths):
             order.setdefault(address_of(path), []).append(number)
-        for number, each in enumerate(kept):
-            begin = self._play if number == 0 or self.bus.state()[0] == "Stopped" else self._next
-            self._meet(f"{each.name!r} of {each.group} in a list", each.path, goods[number], number, begin, order)
+        for number, each in enumerate(files):
+            if number == 0 and way == "at a start":
+                bring = lambda: None  # noqa: E731: it plays already
+            else:
+                bring = self._play if number == 0 or self.bus.state()[0] == "Stopped" else self._next
+            self._meet(f"{each.name!r} of {each.group} {way}", each.path, goods[number], number, bring, order)
         self._end()
-        return len(kept)
+        return len(files)
 
     def by_hand_over(self, files):
         """Each on the command line of a start that finds the player running."""
@@ -244,9 +258,18 @@ class Attack:
     def _ignore_boxes(self):
         boxes = self._boxes()
         for box in boxes:
-            self.x.key(box, "Tab", "Tab", "space")
-            wait("the box goes", lambda: box not in self._boxes(), ANSWER_SECONDS)
+            wait("the box goes", lambda: self._ignored(box), ANSWER_SECONDS * 2)
         return bool(boxes)
+
+    def _ignored(self, box):
+        """Pressed again where the box did not have the keyboard yet."""
+        self.x.key(box, "Tab", "Tab", "space")
+        end = time.monotonic() + ANSWER_SECONDS * SLACK / 2
+        while box in self._boxes():
+            if time.monotonic() > end:
+                return False
+            time.sleep(PAUSE)
+        return True
 
     def _peak(self):
         status = pathlib.Path(f"/proc/{self.player.process.pid}/status").read_text()
@@ -257,6 +280,11 @@ def can_be_stored(path):
     """A list holds a line a file."""
     name = os.fsencode(path)
     return not any(mark in name for mark in b"\r\n\0") and len(name) + 20 < LIST_ENTRY_BYTES and name == name.strip()
+
+
+def is_taken(path):
+    """By a drop or a start: a file of a kind that is played; its type is what follows the first dot."""
+    return path.is_file() and path.name.partition(".")[2].lower() in TYPES
 
 
 def write_list(file, paths):

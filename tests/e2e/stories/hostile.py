@@ -43,8 +43,9 @@ def attack(stage, group):
     stage.player.settings(**HAND_SETTINGS)
     before = sorted(path.name for path in stage.player.folder.iterdir())
     with Attack(stage, good_files(stage, group), LOOKS.get(group, LOOK_SECONDS)) as hands:
-        ways = {"list": 0, "drop": hands.by_drop(files), "hand-over": hands.by_hand_over(files)}
+        ways = {"drop": hands.by_drop(files), "hand-over": hands.by_hand_over(files), "start": 0, "list": 0}
         for begin in range(0, len(files), AT_ONCE):
+            ways["start"] += hands.by_start(files[begin:begin + AT_ONCE])
             ways["list"] += hands.by_list(files[begin:begin + AT_ONCE])
     (stage.player.folder / "FILE00.INI").unlink()
     told = hands.told(f"{len(files)} {group}", ways)
