@@ -10,6 +10,7 @@ import time
 from harness.expect import check, equal, wait
 from harness.media import tone
 from harness.player import PLAY, POWER, REPEAT, REPEAT_LAMP
+from harness.signs import told
 from harness.story import story
 
 START_SECONDS = 3
@@ -49,6 +50,8 @@ def starts_plays_and_ends(stage, what, heard, **environment):
     begun = time.monotonic()
     stage.player.start(**environment)
     check(time.monotonic() - begun < START_SECONDS, f"with a bad {what} the start took {time.monotonic() - begun:.1f} s")
+    if not heard:  # the first look at the volume waits: until then the last picture of the opening may stand there
+        wait("the panel's texts", lambda: told(stage, "FileNo"))
     stage.player.press(PLAY)
     if heard:
         stage.sound.wait_for(440)
