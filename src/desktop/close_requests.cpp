@@ -15,6 +15,8 @@
 #include <cstring>
 #include <string>
 
+#include "desktop/drive_calls.h"
+
 namespace corvane {
 
 namespace {
@@ -23,6 +25,7 @@ int signalPipe = -1;  // a signal handler can reach nothing else
 
 void writeSignal(int /*signal*/) {
     const int kept = errno;
+    DriveCalls::hurried = true;
     const char byte = 0;
     if (write(signalPipe, &byte, 1) < 0) errno = kept;
     errno = kept;
@@ -63,7 +66,9 @@ void CloseRequests::watchSignals() {
     auto* const ready = new QSocketNotifier(ends[0], QSocketNotifier::Read, this);
     connect(ready, &QSocketNotifier::activated, this, [this, from = ends[0]] {
         std::array<char, 16> bytes{};
-        if (read(from, bytes.data(), bytes.size()) > 0) asked_();
+        if (read(from, bytes.data(), bytes.size()) <= 0) return;
+        DriveCalls::hurried = false;
+        asked_();
     });
     for (const int each : {SIGTERM, SIGINT, SIGHUP}) std::signal(each, writeSignal);
 }

@@ -47,6 +47,11 @@ public:
         return answered ? std::move(*answer) : std::nullopt;
     }
 
+    /// On from a signal that asks the program to end until that is heard: ends a wait that takes it as its flag, which
+    /// none does that reads or saves.
+    static inline std::atomic<bool> hurried{false};
+    static_assert(std::atomic<bool>::is_always_lock_free);
+
     /// Lets go of what may ask a drive when it goes, such as an open file; nobody waits for that.
     static void release(std::shared_ptr<void> last);
 

@@ -140,7 +140,7 @@ QtFiles::QtFiles() : QtFiles(isFile) {}
 
 std::optional<std::string> QtFiles::lookUp(const std::string& path) {
     if (!DriveCalls::all()
-             .ask<bool>(path, patienceWith(path), [path, look = isFile_] { return look(path); })
+             .ask<bool>(path, {patienceWith(path), &DriveCalls::hurried}, [path, look = isFile_] { return look(path); })
              .value_or(false))
         return {};
     return path.substr(path.rfind('/') + 1);
