@@ -29,7 +29,7 @@ using Clock = std::chrono::steady_clock;
 /// Nobody but the system's owner could make a folder of that name.
 constexpr const char* kRoot = "/corvane-cd/";
 constexpr const char* kDefaultDevice = "/dev/cdrom";
-/// A list of many tracks looks each one up: for so long a drive's tracks are taken from memory.
+/// A list of many tracks looks each one up: for so long the drives and their tracks are taken from memory.
 constexpr std::chrono::seconds kTracksKept{3};
 
 std::string environment(const char* name) {
@@ -112,11 +112,11 @@ public:
             const std::lock_guard lock(mutex_);
             if (const auto found = places_.find(folder); found != places_.end()) return found->second;
         }
-        for (const std::string& place : knownPlaces()) {
+        refreshKnown();
+        const std::lock_guard lock(mutex_);
+        for (const std::string& place : known_) {
             const std::string whole = wholePath(place);
-            if (folderName(whole) != folder) continue;
-            const std::lock_guard lock(mutex_);
-            return places_[folder] = whole;
+            if (folderName(whole) == folder) return places_[folder] = whole;
         }
         return {};
     }
@@ -135,6 +135,18 @@ public:
     }
 
 private:
+    /// Names that nothing has may come by the thousand: the system is asked once for all of them.
+    void refreshKnown() {
+        {
+            const std::lock_guard lock(mutex_);
+            if (Clock::now() < knownUntil_) return;
+        }
+        std::vector<std::string> known = knownPlaces();
+        const std::lock_guard lock(mutex_);
+        known_ = std::move(known);
+        knownUntil_ = Clock::now() + kTracksKept;
+    }
+
     struct Read {
         std::vector<int> tracks;
         Clock::time_point until;
@@ -142,6 +154,8 @@ private:
     std::mutex mutex_;  ///< guards what follows
     std::map<std::string, std::string> places_;
     std::map<std::string, Read> read_;
+    std::vector<std::string> known_;  ///< places of all drives
+    Clock::time_point knownUntil_;
 };
 
 /// The first image by name that lies in a folder.
