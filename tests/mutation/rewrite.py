@@ -8,22 +8,17 @@ nesting are right. TARGET/mutants.json lists them.
 import json
 import pathlib
 import re
-import subprocess
 import sys
 
 from clang import cindex
 from clang.cindex import CursorKind as K
 from clang.cindex import TypeKind as T
 
+from subjects import Rules
+
 HERE = pathlib.Path(__file__).resolve().parent
 PROJECT = HERE.parents[1]
 FIRST_LINE = b'#include "switch.h"\n'
-LEFT_OUT = (("src", "desktop"), ("src", "main"), ("src", "windows"), ("tests", "e2e"))
-FOLDERS = ("types", "engine", "startup", "panel", "players", "listedit", "dialogs", "toolkit")
-DESKTOP_PACKAGES = ("Qt6Widgets", "Qt6DBus", "mpv", "fluidsynth", "libcdio", "libcdio_paranoia", "libcdio_cdda", "libpulse",
-                    "libseccomp", "xcb", "libavformat", "libavcodec", "libavutil", "libswresample")
-DESKTOP_LEFT_OUT, DESKTOP_FOLDERS = (("tests", "e2e"),), ("desktop",)
-
 COMPARISONS = {"<": ("less", "<=", ">="), "<=": ("lessEqual", "<", ">"),
                ">": ("greater", ">=", "<="), ">=": ("greaterEqual", ">", "<")}
 OPERATORS = {"==": ("equal", "!="), "!=": ("notEqual", "=="), "+": ("plus", "-"), "-": ("minus", "+"), "*": ("times", "+"),
@@ -95,7 +90,7 @@ class File:
 
 
 class Rewriter:
-    def __init__(self, source, folders=FOLDERS, headers=True):
+    def __init__(self, source, folders, headers):
         self.source = source
         self.folders = folders
         self.headers = headers
@@ -289,7 +284,7 @@ class Rewriter:
         if not WRITTEN.match(text):
             return  # made by the compiler
         number = self.add(file, start, "constant", f"{text[:40]} -> another", fixed)
-        file.wrap(start, end, f"{name}::constant<const char*>({number}, " if is_string else f"{name}::constant({number}, ", ")")
+        file.wrap(start, end, f"{name}::constant<const {'wchar_t' if text.startswith('L') else 'char'}*>({number}, " if is_string else f"{name}::constant({number}, ", ")")
 
     def named(self, cursor, file, start, end, mode):
         meant = cursor.referenced
@@ -372,18 +367,16 @@ class Rewriter:
         file.wrap(start, file.bytes.index(b";", end) + 1, f"{{ if (!{mode[0]}::on({number})) ", " }")
 
 
-def rewrite(target, desktop=False):
-    """desktop: breaks that of Linux (sources alone, no headers) in a copy of everything; else the portable core."""
-    folders, left_out = (DESKTOP_FOLDERS, DESKTOP_LEFT_OUT) if desktop else (FOLDERS, LEFT_OUT)
-    copied = ("CMakeLists.txt", "cmake", "src", "tests", "PANELSET", "samples", *(("packaging", "docs") if desktop else ()))
-    copy_tree(PROJECT, target, copied, folders, left_out)
+def rewrite(target, subject):
+    """Breaks a subject's sources in a copy of everything that its tests are built from; the places."""
+    copy_tree(PROJECT, target, subject.copied, subject.folders, subject.left_out)
     source = target / "plain" / "src"  # what is read must not change meanwhile
-    copy_tree(PROJECT, target / "plain", ("src",), (), left_out)
-    rewriter = Rewriter(source, folders, headers=not desktop)
+    copy_tree(PROJECT, target / "plain", ("src",), (), subject.left_out)
+    rewriter = Rewriter(source, subject.folders, subject.headers)
     index = cindex.Index.create()
-    for folder in folders:
+    for folder in subject.folders:
         for path in sorted((source / folder).rglob("*.cpp")):
-            unit = index.parse(str(path), args=["-std=c++20", "-xc++", f"-I{source}", *(desktop_flags() if desktop else ())])
+            unit = index.parse(str(path), args=["-std=c++20", "-xc++", f"-I{source}", *subject.parser_flags()])
             errors = [str(d) for d in unit.diagnostics if d.severity >= cindex.Diagnostic.Error]
             if errors:
                 raise SystemExit(f"rewrite.py: {path.name}: {errors[0]}")
@@ -394,12 +387,6 @@ def rewrite(target, desktop=False):
     write_if_changed(target / "src" / "switch.h", (HERE / "switch.h").read_bytes())
     (target / "mutants.json").write_text(json.dumps(rewriter.mutants, indent=0))
     return rewriter.mutants
-
-
-def desktop_flags():
-    """What the desktop's libraries want for their headers."""
-    told = subprocess.run(["pkg-config", "--cflags", *DESKTOP_PACKAGES], check=True, capture_output=True, text=True).stdout
-    return told.split()
 
 
 def write_if_changed(path, data):
@@ -431,4 +418,4 @@ def is_rewritten(target, inner, folders):
 if __name__ == "__main__":
     if len(sys.argv) != 2:
         raise SystemExit(__doc__)
-    print(len(rewrite(pathlib.Path(sys.argv[1]).resolve())), "mutants")
+    print(len(rewrite(pathlib.Path(sys.argv[1]).resolve(), Rules())), "mutants")

@@ -110,6 +110,8 @@ struct Broken {
             return static_cast<T>(value + 1);
         } else if constexpr (std::is_same_v<T, std::string_view>) {
             return kOtherText;
+        } else if constexpr (std::is_same_v<T, const wchar_t*>) {
+            return L"#mutant#";
         } else {
             static_assert(std::is_same_v<T, const char*>);
             return kOtherText.data();
