@@ -174,7 +174,8 @@ class Rewriter:
         """A table is filled when the program starts, so that its entries can be broken."""
         at = file.bytes.find(b"constexpr", cursor.extent.start.offset)
         if at >= 0 and at < cursor.location.offset:
-            file.replaced[at] = (at + len("constexpr"), "const")
+            inside = cursor.semantic_parent.kind in (K.CLASS_DECL, K.STRUCT_DECL)
+            file.replaced[at] = (at + len("constexpr"), "inline const" if inside else "const")
 
     @staticmethod
     def children(cursor):
@@ -240,6 +241,8 @@ class Rewriter:
         if found is None:
             return
         left, sign, at, right = found
+        # An operator that the compiler has turned round tells its ends the other way.
+        start, end = left.extent.start.offset, right.extent.end.offset
         name, fixed = mode
         sides = (start, end, file, at, sign)
         if sign in LOGIC:
@@ -283,6 +286,8 @@ class Rewriter:
         text = file.text(start, end)
         if not WRITTEN.match(text):
             return  # made by the compiler
+        if file.bytes[end:end + 1] == b">":
+            return  # a template's argument: around comparisons there are blanks
         number = self.add(file, start, "constant", f"{text[:40]} -> another", fixed)
         file.wrap(start, end, f"{name}::constant<const {'wchar_t' if text.startswith('L') else 'char'}*>({number}, " if is_string else f"{name}::constant({number}, ", ")")
 
@@ -327,7 +332,7 @@ class Rewriter:
         if body is not None and not self.is_deletable(body, file):
             number = self.add(file, body.extent.start.offset, "branch", "body left out", mode[1])
             end = body.extent.end.offset
-            if file.bytes[end - 1:end] != b"}":
+            if body.kind != K.COMPOUND_STMT:
                 end = file.bytes.index(b";", end) + 1
             file.wrap(body.extent.start.offset, end, f"{{ if (!{mode[0]}::on({number})) ", " }")
 
