@@ -10,17 +10,17 @@
 #include <functional>
 #include <string>
 
-#include "desktop/linux_desktop.h"
 #include "dialogs/forms.h"
 #include "engine/player.h"
+#include "linux/linux_desktop.h"
 #include "listedit/forms.h"
 #include "listedit/frmFileList.h"
 #include "panel/forms.h"
 #include "panel/skin_builder.h"
 #include "players/forms.h"
 #include "startup/forms.h"
-#include "startup/play_lists.h"
-#include "startup/settings.h"
+#include "storage/play_lists.h"
+#include "storage/settings.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include "engine/mdlPublicFunction.h"
 #include "engine/return_to_panel.h"
 #include "panel/skin_builder.h"
-#include "startup/settings.h"
+#include "storage/settings.h"
 
 namespace corvane {
 

@@ -8,7 +8,7 @@
 #include "engine/return_to_panel.h"
 #include "engine/text.h"
 #include "listedit/filters.h"
-#include "startup/settings.h"
+#include "storage/settings.h"
 
 namespace corvane {
 

@@ -5,7 +5,7 @@
 #include "engine/mdlPublicFunction.h"
 #include "engine/text.h"
 #include "listedit/frmFileList.h"
-#include "startup/play_lists.h"
+#include "storage/play_lists.h"
 
 // The editor's list: reading, saving, adding, removing, and its way into the player.
 

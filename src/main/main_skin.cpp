@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "desktop/qt_files.h"
+#include "linux/files/qt_files.h"
 #include "skintool/skin_preview.h"
 #include "skintool/template_skin.h"
 

@@ -3,10 +3,10 @@
 
 #include <filesystem>
 
-#include "desktop/qt_files.h"
-#include "desktop/qt_pictures.h"
 #include "engine/dense_skin.h"
 #include "engine/text.h"
+#include "linux/files/qt_files.h"
+#include "linux/pictures/qt_pictures.h"
 #include "panel/skin_builder.h"
 
 namespace corvane {

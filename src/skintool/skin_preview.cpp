@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "skintool/skin_preview.h"
 
-#include "desktop/painted_window.h"
-#include "desktop/qt_loop.h"
-#include "desktop/qt_pictures.h"
 #include "engine/mdlPublicFunction.h"
+#include "linux/pictures/qt_pictures.h"
+#include "linux/qt_loop.h"
+#include "linux/windowing/painted_window.h"
 #include "panel/skin_builder.h"
 
 namespace corvane {

@@ -9,8 +9,8 @@
 #include "engine/text.h"
 #include "panel/skin_builder.h"
 #include "startup/forms.h"
-#include "startup/play_lists.h"
-#include "startup/settings.h"
+#include "storage/play_lists.h"
+#include "storage/settings.h"
 
 namespace corvane {
 

@@ -4,9 +4,9 @@
 #include <cstdio>
 #include <vector>
 
-#include "windows/media/mm_api.h"
+#include "windows/files/windows_files.h"
+#include "windows/media/sound/mm_api.h"
 #include "windows/text.h"
-#include "windows/windows_files.h"
 
 namespace corvane {
 

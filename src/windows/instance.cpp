@@ -7,9 +7,9 @@
 #include <cstdio>
 #include <optional>
 
-#include "toolkit/instance_call.h"
+#include "shell/instance_call.h"
+#include "windows/files/windows_files.h"
 #include "windows/text.h"
-#include "windows/windows_files.h"
 
 namespace corvane {
 

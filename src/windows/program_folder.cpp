@@ -3,11 +3,11 @@
 
 #include <filesystem>
 
-#include "toolkit/shipped_skins.h"
+#include "shell/shipped_skins.h"
 #include "windows/api.h"
+#include "windows/files/windows_files.h"
 #include "windows/handle.h"
 #include "windows/text.h"
-#include "windows/windows_files.h"
 // After windows.h:
 #include <shlobj.h>
 

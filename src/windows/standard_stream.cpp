@@ -3,7 +3,7 @@
 
 #include <chrono>
 
-#include "toolkit/printable.h"
+#include "shell/printable.h"
 #include "windows/text.h"
 #include "workers/worker.h"
 

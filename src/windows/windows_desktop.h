@@ -3,15 +3,15 @@
 
 #include <memory>
 
-#include "toolkit/command_line.h"
+#include "shell/command_line.h"
+#include "windows/files/windows_files.h"
 #include "windows/media/media.h"
 #include "windows/media/ui_post.h"
-#include "windows/windows_dialogs.h"
-#include "windows/windows_files.h"
+#include "windows/windowing/windows_dialogs.h"
+#include "windows/windowing/windows_windows.h"
 #include "windows/windows_loop.h"
 #include "windows/windows_process.h"
 #include "windows/windows_time.h"
-#include "windows/windows_windows.h"
 
 namespace corvane {
 

@@ -5,11 +5,11 @@
 #include <utility>
 
 #include "engine/left_out.h"
-#include "windows/plain_file.h"
+#include "windows/files/plain_file.h"
+#include "windows/files/windows_files.h"
 #include "windows/program_folder.h"
 #include "windows/standard_stream.h"
 #include "windows/text.h"
-#include "windows/windows_files.h"
 
 namespace corvane {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/ports.h"
-#include "toolkit/command_line.h"
+#include "shell/command_line.h"
 #include "windows/instance.h"
 
 namespace corvane {

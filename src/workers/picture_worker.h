@@ -7,8 +7,8 @@
 #include <optional>
 #include <string>
 
+#include "pictures/picture_queue.h"
 #include "platform/event_loop.h"
-#include "toolkit/picture_queue.h"
 
 namespace corvane {
 

@@ -2,8 +2,8 @@
 #include <algorithm>
 
 #include "fuzz.h"
-#include "toolkit/instance_call.h"
-#include "toolkit/printable.h"
+#include "shell/instance_call.h"
+#include "shell/printable.h"
 
 namespace corvane {
 namespace {

@@ -2,9 +2,9 @@
 #include <array>
 #include <cstring>
 
-#include "desktop/qt_pictures.h"
 #include "fuzz.h"
-#include "unit/toolkit/picture_bytes.h"
+#include "linux/pictures/qt_pictures.h"
+#include "unit/pictures/picture_bytes.h"
 
 namespace corvane {
 namespace {

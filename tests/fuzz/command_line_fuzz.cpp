@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 
-#include "desktop/command_line.h"
 #include "engine/mdlPublicFunction.h"
 #include "fake/fake_machine.h"
 #include "fuzz.h"
-#include "startup/play_lists.h"
+#include "linux/command_line.h"
+#include "storage/play_lists.h"
 
 namespace corvane {
 namespace {

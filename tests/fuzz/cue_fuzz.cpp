@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "discs/cue_sheet.h"
 #include "fuzz.h"
-#include "toolkit/cue_sheet.h"
 
 namespace corvane {
 namespace {

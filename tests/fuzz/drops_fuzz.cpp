@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QByteArray>
 
-#include "desktop/input_map.h"
 #include "engine/mdlPublicFunction.h"
 #include "fake/fake_machine.h"
 #include "fuzz.h"
+#include "linux/windowing/input_map.h"
 
 namespace corvane {
 namespace {

@@ -4,8 +4,8 @@
 #include "engine/player.h"
 #include "fake/fake_machine.h"
 #include "fuzz.h"
-#include "startup/play_lists.h"
-#include "startup/private_profile.h"
+#include "storage/play_lists.h"
+#include "storage/private_profile.h"
 
 namespace corvane {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <cmath>
 
-#include "desktop/media/midi_file.h"
 #include "fuzz.h"
+#include "linux/media/midi/midi_file.h"
 
 namespace corvane::fuzz {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "desktop/jpeg_reader.h"
-#include "desktop/png_reader.h"
 #include "fuzz.h"
-#include "toolkit/picture_file.h"
-#include "unit/toolkit/picture_bytes.h"
+#include "linux/pictures/jpeg_reader.h"
+#include "linux/pictures/png_reader.h"
+#include "pictures/picture_file.h"
+#include "unit/pictures/picture_bytes.h"
 
 /// A picture file of any kind. It is given up after so many questions whether it is wanted: what is large only costs
 /// time, and a decoder that does not ask runs into the limit of one input.

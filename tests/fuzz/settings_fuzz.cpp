@@ -6,7 +6,7 @@
 #include "engine/text.h"
 #include "fake/fake_machine.h"
 #include "fuzz.h"
-#include "startup/settings.h"
+#include "storage/settings.h"
 
 namespace corvane {
 namespace {

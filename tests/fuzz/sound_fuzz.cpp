@@ -6,8 +6,8 @@
 
 #include <vector>
 
-#include "desktop/media/file_sound.h"
 #include "fuzz.h"
+#include "linux/media/sound/file_sound.h"
 
 namespace {
 

@@ -6,13 +6,13 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "desktop/qt_files.h"
-#include "desktop/qt_pictures.h"
-#include "desktop/qt_windows.h"
 #include "engine/dense_skin.h"
 #include "fake/player_fixture.h"
 #include "golden/expected_panel.h"
-#include "unit/desktop/offscreen.h"
+#include "linux/files/qt_files.h"
+#include "linux/pictures/qt_pictures.h"
+#include "linux/windowing/qt_windows.h"
+#include "unit/linux/offscreen.h"
 
 namespace corvane {
 namespace {

@@ -35,8 +35,8 @@ class Rules:
     """The portable core, against the machine in memory."""
 
     tree = PROJECT / "build" / "mutation"
-    folders = ("types", "engine", "startup", "panel", "players", "listedit", "dialogs", "toolkit")
-    left_out = (("src", "desktop"), ("src", "main"), ("src", "windows"), ("tests", "e2e"))
+    folders = ("types", "discs", "pictures", "engine", "storage", "startup", "panel", "players", "listedit", "dialogs", "shell")
+    left_out = (("src", "linux"), ("src", "main"), ("src", "windows"), ("tests", "e2e"))
     copied = ("CMakeLists.txt", "cmake", "src", "tests", "PANELSET", "samples")
     headers = True
     shared_screen = False
@@ -108,9 +108,9 @@ class Desktop(Rules):
 class Linux(Desktop):
     """The desktop of Linux."""
 
-    tree = PROJECT / "build" / "mutation_desktop"
-    folders = ("desktop",)
-    test_names = ("test_unit_desktop", "test_contract_desktop")
+    tree = PROJECT / "build" / "mutation_linux"
+    folders = ("linux",)
+    test_names = ("test_unit_linux", "test_contract_linux")
     packages = ("Qt6Widgets", "Qt6DBus", "mpv", "fluidsynth", "libcdio", "libcdio_paranoia", "libcdio_cdda", "libpulse",
                 "libseccomp", "xcb", "libavformat", "libavcodec", "libavutil", "libswresample")
 

@@ -8,7 +8,7 @@ Prints "PASS name" and "FAIL name: where" lines; ends with 1 when one failed.
 import re
 import sys
 
-from layers import SOURCE, without_comments
+from machine import SOURCE, without_comments
 
 # Starts a program or a shell, or has another program open something.
 STARTS = re.compile(r"(?<![\w.>])(?:std::|::)?(_?w?system|_?w?popen|exec[lv]p?e?|execveat|fexecve|posix_spawnp?|v?fork|clone3?|wordexp"

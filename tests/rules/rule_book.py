@@ -29,12 +29,12 @@ NO_TEST = "none"
 LEAST_REASON = 20  # characters that say why a row has no test here
 # Where each group of tests runs. "fake": the machine in memory; "real": the desktop's own parts; "end to end": the
 # built program, driven as a person would.
-PLACES = {"walk": "fake", "contract_fake": "fake", "contract_desktop": "real", "unit_desktop": "real", "golden": "real",
+PLACES = {"walk": "fake", "contract_fake": "fake", "contract_linux": "real", "unit_linux": "real", "golden": "real",
           "e2e": "end to end", "windows:contract_windows": "Wine", "windows:unit_windows": "Wine",
           "windows:e2e": "Wine end to end"}
 WINDOWS_RUN = {group for group in PLACES if group.startswith("windows:")}  # what ./check --windows alone runs
 FOLDERS = {"walk": ["unit/walk"], "golden": ["golden"], "contract_fake": ["contract", "contract/fake"],
-           "contract_desktop": ["contract", "contract/desktop"],
+           "contract_linux": ["contract", "contract/linux"],
            "windows:contract_windows": ["contract", "contract/windows"], "windows:unit_windows": ["unit/windows"]}
 STORIES = {"e2e": "stories", "windows:e2e": "windows_stories"}
 MACRO = re.compile(r"^TEST(_F|_P)?\(\s*(\w+)\s*,\s*(\w+)\s*\)", re.M)

@@ -9,7 +9,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1]))
 
 import races  # noqa: E402
 
-OURS = "    #0 corvane::Thing::write() ../../src/desktop/thing.cpp:9 (corvane+0x10)\n    #1 main ../../src/main/main.cpp:1 (corvane+0x20)"
+OURS = "    #0 corvane::Thing::write() ../../src/linux/thing.cpp:9 (corvane+0x10)\n    #1 main ../../src/main/main.cpp:1 (corvane+0x20)"
 COPIED_BY_US = "    #0 memcpy <null> (libtsan.so.2+0x1)\n" + OURS
 STANDARD = "    #0 std::deque<int>::push_back(int) /usr/include/c++/12/bits/stl_deque.h:9 (corvane+0x30)\n" + OURS
 QT = "    #0 memmove <null> (libtsan.so.2+0x1)\n    #1 <null> <null> (libQt6Core.so.6+0x2)\n    #2 main ../../src/main/main.cpp:1 (corvane+0x20)"

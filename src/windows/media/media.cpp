@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "windows/media/media.h"
 
-#include "windows/media/windows_mci_control.h"
-#include "windows/media/windows_movie_control.h"
+#include "windows/media/movies/windows_movie_control.h"
+#include "windows/media/sound/windows_mci_control.h"
 
 namespace corvane {
 

@@ -3,7 +3,7 @@
 
 #include <array>
 
-#include "windows/plain_file.h"
+#include "windows/files/plain_file.h"
 
 namespace corvane {
 

@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "toolkit/access_keys.h"
-#include "windows/form_window.h"
+#include "shell/access_keys.h"
 #include "windows/native/binder.h"
 #include "windows/native/form_scale.h"
+#include "windows/windowing/form_window.h"
 
 namespace corvane {
 

@@ -3,7 +3,7 @@
 
 #include "contract/windows/media_rig.h"
 #include "windows/media/media_file.h"
-#include "windows/media/windows_mci_control.h"
+#include "windows/media/sound/windows_mci_control.h"
 
 namespace corvane {
 namespace {

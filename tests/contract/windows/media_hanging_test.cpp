@@ -6,7 +6,7 @@
 
 #include "contract/windows/media_rig.h"
 #include "windows/handle.h"
-#include "windows/media/windows_mci_control.h"
+#include "windows/media/sound/windows_mci_control.h"
 
 namespace corvane {
 namespace {

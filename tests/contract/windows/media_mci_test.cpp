@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contract/mci_control_contract.h"
 #include "contract/windows/media_rig.h"
-#include "windows/media/windows_mci_control.h"
+#include "windows/media/sound/windows_mci_control.h"
 
 namespace corvane {
 namespace {

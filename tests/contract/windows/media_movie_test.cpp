@@ -2,7 +2,7 @@
 #include "contract/movie_control_contract.h"
 #include "contract/rig_windows.h"
 #include "contract/windows/movie_rig.h"
-#include "windows/media/windows_movie_control.h"
+#include "windows/media/movies/windows_movie_control.h"
 
 namespace corvane {
 namespace {

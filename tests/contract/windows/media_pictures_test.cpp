@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contract/pictures_contract.h"
 #include "contract/windows/media_rig.h"
-#include "toolkit/picture_budget.h"
+#include "pictures/picture_budget.h"
 #include "windows/media/ui_post.h"
-#include "windows/media/windows_pictures.h"
+#include "windows/pictures/windows_pictures.h"
 
 namespace corvane {
 namespace {

@@ -9,7 +9,7 @@
 
 #include "contract/rig_windows.h"
 #include "contract/windows/media_rig.h"
-#include "windows/media/windows_movie_control.h"
+#include "windows/media/movies/windows_movie_control.h"
 
 namespace corvane::test {
 

@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Makes the JPEG files of the tests: 48 by 32 pixels in six flat fields of 16 by 16. Needs python3-pil.
 
-What the fields look like stands in tests/unit/desktop/picture_formats_test.cpp.
+What the fields look like stands in tests/unit/linux/picture_formats_test.cpp.
 """
 
 import pathlib

@@ -6,7 +6,7 @@
 
 #include "fake/player_fixture.h"
 #include "listedit/frmFileList.h"
-#include "startup/play_lists.h"
+#include "storage/play_lists.h"
 
 namespace corvane {
 

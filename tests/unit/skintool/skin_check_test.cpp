@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "skintool/template_skin.h"
-#include "unit/desktop/offscreen.h"
+#include "unit/linux/offscreen.h"
 
 namespace corvane {
 namespace {

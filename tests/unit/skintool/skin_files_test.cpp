@@ -3,11 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include "desktop/qt_pictures.h"
+#include "linux/pictures/qt_pictures.h"
 #include "panel/skin_records.h"
 #include "skintool/skin_preview.h"
 #include "skintool/template_skin.h"
-#include "unit/desktop/offscreen.h"
+#include "unit/linux/offscreen.h"
 
 namespace corvane {
 namespace {

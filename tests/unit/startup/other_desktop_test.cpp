@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Files that another system's desktop wrote: the same bytes mean the same everywhere. This test runs on every system
 // that the program is built for.
-#include "startup_fixture.h"
+#include "unit/startup/startup_fixture.h"
 
 namespace corvane {
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cmath>
 
-#include "startup_fixture.h"
+#include "unit/startup/startup_fixture.h"
 
 namespace corvane {
 namespace {

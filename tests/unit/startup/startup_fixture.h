@@ -13,8 +13,8 @@
 #include "players/media.h"
 #include "startup/forms.h"
 #include "startup/frmStartup.h"
-#include "startup/play_lists.h"
-#include "startup/settings.h"
+#include "storage/play_lists.h"
+#include "storage/settings.h"
 
 namespace corvane {
 

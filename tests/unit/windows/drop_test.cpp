@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "windows/painted_window.h"
 #include "windows/text.h"
+#include "windows/windowing/painted_window.h"
 // After windows.h:
 #include <shlobj.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "windows/far_drives.h"
+#include "windows/files/far_drives.h"
 
 #include <gtest/gtest.h>
 

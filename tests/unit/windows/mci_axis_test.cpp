@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "windows/media/mci_axis.h"
+#include "windows/media/sound/mci_axis.h"
 
 #include <gtest/gtest.h>
 

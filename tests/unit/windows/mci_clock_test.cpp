@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "windows/media/mci_clock.h"
+#include "windows/media/sound/mci_clock.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "windows/media_window.h"
+#include "windows/windowing/media_window.h"
 
 #include <gtest/gtest.h>
 
@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "unit/windows/other_program.h"
-#include "windows/bitmap_picture.h"
-#include "windows/dib.h"
-#include "windows/full_screen_window.h"
+#include "windows/windowing/bitmap_picture.h"
+#include "windows/windowing/dib.h"
+#include "windows/windowing/full_screen_window.h"
 
 namespace corvane {
 namespace {

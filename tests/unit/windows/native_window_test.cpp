@@ -6,9 +6,9 @@
 #include <set>
 
 #include "forms/item_tips.h"
-#include "windows/dib.h"
-#include "windows/label_font.h"
 #include "windows/text.h"
+#include "windows/windowing/dib.h"
+#include "windows/windowing/label_font.h"
 
 namespace corvane {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "windows/painted_window.h"
+#include "windows/windowing/painted_window.h"
 
 #include <gtest/gtest.h>
 #include <oleacc.h>

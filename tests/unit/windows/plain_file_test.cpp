@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "windows/plain_file.h"
+#include "windows/files/plain_file.h"
 
 #include <gtest/gtest.h>
 
 #include "unit/windows/folder_rig.h"
-#include "windows/media/filter_graph.h"
 #include "windows/media/media_file.h"
-#include "windows/media/windows_pictures.h"
+#include "windows/media/movies/filter_graph.h"
+#include "windows/pictures/windows_pictures.h"
 
 namespace corvane {
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
-#include "windows/painted_window.h"
+#include "windows/windowing/painted_window.h"
 
 namespace corvane {
 namespace {

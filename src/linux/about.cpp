@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "linux/about.h"
+
+#include <cdio/version.h>
+#include <pulse/version.h>
+#include <seccomp.h>
+#include <unistd.h>
+
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <utility>
+#include <vector>
+
+#include "linux/confinement/confinement.h"
+#include "linux/drives/drive_calls.h"
+#include "linux/instance.h"
+#include "linux/media/discs/cd_disc.h"
+#include "linux/media/midi/fluid_library.h"
+#include "linux/media/midi/synthesizer.h"
+#include "linux/media/movies/movie_library.h"
+#include "linux/media/sound/av_library.h"
+#include "linux/media/sound/pulse_link.h"
+#include "linux/program_folder.h"
+
+namespace corvane {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kServerMs = 1000;
+
+/// One line, at once: what follows may take a moment.
+void tell(const char* what, const std::string& found) {
+    std::printf("%-18s %s\n", (std::string(what) + ':').c_str(), found.c_str());
+    std::fflush(stdout);
+}
+
+std::string joined(const std::vector<std::string>& parts) {
+    std::string text;
+    for (const std::string& part : parts) text += (text.empty() ? "" : ", ") + part;
+    return text;
+}
+
+/// What a drive says of itself, or that it says nothing.
+std::string asked(const std::string& drive, std::function<std::string()> question) {
+    return DriveCalls::all()
+        .ask<std::string>(drive, DriveCalls::kPatience, std::move(question))
+        .value_or(DriveCalls::kNoAnswer);
+}
+
+std::string stateOf(const std::string& folder) {
+    std::error_code failed;
+    if (!fs::is_directory(folder, failed)) return folder + " (made at the first start)";
+    const bool written = access(folder.c_str(), W_OK) == 0;
+    return folder + (written ? "" : " (cannot be written: nothing is stored)");
+}
+
+std::string skinsIn(const fs::path& folder) {
+    std::vector<std::string> names;
+    std::error_code failed;
+    for (const auto& entry : fs::directory_iterator(folder, failed)) {
+        const fs::path other = fs::path(entry.path()).replace_extension(".BMP");
+        if (entry.path().extension() == ".CSV" && fs::exists(other, failed)) names.push_back(entry.path().stem());
+    }
+    std::sort(names.begin(), names.end());
+    return names.empty() ? "none in " + folder.string() : joined(names);
+}
+
+void tellConfinement(const Confinement& confined) {
+    tell("System calls", confined.calls.rules > 0
+                             ? "refused by " + std::to_string(confined.calls.rules) + " rules (seccomp)"
+                             : "not refused: " + confined.calls.why);
+    tell("Network", confined.calls.rules == 0 ? "not refused"
+                    : confined.network        ? "kept: DISPLAY, PULSE_SERVER or a message bus names a host"
+                                              : "refused");
+    tell("Writing", confined.writing.version > 0 ? "only in " + joined(confined.writing.places) + " (Landlock " +
+                                                       std::to_string(confined.writing.version) + ")"
+                                                 : "not bound: " + confined.writing.why);
+}
+
+std::string soundServer() {
+    // Never destroyed: a server that hangs must not be waited for.
+    auto* const link = new PulseLink("Corvane");
+    return link->ready(kServerMs) ? "answers" : "does not answer: everything plays in silence";
+}
+
+std::string drives() {
+    std::vector<std::string> found = discDevices();
+    if (const char* const named = std::getenv("CORVANE_CDROM")) {
+        found.insert(found.begin(), std::string(named) + " (CORVANE_CDROM)");
+    }
+    return found.empty() ? "none" : joined(found);
+}
+
+std::string soundsForMidi() {
+    static Synthesizer synthesizer;
+    const std::string reason = synthesizer.load();
+    return reason.empty() ? "there" : reason;
+}
+
+std::string japaneseFonts() {
+    QStringList families = QFontDatabase::families(QFontDatabase::Japanese);
+    families.removeIf([](const QString& name) { return QFontDatabase::isPrivateFamily(name); });
+    return families.isEmpty() ? "none: Japanese names show as boxes"
+                              : families.join(QStringLiteral(", ")).toStdString();
+}
+
+std::string movieVersion() {
+    if (!loadMovieLibrary()) return "libmpv is missing (no movies)";
+    const unsigned long version = movieLibrary().mpv_client_api_version();
+    return "libmpv " + std::to_string(version >> 16) + '.' + std::to_string(version & 0xFFFF);
+}
+
+std::string libraries() {
+    const scmp_version* const seccomp = seccomp_version();
+    return joined(
+        {std::string("Qt ") + qVersion(), movieVersion(),
+         loadAv() ? std::string("FFmpeg ") + av().av_version_info() : "FFmpeg is missing (no sound files)",
+         loadFluid() ? std::string("FluidSynth ") + fluid().fluid_version_str() : "FluidSynth is missing (no MIDI)",
+         std::string("libcdio ") + cdio_version_string, std::string("libpulse ") + pa_get_library_version(),
+         "libseccomp " + std::to_string(seccomp->major) + '.' + std::to_string(seccomp->minor) + '.' +
+             std::to_string(seccomp->micro)});
+}
+
+}  // namespace
+
+void tellAbout(const std::string& version) {
+    const FolderChoice choice = folderChoiceOfEnvironment();
+    const std::string folder = namedFolder(choice);
+    const std::string runtime = runtimeFolder(folder);
+    const Confinement confined = confine(folder, runtime);
+    std::printf("%s\n", version.c_str());
+    tell("Program folder", asked(folder, [folder] { return stateOf(folder); }));
+    const std::string skins = skinFolderOf(choice, folder);
+    tell("Skins", asked(skins, [skins] { return skinsIn(skins); }));
+    tellConfinement(confined);
+    tell("Sound server", soundServer());
+    tell("CD drives", asked("/dev/cdrom", drives));
+    tell("Sounds for MIDI", asked("/usr/share/sounds/sf2", soundsForMidi));
+    tell("Libraries", libraries());
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("XDG_RUNTIME_DIR", runtime.c_str());
+    int none = 0;
+    const QGuiApplication application(none, nullptr);
+    tell("Japanese fonts", japaneseFonts());
+    // Not by the usual way: what hangs in a server or a drive is not waited for.
+    std::_Exit(std::ferror(stdout) != 0 ? 1 : 0);
+}
+
+}  // namespace corvane

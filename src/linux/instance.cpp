@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "linux/instance.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/file.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <QCryptographicHash>
+#include <QElapsedTimer>
+#include <QSocketNotifier>
+#include <QTimer>
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <string_view>
+
+#include "linux/windowing/spare_descriptors.h"
+#include "shell/instance_call.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr int kMessageMs = 2000;  ///< who is silent for so long is dropped, on both sides
+constexpr int kConnectMs = 1000;  ///< a first start holds its lock a moment before it listens
+constexpr int kConnectPauseMs = 10;
+constexpr int kMostReceivers = 4;  ///< calls that are read at a time
+constexpr const char* kOwnPlace = ".corvane-run";
+
+sockaddr_un addressOf(const std::string& path) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::strncpy(address.sun_path, path.c_str(), sizeof address.sun_path - 1);
+    return address;
+}
+
+template <class Call>
+bool withAddress(const std::string& path, const Call& call) {
+    const sockaddr_un address = addressOf(path);
+    if (path.size() >= sizeof address.sun_path) return false;
+    return call(reinterpret_cast<const sockaddr*>(&address), static_cast<socklen_t>(sizeof address)) == 0;
+}
+
+/// One sender: reads until it closes, then tells its files.
+class Receiver : public QObject {
+public:
+    /// `count`: of those that read now.
+    Receiver(Descriptor from, const Instance::CallHandler& handler, int& count, QObject* parent)
+        : QObject(parent),
+          from_(std::move(from)),
+          handler_(handler),
+          count_(count),
+          ready_(from_.get(), QSocketNotifier::Read) {
+        ++count_;
+        connect(&ready_, &QSocketNotifier::activated, this, [this] { receive(); });
+        QTimer::singleShot(kMessageMs, this, &QObject::deleteLater);
+    }
+    ~Receiver() override { --count_; }
+
+private:
+    void receive() {
+        std::array<char, 4096> buffer{};
+        const ssize_t got = read(from_.get(), buffer.data(), buffer.size());
+        if (got < 0 && (errno == EINTR || errno == EAGAIN)) return;
+        if (got > 0 && reader_.take(std::string_view(buffer.data(), static_cast<std::size_t>(got)))) return;
+        ready_.setEnabled(false);
+        if (got == 0 && handler_) handler_(reader_.files());
+        deleteLater();
+    }
+
+    Descriptor from_;
+    const Instance::CallHandler& handler_;
+    int& count_;
+    QSocketNotifier ready_;
+    CallReader reader_{Instance::kMostBytes};
+};
+
+}  // namespace
+
+Instance::Instance(std::string folder, std::string runtimeFolder)
+    : folder_(std::move(folder)), runtimeFolder_(std::move(runtimeFolder)) {}
+
+Instance::~Instance() {
+    if (socket_) unlinkat(place_.handle(), fileName(".socket").c_str(), 0);
+    qDeleteAll(children());  // they count themselves out
+}
+
+std::string Instance::fileName(const char* ending) const {
+    std::error_code failed;
+    std::string real = std::filesystem::weakly_canonical(folder_, failed).string();
+    if (failed) real = folder_;
+    while (real.size() > 1 && real.back() == '/') real.pop_back();
+    const QByteArray hash = QCryptographicHash::hash(QByteArray::fromStdString(real), QCryptographicHash::Sha256);
+    return "corvane-" + hash.toHex().left(16).toStdString() + ending;
+}
+
+bool Instance::acquire() {
+    if (asked_) return only_;
+    asked_ = true;
+    place_ = PrivateFolder::open(runtimeFolder_);
+    if (!place_) return only_;
+    lock_ = Descriptor(openat(place_.handle(), fileName(".lock").c_str(),
+                              O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY, 0600));
+    if (!lock_) return only_;
+    only_ = flock(lock_.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+    if (only_) listen();
+    return only_;
+}
+
+void Instance::listen() {
+    const std::string socketName = fileName(".socket");
+    unlinkat(place_.handle(), socketName.c_str(),
+             0);  // left by a player that was killed: the lock says that it is gone
+    Descriptor listening(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+    if (!listening) return;
+    const int descriptor = listening.get();
+    const auto bindIt = [&](const sockaddr* address, socklen_t size) { return ::bind(descriptor, address, size); };
+    if (!withAddress(place_.within(socketName), bindIt)) return;
+    if (fchmodat(place_.handle(), socketName.c_str(), 0600, 0) != 0 || ::listen(descriptor, 8) != 0) return;
+    socket_ = std::move(listening);
+    auto* const ready = new QSocketNotifier(descriptor, QSocketNotifier::Read, this);
+    connect(ready, &QSocketNotifier::activated, this, [this] { accept(); });
+}
+
+void Instance::accept() {
+    const auto next = [this] {
+        return Descriptor(accept4(socket_.get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
+    };
+    Descriptor from = next();
+    if (!from && SpareDescriptors::refused()) {
+        // It must be answered, or it would be told again and again. It is turned away.
+        const SpareDescriptors::Loan loan;
+        next();
+        return;
+    }
+    if (from && receivers_ < kMostReceivers) new Receiver(std::move(from), handler_, receivers_, this);
+}
+
+/// Connects to a player that may be about to listen; no descriptor when it does not in time.
+Descriptor Instance::connectPatiently() const {
+    const PrivateFolder place = PrivateFolder::open(runtimeFolder_);
+    const timeval patience{kMessageMs / 1000, kMessageMs % 1000 * 1000L};
+    QElapsedTimer passed;
+    passed.start();
+    do {
+        Descriptor to(place ? socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0) : -1);
+        if (!to) break;
+        setsockopt(to.get(), SOL_SOCKET, SO_SNDTIMEO, &patience, sizeof patience);
+        const auto connectIt = [&](const sockaddr* address, socklen_t size) {
+            return ::connect(to.get(), address, size);
+        };
+        if (withAddress(place.within(fileName(".socket")), connectIt)) return to;
+        poll(nullptr, 0, kConnectPauseMs);
+    } while (passed.elapsed() < kConnectMs);
+    return {};
+}
+
+std::size_t Instance::fitting(const std::vector<std::string>& files) { return fittingInCall(files, kMostBytes); }
+
+bool Instance::call(const std::vector<std::string>& files) const {
+    if (fitting(files) < files.size()) return false;
+    const std::string message = callOf(files);
+    const Descriptor to = connectPatiently();
+    if (!to) return false;
+    std::size_t sent = 0;
+    while (sent < message.size()) {
+        const ssize_t done = send(to.get(), message.data() + sent, message.size() - sent, MSG_NOSIGNAL);
+        if (done < 0 && errno == EINTR) continue;
+        if (done <= 0) return false;
+        sent += static_cast<std::size_t>(done);
+    }
+    return true;
+}
+
+std::string runtimeFolder(const std::string& programFolder) {
+    if (const char* given = std::getenv("XDG_RUNTIME_DIR"); given != nullptr && PrivateFolder::open(given))
+        return given;
+    for (const std::string& own : {"/tmp/corvane-" + std::to_string(geteuid()), programFolder + '/' + kOwnPlace}) {
+        if (PrivateFolder::make(own)) return own;
+    }
+    return {};
+}
+
+}  // namespace corvane

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <memory>
+
+#include "linux/close_requests.h"
+#include "linux/command_line.h"
+#include "linux/files/qt_files.h"
+#include "linux/media/media.h"
+#include "linux/media/ui_post.h"
+#include "linux/pictures/qt_pictures.h"
+#include "linux/qt_loop.h"
+#include "linux/qt_process.h"
+#include "linux/qt_time.h"
+#include "linux/windowing/qt_dialogs.h"
+#include "linux/windowing/qt_windows.h"
+
+namespace corvane {
+
+/// All ports of the Linux desktop. Made after the QApplication; outlives the player.
+class LinuxDesktop {
+public:
+    /// folder: the program folder.
+    LinuxDesktop(CommandLine line, std::string folder);
+    LinuxDesktop(const LinuxDesktop&) = delete;
+    LinuxDesktop& operator=(const LinuxDesktop&) = delete;
+    ~LinuxDesktop();
+
+    Ports& ports() { return ports_; }
+    /// Waits until the sound server has the volume that was set last. The sound devices are gone then.
+    void endSoundDevices() { sound_.reset(); }
+
+private:
+    void askToClose();
+    void stop();
+
+    QtLoop loop_;
+    DesktopContext context_;
+    UiPost post_;
+    QtPictures pictures_;
+    QtFiles files_;
+    QtWindows windows_;
+    QtTimers timers_;
+    QtClock clock_;
+    QtDialogs dialogs_;
+    QtProcess process_;
+    QtRandom random_;
+    std::unique_ptr<Media> media_;
+    std::unique_ptr<SoundDevices> sound_;
+    CloseRequests closing_;
+    Ports ports_;
+};
+
+}  // namespace corvane

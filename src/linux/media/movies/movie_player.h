@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QObject>
+#include <QSize>
+#include <QTimer>
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "linux/media/movies/movie_frames.h"
+#include "linux/media/movies/movie_handle.h"
+#include "linux/media/movies/movie_source.h"
+#include "linux/media/ui_post.h"
+#include "workers/worker.h"
+
+struct mpv_handle;
+struct mpv_event;
+struct mpv_event_property;
+
+namespace corvane {
+
+/// One player of the media library: opens a local movie and holds it, plays, seeks, and has its frames drawn. Used on
+/// the user-interface thread; no call waits for the library, and what happens is told from the event loop, never from
+/// inside a call. After an open() or close() nothing is told of the file before.
+class MoviePlayer {
+public:
+    struct Listener {
+        std::function<void()> opened;  ///< the file can be played; duration() and picture() are known
+        std::function<void(const std::string& reason)> failed;
+        std::function<void()> ended;  ///< played to its end; stands there, paused
+        std::function<void()> frameReady;
+    };
+
+    /// Null when the library cannot make one; `reason` says why, in words.
+    static std::unique_ptr<MoviePlayer> make(std::string& reason);
+    MoviePlayer(const MoviePlayer&) = delete;
+    MoviePlayer& operator=(const MoviePlayer&) = delete;
+    ~MoviePlayer();
+
+    void listen(Listener listener) { listener_ = std::move(listener); }
+
+    void open(const std::string& path);
+    void close();
+    void play();  ///< at the end: ends again
+    void pause();
+    /// Exact; only when opened. A seek that is asked for while one is under way waits; a newer one takes its place.
+    void seek(double seconds);
+    void setRate(double rate);  ///< of what plays as well, at once
+    /// Asks whether the end was reached, in case the library's own word came too early to be believed.
+    void checkEnd();
+
+    double position() const;  ///< seconds; a seek's target at once
+    double duration() const { return duration_; }
+    QSize picture() const { return picture_; }  ///< empty without one
+    MovieFrames& frames() { return *library_->frames; }
+
+    /// The movie plays in silence because no sound server answered, or the one there was has gone.
+    /// It did not come to an end with a file for longer than kOpenPatience: it is not to be used again.
+    bool stuck() const { return stuck_; }
+    static constexpr std::chrono::seconds kOpenPatience{20};
+
+    bool soundLost() const { return !silent_ && soundOutput_ == "null"; }
+    void findSoundAgain();
+
+private:
+    /// Seeks are told from what follows them: the library answers the command first, then plays again.
+    enum class Seek { None, Sent, Answered };
+
+    /// What the library's own threads use. In this order it is made, and it goes the other way.
+    struct Library {
+        MovieSource source;
+        MovieHandle handle;
+        std::unique_ptr<MovieFrames> frames;
+    };
+
+    MoviePlayer() = default;
+    bool start(std::string& reason);
+    MovieSource& source() { return library_->source; }
+    void wake();
+    void pump();
+    void handle(const mpv_event& event);
+    /// The library is at the file that was opened last.
+    bool current() const { return entry_ >= 0 && started_ == entry_; }
+    void handleEnd(std::int64_t entry, bool failed, int error);
+    void handleReply(const mpv_event& event);
+    void handleProperty(const mpv_event_property& property);
+    void handleRestart();
+    void handleFact(const mpv_event& event);
+    void learnFacts();
+    void completeOpening();
+    void countLength();
+    void tellOpened();
+    void tellFailed(const std::string& reason);
+    void tellEnded();
+    void sendSeek();
+    void setFlag(const char* name, bool on);
+    void setNumber(const char* name, double value);
+    void command(std::uint64_t tag, std::initializer_list<const char*> words);
+
+    QTimer patience_;   ///< with an opening
+    QObject receiver_;  ///< what is told later, from this thread
+    UiPost post_;       ///< what comes from the library's threads and ours
+    std::atomic<bool> woken_{false};
+    std::shared_ptr<Library> library_ = std::make_shared<Library>();
+    Listener listener_;
+    Worker counter_;
+
+    std::uint32_t number_ = 0;  ///< of the open; replies to an earlier one are dropped
+    std::uint32_t turn_ = 0;    ///< of the last change of place or state; an end belongs to one
+    std::string path_;
+    std::int64_t entry_ = -1;    ///< the library's own number of the file; -1 not known yet
+    std::int64_t started_ = -1;  ///< the one that it has come to
+    bool opening_ = false;
+    bool playing_ = false;
+    bool ended_ = false;
+    Seek seek_ = Seek::None;
+    std::optional<double> waiting_;  ///< the seek to be sent next
+    std::optional<double> target_;   ///< where the last seek went, until the library plays on from there
+    double time_ = 0;
+    double duration_ = 0;
+    double rate_ = 1;
+    QSize picture_{0, 0};
+    bool sounds_ = false;
+    bool stuck_ = false;
+    bool counted_ = false;  ///< the duration is exact
+    std::string format_;
+    bool silent_ = false;      ///< asked to make no sound
+    std::string soundOutput_;  ///< the library's name of what it plays through; "" none
+};
+
+}  // namespace corvane

@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <QAbstractSlider>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QSignalBlocker>
+#include <QStyleOptionButton>
+#include <QStyleOptionFocusRect>
+
+#include "linux/native/binder.h"
+#include "linux/native/native_form_window.h"
+
+namespace corvane {
+
+namespace {
+
+/// Two arrow buttons side by side that step a number; held, they step on. Arrow keys and the wheel step it too.
+class Stepper : public QAbstractSlider {
+public:
+    explicit Stepper(QWidget* parent) : QAbstractSlider(parent) {
+        setOrientation(Qt::Horizontal);
+        setPageStep(1);
+        setFocusPolicy(Qt::StrongFocus);
+        setAttribute(Qt::WA_Hover);
+    }
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override {
+        if (event->button() != Qt::LeftButton) return;
+        pressed_ = partAt(event->position().toPoint());
+        const SliderAction action = pressed_ == Part::Less ? SliderSingleStepSub : SliderSingleStepAdd;
+        constexpr int kFirstMs = 400, kNextMs = 120;
+        update();
+        triggerAction(action);
+        setRepeatAction(action, kFirstMs, kNextMs);
+    }
+    void keyPressEvent(QKeyEvent* event) override {
+        // The ends are a step beyond the numbers, from where those wrap.
+        if (event->key() == Qt::Key_Home) {
+            setValue(minimum() + 1);
+        } else if (event->key() == Qt::Key_End) {
+            setValue(maximum() - 1);
+        } else {
+            QAbstractSlider::keyPressEvent(event);
+        }
+    }
+    void mouseReleaseEvent(QMouseEvent* /*event*/) override {
+        setRepeatAction(SliderNoAction);
+        pressed_ = Part::None;
+        update();
+    }
+    void paintEvent(QPaintEvent* /*event*/) override {
+        QPainter painter(this);
+        const Part under = underMouse() ? partAt(mapFromGlobal(QCursor::pos())) : Part::None;
+        drawPart(painter, Part::Less, under);
+        drawPart(painter, Part::More, under);
+        if (!hasFocus()) return;
+        QStyleOptionFocusRect focus;
+        focus.initFrom(this);
+        focus.rect = rect().adjusted(2, 2, -2, -2);
+        focus.state |= QStyle::State_KeyboardFocusChange;
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, &painter, this);
+    }
+    void sliderChange(SliderChange change) override {
+        QAbstractSlider::sliderChange(change);
+        update();
+    }
+
+private:
+    enum class Part { None, Less, More };
+
+    QRect partRect(Part part) const {
+        const int half = width() / 2;
+        return part == Part::Less ? QRect(0, 0, half, height()) : QRect(half, 0, width() - half, height());
+    }
+    Part partAt(QPoint point) const { return point.x() < width() / 2 ? Part::Less : Part::More; }
+
+    void drawPart(QPainter& painter, Part part, Part under) const {
+        QStyleOptionButton button;
+        button.initFrom(this);
+        button.rect = partRect(part);
+        button.state &= ~(QStyle::State_HasFocus | QStyle::State_MouseOver);
+        button.state |= pressed_ == part ? QStyle::State_Sunken : QStyle::State_Raised;
+        if (under == part) button.state |= QStyle::State_MouseOver;
+        style()->drawControl(QStyle::CE_PushButtonBevel, &button, &painter, this);
+
+        QStyleOption arrow;
+        arrow.initFrom(this);
+        const int side = std::min(button.rect.width(), button.rect.height()) / 2;
+        arrow.rect = QRect(0, 0, side, side);
+        arrow.rect.moveCenter(button.rect.center());
+        style()->drawPrimitive(part == Part::Less ? QStyle::PE_IndicatorArrowLeft : QStyle::PE_IndicatorArrowRight,
+                               &arrow, &painter, this);
+    }
+
+    Part pressed_ = Part::None;
+};
+
+class StepperBinder : public Binder {
+public:
+    StepperBinder(NativeWindow& window, ScrollBar& bar, QWidget& parent)
+        : Binder(window, bar, new Stepper(&parent)), bar_(bar) {
+        QObject::connect(&slider(), &QAbstractSlider::valueChanged, &slider(),
+                         [this](int value) { this->window().run([this, value] { bar_.Value = value; }); });
+    }
+    void changed(PropertyId property) override {
+        const QSignalBlocker quiet(slider());
+        if (property == PropertyId::Min || property == PropertyId::Max) slider().setRange(bar_.Min, bar_.Max);
+        if (property == PropertyId::Value) slider().setValue(bar_.Value);
+        Binder::changed(property);
+    }
+    void takeAll() override {
+        changed(PropertyId::Min);
+        changed(PropertyId::Value);
+        Binder::takeAll();
+    }
+
+private:
+    QAbstractSlider& slider() const { return static_cast<QAbstractSlider&>(widget()); }
+    ScrollBar& bar_;
+};
+
+}  // namespace
+
+std::unique_ptr<Binder> makeStepperBinder(NativeWindow& window, ScrollBar& bar, QWidget& parent) {
+    return std::make_unique<StepperBinder>(window, bar, parent);
+}
+
+}  // namespace corvane

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/player.h"
+#include "storage/private_profile.h"
+
+namespace corvane {
+
+/// The section of the settings file that holds every key.
+inline constexpr const char* kSettingsSection = "KADO";
+
+/// A settings key of one command key, in the order in which commands are compared.
+struct KeySetting {
+    const char* key;
+    std::int16_t mdlDefinePublic::PlayerState::*code;  ///< a character code; 0 never matches
+    char byDefault;
+};
+const std::vector<KeySetting>& keySettings();
+
+/// The text of a key of the settings file gIniFile; empty when it is missing.
+std::string ReadSettingText(Player& player, std::string_view key);
+/// Sets a key of the settings file. A failure is not reported.
+void WriteSetting(Player& player, const std::string& key, const std::string& text);
+/// Sets several keys with one replacement of the settings file. False: nothing was written.
+bool writeSettings(Player& player, const std::vector<ProfileKey>& keys);
+/// "ON" or "OFF".
+std::string switchText(bool on);
+
+/// Reads the skin's file names, which are needed before all other settings.
+void readSkinNames(Player& player);
+/// Reads every other setting. What is missing or makes no sense keeps its default.
+void readSettings(Player& player);
+
+/// The code of the text's first character: its code point in UTF-8, or the byte where the text is not UTF-8. Empty for
+/// an empty text and for a character whose code needs more than 15 bits.
+std::optional<std::int16_t> characterCode(std::string_view text);
+/// The character of a code as UTF-8; empty for 0 and below.
+std::string characterText(std::int16_t code);
+
+}  // namespace corvane

@@ -1,0 +1,247 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <array>
+#include <ostream>
+
+#include "contract/linux/movie_rig.h"
+
+namespace corvane {
+namespace {
+
+using test::MovieRig;
+using Changes = std::vector<std::pair<int, int>>;
+
+struct SampleMovie {
+    const char* name;
+    std::array<QRgb, 5> colours;  ///< of each second
+};
+
+std::ostream& operator<<(std::ostream& out, const SampleMovie& movie) { return out << movie.name; }
+
+constexpr SampleMovie kAvi{"colours.avi", {0xB83A3A, 0x3A8F4A, 0x3A55B8, 0xB8A23A, 0x7A3A9E}};
+constexpr SampleMovie kMpg{"bars.mpg", {0x2E7D8C, 0xC8742A, 0x4E8C2E, 0x8C2E5E, 0x3C4A78}};
+constexpr SampleMovie kMov{"clip.mov", {0x8C6A2E, 0x2E5E8C, 0x8C2E2E, 0x2E8C6A, 0x5E2E8C}};
+constexpr SampleMovie kM1v{"silent.m1v", {0x586874, 0xA85A3C, 0x3C8C84, 0x746C2E, 0x2E3C74}};
+
+class EachMovie : public testing::TestWithParam<SampleMovie> {
+protected:
+    MovieRig rig_;
+};
+
+INSTANTIATE_TEST_SUITE_P(Samples, EachMovie, testing::Values(kAvi, kMpg, kMov, kM1v));
+
+TEST_P(EachMovie, OpensWithItsSizeItsLengthAndItsFirstPicture) {
+    ASSERT_TRUE(rig_.open(MovieRig::sample(GetParam().name))) << rig_.reason;
+    EXPECT_EQ(rig_.control->ImageSourceWidth(), 320);
+    EXPECT_EQ(rig_.control->ImageSourceHeight(), 240);
+    EXPECT_NEAR(rig_.control->Duration(), 5.0, 0.07);
+    EXPECT_EQ(rig_.control->CurrentPosition(), 0.0);
+    EXPECT_TRUE(MovieRig::until([&] { return rig_.shows(GetParam().colours[0]); }));
+    EXPECT_EQ(rig_.control->State(), kMovieStopped);
+    EXPECT_TRUE(rig_.changes.empty());
+}
+
+TEST_P(EachMovie, AnExactSeekShowsThePictureOfItsSecond) {
+    ASSERT_TRUE(rig_.open(MovieRig::sample(GetParam().name))) << rig_.reason;
+    rig_.control->Run();
+    rig_.control->Pause();
+    // Near the edges of the seconds, so that a seek that lands early or late shows the wrong one.
+    for (const double target : {4.08, 1.08, 2.90, 3.08, 0.02, 1.90}) {
+        rig_.control->CurrentPosition(target);
+        EXPECT_EQ(rig_.control->CurrentPosition(), target);
+        const QRgb colour = GetParam().colours[static_cast<std::size_t>(target)];
+        EXPECT_TRUE(MovieRig::until([&] { return rig_.shows(colour); })) << target;
+        EXPECT_EQ(rig_.control->CurrentPosition(), target);
+    }
+}
+
+TEST_P(EachMovie, PlaysToItsEndAndStandsThere) {
+    ASSERT_TRUE(rig_.open(MovieRig::sample(GetParam().name))) << rig_.reason;
+    rig_.control->CurrentPosition(4.3);
+    rig_.control->Run();
+    EXPECT_EQ(rig_.control->State(), kMovieRunning);
+    QElapsedTimer clock;
+    clock.start();
+    ASSERT_TRUE(MovieRig::until([&] { return rig_.control->State() == kMovieStopped; }));
+    EXPECT_GT(clock.elapsed(), 500);
+    EXPECT_LT(clock.elapsed(), 1500);
+    ASSERT_TRUE(MovieRig::until([&] { return rig_.changes.size() == 2; }));
+    EXPECT_EQ(rig_.changes, (Changes{{kMovieStopped, kMovieRunning}, {kMovieRunning, kMovieStopped}}));
+    EXPECT_EQ(rig_.control->CurrentPosition(), rig_.control->Duration());
+    EXPECT_GE(rig_.progress, 1);
+    EXPECT_LE(rig_.progress, 5);
+    EXPECT_TRUE(rig_.shows(GetParam().colours[4]));
+}
+
+TEST(Movie, PauseHoldsThePictureAndThePosition) {
+    MovieRig rig;
+    ASSERT_TRUE(rig.open(MovieRig::sample(kAvi.name))) << rig.reason;
+    rig.control->Run();
+    ASSERT_TRUE(MovieRig::until([&] { return rig.control->CurrentPosition() > 0.3; }));
+    rig.control->Pause();
+    EXPECT_EQ(rig.control->State(), kMoviePaused);
+    // A frame or two may be on their way; then nothing moves any more.
+    double held = -1;
+    ASSERT_TRUE(MovieRig::until([&] {
+        const int frames = rig.progress;
+        const double before = std::exchange(held, rig.control->CurrentPosition());
+        MovieRig::until([] { return false; }, 100);
+        return held == before && frames == rig.progress;
+    }));
+    EXPECT_LT(held, 0.9);
+    rig.control->Run();
+    EXPECT_TRUE(MovieRig::until([&] { return rig.control->CurrentPosition() > held + 0.2; }));
+    EXPECT_EQ(rig.changes,
+              (Changes{{kMovieStopped, kMovieRunning}, {kMovieRunning, kMoviePaused}, {kMoviePaused, kMovieRunning}}));
+}
+
+TEST(Movie, OfManySeeksTheLastOneStands) {
+    MovieRig rig;
+    ASSERT_TRUE(rig.open(MovieRig::sample(kMpg.name))) << rig.reason;
+    rig.control->Run();
+    rig.control->Pause();
+    QElapsedTimer clock;
+    clock.start();
+    for (int i = 0; i < 200; ++i) rig.control->CurrentPosition(i % 5 + 0.5);
+    rig.control->CurrentPosition(2.5);
+    EXPECT_EQ(rig.control->CurrentPosition(), 2.5);
+    EXPECT_TRUE(MovieRig::until([&] { return rig.shows(kMpg.colours[2]); }));
+    // Queued ones would take their time one after another.
+    EXPECT_LT(clock.elapsed(), 1500);
+    MovieRig::until([&] { return !rig.shows(kMpg.colours[2]); }, 300);
+    EXPECT_TRUE(rig.shows(kMpg.colours[2]));
+}
+
+TEST(Movie, ASeekWhileRunningGoesOnFromThere) {
+    MovieRig rig;
+    ASSERT_TRUE(rig.open(MovieRig::sample(kMov.name))) << rig.reason;
+    rig.control->Run();
+    ASSERT_TRUE(MovieRig::until([&] { return rig.control->CurrentPosition() > 0.2; }));
+    rig.control->CurrentPosition(3.2);
+    EXPECT_EQ(rig.control->CurrentPosition(), 3.2);
+    double lowest = 3.2;
+    ASSERT_TRUE(MovieRig::until([&] {
+        lowest = std::min(lowest, rig.control->CurrentPosition());
+        return rig.control->CurrentPosition() > 3.6;
+    }));
+    EXPECT_GE(lowest, 3.1);
+    EXPECT_TRUE(rig.shows(kMov.colours[3]));
+    EXPECT_EQ(rig.control->State(), kMovieRunning);
+}
+
+TEST(Movie, APositionIsHeldInsideTheMovie) {
+    MovieRig rig;
+    ASSERT_TRUE(rig.open(MovieRig::sample(kAvi.name))) << rig.reason;
+    rig.control->CurrentPosition(-3);
+    EXPECT_EQ(rig.control->CurrentPosition(), 0.0);
+    rig.control->CurrentPosition(300);
+    EXPECT_EQ(rig.control->CurrentPosition(), rig.control->Duration());
+    rig.control->Run();
+    EXPECT_TRUE(MovieRig::until([&] { return rig.changes.size() == 2; }));
+    EXPECT_EQ(rig.changes.back(), std::make_pair(kMovieRunning, kMovieStopped));
+}
+
+TEST(Movie, DoubleSpeedTakesHalfTheTime) {
+    MovieRig rig;
+    rig.control->Rate(2.0);
+    ASSERT_TRUE(rig.open(MovieRig::sample(kAvi.name))) << rig.reason;
+    rig.control->Run();
+    ASSERT_TRUE(MovieRig::until([&] { return rig.control->CurrentPosition() > 1; }));
+    QElapsedTimer clock;
+    clock.start();
+    ASSERT_TRUE(MovieRig::until([&] { return rig.control->CurrentPosition() > 4; }));
+    EXPECT_NEAR(static_cast<double>(clock.elapsed()), 1500, 250);
+}
+
+TEST(Movie, AFileWithoutAPicturePlaysAllTheSame) {
+    MovieRig rig;
+    ASSERT_TRUE(rig.open(MovieRig::sample("bells.mp2"))) << rig.reason;
+    EXPECT_EQ(rig.control->ImageSourceWidth(), 0);
+    EXPECT_EQ(rig.control->ImageSourceHeight(), 0);
+    EXPECT_EQ(rig.control->Width, 320 * kTwipsPerPixel);
+    EXPECT_EQ(rig.control->Height, 240 * kTwipsPerPixel + 30);
+    EXPECT_NEAR(rig.control->Duration(), 4.0, 0.05);
+    rig.control->Run();
+    EXPECT_TRUE(MovieRig::until([&] { return rig.control->CurrentPosition() > 0.5; }));
+}
+
+TEST(Movie, TheSizesAreThoseOfTheMovieAndOfTheScreen) {
+    MovieRig rig;  // the screen is 15000 by 12000 twips
+    const std::array<std::pair<Twips, Twips>, 5> sizes{
+        {{4800, 3630}, {9600, 7230}, {3750, 3000}, {7500, 6000}, {15000 * 0.707F, 12000 * 0.707F}}};
+    for (int size = 0; size < 5; ++size) {
+        rig.control->MovieWindowSize(size);
+        ASSERT_TRUE(rig.open(MovieRig::sample(kAvi.name))) << rig.reason;
+        EXPECT_FLOAT_EQ(rig.control->Width, sizes[static_cast<std::size_t>(size)].first) << size;
+        EXPECT_FLOAT_EQ(rig.control->Height, sizes[static_cast<std::size_t>(size)].second) << size;
+    }
+}
+
+TEST(Movie, ThePictureIsFittedWholeAndKeepsItsShape) {
+    MovieRig rig;
+    ASSERT_TRUE(rig.open(MovieRig::sample(kAvi.name))) << rig.reason;
+    ASSERT_TRUE(MovieRig::until([&] { return rig.shows(kAvi.colours[0]); }));
+    for (const QSize area : {QSize(640, 240), QSize(160, 500), QSize(33, 25)}) {
+        rig.surface->setTarget(area);
+        const QImage seen = rig.painted(area);
+        QRect lit;
+        for (int y = 0; y < area.height(); ++y) {
+            for (int x = 0; x < area.width(); ++x) {
+                if (qGray(seen.pixel(x, y)) > 24) lit |= QRect(x, y, 1, 1);
+            }
+        }
+        const double scale = std::min(area.width() / 320.0, area.height() / 240.0);
+        EXPECT_NEAR(lit.width(), 320 * scale, 2) << area.width();
+        EXPECT_NEAR(lit.height(), 240 * scale, 2) << area.width();
+        EXPECT_NEAR(lit.center().x(), area.width() / 2.0, 2) << area.width();
+        EXPECT_NEAR(lit.center().y(), area.height() / 2.0, 2) << area.width();
+    }
+}
+
+TEST(Movie, ThePictureFillsItsPlaceToThePixel) {
+    MovieRig rig;
+    ASSERT_TRUE(rig.open(MovieRig::sample(kAvi.name))) << rig.reason;
+    ASSERT_TRUE(MovieRig::until([&] { return rig.shows(kAvi.colours[0]); }));
+    // Places whose fitted size is no whole number of pixels, with it beside what is left black.
+    const std::array<std::pair<QSize, QRect>, 4> places{{{{905, 673}, {4, 0, 897, 673}},
+                                                         {{318, 240}, {0, 1, 318, 239}},
+                                                         {{320, 238}, {1, 0, 317, 238}},
+                                                         {{101, 77}, {0, 1, 101, 76}}}};
+    for (const auto& [area, expected] : places) {
+        rig.surface->setTarget(area);
+        const QImage seen = rig.painted(area);
+        const auto isLit = [&seen](int x, int y) { return qGray(seen.pixel(x, y)) > 24; };
+        int rows = 0;
+        int columns = 0;
+        for (int y = 0; y < area.height(); ++y) rows += isLit(area.width() / 2, y) ? 1 : 0;
+        for (int x = 0; x < area.width(); ++x) columns += isLit(x, area.height() / 2) ? 1 : 0;
+        EXPECT_EQ(QSize(columns, rows), expected.size()) << area.width();
+        EXPECT_TRUE(isLit(expected.left(), expected.top())) << area.width();
+        EXPECT_TRUE(isLit(expected.right(), expected.bottom())) << area.width();
+    }
+}
+
+TEST(Movie, FillsTheScreenWhileRunningOrPaused) {
+    MovieRig rig;
+    rig.control->FullScreenMode(true);
+    int told = 0;
+    rig.surface->fillsScreenChanged.tie([&] { ++told; });
+    ASSERT_TRUE(rig.open(MovieRig::sample(kAvi.name))) << rig.reason;
+    EXPECT_FALSE(rig.surface->fillsScreen());
+    told = 0;
+    rig.control->Run();
+    EXPECT_TRUE(rig.surface->fillsScreen());
+    EXPECT_EQ(told, 1);
+    rig.control->Pause();
+    EXPECT_TRUE(rig.surface->fillsScreen());
+    rig.control->Stop();
+    EXPECT_FALSE(rig.surface->fillsScreen());
+    EXPECT_EQ(told, 3);
+    rig.control->Run();
+    rig.control->FullScreenMode(false);
+    EXPECT_FALSE(rig.surface->fillsScreen());
+}
+
+}  // namespace
+}  // namespace corvane

@@ -1,0 +1,262 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <algorithm>
+#include <atomic>
+#include <csignal>
+#include <memory>
+#include <string>
+
+#include "contract/linux/mci_rig.h"
+#include "contract/sound_devices_contract.h"
+#include "linux/media/sound/desktop_mci_control.h"
+#include "linux/media/sound/sound_devices.h"
+
+namespace corvane {
+namespace {
+
+bool haveServer() { return !QStandardPaths::findExecutable("pulseaudio").isEmpty(); }
+
+/// A sound server of our own, whose only output is heard by nobody.
+class Server {
+public:
+    Server() {
+        test::soundApplication();
+        qputenv("PULSE_SERVER", ("unix:" + socket()).toUtf8());
+    }
+    Server(const Server&) = delete;
+    Server& operator=(const Server&) = delete;
+    ~Server() { kill(); }
+
+    void start() {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("XDG_RUNTIME_DIR", folder_.path());
+        environment.remove("PULSE_SERVER");
+        // Not on any bus, nor on one found through the display: another server may hold the name there.
+        environment.insert("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+        process_.setProcessEnvironment(environment);
+        process_.setStandardErrorFile(QProcess::nullDevice());
+        process_.start("pulseaudio", {"-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "-L",
+                                      "module-native-protocol-unix auth-anonymous=1 socket=" + socket(), "-L",
+                                      "module-null-sink sink_name=nul"});
+        ASSERT_TRUE(test::soundWaits([this] { return pactl({"info"}).contains("nul"); }, 10'000));
+    }
+    void hang(bool on) const { ::kill(static_cast<pid_t>(process_.processId()), on ? SIGSTOP : SIGCONT); }
+    void kill() {
+        process_.kill();
+        process_.waitForFinished(5000);
+    }
+    QString pactl(const QStringList& arguments) const {
+        QProcess tool;
+        tool.setStandardErrorFile(QProcess::nullDevice());
+        tool.start("pactl", arguments);
+        tool.waitForFinished(5000);
+        return QString::fromUtf8(tool.readAllStandardOutput());
+    }
+    int streams() const { return static_cast<int>(pactl({"list", "short", "sink-inputs"}).count('\n')); }
+
+private:
+    QString socket() const { return folder_.filePath("socket"); }
+
+    QTemporaryDir folder_;
+    QProcess process_;
+};
+
+class ServedSoundStage : public SoundStage {
+public:
+    ServedSoundStage(bool reached) : reached_(reached && haveServer()) {
+        if (reached_) server_.start();
+        sound_ = std::make_unique<PulseSoundDevices>(&loop_);
+    }
+    EventLoop& loop() override { return loop_; }
+    bool waitFor(const std::function<bool()>& condition, int atMostMs) override {
+        return test::soundWaits(condition, atMostMs);
+    }
+    SoundDevices& sound() override { return *sound_; }
+    bool reached() override { return reached_; }
+    bool setByAnother(std::uint32_t volume) override {
+        server_.pactl({"set-sink-volume", "@DEFAULT_SINK@", share(volume & 0xFFFFU), share(volume >> 16U)});
+        return true;
+    }
+    bool useOutput(const std::string& name) override {
+        const QString wanted = QString::fromStdString(name);
+        if (!server_.pactl({"list", "short", "sinks"}).contains(wanted))
+            server_.pactl({"load-module", "module-null-sink", "sink_name=" + wanted});
+        server_.pactl({"set-default-sink", wanted});
+        return true;
+    }
+
+private:
+    /// A channel of a volume word as the server counts it, where 65536 is full.
+    static QString share(std::uint32_t half) { return QString::number((half * 65536ULL + 32767) / 65535); }
+
+    Server server_;
+    test::SoundLoop loop_;
+    bool reached_;
+    std::unique_ptr<SoundDevices> sound_;
+};
+
+INSTANTIATE_TEST_SUITE_P(Desktop, SoundDevicesContract,
+                         testing::Values(
+                             +[]() -> std::unique_ptr<SoundStage> { return std::make_unique<ServedSoundStage>(true); },
+                             +[]() -> std::unique_ptr<SoundStage> {
+                                 return std::make_unique<ServedSoundStage>(false);
+                             }));
+
+class SoundServerTest : public testing::Test {
+protected:
+    void SetUp() override {
+        if (!haveServer()) GTEST_SKIP() << "no sound server to start";
+    }
+    Server server;
+};
+
+TEST_F(SoundServerTest, WhatWasReadIsRestoredExactly) {
+    server.start();
+    server.pactl({"set-sink-volume", "nul", "12345", "80000"});
+    {
+        PulseSoundDevices sound;
+        const std::optional<std::uint32_t> before = sound.waveOutGetVolume();
+        ASSERT_TRUE(before);
+        sound.waveOutSetVolume(0x88888888);
+        ASSERT_TRUE(test::soundWaits([&] { return server.pactl({"get-sink-volume", "nul"}).contains("34953"); }, 3000));
+        sound.waveOutSetVolume(*before);
+    }
+    const QString after = server.pactl({"get-sink-volume", "nul"});
+    EXPECT_TRUE(after.contains("12345") && after.contains("80000")) << after.toStdString();
+}
+
+TEST_F(SoundServerTest, SeesWhatOtherProgramsSet) {
+    server.start();
+    PulseSoundDevices sound;
+    ASSERT_TRUE(sound.waveOutGetVolume());
+    server.pactl({"set-sink-volume", "nul", "65536", "32768"});
+    EXPECT_TRUE(test::soundWaits([&] { return sound.waveOutGetVolume() == 0x8000FFFFU; }, 3000));
+}
+
+TEST_F(SoundServerTest, AVolumeIsFoundAgainWhenTheServerReturns) {
+    server.start();
+    PulseSoundDevices sound;
+    ASSERT_TRUE(sound.waveOutGetVolume());
+    server.kill();
+    EXPECT_TRUE(test::soundWaits([&] { return !sound.waveOutGetVolume(); }, 3000));
+    server.start();
+    EXPECT_TRUE(test::soundWaits([&] { return sound.waveOutGetVolume().has_value(); }, 5000));
+}
+
+TEST_F(SoundServerTest, PlaysOnInSilenceAndIsHeardAgain) {
+    server.start();
+    test::SoundLoop loop;
+    SoundStation station(loop, false);
+    {
+        DesktopMciControl control(station);
+        int done = 0;
+        control.Done.tie([&](int /*code*/) { ++done; });
+        control.FileName(test::soundSample("scale.wav"));
+        control.Command("Open");
+        control.Command("Play");
+        ASSERT_TRUE(test::soundWaits([&] { return server.streams() == 1; }, 3000));
+        server.kill();
+        const int lost = control.Position();
+        EXPECT_TRUE(test::soundWaits([&] { return control.Position() > lost + 500; }, 3000));
+        server.start();
+        EXPECT_TRUE(test::soundWaits([&] { return server.streams() == 1; }, 5000));
+        EXPECT_EQ(done, 0);
+        EXPECT_TRUE(test::soundWaits([&] { return done == 1; }, 10'000));
+        EXPECT_EQ(control.Position(), 4000);
+    }
+    station.post.stop();
+}
+
+TEST_F(SoundServerTest, AServerThatHangsHoldsNothingUpAndIsHeardWhenItGoesOn) {
+    server.start();
+    test::SoundLoop loop;
+    SoundStation station(loop, false);
+    {
+        DesktopMciControl control(station);
+        int done = 0;
+        control.Done.tie([&](int /*code*/) { ++done; });
+        control.FileName(test::soundSample("scale.wav"));
+        control.Command("Open");
+        control.Command("Play");
+        ASSERT_TRUE(test::soundWaits([&] { return control.Position() > 100; }, 5000));
+        server.hang(true);
+        QElapsedTimer clock;
+        clock.start();
+        const int hung = control.Position();
+        EXPECT_TRUE(test::soundWaits([&] { return control.Position() > hung + 1000; }, 10'000)) << "the clock goes on";
+        control.Command("Pause");
+        control.Command("Play");
+        EXPECT_LT(clock.elapsed(), 12'000);
+        server.hang(false);
+        EXPECT_TRUE(test::soundWaits([&] { return done == 1; }, 15'000));
+    }
+    {
+        server.hang(true);
+        QElapsedTimer clock;
+        clock.start();
+        DesktopMciControl control(station);
+        control.FileName(test::soundSample("scale.wav"));
+        control.Command("Open");
+        control.Command("Play");
+        PulseSoundDevices sound(&loop);
+        EXPECT_EQ(sound.waveOutGetVolume(), std::nullopt);
+        EXPECT_LT(clock.elapsed(), 2'000) << "nobody waits for it";
+        EXPECT_TRUE(test::soundWaits([&] { return control.Position() > 500; }, 10'000)) << "it plays by the clock";
+    }
+    station.post.stop();
+    server.hang(false);
+}
+
+TEST_F(SoundServerTest, AStreamIsGivenBackWhenNothingPlays) {
+    server.start();
+    test::SoundLoop loop;
+    SoundStation station(loop, false);
+    station.output.warmUp();
+    EXPECT_TRUE(test::soundWaits([&] { return server.streams() == 1; }, 3000));
+    EXPECT_TRUE(test::soundWaits([&] { return server.streams() == 0; }, 15'000));
+    station.post.stop();
+}
+
+/// A short sound, one of silence.
+class ShortSound final : public SoundBackend {
+public:
+    explicit ShortSound(PcmFormat format) : format_(format) {}
+    PcmFormat format() const override { return format_; }
+    std::int64_t frames() const override { return format_.rate * 3 / 10; }
+    std::size_t read(float* samples, std::size_t count) override {
+        const auto frames = std::min(count, static_cast<std::size_t>(this->frames() - at_));
+        std::fill_n(samples, frames * static_cast<std::size_t>(format_.channels), 0.0F);
+        at_ += static_cast<std::int64_t>(frames);
+        return frames;
+    }
+    void seek(std::int64_t frame) override { at_ = frame; }
+
+private:
+    PcmFormat format_;
+    std::int64_t at_ = 0;
+};
+
+/// The end of each is told while its last tenth of a second is still to be heard; the next one's stream begins behind
+/// it.
+TEST_F(SoundServerTest, SoundsOfOtherFormatsFollowEachOtherToTheLast) {
+    server.start();
+    SoundOutput output(false);
+    output.warmUp();
+    for (const PcmFormat format : {PcmFormat{44100, 2}, PcmFormat{48000, 2}, PcmFormat{22050, 1}, PcmFormat{44100, 1},
+                                   PcmFormat{8000, 1}, PcmFormat{44100, 2}}) {
+        std::atomic<bool> ended{false};
+        const std::uint64_t part = output.play({std::make_shared<ShortSound>(format), 0, SoundOutput::kToEnd, 0.1,
+                                                [&ended](std::int64_t) { ended = true; }});
+        EXPECT_TRUE(test::soundWaits([&] { return ended.load(); }, 10'000)) << format.rate;
+        EXPECT_GT(output.position(part), 0) << format.rate;
+    }
+}
+
+}  // namespace
+}  // namespace corvane

@@ -1,0 +1,288 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <QEventLoop>
+#include <QTimer>
+
+#include "linux/instance.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <ctime>
+#include <thread>
+
+#include "linux/windowing/spare_descriptors.h"
+#include "unit/linux/offscreen.h"
+
+namespace corvane {
+namespace {
+
+namespace fs = std::filesystem;
+using Texts = std::vector<std::string>;
+
+struct Instances : ::testing::Test {
+    Instances() { test::offscreenApplication(); }
+    test::TemporaryFolder runtime;
+    Texts got;
+    void listenTo(Instance& instance) {
+        instance.onCall([this](const Texts& files) { got = files; });
+    }
+};
+
+TEST_F(Instances, OneAFolder) {
+    Instance first("/some/folder", runtime.path());
+    EXPECT_TRUE(first.acquire());
+    EXPECT_TRUE(first.acquire());
+    EXPECT_FALSE(Instance("/some/folder", runtime.path()).acquire());
+    EXPECT_FALSE(Instance("/some/./folder/", runtime.path()).acquire());
+    EXPECT_TRUE(Instance("/other/folder", runtime.path()).acquire());
+}
+
+TEST_F(Instances, TheNextMayStartWhenTheFirstHasGone) {
+    { EXPECT_TRUE(Instance("/some/folder", runtime.path()).acquire()); }
+    EXPECT_TRUE(Instance("/some/folder", runtime.path()).acquire());
+}
+
+TEST_F(Instances, ALaterOneHandsItsFilesOver) {
+    Instance first("/some/folder", runtime.path());
+    listenTo(first);
+    ASSERT_TRUE(first.acquire());
+    Instance second("/some/folder", runtime.path());
+    ASSERT_FALSE(second.acquire());
+    ASSERT_TRUE(second.call({"/a b.mp3", "/\xE9.wav"}));
+    EXPECT_TRUE(test::waitUntil([this] { return !got.empty(); }));
+    EXPECT_EQ(got, (Texts{"/a b.mp3", "/\xE9.wav"}));
+}
+
+TEST_F(Instances, ManyFilesAreHandedOverWhole) {
+    Instance first("/some/folder", runtime.path());
+    listenTo(first);
+    ASSERT_TRUE(first.acquire());
+    const Texts many(2000, "/a/folder/with/a/rather/long/name/song.mp3");
+    ASSERT_TRUE(Instance("/some/folder", runtime.path()).call(many));
+    EXPECT_TRUE(test::waitUntil([this] { return !got.empty(); }));
+    EXPECT_EQ(got, many);
+}
+
+TEST_F(Instances, OneThatHasOnlyJustBegunTakesFilesAsWell) {
+    std::atomic<bool> done = false;
+    bool taken = false;
+    std::thread sender([&] {
+        taken = Instance("/some/folder", runtime.path()).call({"/a.mp3"});
+        done = true;
+    });
+    EXPECT_FALSE(test::waitUntil([&] { return done.load(); }, 200)) << "it did not wait for the first one to listen";
+    Instance first("/some/folder", runtime.path());
+    listenTo(first);
+    EXPECT_TRUE(first.acquire());
+    EXPECT_TRUE(test::waitUntil([this] { return !got.empty(); }));
+    sender.join();
+    EXPECT_TRUE(taken);
+    EXPECT_EQ(got, Texts{"/a.mp3"});
+}
+
+TEST_F(Instances, ALaterOneWithoutFilesIsACallAllTheSame) {
+    Instance first("/some/folder", runtime.path());
+    int calls = 0;
+    first.onCall([&](const Texts& files) { calls += files.empty() ? 1 : 100; });
+    ASSERT_TRUE(first.acquire());
+    ASSERT_TRUE(Instance("/some/folder", runtime.path()).call({}));
+    EXPECT_TRUE(test::waitUntil([&] { return calls > 0; }));
+    EXPECT_EQ(calls, 1);
+}
+
+TEST_F(Instances, MoreThanAMegabyteIsHandedOverWholeAndWhatDoesNotFitIsCounted) {
+    Instance first("/some/folder", runtime.path());
+    listenTo(first);
+    ASSERT_TRUE(first.acquire());
+    const Texts many(8000, std::string(400, 'x'));
+    EXPECT_EQ(Instance::fitting(many), many.size());
+    bool taken = false;
+    std::thread sender([&] { taken = Instance("/some/folder", runtime.path()).call(many); });
+    EXPECT_TRUE(test::waitUntil([this] { return !got.empty(); }));
+    sender.join();
+    EXPECT_TRUE(taken);
+    EXPECT_EQ(got, many);
+
+    const Texts tooMany(12'000, std::string(400, 'x'));
+    EXPECT_EQ(Instance::fitting(tooMany), Instance::kMostBytes / 401);
+    EXPECT_FALSE(Instance("/some/folder", runtime.path()).call(tooMany));
+}
+
+/// Connects as a later start does; -1 when it cannot.
+int callerOf(const std::string& folder) {
+    for (const auto& entry : fs::directory_iterator(folder)) {
+        if (entry.path().extension() != ".socket") continue;
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        entry.path().string().copy(address.sun_path, sizeof address.sun_path - 1);
+        const int caller = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+        if (::connect(caller, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0) return caller;
+        close(caller);
+    }
+    return -1;
+}
+
+TEST_F(Instances, CallersThatSayNothingOrTooMuchAreDroppedAndTheNextIsHeard) {
+    Instance first("/some/folder", runtime.path());
+    int calls = 0;
+    first.onCall([&](const Texts&) { ++calls; });
+    ASSERT_TRUE(first.acquire());
+    const int loud = callerOf(runtime.path());
+    ASSERT_GE(loud, 0);
+    std::vector<int> silent;  // no more than wait to be answered, as nobody answers before the events run
+    for (int i = 0; i < 6; ++i) silent.push_back(callerOf(runtime.path()));
+    const std::string noise(1U << 20U, 'x');
+    std::thread talker([&] {
+        for (std::size_t sent = 0; sent < 3 * Instance::kMostBytes; sent += noise.size()) {
+            if (send(loud, noise.data(), noise.size(), MSG_NOSIGNAL) < 0) return;
+        }
+    });
+    EXPECT_FALSE(test::waitUntil([&] { return calls > 0; }, 2'500)) << "nobody has closed";
+    talker.join();
+    ASSERT_TRUE(Instance("/some/folder", runtime.path()).call({"/a.mp3"}));
+    EXPECT_TRUE(test::waitUntil([&] { return calls > 0; }));
+    for (const int caller : silent) close(caller);
+    close(loud);
+}
+
+TEST_F(Instances, WithoutADescriptorLeftACallIsTurnedAwayAndDoesNotSpin) {
+    SpareDescriptors::keep();
+    Instance first("/some/folder", runtime.path());
+    int calls = 0;
+    first.onCall([&](const Texts&) { ++calls; });
+    ASSERT_TRUE(first.acquire());
+    const int caller = callerOf(runtime.path());
+    ASSERT_GE(caller, 0);
+    rlimit before{};
+    getrlimit(RLIMIT_NOFILE, &before);
+    const rlimit none{static_cast<rlim_t>(dup(caller)), before.rlim_max};  // no higher number is given
+    setrlimit(RLIMIT_NOFILE, &none);
+    const std::clock_t began = std::clock();
+    QEventLoop events;  // sleeps between events, which waiting for a condition does not
+    QTimer::singleShot(500, &events, &QEventLoop::quit);
+    events.exec();
+    const double busy = static_cast<double>(std::clock() - began) / CLOCKS_PER_SEC;
+    setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_LT(busy, 0.3) << "it is told of the caller again and again";
+    char byte = 0;
+    EXPECT_EQ(read(caller, &byte, 1), 0) << "the caller is turned away";
+    ASSERT_TRUE(Instance("/some/folder", runtime.path()).call({"/a.mp3"}));
+    EXPECT_TRUE(test::waitUntil([&] { return calls > 0; })) << "the next one is heard";
+    close(caller);
+}
+
+TEST_F(Instances, OneThatTakesNothingIsGivenUp) {
+    Instance first("/some/folder", runtime.path());
+    ASSERT_TRUE(first.acquire());
+    const Texts many(16'000, std::string(240, 'x'));  // more than a socket holds while nobody reads
+    QElapsedTimer passed;
+    passed.start();
+    EXPECT_FALSE(Instance("/some/folder", runtime.path()).call(many));
+    EXPECT_LT(passed.elapsed(), 10000);
+}
+
+TEST_F(Instances, NobodyIsThereToHandFilesTo) {
+    EXPECT_FALSE(Instance("/some/folder", runtime.path()).call({"/a.mp3"}));
+}
+
+TEST_F(Instances, WithoutAPlaceForTheLockAPlayerStartsAllTheSame) {
+    EXPECT_TRUE(Instance("/some/folder", "").acquire());
+    EXPECT_TRUE(Instance("/some/folder", runtime.in("nowhere")).acquire());
+}
+
+struct RuntimeFolders : ::testing::Test {
+    /// What is chosen with that variable; "" unset.
+    std::string chosen(const std::string& given) {
+        const char* const value = std::getenv("XDG_RUNTIME_DIR");
+        const std::string before = value == nullptr ? "" : value;
+        setenv("XDG_RUNTIME_DIR", given.c_str(), 1);
+        std::string folder_ = runtimeFolder(folder.in("program"));
+        before.empty() ? unsetenv("XDG_RUNTIME_DIR") : setenv("XDG_RUNTIME_DIR", before.c_str(), 1);
+        return folder_;
+    }
+    test::TemporaryFolder folder;
+    const std::string own = "/tmp/corvane-" + std::to_string(geteuid());
+};
+
+constexpr uid_t kNeighbour = 65501, kVictim = 65502;
+
+TEST_F(RuntimeFolders, OnlyAFolderOfTheUsersAloneIsTaken) {
+    fs::create_directory(folder.in("run"));
+    fs::create_directory(folder.in("program"));
+    chmod(folder.in("run").c_str(), 0700);
+    EXPECT_EQ(chosen(folder.in("run")), folder.in("run"));
+    for (const mode_t mode : {0777U, 0755U, 0710U, 0701U, 0720U}) {
+        chmod(folder.in("run").c_str(), mode);
+        EXPECT_NE(chosen(folder.in("run")), folder.in("run")) << std::oct << mode;
+    }
+    chmod(folder.in("run").c_str(), 0700);
+    if (geteuid() == 0) {  // others cannot open one that is somebody else's alone
+        ASSERT_EQ(chown(folder.in("run").c_str(), kNeighbour, kNeighbour), 0);
+        EXPECT_NE(chosen(folder.in("run")), folder.in("run"));
+        ASSERT_EQ(chown(folder.in("run").c_str(), 0, 0), 0);
+        EXPECT_EQ(chosen(folder.in("run")), folder.in("run"));
+    }
+    fs::create_symlink(folder.in("run"), folder.in("link"));
+    fs::create_symlink("circle", folder.in("circle"));
+    folder.write("file", "");
+    ASSERT_EQ(mkfifo(folder.in("pipe").c_str(), 0600), 0);
+    for (const char* const name : {"link", "link/", "link//", "circle", "file", "pipe", "gone"}) {
+        EXPECT_NE(chosen(folder.in(name)), folder.in(name)) << name;
+    }
+    EXPECT_NE(chosen("."), ".");
+}
+
+/// Ends with 0 when two players of that user on a folder keep apart in a place of their own.
+[[noreturn]] void endAsVictim(uid_t victim, const std::string& program) {
+    const bool isVictim = setresgid(victim, victim, victim) == 0 && setresuid(victim, victim, victim) == 0;
+    unsetenv("XDG_RUNTIME_DIR");
+    const std::string place = runtimeFolder(program);
+    Instance first(program, place);
+    Instance second(program, place);
+    const bool apart = first.acquire() && !second.acquire();
+    _exit(isVictim && apart && place == program + "/.corvane-run" ? 0 : 1);
+}
+
+/// A neighbour on the machine has made what the player of a user without a run-time folder would use. Asked as really
+/// two users.
+TEST_F(RuntimeFolders, ANeighboursFolderIsNotUsedAndNothingOfTheVictimsChanges) {
+    if (geteuid() != 0) GTEST_SKIP() << "only the superuser can be two users";
+    const fs::path squatted = "/tmp/corvane-" + std::to_string(kVictim);
+    ASSERT_FALSE(fs::exists(fs::symlink_status(squatted)));
+    for (const char* const way : {"folder", "open folder", "link"}) {
+        test::TemporaryFolder home;
+        chmod(home.path().c_str(), 0755);
+        fs::create_directory(home.in("program"));
+        fs::create_directory(home.in("private"));
+        home.write("private/precious", "whole");
+        home.write("program/.corvane-save-a1B2c3", "another start is writing it");
+        for (const char* const name : {"program", "private", "private/precious", "program/.corvane-save-a1B2c3"})
+            ASSERT_EQ(chown(home.in(name).c_str(), kVictim, kVictim), 0);
+        chmod(home.in("private").c_str(), 0700);
+        const bool link = std::string(way) == "link";
+        if (link) {
+            fs::create_symlink(home.in("private"), squatted);
+        } else {
+            fs::create_directory(squatted);
+            chmod(squatted.c_str(), std::string(way) == "folder" ? 0700 : 0777);
+        }
+        ASSERT_EQ(lchown(squatted.c_str(), kNeighbour, kNeighbour), 0);
+        if (!link) {  // every name that the lock or the socket could have
+            const std::string name = Instance(home.in("program"), "").fileName(".lock");
+            fs::create_symlink(home.in("private/precious"), squatted / name);
+        }
+        EXPECT_EXIT(endAsVictim(kVictim, home.in("program")), ::testing::ExitedWithCode(0), "") << way;
+        EXPECT_EQ(home.bytes("private/precious"), "whole") << way;
+        EXPECT_EQ(std::distance(fs::directory_iterator(home.in("private")), fs::directory_iterator()), 1) << way;
+        fs::remove_all(squatted);
+    }
+}
+
+}  // namespace
+}  // namespace corvane

@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A system that has no thread left for us (tests/stall/): every refusal is an answer, and when it is over all goes on.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <optional>
+
+#include "contract/linux/mci_rig.h"
+#include "linux/drives/drive_calls.h"
+#include "linux/media/media.h"
+#include "linux/media/movies/movie_player.h"
+#include "linux/media/sound/desktop_mci_control.h"
+#include "linux/media/sound/pulse_link.h"
+#include "unit/linux/offscreen.h"
+
+namespace corvane {
+namespace {
+
+class RefusedThreads : public ::testing::Test {
+protected:
+    RefusedThreads() {
+        test::offscreenApplication();
+        setenv("CORVANE_REFUSE_THREADS", folder_.in("refused").c_str(), 1);
+    }
+    ~RefusedThreads() override { unsetenv("CORVANE_REFUSE_THREADS"); }
+    void refuse() { folder_.write("refused", "threads"); }
+    void allow() { std::filesystem::remove(folder_.in("refused")); }
+
+    test::TemporaryFolder folder_;
+    test::SoundLoop loop_;
+};
+
+TEST_F(RefusedThreads, ATaskIsNotBegunAndThatIsTold) {
+    refuse();
+    auto held = std::make_shared<int>();
+    bool told = false;
+    Worker worker;
+    EXPECT_FALSE(worker.start([held](const Worker::GiveUp&) {}, [&told] { told = true; }));
+    EXPECT_FALSE(Worker::run([held](const Worker::GiveUp&) {}));
+    EXPECT_EQ(held.use_count(), 1);
+    EXPECT_FALSE(told);
+    EXPECT_TRUE(worker.wait(std::chrono::milliseconds(0)));
+    EXPECT_TRUE(Worker::endAll(std::chrono::milliseconds(0)));
+    allow();
+    EXPECT_TRUE(worker.start([held](const Worker::GiveUp&) {}));
+    EXPECT_TRUE(worker.wait(std::chrono::seconds(10)));
+}
+
+TEST_F(RefusedThreads, ADriveIsNotAskedAndNotHeldToBeSilent) {
+    refuse();
+    EXPECT_EQ(DriveCalls::all().ask<int>("/tmp/x", DriveCalls::kPatience, [] { return 1; }), std::nullopt);
+    allow();
+    EXPECT_EQ(DriveCalls::all().ask<int>("/tmp/x", DriveCalls::kPatience, [] { return 1; }), 1);
+}
+
+TEST_F(RefusedThreads, AQuestionThatThrowsHasNoAnswerAndTheDriveIsAskedAgain) {
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(DriveCalls::all().ask<int>("/tmp/x", DriveCalls::kPatience, []() -> int { throw std::bad_alloc(); }),
+              std::nullopt);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, DriveCalls::kPatience / 2);
+    EXPECT_EQ(DriveCalls::all().ask<int>("/tmp/x", DriveCalls::kPatience, [] { return 1; }), 1);
+}
+
+TEST_F(RefusedThreads, ASoundFailsWithThatReasonAndPlaysAfterwards) {
+    refuse();
+    SoundStation station(loop_, true);
+    DesktopMciControl control(station);
+    std::optional<std::string> reason;
+    int done = 0;
+    control.Failed.tie([&](const std::string& why) { reason = why; });
+    control.Done.tie([&](int how) { done = how; });
+    control.FileName(test::soundSample("scale.wav"));
+    control.Command("Open");
+    EXPECT_FALSE(reason) << "never from inside a call";
+    EXPECT_TRUE(test::soundWaits([&] { return reason.has_value(); }, 5'000));
+    EXPECT_EQ(reason, Worker::kRefused);
+    allow();
+    control.Command("Open");
+    control.To(300);
+    control.Command("Play");
+    EXPECT_TRUE(test::soundWaits([&] { return done == kNotifySuccessful; }, 10'000));
+
+    // Its reading thread, once it runs, is not needed anew.
+    refuse();
+    station.output.warmUp();
+    allow();
+}
+
+TEST_F(RefusedThreads, AnOutputWithoutAThreadFailsWhatIsPlayed) {
+    refuse();
+    SoundStation station(loop_, true);
+    allow();
+    DesktopMciControl control(station);
+    std::optional<std::string> reason;
+    control.Failed.tie([&](const std::string& why) { reason = why; });
+    control.FileName(test::soundSample("scale.wav"));
+    control.Command("Open");
+    EXPECT_GT(control.Length(), 0);
+    refuse();
+    control.Command("Play");
+    EXPECT_TRUE(test::soundWaits([&] { return reason.has_value(); }, 5'000));
+    EXPECT_EQ(reason, Worker::kRefused);
+    EXPECT_EQ(control.Length(), 0) << "nothing is open";
+}
+
+TEST_F(RefusedThreads, TheSoundServerIsNotThereUntilThereIsAThread) {
+    refuse();
+    PulseLink link("test");
+    EXPECT_FALSE(link.ready(100));
+    EXPECT_FALSE(link.ready(100));
+    allow();
+    link.ready(100);  // with a server or without one: it is asked
+    refuse();
+    const std::unique_ptr<SoundDevices> devices = makeSoundDevices(loop_);
+    EXPECT_EQ(devices->waveOutGetVolume(), std::nullopt);
+    devices->waveOutSetVolume(0);
+    allow();
+}
+
+TEST_F(RefusedThreads, AMoviePlayerIsNotMadeAndLaterIs) {
+    refuse();
+    std::string reason;
+    EXPECT_EQ(MoviePlayer::make(reason), nullptr);
+    EXPECT_EQ(reason, Worker::kRefused);
+    allow();
+    EXPECT_NE(MoviePlayer::make(reason), nullptr);
+}
+
+}  // namespace
+}  // namespace corvane

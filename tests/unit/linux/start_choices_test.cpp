@@ -1,0 +1,252 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <functional>
+#include <optional>
+
+#include "linux/command_line.h"
+#include "linux/program_folder.h"
+#include "linux/window_system.h"
+#include "unit/linux/offscreen.h"
+
+namespace corvane {
+namespace {
+
+namespace fs = std::filesystem;
+using Texts = std::vector<std::string>;
+
+TEST(WindowSystem, IsX11WhereverItHasADisplayUnlessTheUserChose) {
+    EXPECT_EQ(platformToAskFor("", ":0"), "xcb");
+    EXPECT_EQ(platformToAskFor("wayland", ":0"), "") << "the user's choice stands";
+    EXPECT_EQ(platformToAskFor("", ""), "") << "a Wayland without X11";
+}
+
+TEST(CommandLines, NamesAreJoinedByBlanks) {
+    const CommandLine line = readCommandLine({"/a.mid", "b c.wav"}, "/here");
+    EXPECT_EQ(line.names, "/a.mid b c.wav");
+    EXPECT_EQ(line.files, Texts{});
+    EXPECT_FALSE(line.help || line.version);
+}
+
+TEST(CommandLines, EachArgumentBehindOpenIsOneFile) {
+    const CommandLine line =
+        readCommandLine({"x.mid", "--open", "/a b.mid", "c.wav", "file:///d%20e.mp3", "--help"}, "/here");
+    EXPECT_EQ(line.names, "x.mid");
+    EXPECT_EQ(line.files, (Texts{"/a b.mid", "/here/c.wav", "/d e.mp3", "/here/--help"}));
+    EXPECT_FALSE(line.help);
+    EXPECT_EQ(readCommandLine({"--open", "a.mid"}, "/").files, Texts{"/a.mid"});
+    EXPECT_EQ(readCommandLine({"--open"}, "/").names, "") << "started from the desktop's menu: the saved list";
+}
+
+TEST(CommandLines, WhatLooksLikeAnOptionIsNoName) {
+    const CommandLine line = readCommandLine({"--opne", "/a.mid", "-x", "-b.mid", "-"}, "/");
+    EXPECT_EQ(line.unknown, (Texts{"--opne", "-x"}));
+    EXPECT_EQ(line.names, "/a.mid -b.mid -");
+    EXPECT_EQ(readCommandLine({"--opne"}, "/").names, "") << "the saved list stays";
+}
+
+TEST(CommandLines, Options) {
+    EXPECT_TRUE(readCommandLine({"--help"}, "/").help);
+    EXPECT_TRUE(readCommandLine({"-h"}, "/").help);
+    EXPECT_TRUE(readCommandLine({"--version"}, "/").version);
+    for (const char* name : {"--open FILE", "--help", "--version", "CORVANE_FOLDER", "CORVANE_CDROM",
+                             "CORVANE_SOUNDFONT", "CORVANE_SCALE"}) {
+        EXPECT_NE(helpText().find(name), std::string::npos) << name;
+    }
+}
+
+struct ProgramFolders : ::testing::Test {
+    ProgramFolders() { fs::create_directories(folder.in("bin")); }
+    void ship(const std::string& place) {
+        fs::create_directories(folder.in(place + "/PANELSET"));
+        folder.write(place + "/PANELSET/DEFAULT.CSV", "skin");
+    }
+    FolderChoice choice() const { return {folder.in("bin"), "", "", folder.in("home")}; }
+    test::TemporaryFolder folder;
+};
+
+TEST_F(ProgramFolders, TheChosenOneWins) {
+    ship("bin");
+    FolderChoice wanted = choice();
+    wanted.chosen = folder.in("chosen/");
+    EXPECT_EQ(programFolder(wanted), folder.in("chosen"));
+    EXPECT_FALSE(fs::exists(folder.in("chosen"))) << "nothing is put there";
+}
+
+TEST_F(ProgramFolders, TheManualLiesBesideTheProgramOrIsInstalled) {
+    EXPECT_EQ(manualFile(folder.in("bin")), "");
+    fs::create_directories(folder.in("share/corvane/manual"));
+    folder.write("share/corvane/manual/index.html", "installed");
+    EXPECT_EQ(manualFile(folder.in("bin")), folder.in("share/corvane/manual/index.html"));
+    fs::create_directories(folder.in("bin/manual"));
+    folder.write("bin/manual/index.html", "beside");
+    EXPECT_EQ(manualFile(folder.in("bin")), folder.in("bin/manual/index.html"));
+}
+
+TEST_F(ProgramFolders, TheProgramsOwnWithSkinsBeside) {
+    ship("bin");
+    EXPECT_EQ(programFolder(choice()), folder.in("bin"));
+}
+
+TEST_F(ProgramFolders, ElseTheUsersFilledWithTheShippedSkinsOnce) {
+    ship("share/corvane");
+    EXPECT_EQ(programFolder(choice()), folder.in("home/.local/share/corvane"));
+    EXPECT_EQ(folder.bytes("home/.local/share/corvane/PANELSET/DEFAULT.CSV"), "skin");
+    folder.write("home/.local/share/corvane/PANELSET/DEFAULT.CSV", "mine");
+    programFolder(choice());
+    EXPECT_EQ(folder.bytes("home/.local/share/corvane/PANELSET/DEFAULT.CSV"), "mine");
+}
+
+TEST_F(ProgramFolders, WithoutAPlaceOfTheUsersTheShippedSkinsAreUsed) {
+    ship("share/corvane");
+    FolderChoice homeless = choice();
+    homeless.home = "/proc/none";  // where not even root can make a folder
+    EXPECT_EQ(programFolder(homeless), folder.in("share/corvane"));
+    EXPECT_FALSE(fs::exists(folder.in("share/corvane/PANELSET/.shipped"))) << "nothing is written there";
+}
+
+/// Sets HOME for its life; null takes it away.
+class Home {
+public:
+    explicit Home(const char* home) { home != nullptr ? setenv("HOME", home, 1) : unsetenv("HOME"); }
+    Home(const Home&) = delete;
+    Home& operator=(const Home&) = delete;
+    ~Home() { before_ ? setenv("HOME", before_->c_str(), 1) : unsetenv("HOME"); }
+
+private:
+    std::optional<std::string> before_ =
+        std::getenv("HOME") != nullptr ? std::optional<std::string>(std::getenv("HOME")) : std::nullopt;
+};
+
+TEST(ProgramFolder, WithoutAHomeInTheEnvironmentTheRecordedOneIsTaken) {
+    {
+        const Home given("/somewhere/else");
+        EXPECT_EQ(folderChoiceOfEnvironment().home, "/somewhere/else");
+    }
+    const passwd* const user = getpwuid(getuid());
+    ASSERT_NE(user, nullptr);
+    for (const char* const missing : {static_cast<const char*>(nullptr), ""}) {
+        const Home none(missing);
+        EXPECT_EQ(folderChoiceOfEnvironment().home, user->pw_dir);
+    }
+}
+
+/// The user's skins, by an installed program that ships some.
+struct GivenSkins : ProgramFolders {
+    GivenSkins() {
+        fs::create_directories(folder.in("share/corvane/PANELSET"));
+        ship("DEFAULT.BMP", "picture");
+        ship("DEFAULT.CSV", "records");
+    }
+    void ship(const std::string& name, const std::string& bytes) {
+        folder.write("share/corvane/PANELSET/" + name, bytes);
+    }
+    std::string own(const std::string& name) const { return "home/.local/share/corvane/PANELSET/" + name; }
+    bool has(const std::string& name) const { return fs::exists(folder.in(own(name))); }
+    void start() { programFolder(choice()); }
+};
+
+TEST_F(GivenSkins, ASkinThatIsNewComesToAFolderThatHasOthers) {
+    start();
+    folder.write(own("MINE.CSV"), "mine");
+    ship("BRASS.BMP", "brass");
+    ship("BRASS.CSV", "brass records");
+    start();
+    EXPECT_EQ(folder.bytes(own("BRASS.BMP")), "brass");
+    EXPECT_EQ(folder.bytes(own("BRASS.CSV")), "brass records");
+    EXPECT_EQ(folder.bytes(own("MINE.CSV")), "mine");
+}
+
+TEST_F(GivenSkins, WhatTheUserDeletedStaysDeleted) {
+    start();
+    fs::remove(folder.in(own("DEFAULT.BMP")));
+    ship("BRASS.BMP", "brass");
+    start();
+    EXPECT_FALSE(has("DEFAULT.BMP"));
+    EXPECT_TRUE(has("BRASS.BMP"));
+    fs::remove(folder.in(own("BRASS.BMP")));
+    start();
+    EXPECT_FALSE(has("BRASS.BMP"));
+}
+
+TEST_F(GivenSkins, WhatTheUserChangedIsKeptAndGetsNothingBeside) {
+    start();
+    folder.write(own("DEFAULT.BMP"), "painted");
+    ship("DEFAULT.BMP", "newer picture");
+    ship("DEFAULT@2X.BMP", "twice");
+    start();
+    EXPECT_EQ(folder.bytes(own("DEFAULT.BMP")), "painted");
+    EXPECT_FALSE(has("DEFAULT@2X.BMP")) << "it would not fit the user's picture";
+}
+
+TEST_F(GivenSkins, AnUnchangedSkinGetsWhatIsNewOfIt) {
+    start();
+    ship("DEFAULT@2X.BMP", "twice");
+    start();
+    EXPECT_TRUE(has("DEFAULT@2X.BMP"));
+}
+
+TEST_F(GivenSkins, AFolderOfAnEarlierVersionGetsWhatIsMissing) {
+    fs::create_directories(folder.in(own("")));
+    folder.write(own("DEFAULT.BMP"), "picture");
+    ship("SLIM.BMP", "slim");
+    start();
+    EXPECT_TRUE(has("DEFAULT.CSV"));
+    EXPECT_TRUE(has("SLIM.BMP"));
+}
+
+TEST_F(GivenSkins, HaveTheModesOfTheUsersOwnFiles) {
+    for (const char* name : {"DEFAULT.BMP", "DEFAULT.CSV"}) {
+        fs::permissions(folder.in(std::string("share/corvane/PANELSET/") + name), fs::perms::owner_read);
+    }
+    const auto old = umask(022);
+    start();
+    umask(old);
+    using fs::perms;
+    EXPECT_EQ(fs::status(folder.in(own("DEFAULT.BMP"))).permissions(),
+              perms::owner_read | perms::owner_write | perms::group_read | perms::others_read);
+}
+
+TEST_F(GivenSkins, NothingButSkinsIsGiven) {
+    ship("LICENSE", "words");
+    start();
+    EXPECT_FALSE(has("LICENSE"));
+}
+
+TEST_F(ProgramFolders, TheDataHomeCountsWhenItIsAbsolute) {
+    FolderChoice wanted = choice();
+    wanted.dataHome = folder.in("data");
+    EXPECT_EQ(programFolder(wanted), folder.in("data/corvane"));
+    wanted.dataHome = "data";
+    EXPECT_EQ(programFolder(wanted), folder.in("home/.local/share/corvane"));
+}
+
+/// Ends the process, 0 if the check holds for a user to whom rights apply: root, who may write everywhere, first
+/// becomes "nobody", who is given the folder that the test lies in.
+[[noreturn]] void endAsUserWith(const fs::path& folder, const std::function<bool()>& holds) {
+    constexpr uid_t kNobody = 65534;
+    if (geteuid() == 0) {
+        bool given = chown(folder.c_str(), kNobody, kNobody) == 0;
+        for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {
+            given = chown(entry.path().c_str(), kNobody, kNobody) == 0 && given;
+        }
+        if (!given || setresgid(kNobody, kNobody, kNobody) != 0 || setresuid(kNobody, kNobody, kNobody) != 0) _exit(2);
+    }
+    _exit(holds() ? 0 : 1);
+}
+
+TEST_F(ProgramFolders, AReadOnlyProgramFolderIsNotOne) {
+    ship("bin");
+    fs::permissions(folder.in("bin"), fs::perms::owner_read | fs::perms::owner_exec);
+    EXPECT_EXIT(endAsUserWith(folder.path(),
+                              [this] { return programFolder(choice()) == folder.in("home/.local/share/corvane"); }),
+                ::testing::ExitedWithCode(0), "");
+    fs::permissions(folder.in("bin"), fs::perms::owner_all);
+}
+
+}  // namespace
+}  // namespace corvane

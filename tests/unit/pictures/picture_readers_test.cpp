@@ -1,0 +1,335 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Bitmaps and GIFs by their bytes: every kind whole, every kind hostile.
+#include <gtest/gtest.h>
+
+#include "pictures/bmp_reader.h"
+#include "pictures/gif_reader.h"
+#include "pictures/picture_file.h"
+#include "pictures/upright_rows.h"
+#include "unit/linux/picture_bytes.h"
+#include "unit/pictures/picture_bytes.h"
+
+namespace corvane {
+namespace {
+
+using namespace std::string_literals;
+using test::bitmapFile;
+using test::bitmapRows;
+using test::Bytes;
+using test::Dots;
+using test::gifFile;
+using test::GifPart;
+using test::little;
+
+bool never() { return false; }
+
+PicturePixels none(PictureBytes& /*file*/, const DecodingBounds& /*bounds*/) { return PicturePixels::damaged(); }
+
+PicturePixels read(const std::string& bytes, std::int64_t held = 0) {
+    Bytes file(bytes);
+    return readPicture(file, {held, never}, none, none);
+}
+
+std::uint32_t at(const PicturePixels& picture, int x, int y) {
+    return picture.pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(picture.held.width) +
+                          static_cast<std::size_t>(x)] &
+           0xFFFFFFU;
+}
+
+std::vector<std::uint32_t> greys(std::uint32_t count) {
+    std::vector<std::uint32_t> table;
+    for (std::uint32_t i = 0; i < count; ++i) table.push_back(0x10101U * (i * 255 / (count - 1)));
+    return table;
+}
+
+/// A file that is all hole behind its header, as sparse files are.
+class Sparse : public PictureBytes {
+public:
+    Sparse(std::string header, std::int64_t size) : header_(std::move(header)), size_(size) {}
+    std::int64_t size() override { return size_; }
+    std::string part(std::int64_t from, std::int64_t count) override {
+        count = std::min(count, size_ - from);
+        asked += std::max<std::int64_t>(count, 0);
+        if (count <= 0) return {};
+        std::string bytes(static_cast<std::size_t>(count), '\0');
+        if (from < static_cast<std::int64_t>(header_.size())) {
+            const std::string start = header_.substr(static_cast<std::size_t>(from), bytes.size());
+            bytes.replace(0, start.size(), start);
+        }
+        return bytes;
+    }
+    std::int64_t asked = 0;  ///< bytes
+
+private:
+    std::string header_;
+    std::int64_t size_;
+};
+
+// --- Reduction -------------------------------------------------------------------------------------------------------
+
+TEST(ReducedRows, AveragesNeighboursInEitherOrderOfRows) {
+    const Dots dots(6, 4, [](int x, int y) { return static_cast<std::uint32_t>((x + 6 * y) * 8) * 0x10101U; });
+    for (const bool fromTop : {true, false}) {
+        ReducedRows rows({6, 4}, {3, 2});
+        for (int i = 0; i < 4; ++i) {
+            const int y = fromTop ? i : 3 - i;
+            std::vector<std::uint32_t> row;
+            for (int x = 0; x < 6; ++x) row.push_back(0xFF000000U | dots.at(x, y));
+            rows.put(y, row.data());
+        }
+        const PicturePixels picture = rows.take();
+        ASSERT_EQ(picture.pixels.size(), 6U);
+        EXPECT_EQ(picture.full, (PictureSize{6, 4}));
+        EXPECT_FALSE(picture.seeThrough);
+        for (int y = 0; y < 2; ++y) {
+            for (int x = 0; x < 3; ++x) {
+                const int wanted = (2 * x + 12 * y) * 8 + (0 + 8 + 48 + 56) / 4;
+                EXPECT_EQ(at(picture, x, y), static_cast<std::uint32_t>(wanted) * 0x10101U) << x << " " << y;
+            }
+        }
+    }
+}
+
+TEST(ReducedRows, KeepsWhatIsNotReducedAndTellsHoles) {
+    ReducedRows rows({2, 1}, {2, 1});
+    const std::uint32_t row[] = {0xFF010203U, 0x00000000U};
+    rows.put(0, row);
+    const PicturePixels picture = rows.take();
+    EXPECT_EQ(picture.pixels, (std::vector<std::uint32_t>{0xFF010203U, 0}));
+    EXPECT_TRUE(picture.seeThrough);
+}
+
+TEST(UprightRows, StandsEachOfTheEightWays) {
+    // Stored as 3 by 2: abc, def.
+    const std::uint32_t rows[2][3] = {{'a', 'b', 'c'}, {'d', 'e', 'f'}};
+    const char* const upright[] = {"abcdef", "cbafed", "fedcba", "defabc", "adbecf", "daebfc", "fcebda", "cfbead"};
+    for (int orientation = 1; orientation <= 8; ++orientation) {
+        UprightRows turned({30, 20}, {3, 2}, orientation);
+        for (int y = 0; y < 2; ++y) turned.put(y, rows[y]);
+        const PicturePixels picture = turned.take();
+        std::string seen;
+        for (const std::uint32_t pixel : picture.pixels) seen += static_cast<char>(pixel);
+        EXPECT_EQ(seen, upright[orientation - 1]) << orientation;
+        EXPECT_EQ(picture.held, orientation < 5 ? (PictureSize{3, 2}) : (PictureSize{2, 3}));
+        EXPECT_EQ(picture.full, orientation < 5 ? (PictureSize{30, 20}) : (PictureSize{20, 30}));
+    }
+}
+
+// --- Bitmaps ---------------------------------------------------------------------------------------------------------
+
+TEST(BmpReader, HoldsALargeOneReduced) {
+    // 24 million pixels of 1 bit: black on the left, white on the right.
+    const std::string colours = "\0\0\0\0\xFF\xFF\xFF\0"s;
+    const std::string header = "BM"s + little(0, 8) + little(62, 4) + little(40, 4) + little(6000, 4) +
+                               little(4000, 4) + little(1, 2) + little(1, 2) + std::string(24, '\0') + colours;
+    const std::string row = std::string(375, '\0') + std::string(377, '\xFF');
+    std::string bytes = header;
+    for (int y = 0; y < 4000; ++y) bytes += row;
+    const PicturePixels picture = read(bytes);
+    ASSERT_EQ(picture.reason, "");
+    EXPECT_EQ(picture.full, (PictureSize{6000, 4000}));
+    EXPECT_LE(picture.held.pixels(), kMaxHeldPixels);
+    EXPECT_GT(picture.held.pixels(), kMaxHeldPixels * 9 / 10);
+    EXPECT_EQ(at(picture, 100, 100), 0U);
+    EXPECT_EQ(at(picture, picture.held.width - 100, picture.held.height - 1), 0xFFFFFFU);
+}
+
+TEST(BmpReader, RefusesSidesThatCannotBe) {
+    constexpr std::int64_t kLargest = 0x7FFFFFFF, kSmallest = -kLargest - 1;
+    const std::int64_t sides[] = {0, -1, kLargest, kSmallest, kSmallest + 1, 1'000'001, -1'000'001};
+    for (const std::int64_t width : sides) {
+        for (const std::int64_t height : sides) {
+            for (const int compression : {0, 1, 2, 3}) {
+                const int bits = compression == 1 ? 8 : compression == 2 ? 4 : 32;
+                const std::string header = "BM"s + little(0, 8) + little(2000, 4) + little(40, 4) + little(width, 4) +
+                                           little(height, 4) + little(1, 2) + little(bits, 2) + little(compression, 4);
+                Sparse file(header, 1 << 20);
+                const auto picture = readPicture(file, {0, never}, none, none);
+                EXPECT_TRUE(picture.pixels.empty()) << width << " x " << height;
+                EXPECT_NE(picture.reason, "");
+            }
+        }
+    }
+}
+
+TEST(BmpReader, ReadsNothingOfOneThatIsTooLarge) {
+    const std::string header = "BM"s + little(0, 8) + little(54, 4) + little(40, 4) + little(8000, 4) +
+                               little(8000, 4) + little(1, 2) + little(24, 2) + std::string(24, '\0');
+    Sparse file(header, 54 + 3 * 8000 * 8000);
+    EXPECT_NE(readPicture(file, {0, never}, none, none).reason.find("too large (8000 x 8000"), std::string::npos);
+    EXPECT_LT(file.asked, 1'000'000);
+}
+
+TEST(BmpReader, RunsThatLeaveThePictureHarmNothing) {
+    const std::vector<std::string> attacks = {
+        "\xFF\1\xFF\2\xFF\3\0\1"s,                    // longer than their row
+        "\0\2\xFF\xFF\xFF\1\0\1"s,                    // a jump far outside
+        "\0\xFF"s + std::string(256, 'a') + "\0\1"s,  // more numbers than the row has
+        "\0\0\0\0\0\0\0\0\0\0\0\0\xFF\1\0\1"s,        // more rows than there are
+    };
+    for (const std::string& rows : attacks) {
+        const auto picture = read(bitmapFile(4, 4, {.bits = 8, .compression = 1}, greys(256), rows));
+        EXPECT_EQ(picture.reason, "");
+        EXPECT_EQ(picture.pixels.size(), 16U);
+    }
+}
+
+/// A header, then the same bytes again and again.
+class Endless : public PictureBytes {
+public:
+    Endless(std::string header, std::string again) : header_(std::move(header)), again_(std::move(again)) {}
+    std::int64_t size() override { return kMaxPictureBytes; }
+    std::string part(std::int64_t from, std::int64_t count) override {
+        std::string bytes;
+        for (std::int64_t i = from; i < std::min(from + count, size()); ++i) {
+            const auto place = static_cast<std::size_t>(i);
+            bytes += place < header_.size() ? header_[place] : again_[(place - header_.size()) % again_.size()];
+        }
+        return bytes;
+    }
+
+private:
+    std::string header_, again_;
+};
+
+TEST(BmpReader, JumpsWithoutAnEndAreDamaged) {
+    Endless file(bitmapFile(4, 4, {.bits = 8, .compression = 1}, greys(256), ""), "\0\2\xFF\0"s);
+    EXPECT_EQ(readPicture(file, {0, never}, none, none).reason, "The picture is damaged.");
+}
+
+TEST(BmpReader, NamesAColourThatItsTableDoesNotHave) {
+    const auto picture = read(bitmapFile(2, 1, {.bits = 8}, greys(2), "\1\xC8\0\0"s));
+    EXPECT_EQ(picture.reason, "");
+    EXPECT_EQ(at(picture, 0, 0), 0xFFFFFFU);
+    EXPECT_EQ(at(picture, 1, 0), 0U);
+}
+
+TEST(BmpReader, KindsThatAreNotReadAreDamaged) {
+    for (const auto& [bits, compression] : {std::pair{2, 0}, {8, 2}, {4, 1}, {24, 3}, {24, 4}, {24, 5}, {0, 0}}) {
+        const std::string header = "BM"s + little(0, 8) + little(2000, 4) + little(40, 4) + little(4, 4) +
+                                   little(4, 4) + little(1, 2) + little(bits, 2) + little(compression, 4);
+        Sparse file(header, 100'000);
+        EXPECT_EQ(readPicture(file, {0, never}, none, none).reason, "The picture is damaged.") << bits;
+    }
+}
+
+// --- GIF -------------------------------------------------------------------------------------------------------------
+
+TEST(GifReader, InterlacedRowsStandInOrderWhateverTheirNumber) {
+    for (int height = 1; height <= 40; ++height) {
+        const Dots dots(5, height, [](int x, int y) { return static_cast<std::uint32_t>(x + 3 * y) % 128; });
+        GifPart part{dots};
+        part.interlaced = true;
+        const auto picture = read(gifFile(5, height, greys(128), {part}));
+        ASSERT_EQ(picture.reason, "") << height;
+        for (int y = 0; y < height; ++y) {
+            for (int x = 0; x < 5; ++x) ASSERT_EQ(at(picture, x, y), greys(128)[dots.at(x, y)]) << height << ": " << y;
+        }
+    }
+}
+
+std::string gifHeader(int width, int height) {
+    return "GIF89a" + little(width, 2) + little(height, 2) + "\x80\0\0"s + "\0\0\0\xFF\xFF\xFF"s;
+}
+
+TEST(GifReader, AHugeScreenWithADotIsTooLarge) {
+    const std::string dot = ","s + little(0, 4) + little(1, 2) + little(1, 2) + "\0\2\2\x44\1\0;"s;
+    EXPECT_NE(read(gifHeader(65535, 65535) + dot).reason.find("too large (65535 x 65535"), std::string::npos);
+    const std::string wide = ","s + little(0, 4) + little(65535, 2) + little(65535, 2) + "\0\2\2\x44\1\0;"s;
+    EXPECT_NE(read(gifHeader(1, 1) + wide).reason.find("too large"), std::string::npos);
+    EXPECT_EQ(read(gifHeader(1, 1) + dot).reason, "");
+}
+
+TEST(GifReader, OfAHundredThousandPicturesTheFirstIsRead) {
+    std::string bytes = gifHeader(2, 1) + ","s + little(0, 4) + little(2, 2) + little(1, 2) + "\0\2\2\x4C\1\0"s;
+    for (int i = 0; i < 100'000; ++i) {
+        bytes += "!\xF9\4\0\0\0\0\0"s + ","s + little(0, 4) + little(1, 2) + little(1, 2) + "\0\2\2\x44\1\0"s;
+    }
+    const auto picture = read(bytes + ";");
+    EXPECT_EQ(picture.reason, "");
+    EXPECT_EQ(picture.held, (PictureSize{2, 1}));
+}
+
+TEST(GifReader, AScreenWithoutASizeHasItsPictures) {
+    const std::string dot = ","s + little(0, 4) + little(1, 2) + little(1, 2) + "\0\2\2\x44\1\0;"s;
+    const auto picture = read(gifHeader(0, 0) + dot);
+    EXPECT_EQ(picture.reason, "");
+    EXPECT_EQ(picture.full, (PictureSize{1, 1}));
+}
+
+/// Codes in groups of bits, the lowest first, as one block.
+std::string packed(const std::vector<int>& codes, int bits) {
+    std::string bytes;
+    unsigned held = 0;
+    int had = 0;
+    for (const int code : codes) {
+        held |= static_cast<unsigned>(code) << had;
+        for (had += bits; had >= 8; had -= 8, held >>= 8U) bytes += static_cast<char>(held & 0xFFU);
+    }
+    if (had > 0) bytes += static_cast<char>(held & 0xFFU);
+    return std::string(1, static_cast<char>(bytes.size())) + bytes + '\0';
+}
+
+TEST(GifReader, CodesThatCannotBeLeaveTheRestAsItsBackground) {
+    const std::string start = gifHeader(4, 1) + ","s + little(0, 4) + little(4, 2) + little(1, 2) + "\0\2"s;
+    const std::vector<std::vector<int>> attacks = {{4, 1, 7}, {7}, {6}, {4, 6}, {4, 4, 4, 5}, {5}, {4, 1, 5}, {}};
+    for (const auto& codes : attacks) {
+        const auto picture = read(start + packed(codes, 3) + ";");
+        EXPECT_EQ(picture.reason, "");
+        ASSERT_EQ(picture.pixels.size(), 4U);
+        EXPECT_EQ(at(picture, 3, 0), 0U);
+    }
+    for (const char bits : {'\0', '\x09', '\xFF'}) {
+        std::string bytes = start;
+        bytes.back() = bits;
+        EXPECT_EQ(read(bytes + packed({4, 1}, 3) + ";").reason, "") << int{bits};
+    }
+}
+
+TEST(GifReader, APictureThatHangsOverItsScreenIsCut) {
+    GifPart part{Dots(6, 6, [](int x, int y) { return static_cast<std::uint32_t>(x + y); })};
+    part.left = 3;
+    part.top = 2;
+    const auto picture = read(gifFile(5, 4, greys(128), {part}));
+    EXPECT_EQ(picture.reason, "");
+    EXPECT_EQ(picture.full, (PictureSize{5, 4}));
+    EXPECT_EQ(at(picture, 4, 3), greys(128)[2]);
+}
+
+// --- Any file --------------------------------------------------------------------------------------------------------
+
+TEST(PictureFile, NoFileIsReadWithoutAnEnd) {
+    constexpr std::int64_t kSize = std::int64_t{20} << 30;
+    for (const std::string& start : {"\xFF\xD8\xFF\xE0\0\x10"s, "GIF89a"s, "\x89PNG\r\n\x1A\n"s, "BM"s}) {
+        Sparse file(start, kSize);
+        EXPECT_NE(readPicture(file, {0, never}, none, none).reason.find("too large"), std::string::npos);
+        EXPECT_LT(file.asked, 1'000'000);
+    }
+    Sparse file("plain text", kSize);
+    EXPECT_EQ(readPicture(file, {0, never}, none, none).reason, "This is not a picture of a known format.");
+}
+
+TEST(PictureFile, LackOfMemoryIsAReason) {
+    const auto hungry = [](PictureBytes&, const DecodingBounds&) -> PicturePixels { throw std::bad_alloc(); };
+    Bytes file("\xFF\xD8\xFF\xD9"s);
+    EXPECT_NE(readPicture(file, {0, never}, hungry, none).reason.find("memory"), std::string::npos);
+}
+
+TEST(PictureFile, ReadersEndSoonAfterTheyAreGivenUp) {
+    const Dots dots(3000, 3000, [](int x, int y) { return static_cast<std::uint32_t>(x ^ y) % 128; });
+    const std::string files[] = {
+        bitmapFile(3000, 3000, {.bits = 8}, greys(256), bitmapRows(dots, {.bits = 8})),
+        bitmapFile(3000, 3000, {.bits = 8, .compression = 1}, greys(256), test::packedRows(dots, 8)),
+        gifFile(3000, 3000, greys(128), {GifPart{dots}})};
+    for (const std::string& bytes : files) {
+        Bytes file(bytes);
+        int asked = 0;
+        const auto atTheThird = [&asked] { return ++asked >= 3; };
+        const auto picture = readPicture(file, {0, atTheThird}, none, none);
+        EXPECT_TRUE(picture.pixels.empty());
+        EXPECT_LE(asked, 8);
+    }
+}
+
+}  // namespace
+}  // namespace corvane

@@ -1,0 +1,280 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "storage/settings.h"
+
+#include "storage/profile_file.h"
+#include "unit/startup/startup_fixture.h"
+
+namespace corvane {
+namespace {
+
+using mdlDefinePublic::PlayerState;
+
+class Settings : public StartupFixture {
+protected:
+    void read(const std::string& lines) {
+        settings(lines);
+        readSettings(player);
+    }
+};
+
+TEST_F(Settings, AMissingFileGivesEveryDefault) {
+    readSkinNames(player);
+    readSettings(player);
+
+    EXPECT_EQ(player.gBitmapFileName, "DEFAULT.BMP");
+    EXPECT_EQ(player.gTextFileName, "DEFAULT.CSV");
+    EXPECT_EQ(player.gWindowPos, 0);
+    EXPECT_EQ(player.gDelayTime, 500);
+    EXPECT_EQ(player.gAuxType, -1);
+    EXPECT_FALSE(player.gAutoPlay);
+    EXPECT_FALSE(player.gQuickPlay);
+    EXPECT_EQ(player.gPattern, 0);
+    EXPECT_EQ(player.gMovieZoom, 0);
+    EXPECT_EQ(player.gImageZoom, 0);
+    EXPECT_EQ(player.gInterval, 0);
+    EXPECT_EQ(player.gListNumber, 0);
+    EXPECT_EQ(player.gPageNumber, 0);
+    EXPECT_TRUE(player.gImageHide);
+    std::string keys;
+    for (const KeySetting& each : keySettings()) keys += static_cast<char>(player.*each.code);
+    EXPECT_EQ(keys, "PMRSzxc,.ud");
+    EXPECT_FALSE(machine.files.has("/app/KADO.INI"));
+}
+
+TEST_F(Settings, EveryKeyIsRead) {
+    player.gIsWin9x = true;
+    read(
+        "BITMAPFILE=A.BMP\nTEXTFILE=B.CSV\nWINDOWPOS=2\nDELAYTIME=700\nAUXTYPE=3\nAUTOPLAY=ON\nQUICK=ON\nPATTERN=8\n"
+        "MOVIEZOOM=5\nIMAGEZOOM=4\nINTERVAL=60\nFILENUM=9\nPAGENUM=7\nIMAGEHIDE=OFF\nPOWER_Click=1\nMIN_Click=2\n"
+        "REPEAT_Click=3\nSHUFFLE_Click=4\nPLAY_Click=5\nPAUSE_Click=6\nSTOP_Click=7\nPREV_Click=8\nNEXT_Click=9\n"
+        "VOLUME_Up=a\nVOLUME_Down=b\n");
+    readSkinNames(player);
+
+    EXPECT_EQ(player.gBitmapFileName, "A.BMP");
+    EXPECT_EQ(player.gTextFileName, "B.CSV");
+    EXPECT_EQ(player.gWindowPos, 2);
+    EXPECT_EQ(player.gDelayTime, 700);
+    EXPECT_EQ(player.gAuxType, 3);
+    EXPECT_TRUE(player.gAutoPlay);
+    EXPECT_TRUE(player.gQuickPlay);
+    EXPECT_EQ(player.gPattern, 8);
+    EXPECT_EQ(player.gMovieZoom, 5);
+    EXPECT_EQ(player.gImageZoom, 4);
+    EXPECT_EQ(player.gInterval, 60);
+    EXPECT_EQ(player.gListNumber, 9);
+    EXPECT_EQ(player.gPageNumber, 7);
+    EXPECT_FALSE(player.gImageHide);
+    EXPECT_EQ(player.gKeyPower, '1');
+    EXPECT_EQ(player.gKeyMin, '2');
+    EXPECT_EQ(player.gKeyRepeat, '3');
+    EXPECT_EQ(player.gKeyShuffle, '4');
+    EXPECT_EQ(player.gKeyPlay, '5');
+    EXPECT_EQ(player.gKeyPause, '6');
+    EXPECT_EQ(player.gKeyStop, '7');
+    EXPECT_EQ(player.gKeyPrev, '8');
+    EXPECT_EQ(player.gKeyNext, '9');
+    EXPECT_EQ(player.gKeyVolumeUp, 'a');
+    EXPECT_EQ(player.gKeyVolumeDown, 'b');
+}
+
+TEST_F(Settings, SwitchesCountOnlyAsExactlyOn) {
+    for (const char* text : {"on", "On", "OFF", "1", "ONE", "", "O N"}) {
+        read("AUTOPLAY=" + std::string(text) + "\nQUICK=" + text + "\n");
+        EXPECT_FALSE(player.gAutoPlay) << text;
+        EXPECT_FALSE(player.gQuickPlay) << text;
+    }
+    read(std::string("AUTOPLAY= ON \nQUICK=ON\0x\n", 24));
+    EXPECT_TRUE(player.gAutoPlay);
+    EXPECT_TRUE(player.gQuickPlay);
+}
+
+TEST_F(Settings, OnlyOffTurnsImageHidingOff) {
+    for (const char* text : {"off", "Off", "ON", "0", "", "no"}) {
+        player.gImageHide = false;
+        read("IMAGEHIDE=" + std::string(text) + "\n");
+        EXPECT_TRUE(player.gImageHide) << text;
+    }
+    read("IMAGEHIDE=OFF\n");
+    EXPECT_FALSE(player.gImageHide);
+}
+
+TEST_F(Settings, NumbersRoundHalvesToEven) {
+    read("DELAYTIME=2.5\nINTERVAL=3.5\n");
+    EXPECT_EQ(player.gDelayTime, 2);
+    EXPECT_EQ(player.gInterval, 4);
+}
+
+TEST_F(Settings, ADelayThatIsNoNumberIs500) {
+    player.gDelayTime = 9;
+    read("DELAYTIME=soon\n");
+    EXPECT_EQ(player.gDelayTime, 500);
+}
+
+TEST_F(Settings, ThreeNumbersBeginAtTheirDefaultsAndTheOthersStay) {
+    player.gDelayTime = 9;
+    player.gAuxType = 3;
+    player.gPattern = 4;
+    player.gMovieZoom = 2;
+    read("");
+    EXPECT_EQ(player.gDelayTime, 500);
+    EXPECT_EQ(player.gAuxType, -1);
+    EXPECT_EQ(player.gPattern, 0);
+    EXPECT_EQ(player.gMovieZoom, 2);
+}
+
+TEST_F(Settings, TextThatIsNoNumberLeavesADefaultAlone) {
+    read("WINDOWPOS=top\nPATTERN=x\nMOVIEZOOM=1 2\nIMAGEZOOM=\nINTERVAL=5s\nFILENUM=one\nPAGENUM=--1\n");
+    EXPECT_EQ(player.gWindowPos, 0);
+    EXPECT_EQ(player.gPattern, 0);
+    EXPECT_EQ(player.gMovieZoom, 0);
+    EXPECT_EQ(player.gImageZoom, 0);
+    EXPECT_EQ(player.gInterval, 0);
+    EXPECT_EQ(player.gListNumber, 0);
+    EXPECT_EQ(player.gPageNumber, 0);
+}
+
+TEST_F(Settings, NumbersThatMakeNoSenseActAsTheDefaultAndStayInTheFile) {
+    player.gIsWin9x = true;
+    const std::string lines =
+        "WINDOWPOS=9\nDELAYTIME=0\nAUXTYPE=-3\nPATTERN=99\nMOVIEZOOM=77\nIMAGEZOOM=-1\nINTERVAL=-5\nFILENUM=12\n"
+        "PAGENUM=10\n";
+    read(lines);
+    EXPECT_EQ(player.gWindowPos, 0);
+    EXPECT_EQ(player.gDelayTime, 500);
+    EXPECT_EQ(player.gAuxType, -1);
+    EXPECT_EQ(player.gPattern, 0);
+    EXPECT_EQ(player.gMovieZoom, 0);
+    EXPECT_EQ(player.gImageZoom, 0);
+    EXPECT_EQ(player.gInterval, 0);
+    EXPECT_EQ(player.gListNumber, 0);
+    EXPECT_EQ(player.gPageNumber, 0);
+    EXPECT_EQ(machine.files.bytes("/app/KADO.INI"), "[KADO]\r\n" + lines);
+}
+
+TEST_F(Settings, NumbersOutside16BitsKeepTheDefault) {
+    for (const char* number : {"32768", "65536", "-40000", "99999999999999", "1e300", "&HFFFFF"}) {
+        read("DELAYTIME=" + std::string(number) + "\nINTERVAL=" + number + "\n");
+        EXPECT_EQ(player.gDelayTime, 500) << number;
+        EXPECT_EQ(player.gInterval, 0) << number;
+    }
+    read("DELAYTIME=32767\n");
+    EXPECT_EQ(player.gDelayTime, 32767);
+}
+
+TEST_F(Settings, TheVolumeDeviceIsReadOnTheOldFamilyOnly) {
+    read("AUXTYPE=2\n");
+    EXPECT_EQ(player.gAuxType, -1);
+    player.gIsWin9x = true;
+    read("AUXTYPE=2\n");
+    EXPECT_EQ(player.gAuxType, 2);
+    read("AUXTYPE=-2\n");
+    EXPECT_EQ(player.gAuxType, -2);
+}
+
+TEST_F(Settings, AKeyIsTheFirstCharacterOfItsText) {
+    read("POWER_Click=Quit\nMIN_Click=\nREPEAT_Click=\"\nSTOP_Click=\" \"\n");
+    EXPECT_EQ(player.gKeyPower, 'Q');
+    EXPECT_EQ(player.gKeyMin, 'M');
+    EXPECT_EQ(player.gKeyRepeat, '"');
+    EXPECT_EQ(player.gKeyStop, ' ');
+}
+
+TEST_F(Settings, KeysBeyondAsciiAreCodePointsOrBytes) {
+    read("POWER_Click=\xC3\xA9t\xC3\xA9\nMIN_Click=\xE3\x81\x82\nREPEAT_Click=\xE9\nSHUFFLE_Click=\xE8\xAA\xAC\n");
+    EXPECT_EQ(player.gKeyPower, 0xE9);
+    EXPECT_EQ(player.gKeyMin, 0x3042);
+    EXPECT_EQ(player.gKeyRepeat, 0xE9);
+    EXPECT_EQ(player.gKeyShuffle, 'S') << "needs 16 bits: keeps its default";
+}
+
+TEST(CharacterCode, AndItsTextAreInverse) {
+    for (int code = 1; code <= 0x7FFF; ++code) {
+        ASSERT_EQ(characterCode(characterText(static_cast<std::int16_t>(code)) + "x"), code);
+    }
+    EXPECT_EQ(characterText(0x7F), "\x7F");
+    EXPECT_EQ(characterText(0x80), "\xC2\x80");
+    EXPECT_EQ(characterText(0), "");
+    EXPECT_EQ(characterText(-1), "");
+    EXPECT_EQ(characterCode(""), std::nullopt);
+    EXPECT_EQ(characterCode("\xF0\x9F\x8E\xB5"), std::nullopt);
+    EXPECT_EQ(characterCode("\xC0\x80"), 0xC0);
+    EXPECT_EQ(characterCode("\xE0\x80\x80"), 0xE0);
+    EXPECT_EQ(characterCode("\xE3\x81"), 0xE3);
+}
+
+TEST_F(Settings, EmptySkinNamesAreTheDefaultSkin) {
+    settings("BITMAPFILE=\nTEXTFILE= \n");
+    readSkinNames(player);
+    EXPECT_EQ(player.gBitmapFileName, "DEFAULT.BMP");
+    EXPECT_EQ(player.gTextFileName, "DEFAULT.CSV");
+}
+
+TEST_F(Settings, LongTextsAreCutAt511Bytes) {
+    settings("BITMAPFILE=" + std::string(600, 'x') + "\n");
+    EXPECT_EQ(ReadSettingText(player, "BITMAPFILE"), std::string(511, 'x'));
+}
+
+TEST_F(Settings, TheFirstWriteMakesTheFile) {
+    WriteSetting(player, "AUTOPLAY", switchText(true));
+    EXPECT_EQ(machine.files.bytes("/app/KADO.INI"), "[KADO]\r\nAUTOPLAY=ON\r\n");
+    EXPECT_EQ(ReadSettingText(player, "autoplay"), "ON");
+}
+
+TEST_F(Settings, SeveralKeysAreOneReplacement) {
+    settings("AUTOPLAY=OFF\r\n");
+    EXPECT_TRUE(writeSettings(player, {{"QUICK", "ON"}, {"AUTOPLAY", "ON"}, {"PAGENUM", "3"}}));
+    EXPECT_EQ(machine.files.bytes("/app/KADO.INI"), "[KADO]\r\nAUTOPLAY=ON\r\nQUICK=ON\r\nPAGENUM=3\r\n");
+    EXPECT_EQ(machine.calls("files"), std::vector<std::string>{"files.replace /app/KADO.INI"});
+}
+
+TEST_F(Settings, AFailedWriteIsSilentAndLeavesTheFile) {
+    settings("AUTOPLAY=OFF\r\n");
+    machine.files.failReplace = true;
+    WriteSetting(player, "AUTOPLAY", "ON");
+    EXPECT_FALSE(writeSettings(player, {{"AUTOPLAY", "ON"}}));
+    EXPECT_EQ(ReadSettingText(player, "AUTOPLAY"), "OFF");
+    EXPECT_TRUE(machine.dialogs.boxes.empty());
+}
+
+TEST_F(Settings, AnAbsurdlyLongFileReadsAsEmptyAndIsNeverWrittenOver) {
+    settings("AUTOPLAY=ON\r\n;" + std::string(kMostProfileBytes, 'x'));
+    readSettings(player);
+    EXPECT_FALSE(player.gAutoPlay);
+    EXPECT_FALSE(writeSettings(player, {{"AUTOPLAY", "OFF"}}));
+    EXPECT_TRUE(machine.calls("files").empty());
+}
+
+TEST_F(Settings, BinaryAndTruncatedFilesGiveDefaults) {
+    std::string noise;
+    for (int i = 0; i < 50'000; ++i) noise += static_cast<char>((i * 7919 + i / 13) & 0xFF);
+    for (const std::string& text :
+         {noise, std::string(1'000, '\0'), std::string("[KADO"), std::string("[KADO]\r\nDELAYTI")}) {
+        machine.files.add("/app/KADO.INI", text);
+        readSkinNames(player);
+        readSettings(player);
+        EXPECT_EQ(player.gDelayTime, 500);
+        EXPECT_EQ(player.gBitmapFileName, "DEFAULT.BMP");
+        EXPECT_EQ(player.gKeyPlay, 'z');
+    }
+}
+
+TEST_F(Settings, TextThatIsNoNumberLeavesWhatWasReadBefore) {
+    read("WINDOWPOS=2\nMOVIEZOOM=3\nIMAGEZOOM=4\nINTERVAL=20\nFILENUM=5\nPAGENUM=6\n");
+    for (const char* text : {"x", "1 2", "", "5s", "--1", "&H"}) {
+        SCOPED_TRACE(text);
+        std::string lines;
+        for (const char* key : {"WINDOWPOS", "MOVIEZOOM", "IMAGEZOOM", "INTERVAL", "FILENUM", "PAGENUM"}) {
+            lines += std::string(key) + "=" + text + "\n";
+        }
+        read(lines);
+        EXPECT_EQ(player.gWindowPos, 2);
+        EXPECT_EQ(player.gMovieZoom, 3);
+        EXPECT_EQ(player.gImageZoom, 4);
+        EXPECT_EQ(player.gInterval, 20);
+        EXPECT_EQ(player.gListNumber, 5);
+        EXPECT_EQ(player.gPageNumber, 6);
+    }
+}
+
+}  // namespace
+}  // namespace corvane
