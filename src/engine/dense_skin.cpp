@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "engine/text.h"
+#include "types/text.h"
 
 namespace corvane {
 

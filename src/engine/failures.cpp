@@ -2,7 +2,7 @@
 // Files that cannot be opened, and answers that come too late.
 #include "engine/mdlPublicFunction.h"
 #include "engine/panel_texts.h"
-#include "engine/text.h"
+#include "types/text.h"
 
 namespace corvane::mdlPublicFunction {
 

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "engine/mdlPublicFunction.h"
-#include "engine/text.h"
+#include "types/text.h"
 
 namespace corvane::mdlPublicFunction {
 

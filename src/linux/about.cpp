@@ -15,16 +15,16 @@
 #include <utility>
 #include <vector>
 
+#include "drives/drive_calls.h"
 #include "linux/confinement/confinement.h"
-#include "linux/drives/drive_calls.h"
 #include "linux/instance.h"
-#include "linux/media/discs/cd_disc.h"
-#include "linux/media/midi/fluid_library.h"
-#include "linux/media/midi/synthesizer.h"
-#include "linux/media/movies/movie_library.h"
-#include "linux/media/sound/av_library.h"
-#include "linux/media/sound/pulse_link.h"
 #include "linux/program_folder.h"
+#include "media/discs/cd_disc.h"
+#include "media/midi/fluid_library.h"
+#include "media/midi/synthesizer.h"
+#include "media/movies/movie_library.h"
+#include "media/sound/av_library.h"
+#include "media/sound/pulse_link.h"
 
 namespace corvane {
 

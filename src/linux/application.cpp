@@ -3,7 +3,7 @@
 
 #include <QEvent>
 
-#include "linux/windowing/spare_descriptors.h"
+#include "drives/spare_descriptors.h"
 
 namespace corvane {
 

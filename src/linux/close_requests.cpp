@@ -15,7 +15,7 @@
 #include <cstring>
 #include <string>
 
-#include "linux/drives/drive_calls.h"
+#include "drives/drive_calls.h"
 
 namespace corvane {
 

@@ -20,7 +20,7 @@
 #include <filesystem>
 #include <string_view>
 
-#include "linux/windowing/spare_descriptors.h"
+#include "drives/spare_descriptors.h"
 #include "shell/instance_call.h"
 
 namespace corvane {

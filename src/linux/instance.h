@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "linux/files/descriptor.h"
+#include "drives/descriptor.h"
 #include "linux/private_folder.h"
 
 namespace corvane {

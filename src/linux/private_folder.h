@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "linux/files/descriptor.h"
+#include "drives/descriptor.h"
 
 namespace corvane {
 

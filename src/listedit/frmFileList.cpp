@@ -6,9 +6,9 @@
 
 #include "engine/mdlPublicFunction.h"
 #include "engine/return_to_panel.h"
-#include "engine/text.h"
 #include "listedit/filters.h"
 #include "storage/settings.h"
+#include "types/text.h"
 
 namespace corvane {
 

@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "engine/mdlPublicFunction.h"
-#include "engine/text.h"
 #include "listedit/frmFileList.h"
 #include "storage/play_lists.h"
+#include "types/text.h"
 
 // The editor's list: reading, saving, adding, removing, and its way into the player.
 

@@ -10,6 +10,7 @@
 #include <filesystem>
 
 #include "dialogs/forms.h"
+#include "drives/spare_descriptors.h"
 #include "engine/mdlPublicFunction.h"
 #include "engine/media_session.h"
 #include "engine/player.h"
@@ -24,7 +25,6 @@
 #include "linux/linux_desktop.h"
 #include "linux/program_folder.h"
 #include "linux/window_system.h"
-#include "linux/windowing/spare_descriptors.h"
 #include "listedit/forms.h"
 #include "panel/forms.h"
 #include "players/forms.h"

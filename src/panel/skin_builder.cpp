@@ -7,8 +7,8 @@
 #include <limits>
 #include <optional>
 
-#include "engine/text.h"
 #include "panel/skin_records.h"
+#include "types/text.h"
 
 namespace corvane {
 

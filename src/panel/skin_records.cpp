@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "engine/mdlPublicFunction.h"
-#include "engine/text.h"
+#include "types/text.h"
 
 namespace corvane {
 

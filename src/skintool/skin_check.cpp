@@ -7,9 +7,9 @@
 #include <utility>
 
 #include "engine/mdlPublicFunction.h"
-#include "engine/text.h"
 #include "panel/skin_builder.h"
 #include "panel/skin_records.h"
+#include "types/text.h"
 
 namespace corvane {
 

@@ -4,10 +4,10 @@
 #include <filesystem>
 
 #include "engine/dense_skin.h"
-#include "engine/text.h"
 #include "linux/files/qt_files.h"
 #include "linux/pictures/qt_pictures.h"
 #include "panel/skin_builder.h"
+#include "types/text.h"
 
 namespace corvane {
 

@@ -6,11 +6,11 @@
 
 #include "engine/dense_skin.h"
 #include "engine/mdlPublicFunction.h"
-#include "engine/text.h"
 #include "panel/skin_builder.h"
 #include "startup/forms.h"
 #include "storage/play_lists.h"
 #include "storage/settings.h"
+#include "types/text.h"
 
 namespace corvane {
 

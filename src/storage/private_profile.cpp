@@ -5,7 +5,7 @@
 #include <map>
 #include <optional>
 
-#include "engine/text.h"
+#include "types/text.h"
 
 namespace corvane {
 

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "fuzz.h"
-#include "linux/media/midi/midi_file.h"
+#include "media/midi/midi_file.h"
 
 namespace corvane::fuzz {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fuzz.h"
-#include "linux/pictures/jpeg_reader.h"
-#include "linux/pictures/png_reader.h"
+#include "media/pictures/jpeg_reader.h"
+#include "media/pictures/png_reader.h"
 #include "pictures/picture_file.h"
 #include "unit/pictures/picture_bytes.h"
 

@@ -3,10 +3,10 @@
 #include <array>
 
 #include "engine/player.h"
-#include "engine/text.h"
 #include "fake/fake_machine.h"
 #include "fuzz.h"
 #include "storage/settings.h"
+#include "types/text.h"
 
 namespace corvane {
 namespace {

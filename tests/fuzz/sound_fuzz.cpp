@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "fuzz.h"
-#include "linux/media/sound/file_sound.h"
+#include "media/sound/file_sound.h"
 
 namespace {
 

@@ -36,7 +36,7 @@ class Rules:
 
     tree = PROJECT / "build" / "mutation"
     folders = ("types", "discs", "pictures", "engine", "storage", "startup", "panel", "players", "listedit", "dialogs", "shell")
-    left_out = (("src", "linux"), ("src", "main"), ("src", "windows"), ("tests", "e2e"))
+    left_out = (("src", "linux"), ("src", "drives"), ("src", "media"), ("src", "main"), ("src", "windows"), ("tests", "e2e"))
     copied = ("CMakeLists.txt", "cmake", "src", "tests", "PANELSET", "samples")
     headers = True
     shared_screen = False
@@ -109,7 +109,7 @@ class Linux(Desktop):
     """The desktop of Linux."""
 
     tree = PROJECT / "build" / "mutation_linux"
-    folders = ("linux",)
+    folders = ("linux", "drives", "media")
     test_names = ("test_unit_linux", "test_contract_linux")
     packages = ("Qt6Widgets", "Qt6DBus", "mpv", "fluidsynth", "libcdio", "libcdio_paranoia", "libcdio_cdda", "libpulse",
                 "libseccomp", "xcb", "libavformat", "libavcodec", "libavutil", "libswresample")

@@ -17,7 +17,7 @@
 #include <optional>
 #include <string_view>
 
-#include "linux/files/descriptor.h"
+#include "drives/descriptor.h"
 
 namespace corvane {
 

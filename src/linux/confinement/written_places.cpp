@@ -12,7 +12,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "linux/files/descriptor.h"
+#include "drives/descriptor.h"
 
 namespace corvane {
 

@@ -13,8 +13,8 @@
 #include <cstdlib>
 #include <memory>
 
-#include "linux/drives/drive_file.h"
-#include "linux/media/discs/cd_folder.h"
+#include "drives/drive_file.h"
+#include "media/discs/cd_folder.h"
 #include "shell/file_patterns.h"
 
 namespace corvane {

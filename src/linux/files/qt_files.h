@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "linux/drives/drive_calls.h"
+#include "drives/drive_calls.h"
 #include "platform/ports.h"
 
 namespace corvane {

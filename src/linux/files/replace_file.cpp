@@ -15,7 +15,7 @@
 #include <memory>
 #include <string_view>
 
-#include "linux/files/descriptor.h"
+#include "drives/descriptor.h"
 #include "linux/files/qt_files.h"
 
 namespace corvane {

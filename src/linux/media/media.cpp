@@ -5,12 +5,12 @@
 #include <functional>
 #include <utility>
 
-#include "linux/media/midi/midi_sound.h"
-#include "linux/media/movies/movie_library.h"
 #include "linux/media/movies/movie_players.h"
-#include "linux/media/sound/av_library.h"
 #include "linux/media/sound/desktop_mci_control.h"
-#include "linux/media/sound/silence.h"
+#include "media/midi/midi_sound.h"
+#include "media/movies/movie_library.h"
+#include "media/sound/av_library.h"
+#include "media/sound/silence.h"
 #include "workers/worker.h"
 
 namespace corvane {

@@ -11,9 +11,9 @@
 #include <utility>
 #include <vector>
 
-#include "linux/drives/drive_file.h"
-#include "linux/pictures/jpeg_reader.h"
-#include "linux/pictures/png_reader.h"
+#include "drives/drive_file.h"
+#include "media/pictures/jpeg_reader.h"
+#include "media/pictures/png_reader.h"
 #include "pictures/picture_file.h"
 
 namespace corvane {

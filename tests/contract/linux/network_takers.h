@@ -10,8 +10,8 @@
 
 #include "contract/linux/mci_rig.h"
 #include "contract/linux/network_lures.h"
-#include "linux/media/movies/movie_library.h"
-#include "linux/media/sound/av_library.h"
+#include "media/movies/movie_library.h"
+#include "media/sound/av_library.h"
 
 /// The libraries that play, told nothing of what they may not do: what takes a lure, so that one that calls nobody in
 /// the player is known to be refused there, and not to be broken.

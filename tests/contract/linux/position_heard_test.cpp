@@ -10,9 +10,9 @@
 #include "contract/linux/mci_rig.h"
 #include "contract/linux/movie_sound_rig.h"
 #include "contract/linux/tone_steps.h"
-#include "linux/media/midi/midi_sound.h"
 #include "linux/media/sound/desktop_mci_control.h"
-#include "linux/media/sound/file_sound.h"
+#include "media/midi/midi_sound.h"
+#include "media/sound/file_sound.h"
 #include "unit/linux/cd_image.h"
 #include "unit/linux/midi_score.h"
 

@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "contract/linux/mci_rig.h"
-#include "linux/media/midi/midi_sound.h"
-#include "linux/media/sound/file_sound.h"
+#include "media/midi/midi_sound.h"
+#include "media/sound/file_sound.h"
 
 namespace corvane {
 namespace {

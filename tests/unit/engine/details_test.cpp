@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Readers of texts and the engine's procedures at their limits.
-#include "engine/text.h"
 #include "fake/player_fixture.h"
+#include "types/text.h"
 
 namespace corvane {
 namespace {

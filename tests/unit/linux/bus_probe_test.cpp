@@ -10,7 +10,7 @@
 #include <cstring>
 #include <thread>
 
-#include "linux/files/descriptor.h"
+#include "drives/descriptor.h"
 #include "unit/linux/offscreen.h"
 
 namespace corvane {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "linux/media/discs/cd_folder.h"
+#include "media/discs/cd_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include <fstream>
 
 #include "linux/files/qt_files.h"
-#include "linux/media/discs/cd_sound.h"
+#include "media/discs/cd_sound.h"
 #include "unit/linux/cd_image.h"
 
 namespace corvane {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "linux/media/discs/cd_image.h"
+#include "media/discs/cd_image.h"
 
 #include <gtest/gtest.h>
 #include <sys/socket.h>
@@ -13,8 +13,8 @@
 #include <future>
 
 #include "contract/linux/mci_rig.h"
-#include "linux/media/discs/cd_sound.h"
-#include "linux/media/sound/file_sound.h"
+#include "media/discs/cd_sound.h"
+#include "media/sound/file_sound.h"
 #include "unit/linux/cd_image.h"
 #include "unit/linux/offscreen.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "linux/media/discs/cd_sound.h"
+#include "media/discs/cd_sound.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <fstream>
 
-#include "linux/media/discs/cd_disc.h"
+#include "media/discs/cd_disc.h"
 #include "unit/linux/cd_image.h"
 #include "unit/linux/offscreen.h"
 

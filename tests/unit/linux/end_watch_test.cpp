@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "linux/media/sound/end_watch.h"
+#include "media/sound/end_watch.h"
 
 #include <gtest/gtest.h>
 

@@ -4,8 +4,8 @@
 #include <QImageWriter>
 #include <chrono>
 
-#include "linux/pictures/jpeg_reader.h"
-#include "linux/pictures/png_reader.h"
+#include "media/pictures/jpeg_reader.h"
+#include "media/pictures/png_reader.h"
 #include "pictures/picture_file.h"
 #include "unit/linux/memory_peak.h"
 #include "unit/linux/pictures_rig.h"

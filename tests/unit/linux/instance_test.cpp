@@ -16,7 +16,7 @@
 #include <ctime>
 #include <thread>
 
-#include "linux/windowing/spare_descriptors.h"
+#include "drives/spare_descriptors.h"
 #include "unit/linux/offscreen.h"
 
 namespace corvane {

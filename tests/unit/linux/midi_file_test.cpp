@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "linux/media/midi/midi_file.h"
+#include "media/midi/midi_file.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <vector>
 
-#include "linux/media/midi/midi_sound.h"
+#include "media/midi/midi_sound.h"
 #include "unit/linux/midi_score.h"
 #include "unit/linux/offscreen.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "linux/media/movies/movie_handle.h"
+#include "media/movies/movie_handle.h"
 
 #include <gtest/gtest.h>
 

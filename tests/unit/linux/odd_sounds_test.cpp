@@ -11,7 +11,7 @@
 #include <sstream>
 #include <vector>
 
-#include "linux/media/sound/file_sound.h"
+#include "media/sound/file_sound.h"
 #include "unit/linux/memory_peak.h"
 #include "unit/linux/offscreen.h"
 

@@ -6,11 +6,11 @@
 #include <optional>
 
 #include "contract/linux/mci_rig.h"
-#include "linux/drives/drive_calls.h"
+#include "drives/drive_calls.h"
 #include "linux/media/media.h"
 #include "linux/media/movies/movie_player.h"
 #include "linux/media/sound/desktop_mci_control.h"
-#include "linux/media/sound/pulse_link.h"
+#include "media/sound/pulse_link.h"
 #include "unit/linux/offscreen.h"
 
 namespace corvane {

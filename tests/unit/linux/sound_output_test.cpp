@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "linux/media/sound/sound_output.h"
+#include "media/sound/sound_output.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "linux/windowing/spare_descriptors.h"
+#include "drives/spare_descriptors.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-#include "linux/files/plain_file.h"
+#include "drives/plain_file.h"
 #include "unit/linux/offscreen.h"
 
 namespace corvane {

@@ -9,7 +9,7 @@
 #include <cstdlib>
 
 #include "linux/media/movies/fitted_area.h"
-#include "linux/media/movies/movie_library.h"
+#include "media/movies/movie_library.h"
 
 namespace corvane {
 

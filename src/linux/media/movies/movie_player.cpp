@@ -8,11 +8,11 @@
 #include <utility>
 #include <vector>
 
-#include "linux/media/movies/movie_duration.h"
-#include "linux/media/movies/movie_handle.h"
-#include "linux/media/movies/movie_library.h"
-#include "linux/media/sound/silence.h"
-#include "linux/media/sound/sound_backend.h"
+#include "media/movies/movie_duration.h"
+#include "media/movies/movie_handle.h"
+#include "media/movies/movie_library.h"
+#include "media/sound/silence.h"
+#include "media/sound/sound_backend.h"
 
 namespace corvane {
 

@@ -13,9 +13,9 @@
 #include <string>
 
 #include "linux/media/movies/movie_frames.h"
-#include "linux/media/movies/movie_handle.h"
-#include "linux/media/movies/movie_source.h"
 #include "linux/media/ui_post.h"
+#include "media/movies/movie_handle.h"
+#include "media/movies/movie_source.h"
 #include "workers/worker.h"
 
 struct mpv_handle;

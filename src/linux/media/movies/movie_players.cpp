@@ -5,7 +5,7 @@
 
 #include "linux/media/movies/movie_desktop_control.h"
 #include "linux/media/movies/movie_player.h"
-#include "linux/media/sound/pulse_link.h"
+#include "media/sound/pulse_link.h"
 
 namespace corvane {
 

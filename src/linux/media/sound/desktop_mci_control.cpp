@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "discs/cd_arithmetic.h"
-#include "linux/media/midi/midi_sound.h"
-#include "linux/media/sound/file_sound.h"
+#include "media/midi/midi_sound.h"
+#include "media/sound/file_sound.h"
 
 namespace corvane {
 

@@ -6,10 +6,10 @@
 #include <optional>
 #include <string>
 
-#include "linux/media/midi/synthesizer.h"
-#include "linux/media/sound/open_job.h"
-#include "linux/media/sound/sound_output.h"
 #include "linux/media/ui_post.h"
+#include "media/midi/synthesizer.h"
+#include "media/sound/open_job.h"
+#include "media/sound/sound_output.h"
 #include "shell/mci_command_control.h"
 
 namespace corvane {

@@ -11,8 +11,8 @@
 #include <string>
 #include <utility>
 
-#include "linux/media/sound/pulse_link.h"
 #include "linux/media/ui_post.h"
+#include "media/sound/pulse_link.h"
 #include "platform/ports.h"
 
 struct pa_sink_info;

@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "drives/drive_calls.h"
+
+#include <mntent.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <climits>
+#include <condition_variable>
+#include <cstdio>
+#include <string_view>
+
+#include "workers/worker.h"
+
+namespace corvane {
+
+namespace {
+
+bool isBelow(std::string_view path, std::string_view place) {
+    return path.substr(0, place.size()) == place && (path.size() == place.size() || path[place.size()] == '/');
+}
+
+std::string folderOf(const std::string& path) { return path.substr(0, path.rfind('/')); }
+
+/// Where the drive of a path is mounted, found without asking the drive; "" for the drive of the system itself.
+std::string mountOf(const std::string& path) {
+    const std::unique_ptr<FILE, int (*)(FILE*)> mounts(setmntent("/proc/self/mounts", "re"), endmntent);
+    std::string drive;
+    mntent mount{};
+    std::array<char, 8192> buffer{};
+    while (mounts && getmntent_r(mounts.get(), &mount, buffer.data(), static_cast<int>(buffer.size())) != nullptr) {
+        const std::string_view place = mount.mnt_dir;
+        if (place.size() > drive.size() && place != "/" && isBelow(path, place)) drive = place;
+    }
+    return drive;
+}
+
+constexpr int kMostLinks = 40;  ///< that the system follows in one path
+
+/// Follows the links of a path. Before each look at a name `before` is told the whole path as it is known by then;
+/// false from it ends the way. `link` is told each name that is a link.
+template <class Before, class Link>
+void followLinks(const std::string& path, const Before& before, const Link& link) {
+    if (path.size() >= PATH_MAX) return;  // the system takes none so long, and each step costs as much as is left
+    std::string way, rest = path;
+    for (int links = 0; rest.find_first_not_of('/') != std::string::npos;) {
+        const std::size_t begin = rest.find_first_not_of('/');
+        const std::size_t end = std::min(rest.find('/', begin), rest.size());
+        const std::string name = rest.substr(begin, end - begin);
+        rest.erase(0, end);
+        if (name == ".") continue;
+        if (name == "..") {
+            way.erase(std::min(way.rfind('/'), way.size()));
+            continue;
+        }
+        const std::string next = way + '/' + name;
+        if (!before(next + rest)) return;
+        std::array<char, PATH_MAX> target{};
+        const ssize_t length = readlink(next.c_str(), target.data(), target.size());
+        if (length <= 0) {
+            way = next;
+            continue;
+        }
+        if (++links > kMostLinks) return;
+        link(next);
+        if (target[0] == '/') way.clear();
+        rest = '/' + std::string(target.data(), static_cast<std::size_t>(length)) + rest;
+    }
+}
+
+/// How soon a wait ends that is given up.
+constexpr std::chrono::milliseconds kLook{10};
+
+}  // namespace
+
+struct DriveCalls::Call {
+    std::mutex mutex;
+    std::condition_variable finished;
+    bool done = false;
+    bool refused = false;            ///< not asked: a link leads to a drive whose answer is overdue
+    std::string at;                  ///< the path that is asked for, behind all links that are known
+    std::vector<std::string> links;  ///< that led there
+
+    template <class Change>
+    void tell(const Change& change) {
+        const std::lock_guard lock(mutex);
+        change(*this);
+    }
+    void finish() {
+        const std::lock_guard lock(mutex);
+        done = true;
+        finished.notify_all();
+    }
+    bool isDone() {
+        const std::lock_guard lock(mutex);
+        return done;
+    }
+    /// False: not done when it was due, or given up before.
+    bool wait(Clock::time_point due, const std::atomic<bool>* giveUp) {
+        std::unique_lock lock(mutex);
+        while (!done && !(giveUp != nullptr && *giveUp)) {
+            const auto now = Clock::now();
+            if (now >= due) return false;
+            finished.wait_until(lock, giveUp != nullptr ? std::min(due, now + kLook) : due);
+        }
+        return done;
+    }
+};
+
+DriveCalls& DriveCalls::all() {
+    static auto* const calls = new DriveCalls;
+    return *calls;
+}
+
+void DriveCalls::release(std::shared_ptr<void> last) {
+    Worker::run(
+        [last = std::make_shared<std::shared_ptr<void>>(std::move(last))](const Worker::GiveUp&) { last->reset(); });
+}
+
+std::optional<DriveCalls::Unanswered> DriveCalls::unansweredOf(const std::string& path) {
+    const std::lock_guard lock(mutex_);
+    std::erase_if(unanswered_, [](const Unanswered& one) { return one.call->isDone(); });
+    if (unanswered_.empty()) return std::nullopt;
+    const Place place{mountOf(path), folderOf(path)};
+    for (const Unanswered& one : unanswered_) {
+        const bool isByLink = std::any_of(one.links.begin(), one.links.end(),
+                                          [&path](const std::string& link) { return isBelow(path, link); });
+        // The drive of the system itself holds too much to be given up whole: there a folder is.
+        const bool isSame = one.place.mount.empty() ? one.place.folder == place.folder : one.place.mount == place.mount;
+        if (isSame || (isByLink && (!one.place.mount.empty() || one.asked == place.folder))) return one;
+    }
+    return std::nullopt;
+}
+
+/// On the call's thread. False: a link leads to a drive whose answer is overdue.
+bool DriveCalls::follow(const std::string& path, Call& call) {
+    bool isByLink = false, mayGoOn = true;
+    const auto before = [&](const std::string& whole) {
+        const auto overdue = isByLink ? unansweredOf(whole) : std::nullopt;
+        mayGoOn = !overdue || Clock::now() < overdue->due;
+        call.tell([&](Call& one) { one.at = whole; });
+        return mayGoOn;
+    };
+    const auto passed = [&](const std::string& name) {
+        isByLink = true;
+        call.tell([&](Call& one) { one.links.push_back(name); });
+    };
+    followLinks(path, before, passed);
+    if (!mayGoOn) call.tell([](Call& one) { one.refused = true; });
+    return mayGoOn;
+}
+
+/// An overdue answer refuses the next question. One that was given up early, as by a press of stop, is only waited for.
+bool DriveCalls::mayAsk(const std::string& path, Clock::time_point due, const std::atomic<bool>* giveUp) {
+    while (const auto before = unansweredOf(path)) {
+        if (Clock::now() >= before->due || !before->call->wait(std::min(due, before->due), giveUp)) return false;
+    }
+    return true;
+}
+
+bool DriveCalls::run(const std::string& path, Wait wait, std::function<void()> question) {
+    const Clock::time_point due = Clock::now() + wait.patience;
+    if (!mayAsk(path, due, wait.giveUp)) return false;
+    const auto call = std::make_shared<Call>();
+    const auto ask = [this, path, call, question = std::move(question)](const Worker::GiveUp&) {
+        if (follow(path, *call)) question();
+        call->finish();
+    };
+    if (!Worker::run(ask, [call] { call->finish(); })) return false;
+    const bool answered = call->wait(due, wait.giveUp);
+    const std::lock_guard lock(mutex_);
+    const std::lock_guard known(call->mutex);
+    if (answered) return !call->refused;
+    const std::string& at = call->at.empty() ? path : call->at;
+    unanswered_.push_back({{mountOf(at), folderOf(at)}, folderOf(path), call->links, call, due});
+    return false;
+}
+
+}  // namespace corvane
