@@ -4,7 +4,7 @@
 
 Groups: rule scripts (tests/rules/*.py), shipped files (samples, skins, the installed tree), test programs of build/release, the
 same of build/asan (portable core), as many at once as there are processors, the end-to-end stories (tests/e2e/run.py) and
-some of them under a memory checker (tests/memcheck); at the end, the rule book (tests/rules.md) against what ran. What passed and has not
+some of them under a memory checker (tests/memcheck). What passed and has not
 changed since is counted and not run again.
 The last line is "N passed, N failed, N skipped".
 """
@@ -209,6 +209,10 @@ def run_group(counts, memory, name, key, run):
     counts.add(name, *result, f"{time.monotonic() - began:.1f} s")
 
 
+def rule_command(script):
+    return ["/usr/bin/python3", str(script), *(["--check"] if script.stem == "book" else [])]
+
+
 def rule_scripts(counts, memory, wanted):
     scripts = sorted((ROOT / "tests" / "rules").glob("*.py")) if (ROOT / "tests" / "rules").is_dir() else []
     scripts = [s for s in scripts if os.access(s, os.X_OK) and wanted(f"rules:{s.stem}")]
@@ -216,7 +220,7 @@ def rule_scripts(counts, memory, wanted):
         print("== Rules", flush=True)
     for script in scripts:
         key = content_key(ROOT / "src", ROOT / "tests", ROOT / "tools")
-        run_group(counts, memory, f"rules:{script.stem}", key, lambda s=script: lines_test(s.stem, ["/usr/bin/python3", str(s)], 120))
+        run_group(counts, memory, f"rules:{script.stem}", key, lambda s=script: lines_test(s.stem, rule_command(s), 120))
 
 
 def shipped(counts, memory, wanted):
@@ -338,16 +342,6 @@ def memory_sample(counts, memory, wanted):
     run_group(counts, memory, "memory", key, lambda: lines_test("memory", command, MEMORY_SECONDS))
 
 
-def rule_book(counts, partly, windows=False):
-    """Each rule's tests are among those that ran; a run of a part answers for its own groups, and that of the Windows
-    program for those that run nowhere else."""
-    print("== Rule book", flush=True)
-    began = time.monotonic()
-    command = ["/usr/bin/python3", str(ROOT / "tests" / "rules" / "rule_book.py"), "--ran", str(REPORTS)]
-    command += [*(["--partly"] if partly else []), *(["--windows"] if windows else []), *counts.groups]
-    counts.add("rule book", *lines_test("rule book", command, 120), f"{time.monotonic() - began:.1f} s")
-
-
 def windows_run(counts, memory, only, wanted):
     build = BUILD / "windows"
     if wanted("shipped:windows hardened") and (build / "corvane.exe").exists():
@@ -358,8 +352,6 @@ def windows_run(counts, memory, only, wanted):
     windows_programs(counts, memory, wanted, whole=True)
     if not only or only.startswith("e2e"):
         stories(counts, memory, only, windows=True)
-    if not only:
-        rule_book(counts, partly=False, windows=True)
     if not counts.passed and not counts.failed:
         print("   no test has that name" if only else "   no test was found")
         counts.failed = 1
@@ -397,8 +389,6 @@ def main():
             if not options.only or options.only.startswith("e2e"):
                 stories(counts, memory, options.only)
             memory_sample(counts, memory, wanted)
-        if not options.only:
-            rule_book(counts, options.quick)
     except SessionError as error:
         counts.add("private desktop", 0, 1, 0, str(error))
     if not counts.passed and not counts.failed and not counts.skipped:

@@ -20,6 +20,7 @@ protected:
     }
 };
 
+/// COM-05
 TEST_P(EventLoopContract, RunsPostedEventsLaterInOrder) {
     stage->loop().post(say(1));
     stage->loop().post([this] {
@@ -33,6 +34,7 @@ TEST_P(EventLoopContract, RunsPostedEventsLaterInOrder) {
     EXPECT_TRUE(stage->loop().idle());
 }
 
+/// COM-02
 TEST_P(EventLoopContract, EventsWaitWhileHeldAndRunAfterwards) {
     {
         const EventLoop::Hold hold(stage->loop());

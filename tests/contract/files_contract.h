@@ -39,6 +39,8 @@ protected:
     std::string in(const std::string& name) { return stage->root() + files.separator() + name; }
 };
 
+/// MEDIA-33: The lookup gives a file's own name, hidden ones included, and takes no folder for a file
+/// DROP-06
 TEST_P(FilesContract, LooksUpAFilesOwnName) {
     stage->makeFile(in("Song.wav"), "");
     EXPECT_EQ(files.lookUp(in("Song.wav")), "Song.wav");
@@ -47,16 +49,19 @@ TEST_P(FilesContract, LooksUpAFilesOwnName) {
     EXPECT_EQ(files.lookUp(""), std::nullopt);
 }
 
+/// START-12, DROP-06, OPEN-05, MEDIA-33, WIN-11
 TEST_P(FilesContract, LooksUpHiddenFilesToo) {
     stage->makeHiddenFile(in(stage->hiddenName()));
     EXPECT_EQ(files.lookUp(in(stage->hiddenName())), stage->hiddenName());
 }
 
+/// MEDIA-33
 TEST_P(FilesContract, AFolderIsNoFile) {
     stage->makeFolder(in("folder"));
     EXPECT_EQ(files.lookUp(in("folder")), std::nullopt);
 }
 
+/// MEDIA-34: A list of files is sorted without case and matches any of several patterns
 TEST_P(FilesContract, ListsFilesThatMatchSortedWithoutCase) {
     for (const char* name : {"b.BMP", "A.bmp", "c.jpg", "d.wav", "bmp", "x.bmp.txt"}) stage->makeFile(in(name), "");
     stage->makeFolder(in("folder.bmp"));
@@ -97,6 +102,8 @@ TEST_P(FilesContract, DoesNotReadWhatIsTooLongOrNoFile) {
     EXPECT_EQ(files.read(in("folder"), 7), std::nullopt);
 }
 
+/// MEDIA-35: A replacement is whole or leaves the old file
+/// WIN-14: A file is replaced whole or not at all, a read-only one never
 TEST_P(FilesContract, ReplacesAndCreatesAFile) {
     stage->makeFile(in("old.ini"), "a long old content");
     EXPECT_TRUE(files.replace(in("old.ini"), "new"));
@@ -112,6 +119,7 @@ TEST_P(FilesContract, CannotReplaceWhereThereIsNoFolder) {
     EXPECT_FALSE(files.replace(in("folder"), "new"));
 }
 
+/// SET-57, MEDIA-35, WIN-14
 TEST_P(FilesContract, AFailedReplacementLeavesTheOldFile) {
     stage->makeFile(in("old.ini"), "old");
     if (!stage->failReplacements()) GTEST_SKIP() << "replacements cannot be made to fail here";

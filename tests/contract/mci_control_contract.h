@@ -88,6 +88,7 @@ protected:
     }
 };
 
+/// MEDIA-01: Without a device commands do nothing and positions read 0
 TEST_P(MciControlContract, ReadsZeroAndDoesNothingWithoutADevice) {
     EXPECT_EQ(mci->DeviceType(), "");
     EXPECT_EQ(mci->To(), 0);
@@ -101,6 +102,8 @@ TEST_P(MciControlContract, ReadsZeroAndDoesNothingWithoutADevice) {
     EXPECT_EQ(updates, 0);
 }
 
+/// MEDIA-02: Opening gives the length and does not start
+/// OPEN-25
 TEST_P(MciControlContract, OpensWithTheLengthAndDoesNotStart) {
     openSound();
     stage->pass(300);
@@ -108,6 +111,7 @@ TEST_P(MciControlContract, OpensWithTheLengthAndDoesNotStart) {
     EXPECT_EQ(updates, 0);
 }
 
+/// OPEN-27, MEDIA-36
 TEST_P(MciControlContract, PlaysASequence) {
     if (!stage->playsSequences()) GTEST_SKIP() << "nothing plays MIDI here";
     open(stage->sequence(), stage->sequenceMs(), "Sequencer");
@@ -118,6 +122,7 @@ TEST_P(MciControlContract, PlaysASequence) {
     EXPECT_TRUE(failed.empty());
 }
 
+/// MEDIA-36
 TEST_P(MciControlContract, GoesAtThePaceOfTheTimeAlsoAfterASeekAndAPause) {
     openSound();
     command("Play");
@@ -136,6 +141,7 @@ TEST_P(MciControlContract, GoesAtThePaceOfTheTimeAlsoAfterASeekAndAPause) {
     expectPace(400);
 }
 
+/// MCI-06
 TEST_P(MciControlContract, TellsTheStatusWhilePlayingOnly) {
     openSound();
     command("Play");
@@ -147,6 +153,7 @@ TEST_P(MciControlContract, TellsTheStatusWhilePlayingOnly) {
     EXPECT_EQ(updates, sofar);
 }
 
+/// MEDIA-03: An unknown command changes nothing
 TEST_P(MciControlContract, AnUnknownCommandChangesNothing) {
     openSound();
     command("Play");
@@ -155,6 +162,7 @@ TEST_P(MciControlContract, AnUnknownCommandChangesNothing) {
     EXPECT_TRUE(waitForPosition(500));
 }
 
+/// OPEN-46, MOVE-08
 TEST_P(MciControlContract, PauseHoldsAndPlayGoesOn) {
     openSound();
     command("Play");
@@ -168,6 +176,7 @@ TEST_P(MciControlContract, PauseHoldsAndPlayGoesOn) {
     EXPECT_TRUE(done.empty());
 }
 
+/// MCI-20, MEDIA-04, WIN-19
 TEST_P(MciControlContract, TellsTheEndOnce) {
     openSound();
     playFrom(stage->soundMs() - 400);
@@ -180,6 +189,7 @@ TEST_P(MciControlContract, TellsTheEndOnce) {
     EXPECT_EQ(updates, sofar);
 }
 
+/// MEDIA-04: Play goes to its "to", or to the end, which is told once
 TEST_P(MciControlContract, PlaysToItsTo) {
     openSound();
     mci->To(900);
@@ -192,6 +202,7 @@ TEST_P(MciControlContract, PlaysToItsTo) {
     EXPECT_TRUE(isNear(mci->Position(), 900)) << mci->Position();
 }
 
+/// MEDIA-05: "From" and "to" serve the next command alone
 TEST_P(MciControlContract, FromAndToServeTheNextCommandOnly) {
     openSound();
     mci->To(300);
@@ -202,6 +213,7 @@ TEST_P(MciControlContract, FromAndToServeTheNextCommandOnly) {
     EXPECT_EQ(done.size(), 1U);
 }
 
+/// MEDIA-06: A seek reads its target at once, holds there, stays inside the length, and paused stays paused
 TEST_P(MciControlContract, ReadsASeeksTargetAtOnceAndHoldsThere) {
     openSound();
     command("Play");
@@ -218,6 +230,7 @@ TEST_P(MciControlContract, ReadsASeeksTargetAtOnceAndHoldsThere) {
     EXPECT_TRUE(done.empty());
 }
 
+/// MEDIA-06
 TEST_P(MciControlContract, ASeekWhilePausedStaysPaused) {
     openSound();
     command("Play");
@@ -231,6 +244,7 @@ TEST_P(MciControlContract, ASeekWhilePausedStaysPaused) {
     EXPECT_TRUE(waitForPosition(1200));
 }
 
+/// MEDIA-06
 TEST_P(MciControlContract, ASeekIsHeldInsideTheLength) {
     openSound();
     mci->To(stage->soundMs() + 5000);
@@ -238,6 +252,8 @@ TEST_P(MciControlContract, ASeekIsHeldInsideTheLength) {
     EXPECT_TRUE(isNear(mci->Position(), stage->soundMs())) << mci->Position();
 }
 
+/// MEDIA-07: A stop tells no end, and an end that a seek, another play or another file overtook is dropped
+/// MCI-21
 TEST_P(MciControlContract, StoppingTellsNoEnd) {
     openSound();
     command("Play");
@@ -249,6 +265,7 @@ TEST_P(MciControlContract, StoppingTellsNoEnd) {
     EXPECT_EQ(updates, sofar);
 }
 
+/// MOVE-38
 TEST_P(MciControlContract, ClosingForgetsTheDevice) {
     openSound();
     command("Play");
@@ -262,6 +279,7 @@ TEST_P(MciControlContract, ClosingForgetsTheDevice) {
     EXPECT_TRUE(stage->waitFor([&] { return isNear(mci->Length(), stage->soundMs()); }, 2000));
 }
 
+/// MEDIA-07, WIN-19
 TEST_P(MciControlContract, AnEndThatASeekOvertookIsDropped) {
     openSound();
     playFrom(stage->soundMs() - 300);
@@ -276,6 +294,7 @@ TEST_P(MciControlContract, AnEndThatASeekOvertookIsDropped) {
     EXPECT_TRUE(isNear(mci->Position(), 100)) << mci->Position();
 }
 
+/// MEDIA-07, WIN-19
 TEST_P(MciControlContract, AnEndThatAnotherPlayOvertookIsDropped) {
     openSound();
     playFrom(stage->soundMs() - 300);
@@ -290,6 +309,7 @@ TEST_P(MciControlContract, AnEndThatAnotherPlayOvertookIsDropped) {
     EXPECT_LT(mci->Position(), stage->soundMs() - 300);
 }
 
+/// MOVE-43, MEDIA-07
 TEST_P(MciControlContract, AnEndThatAnotherFileOvertookIsDropped) {
     openSound();
     playFrom(stage->soundMs() - 300);
@@ -306,6 +326,7 @@ TEST_P(MciControlContract, AnEndThatAnotherFileOvertookIsDropped) {
     EXPECT_TRUE(done.empty());
 }
 
+/// MEDIA-08
 TEST_P(MciControlContract, AFileThatIsNoSoundFailsWithAReason) {
     mci->FileName(stage->broken());
     command("Open");
@@ -319,6 +340,7 @@ TEST_P(MciControlContract, AFileThatIsNoSoundFailsWithAReason) {
     EXPECT_EQ(mci->Position(), 0);
 }
 
+/// MEDIA-09: A control that is gone raises nothing
 TEST_P(MciControlContract, ADestroyedControlRaisesNothing) {
     openSound();
     playFrom(stage->soundMs() - 200);
@@ -360,6 +382,7 @@ protected:
     }
 };
 
+/// OPEN-23, MEDIA-16
 TEST_P(DiscContract, GivesTheLengthOfEachTrack) {
     openDisc();
     for (const int track : {1, 2}) {
@@ -371,6 +394,7 @@ TEST_P(DiscContract, GivesTheLengthOfEachTrack) {
     EXPECT_EQ(mci->TrackLength(), 0);
 }
 
+/// OPEN-32
 TEST_P(DiscContract, PlaysATrackFromItsStartToItsEnd) {
     openDisc();
     mci->To(trackEnd(2));
@@ -384,6 +408,7 @@ TEST_P(DiscContract, PlaysATrackFromItsStartToItsEnd) {
     EXPECT_EQ(done, std::vector<int>{kNotifySuccessful});
 }
 
+/// OPEN-34
 TEST_P(DiscContract, StopsAtTheEndOfItsTrackNotOfTheDisc) {
     openDisc();
     mci->To(trackEnd(1));
@@ -418,6 +443,7 @@ TEST_P(DiscContract, AnotherTracksPlaceAsTheEndIsThatTracksStart) {
     EXPECT_TRUE(end == 2 || (trackOf(end) == 1 && secondsOf(end) >= stage->trackSeconds(1) - 1)) << std::hex << end;
 }
 
+/// MOVE-22
 TEST_P(DiscContract, PlayingAndPausingAtOnceHoldsAtAPlace) {
     openDisc();
     mci->To(trackEnd(2));
@@ -431,6 +457,7 @@ TEST_P(DiscContract, PlayingAndPausingAtOnceHoldsAtAPlace) {
     EXPECT_EQ(updates, 0);
 }
 
+/// MEDIA-19
 TEST_P(DiscContract, APlaceBehindItsTrackIsTheTracksEnd) {
     openDisc();
     mci->From(tmsf(1, 0, 60));

@@ -104,6 +104,8 @@ TEST_P(MovieControlContract, IsEmptyAtFirst) {
     EXPECT_TRUE(changes.empty());
 }
 
+/// MEDIA-22: Naming a file opens it and does not start it
+/// OPEN-42
 TEST_P(MovieControlContract, OpensAndDoesNotStart) {
     open();
     EXPECT_EQ(movie->FileName(), stage->movie());
@@ -118,6 +120,8 @@ TEST_P(MovieControlContract, OpensAndDoesNotStart) {
     EXPECT_EQ(opened, 1);
 }
 
+/// MEDIA-23: It runs at its rate and tells its progress
+/// MOVIE-20
 TEST_P(MovieControlContract, RunsAndTellsItsProgress) {
     open();
     run();
@@ -146,6 +150,8 @@ TEST_P(MovieControlContract, PausesAndGoesOn) {
     EXPECT_EQ(changes.back(), (std::pair{kMoviePaused, kMovieRunning}));
 }
 
+/// MEDIA-24: At its end it stops with the duration as its position
+/// MOVIE-18
 TEST_P(MovieControlContract, StopsAtItsEndWithTheDurationAsPosition) {
     open();
     run();
@@ -158,6 +164,8 @@ TEST_P(MovieControlContract, StopsAtItsEndWithTheDurationAsPosition) {
     EXPECT_EQ(changes.size(), 2U);
 }
 
+/// MEDIA-26: A stop by command tells no stop, and an end that a stop overtook is dropped
+/// MOVE-37
 TEST_P(MovieControlContract, StoppingTellsNoStop) {
     open();
     run();
@@ -168,6 +176,7 @@ TEST_P(MovieControlContract, StoppingTellsNoStop) {
     EXPECT_EQ(changes, (Changes{{kMovieStopped, kMovieRunning}}));
 }
 
+/// MEDIA-26
 TEST_P(MovieControlContract, AnEndThatAStopOvertookIsDropped) {
     open();
     run();
@@ -182,6 +191,7 @@ TEST_P(MovieControlContract, AnEndThatAStopOvertookIsDropped) {
     EXPECT_EQ(changes, (Changes{{kMovieStopped, kMovieRunning}}));
 }
 
+/// MEDIA-25: A position just set is read back and held inside the movie
 TEST_P(MovieControlContract, ReadsAPositionJustSetAndKeepsItInside) {
     open();
     call([](MovieControl& it) { it.CurrentPosition(1.0); });
@@ -192,6 +202,8 @@ TEST_P(MovieControlContract, ReadsAPositionJustSetAndKeepsItInside) {
     EXPECT_DOUBLE_EQ(movie->CurrentPosition(), movie->Duration());
 }
 
+/// MEDIA-36: Position goes at the pace of the time, no slower and no faster, also after a pause and a seek
+/// MEDIA-27
 TEST_P(MovieControlContract, ASeekWhileRunningGoesOnFromThere) {
     open();
     run();
@@ -203,6 +215,7 @@ TEST_P(MovieControlContract, ASeekWhileRunningGoesOnFromThere) {
     EXPECT_EQ(movie->State(), kMovieRunning);
 }
 
+/// MEDIA-23
 TEST_P(MovieControlContract, RunsAtItsRate) {
     open();
     call([](MovieControl& it) { it.Rate(2.0); });
@@ -224,6 +237,7 @@ TEST_P(MovieControlContract, ReleasesTheMovie) {
     EXPECT_TRUE(failed.empty());
 }
 
+/// MOVE-43: Late events of a file that is closed do nothing
 TEST_P(MovieControlContract, EventsOfAnEarlierFileAreDropped) {
     call([this](MovieControl& it) { it.FileName(stage->broken()); });
     call([this](MovieControl& it) { it.FileName(stage->movie()); });
@@ -251,6 +265,7 @@ TEST_P(MovieControlContract, AFileThatIsNoMovieFailsWithAReason) {
     EXPECT_EQ(opened, 0);
 }
 
+/// MEDIA-28: Its size follows movie, zoom and screen, and its picture keeps its shape
 TEST_P(MovieControlContract, HasItsSizeWhenItIsOpen) {
     const Twips screenWidth = stage->windows().screenWidth();
     const Twips screenHeight = stage->windows().screenHeight();

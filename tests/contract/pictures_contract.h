@@ -29,6 +29,7 @@ protected:
     Pictures& pictures = stage->pictures();
 };
 
+/// PIC-02: BMP, JPEG and GIF are decoded
 TEST_P(PicturesContract, DecodesAFile) {
     const auto decoded = pictures.decode(stage->picture());
     ASSERT_FALSE(decoded.picture.empty()) << decoded.reason;
@@ -46,6 +47,7 @@ TEST_P(PicturesContract, SaysWhyItCannotDecode) {
     }
 }
 
+/// WIN-28: The next picture is decoded ahead in a worker, and again when its file has changed; what it holds is counted
 TEST_P(PicturesContract, AHintChangesNothingOfTheResult) {
     pictures.decodeAhead(stage->broken());
     pictures.decodeAhead(stage->picture());
@@ -72,6 +74,8 @@ struct BegunPicture {
     int depth = 0;  ///< handlers that ran when it was told
 };
 
+/// PIC-26: A picture that takes long is told as open at once and shown when it is there, in an event of its own; what
+///     was decoded ahead is shown in the event that opens it; a kept one stays up until then, its clock stopped
 TEST_P(PicturesContract, WhatIsBegunIsToldInAnEventOfItsOwn) {
     BegunPicture begun(pictures, stage->picture(), stage->loop());
     EXPECT_FALSE(begun.atOnce) << "nothing was decoded ahead";
@@ -91,6 +95,7 @@ TEST_P(PicturesContract, WhatIsBegunAndCannotBeDecodedSaysWhy) {
     }
 }
 
+/// PIC-27
 TEST_P(PicturesContract, WhatIsGivenUpIsNeverTold) {
     BegunPicture begun(pictures, stage->picture(), stage->loop());
     pictures.giveUp();
@@ -102,6 +107,7 @@ TEST_P(PicturesContract, WhatIsGivenUpIsNeverTold) {
     EXPECT_EQ(begun.answers, 0);
 }
 
+/// PIC-27
 TEST_P(PicturesContract, TheOneBegunLastIsTheOneThatIsTold) {
     BegunPicture first(pictures, stage->picture(), stage->loop());
     BegunPicture second(pictures, stage->broken(), stage->loop());
@@ -111,6 +117,7 @@ TEST_P(PicturesContract, TheOneBegunLastIsTheOneThatIsTold) {
     EXPECT_FALSE(stage->waitFor([&] { return first.answers + second.answers > 0; }, 50));
 }
 
+/// PIC-26
 TEST_P(PicturesContract, WhatWasDecodedAheadIsThereAtOnce) {
     pictures.decodeAhead(stage->picture());
     std::unique_ptr<BegunPicture> begun;
@@ -129,6 +136,7 @@ TEST_P(PicturesContract, AHintForWhatIsBegunMeanwhileServesIt) {
     EXPECT_EQ(begun.decoded()->picture.width(), 40);
 }
 
+/// SKIN-44
 TEST_P(PicturesContract, CutsACell) {
     const Picture whole = pictures.decode(stage->picture()).picture;
     const Picture cell = pictures.cut(whole, {19, 10, 2, 3});
@@ -140,6 +148,7 @@ TEST_P(PicturesContract, CutsACell) {
     EXPECT_FALSE(pictures.cut(whole, {0, 0, 40, 30}).empty());
 }
 
+/// SKIN-48
 TEST_P(PicturesContract, CutsNothingThatIsNotInside) {
     const Picture whole = pictures.decode(stage->picture()).picture;
     for (const Pictures::Cell& cell : {Pictures::Cell{39, 0, 2, 1},
@@ -156,6 +165,7 @@ TEST_P(PicturesContract, CutsNothingThatIsNotInside) {
     EXPECT_TRUE(pictures.cut(Picture(), {0, 0, 1, 1}).empty());
 }
 
+/// PIC-08
 TEST_P(PicturesContract, StretchesThePictureOfABox) {
     Form form("frmImageWindow", FormStyle::Media);
     PictureBox box(&form, "pctImage");

@@ -25,6 +25,9 @@ protected:
     SoundDevices& sound = stage->sound();
 };
 
+/// MEDIA-30: What was set reads back, each channel
+/// WIN-29: Volume is read back as it was set, of the output in use or of another by its name; what other programs do to
+///     it is told
 TEST_P(SoundDevicesContract, ReadsBackEachChannel) {
     if (!stage->reached()) {
         EXPECT_EQ(sound.waveOutGetVolume(), std::nullopt);
@@ -42,6 +45,9 @@ TEST_P(SoundDevicesContract, ReadsBackEachChannel) {
     sound.waveOutSetVolume(before);
 }
 
+/// MEDIA-70: What another program sets, and another output that comes into use, is told; a volume is set by its
+///     output's name, and no other one's
+/// WIN-29
 TEST_P(SoundDevicesContract, AVolumeThatAnotherProgramSetsIsTold) {
     if (!stage->reached()) return;
     ASSERT_TRUE(stage->waitFor([this] { return sound.waveOutGetVolume().has_value(); }, 3000));
@@ -53,6 +59,7 @@ TEST_P(SoundDevicesContract, AVolumeThatAnotherProgramSetsIsTold) {
     EXPECT_TRUE(stage->waitFor([&] { return told > 0 && sound.waveOutGetVolume() == 0x33333333U; }, 3000));
 }
 
+/// MEDIA-70, WIN-29
 TEST_P(SoundDevicesContract, AnOutputIsSetByItsNameAndNoOtherIsTouched) {
     if (!stage->reached()) {
         EXPECT_EQ(sound.waveOutName(), std::nullopt);
@@ -81,6 +88,8 @@ TEST_P(SoundDevicesContract, AnOutputIsSetByItsNameAndNoOtherIsTouched) {
         stage->waitFor([&] { return sound.waveOutName() == first && sound.waveOutGetVolume() == 0x77777777U; }, 5000));
 }
 
+/// VOL-07: The result of a set is not looked at
+/// MEDIA-31: A device that is not there says nothing
 TEST_P(SoundDevicesContract, DevicesThatAreNotThereSayNothing) {
     const int count = sound.auxGetNumDevs();
     EXPECT_GE(count, 0);

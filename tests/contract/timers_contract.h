@@ -20,6 +20,7 @@ protected:
     int ticks = 0;
 };
 
+/// COM-10
 TEST_P(TimersContract, TicksAgainAndAgainUntilStopped) {
     const TimerId timer = stage->timers().start(20, [this] { ++ticks; });
     EXPECT_EQ(ticks, 0);

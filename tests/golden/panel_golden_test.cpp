@@ -80,6 +80,8 @@ void expectEqual(const QImage& actual, const QImage& expected, const QString& na
     ADD_FAILURE() << different << " pixels differ: see golden/" << name.toStdString() << "-*.png";
 }
 
+/// START-45: The panel on the screen is the skin's picture, pixel for pixel
+/// PANEL-02: The skin's records 1 to 40 are applied
 TEST(PanelGolden, TheDefaultSkinIsDrawnPixelForPixel) {
     test::offscreenApplication();
     const std::string csv = skinFile("PANELSET/DEFAULT.CSV");
@@ -88,6 +90,7 @@ TEST(PanelGolden, TheDefaultSkinIsDrawnPixelForPixel) {
     expectEqual(screen.grab(), test::expectedPanel(csv, bitmap), "default");
 }
 
+/// SKIN-52: A skin that uses every record differently is drawn pixel for pixel
 TEST(PanelGolden, ASkinThatUsesEveryRecordDifferentlyIsDrawnPixelForPixel) {
     test::offscreenApplication();
     const std::string csv = skinFile("tests/data/skins/ODD.CSV");
@@ -96,6 +99,7 @@ TEST(PanelGolden, ASkinThatUsesEveryRecordDifferentlyIsDrawnPixelForPixel) {
     expectEqual(screen.grab(), test::expectedPanel(csv, bitmap), "odd");
 }
 
+/// PANEL-07
 TEST(PanelGolden, ALampThatIsLitShowsItsOwnPictureInItsPlace) {
     test::offscreenApplication();
     const std::string csv = skinFile("PANELSET/DEFAULT.CSV");

@@ -54,6 +54,7 @@ protected:
     MovieRig rig_;
 };
 
+/// MEDIA-29
 TEST_F(MovieFile, WhatCannotBeDecodedFailsWithAReason) {
     const std::string movie = bytesOf(MovieRig::sample("colours.avi"));
     expectFailure(MovieRig::sample("NOTES.txt"));
@@ -103,6 +104,7 @@ TEST_F(MovieFile, ATruncatedMovieOpensAndEnds) {
     EXPECT_TRUE(MovieRig::until([&] { return rig_.changes.size() == 2; }, 8000));
 }
 
+/// MEDIA-29: Damaged movies open or fail and never hang
 TEST_F(MovieFile, DamagedMoviesOpenOrFailAndNeverHang) {
     const std::string movie = bytesOf(MovieRig::sample("clip.mov"));
     std::uint32_t number = 7;
@@ -119,6 +121,7 @@ TEST_F(MovieFile, DamagedMoviesOpenOrFailAndNeverHang) {
     }
 }
 
+/// FAULT-24
 TEST_F(MovieFile, NamesAreTakenAsTheyAre) {
     const std::string movie = bytesOf(MovieRig::sample("colours.avi"));
     for (const char* name :
@@ -127,6 +130,7 @@ TEST_F(MovieFile, NamesAreTakenAsTheyAre) {
 }
 
 /// A movie is what its bytes are: lists and descriptions that lead elsewhere must not open a connection.
+/// OPEN-50, FAULT-18
 TEST_F(MovieFile, NoFileLeadsToTheNetworkOrToAnotherFile) {
     const Listener server;
     const std::string address = "http://127.0.0.1:" + server.port() + "/x.avi";
@@ -154,6 +158,7 @@ TEST_F(MovieFile, ANewFileDropsWhatTheOldOneHadToTell) {
     EXPECT_NEAR(rig_.control->Duration(), 5.0, 0.01);
 }
 
+/// OPEN-37
 TEST_F(MovieFile, AThrowAwayNameReleasesTheMovie) {
     for (const char* name : {"1", ""}) {
         ASSERT_TRUE(rig_.open(MovieRig::sample("colours.avi")));
@@ -197,6 +202,7 @@ TEST_F(MovieFile, ThePlayerOfAControlThatWentIsUsedAgain) {
     EXPECT_EQ(rig_.players.take(reason).get(), first);
 }
 
+/// OPEN-39
 TEST_F(MovieFile, AKeptPlayerStartsAtNormalSpeed) {
     rig_.control->Rate(3);
     ASSERT_TRUE(rig_.open(MovieRig::sample("silent.m1v")));

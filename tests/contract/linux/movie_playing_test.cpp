@@ -31,6 +31,7 @@ protected:
 
 INSTANTIATE_TEST_SUITE_P(Samples, EachMovie, testing::Values(kAvi, kMpg, kMov, kM1v));
 
+/// MEDIA-22
 TEST_P(EachMovie, OpensWithItsSizeItsLengthAndItsFirstPicture) {
     ASSERT_TRUE(rig_.open(MovieRig::sample(GetParam().name))) << rig_.reason;
     EXPECT_EQ(rig_.control->ImageSourceWidth(), 320);
@@ -42,6 +43,7 @@ TEST_P(EachMovie, OpensWithItsSizeItsLengthAndItsFirstPicture) {
     EXPECT_TRUE(rig_.changes.empty());
 }
 
+/// MEDIA-27: A seek shows the picture of its second, running or paused
 TEST_P(EachMovie, AnExactSeekShowsThePictureOfItsSecond) {
     ASSERT_TRUE(rig_.open(MovieRig::sample(GetParam().name))) << rig_.reason;
     rig_.control->Run();
@@ -56,6 +58,7 @@ TEST_P(EachMovie, AnExactSeekShowsThePictureOfItsSecond) {
     }
 }
 
+/// MEDIA-24
 TEST_P(EachMovie, PlaysToItsEndAndStandsThere) {
     ASSERT_TRUE(rig_.open(MovieRig::sample(GetParam().name))) << rig_.reason;
     rig_.control->CurrentPosition(4.3);
@@ -74,6 +77,7 @@ TEST_P(EachMovie, PlaysToItsEndAndStandsThere) {
     EXPECT_TRUE(rig_.shows(GetParam().colours[4]));
 }
 
+/// MOVE-07
 TEST(Movie, PauseHoldsThePictureAndThePosition) {
     MovieRig rig;
     ASSERT_TRUE(rig.open(MovieRig::sample(kAvi.name))) << rig.reason;
@@ -130,6 +134,7 @@ TEST(Movie, ASeekWhileRunningGoesOnFromThere) {
     EXPECT_EQ(rig.control->State(), kMovieRunning);
 }
 
+/// MEDIA-25
 TEST(Movie, APositionIsHeldInsideTheMovie) {
     MovieRig rig;
     ASSERT_TRUE(rig.open(MovieRig::sample(kAvi.name))) << rig.reason;
@@ -142,6 +147,7 @@ TEST(Movie, APositionIsHeldInsideTheMovie) {
     EXPECT_EQ(rig.changes.back(), std::make_pair(kMovieRunning, kMovieStopped));
 }
 
+/// SEQ-27, MEDIA-23
 TEST(Movie, DoubleSpeedTakesHalfTheTime) {
     MovieRig rig;
     rig.control->Rate(2.0);
@@ -154,6 +160,7 @@ TEST(Movie, DoubleSpeedTakesHalfTheTime) {
     EXPECT_NEAR(static_cast<double>(clock.elapsed()), 1500, 250);
 }
 
+/// MOVIE-08
 TEST(Movie, AFileWithoutAPicturePlaysAllTheSame) {
     MovieRig rig;
     ASSERT_TRUE(rig.open(MovieRig::sample("bells.mp2"))) << rig.reason;
@@ -166,6 +173,7 @@ TEST(Movie, AFileWithoutAPicturePlaysAllTheSame) {
     EXPECT_TRUE(MovieRig::until([&] { return rig.control->CurrentPosition() > 0.5; }));
 }
 
+/// MEDIA-28
 TEST(Movie, TheSizesAreThoseOfTheMovieAndOfTheScreen) {
     MovieRig rig;  // the screen is 15000 by 12000 twips
     const std::array<std::pair<Twips, Twips>, 5> sizes{
@@ -178,6 +186,7 @@ TEST(Movie, TheSizesAreThoseOfTheMovieAndOfTheScreen) {
     }
 }
 
+/// MEDIA-28
 TEST(Movie, ThePictureIsFittedWholeAndKeepsItsShape) {
     MovieRig rig;
     ASSERT_TRUE(rig.open(MovieRig::sample(kAvi.name))) << rig.reason;
@@ -199,6 +208,7 @@ TEST(Movie, ThePictureIsFittedWholeAndKeepsItsShape) {
     }
 }
 
+/// MEDIA-28
 TEST(Movie, ThePictureFillsItsPlaceToThePixel) {
     MovieRig rig;
     ASSERT_TRUE(rig.open(MovieRig::sample(kAvi.name))) << rig.reason;

@@ -23,6 +23,8 @@ protected:
     MovieRig rig_;
 };
 
+/// MEDIA-50: A movie's tones are heard in order; without a sound server it plays on in silence, and is heard when one
+///     comes
 TEST_F(MovieSound, ItsTonesAreHeardInOrder) {
     ASSERT_TRUE(rig_.open(MovieRig::sample("colours.avi"))) << rig_.reason;
     server_.forget();
@@ -43,6 +45,7 @@ TEST_F(MovieSound, ItsTonesAreHeardInOrder) {
     for (std::size_t i = 0; i < expected.size(); ++i) EXPECT_NEAR(tones[i], expected[i], expected[i] * 0.02) << i;
 }
 
+/// MEDIA-50
 TEST_F(MovieSound, TheClockGoesFromTheStartOverALazyOutput) {
     server_.kill();
     ASSERT_TRUE(server_.start(false));
@@ -54,6 +57,7 @@ TEST_F(MovieSound, TheClockGoesFromTheStartOverALazyOutput) {
     EXPECT_LT(clock.elapsed(), 2200);
 }
 
+/// MEDIA-50
 TEST_F(MovieSound, PlaysOnInSilenceAndIsHeardWhenTheServerReturns) {
     ASSERT_TRUE(rig_.open(MovieRig::sample("colours.avi"))) << rig_.reason;
     rig_.control->Rate(0.5);

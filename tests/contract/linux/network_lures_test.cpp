@@ -61,6 +61,7 @@ protected:
     const test::ScratchFolder folder;
 };
 
+/// MEDIA-13
 TEST_P(NetworkLures, CallNobodyAsSounds) {
     test::SoundLoop loop;
     SoundStation station(loop, true);
@@ -79,6 +80,7 @@ TEST_P(NetworkLures, CallNobodyAsSounds) {
     station.post.stop();
 }
 
+/// MEDIA-13
 TEST_P(NetworkLures, CallNobodyAsDiscs) {
     test::SoundLoop loop;
     SoundStation station(loop, true);
@@ -95,6 +97,7 @@ TEST_P(NetworkLures, CallNobodyAsDiscs) {
     station.post.stop();
 }
 
+/// MEDIA-13
 TEST_P(NetworkLures, CallNobodyAsMovies) {
     MovieRig rig;
     rig.control->FileName(lure());
@@ -203,6 +206,7 @@ TEST(NetworkLuresThemselves, AreReadAsFarAsTheyHoldSoundOrPicturesThemselves) {
 }
 
 /// An entry of a list that is an address is a file of that name, which is not there.
+/// MEDIA-13
 TEST(NetworkLuresThemselves, AnAddressInAListIsAFilesNameForMoviesAndPictures) {
     const Listener listener;
     const int before = test::internetSockets();

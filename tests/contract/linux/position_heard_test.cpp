@@ -123,6 +123,7 @@ protected:
     std::vector<std::pair<HeardServer::Steady::time_point, int>> notes;
 };
 
+/// MEDIA-37: While it plays, the position is what is heard at that moment, to 50 ms, also after a pause and a seek
 TEST_P(PositionHeard, IsWhatIsHeardAlsoAfterASeekAndAPause) {
     play();
     until(1400);
@@ -153,6 +154,7 @@ INSTANTIATE_TEST_SUITE_P(Files, PositionHeard,
                              return name.substr(name.rfind('.') + 1);
                          });
 
+/// MEDIA-38
 TEST(PositionOfASequence, IsKeptToFiveMillisecondsThroughSeeksAndPauses) {
     constexpr int kExact = 5;
     test::soundApplication();

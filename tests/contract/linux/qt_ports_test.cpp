@@ -130,6 +130,7 @@ private:
     std::optional<std::string> before_;
 };
 
+/// DISP-08
 TEST(LocalClock, TellsTheTimeOfItsZoneNotThatOfGreenwich) {
     constexpr std::time_t kMinute = 60;
     // East of Greenwich, where the sign of a zone's rule is minus; west of it; and so far that the day is another one.

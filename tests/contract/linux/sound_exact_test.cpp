@@ -83,6 +83,8 @@ double trueSeconds(const std::string& file) {
     return kSeconds;
 }
 
+/// MEDIA-10: Every format has the length that is heard and seeks to the frame
+/// KIND-09, OPEN-22
 TEST_P(SoundExactTest, HasTheLengthThatIsHeard) {
     EXPECT_TRUE(sound->lengthKnown());
     EXPECT_NEAR(seconds(sound->frames()), trueSeconds(GetParam()), kTolerance);
@@ -91,6 +93,7 @@ TEST_P(SoundExactTest, HasTheLengthThatIsHeard) {
     EXPECT_NEAR(seconds(sound->frames()), seconds(heard), 0.01) << "the slider's end is the sound's";
 }
 
+/// MEDIA-10
 TEST_P(SoundExactTest, SeeksToTheFrame) {
     const std::vector<float> whole = readAll(*sound);
     const auto window = static_cast<std::size_t>(rate / 20);
@@ -127,6 +130,7 @@ TEST_P(SoundExactTest, EachNoteIsAtItsTime) {
     }
 }
 
+/// MEDIA-10
 TEST_P(SoundExactTest, GoesOnToTheEndAfterASeek) {
     sound->seek(2 * rate);
     const auto left = static_cast<std::int64_t>(readAll(*sound).size());
@@ -163,6 +167,7 @@ TEST(FileSoundTest, PlainSamplesAreThoseOfTheFileAlsoBackAtTheStart) {
     }
 }
 
+/// MEDIA-12: A sequence is sought without hanging notes
 TEST(MidiSoundTest, SeeksToTheSameSoundWithoutHangingNotes) {
     OpenedSound opened = MidiSound::open(test::soundSample("chime.mid"), std::make_shared<Synthesizer>());
     ASSERT_TRUE(opened.sound) << opened.reason;
@@ -186,6 +191,7 @@ TEST(MidiSoundTest, SeeksToTheSameSoundWithoutHangingNotes) {
     EXPECT_EQ(readAll(sound).size(), static_cast<std::size_t>(4 * rate));
 }
 
+/// MEDIA-08: A file that is no sound fails with a reason
 TEST(FileSoundTest, WhatIsNoSoundFailsWithAReason) {
     for (const char* path :
          {"samples/NOTES.txt", "samples/hills.bmp", "samples", "samples/none.wav", "samples/silent.m1v"}) {

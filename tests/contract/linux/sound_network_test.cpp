@@ -35,6 +35,9 @@ std::string layOut(const Lure& lure, const test::ScratchFolder& folder, const Li
 
 class SoundNetworkTest : public testing::TestWithParam<Lure> {};
 
+/// OPEN-50: No file leads to the network or to another file
+/// MEDIA-13: No file opens a connection
+/// FAULT-18: No list and no media file opens a connection
 TEST_P(SoundNetworkTest, OpensNoConnection) {
     test::soundApplication();
     test::SoundLoop loop;
@@ -89,6 +92,7 @@ const auto kNames = [](const testing::TestParamInfo<Lure>& lure) { return test::
 INSTANTIATE_TEST_SUITE_P(Lures, SoundNetworkTest, testing::ValuesIn(kLures), kNames);
 INSTANTIATE_TEST_SUITE_P(Lures, SoundNetworkControl, testing::ValuesIn(test::takenOf(kLures)), kNames);
 
+/// MEDIA-13
 TEST(SoundNetworkNameTest, ANameLikeAnAddressIsAFilesName) {
     test::soundApplication();
     test::SoundLoop loop;

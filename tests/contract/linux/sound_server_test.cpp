@@ -116,6 +116,7 @@ protected:
     Server server;
 };
 
+/// PANEL-18
 TEST_F(SoundServerTest, WhatWasReadIsRestoredExactly) {
     server.start();
     server.pactl({"set-sink-volume", "nul", "12345", "80000"});
@@ -131,6 +132,7 @@ TEST_F(SoundServerTest, WhatWasReadIsRestoredExactly) {
     EXPECT_TRUE(after.contains("12345") && after.contains("80000")) << after.toStdString();
 }
 
+/// MEDIA-32: Another program's change is seen
 TEST_F(SoundServerTest, SeesWhatOtherProgramsSet) {
     server.start();
     PulseSoundDevices sound;
@@ -139,6 +141,7 @@ TEST_F(SoundServerTest, SeesWhatOtherProgramsSet) {
     EXPECT_TRUE(test::soundWaits([&] { return sound.waveOutGetVolume() == 0x8000FFFFU; }, 3000));
 }
 
+/// VOL-07
 TEST_F(SoundServerTest, AVolumeIsFoundAgainWhenTheServerReturns) {
     server.start();
     PulseSoundDevices sound;
@@ -149,6 +152,8 @@ TEST_F(SoundServerTest, AVolumeIsFoundAgainWhenTheServerReturns) {
     EXPECT_TRUE(test::soundWaits([&] { return sound.waveOutGetVolume().has_value(); }, 5000));
 }
 
+/// MEDIA-14: Without a sound server it plays on in silence and is heard again when one comes
+/// FAULT-01: A sound server that is killed in the middle of a file: time goes on, and the sound when it is back
 TEST_F(SoundServerTest, PlaysOnInSilenceAndIsHeardAgain) {
     server.start();
     test::SoundLoop loop;
@@ -173,6 +178,7 @@ TEST_F(SoundServerTest, PlaysOnInSilenceAndIsHeardAgain) {
     station.post.stop();
 }
 
+/// MEDIA-71: A sound server that hangs holds nothing up: the clock goes on, and it is heard again
 TEST_F(SoundServerTest, AServerThatHangsHoldsNothingUpAndIsHeardWhenItGoesOn) {
     server.start();
     test::SoundLoop loop;

@@ -20,6 +20,7 @@ struct IdleContract : ::testing::Test {
     ~IdleContract() override { SetThreadExecutionState(ES_CONTINUOUS); }
 };
 
+/// WIN-55: Screen and machine stay awake from when they are asked to until they are let go
 TEST_F(IdleContract, ScreenAndMachineStayAwakeUntilTheyAreLetGo) {
     IdleState idle;
     EXPECT_EQ(held() & kAwake, 0U) << "nothing is asked for by being there";
@@ -34,6 +35,7 @@ TEST_F(IdleContract, ScreenAndMachineStayAwakeUntilTheyAreLetGo) {
     EXPECT_EQ(held(), kAwake | ES_CONTINUOUS) << "and again";
 }
 
+/// WIN-55
 TEST_F(IdleContract, IsLetGoWhenItGoes) {
     {
         IdleState idle;
@@ -43,6 +45,7 @@ TEST_F(IdleContract, IsLetGoWhenItGoes) {
     EXPECT_EQ(held() & kAwake, 0U);
 }
 
+/// WIN-55
 TEST_F(IdleContract, TheSameAgainAsksTheSystemForNothing) {
     IdleState idle;
     idle.inhibit(true);

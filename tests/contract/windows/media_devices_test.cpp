@@ -55,6 +55,7 @@ protected:
     int done_ = 0;
 };
 
+/// WIN-19: Every kind of sound plays to its end, which is told once; ends of earlier plays are dropped
 TEST_F(MciDevices, EveryKindOfSoundPlaysToItsEnd) {
     expectPlays(sample("scale.wav"), 4000);
     expectPlays(sample("waltz.mp3"), 3600);
@@ -63,11 +64,13 @@ TEST_F(MciDevices, EveryKindOfSoundPlaysToItsEnd) {
     expectPlays(sample("steps.aiff"), 3000);
 }
 
+/// WIN-17
 TEST_F(MciDevices, TheContentCountsNotTheName) {
     expectPlays(folder_.write("a.xyz", bytesOf(sample("scale.wav"))), 4000);
     expectPlays(folder_.write("b.wav", bytesOf(sample("waltz.mp3"))), 3600);
 }
 
+/// WIN-17
 TEST_F(MciDevices, AnyNamePlays) {
     const std::string wave = bytesOf(sample("scale.wav"));
     expectPlays(folder_.write("a b%20c, 'd'.wav", wave), 4000);
@@ -75,6 +78,7 @@ TEST_F(MciDevices, AnyNamePlays) {
     expectPlays(folder_.write(std::string(150, 'n') + ".wav", wave), 4000);
 }
 
+/// WIN-22
 TEST_F(MciDevices, WhatCannotBePlayedFailsWithAReason) {
     expectFailure(sample("NOTES.txt"));
     expectFailure(folder_.in("gone.wav"));
@@ -85,12 +89,14 @@ TEST_F(MciDevices, WhatCannotBePlayedFailsWithAReason) {
     expectPlays(sample("scale.wav"), 4000);
 }
 
+/// WIN-18
 TEST_F(MciDevices, ListsAreNotFollowed) {
     const std::string address = "http://127.0.0.1:9/a.mp3\r\n";
     expectFailure(folder_.write("list.mp3", "#EXTM3U\r\n" + address));
     expectFailure(folder_.write("list.asx", "<asx><entry><ref href=\"" + address + "\"/></entry></asx>"));
 }
 
+/// WIN-22: A sequence without its device and a disc without a drive fail with a reason
 TEST_F(MciDevices, WithoutItsDeviceASequenceFails) {
     if (midiOutGetNumDevs() > 0) GTEST_SKIP() << "there is a device that plays MIDI";
     expectFailure(sample("chime.mid"), "Sequencer");
@@ -98,11 +104,13 @@ TEST_F(MciDevices, WithoutItsDeviceASequenceFails) {
     expectFailure(sample("echo.rmi"), "Sequencer");
 }
 
+/// WIN-22
 TEST_F(MciDevices, WithoutADriveADiscFails) {
     if (!discDriveOf({}).empty()) GTEST_SKIP() << "there is a drive";
     expectFailure("D:\\Track01.cda", "CDAudio");
 }
 
+/// WIN-23: Devices stop in a thread of their own, and a control may come back meanwhile
 TEST_F(MciDevices, AControlComesBackWhileItsLastDeviceIsStillStopping) {
     for (int round = 0; round < 8; ++round) {
         WindowsMciControl other(station_);

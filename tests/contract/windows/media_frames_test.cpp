@@ -29,6 +29,7 @@ protected:
 
 INSTANTIATE_TEST_SUITE_P(Samples, ShownMovie, testing::Values(kAvi, kMpg, kMov));
 
+/// WIN-24: A movie's pictures are seen in order and where it was moved to, inside what its form shows
 TEST_P(ShownMovie, ItsSecondsAreSeenInOrderAsItPlays) {
     ASSERT_TRUE(rig_.open(sample(GetParam().name))) << rig_.reason;
     rig_.control->Run();
@@ -47,6 +48,7 @@ TEST_P(ShownMovie, ItsSecondsAreSeenInOrderAsItPlays) {
     EXPECT_TRUE(std::is_sorted(seen.begin(), seen.end())) << testing::PrintToString(seen);
 }
 
+/// WIN-24
 TEST_P(ShownMovie, AStepWhilePausedShowsThePictureOfItsPlace) {
     ASSERT_TRUE(rig_.open(sample(GetParam().name))) << rig_.reason;
     rig_.control->Run();

@@ -54,6 +54,7 @@ protected:
     int done_ = 0;
 };
 
+/// WIN-40: A device that does not answer fails its own file alone
 TEST_F(HangingDevice, TheNextFileDoesNotWaitForIt) {
     hang();
     EXPECT_TRUE(playsToItsEnd()) << reason_;
@@ -62,6 +63,7 @@ TEST_F(HangingDevice, TheNextFileDoesNotWaitForIt) {
     EXPECT_EQ(MciThread::hanging(), 1) << "the new one is kept";
 }
 
+/// WIN-40
 TEST_F(HangingDevice, AnOpeningThatDoesNotAnswerFails) {
     WindowsMciControl::longestJob = 60'000;  // it is not waited for elsewhere
     hang();
@@ -78,6 +80,7 @@ TEST_F(HangingDevice, AnOpeningThatDoesNotAnswerFails) {
     EXPECT_EQ(done_, 1);
 }
 
+/// WIN-40
 TEST_F(HangingDevice, AnOpenDeviceIsNotGivenUp) {
     control_.FileName(sample("scale.wav"));
     control_.Command("Open");
@@ -88,6 +91,7 @@ TEST_F(HangingDevice, AnOpenDeviceIsNotGivenUp) {
     EXPECT_EQ(MciThread::hanging(), 0);
 }
 
+/// WIN-40
 TEST_F(HangingDevice, WhatIsLeftOfItsSessionIsNotTouchedByAnotherThread) {
     const std::uint64_t none = MciThread::here();
     EXPECT_EQ(none, 0U) << "the user interface's thread is none for devices";

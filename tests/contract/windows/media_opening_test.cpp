@@ -73,6 +73,7 @@ TEST_F(OpenedMovie, WhatDoesNotOpenInTimeFailsAndComesNoMore) {
 }
 
 /// What does not answer keeps its thread and its decoders: so many and no more.
+/// WIN-40
 TEST_F(OpenedMovie, NoFurtherOneIsBegunWhereTooManyHang) {
     const int before = WindowsMovieControl::hanging();  // of other tests, where a decoder of the system hangs
     const std::string movie = sample("colours.avi");
@@ -97,6 +98,7 @@ TEST_F(OpenedMovie, NoFurtherOneIsBegunWhereTooManyHang) {
 }
 
 /// A movie is what its bytes are: lists and descriptions that lead elsewhere are not followed.
+/// WIN-18
 TEST_F(OpenedMovie, ListsAreNotFollowed) {
     const std::string address = "http://127.0.0.1:9/x.avi\r\n";
     expectFailure(folder_.write("list.avi", "#EXTM3U\r\n" + address));
@@ -110,6 +112,7 @@ TEST_F(OpenedMovie, AnyNameOpens) {
     EXPECT_TRUE(rig_.open(folder_.write("\xE6\xAD\x8C \xD0\xB6.avi", movie))) << rig_.reason;
 }
 
+/// WIN-26
 TEST_F(OpenedMovie, AFileWithoutAPicturePlaysAllTheSame) {
     ASSERT_TRUE(rig_.open(sample("waltz.mp3"))) << rig_.reason;
     EXPECT_EQ(rig_.control->ImageSourceWidth(), 0);
@@ -120,6 +123,7 @@ TEST_F(OpenedMovie, AFileWithoutAPicturePlaysAllTheSame) {
     EXPECT_TRUE(rig_.until([&] { return rig_.control->CurrentPosition() > 0.5; }));
 }
 
+/// WIN-26: Of many movies opened one after the other only the last is told of; one without a picture plays
 TEST_F(OpenedMovie, OnlyTheLastOfManyFilesIsToldOf) {
     rig_.control->FileName(sample("NOTES.txt"));
     rig_.control->FileName(sample("bars.mpg"));
@@ -131,6 +135,7 @@ TEST_F(OpenedMovie, OnlyTheLastOfManyFilesIsToldOf) {
     EXPECT_EQ(rig_.control->FileName(), sample("clip.mov"));
 }
 
+/// WIN-24
 TEST_F(OpenedMovie, ThePictureIsFittedIntoWhatItsFormShows) {
     ASSERT_TRUE(rig_.open(sample("colours.avi"))) << rig_.reason;
     rig_.control->setHost(test::videoHost(), {100, 0, 260, 240});  // 160 by 240: the picture takes 160 by 120
@@ -145,6 +150,7 @@ TEST_F(OpenedMovie, ThePictureIsFittedIntoWhatItsFormShows) {
     EXPECT_TRUE(rig_.until([&] { return !rig_.shows(kThird, 104, 64); })) << "the host is gone";
 }
 
+/// WIN-25: The mouse on a movie is its window's; it fills the screen while it runs or is paused
 TEST_F(OpenedMovie, TheMouseOnTheVideoIsItsHosts) {
     ASSERT_TRUE(rig_.open(sample("colours.avi"))) << rig_.reason;
     rig_.control->Run();
@@ -154,6 +160,7 @@ TEST_F(OpenedMovie, TheMouseOnTheVideoIsItsHosts) {
     EXPECT_EQ(ChildWindowFromPointEx(host, {160, 200}, CWP_SKIPINVISIBLE | CWP_SKIPDISABLED), host);
 }
 
+/// WIN-25
 TEST_F(OpenedMovie, FillsTheScreenWhileRunningOrPaused) {
     int told = 0;
     rig_.control->fillsScreenChanged.tie([&] { ++told; });

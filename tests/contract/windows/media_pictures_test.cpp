@@ -100,6 +100,7 @@ TEST_F(DecodedPictures, TheSamplesLookAsTheyShould) {
     expectColour(city, 258, 42, 0xF4EEC8);
 }
 
+/// WIN-27
 TEST_F(DecodedPictures, EveryCutOffFileIsDamaged) {
     for (const char* name : {"hills.bmp", "sunset.jpg", "city.gif"}) {
         const std::string bytes = bytesOf(sample(name));
@@ -112,12 +113,14 @@ TEST_F(DecodedPictures, EveryCutOffFileIsDamaged) {
     EXPECT_NE(reasonOf(folder_.in("")), "") << "a folder";
 }
 
+/// WIN-27: Pictures are decoded by their content, JPEGs turned upright; damaged and too large ones fail with a reason
 TEST_F(DecodedPictures, TheContentCountsNotTheName) {
     EXPECT_EQ(reasonOf(folder_.write("a.gif", bytesOf(sample("sunset.jpg")))), "");
     EXPECT_EQ(reasonOf(folder_.write("\xE6\xAD\x8C b", bytesOf(sample("hills.bmp")))), "") << "any name";
     EXPECT_NE(reasonOf(sample("scale.wav")), "");
 }
 
+/// WIN-27
 TEST_F(DecodedPictures, AJpegIsTurnedUpright) {
     const std::string plain = bytesOf(sample("sunset.jpg"));
     const Picture upright = pictures_.decode(sample("sunset.jpg")).picture;
@@ -136,6 +139,7 @@ TEST_F(DecodedPictures, AJpegIsTurnedUpright) {
     }
 }
 
+/// WIN-27
 TEST_F(DecodedPictures, AnUnreasonablyLargePictureIsRefused) {
     std::string huge = bitmap(1, 1, [](int, int) { return 0; });
     huge[18] = huge[22] = '\x10';  // 10000 by 10000 pixels of 1 bit: nothing is read of them
@@ -148,6 +152,7 @@ TEST_F(DecodedPictures, AnUnreasonablyLargePictureIsRefused) {
 
 /// Layers are gone through once each by a decoder that cannot be given up, and where there are several it holds the
 /// whole of a picture.
+/// WIN-27
 TEST_F(DecodedPictures, AJpegOfTooManyLayersOrTooLargeOnesIsRefused) {
     const std::string plain = bytesOf(sample("sunset.jpg"));
     const std::size_t scan = plain.rfind("\xFF\xDA"s);
@@ -177,6 +182,7 @@ TEST_F(DecodedPictures, AGifHasTheSizeOfItsScreen) {
     EXPECT_NE(reasonOf(folder_.write("huge.gif", gif)).find("too large"), std::string::npos);
 }
 
+/// WIN-28
 TEST_F(DecodedPictures, WhatIsHeldIsCountedAndLetGo) {
     const std::int64_t before = WindowsPictures::heldPixels();
     {
@@ -190,6 +196,7 @@ TEST_F(DecodedPictures, WhatIsHeldIsCountedAndLetGo) {
     EXPECT_EQ(WindowsPictures::heldPixels(), before);
 }
 
+/// WIN-28
 TEST_F(DecodedPictures, AFileChangedAfterTheHintIsReadAgain) {
     const auto plain = [](int, int) { return 0x123456; };
     const std::string path = folder_.write("a.bmp", bitmap(20, 10, plain));

@@ -69,6 +69,7 @@ INSTANTIATE_TEST_SUITE_P(Windows, SoundDevicesContract,
                          testing::Values(&make<WindowsSoundStage>, &make<OtherProgramsStage>));
 
 /// The names that the system gives, as it is.
+/// WIN-29
 TEST(WaveOutputs, EachHasANameOfItsOwnByWhichItIsSet) {
     SystemWaveOutputs outputs;
     const auto name = outputs.inUse();
@@ -85,6 +86,7 @@ TEST(WaveOutputs, EachHasANameOfItsOwnByWhichItIsSet) {
 }
 
 /// What this program sets itself is no news.
+/// WIN-29
 TEST(WaveOutputs, OnlyWhatOthersDoIsTold) {
     WindowsLoop loop;
     Outputs outputs;

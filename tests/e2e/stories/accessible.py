@@ -65,6 +65,7 @@ def screen_reader(stage, *files):
     return Reader(stage)
 
 
+# ACC-01
 @story("accessible: each control of the panel has its role, name, state, value and action")
 def read_everything(stage):
     reader = screen_reader(stage, *songs(stage))
@@ -85,6 +86,7 @@ def read_everything(stage):
         equal(tuple(reader.node(name, role)["place"]), stage.player.place(record), f"place of {name}")
 
 
+# ACC-11: A list is played by what a screen reader offers alone
 @story("accessible: a list is played by what a screen reader offers alone")
 def play_by_reader(stage):
     stairs = steps(stage.media / "stairs.wav", STAIRS)
@@ -137,6 +139,7 @@ def play_by_reader(stage):
     equal(stage.player.wait_for_end(), 0, "exit code")
 
 
+# ACC-02
 @story("accessible: texts, buttons and the position are told when they change")
 def hear_changes(stage):
     reader = screen_reader(stage, *songs(stage))
@@ -154,6 +157,7 @@ def hear_changes(stage):
         wait(f"told: {wanted}", lambda wanted=wanted: told(*wanted))
 
 
+# ACC-01
 @story("accessible: the time, which blinks while a disc is waited for, is found and read while it is away and afterwards")
 def read_what_blinks(stage):
     drive = Drive(stage)
@@ -183,6 +187,7 @@ def read_what_blinks(stage):
     equal(stage.player.power_off(), 0, "exit code")
 
 
+# ACC-08
 @story("accessible: every command of the panel by the keyboard alone, with a ring only after Tab")
 def keyboard_alone(stage):
     reader = screen_reader(stage, *songs(stage, 30))
@@ -242,6 +247,7 @@ def keyboard_alone(stage):
     stage.player.wait_for_panel()
 
 
+# ACC-09: Fields of editor and settings are named by their labels
 @story("accessible: the fields of editor and settings are named by their labels and reached by Tab")
 def labels_of_dialogs(stage):
     reader = screen_reader(stage)

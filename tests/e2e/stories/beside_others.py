@@ -31,6 +31,7 @@ def typing_elsewhere(stage):
     equal(stage.player.power_off(), 0, "exit code")
 
 
+# COM-28
 @story("beside others: a box that comes by itself is seen and leaves the other program the keyboard, until it is clicked")
 def box_beside(stage):
     slides = [picture(stage.media / f"slide{number}.bmp", colour) for number, colour in enumerate((GREEN, VIOLET, ORANGE, GREEN))]
@@ -151,6 +152,7 @@ def names_are_text(stage):
     lure.let_go()
 
 
+# COM-29
 @story("beside others: names with line breaks, turned writing, ampersands and two hundred letters fit their boxes")
 def odd_names(stage):
     names = ["two\nlines.wav", "song\u202e3pm.wav", "R&B & <b>soul<b>.wav", "w" * 200 + ".wav"]

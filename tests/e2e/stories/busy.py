@@ -136,6 +136,8 @@ class Hands:
         time.sleep(self.chance.random() * LONGEST_PAUSE)
 
 
+# FAULT-23: Whatever is pressed, typed, dragged, commanded from afar and handed over, in any order: the panel answers,
+#     no box is left, and it ends as it should
 @story("busy hands: a mixed list stands keys, buttons, slider, remote control, files handed over and dialogs in any order")
 def busy_hands(stage):
     entries, environment = mixed_list(stage)

@@ -60,6 +60,7 @@ def play_a_while(stage):
     return boxes > 0
 
 
+# OPEN-54: Damaged files of every kind give a box or silence and never end the program
 @story("damage: damaged files of every kind are opened with a box or in silence")
 def damaged_media(stage):
     files = damaged_files(stage.media, COUNT)

@@ -33,6 +33,7 @@ def hear(stage, expected):
     wait_for_told(stage, "FileNo", "001")
 
 
+# MEDIA-43
 @story("discs: tracks without an image beside them are those of the disc that is named; an image beside them wins")
 def named_disc(stage):
     named, _ = make_disc(stage.media / "named", TONES)
@@ -66,6 +67,7 @@ def choose_disc(stage, home):
     return names
 
 
+# MEDIA-15, MEDIA-44
 @story("discs: in the editor a disc is a drive with its tracks; a list of them is saved, played and played after a restart")
 def tracks_in_the_editor(stage):
     sheet, _ = make_disc(stage.media / "shelf", TONES)
@@ -92,6 +94,7 @@ def tracks_in_the_editor(stage):
     equal(stage.player.power_off(), 0, "exit code")
 
 
+# MEDIA-44
 @story("discs: tracks of a disc that was taken out ask like missing files")
 def taken_out(stage):
     sheet, _ = make_disc(stage.media / "shelf", TONES)

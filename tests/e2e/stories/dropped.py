@@ -24,6 +24,7 @@ def folder_of_songs(stage):
     return folder
 
 
+# DROP-02, DROP-14
 @story("drops: files from a file manager become the list and do not start by themselves")
 def onto_the_panel(stage):
     playing = tone(stage.media / "playing.wav", 880, 20)
@@ -43,6 +44,7 @@ def onto_the_panel(stage):
     equal(sorted(heard), sorted(TONES), "songs heard")
 
 
+# DROP-09
 @story("drops: a text that is dropped empties list and display, and what plays goes on")
 def text_onto_the_panel(stage):
     stage.player.start(*(tone(stage.media / f"song{number}.wav", hz, 20) for number, hz in enumerate(TONES)))
@@ -66,6 +68,7 @@ def new_song(stage, heard):
     return next((hz for hz in TONES if same_pitch(now, hz) and hz not in heard), None)
 
 
+# EDIT-32
 @story("drops: files from a file manager are added in the editor")
 def into_the_editor(stage):
     stage.player.start()

@@ -103,6 +103,7 @@ def plays_and_ends(stage, path, moment, way, seconds=END_SECONDS, **environment)
     return f"{path.name} after {moment} s by {way}: {taken:.2f} s\n"
 
 
+# FAULT-64
 @story("faults: whoever asks while something is decoded, the program ends in time, with code 0, and nothing stays behind")
 def ended_while_busy(stage):
     busy = [huge_sound(stage.media / "huge.wav"), heavy_movie(stage.media / "heavy.avi"), crowded_sequence(stage.media / "crowd.mid"),
@@ -115,6 +116,7 @@ def ended_while_busy(stage):
     equal(left_behind(stage), before, "files outside of its folder")
 
 
+# FAULT-64
 @story("faults: whoever asks while a drive does not answer, the program ends in time, with code 0")
 def ended_while_stalled(stage):
     drive = Drive(stage)
@@ -149,6 +151,7 @@ def display_lost_while_busy(stage):
             equal(list(inner.player.folder.rglob(".corvane-*")), [], "unfinished files")
 
 
+# FAULT-63
 @story("faults: a system that has no thread left: each file is refused with that reason, the panel goes on, and later all plays")
 def no_thread_left(stage):
     switch = stage.folder / "refused"

@@ -60,6 +60,8 @@ def held_after(stage, entries, changes, numbers):
     return held_when_still(stage)
 
 
+# FAULT-16: Changes of file leave memory, handles and threads flat
+# MOVE-45
 @story("endurance: two hundred changes of file of every kind leave memory, handles and threads flat")
 def two_hundred_changes(stage):
     entries, environment = mixed_list(stage)

@@ -73,6 +73,7 @@ def refused_save(stage, kept):
     wait("no box", lambda: not stage.accessibility.find(stage.player.process.pid, holding="Can't save!!"))
 
 
+# FAULT-26: A limit on the size of files, and a reader of its messages that has gone, are answers and never the end
 @story("faults: a limit on the size of files refuses a save, and the player plays on")
 def limited_files(stage):
     songs = [tone(stage.media / f"song{number}.wav", hz, 5) for number, hz in enumerate((440, 660))]
@@ -102,6 +103,7 @@ def check_sound_is_where_the_time_stands(stage):
     check(max(map(abs, looks)) <= 1 and looks.count(0) > 0.6 * LOOKS, f"seconds between what is heard and what is told: {looks}")
 
 
+# FAULT-01
 @story("faults: the sound server is killed in the middle of a file and started again: time goes on, then the sound")
 def sound_server_lost(stage):
     with own_desktop(stage) as inner:
@@ -122,6 +124,8 @@ def sound_server_lost(stage):
         equal(inner.player.power_off(), 0, "exit code")
 
 
+# FAULT-08: When the display is lost the program ends by itself; lists are whole, the volume found at the start is put
+#     back
 @story("faults: the display is lost while it plays: it ends by itself, lists whole, the volume put back")
 def display_lost(stage):
     with own_desktop(stage) as inner:
@@ -178,6 +182,8 @@ def fill(folder):
     return filler
 
 
+# FAULT-03: On a full disk a save is refused by a box, the old list stays whole, nothing half written is left, and room
+#     makes it work again
 @story("faults: on a full disk a save is refused by a box, the old list stays whole, and room makes it work again")
 def disk_full(stage):
     if os.geteuid() != 0:
@@ -197,6 +203,8 @@ def disk_full(stage):
         equal(stage.player.power_off(), 0, "exit code")
 
 
+# FAULT-04: In a folder that cannot be written it starts and plays; a list is refused by a box, settings hold for the
+#     run
 @story("faults: in a folder that cannot be written it plays; lists are refused by a box, settings hold for the run")
 def read_only_folder(stage):
     kept = stored_list(stage, tone(stage.media / "song.wav", 440, 20))
@@ -223,6 +231,7 @@ def read_only_folder(stage):
         folder.chmod(0o755)
 
 
+# FAULT-05: A file deleted while it plays sounds to its end; the next one that is gone is told by its box
 @story("faults: files deleted while they play sound to their end; the next one that is gone is told by its box")
 def files_deleted(stage):
     songs = [steps(stage.media / f"song{hz}.wav", [hz, hz * 1.25], 3) for hz in (440, 700)]
@@ -248,6 +257,7 @@ def stop_in_the_opening(stage):
     return bool(grown) and grown[0].width < stage.player.skin[0][4] - 20
 
 
+# FAULT-06
 @story("faults: a skin removed between the start and the panel gives its box and ends")
 def skin_removed_in_the_opening(stage):
     records = stage.player.folder / "PANELSET" / "DEFAULT.CSV"
@@ -266,6 +276,7 @@ def skin_removed_in_the_opening(stage):
     equal(stage.player.wait_for_end(), 0, "exit code")
 
 
+# FAULT-07: A clock that is set forward or back leaves the time of the music alone
 @story("faults: the clock set forward and back by years leaves the music's time alone")
 def clock_set(stage):
     check(FAKE_TIME, "libfaketime is not installed")
@@ -295,6 +306,7 @@ def clock_set(stage):
     equal(stage.player.power_off(), 0, "exit code")
 
 
+# FAULT-10: Without a font it starts, plays and ends
 @story("faults: without a font it starts, plays and ends")
 def no_fonts(stage):
     empty = stage.folder / "fonts.conf"
@@ -305,6 +317,7 @@ def no_fonts(stage):
     equal(stage.player.power_off(), 0, "exit code")
 
 
+# FAULT-11: Without sounds for MIDI a sequence is refused by a box with the reason; other files play
 @story("faults: without sounds for MIDI a sequence is refused by a box, and the next file plays")
 def no_sound_font(stage):
     song = tone(stage.media / "song.wav", 440, 6)
@@ -331,6 +344,7 @@ def installed(stage):
     return place
 
 
+# FAULT-12
 @story("faults: without a home folder an installed program plays with the shipped skins and writes nothing among them")
 def no_home(stage):
     place = installed(stage)

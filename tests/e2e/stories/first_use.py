@@ -105,6 +105,8 @@ def check_list(stage):
         wait_for_told(stage, name, text)
 
 
+# START-46: A first use, from an empty folder over a drop, the buttons, the editor and the settings to the second start:
+#     everything is as it was left
 @story("first use: from an empty folder to the second start everything is as a person left it")
 def first_use(stage):
     home = stage.folder / "home"

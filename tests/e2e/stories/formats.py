@@ -49,6 +49,7 @@ def entries_of(folder):
     return made
 
 
+# KIND-07, KIND-08, KIND-11, KIND-14, MEDIA-10
 @story("formats: each format without a story of its own is told, heard or seen as an entry of a list, whole and in order")
 def further_formats(stage):
     entries = entries_of(stage.media)

@@ -42,6 +42,7 @@ def level(stage):
     return round(sink_volume(stage.session)[0] / STEP_OF_VOLUME)
 
 
+# KEY-06, KEY-07, KEY-08
 @story("keys: play, pause, stop, next, previous do what their buttons do")
 def transport_keys(stage):
     stage.player.start(*songs(stage))
@@ -64,6 +65,7 @@ def level_word(number):
     return number * 0x1111
 
 
+# KEY-02, KEY-03, KEY-12
 @story("keys: volume, repeat, minimise and power, capital and small letters apart")
 def other_keys(stage):
     set_sink_volume(stage.session, 32768)
@@ -84,6 +86,7 @@ def other_keys(stage):
     equal(stage.player.wait_for_end(), 0, "exit code")
 
 
+# KEY-16
 @story("keys: bound to other characters they obey those alone")
 def bound_keys(stage):
     stage.player.settings(PLAY_Click="q", POWER_Click="!", STOP_Click="")
@@ -98,6 +101,7 @@ def bound_keys(stage):
     stage.player.wait_for_end()
 
 
+# KEY-19
 @story("keys: Alt and F4 power off")
 def alt_f4(stage):
     stage.player.start(*songs(stage))
@@ -107,6 +111,7 @@ def alt_f4(stage):
     equal(stage.player.wait_for_end(), 0, "exit code")
 
 
+# BTN-22
 @story("holds: 400 ms on next changes the file once")
 def short_hold(stage):
     stage.player.start(*songs(stage))
@@ -117,6 +122,7 @@ def short_hold(stage):
     steady("the second file", lambda: same_pitch(stage.sound.pitch_now(), TONES[1]), 0.6)
 
 
+# BTN-23
 @story("holds: 1500 ms on next seeks forward and plays on in the same file")
 def long_hold_next(stage):
     start_ladder(stage, *songs(stage))
@@ -125,6 +131,7 @@ def long_hold_next(stage):
     wait_for_rung(stage, released + 1, released + 2)
 
 
+# BTN-23
 @story("holds: 1500 ms on previous seeks back and plays on")
 def long_hold_previous(stage):
     start_ladder(stage, *songs(stage))
@@ -135,6 +142,7 @@ def long_hold_previous(stage):
     wait_for_rung(stage, released + 1, released + 2)
 
 
+# BTN-18
 @story("holds: while stopped a hold neither seeks nor changes the file")
 def hold_while_stopped(stage):
     stage.player.start(*songs(stage))
@@ -143,6 +151,7 @@ def hold_while_stopped(stage):
     stage.sound.wait_for(TONES[0])
 
 
+# SLIDER-01
 @story("slider: a drag while playing seeks and plays on")
 def drag_playing(stage):
     start_ladder(stage)
@@ -153,6 +162,7 @@ def drag_playing(stage):
     check(0.45 < fraction < 0.6, f"the slider is filled to {fraction:.2f}")
 
 
+# SLIDER-02
 @story("slider: a drag while paused stays paused")
 def drag_paused(stage):
     start_ladder(stage)
@@ -181,6 +191,7 @@ def check_hovering(stage, second):
     wait_for_rung(stage, second + 1, second + 2)
 
 
+# BTN-39
 @story("slider: dragged by the right button while a menu comes or the panel is minimised, it is let go and the file goes on")
 def lost_right_button(stage):
     start_ladder(stage)
@@ -202,6 +213,7 @@ def lost_right_button(stage):
     check_hovering(stage, second)
 
 
+# SLIDER-03
 @story("slider: a drag while stopped does nothing")
 def drag_stopped(stage):
     stage.player.start(steps(stage.media / "ladder.wav", LADDER))
@@ -218,6 +230,7 @@ def knob_point(stage, angle):
     return (x + width / 2 + radius * np.cos(np.radians(angle)), y + height / 2 - radius * np.sin(np.radians(angle)))
 
 
+# VOL-13, VOL-14
 @story("knob: a drag around it goes through the levels, and its gap does nothing")
 def turn_knob(stage):
     set_sink_volume(stage.session, 65536)
@@ -233,6 +246,7 @@ def turn_knob(stage):
     check(np.abs(stage.player.look(KNOB_RECORD) - look).sum() > 0, "the indicator has not moved")
 
 
+# BTN-12, VOL-01
 @story("knob: the buttons move it a step and stop at its ends")
 def volume_buttons(stage):
     set_sink_volume(stage.session, 65536)
@@ -246,6 +260,7 @@ def volume_buttons(stage):
     wait("level 1", lambda: level(stage) == 1)
 
 
+# PANEL-18
 @story("volume: another program's change does not disturb the player, and unequal channels come back at the end")
 def other_programs(stage):
     set_sink_volume(stage.session, 50000, 20000)
@@ -258,6 +273,7 @@ def other_programs(stage):
     wait("the volume found at the start", lambda: sink_volume(stage.session) == (50000, 20000), 3)
 
 
+# MEDIA-70
 @story("volume: the knob goes where another program sets it, and a step goes on from there")
 def knob_follows(stage):
     set_sink_volume(stage.session, level_word(15))
@@ -281,6 +297,7 @@ def knob_follows(stage):
     equal(stage.player.power_off(), 0, "exit code")
 
 
+# BTN-43
 @story("panel: a drag by a free place moves it, and its buttons go with it")
 def move_panel(stage):
     stage.player.start(*songs(stage))
@@ -297,6 +314,7 @@ def move_panel(stage):
     stage.sound.wait_for(TONES[0])
 
 
+# PANEL-23
 @story("panel: minimised and brought back it plays on")
 def minimise(stage):
     stage.player.start(*songs(stage, 12))
@@ -311,6 +329,7 @@ def minimise(stage):
     stage.sound.wait_for_silence()
 
 
+# PANEL-15
 @story("panel: window mode 1 keeps it above other windows, mode 0 does not")
 def window_modes(stage):
     for mode, above in ((1, True), (0, False)):
@@ -330,6 +349,7 @@ def open_menu(stage):
     return wait("the menu", lambda: [w for w in stage.player.windows() if w.id not in before])[0]
 
 
+# KEY-22, MENU-29
 @story("menu: by Alt and the arrow keys it plays, pauses and powers off")
 def menu_by_keyboard(stage):
     stage.player.start(*songs(stage, 20))
@@ -347,6 +367,7 @@ def menu_by_keyboard(stage):
     equal(stage.player.wait_for_end(), 0, "exit code")
 
 
+# BTN-41, MENU-08
 @story("menu: the right button opens it everywhere on the panel")
 def menu_by_mouse(stage):
     stage.player.start(*songs(stage))
@@ -428,6 +449,7 @@ class MenuReader:
         wait("the menu goes", lambda: len(self.stage.player.windows()) == 1)
 
 
+# MENU-02, MENU-07
 @story("menu: what is switched on says so to assistive programs, and what is switched off no more")
 def menu_states(stage):
     stage.player.start(*songs(stage))

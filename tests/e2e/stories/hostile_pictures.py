@@ -102,6 +102,7 @@ def answered(stage, what, act, condition):
     return time.monotonic() - begin
 
 
+# PIC-28
 @story("pictures: hostile ones never hold the panel, and a good one follows")
 def hostile(stage):
     player = stage.player
@@ -205,6 +206,7 @@ def two_hundred(stage):
     equal(player.power_off(), 0, "exit code")
 
 
+# IMG-24
 @story("pictures: a minimised one stays minimised through a slide show")
 def minimised(stage):
     player = stage.player

@@ -68,6 +68,7 @@ def pause_step_and_go_on(stage, stairs, number):
     wait_for_stair(stage, stairs, number, wanted + 1, wanted + 2)
 
 
+# OPEN-43, MOVE-07, MOVE-08, MOVE-17, MOVE-20, MOVE-22, MOVE-29, MOVE-31, MOVE-33
 @story("kinds: paused, each kind steps a second forward and back in silence, and goes on from there")
 def steps_of_each_kind(stage):
     stairs = start_list(stage)
@@ -76,6 +77,7 @@ def steps_of_each_kind(stage):
             pause_step_and_go_on(stage, stairs, number)
 
 
+# MOVE-06, MOVE-16, MOVE-28
 @story("kinds: a paused picture stands; next and previous go on from it to its neighbours and play them")
 def paused_picture(stage):
     stairs = start_list(stage, 4, INTERVAL=PICTURE_SECONDS)
@@ -90,6 +92,7 @@ def paused_picture(stage):
         wait_for_stair(stage, stairs, number, 0, 1)
 
 
+# SEQ-05, SEQ-07, MOVE-13, MOVE-26, MOVE-27
 @story("kinds: pressed once previous begins each kind again, pressed twice it goes a file back, and next goes on")
 def previous_and_next(stage):
     stairs = start_list(stage)
@@ -118,6 +121,7 @@ def play_to_the_end(stage, stairs, number):
         wait_for_stair(stage, stairs, number, SECONDS - 1, SECONDS - 1)
 
 
+# SEQ-01, SEQ-02, MOVE-14, MOVE-15
 @story("kinds: each kind goes on at its own end; with repeat the list begins again, without it is rewound and stopped")
 def repeat_every_kind(stage):
     stairs = start_list(stage, INTERVAL=PICTURE_SECONDS)
@@ -151,6 +155,7 @@ def which_plays(stage, stairs, number):
     return None
 
 
+# SEQ-14, SEQ-16, SEQ-17
 @story("kinds: shuffled, every file of the list is heard and seen once in each round, the playing one first")
 def shuffle_every_kind(stage):
     stairs = start_list(stage, 3)

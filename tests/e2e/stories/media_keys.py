@@ -120,6 +120,7 @@ def started(stage, *files):
     return remote
 
 
+# REM-02
 @story("media keys: play, pause, play again and stop")
 def play_and_pause(stage):
     remote = started(stage, *three_files(stage))
@@ -142,6 +143,7 @@ def play_and_pause(stage):
     equal(remote.position(), 0.0, "position after stop")
 
 
+# REM-04
 @story("media keys: next and previous change the file while playing, at the first press")
 def change_the_file(stage):
     remote = started(stage, *three_files(stage))
@@ -156,6 +158,7 @@ def change_the_file(stage):
     equal(remote.status(), "Playing", "status")
 
 
+# REM-05
 @story("media keys: next and previous change the file while paused, silently")
 def change_the_file_while_paused(stage):
     clip = movie(stage.media / "clip.avi", "#2040C0", 880, 6)
@@ -181,6 +184,7 @@ def change_the_file_while_paused(stage):
     stage.sound.wait_for(TONES[1])
 
 
+# REM-06
 @story("media keys: next at the list's end stops; with repeat it goes around")
 def the_lists_end(stage):
     remote = started(stage, *three_files(stage)[:2])
@@ -198,6 +202,7 @@ def the_lists_end(stage):
     stage.sound.wait_for(TONES[0])
 
 
+# REM-08
 @story("media keys: position, seeking and setting the position can be heard and are told")
 def seeking(stage):
     stairs = steps(stage.media / "stairs.wav", STAIRS)
@@ -232,6 +237,7 @@ def seeking(stage):
     remote.wait_for_status("Stopped")
 
 
+# REM-22: Metadata name file, length, title and number, and playerctl follows
 @story("media keys: metadata names the file, its length, title and number")
 def metadata(stage):
     folder = stage.media / "säng & 100% ü"
@@ -256,6 +262,7 @@ def metadata(stage):
     check("object path" in remote.get("Metadata"), "the track is no object path")
 
 
+# REM-12
 @story("media keys: volume is the knob's level, repeat and shuffle are the panel's")
 def settings_of_playing(stage):
     remote = started(stage, *three_files(stage))
@@ -279,6 +286,7 @@ def settings_of_playing(stage):
     check("InvalidArgs" in remote.call("Seek", "string:far"), "a call with a wrong argument")
 
 
+# REM-13
 @story("media keys: opening an address plays it alone, and what cannot be opened is refused")
 def open_an_address(stage):
     files = three_files(stage)
@@ -295,6 +303,7 @@ def open_an_address(stage):
     equal((remote.status(), remote.title()), ("Playing", "a b#c"), "after what was refused")
 
 
+# REM-11
 @story("media keys: the panel's own buttons are told at once, and nothing is told while nothing changes")
 def follows_the_panel(stage):
     remote = started(stage, *three_files(stage, 20))
@@ -326,6 +335,7 @@ def follows_the_panel(stage):
         listener.wait_for("PlaybackStatus", "Stopped")
 
 
+# REM-22
 @story("media keys: playerctl follows the player")
 def followed(stage):
     remote = started(stage, *three_files(stage))
@@ -345,6 +355,7 @@ def followed(stage):
             end_process(process)
 
 
+# REM-14
 @story("media keys: calls are refused while the editor is open, and wait while a box is up")
 def refused_and_waiting(stage):
     first, gone, third = three_files(stage)
@@ -372,6 +383,7 @@ def refused_and_waiting(stage):
     stage.sound.wait_for(TONES[1])
 
 
+# REM-01
 @story("media keys: the name is there between the opening and the end, and a second player takes another one")
 def the_name(stage):
     remote = Remote(stage)
@@ -394,6 +406,7 @@ def the_name(stage):
     equal(remote.names(), [], "names after the end")
 
 
+# REM-16
 @story("media keys: raise brings a minimised panel back")
 def raised(stage):
     remote = started(stage, *three_files(stage))
@@ -415,6 +428,7 @@ def buses_with(text):
     return found
 
 
+# REM-17: Without a message bus the player runs on
 @story("media keys: without a message bus the player runs on")
 def no_bus(stage):
     runtime = stage.folder / "run"
@@ -426,6 +440,7 @@ def no_bus(stage):
     equal(stage.player.power_off(), 0, "exit code")
 
 
+# REM-17
 @story("media keys: a message bus that ends leaves the player alone")
 def bus_ends(stage):
     address = f"unix:path={stage.folder}/bus"

@@ -73,6 +73,7 @@ def is_above(stage, window):
     return told_so and over if told_so == over else None
 
 
+# MOVIE-34, IMG-19
 @story("media windows: in window mode 2, and in no other, a movie and a picture stay over other windows")
 def on_top(stage):
     for mode, zoom, numbers, above in ((2, 0, (MOVIE, PICTURE), True), (2, 5, (PICTURE,), True), (0, 0, (MOVIE, PICTURE), False),
@@ -103,6 +104,7 @@ def choose_in_menu(stage, opens, *keys):
     wait("the menu goes", lambda: {w.id for w in stage.player.windows()} <= before)
 
 
+# MOVIE-29, MOVIE-31, IMG-10, IMG-18, MENU-29
 @story("media windows: the right button and Alt alone open the menu over a movie and a picture, and it commands")
 def menus(stage):
     start(stage)
@@ -125,6 +127,7 @@ def menus(stage):
     equal(stage.player.wait_for_end(), 0, "exit code")
 
 
+# MOVIE-32, IMG-18
 @story("media windows: Alt and F4 in a movie's and in a picture's window end the player")
 def alt_f4(stage):
     for number in (MOVIE, PICTURE):
@@ -134,6 +137,7 @@ def alt_f4(stage):
         equal(stage.player.wait_for_end(), 0, "exit code")
 
 
+# MOVIE-33, IMG-21
 @story("media windows: a close request to a movie's or a picture's window is a stop")
 def close_request(stage):
     start(stage)
@@ -145,6 +149,7 @@ def close_request(stage):
         equal(told(stage, "FileNo"), f"{number:03}", "the entry that is chosen")
 
 
+# MOVIE-30, MOVIE-35, IMG-17, IMG-20
 @story("media windows: a click gives them the keyboard, and the panel's eleven keys do the same there")
 def keys(stage):
     start(stage)
@@ -185,6 +190,7 @@ def keys(stage):
     equal(stage.player.wait_for_end(), 0, "exit code")
 
 
+# MOVIE-16, MOVIE-27, IMG-11
 @story("media windows: a double-click minimises a playing and a paused movie and a picture and leaves them so; play shows them")
 def double_clicks(stage):
     start(stage)
@@ -210,6 +216,7 @@ def double_clicks(stage):
         wait_for_play(stage, number)
 
 
+# MOVIE-28, IMG-08
 @story("media windows: the left button drags a movie's and a picture's window, the middle one does not")
 def drags(stage):
     start(stage)

@@ -121,6 +121,7 @@ def leave_trace(stage, watch, tones, colours):
     stage.leave_text("panel", table(watch, heard, colours))
 
 
+# DISP-11, KIND-05, KIND-18, OPEN-16, OPEN-18, TIME-08, MCI-07, MCI-08, MOVIE-20, MOVIE-21, IMG-03
 @story("mixed list: twelve files of every kind are heard, seen and told by the panel in order")
 def every_kind(stage):
     entries, environment = mixed_list(stage)
@@ -149,6 +150,7 @@ def every_kind(stage):
     check(stage.player.find_panel() is not None, "the panel is gone")
 
 
+# MOVE-13
 @story("mixed list: next goes through every kind and leaves no window behind")
 def next_through_every_kind(stage):
     entries, environment = mixed_list(stage)
@@ -165,6 +167,7 @@ def next_through_every_kind(stage):
     stage.sound.wait_for_silence()
 
 
+# MOVE-06, IMG-04
 @story("pictures: a slide show changes at its interval, and pausing holds the picture")
 def slide_show(stage):
     colours = (RED, GREEN, BLUE)
@@ -193,6 +196,7 @@ def media_window(stage):
     return wait("a media window", others, 6)[0]
 
 
+# MOVIE-16
 @story("movies: a double-click leaves the play state alone and minimises")
 def double_click(stage):
     film = movie(stage.media / "film.avi", GREEN, 700, 12)
@@ -207,6 +211,7 @@ def double_click(stage):
     steady("the movie's sound", lambda: stage.sound.pitch_now() > 0, 1)
 
 
+# MOVIE-28
 @story("movies: dragging its picture moves the window")
 def drag_movie(stage):
     film = movie(stage.media / "film.avi", GREEN, 700, 12)
@@ -225,6 +230,7 @@ def drag_movie(stage):
     wait("the movie at its new place", moved)
 
 
+# MOVIE-12
 @story("movies: full screen shows nothing else and its keys still command")
 def full_screen(stage):
     film = movie(stage.media / "film.avi", YELLOW, 700, 12)

@@ -34,6 +34,8 @@ def write(stage, name, hz):
     return plain.rename(stage.media / name)
 
 
+# FAULT-24: A path from a list is only opened, be it named like a command of a shell, a format or an option: no program
+#     is started, nothing else is written
 @story("safe: files named like commands, formats and options are played, and nothing else is done")
 def names_are_names(stage):
     paths = [write(stage, name, hz) for name, _, hz in NAMES]

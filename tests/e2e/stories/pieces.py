@@ -69,6 +69,7 @@ def check_rate(what, points, begin, end, rate):
     check(abs(measured / rate - 1) <= RATE_ERROR, f"{what}: rate {measured:.2f}, expected {rate}: {inside}")
 
 
+# BTN-24, BTN-34, SEQ-27
 @story("pieces: next held on a movie plays it at twice its speed until it is let go")
 def double_speed(stage):
     stage.player.settings(DELAYTIME=50)
@@ -99,6 +100,7 @@ def double_speed(stage):
     equal({s.what for s in watch.texts()["FileNo"]}, {"001"}, "files shown")
 
 
+# MOVE-07, MOVE-17, MOVE-29
 @story("pieces: while a movie is paused next and previous step one second, and its frame is shown")
 def movie_steps(stage):
     stage.player.settings(DELAYTIME=50)
@@ -206,16 +208,19 @@ def play_piece(stage, make, movie=False, whole_stop=False):
     check_pieces(alone, start, end, 1)
 
 
+# OPEN-26, MCI-14, MCI-15, MENU-18, MENU-20, MENU-25, MENU-26
 @story("pieces: a piece of a sound is repeated, and with repeat off played alone")
 def piece_of_sound(stage):
     play_piece(stage, sound_file)
 
 
+# MOVIE-10, MOVIE-23, MOVIE-24, MENU-18, MENU-20, MENU-26
 @story("pieces: a piece of a movie is repeated, and with repeat off played alone")
 def piece_of_movie(stage):
     play_piece(stage, movie_file, movie=True)
 
 
+# OPEN-33, MCI-13, MCI-15, MCI-16, MENU-18, MENU-20, MENU-26
 @story("pieces: a piece of a track is repeated, and with repeat off played alone")
 def piece_of_track(stage):
     play_piece(stage, track_file, whole_stop=True)  # the stop's second itself is played

@@ -14,6 +14,7 @@ from harness.story import story
 COLOURS = ("#C83232", "#32A046", "#3250C8")
 
 
+# MCI-11
 @story("playing: quick play ends a sound after its first ten seconds")
 def quick_play(stage):
     stage.player.settings(QUICK="ON")
@@ -26,6 +27,7 @@ def quick_play(stage):
     check(9.8 <= first.length <= 10.8, f"the first file was heard for {first.length:.2f} s")
 
 
+# MOVIE-07
 @story("playing: a movie waits the delay before it starts, out of sight")
 def delay(stage):
     films = [movie(stage.media / f"film{hz}.avi", colour, hz, 1.5) for hz, colour in ((440, COLOURS[0]), (554, COLOURS[1]))]
@@ -41,6 +43,7 @@ def delay(stage):
     check(2.9 <= waited <= 6, f"{waited:.2f} s between the movies, expected the delay behind one and before the other")
 
 
+# IMG-23
 @story("pictures: one kept between files is replaced by the next without a moment between")
 def kept_picture(stage):
     files = [picture(stage.media / f"{number}.bmp", COLOURS[number % 3]) for number in range(9)]

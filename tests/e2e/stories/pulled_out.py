@@ -61,21 +61,26 @@ def play_and_pull_out(stage, make, hz, ways=WAYS, seconds=0):
             drive.answer()
 
 
+# FAULT-25: A drive that is pulled out while it plays: what plays ends like a file that is cut off, a picture stays,
+#     files on other drives follow, those on it are told by their box; the panel answers
 @story("faults: a drive is pulled out while a sound on it plays: the sound ends, the next file on another drive plays")
 def sound_pulled_out(stage):
     play_and_pull_out(stage, lambda folder: tone(folder / "song.wav", 700, LONG), 700)
 
 
+# FAULT-25
 @story("faults: a drive is pulled out while a movie on it plays: the movie ends, the next file on another drive plays")
 def movie_pulled_out(stage):
     play_and_pull_out(stage, lambda folder: movie(folder / "movie.avi", COLOURS[1], 554, LONG), 554, WAYS[1:])
 
 
+# FAULT-25
 @story("faults: a drive is pulled out while a disc image on it plays: the track ends, the next file on another drive plays")
 def disc_pulled_out(stage):
     play_and_pull_out(stage, lambda folder: disc(folder, [622], LONG)[1][0], 622, WAYS[:1], UNREADABLE)
 
 
+# FAULT-25
 @story("faults: a drive is pulled out while its pictures are shown: the shown one stays, the next is told by a box, others play")
 def pictures_pulled_out(stage):
     drive = Drive(stage)
@@ -97,6 +102,7 @@ def pictures_pulled_out(stage):
             drive.answer()
 
 
+# FAULT-20
 @story("faults: a disc image's drive stops answering while it plays: it is silent and after ten seconds ended, stop and the end are quick")
 def disc_stalls(stage):
     drive = Drive(stage)

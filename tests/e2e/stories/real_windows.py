@@ -189,6 +189,7 @@ def indicator(stage):
     return min(INDICATOR, key=lambda record: np.abs(shown - stage.player.cell(record)).sum())
 
 
+# DISP-03
 @story("panel: the playing indicator goes round its three pictures, a step a second, whatever is clicked, and stands in a pause")
 def indicator_goes_round(stage):
     stage.player.start(tone(stage.media / "song.wav", 440, 60))

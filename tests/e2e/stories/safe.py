@@ -92,6 +92,8 @@ def use_everything(stage):
     return trace
 
 
+# FAULT-17: No file is written outside of the program's folder, the user's runtime folder (lock, socket) aside, no other
+#     program is started, and no network is reached for
 @story("safe: it writes in its own folder alone, starts no other program and reaches for no network")
 def writes_in_its_folder_alone(stage):
     trace = use_everything(stage)

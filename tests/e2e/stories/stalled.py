@@ -88,6 +88,7 @@ def on_a_drive(stage):
     return drive
 
 
+# FAULT-19
 @story("faults: a sound on a drive that does not answer is told by a box in time, and the next file plays")
 def sound_on_a_stalled_drive(stage):
     drive = on_a_drive(stage)
@@ -96,6 +97,7 @@ def sound_on_a_stalled_drive(stage):
     play_alone(stage, drive, song, "all", LOOK)
 
 
+# FAULT-19
 @story("faults: a picture on a drive that does not answer is told by a box in time, and the next file plays")
 def picture_on_a_stalled_drive(stage):
     drive = on_a_drive(stage)
@@ -104,6 +106,7 @@ def picture_on_a_stalled_drive(stage):
     play_alone(stage, drive, shown, "open", LOOK)
 
 
+# FAULT-19
 @story("faults: a movie on a drive that does not answer is told by a box in time, and the next file plays")
 def movie_on_a_stalled_drive(stage):
     drive = on_a_drive(stage)
@@ -112,6 +115,7 @@ def movie_on_a_stalled_drive(stage):
     play_alone(stage, drive, shown, "open", WORK)
 
 
+# FAULT-20: A drive that stops answering while it plays: the panel answers, next goes on, stop and the end are quick
 @story("faults: a drive that stops answering while it plays: the panel answers, next goes on, stop and the end are quick")
 def drive_stalls_while_it_plays(stage):
     drive = on_a_drive(stage)
@@ -150,6 +154,7 @@ def drive_stalls_while_it_plays(stage):
         equal(stage.player.power_off(), 0, "exit code")
 
 
+# FAULT-22: Pipes and devices in a list are refused at once
 @story("faults: pipes in a list are refused by a box at once")
 def pipes_in_a_list(stage):
     tone(stage.media / "good.wav", 440, 3)

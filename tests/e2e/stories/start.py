@@ -18,6 +18,7 @@ SOUND_SAMPLES = ("chime.mid", "echo.rmi", "scale.wav", "waltz.mp3", "bells.mp2",
 LONGEST_GAP_MS = 60  # between two sound files; the aim is 30 on a machine that does nothing else
 
 
+# START-45
 @story("start: the panel stands pixel by pixel as the skin says")
 def pixel_exact(stage):
     stage.player.start()
@@ -25,6 +26,7 @@ def pixel_exact(stage):
     wait_for_exact_panel(stage)
 
 
+# START-31, BTN-06
 @story("start: without auto play nothing sounds until play is pressed")
 def waits_for_play(stage):
     song = tone(stage.media / "song.wav", 660, 3)
@@ -35,6 +37,7 @@ def waits_for_play(stage):
     stage.sound.wait_for(660)
 
 
+# START-30
 @story("start: auto play plays a stored list of every sound sample in order")
 def samples_in_order(stage):
     notes = read_notes(PROJECT / "samples" / "NOTES.txt")
@@ -53,6 +56,7 @@ def samples_in_order(stage):
     stage.sound.expect_order(expected)
 
 
+# MCI-22: The next file follows without a noticeable gap
 @story("start: the gap between two files is short")
 def short_gap(stage):
     files = [steps(stage.media / f"part{number}.wav", [hz], 1.5) for number, hz in enumerate((440, 660, 550), 1)]
@@ -66,6 +70,7 @@ def short_gap(stage):
     check(longest < LONGEST_GAP_MS, f"a gap of {longest:.0f} ms")
 
 
+# START-01
 @story("start: a second start on the same folder ends silently")
 def second_start(stage):
     stage.player.start()
@@ -76,6 +81,7 @@ def second_start(stage):
     check(stage.player.running(), "the first one has ended")
 
 
+# CMD-19, CMD-20
 @story("start: a second start brings the panel back to the front and tells which names it leaves out")
 def called_back(stage):
     stage.player.start()
@@ -95,6 +101,7 @@ def called_back(stage):
     equal(stage.player.power_off(), 0, "exit code")
 
 
+# START-02
 @story("start: two folders run side by side")
 def two_folders(stage):
     stage.player.start()
@@ -120,16 +127,19 @@ def missing_skin_file(stage, name):
     check(not (stage.player.folder / "KADO.INI").exists(), "a settings file was written")
 
 
+# START-09
 @story("start: a missing skin bitmap gives its box and ends")
 def missing_bitmap(stage):
     missing_skin_file(stage, "DEFAULT.BMP")
 
 
+# START-10
 @story("start: a missing skin text gives its box and ends")
 def missing_records(stage):
     missing_skin_file(stage, "DEFAULT.CSV")
 
 
+# START-33
 @story("start: a skin that cannot be applied gives its box and ends")
 def broken_skin(stage):
     records = stage.player.folder / "PANELSET" / "DEFAULT.CSV"
@@ -140,6 +150,7 @@ def broken_skin(stage):
     equal(stage.player.wait_for_end(), 0, "exit code")
 
 
+# START-39, START-42, BTN-01
 @story("start: power off ends the process and puts the volume back")
 def power_off(stage):
     set_sink_volume(stage.session, 40000, 30000)
@@ -152,6 +163,7 @@ def power_off(stage):
     check(not (stage.player.folder / "KADO.INI").exists(), "a settings file was written")
 
 
+# SET-45, LIST-24
 @story("start: damaged settings, list and skin heading do not stop it")
 def damaged_files(stage):
     folder = stage.player.folder
@@ -161,6 +173,7 @@ def damaged_files(stage):
     equal(stage.player.power_off(), 0, "exit code")
 
 
+# DISP-08
 @story("start: while nothing plays the display tells the date and the time of the time zone it is in")
 def idle_clock(stage):
     for zone, minutes_east in (("EAST-5:45", 345), ("WEST+9:30", -570)):

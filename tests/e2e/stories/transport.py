@@ -20,6 +20,7 @@ def start_playing(stage, *files):
     stage.player.press(PLAY)
 
 
+# BTN-07, OPEN-43
 @story("transport: pause silences and play goes on where it stood")
 def pause_and_resume(stage):
     start_playing(stage, steps(stage.media / "stairs.wav", STAIRS))
@@ -34,6 +35,7 @@ def pause_and_resume(stage):
     check(same_pitch(first.hz, STAIRS[1]), f"went on with {first}, expected {STAIRS[1]} Hz")
 
 
+# BTN-08
 @story("transport: stop silences and play begins again at the start")
 def stop(stage):
     start_playing(stage, steps(stage.media / "stairs.wav", STAIRS))
@@ -46,6 +48,7 @@ def stop(stage):
     check(same_pitch(stage.sound.first_tone(began).hz, STAIRS[0]), "did not begin at the start")
 
 
+# SEQ-01
 @story("transport: next plays on through the list and ends rewound")
 def next_to_the_end(stage):
     start_playing(stage, *three_files(stage))
@@ -60,6 +63,7 @@ def next_to_the_end(stage):
     stage.sound.wait_for(TONES[0])
 
 
+# SEQ-02, MOVE-15
 @story("transport: with repeat on the list goes on from its first file")
 def repeat(stage):
     start_playing(stage, *three_files(stage, 1.2))
@@ -73,6 +77,7 @@ def repeat(stage):
     stage.sound.wait_for_silence(8, lasting=0.8)
 
 
+# SEQ-05
 @story("transport: one press of previous begins the file again")
 def previous_once(stage):
     start_playing(stage, steps(stage.media / "stairs.wav", STAIRS), *three_files(stage)[1:])
@@ -84,6 +89,7 @@ def previous_once(stage):
     check(before, "it did not play on for the time of a double-click")
 
 
+# SEQ-07
 @story("transport: two presses of previous go one file back")
 def previous_twice(stage):
     start_playing(stage, *three_files(stage))
@@ -94,6 +100,7 @@ def previous_twice(stage):
     stage.sound.wait_for(TONES[0])
 
 
+# MOVE-11
 @story("transport: while stopped next and previous choose without playing")
 def choose_while_stopped(stage):
     stage.player.start(*three_files(stage))
@@ -104,6 +111,7 @@ def choose_while_stopped(stage):
     stage.sound.wait_for(TONES[1])
 
 
+# MOVE-20
 @story("transport: while paused next and previous step one second")
 def step_while_paused(stage):
     start_playing(stage, steps(stage.media / "stairs.wav", STAIRS))
@@ -119,6 +127,7 @@ def step_while_paused(stage):
     check(same_pitch(first.hz, STAIRS[3]), f"went on with {first}, expected {STAIRS[3]} Hz")
 
 
+# BTN-05, SEQ-16
 @story("transport: shuffle keeps the playing file and plays each other once")
 def shuffle(stage):
     frequencies = (392, 466, 554, 659, 784)
@@ -145,6 +154,7 @@ def list_with_a_gap(stage):
     return gone
 
 
+# OPEN-06
 @story("transport: a missing file's box, answered Abort, leaves it stopped")
 def missing_abort(stage):
     list_with_a_gap(stage)
@@ -156,6 +166,7 @@ def missing_abort(stage):
     stage.sound.wait_for(TONES[2])
 
 
+# OPEN-08
 @story("transport: a missing file's box, answered Ignore, goes on to the next")
 def missing_ignore(stage):
     list_with_a_gap(stage)
@@ -163,6 +174,7 @@ def missing_ignore(stage):
     stage.sound.wait_for(TONES[2])
 
 
+# OPEN-07
 @story("transport: a missing file's box, answered Retry, tries it again when it is the first press of previous")
 def missing_retry(stage):
     gone = list_with_a_gap(stage)
@@ -171,6 +183,8 @@ def missing_retry(stage):
     stage.sound.wait_for(TONES[1])
 
 
+# OPEN-14: A file that is there and cannot be decoded asks as a missing one does, with a line for the reason; a file of
+#     a list that was replaced meanwhile only tells
 @story("transport: a file that cannot be decoded asks with the reason, and the list goes on")
 def undecodable(stage):
     good = tone(stage.media / "good.wav", TONES[0], 6)

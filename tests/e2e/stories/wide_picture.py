@@ -15,6 +15,7 @@ IN_ENGLISH = "Corvane couldn't expand an image because of lack of the memory."
 IN_JAPANESE = "メモリ不足のためイメージを拡大できませんでした。"
 
 
+# PIC-09
 @story("pictures: one too wide to be doubled is told in one box in both languages, and shown at its own size")
 def too_wide(stage):
     wide = stage.media / "wide.bmp"

@@ -102,6 +102,7 @@ def check_saved(stage, name):
     equal([stored["LIST003"], stored["LIST255"]], ["|", "|"], "unused entries")
 
 
+# EDIT-56: A whole list is made, named, saved, played and played again after a restart
 @story("editor: by mouse a list is made, named, saved on page 3 list 7, played and played again after a restart")
 def make_a_list_by_mouse(stage):
     home = home_with_songs(stage)
@@ -134,6 +135,7 @@ def make_a_list_by_mouse(stage):
     hear_the_list(stage, began)
 
 
+# EDIT-56
 @story("editor: by keyboard alone a list is made, named, saved and taken")
 def make_a_list_by_keyboard(stage):
     open_editor(stage, home_with_songs(stage))
@@ -168,6 +170,7 @@ def make_a_list_by_keyboard(stage):
     hear_the_list(stage, began)
 
 
+# EDIT-46
 @story("editor: Cancel and Escape leave list and settings as they were")
 def cancel_the_editor(stage):
     home = home_with_songs(stage)
@@ -183,6 +186,7 @@ def cancel_the_editor(stage):
     stage.sound.wait_for(880)
 
 
+# EDIT-48
 @story("editor: entries are deleted, double-clicked in and out, and the numbers wrap")
 def edit_entries(stage):
     open_editor(stage, home_with_songs(stage))
@@ -203,6 +207,7 @@ def edit_entries(stage):
     node(stage, name="File 1")
 
 
+# LIST-32, EDIT-26
 @story("editor: a save that cannot be written leaves the old list whole")
 def save_into_nothing(stage):
     home = home_with_songs(stage)
@@ -221,6 +226,8 @@ def save_into_nothing(stage):
     check(stage.player.running(), "the program has ended")
 
 
+# DIAL-30: The lamps of auto play and quick play follow
+# DIAL-34: What was stored is in force at once and after a restart
 @story("settings: keys, delay, window mode and lamps are stored and in force at once and after a restart")
 def change_settings(stage):
     songs = [tone(stage.media / name, hz, 6) for name, hz in SONGS.items()]
@@ -250,6 +257,7 @@ def change_settings(stage):
         stage.sound.wait_for_silence()
 
 
+# DIAL-33: With auto play on either button then plays, Cancel too
 @story("settings: Auto Start plays when the dialog closes and at the next start")
 def auto_start(stage):
     songs = [tone(stage.media / name, hz, 6) for name, hz in SONGS.items()]
@@ -265,6 +273,9 @@ def auto_start(stage):
     stage.sound.wait_for(440)
 
 
+# SET-56: What was written and is not read again in the run counts from the next start
+# DIAL-08: Both skin lists hold the .BMP and .CSV files of PANELSET, and their texts are the names in force
+# DIAL-23: The skin is worn from the next start
 @story("settings: another skin is found, stored and worn at the next start")
 def another_skin(stage):
     folder = stage.player.folder / "PANELSET"
@@ -282,6 +293,8 @@ def another_skin(stage):
     stage.player.start()
 
 
+# DIAL-28: Another device shows the restart notice of three lines once, then AUXTYPE is written, and the running player
+#     keeps its device
 @story("settings: another volume device gives the restart notice; Cancel stores nothing")
 def restart_notice(stage):
     stage.player.start()
@@ -299,6 +312,7 @@ def restart_notice(stage):
     equal(stage.player.setting("AUXTYPE"), "-2", "stored device")
 
 
+# DIAL-36: Tab reaches each field once, Enter takes and Escape leaves
 @story("settings: by keyboard alone a key is changed and Enter takes it")
 def settings_by_keyboard(stage):
     song = tone(stage.media / "song.wav", 440, 6)
@@ -312,6 +326,8 @@ def settings_by_keyboard(stage):
     stage.sound.wait_for(440)
 
 
+# DIAL-04: It does not open while something plays
+# BTN-13
 @story("settings: the display opens nothing while something plays")
 def no_settings_while_playing(stage):
     stage.player.start(tone(stage.media / "song.wav", 440, 6))

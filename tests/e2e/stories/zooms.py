@@ -115,6 +115,7 @@ def power_off_by_key(stage):
     stage.player.wait_for_end()
 
 
+# PIC-03, PIC-04, PIC-05, PIC-12
 @story("pictures: each of the six zooms has its size in the middle of the screen")
 def zoomed_pictures(stage):
     screen = stage.desk.screen
@@ -133,6 +134,7 @@ def zoomed_pictures(stage):
             power_off_by_key(stage)
 
 
+# PIC-11, IMG-13, IMG-14
 @story("pictures: one larger than the screen hangs over it and is panned to its edges")
 def larger_than_the_screen(stage):
     screen = stage.desk.screen
@@ -177,6 +179,7 @@ def check_control(stage, window, size, zoom, what):
     check(all(abs(actual - expected) <= 1.5 for actual, expected in zip(found, wanted)), f"{what}: the control is at {found}, not {wanted}")
 
 
+# MOVIE-03, MOVIE-04, MOVIE-05, MOVIE-06
 @story("movies: each of the six zooms shows the whole picture")
 def zoomed_movies(stage):
     screen = stage.desk.screen
@@ -200,6 +203,7 @@ def zoomed_movies(stage):
             power_off_by_key(stage)
 
 
+# MOVIE-12
 @story("movies: from the whole screen to a picture's window and back to the whole screen, and then to nothing")
 def full_screen_and_back(stage):
     screen = stage.desk.screen

@@ -33,6 +33,7 @@ def answer_box(stage, key):
     wait("no box", lambda: not any(w.id == box.id for w in stage.player.windows("^Corvane$")), 5)
 
 
+# WIN-01: The panel stands pixel by pixel as its skin says
 @story("windows: the panel stands pixel by pixel as the skin says")
 def pixel_exact(stage):
     stage.player.start()
@@ -41,6 +42,7 @@ def pixel_exact(stage):
     equal(stage.player.power_off(), 0, "exit code")
 
 
+# WIN-03
 @story("windows: keys play, pause, go on, step and stop")
 def keys(stage):
     player = stage.player
@@ -61,6 +63,7 @@ def keys(stage):
     equal(player.wait_for_end(15), 0, "exit code")
 
 
+# WIN-30: Sounds, pictures and movies of one list follow each other
 @story("windows: sounds, pictures and a movie of one list follow each other")
 def mixed(stage):
     player = stage.player
@@ -78,6 +81,7 @@ def mixed(stage):
     stage.sound.wait_for(700, 10)
 
 
+# WIN-31: The editor finds and stores files by paths of Windows, in lines that end with CR LF
 @story("windows: the editor saves a list of what it found, which then plays")
 def editor(stage):
     player = stage.player
@@ -109,6 +113,7 @@ def editor(stage):
         song.unlink()
 
 
+# WIN-32: Settings are kept for the next start
 @story("windows: settings are kept and in force at the next start")
 def settings(stage):
     player = stage.player
@@ -128,6 +133,7 @@ def settings(stage):
     check(player.lamp_lit(AUTO_LAMP), "the auto lamp is not lit")
 
 
+# WIN-33: Boxes wait for their answer
 @story("windows: a missing file's box waits for its answer; help and menu do no harm")
 def boxes(stage):
     player = stage.player
@@ -142,6 +148,7 @@ def boxes(stage):
     equal(player.power_off(), 0, "exit code")
 
 
+# WIN-34: A second start on the same folder hands its files over and ends
 @story("windows: a second start hands its files over and ends; a skin that is missing is told")
 def second_start(stage):
     player = stage.player

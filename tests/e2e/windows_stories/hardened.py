@@ -14,6 +14,7 @@ SAFE = {"advapi32.dll", "comctl32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll
 HEADERS = ["x86_64-w64-mingw32-objdump", "-p"]
 
 
+# WIN-51: No library is taken from the program's folder
 @story("windows: no library is taken from the program's folder, and every place of the program is a guess")
 def hardened(stage):
     told = subprocess.run([*HEADERS, str(stage.player.program)], capture_output=True, text=True, check=True).stdout

@@ -190,6 +190,7 @@ def finish(stage, hands, files, way, codes):
     check(code in codes, f"exit code {code}")
 
 
+# WIN-60: Hostile files and names hold nothing up, and a good file follows each
 @story("windows: hostile files and names of a list hold nothing up, and a good file follows each")
 def by_list(stage):
     player, goods = stage.player, good_files(stage)
@@ -217,6 +218,7 @@ def by_list(stage):
     finish(stage, hands, files, "list", {0, FAULT_OF_WINE})
 
 
+# WIN-60
 @story("windows: hostile files and names handed over by another start hold nothing up, and a good file follows each")
 def by_hand_over(stage):
     player, goods = stage.player, good_files(stage)

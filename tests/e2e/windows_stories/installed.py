@@ -11,6 +11,7 @@ REGISTERED = (r"HKCR\Corvane.Media\shell\open\command", r"HKCR\Applications\corv
               r"HKCR\.mp3\OpenWithProgids", r"HKCR\.mpv\OpenWithProgids")
 
 
+# WIN-35: The installer puts the program in its place, has it open files whatever their names, and takes all away again
 @story("windows: the installer puts the program in its place, and takes it away again")
 def installed(stage):
     player, wine = stage.player, stage.theatre.wine

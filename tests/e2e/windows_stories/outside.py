@@ -8,6 +8,7 @@ from harness.story import story
 from wine import windows_path
 
 
+# WIN-37
 @story("windows: the end of the session ends the player in order")
 def session_end(stage):
     player = stage.player
@@ -19,6 +20,7 @@ def session_end(stage):
     equal(player.wait_for_end(15), 0, "exit code")
 
 
+# WIN-48
 @story("windows: a second start without files shows the player that runs")
 def second_start(stage):
     player = stage.player
@@ -31,6 +33,7 @@ def second_start(stage):
     equal(player.power_off(), 0, "exit code")
 
 
+# WIN-41
 @story("windows: the panel goes with the hand that drags it")
 def dragged(stage):
     player = stage.player
@@ -47,6 +50,7 @@ def dragged(stage):
 PLAY_CUSTOM = ("Down",) * 3 + ("Right",)  # its first entry: Start Position
 
 
+# WIN-52: A command of the menu may put up a box, again and again
 @story("windows: an entry of the menu chosen by keyboard may put up a box, again and again")
 def menu_command_with_box(stage):
     player = stage.player
@@ -75,6 +79,7 @@ def open_menu(stage):
     wait("the menu", lambda: len(stage.player.windows()) == 2, 10)
 
 
+# WIN-57
 @story("windows: what a start leaves out is told, and files dropped on the icon play")
 def left_out_and_dropped(stage):
     player = stage.player

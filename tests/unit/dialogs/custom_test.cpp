@@ -10,6 +10,7 @@ namespace {
 using Custom = CustomControls;
 using Texts = std::vector<std::string>;
 
+/// DIAL-01: Groups, options, boxes, labels and buttons have their captions, MINBUTTON_Click among them
 TEST_F(CustomDialog, EveryGroupAndControlHasItsCaption) {
     open();
     const Texts groups = {"Top Window", "Volume Select", "Image Hide", "Play Mode", "Key Custom", "Panel Customize"};
@@ -26,12 +27,15 @@ TEST_F(CustomDialog, EveryGroupAndControlHasItsCaption) {
     for (std::size_t i = 0; i < labels.size(); ++i) EXPECT_EQ(dialog().lblCustom[i].Caption.get(), labels[i]);
 }
 
+/// DIAL-02: The version label is product, "  Ver ", major, a point, two-digit minor and the comments
 TEST_F(CustomDialog, TheVersionLabelNamesProductVersionAndComments) {
     machine.process.versionMinor = 5;
     open();
     EXPECT_EQ(dialog().lblCustom[Custom::kVersion].Caption.get(), "Corvane  Ver 1.05  Multimedia Player");
 }
 
+/// DIAL-03: The panel is hidden meanwhile and comes back at either button
+/// DIAL-32: After either button the dialog goes and the panel shows
 TEST_F(CustomDialog, OpeningHidesThePanelAndClosingBringsItBack) {
     panel().Move(300, 600);
     for (const int button : {Custom::kOk, Custom::kCancel}) {
@@ -45,6 +49,9 @@ TEST_F(CustomDialog, OpeningHidesThePanelAndClosingBringsItBack) {
     }
 }
 
+/// DIAL-05: Image-hide option and check boxes show the settings in force
+/// DIAL-07: Each key field shows its character, and nothing for code 0; the delay field the delay
+/// DIAL-08
 TEST_F(CustomDialog, OpeningShowsThePresentSettings) {
     player.gImageHide = false;
     player.gAutoPlay = true;
@@ -70,6 +77,7 @@ TEST_F(CustomDialog, OpeningShowsThePresentSettings) {
     EXPECT_EQ(dialog().cboCustom[Custom::kTexts].Text.get(), "DEFAULT.CSV");
 }
 
+/// DIAL-06: The window option is the mode and 2
 TEST_F(CustomDialog, EachWindowModeSelectsItsOption) {
     for (const int mode : {0, 1, 2}) {
         player.gWindowPos = static_cast<std::int16_t>(mode);
@@ -81,6 +89,7 @@ TEST_F(CustomDialog, EachWindowModeSelectsItsOption) {
     }
 }
 
+/// DIAL-35: Options of one group leave the other group alone
 TEST_F(CustomDialog, OptionsOfOneGroupLeaveTheOtherGroupAlone) {
     open();
     dialog().optCustom[Custom::kHideTrue].Value = true;
@@ -89,6 +98,7 @@ TEST_F(CustomDialog, OptionsOfOneGroupLeaveTheOtherGroupAlone) {
     EXPECT_FALSE(dialog().optCustom[Custom::kNormalMode].Value);
 }
 
+/// DIAL-10: The device list begins with AUTO DETECT and WAVE OUT and stands at the device in force
 TEST_F(CustomDialog, TheDevicesAreAutoDetectAndWaveOut) {
     machine.sound.aux.push_back({AuxCaps{1, 8, "Line In"}});
     open();
@@ -96,6 +106,7 @@ TEST_F(CustomDialog, TheDevicesAreAutoDetectAndWaveOut) {
     EXPECT_EQ(dialog().cboCustom[Custom::kDevices].ListIndex, 1);
 }
 
+/// DIAL-11: On the old platform family the auxiliary devices follow by their names
 TEST_F(CustomDialog, TheOldFamilyAddsTheAuxiliaryDevicesByName) {
     player.gIsWin9x = true;
     player.gAuxType = 1;
@@ -106,6 +117,7 @@ TEST_F(CustomDialog, TheOldFamilyAddsTheAuxiliaryDevicesByName) {
     EXPECT_EQ(dialog().cboCustom[Custom::kDevices].ListIndex, 3);
 }
 
+/// DIAL-29
 TEST_F(CustomDialog, ADeviceThatIsGoneIsNotChangedByOk) {
     player.gIsWin9x = true;
     player.gAuxType = 5;
@@ -115,6 +127,8 @@ TEST_F(CustomDialog, ADeviceThatIsGoneIsNotChangedByOk) {
     EXPECT_EQ(written("AUXTYPE"), "(none)");
 }
 
+/// SET-54: A key is written as its one character
+/// SET-03, SET-50, DIAL-18, DIAL-20
 TEST_F(CustomDialog, OkWritesEveryKeyInItsOrder) {
     player.gWindowPos = 0;
     open();
@@ -126,6 +140,7 @@ TEST_F(CustomDialog, OkWritesEveryKeyInItsOrder) {
               "TEXTFILE=DEFAULT.CSV\r\nWINDOWPOS=0\r\n");
 }
 
+/// DIAL-31: Cancel, and the window manager's close, store nothing
 TEST_F(CustomDialog, CancelAndTheWindowManagersCloseStoreNothing) {
     for (const bool byWindowManager : {false, true}) {
         open();
@@ -144,6 +159,9 @@ TEST_F(CustomDialog, CancelAndTheWindowManagersCloseStoreNothing) {
     }
 }
 
+/// SET-50: Switches are written as ON and OFF
+/// DIAL-17: Image-hide, quick play and auto play are taken from their controls
+/// DIAL-20: IMAGEHIDE, AUTOPLAY and QUICK are written as ON or OFF
 TEST_F(CustomDialog, OkTakesTheSwitches) {
     open();
     dialog().optCustom[Custom::kHideFalse].Value = true;
@@ -157,6 +175,7 @@ TEST_F(CustomDialog, OkTakesTheSwitches) {
     EXPECT_EQ(written("AUTOPLAY"), "OFF");
 }
 
+/// DIAL-30
 TEST_F(CustomDialog, OkLightsAndPutsOutTheLamps) {
     std::array<Picture, 4> pictures;
     for (Picture& each : pictures) each = makePicture(1, 1, {0});
@@ -178,6 +197,8 @@ TEST_F(CustomDialog, OkLightsAndPutsOutTheLamps) {
     EXPECT_EQ(images[kQuickPlayLamp].Picture.get(), pictures[3]);
 }
 
+/// DIAL-18: Each binding is the code of its field's first character, and they are written in their order
+/// SET-54
 TEST_F(CustomDialog, EachKeyFieldBindsItsFirstCharacter) {
     using State = mdlDefinePublic::PlayerState;
     const std::vector<std::int16_t State::*> keys = {&State::gKeyPower,    &State::gKeyMin,       &State::gKeyRepeat,
@@ -192,6 +213,7 @@ TEST_F(CustomDialog, EachKeyFieldBindsItsFirstCharacter) {
     EXPECT_EQ(written("VOLUME_Down"), ":");
 }
 
+/// DIAL-19: An emptied field unbinds its command
 TEST_F(CustomDialog, AnEmptiedKeyFieldUnbindsItsCommand) {
     open();
     field(4).Text = "";
@@ -200,6 +222,7 @@ TEST_F(CustomDialog, AnEmptiedKeyFieldUnbindsItsCommand) {
     EXPECT_EQ(written("PLAY_Click"), "");
 }
 
+/// SET-55
 TEST_F(CustomDialog, ABlankIsAKeyAndComesBack) {
     open();
     field(5).Text = " ";
@@ -214,6 +237,8 @@ struct Delay {
     const char* stored;
 };
 class DelayField : public CustomDialog, public ::testing::WithParamInterface<Delay> {};
+/// SET-51: A delay of 0 is written and used as 1, a number as it was typed, anything else as 500
+/// DIAL-21: A delay of 0 is stored as 1; a number as it is; an empty or other text gives 500
 TEST_P(DelayField, IsStoredAsItMeans) {
     open();
     field(Custom::kDelay).Text = GetParam().typed;
@@ -226,6 +251,7 @@ INSTANTIATE_TEST_SUITE_P(Values, DelayField,
                                            Delay{"250", 250, "250"}, Delay{"0250", 250, "0250"}, Delay{"00", 1, "1"},
                                            Delay{"32767", 32767, "32767"}, Delay{"99999", 32767, "32767"}));
 
+/// DIAL-16: The delay field takes digits and Backspace and drops all else
 TEST_F(CustomDialog, TheDelayFieldTakesDigitsAndBackspaceOnly) {
     open();
     const auto& takes = field(Custom::kDelay).KeyPress;
@@ -237,6 +263,7 @@ TEST_F(CustomDialog, TheDelayFieldTakesDigitsAndBackspaceOnly) {
     EXPECT_FALSE(static_cast<bool>(field(0).KeyPress));
 }
 
+/// DIAL-22: The skins' names are trimmed, and empty ones are DEFAULT.BMP and DEFAULT.CSV
 TEST_F(CustomDialog, SkinNamesAreTrimmedAndEmptyOnesAreTheDefaults) {
     for (const char* bitmap : {"night.bmp", "DEFAULT.BMP"}) {
         machine.addPicture(std::string("/app/PANELSET/") + bitmap, 10, 10);
@@ -258,6 +285,7 @@ TEST_F(CustomDialog, SkinNamesAreTrimmedAndEmptyOnesAreTheDefaults) {
     EXPECT_EQ(written("TEXTFILE"), "DEFAULT.CSV");
 }
 
+/// DIAL-09: In a folder that is a root they are found without a second separator
 TEST_F(CustomDialog, SkinsOfARootFolderAreFound) {
     machine.process.folder = "/";
     machine.files.add("/PANELSET/ROOT.BMP");
@@ -272,6 +300,11 @@ struct Mode {
     const char* call;  ///< "" none
 };
 class WindowMode : public CustomDialog, public ::testing::WithParamInterface<Mode> {};
+/// DIAL-24: Option 2 is mode 0 and takes a panel that was on top down
+/// DIAL-25: Option 3 is mode 1 and puts the panel on top
+/// DIAL-26: Option 4 is mode 2 and takes a panel that was on top down
+/// DIAL-27: WINDOWPOS is written
+/// SET-53
 TEST_P(WindowMode, TakesEffectAtOnce) {
     player.gWindowPos = static_cast<std::int16_t>(GetParam().before);
     open();
@@ -296,6 +329,8 @@ INSTANTIATE_TEST_SUITE_P(Modes, WindowMode,
                                            Mode{1, Custom::kSubWindow, 2, kNotOnTop},
                                            Mode{2, Custom::kSubWindow, 2, ""}));
 
+/// SET-52: The volume device is written as the place in its list less 2, and only when it changed
+/// SET-56, DIAL-28
 TEST_F(CustomDialog, AnotherDeviceShowsTheRestartNoticeOnceAndCountsFromTheNextStart) {
     open();
     dialog().cboCustom[Custom::kDevices].ListIndex = 0;
@@ -312,6 +347,8 @@ TEST_F(CustomDialog, AnotherDeviceShowsTheRestartNoticeOnceAndCountsFromTheNextS
     EXPECT_EQ(player.gAuxType, -1);
 }
 
+/// DIAL-29: The same device shows and writes nothing
+/// SET-52
 TEST_F(CustomDialog, TheSameDeviceShowsNothing) {
     open();
     dialog().cboCustom[Custom::kDevices].ListIndex = 0;
@@ -321,6 +358,7 @@ TEST_F(CustomDialog, TheSameDeviceShowsNothing) {
     EXPECT_EQ(written("AUXTYPE"), "(none)");
 }
 
+/// DIAL-12: A click on a field's label or highlight gives it the focus
 TEST_F(CustomDialog, AFieldIsReachedByItsLabelAndByItsHighlight) {
     open();
     machine.loop.enter([&] { dialog().lblCustom[3].Click.raise(); });
@@ -334,6 +372,7 @@ TEST_F(CustomDialog, AFieldIsReachedByItsLabelAndByItsHighlight) {
     EXPECT_EQ(machine.windows.focused(), &field(Custom::kDelay));
 }
 
+/// DIAL-13: With the focus its whole text is selected
 TEST_F(CustomDialog, AFieldThatGetsTheFocusIsSelectedWhole) {
     player.gKeyStop = 0x3042;
     open();
@@ -346,6 +385,7 @@ TEST_F(CustomDialog, AFieldThatGetsTheFocusIsSelectedWhole) {
     EXPECT_EQ(field(Custom::kDelay).SelLength, 3);
 }
 
+/// DIAL-14: The highlight of the key field with the focus blinks every 500 ms and rests when it loses it
 TEST_F(CustomDialog, TheHighlightOfTheFieldWithTheFocusBlinksTwiceASecond) {
     open();
     machine.advance(2000);
@@ -374,6 +414,7 @@ TEST_F(CustomDialog, TheFirstFieldBlinksToo) {
     EXPECT_FALSE(highlighted(0));
 }
 
+/// DIAL-15: The delay field blinks nothing
 TEST_F(CustomDialog, TheDelayFieldBlinksNothing) {
     open();
     field(10).SetFocus();
@@ -385,6 +426,7 @@ TEST_F(CustomDialog, TheDelayFieldBlinksNothing) {
     EXPECT_FALSE(dialog().tmrCustom.Enabled);
 }
 
+/// DIAL-14
 TEST_F(CustomDialog, ClosingWhileAHighlightBlinksLeavesNoTimer) {
     open();
     const int running = machine.timers.running();
@@ -395,6 +437,7 @@ TEST_F(CustomDialog, ClosingWhileAHighlightBlinksLeavesNoTimer) {
     EXPECT_EQ(machine.timers.running(), running);
 }
 
+/// DIAL-33
 TEST_F(CustomDialog, WithAutoStartEitherButtonPlays) {
     machine.addSound("/x/a.wav", 3000);
     setList({"/x/a.wav"});
@@ -412,6 +455,7 @@ TEST_F(CustomDialog, WithAutoStartEitherButtonPlays) {
     EXPECT_EQ(state(), "stopped");
 }
 
+/// DIAL-04
 TEST_F(CustomDialog, ItDoesNotOpenWhilePlaying) {
     machine.addSound("/x/a.wav", 3000);
     setList({"/x/a.wav"});
@@ -420,6 +464,7 @@ TEST_F(CustomDialog, ItDoesNotOpenWhilePlaying) {
     EXPECT_EQ(found(), nullptr);
 }
 
+/// DIAL-36
 TEST_F(CustomDialog, TabReachesEachFieldOnce) {
     open();
     std::set<int> places;
@@ -430,6 +475,7 @@ TEST_F(CustomDialog, TabReachesEachFieldOnce) {
     EXPECT_EQ(places.size(), 5U + 2U + 12U + 3U + 2U);
 }
 
+/// DIAL-37: Nothing overlaps and nothing leaves its frame, also with a larger system font
 TEST_F(CustomDialog, NothingOverlapsAndNothingLeavesItsFrame) {
     open();
     for (const Control* one : dialog().controls()) {

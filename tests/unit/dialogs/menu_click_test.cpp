@@ -28,6 +28,7 @@ protected:
     }
 };
 
+/// MENU-01: The tree has its items in their order
 TEST_F(Menu, HasItsTree) {
     setUpPanel();
     EXPECT_EQ(menu().mnuMenu.Caption.get(), "Menu");
@@ -44,6 +45,9 @@ TEST_F(Menu, HasItsTree) {
 
 // --- Preparing -------------------------------------------------------------------------------------------------------
 
+/// MENU-04: Play shows while its button is enabled, Pause while its own is
+/// MENU-06: They are enabled while a movie, sound or track is paused, and disabled otherwise, for pictures always
+/// MENU-08
 TEST_F(Menu, PlayPauseAndPositionsFollowKindAndState) {
     for (const char* path : {kPicture, kMovie, kSound, kTrack}) {
         for (const std::string before : {"stopped", "playing", "paused"}) {
@@ -65,6 +69,7 @@ TEST_F(Menu, PlayPauseAndPositionsFollowKindAndState) {
     }
 }
 
+/// MENU-02: Repeat is checked while it is on; what can be switched on and off is checkable while it is off as well
 TEST_F(Menu, RepeatIsCheckedWhileItIsOn) {
     setUpPanel();
     for (const bool on : {true, false}) {
@@ -74,6 +79,7 @@ TEST_F(Menu, RepeatIsCheckedWhileItIsOn) {
     }
 }
 
+/// MENU-03: Item 8 reads Min for a normal panel, else Max
 TEST_F(Menu, MinReadsMaxUnlessThePanelIsNormal) {
     setUpPanel();
     for (const WindowState each : {WindowState::Minimized, WindowState::Normal, WindowState::Maximized}) {
@@ -83,6 +89,7 @@ TEST_F(Menu, MinReadsMaxUnlessThePanelIsNormal) {
     }
 }
 
+/// MENU-05: Start and Stop Position are checked for a file that has them
 TEST_F(Menu, PositionsAreCheckedForTheFileThatHasThem) {
     setUp(kSound);
     player.gStartPosition[1] = 5;
@@ -95,6 +102,7 @@ TEST_F(Menu, PositionsAreCheckedForTheFileThatHasThem) {
     }
 }
 
+/// MENU-07: Custom ON is checked in modes 1 and 2, Custom Repeat in mode 2
 TEST_F(Menu, TheCustomModesChecks) {
     setUpPanel();
     for (const std::int16_t mode : {kCustomRepeat, kCustomPlay, kCustomOff}) {
@@ -119,6 +127,10 @@ void PrintTo(const Row& row, std::ostream* out) { *out << "PlayCmd " << row.item
 
 class MenuTransport : public Menu, public ::testing::WithParamInterface<Row> {};
 
+/// MENU-09: Play plays while the pause button is enabled, one above the button that the key looks at
+/// MENU-11: Stop closes and keeps no picture
+/// MENU-14: Next is next
+/// MENU-10, MENU-12
 TEST_P(MenuTransport, DoesItsCommand) {
     const Row& row = GetParam();
     setUp(kPicture);
@@ -169,6 +181,7 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"playing", 4, "playing", 2, nextOpened("/m/third.wav")},
         Row{"paused", 4, "paused", 1, {"mci.To 6000", "mci.Command Seek"}}, Row{"playing", 5, "playing", 1, kNothing}));
 
+/// MENU-10: Pause pauses while the stop button is enabled, one above too
 TEST_F(Menu, PauseLooksAtTheStopButton) {
     bring(kSound, "playing");
     button(kStop).Enabled = false;
@@ -176,6 +189,7 @@ TEST_F(Menu, PauseLooksAtTheStopButton) {
     EXPECT_EQ(state(), "playing");
 }
 
+/// MENU-12: Prev sets the flag of a first press and goes back: it changes the file at once and never restarts it
 TEST_F(Menu, PrevNeverRestartsTheFile) {
     bring(kSound, "playing");
     player.gFileIndex = 2;
@@ -188,6 +202,7 @@ TEST_F(Menu, PrevNeverRestartsTheFile) {
     EXPECT_TRUE(mediaCalls().empty()) << "no press is left that would play it again";
 }
 
+/// MENU-13: Prev stays on file 0 without repeat and goes to the last with it
 TEST_F(Menu, PrevOnTheFirstFileFollowsRepeat) {
     bring(kSound, "playing");
     choose(menu().PlayCmd[3]);
@@ -198,6 +213,7 @@ TEST_F(Menu, PrevOnTheFirstFileFollowsRepeat) {
     EXPECT_EQ(player.gFileIndex, 2);
 }
 
+/// MENU-12
 TEST_F(Menu, PrevOfAPausedPictureGoesBackAtOnce) {
     machine.addPicture("/m/other.bmp", 100, 80);
     setUp(kPicture);
@@ -212,6 +228,7 @@ TEST_F(Menu, PrevOfAPausedPictureGoesBackAtOnce) {
     EXPECT_EQ(state(), "playing");
 }
 
+/// MOVE-24
 TEST_F(Menu, PrevWithAnEmptyListLeavesNoPress) {
     setUpPanel();
     choose(menu().PlayCmd[3]);
@@ -224,6 +241,7 @@ TEST_F(Menu, PrevWithAnEmptyListLeavesNoPress) {
     EXPECT_EQ(player.gFileIndex, 1) << "a first press, not a second one";
 }
 
+/// MENU-15: Volume Up raises, Volume Down lowers
 TEST_F(Menu, TheVolumeItems) {
     setUp(kSound);
     player.gVolume = 7;
@@ -237,6 +255,7 @@ TEST_F(Menu, TheVolumeItems) {
 
 // --- Modes, window, help, power --------------------------------------------------------------------------------------
 
+/// MENU-16: Repeat toggles as its button does, pictures included
 TEST_F(Menu, RepeatTogglesWithItsPictures) {
     setUp(kSound);
     const auto& images = panel().imgMainPanel;
@@ -248,6 +267,7 @@ TEST_F(Menu, RepeatTogglesWithItsPictures) {
     }
 }
 
+/// MENU-17: Shuffle shuffles three files and more; with two it does nothing
 TEST_F(Menu, ShuffleNeedsThreeFiles) {
     setUp(kSound);
     for (std::int16_t count = 0; count <= 4; ++count) {
@@ -260,6 +280,8 @@ TEST_F(Menu, ShuffleNeedsThreeFiles) {
     }
 }
 
+/// MENU-27: Min minimises a normal panel; Max makes it normal again
+/// MENU-03
 TEST_F(Menu, MinMinimisesAndMaxRestores) {
     setUpPanel();
     choose(menu().mnuSub[8]);
@@ -275,12 +297,14 @@ TEST_F(Menu, MinMinimisesAndMaxRestores) {
     EXPECT_EQ(panel().WindowState.get(), WindowState::Normal);
 }
 
+/// MENU-28: Help opens the help, as F1 does
 TEST_F(Menu, HelpOpensTheHelp) {
     setUpPanel();
     choose(menu().mnuSub[11]);
     EXPECT_EQ(machine.calls("dialogs"), Calls{"dialogs.help"});
 }
 
+/// MENU-29: Power OFF disables power, closes and ends the panel
 TEST_F(Menu, PowerOffStopsAndEndsThePanel) {
     for (const char* before : {"stopped", "playing", "paused"}) {
         SCOPED_TRACE(before);
@@ -293,6 +317,7 @@ TEST_F(Menu, PowerOffStopsAndEndsThePanel) {
     }
 }
 
+/// MENU-30: Menu Exit and the other items only close the menu
 TEST_F(Menu, TheOtherItemsOnlyCloseTheMenu) {
     bring(kSound, "playing");
     for (const std::size_t each : {0U, 1U, 2U, 3U, 4U, 7U, 9U, 10U}) choose(menu().mnuSub[each]);
@@ -304,6 +329,7 @@ TEST_F(Menu, TheOtherItemsOnlyCloseTheMenu) {
     EXPECT_EQ(panel().WindowState.get(), WindowState::Normal);
 }
 
+/// MENU-31: An item that is chosen as the panel goes does nothing
 TEST_F(Menu, AnItemChosenAsThePanelGoesDoesNothing) {
     bring(kSound, "playing");
     std::vector<MenuItem*> items;

@@ -38,6 +38,9 @@ struct Place {
     std::int32_t stored;
 };
 
+/// MENU-18: Start Position keeps the position of the present file: a movie's in whole seconds, a sound's and a track's
+///     as the device says it
+/// MENU-20: Stop Position keeps the position in the same way
 TEST_F(MenuCustom, ThePositionIsStoredInTheKindsUnit) {
     const std::vector<Place> rows = {{kMovie, 12, 12},   {kMovie, 12.4, 12},
                                      {kMovie, 12.6, 13}, {kMovie, 12.5, 12},
@@ -60,6 +63,7 @@ TEST_F(MenuCustom, ThePositionIsStoredInTheKindsUnit) {
     }
 }
 
+/// MENU-18
 TEST_F(MenuCustom, APositionBelongsToTheCurrentFileAlone) {
     bring(kSound, "playing");
     act([this] { NextFile(player); });
@@ -76,6 +80,7 @@ TEST_F(MenuCustom, APositionBelongsToTheCurrentFileAlone) {
     }
 }
 
+/// MENU-19: For a picture or with nothing open it keeps nothing, even when it is invoked
 TEST_F(MenuCustom, APictureOrNothingHasNoPosition) {
     for (const char* before : {"stopped", "playing", "paused"}) {
         SCOPED_TRACE(before);
@@ -100,6 +105,10 @@ struct Pair {
     bool accepted;
 };
 
+/// MENU-21: A stop that is not behind the start gives the stop box "Stop Position too Small!" and becomes 0; the start
+///     is kept
+/// MENU-22: At the same place as the start it is refused
+/// MENU-23: Movies and sounds compare as numbers, tracks as texts
 TEST_F(MenuCustom, TheStopPositionMustLieBehindTheStart) {
     const auto at = [](int minutes, int seconds, int frames) { return packed(1, minutes, seconds, frames) * 1.0; };
     const std::vector<Pair> rows = {
@@ -133,6 +142,7 @@ TEST_F(MenuCustom, TheStopPositionMustLieBehindTheStart) {
     }
 }
 
+/// MENU-21
 TEST_F(MenuCustom, ARefusedStopClearsTheOneBefore) {
     bring(kSound, "paused");
     placeAt(5000);
@@ -146,6 +156,7 @@ TEST_F(MenuCustom, ARefusedStopClearsTheOneBefore) {
     EXPECT_EQ(player.gStopPosition[0], 0);
 }
 
+/// MENU-21
 TEST_F(MenuCustom, AtTheVeryStartNoStopCanBeSet) {
     for (const char* path : {kMovie, kSound, kTrack}) {
         SCOPED_TRACE(path);
@@ -163,6 +174,8 @@ TEST_F(MenuCustom, AtTheVeryStartNoStopCanBeSet) {
 
 // --- Modes -----------------------------------------------------------------------------------------------------------
 
+/// MENU-24: Custom ON makes mode 0 to 1, modes 1 and 2 to 0
+/// MENU-25: Custom Repeat makes modes 0 and 1 to 2, mode 2 to 1: twice from 0 ends in 1
 TEST_F(MenuCustom, TheModesFollowTheirTwoItems) {
     struct Change {
         std::int16_t before;
@@ -179,6 +192,7 @@ TEST_F(MenuCustom, TheModesFollowTheirTwoItems) {
     }
 }
 
+/// MENU-25
 TEST_F(MenuCustom, CustomRepeatTwiceLeavesCustomPlayOn) {
     setUp(kSound);
     choose(4);
@@ -220,6 +234,7 @@ protected:
     }
 };
 
+/// MENU-26: A piece set this way is played, repeated and left, in each kind
 TEST_P(CustomPiece, CustomOnPlaysThePieceAndGoesOnToTheNextFile) {
     setPiece();
     choose(3);
@@ -235,6 +250,7 @@ TEST_P(CustomPiece, CustomOnPlaysThePieceAndGoesOnToTheNextFile) {
     EXPECT_LT(shownSeconds(), 2) << "the next file from its own start";
 }
 
+/// MENU-26
 TEST_P(CustomPiece, CustomRepeatPlaysThePieceAgainAndAgain) {
     setPiece();
     choose(4);
@@ -252,6 +268,7 @@ TEST_P(CustomPiece, CustomRepeatPlaysThePieceAgainAndAgain) {
     EXPECT_EQ(player.gFileIndex, 1);
 }
 
+/// MENU-32: A piece switched on while it plays ends there, and a picture is not played in pieces
 TEST_P(CustomPiece, SwitchedOnWhilePlayingItEndsThePieceThere) {
     setPiece();
     playIt();
@@ -264,6 +281,7 @@ TEST_P(CustomPiece, SwitchedOnWhilePlayingItEndsThePieceThere) {
     EXPECT_EQ(player.gFileIndex, 1);
 }
 
+/// MENU-26
 TEST_P(CustomPiece, OffThePositionsAreNotUsed) {
     setPiece();
     choose(3);
@@ -280,6 +298,7 @@ INSTANTIATE_TEST_SUITE_P(Kinds, CustomPiece,
                          ::testing::Values(Piece{"/m/clip.avi", 5, 10, 500}, Piece{"/m/song.wav", 5000, 10000, 0},
                                            Piece{"/cd/Track01.cda", packed(1, 0, 5) * 1.0, packed(1, 0, 10) * 1.0, 0}));
 
+/// MENU-32
 TEST_F(MenuCustom, APictureIsNotPlayedInPieces) {
     for (const std::int16_t mode : {kCustomPlay, kCustomRepeat}) {
         bring(kPicture, "stopped");

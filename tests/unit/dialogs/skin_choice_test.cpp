@@ -27,6 +27,8 @@ protected:
     }
 };
 
+/// DIAL-38: A pair that cannot be shown is told in one box, nothing is stored and the dialog stays open
+/// COM-29
 TEST_F(SkinChoice, IsToldInOneBoxAndTheDialogStays) {
     struct Wrong {
         const char* bitmap;
@@ -60,6 +62,7 @@ TEST_F(SkinChoice, IsToldInOneBoxAndTheDialogStays) {
     }
 }
 
+/// DIAL-38
 TEST_F(SkinChoice, OneThatCanBeShownIsStored) {
     choose("TINY.BMP", "DAY.CSV");
     choose("DAY.BMP", "DAY.CSV");
@@ -69,6 +72,7 @@ TEST_F(SkinChoice, OneThatCanBeShownIsStored) {
     EXPECT_EQ(written("TEXTFILE"), "DAY.CSV");
 }
 
+/// DIAL-38
 TEST_F(SkinChoice, CancelLeavesAfterAChoiceThatCannotBeShown) {
     choose("NONE.BMP", "DAY.CSV");
     push(Custom::kCancel);

@@ -13,6 +13,7 @@ std::int32_t packed(std::uint32_t track, std::uint32_t minute, std::uint32_t sec
     return static_cast<std::int32_t>(track | minute << 8 | second << 16 | frame << 24);
 }
 
+/// MEDIA-17: A position has the track in the lowest byte, then minutes, seconds and frames
 TEST(CdArithmetic, TrackIsTheLowestByteThenMinutesSecondsFrames) {
     EXPECT_EQ(packTmsf(5, (30 * 60 + 34) * 75 + 12), 0x0C221E05);
     const CdPosition position = unpackTmsf(0x0C221E05);
@@ -20,6 +21,7 @@ TEST(CdArithmetic, TrackIsTheLowestByteThenMinutesSecondsFrames) {
     EXPECT_EQ(position.sectors, (30 * 60 + 34) * 75 + 12);
 }
 
+/// MEDIA-16: A track's length has minutes in the lowest byte, then seconds, then frames
 TEST(CdArithmetic, LengthHasMinutesInTheLowestByte) {
     EXPECT_EQ(packLength((4 * 60 + 33) * 75 + 74), 0x4A2104);
     EXPECT_EQ(packLength(0), 0);
@@ -28,12 +30,14 @@ TEST(CdArithmetic, LengthHasMinutesInTheLowestByte) {
     EXPECT_EQ(unpackTmsf(packLength(9000) * 256 + 3).sectors, 9000);
 }
 
+/// MEDIA-48
 TEST(CdArithmetic, FramesOfFiftyAndMoreStayReadable) {
     // The frames' byte would be the sign's byte from 128 on; 74 is the most that a disc gives.
     EXPECT_EQ(unpackTmsf(packTmsf(99, 74)).sectors, 74);
     EXPECT_EQ(unpackTmsf(packed(99, 99, 59, 74)).sectors, 99 * 4500 + 59 * 75 + 74);
 }
 
+/// MEDIA-18: A second of 60 is the next minute
 TEST(CdArithmetic, ASecondOfSixtyIsTheNextMinute) {
     const std::int32_t step = packed(3, 0, 59, 20) + 65536;
     EXPECT_EQ(unpackTmsf(step).track, 3);
@@ -41,6 +45,8 @@ TEST(CdArithmetic, ASecondOfSixtyIsTheNextMinute) {
     EXPECT_EQ(sectorOf(kTracks, step), 412 + 4500 + 20);
 }
 
+/// MEDIA-48: Places count as drives count them: a second taken below 0, frames of 50 and more, tracks that the disc
+///     lacks
 TEST(CdArithmetic, BackAtSecondZeroIsSecondFiftyNineOfTheMinuteBefore) {
     for (const std::uint32_t frame : {0U, 1U, 74U}) {
         const std::int32_t back = packed(3, 1, 0, frame) - 65536;
@@ -49,18 +55,21 @@ TEST(CdArithmetic, BackAtSecondZeroIsSecondFiftyNineOfTheMinuteBefore) {
     }
 }
 
+/// MEDIA-19: A place outside the track is held at its start or end
 TEST(CdArithmetic, BeforeTheTrackIsItsStartAndBeyondItsEnd) {
     EXPECT_EQ(sectorOf(kTracks, packed(2, 0, 0, 30) - 65536), 225);
     EXPECT_EQ(sectorOf(kTracks, packed(2, 0, 40, 0)), 412);
     EXPECT_EQ(sectorOf(kTracks, packed(2, 0, 2, 36)), 411);
 }
 
+/// MEDIA-48
 TEST(CdArithmetic, ATrackTheDiscLacksIsTheNearestEnd) {
     EXPECT_EQ(sectorOf(kTracks, packed(0, 1, 0, 0)), 0);
     EXPECT_EQ(sectorOf(kTracks, packed(4, 0, 0, 0)), 9412);
     EXPECT_EQ(sectorOf({}, packed(1, 0, 0, 0)), 0);
 }
 
+/// MEDIA-48
 TEST(CdArithmetic, ASectorIsReadInTheTrackThatSounds) {
     EXPECT_EQ(tmsfOf(kTracks, 224), packed(1, 0, 2, 74));
     EXPECT_EQ(tmsfOf(kTracks, 225), packed(2, 0, 0, 0));

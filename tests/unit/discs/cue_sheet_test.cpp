@@ -31,6 +31,8 @@ std::string replaced(std::string text, const std::string& what, const std::strin
     return at == std::string::npos ? text : text.replace(at, what.size(), by);
 }
 
+/// MEDIA-60: A sheet is read with any line ending and a mark, with the kinds of files and tracks, titles and
+///     performers; more than a disc has is refused
 TEST(CueSheet, NamesFilesTracksAndPlaces) {
     const CueSheet sheet = sheetOf(kPlain);
     ASSERT_EQ(sheet.files.size(), 1U);
@@ -45,6 +47,7 @@ TEST(CueSheet, NamesFilesTracksAndPlaces) {
     EXPECT_EQ(sheet.tracks[1].indexes[1].sector, 105);
 }
 
+/// MEDIA-60
 TEST(CueSheet, AnyLineEndingAMarkBlanksAndCaseAreRead) {
     std::string carriage = kPlain;
     std::replace(carriage.begin(), carriage.end(), '\n', '\r');
@@ -55,6 +58,7 @@ TEST(CueSheet, AnyLineEndingAMarkBlanksAndCaseAreRead) {
     EXPECT_EQ(sheetOf("\tfile\tdisc.bin binary  \n\n track 1 audio\nindex 1 0:0:0").tracks.size(), 1U);
 }
 
+/// MEDIA-60
 TEST(CueSheet, KindsOfFilesAndTracks) {
     const auto kindOf = [](const std::string& word) {
         return sheetOf("FILE a " + word + "\nTRACK 1 AUDIO\nINDEX 1 0:0:0").files.at(0).kind;
@@ -71,6 +75,7 @@ TEST(CueSheet, KindsOfFilesAndTracks) {
     EXPECT_EQ(trackOf("MODE2/2336").sectorBytes, 2336);
 }
 
+/// MEDIA-60
 TEST(CueSheet, TitlesAndPerformersBelongToTheDiscOrToTheirTrack) {
     const CueSheet sheet = sheetOf(
         "PERFORMER \"The many\"\nTITLE \"Whole thing\"\nFILE \"a b.wav\" WAVE\nTRACK 01 AUDIO\nTITLE \"A \"\n"
@@ -84,6 +89,7 @@ TEST(CueSheet, TitlesAndPerformersBelongToTheDiscOrToTheirTrack) {
     EXPECT_EQ(sheet.tracks[0].postgap, 10);
 }
 
+/// MEDIA-61: A sheet names files of its own folder alone
 TEST(CueSheet, FilesLieInTheSheetsOwnFolderWhateverItSays) {
     for (const char* const name : {"\"../../secret.bin\"", "\"/dev/secret.bin\"", "\"C:\\Music\\secret.bin\"",
                                    "\"http://host/secret.bin\"", "//host/share/secret.bin"}) {
@@ -94,6 +100,7 @@ TEST(CueSheet, FilesLieInTheSheetsOwnFolderWhateverItSays) {
     }
 }
 
+/// MEDIA-47
 TEST(CueSheet, WhatMakesNoSenseRefusesTheWhole) {
     const auto with = [](const std::string& what, const std::string& by) {
         return reasonFor(replaced(kPlain, what, by));
@@ -123,6 +130,7 @@ TEST(CueSheet, WhatMakesNoSenseRefusesTheWhole) {
     EXPECT_NE(reasonFor(kPlain + std::string(1, '\0')), "");
 }
 
+/// MEDIA-60
 TEST(CueSheet, MoreThanADiscHasIsRefused) {
     std::string sheet = "FILE a BINARY\n";
     for (int number = 1; number <= 99; ++number) sheet += "TRACK " + std::to_string(number) + " AUDIO\nINDEX 1 0:0:0\n";
@@ -145,6 +153,7 @@ TEST(CueSheet, MoreThanADiscHasIsRefused) {
     EXPECT_NE(reasonFor(filled + std::string(kMostCueBytes - filled.size() + 1, 'x')), "");
 }
 
+/// MEDIA-60
 TEST(CueSheet, AFileWithoutATrackIsLeftOut) {
     const CueSheet sheet = sheetOf(
         "FILE none BINARY\nFILE a BINARY\nTRACK 1 AUDIO\nINDEX 1 0:0:0\nFILE end BINARY\nTRACK 2 AUDIO\nINDEX 1 0:0:0\n"
@@ -165,6 +174,8 @@ std::vector<std::pair<std::int64_t, std::int64_t>> placesOf(const DiscLayout& la
 }
 using Places = std::vector<std::pair<std::int64_t, std::int64_t>>;
 
+/// MEDIA-62: Tracks lie where the sheet says: gaps in no file are silent, gaps in a file belong to the track before,
+///     each kind of track has sectors of its own size
 TEST(DiscLayout, TracksOfOneFileFollowEachOtherWithTheirGaps) {
     const auto layout = layOut(sheetOf(kPlain), {std::int64_t{kCdBytesPerSector} * 300 + 17});
     ASSERT_TRUE(layout);
@@ -176,6 +187,7 @@ TEST(DiscLayout, TracksOfOneFileFollowEachOtherWithTheirGaps) {
     EXPECT_EQ(pieceAt(*layout, -1), nullptr);
 }
 
+/// MEDIA-62
 TEST(DiscLayout, GapsThatNoFileHoldsAreSilent) {
     const CueSheet sheet = sheetOf(
         "FILE a WAVE\nTRACK 1 AUDIO\nPREGAP 0:2:0\nINDEX 1 0:0:0\nPOSTGAP 0:1:0\n"
@@ -191,6 +203,7 @@ TEST(DiscLayout, GapsThatNoFileHoldsAreSilent) {
     EXPECT_EQ(pieceAt(*layout, 40 * kSecond), nullptr);
 }
 
+/// MEDIA-62
 TEST(DiscLayout, AGapMayLieAtTheEndOfTheFileBefore) {
     const CueSheet sheet = sheetOf(
         "FILE a WAVE\nTRACK 1 AUDIO\nINDEX 1 0:0:0\nTRACK 2 AUDIO\nINDEX 0 0:8:0\n"
@@ -202,6 +215,7 @@ TEST(DiscLayout, AGapMayLieAtTheEndOfTheFileBefore) {
     EXPECT_EQ(pieceAt(*layout, 10 * kSecond)->from, 0);
 }
 
+/// MEDIA-62
 TEST(DiscLayout, WhatLiesBeforeTheFirstIndexIsOnTheDisc) {
     const CueSheet sheet = sheetOf(
         "FILE a WAVE\nTRACK 1 AUDIO\nINDEX 0 0:1:0\nINDEX 1 0:3:0\nFILE b WAVE\nTRACK 2 AUDIO\nINDEX 1 0:2:0\n");
@@ -211,6 +225,7 @@ TEST(DiscLayout, WhatLiesBeforeTheFirstIndexIsOnTheDisc) {
     EXPECT_EQ(pieceAt(*layout, 11 * kSecond)->file, 1U);
 }
 
+/// MEDIA-62
 TEST(DiscLayout, SectorsOfEachTracksOwnSize) {
     const CueSheet sheet = sheetOf(
         "FILE a BINARY\nTRACK 1 MODE1/2048\nINDEX 1 0:0:0\nTRACK 2 AUDIO\nINDEX 0 0:1:0\nINDEX 1 0:2:0\n"
@@ -224,6 +239,7 @@ TEST(DiscLayout, SectorsOfEachTracksOwnSize) {
     EXPECT_EQ(pieceAt(*layout, 3 * kSecond)->sectorBytes, 2448);
 }
 
+/// MEDIA-62
 TEST(DiscLayout, AFileThatIsTooShortLeavesTracksEmpty) {
     const auto layout = layOut(sheetOf(kPlain), {std::int64_t{kCdBytesPerSector} * 60});
     ASSERT_TRUE(layout);
@@ -234,6 +250,7 @@ TEST(DiscLayout, AFileThatIsTooShortLeavesTracksEmpty) {
     EXPECT_TRUE(none->pieces.empty());
 }
 
+/// MEDIA-62
 TEST(DiscLayout, ADiscLongerThanAnyIsRefused) {
     const CueSheet one = sheetOf("FILE a WAVE\nTRACK 1 AUDIO\nINDEX 1 0:0:0\n");
     EXPECT_TRUE(layOut(one, {kMostDiscSectors}));

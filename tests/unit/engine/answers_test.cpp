@@ -40,6 +40,7 @@ protected:
 
 // --- What came while the box was up ----------------------------------------------------------------------------------
 
+/// OPEN-11
 TEST_F(Answers, ADropMeanwhileMakesItVoidAndNothingPlays) {
     for (const Answer answer : {Answer::Retry, Answer::Ignore, Answer::Abort}) {
         for (const char* file : {kGone, "/m/bad.wav", "/m/bad.avi", "/m/bad.bmp"}) {
@@ -59,6 +60,7 @@ TEST_F(Answers, ADropMeanwhileMakesItVoidAndNothingPlays) {
     }
 }
 
+/// OPEN-11
 TEST_F(Answers, AFileThatStillPlaysGoesOnBehindADrop) {
     for (const Answer answer : {Answer::Retry, Answer::Ignore}) {
         machine.dialogs.boxes.clear();
@@ -92,6 +94,7 @@ TEST_F(Answers, AnAbortLeavesWhatBeganBeforeIt) {
     }
 }
 
+/// OPEN-11
 TEST_F(Answers, APauseMeanwhileIsAStopWhenNothingIsOpen) {
     for (const Answer answer : {Answer::Retry, Answer::Ignore}) {
         for (const char* file : {kGone, "/m/bad.wav"}) {
@@ -108,6 +111,7 @@ TEST_F(Answers, APauseMeanwhileIsAStopWhenNothingIsOpen) {
     }
 }
 
+/// OPEN-11
 TEST_F(Answers, APauseMeanwhileHoldsAFileThatStillPlays) {
     play({"/m/one.wav", "/m/two.wav"});
     machine.files.remove("/m/one.wav");
@@ -121,6 +125,7 @@ TEST_F(Answers, APauseMeanwhileHoldsAFileThatStillPlays) {
     EXPECT_EQ(player.gFileIndex, 0);
 }
 
+/// OPEN-11
 TEST_F(Answers, APauseAndAPlayMeanwhileMakeItVoidAsWell) {
     play({"/m/one.wav", "/m/two.wav"});
     machine.files.remove("/m/one.wav");
@@ -136,6 +141,7 @@ TEST_F(Answers, APauseAndAPlayMeanwhileMakeItVoidAsWell) {
     EXPECT_EQ(player.gFileIndex, 0);
 }
 
+/// OPEN-11
 TEST_F(Answers, AStopMeanwhileMakesItVoid) {
     for (const Answer answer : {Answer::Retry, Answer::Ignore}) {
         machine.dialogs.boxes.clear();
@@ -148,6 +154,7 @@ TEST_F(Answers, AStopMeanwhileMakesItVoid) {
     }
 }
 
+/// OPEN-11
 TEST_F(Answers, ANextMeanwhileCountsOnce) {
     for (const Answer answer : {Answer::Retry, Answer::Ignore}) {
         machine.dialogs.boxes.clear();
@@ -161,6 +168,7 @@ TEST_F(Answers, ANextMeanwhileCountsOnce) {
     }
 }
 
+/// OPEN-11
 TEST_F(Answers, APressOfPreviousMeanwhileTriesAgainWhateverTheAnswer) {
     for (const Answer answer : {Answer::Retry, Answer::Ignore}) {
         machine.dialogs.boxes.clear();
@@ -176,6 +184,7 @@ TEST_F(Answers, APressOfPreviousMeanwhileTriesAgainWhateverTheAnswer) {
     }
 }
 
+/// OPEN-11
 TEST_F(Answers, AShuffledListKeepsTheAnswer) {
     machine.dialogs.answers = {Answer::Ignore};
     during([this] { ShuffleList(player); });
@@ -187,6 +196,7 @@ TEST_F(Answers, AShuffledListKeepsTheAnswer) {
     EXPECT_EQ(state(), "playing");
 }
 
+/// OPEN-11
 TEST_F(Answers, WhatComesBeforeTheNextTryStopsIt) {
     const std::vector<std::pair<const char*, std::function<void()>>> events = {
         {"pause", [this] { PauseFile(player); }},
@@ -220,6 +230,7 @@ TEST_F(Answers, AHeldPictureIsHeldOnWhenADropMakesAPressOfPreviousVoid) {
     EXPECT_NE(imageWindow(), nullptr);
 }
 
+/// SLIDER-26: While nothing is open it holds nothing
 TEST_F(Answers, TheSliderHoldsNothingWhileNothingIsOpen) {
     machine.dialogs.answers = {Answer::Retry, Answer::Abort};
     play({kGone});
@@ -241,6 +252,7 @@ struct Damaged {
 constexpr std::array<Damaged, 3> kDamaged = {
     {{"/m/bad.wav", "no sound in it"}, {"/m/bad.avi", "no movie in it"}, {"/m/bad.bmp", "no picture in it"}}};
 
+/// OPEN-14, PIC-16
 TEST_F(Answers, ADamagedFileAsksAsAMissingOneDoesWithTheReason) {
     for (const auto& [path, reason] : kDamaged) {
         machine.dialogs.boxes.clear();
@@ -266,6 +278,7 @@ TEST_F(Answers, ADamagedFileAsksAsAMissingOneDoesWithTheReason) {
 }
 
 /// A name may hold line breaks; the reason's line is the box's own.
+/// COM-29
 TEST_F(Answers, ANameMakesNoLineOfABox) {
     const std::string lying = "/m/one\r\nThe disk is full.\nErase it?.wav";
     const std::string shown = "/m/one  The disk is full. Erase it?.wav Can't open!!";
@@ -276,6 +289,7 @@ TEST_F(Answers, ANameMakesNoLineOfABox) {
     EXPECT_EQ(player.gMediaKind, mkNone);
 }
 
+/// OPEN-14
 TEST_F(Answers, ADamagedFileIsPassedOverByIgnore) {
     for (const auto& [path, reason] : kDamaged) {
         machine.dialogs.boxes.clear();
@@ -290,6 +304,7 @@ TEST_F(Answers, ADamagedFileIsPassedOverByIgnore) {
     }
 }
 
+/// OPEN-14
 TEST_F(Answers, ADamagedFileIsTriedAgainByRetry) {
     machine.dialogs.answers = {Answer::Retry};
     play({"/m/two.wav", "/m/bad.wav"});
@@ -337,6 +352,7 @@ TEST_F(Answers, AKeptPictureStaysBehindADamagedOneThatIsPassedOver) {
     EXPECT_EQ(player.gMediaKind, mkImage);
 }
 
+/// OPEN-14
 TEST_F(Answers, AFileOfAReplacedListOnlyTellsThatItFailed) {
     for (const Answer answer : {Answer::Ok, Answer::Ignore}) {
         machine.dialogs.boxes.clear();
@@ -372,6 +388,7 @@ TEST_F(Answers, AnOpeningStaysOpenUntilItIsClosedOrAnotherBegins) {
 
 // --- What the panel shows behind the box -----------------------------------------------------------------------------
 
+/// MOVE-46: Onto a missing file it shows its number and title all the same
 TEST_F(Answers, PreviousOntoAMissingFileShowsItsNumberAndTitle) {
     player.gRepeat = true;
     for (const bool first : {false, true}) {
@@ -403,6 +420,7 @@ protected:
     }
 };
 
+/// CMD-29
 TEST_F(Opened, TheFirstOfThemIsPlayedAtOnceWhateverPlayed) {
     for (const char* before : {"stopped", "playing", "paused"}) {
         SCOPED_TRACE(before);
@@ -420,6 +438,7 @@ TEST_F(Opened, TheFirstOfThemIsPlayedAtOnceWhateverPlayed) {
     }
 }
 
+/// CMD-29
 TEST_F(Opened, NoneThatCanBeTakenLeavesEverythingAsItIs) {
     play({"/m/one.wav"});
     hand({kGone, "/m/notes.txt"});
@@ -430,6 +449,7 @@ TEST_F(Opened, NoneThatCanBeTakenLeavesEverythingAsItIs) {
     EXPECT_EQ(label(kTitleLabel), "one");
 }
 
+/// CMD-29
 TEST_F(Opened, WhileABoxIsUpTheyWaitAndMakeItsAnswerVoid) {
     for (const Answer answer : {Answer::Abort, Answer::Retry, Answer::Ignore}) {
         machine.dialogs.boxes.clear();

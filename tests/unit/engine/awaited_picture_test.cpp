@@ -55,6 +55,7 @@ struct AwaitedPicture : PlayerFixture {
     }
 };
 
+/// PIC-26
 TEST_F(AwaitedPicture, ThePanelTellsItAtOnceAndTheWindowComesWithThePicture) {
     begin();
     EXPECT_EQ(state(), "playing");
@@ -73,6 +74,7 @@ TEST_F(AwaitedPicture, ThePanelTellsItAtOnceAndTheWindowComesWithThePicture) {
     EXPECT_EQ(label(kTimeLabel), "00:01") << "its seconds begin when it is seen";
 }
 
+/// PIC-26
 TEST_F(AwaitedPicture, WhatIsDecodedAheadIsShownInTheSameEvent) {
     begin();
     machine.advance(kDecodingMs);
@@ -84,6 +86,7 @@ TEST_F(AwaitedPicture, WhatIsDecodedAheadIsShownInTheSameEvent) {
     });
 }
 
+/// PIC-26
 TEST_F(AwaitedPicture, AKeptPictureStaysUntilTheNextOneIsThere) {
     showFirst();
     command(NextFile);
@@ -113,6 +116,7 @@ TEST_F(AwaitedPicture, TheClockOfOneThatBeginsAgainStandsMeanwhile) {
     EXPECT_EQ(state(), "playing");
 }
 
+/// PIC-27: Stop, next, previous, another file and the end give it up; paused meanwhile it is shown and held
 TEST_F(AwaitedPicture, StopGivesItUp) {
     begin();
     machine.advance(100);
@@ -133,6 +137,7 @@ TEST_F(AwaitedPicture, AnAnswerThatIsOnItsWayWhenItIsStoppedIsDropped) {
     EXPECT_EQ(imageWindow(), nullptr);
 }
 
+/// PIC-27
 TEST_F(AwaitedPicture, NextGoesPastIt) {
     begin();
     command(NextFile);
@@ -142,6 +147,7 @@ TEST_F(AwaitedPicture, NextGoesPastIt) {
     EXPECT_EQ(machine.log.count("pictures.giveUp"), 1);
 }
 
+/// PIC-27
 TEST_F(AwaitedPicture, PreviousGoesBackFromIt) {
     player.gFileIndex = 1;
     begin();
@@ -152,6 +158,7 @@ TEST_F(AwaitedPicture, PreviousGoesBackFromIt) {
     EXPECT_EQ(shownWidth(), 30);
 }
 
+/// PIC-27
 TEST_F(AwaitedPicture, PreviousPressedOnceBeginsItAgain) {
     begin();
     command(PrevFile);
@@ -163,6 +170,7 @@ TEST_F(AwaitedPicture, PreviousPressedOnceBeginsItAgain) {
     EXPECT_EQ(label(kNumberLabel), "001");
 }
 
+/// PIC-27
 TEST_F(AwaitedPicture, PausedMeanwhileItIsShownAndHeld) {
     begin();
     command(PauseFile);
@@ -218,6 +226,7 @@ TEST_F(AwaitedPicture, OneWhoseListIsReplacedIsShownAsAnyFileThatPlaysOn) {
     EXPECT_EQ(shownWidth(), 60) << "the next one of the new list";
 }
 
+/// PIC-27
 TEST_F(AwaitedPicture, AListChangedWithoutAStopGivesItUpWhenItsFileIsOpened) {
     begin();
     setList({"/m/d.wav"});
@@ -235,6 +244,7 @@ TEST_F(AwaitedPicture, TheZoomIsTheOneOfTheMomentItIsShown) {
     EXPECT_EQ(imageWindow()->pctImage.Width, 60);
 }
 
+/// PIC-27
 TEST_F(AwaitedPicture, PowerOffGivesItUp) {
     begin();
     click(kPower);
@@ -324,6 +334,7 @@ TEST_F(AwaitedPicture, WithoutRoomEvenThenItFails) {
 
 // --- A minimised window ----------------------------------------------------------------------------------------------
 
+/// IMG-24: One that is minimised stays so from slide to slide and has the next picture when it is restored
 TEST_F(AwaitedPicture, AMinimisedWindowStaysSoFromSlideToSlide) {
     machine.pictures.decodingMs = 0;
     begin();
@@ -341,6 +352,7 @@ TEST_F(AwaitedPicture, AMinimisedWindowStaysSoFromSlideToSlide) {
     EXPECT_EQ(imageWindow()->WindowState.get(), WindowState::Normal) << "a play command shows it";
 }
 
+/// IMG-24
 TEST_F(AwaitedPicture, AStoppedPlayerShowsItsNextPictureInAWindowOfNormalState) {
     machine.pictures.decodingMs = 0;
     begin();

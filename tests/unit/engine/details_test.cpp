@@ -37,6 +37,7 @@ TEST_F(Closing, AListOfOneIsEnoughAndWithoutOneNothingHappens) {
     }
 }
 
+/// SEQ-03
 TEST_F(Closing, APictureKeptBehindAMovieGoesWithTheMovie) {
     machine.addPicture("/m/view.bmp", 100, 80);
     machine.addMovie("/m/clip.avi", 40, 320, 240);
@@ -52,6 +53,7 @@ TEST_F(Closing, APictureKeptBehindAMovieGoesWithTheMovie) {
     EXPECT_EQ(imageWindow(), nullptr);
 }
 
+/// KIND-21: Letters beyond ASCII have their capitals; none becomes a letter of ASCII
 TEST(TextCapitals, AreMadeOfLettersOfManyAlphabets) {
     const std::vector<std::pair<const char*, const char*>> pairs = {{"mp3", "MP3"},
                                                                     {"éàöøþ÷ßÿ", "ÉÀÖØÞ÷ßŸ"},
@@ -70,6 +72,7 @@ TEST(TextCapitals, AreMadeOfLettersOfManyAlphabets) {
 }
 
 /// Otherwise a file of another name would be taken for one of the player's kinds.
+/// KIND-21
 TEST(TextCapitals, NoLetterBeyondAsciiBecomesOneOfAscii) {
     EXPECT_EQ(text::capitals("m\xC4\xB1"
                              "d"),
@@ -79,6 +82,7 @@ TEST(TextCapitals, NoLetterBeyondAsciiBecomesOneOfAscii) {
     EXPECT_EQ(text::capitals("\xC5\xBFnd"), "\xC5\xBFND") << "a long s";
 }
 
+/// KIND-21
 TEST(TextCapitals, BytesThatAreNoUtf8Stay) {
     for (const std::string bytes : {"\xE9", "\xC3", "\xC3(", "\xE1\xB8", "\xFF\xFE", "\xF0\x9F\x98", "\xC1\xA1"}) {
         EXPECT_EQ(text::capitals(bytes), bytes);

@@ -25,6 +25,7 @@ protected:
     }
 };
 
+/// COM-05: Events run one after the other in the order in which they were posted
 TEST_F(Loop, RunsPostedEventsLaterAndInOrder) {
     loop.post(say("first"));
     loop.post(say("second"));
@@ -71,6 +72,7 @@ TEST_F(Loop, ACrowdLeavesTheDesktopsOwnEventsATurnEachTime) {
     EXPECT_LE(*std::max_element(inATurn.begin(), inATurn.end()), 100);
 }
 
+/// COM-02
 TEST_F(Loop, HoldsEventsWhileAHoldLives) {
     auto hold = std::make_unique<EventLoop::Hold>(loop);
     const int wakes = loop.wakes();
@@ -86,6 +88,7 @@ TEST_F(Loop, HoldsEventsWhileAHoldLives) {
     EXPECT_EQ(seen, Texts{"late"});
 }
 
+/// COM-20
 TEST_F(Loop, HoldsNest) {
     auto outer = std::make_unique<EventLoop::Hold>(loop);
     {
@@ -110,6 +113,7 @@ TEST_F(Loop, AHoldTakenByAnEventStopsTheOnesBehindIt) {
     EXPECT_EQ(seen, Texts{"late"});
 }
 
+/// COM-20: Input is handled at once, also while events are held; holds nest
 TEST_F(Loop, AnInputHandlerRunsAtOnceEvenWhileHeld) {
     const EventLoop::Hold hold(loop);
     loop.enter(say("now"));
@@ -165,6 +169,8 @@ TEST(MachineTime, TimersAndPostedEventsComeInTheOrderOfTheirTime) {
     EXPECT_EQ(seen, (Texts{"posted 0", "fast 20", "slow 30", "fast 40", "slow 60", "fast 60"}));
 }
 
+/// COM-06: Nothing is delivered behind the end
+/// START-40
 TEST(MachineTime, NothingIsDeliveredAfterTheEnd) {
     FakeMachine machine;
     int events = 0;

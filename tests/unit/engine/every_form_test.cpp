@@ -24,12 +24,15 @@ protected:
     std::string name_;
 };
 
+/// MCI-02: It is made afresh for each use, and its end clears what pointed to it
+/// COM-07
 TEST_P(EveryForm, IsFoundAndLoadedOnce) {
     EXPECT_EQ(player.forms.find(GetParam()), &form());
     EXPECT_EQ(&player.forms.load(GetParam()), &form());
     EXPECT_LE(machine.log.count("windows.attach " + name_), 1);
 }
 
+/// COM-08: A form may be unloaded by its own handler, timer or media event
 TEST_P(EveryForm, MayBeUnloadedByItsOwnHandler) {
     form().Click.tie([this] {
         Form& self = form();
@@ -43,6 +46,8 @@ TEST_P(EveryForm, MayBeUnloadedByItsOwnHandler) {
     expectGone();
 }
 
+/// IMG-22: Its end clears what pointed to it
+/// MCI-02, MOVIE-36
 TEST_P(EveryForm, GoesWithoutATraceWhenEverythingIsCleared) {
     machine.loop.enter([this] {
         player.forms.clear();
@@ -55,6 +60,7 @@ TEST_P(EveryForm, GoesWithoutATraceWhenEverythingIsCleared) {
 
 class FormWithTimers : public EveryForm {};
 
+/// COM-08
 TEST_P(FormWithTimers, MayBeUnloadedByATimerOfItsOwn) {
     Timer* own = nullptr;
     for (Control* control : form().controls()) {
@@ -76,6 +82,7 @@ TEST_P(FormWithTimers, MayBeUnloadedByATimerOfItsOwn) {
 
 class FormWithMedia : public EveryForm {};
 
+/// MCI-02, COM-08
 TEST_P(FormWithMedia, MayBeUnloadedByAMediaEvent) {
     const auto leave = [this](const std::string&) { player.forms.unload(GetParam()); };
     if (GetParam() == FormId::MciWindow) {

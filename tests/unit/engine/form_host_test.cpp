@@ -52,6 +52,8 @@ TEST_F(Host, FindingNeverMakesAForm) {
     EXPECT_EQ(made, 0);
 }
 
+/// PANEL-22: The panel is built once a run and stays until its end
+/// COM-07: A form is made at its first use, found from then on, and made afresh after it was unloaded
 TEST_F(Host, LoadsOnceAndAfterAttaching) {
     Texts seen;
     dress = [&](SampleForm& form) {
@@ -83,6 +85,7 @@ TEST_F(Host, UnloadsAfterItsEventAndDetaches) {
     EXPECT_EQ(seen.size(), 2U);
 }
 
+/// COM-19: A form that its own handler unloads lives until the handlers around it have ended
 TEST_F(Host, AFormUnloadedByItsOwnHandlerLivesUntilThatEnds) {
     forms.load(FormId::Custom);
     bool livedOn = false;
@@ -98,6 +101,7 @@ TEST_F(Host, AFormUnloadedByItsOwnHandlerLivesUntilThatEnds) {
     EXPECT_EQ(alive, 0);
 }
 
+/// COM-19
 TEST_F(Host, AFormUnloadedInsideNestedHandlersLivesUntilAllEnd) {
     forms.load(FormId::Custom);
     machine.loop.enter([&] {
@@ -122,6 +126,7 @@ TEST_F(Host, AFormUnloadedByItsOwnTimerIsGoneAfterTheTick) {
     EXPECT_EQ(machine.timers.running(), 0);
 }
 
+/// COM-18: A form may unload itself while it loads, and be loaded again by the handler that unloaded it
 TEST_F(Host, AFormMayUnloadItselfWhileItLoads) {
     dress = [&](SampleForm& form) { form.Load.tie([&] { forms.unload(FormId::Custom); }); };
     machine.loop.enter([&] {
@@ -159,6 +164,7 @@ TEST_F(Host, UnloadingInsideUnloadDoesNotRepeatIt) {
     EXPECT_EQ(alive, 0);
 }
 
+/// COM-09: The form that is asked for while it unloads is the old one
 TEST_F(Host, AskingForAFormWhileItUnloadsFindsTheOldOne) {
     dress = [&](SampleForm& form) {
         form.Unload.tie([&] { EXPECT_EQ(&forms.load(FormId::Custom), forms.find(FormId::Custom)); });
@@ -170,6 +176,7 @@ TEST_F(Host, AskingForAFormWhileItUnloadsFindsTheOldOne) {
     EXPECT_EQ(alive, 0);
 }
 
+/// COM-07
 TEST_F(Host, AnUnloadedFormIsMadeAfresh) {
     forms.load(FormId::Custom);
     sample().Caption = "old";
@@ -179,6 +186,7 @@ TEST_F(Host, AnUnloadedFormIsMadeAfresh) {
     EXPECT_EQ(made, 2);
 }
 
+/// COM-18
 TEST_F(Host, AFormMayBeLoadedAgainByTheHandlerThatUnloadedIt) {
     forms.load(FormId::Custom);
     sample().cmdGo.Click.tie([&] {

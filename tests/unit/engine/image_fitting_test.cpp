@@ -19,6 +19,16 @@ void PrintTo(const Fit& fit, std::ostream* out) { *out << fit.width << "x" << fi
 /// The screen is 1024 by 768 pixels.
 class ImageFitting : public PlayerFixture, public ::testing::WithParamInterface<Fit> {};
 
+/// PIC-03: Zoom 0 shows the picture at its own size
+/// PIC-04: Zoom 1 doubles it
+/// PIC-05: Zooms 2 to 5 fit it into a quarter, a half, 0.707 and all of the screen's width and height, by the smaller
+///     of the two factors
+/// PIC-06: 640 by 480 at zoom 3 on a screen of 1024 by 768 shows 512 by 384, at zoom 5 all of the screen
+/// PIC-07: At a factor of exactly 1 nothing is painted
+/// PIC-08: Else the box takes the scaled size and the picture is painted over all of it
+/// PIC-11: The window takes the picture's size, the screen's at most; a larger picture hangs over it on all sides
+/// PIC-12: The box stands in the middle of the window and the window in the middle of the screen
+/// PIC-13: Box and window are shown
 TEST_P(ImageFitting, SizesAndCentresBoxAndWindow) {
     const Fit& fit = GetParam();
     machine.addPicture("/p.bmp", fit.width, fit.height);
@@ -55,6 +65,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 class ImageTrouble : public PlayerFixture {};
 
+/// PIC-09: Lack of memory gives the box in two languages with the exclamation icon, and the picture keeps its own size
 TEST_F(ImageTrouble, LackOfMemoryIsToldAndThePictureStaysAtItsSize) {
     machine.addPicture("/p.bmp", 300, 200);
     machine.pictures.paintError = kOutOfMemoryForPicture;
@@ -72,6 +83,7 @@ TEST_F(ImageTrouble, LackOfMemoryIsToldAndThePictureStaysAtItsSize) {
     EXPECT_EQ(state(), "playing");
 }
 
+/// PIC-10: Any other error of the painting is silent
 TEST_F(ImageTrouble, AnyOtherErrorOfTheDrawingIsSilent) {
     machine.addPicture("/p.bmp", 300, 200);
     machine.pictures.paintError = 481;
@@ -83,6 +95,7 @@ TEST_F(ImageTrouble, AnyOtherErrorOfTheDrawingIsSilent) {
     EXPECT_EQ(imageWindow()->pctImage.Width, 600);
 }
 
+/// PIC-17: The next picture of the list is decoded ahead
 TEST_F(ImageTrouble, TheNextPictureIsDecodedAhead) {
     machine.addPicture("/a.bmp", 30, 20);
     machine.addPicture("/b.JPG", 30, 20);
@@ -95,6 +108,7 @@ TEST_F(ImageTrouble, TheNextPictureIsDecodedAhead) {
     EXPECT_EQ(machine.log.count("pictures.decodeAhead /c.wav"), 0);
 }
 
+/// PIC-17
 TEST_F(ImageTrouble, TheLastPictureDecodesTheFirstAheadWithRepeat) {
     machine.addPicture("/a.bmp", 30, 20);
     machine.addPicture("/b.gif", 30, 20);
@@ -109,6 +123,7 @@ TEST_F(ImageTrouble, TheLastPictureDecodesTheFirstAheadWithRepeat) {
     EXPECT_EQ(machine.log.count("pictures.decodeAhead /a.bmp"), 1);
 }
 
+/// SEQ-03
 TEST_F(ImageTrouble, AKeptWindowTakesTheNextPictureWithoutHiding) {
     machine.addPicture("/a.bmp", 30, 20);
     machine.addPicture("/b.bmp", 60, 20);
@@ -160,6 +175,7 @@ TEST_F(LargePictures, WithoutRoomEvenThenItFailsWithTheReason) {
     EXPECT_EQ(state(), "stopped");
 }
 
+/// SEQ-03, MOVE-35, IMG-22
 TEST_F(ImageTrouble, AHidingWindowGoesBetweenPictures) {
     machine.addPicture("/a.bmp", 30, 20);
     machine.addPicture("/b.bmp", 60, 20);

@@ -10,6 +10,11 @@ using namespace mdlPublicFunction;
 /// What each transport operation does with a file of each kind.
 using Kinds = Sequences;
 
+/// OPEN-01: With an empty list play does nothing at all
+/// MOVE-04: With nothing playing a pause changes nothing, not even the buttons
+/// MOVE-10: With an empty list next is a close and no more
+/// MOVE-24: With an empty list previous does nothing
+/// MOVE-34
 TEST_F(Kinds, AnEmptyListPlaysNothing) {
     setUpPanel();
     run({{"play", PlayFile, "stopped", "", {}},
@@ -20,6 +25,27 @@ TEST_F(Kinds, AnEmptyListPlaysNothing) {
     EXPECT_TRUE(button(kEditor).Enabled);
 }
 
+/// OPEN-02: It marks a file as playing and ends a slider's drag
+/// OPEN-03: It disables play and the editor's button and names previous and next "Prev" and "Next"
+/// OPEN-04: With pause enabled the entry is opened afresh, with pause disabled it goes on; pause is enabled in both
+///     cases
+/// OPEN-18: Label 5 is the entry's title
+/// OPEN-19: The slider's bar is one pixel wide
+/// OPEN-22: The length of a sound is the device's, in milliseconds
+/// OPEN-25: Stop, close, file name, open, milliseconds, a status every 100 ms, in this order
+/// OPEN-27: Then it plays, and label 2 is 00:00
+/// OPEN-46: Sound: it plays on
+/// MOVE-02: While paused previous and next are named "Back" and "Step" for movies, sounds and tracks, and "Prev" and
+///     "Next" for pictures
+/// MOVE-03: Play and close name them "Prev" and "Next" again
+/// MOVE-05: Else nothing plays any more, play is enabled and pause disabled
+/// MOVE-08: Sound and track: the device pauses
+/// MOVE-20: Paused sound: a second on by a seek when that is below the length, and label 2 is its time; it stays paused
+/// MOVE-38: Sound and track: stop, close, and the window goes
+/// MOVE-39: The kind is "none" and nothing plays
+/// MOVE-40: The slider is one pixel wide, label 2 and its tip are empty, and play, pause and the editor's button are
+///     enabled
+/// MOVE-04, MCI-08
 TEST_F(Kinds, ASoundFile) {
     machine.addSound("/m/song.wav", 10500);
     setUpPanel();
@@ -57,6 +83,11 @@ TEST_F(Kinds, ASoundFile) {
     EXPECT_TRUE(button(kEditor).Enabled);
 }
 
+/// OPEN-43: Nothing is opened again: a paused sequence goes on where it stood
+/// MOVE-21: Paused sound within the last second: nothing
+/// MOVE-31: Paused sound: a second back by a seek when that is above 0; label 2 is the packed reading of the
+///     milliseconds: back to 4000 reads 15:00
+/// MOVE-32: Paused sound at 0.8 seconds: nothing
 TEST_F(Kinds, ASequenceStepsUpToItsEndAndBackToItsStart) {
     machine.addSound("/m/tune.mid", 10000);
     setUpPanel();
@@ -84,6 +115,19 @@ TEST_F(Kinds, ASequenceStepsUpToItsEndAndBackToItsStart) {
          {"step to the end is not below it", NextFile, "paused", "00:09", {}}});
 }
 
+/// OPEN-23: The length of a track is the packed track length moved up a byte
+/// OPEN-28: Stop, close, open, track positions, a status every 100 ms
+/// OPEN-29: The track's number is the last two characters of the base name
+/// OPEN-31: The track is selected before its length is read
+/// OPEN-32: It plays from its own start
+/// OPEN-34: It plays to the end of its track, not of the disc
+/// OPEN-35: Label 2 is 00:00
+/// OPEN-47: Track: selected, up to its end, it plays on
+/// MOVE-22: Paused track: one in the seconds byte without a carry while its text is before that of the track's end; a
+///     play and a pause, and label 2 is its time
+/// MOVE-33: Paused track: a second back while its text is past 00:00, to second 59 of the minute before where it must
+/// MCI-07: Track: label 2 is the packed time, the slider the fraction of its width
+/// MOVE-08, MOVE-38
 TEST_F(Kinds, ACdTrack) {
     machine.addDisc("/cd", {200, 240, 100});
     setUpPanel();
@@ -119,6 +163,8 @@ TEST_F(Kinds, ACdTrack) {
          {"close", closeFile(), "stopped", "", {"mci.Command Stop", "mci.Command Close"}}});
 }
 
+/// MOVE-23: A paused track at 02:59 steps to second 60 of minute 2
+/// MOVE-33
 TEST_F(Kinds, ACdTrackStepsIntoSecond60AndBackToSecond59) {
     machine.addDisc("/cd", {300});
     setUpPanel();
@@ -143,6 +189,7 @@ TEST_F(Kinds, ACdTrackStepsIntoSecond60AndBackToSecond59) {
            "mci.Command Pause"}}});
 }
 
+/// MOVE-22, MOVE-33
 TEST_F(Kinds, ACdTrackDoesNotStepPastItsEnds) {
     machine.addDisc("/cd", {10});
     setUpPanel();
@@ -157,6 +204,17 @@ TEST_F(Kinds, ACdTrackDoesNotStepPastItsEnds) {
          {"step to the end is not before it", NextFile, "paused", "00:09", {"mci.Track 1"}}});
 }
 
+/// OPEN-21: The length of a movie is its duration once it is open
+/// OPEN-37: The throw-away name "1" drops what the control held
+/// OPEN-39: The rate is 1 before the file is named
+/// OPEN-40: The window's caption is the entry's title
+/// OPEN-41: Label 2 is 0
+/// OPEN-42: Naming the file does not start it; the delay's end does
+/// MOVE-07: Movie: it pauses, and label 2 is its position as a plain number
+/// MOVE-17: Paused movie: when it shows and its whole second is below the duration it goes one on, and label 2 says so
+/// MOVE-29: Paused movie: above 0 it goes one whole second back, and label 2 says so
+/// MOVE-37: Movie: it stops, and its window goes
+/// OPEN-45, MOVE-02, MOVE-03
 TEST_F(Kinds, AMovie) {
     machine.addMovie("/m/clip.avi", 10, 320, 240);
     player.gDelayTime = 300;
@@ -189,6 +247,7 @@ TEST_F(Kinds, AMovie) {
     EXPECT_EQ(movieWindow(), nullptr);
 }
 
+/// MOVE-17, MOVE-29
 TEST_F(Kinds, AMovieStepsUpToItsDurationAndBackTo0) {
     machine.addMovie("/m/clip.avi", 3.4, 320, 240);
     setUpPanel();
@@ -206,6 +265,8 @@ TEST_F(Kinds, AMovieStepsUpToItsDurationAndBackTo0) {
          {"no further", PrevFile, "paused", "0", {}}});
 }
 
+/// MOVE-18: Paused movie: the slider is set in any case
+/// MOVE-17
 TEST_F(Kinds, AMovieDoesNotStepAtAWholeDuration) {
     machine.addMovie("/m/clip.avi", 3, 320, 240);
     setUpPanel();
@@ -217,6 +278,11 @@ TEST_F(Kinds, AMovieDoesNotStepAtAWholeDuration) {
     EXPECT_EQ(panel().pctSlide.Width, 2600) << "the slider is set in any case";
 }
 
+/// OPEN-20: The length of a picture is its interval
+/// MOVE-06: Picture: its clock stops
+/// MOVE-35: Unless it keeps a picture, the image window goes
+/// PIC-14: With an interval label 2 is 00:00, the seconds begin at 0 and the clock runs
+/// OPEN-44, MOVE-02
 TEST_F(Kinds, APicture) {
     machine.addPicture("/m/view.jpg", 200, 100);
     player.gInterval = 5;
@@ -238,6 +304,9 @@ TEST_F(Kinds, APicture) {
     EXPECT_EQ(imageWindow(), nullptr);
 }
 
+/// PIC-15: Without one label 2 is 99:99 and the picture never goes on by itself
+/// IMG-06: The clock never runs with an interval of 0
+/// OPEN-20, OPEN-44
 TEST_F(Kinds, APictureWithoutAnIntervalStays) {
     machine.addPicture("/m/view.jpg", 200, 100);
     setUpPanel();
@@ -250,6 +319,8 @@ TEST_F(Kinds, APictureWithoutAnIntervalStays) {
     EXPECT_FALSE(imageWindow()->tmrImage.Enabled);
 }
 
+/// MOVE-36: A close that keeps stops the picture's clock, sets its seconds to 0 and leaves it on the screen until a
+///     close that does not keep
 TEST_F(Kinds, ACloseThatKeepsLeavesThePictureWithItsClockStopped) {
     machine.addPicture("/m/view.jpg", 200, 100);
     player.gInterval = 5;
@@ -266,6 +337,7 @@ TEST_F(Kinds, ACloseThatKeepsLeavesThePictureWithItsClockStopped) {
     EXPECT_EQ(imageWindow(), nullptr);
 }
 
+/// MOVE-47: A step of a held sound or track moves the slider too
 TEST_F(Kinds, AStepOfAHeldSoundOrTrackMovesTheSlider) {
     machine.addDisc("/cd", {100});
     machine.addSound("/m/long.wav", 60000);
@@ -285,6 +357,7 @@ TEST_F(Kinds, AStepOfAHeldSoundOrTrackMovesTheSlider) {
     }
 }
 
+/// MOVE-02
 TEST_F(Kinds, ClosedWhilePausedPreviousAndNextHaveTheirNamesAgain) {
     machine.addDisc("/cd", {100});
     machine.addSound("/m/long.wav", 60000);

@@ -33,24 +33,28 @@ protected:
     }
 };
 
+/// MOVE-11: Stopped, it moves on and shows number and title without playing; on the last entry with repeat to the first
 TEST_F(ListMoves, NextWhileStoppedShowsTheNextEntryOnly) {
     setUp(false, 0);
     run({{"next", NextFile, "stopped", "", {}}});
     expectEntry("002", "two");
 }
 
+/// MOVE-12: Stopped on the last entry without repeat it closes and stays there
 TEST_F(ListMoves, NextOnTheLastWhileStoppedClosesAndStays) {
     setUp(false, 2);
     run({{"next", NextFile, "stopped", "", {}}});
     EXPECT_EQ(player.gFileIndex, 2);
 }
 
+/// MOVE-11
 TEST_F(ListMoves, NextOnTheLastWhileStoppedWrapsWithRepeat) {
     setUp(true, 2);
     run({{"next", NextFile, "stopped", "", {}}});
     expectEntry("001", "one");
 }
 
+/// MOVE-25: Stopped, it moves back and shows the entry; on the first it stays, with repeat it shows the last
 TEST_F(ListMoves, PreviousWhileStoppedShowsTheEntryBefore) {
     setUp(false, 2);
     run({{"previous", PrevFile, "stopped", "", {}}});
@@ -58,18 +62,22 @@ TEST_F(ListMoves, PreviousWhileStoppedShowsTheEntryBefore) {
     EXPECT_FALSE(player.gBackPending);
 }
 
+/// MOVE-25
 TEST_F(ListMoves, PreviousOnTheFirstWhileStoppedStays) {
     setUp(false, 0);
     run({{"previous", PrevFile, "stopped", "", {}}});
     expectEntry("001", "one");
 }
 
+/// MOVE-25
 TEST_F(ListMoves, PreviousOnTheFirstWhileStoppedWrapsWithRepeat) {
     setUp(true, 0);
     run({{"previous", PrevFile, "stopped", "", {}}});
     expectEntry("003", "three");
 }
 
+/// SEQ-02: Else the index goes up by one, and behind the last entry to 0
+/// MOVE-13: Playing, it moves on, closes by the rule of keeping and plays
 TEST_F(ListMoves, NextWhilePlayingPlaysTheNext) {
     setUp(false, 0);
     PlayFile(player);
@@ -82,6 +90,8 @@ TEST_F(ListMoves, NextWhilePlayingPlaysTheNext) {
     expectEntry("002", "two");
 }
 
+/// SEQ-01: On the last entry without repeat the index goes to 0 and the list does not go on
+/// MOVE-14: Playing the last entry without repeat it closes and shows 001 with the first title
 TEST_F(ListMoves, NextOnTheLastWhilePlayingRewindsAndStops) {
     setUp(false, 2);
     PlayFile(player);
@@ -90,6 +100,8 @@ TEST_F(ListMoves, NextOnTheLastWhilePlayingRewindsAndStops) {
     EXPECT_EQ(player.gMediaKind, mkNone);
 }
 
+/// MOVE-15: Playing the last entry with repeat it plays entry 1
+/// SEQ-02
 TEST_F(ListMoves, NextOnTheLastWhilePlayingPlaysTheFirstWithRepeat) {
     setUp(true, 2);
     PlayFile(player);
@@ -100,6 +112,8 @@ TEST_F(ListMoves, NextOnTheLastWhilePlayingPlaysTheFirstWithRepeat) {
     EXPECT_EQ(state(), "playing");
 }
 
+/// SEQ-04: A first press sets the flag and begins the double-click time afresh
+/// MOVE-26: Playing, one press changes no entry; only a second one in time does
 TEST_F(ListMoves, OnePressOfPreviousRestartsTheFileAfterTheDoubleClickTime) {
     setUp(false, 1);
     PlayFile(player);
@@ -117,6 +131,8 @@ TEST_F(ListMoves, OnePressOfPreviousRestartsTheFileAfterTheDoubleClickTime) {
     expectEntry("002", "two");
 }
 
+/// MOVE-27: Playing, the second press moves back, closes by the rule of keeping and plays
+/// MOVE-26
 TEST_F(ListMoves, TwoPressesOfPreviousPlayTheEntryBefore) {
     setUp(false, 2);
     PlayFile(player);
@@ -130,6 +146,7 @@ TEST_F(ListMoves, TwoPressesOfPreviousPlayTheEntryBefore) {
     EXPECT_EQ(label(kTimeLabel), "00:01") << "no restart follows";
 }
 
+/// SEQ-08
 TEST_F(ListMoves, TwoPressesOnTheFirstPlayItAgain) {
     setUp(false, 0);
     PlayFile(player);
@@ -140,6 +157,7 @@ TEST_F(ListMoves, TwoPressesOnTheFirstPlayItAgain) {
     EXPECT_EQ(label(kTimeLabel), "00:00");
 }
 
+/// SEQ-08
 TEST_F(ListMoves, TwoPressesOnTheFirstPlayTheLastWithRepeat) {
     setUp(true, 0);
     PlayFile(player);
@@ -148,6 +166,8 @@ TEST_F(ListMoves, TwoPressesOnTheFirstPlayTheLastWithRepeat) {
     EXPECT_EQ(playing(), "/m/three.wav");
 }
 
+/// MOVE-42: It forgets a first press of previous and a drag of the slider
+/// SEQ-11
 TEST_F(ListMoves, ClosingForgetsAPressOfPrevious) {
     setUp(false, 1);
     PlayFile(player);
@@ -158,6 +178,8 @@ TEST_F(ListMoves, ClosingForgetsAPressOfPrevious) {
     EXPECT_EQ(state(), "stopped") << "the file does not start again";
 }
 
+/// MOVE-09: A pause forgets a first press of previous
+/// SEQ-11
 TEST_F(ListMoves, PausingForgetsAPressOfPrevious) {
     setUp(false, 1);
     PlayFile(player);
@@ -168,6 +190,8 @@ TEST_F(ListMoves, PausingForgetsAPressOfPrevious) {
     EXPECT_EQ(state(), "paused");
 }
 
+/// MOVE-16: Paused picture: pause is enabled, and it goes on as while playing
+/// MOVE-28: Paused picture: pause is enabled, and it goes back as while playing
 TEST_F(ListMoves, APausedPictureMovesOnAndBack) {
     machine.addPicture("/m/a.bmp", 10, 10);
     machine.addPicture("/m/b.bmp", 10, 10);
@@ -190,6 +214,7 @@ TEST_F(ListMoves, APausedPictureMovesOnAndBack) {
     expectEntry("001", "a");
 }
 
+/// MOVE-28
 TEST_F(ListMoves, APausedPictureThatGoesBackOnceStartsAgain) {
     machine.addPicture("/m/a.bmp", 10, 10);
     player.gInterval = 5;
@@ -205,6 +230,7 @@ TEST_F(ListMoves, APausedPictureThatGoesBackOnceStartsAgain) {
     EXPECT_EQ(player.gImageElapsed, 0);
 }
 
+/// MOVE-14
 TEST_F(ListMoves, AListPlaysThroughAndEndsRewound) {
     setUp(false, 0);
     PlayFile(player);
@@ -218,6 +244,7 @@ TEST_F(ListMoves, AListPlaysThroughAndEndsRewound) {
     EXPECT_EQ(machine.media.liveControls(), 0);
 }
 
+/// MOVE-10
 TEST_F(ListMoves, AnEmptiedListEndsWithItsFile) {
     setUp(true, 1);
     PlayFile(player);
@@ -228,6 +255,7 @@ TEST_F(ListMoves, AnEmptiedListEndsWithItsFile) {
     EXPECT_EQ(player.gMediaKind, mkNone);
 }
 
+/// MOVE-41: Closing acts also on an emptied list that still plays
 TEST_F(ListMoves, AnEmptiedListCanBePausedAndClosed) {
     setUp(false, 0);
     PlayFile(player);
@@ -250,6 +278,10 @@ protected:
     }
 };
 
+/// OPEN-06: A missing file gives the box of its path and " Can't open!!", titled Corvane, with Abort, Retry and Ignore
+///     and the stop icon
+/// OPEN-09: Abort closes and keeps no picture
+/// LIST-20
 TEST_F(MissingFiles, AbortCloses) {
     loseTwo();
     machine.dialogs.answers = {Answer::Abort};
@@ -262,6 +294,7 @@ TEST_F(MissingFiles, AbortCloses) {
     EXPECT_TRUE(button(kEditor).Enabled);
 }
 
+/// OPEN-08: Ignore is next
 TEST_F(MissingFiles, IgnorePlaysTheNext) {
     loseTwo();
     machine.dialogs.answers = {Answer::Ignore};
@@ -272,6 +305,7 @@ TEST_F(MissingFiles, IgnorePlaysTheNext) {
     EXPECT_EQ(state(), "playing");
 }
 
+/// OPEN-07: Retry is previous: a first press, which tries again
 TEST_F(MissingFiles, RetryIsPreviousWhichTriesAgainAfterTheDoubleClickTime) {
     loseTwo();
     machine.dialogs.answers = {Answer::Retry};
@@ -284,6 +318,7 @@ TEST_F(MissingFiles, RetryIsPreviousWhichTriesAgainAfterTheDoubleClickTime) {
     EXPECT_EQ(playing(), "/m/two.wav");
 }
 
+/// OPEN-09
 TEST_F(MissingFiles, TheFileThatPlayedBeforeIsNotTouchedByTheBox) {
     setUp(false, 0);
     PlayFile(player);
@@ -295,6 +330,7 @@ TEST_F(MissingFiles, TheFileThatPlayedBeforeIsNotTouchedByTheBox) {
     EXPECT_EQ(machine.media.liveControls(), 0);
 }
 
+/// OPEN-12: A list of missing files never nests its boxes
 TEST_F(MissingFiles, AListOfMissingFilesNeverNestsItsBoxes) {
     setUpPanel();
     std::vector<std::string> paths;
@@ -311,6 +347,7 @@ TEST_F(MissingFiles, AListOfMissingFilesNeverNestsItsBoxes) {
     expectEntry("001", "gone0");
 }
 
+/// OPEN-13: Timers wait while the box is up
 TEST_F(MissingFiles, TimersWaitWhileTheBoxIsUp) {
     machine.addPicture("/m/a.bmp", 10, 10);
     setUp(false, 1);
@@ -326,6 +363,7 @@ TEST_F(MissingFiles, TimersWaitWhileTheBoxIsUp) {
     EXPECT_EQ(state(), "stopped");
 }
 
+/// OPEN-30: An entry without a number at its end fails like a missing file
 TEST_F(MissingFiles, ATrackWithoutANumberCannotBeOpened) {
     for (const char* path : {"/m/Song.cda", "/m/5.cda", "/x.cda", ".cda", "/m/T &.cda"}) {
         SCOPED_TRACE(path);
@@ -340,6 +378,7 @@ TEST_F(MissingFiles, ATrackWithoutANumberCannotBeOpened) {
     }
 }
 
+/// OPEN-55
 TEST_F(MissingFiles, ATrackThatNoDiscHasIsAFileThatCannotBePlayed) {
     setUpPanel();
     const std::vector<std::pair<const char*, const char*>> tracks = {{"/m/Track00.cda", "0"}, {"/m/T-1.cda", "-1"}};
@@ -357,6 +396,7 @@ TEST_F(MissingFiles, ATrackThatNoDiscHasIsAFileThatCannotBePlayed) {
     }
 }
 
+/// OPEN-55: A name of one character is its number; a number that no track has fails with that reason
 TEST_F(MissingFiles, ANameOfOneCharacterIsATrackNumber) {
     machine.addDisc("/cd", {10, 20, 30});
     machine.files.add("3.cda");
@@ -370,6 +410,7 @@ TEST_F(MissingFiles, ANameOfOneCharacterIsATrackNumber) {
     EXPECT_EQ(state(), "playing");
 }
 
+/// OPEN-05: The path is looked up, hidden files included
 TEST_F(MissingFiles, HiddenFilesCanBeOpened) {
     machine.addSound("/m/.one", 1000);
     machine.files.addHidden("/m/hidden.wav");
@@ -381,6 +422,7 @@ TEST_F(MissingFiles, HiddenFilesCanBeOpened) {
     EXPECT_EQ(state(), "playing");
 }
 
+/// OPEN-15: A device that goes away stops the player after its box, answered Abort
 TEST_F(MissingFiles, ADeviceThatGoesAwayStopsThePlayer) {
     setUp(true, 0);
     PlayFile(player);
@@ -395,6 +437,7 @@ TEST_F(MissingFiles, ADeviceThatGoesAwayStopsThePlayer) {
 
 // --- Custom start positions ------------------------------------------------------------------------------------------
 
+/// OPEN-26: With a custom start and custom play on it seeks there first
 TEST_F(ListMoves, ACustomStartIsInForceWhileCustomPlayIsOn) {
     setUp(false, 0);
     player.gStartPosition[0] = 2000;
@@ -411,6 +454,7 @@ TEST_F(ListMoves, ACustomStartIsInForceWhileCustomPlayIsOn) {
          {"a second", wait(1000), "playing", "00:03", {}}});
 }
 
+/// OPEN-33: With a custom start it plays from there while custom play is on, and only then
 TEST_F(ListMoves, ACdTrackStartsAtItsCustomStartWhileCustomPlayIsOn) {
     machine.addDisc("/cd", {100});
     setUpPanel();

@@ -19,6 +19,23 @@ void PrintTo(const Row& row, std::ostream* out) { *out << row.path; }
 
 class MediaKind : public PlayerFixture, public ::testing::WithParamInterface<Row> {};
 
+/// KIND-05: BMP, JPEG, JPG and GIF are pictures; label 1 is the extension and " IMAGE"
+/// KIND-06: AVI is a movie: "Video File Now On Play"
+/// KIND-07: MOV and QT are movies: "Quick Time File Now On Play"
+/// KIND-08: MPG, MPV, M1V and MPEG are movies: "Mpeg File Now On Play"
+/// KIND-09: MP2 has the movies' text and the tip "Time", and is played as sound
+/// KIND-10: MID and RMI are sound with the device "Sequencer": "MIDI File Now On Play"
+/// KIND-11: WAV, SND, AU, AIF, AIFC and AIFF are sound; the device type is left as it is: "Sound File Now On Play"
+/// KIND-12: CDA is a disc's track with the device "CDAudio": "CD Audio Now On Play"
+/// KIND-13: MP3 is sound; the device type is left as it is: "MP3 File Now On Play"
+/// KIND-14: Anything else is sound with an empty device type; label 1 is the extension and " Now On Play": RA, RM, RAM
+///     and RMM among them
+/// KIND-15: A folder with a dot makes a clip of it such another: V2/CLIP.AVI Now On Play
+/// KIND-16: picture.jpeg.bmp is no picture: its extension is JPEG.BMP
+/// KIND-17: Label 2's tip is "Frame" for movies and "Time" for all else
+/// KIND-18: Each kind plays in its own window and in no other
+/// OPEN-16: Kind, device type and label 1 come from the extension
+/// KIND-03
 TEST_P(MediaKind, FollowsFromTheExtension) {
     const Row& row = GetParam();
     machine.addSound(row.path, 5000);

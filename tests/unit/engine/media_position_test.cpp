@@ -6,6 +6,7 @@
 namespace corvane {
 namespace {
 
+/// REM-08: Positions are sought by an offset or for the track that is meant, in every kind
 TEST_F(Session, SeeksByAnOffset) {
     openThree();
     play(10000);
@@ -24,6 +25,7 @@ TEST_F(Session, SeeksByAnOffset) {
     EXPECT_EQ(seeked.size(), 3U) << "each is told, also one to where it stands";
 }
 
+/// REM-09: A seek beyond the end is next, and while stopped nothing is sought
 TEST_F(Session, ASeekBeyondTheEndIsNext) {
     openThree();
     play(1000);
@@ -40,6 +42,7 @@ TEST_F(Session, ASeekBeyondTheEndIsNext) {
     EXPECT_EQ(state(), "stopped");
 }
 
+/// REM-08
 TEST_F(Session, SetsThePositionOfTheTrackThatIsMeantAlone) {
     openThree();
     play(1000);
@@ -58,6 +61,7 @@ TEST_F(Session, SetsThePositionOfTheTrackThatIsMeantAlone) {
     EXPECT_EQ(seeked.size(), 1U);
 }
 
+/// REM-09
 TEST_F(Session, WhileStoppedNothingCanBeSought) {
     openThree();
     const std::uint32_t track = now().track;
@@ -67,6 +71,7 @@ TEST_F(Session, WhileStoppedNothingCanBeSought) {
     EXPECT_EQ(session.positionUs(), 0);
 }
 
+/// REM-08
 TEST_F(Session, SeeksInEveryKindPlayingAndPaused) {
     player.gInterval = 20;
     open({"/m/clip.avi", "/m/view.bmp", "/cd/Track02.cda", "/m/one.wav"});
@@ -95,6 +100,7 @@ TEST_F(Session, SeeksInEveryKindPlayingAndPaused) {
     }
 }
 
+/// REM-21: A picture that stays has no length, and a second of a disc has 75 frames
 TEST_F(Session, APictureThatStaysHasNoLength) {
     player.gInterval = 0;
     open({"/m/view.bmp"});
@@ -104,6 +110,7 @@ TEST_F(Session, APictureThatStaysHasNoLength) {
     EXPECT_TRUE(seeked.empty());
 }
 
+/// REM-21
 TEST_F(Session, ASecondOfADiscIsSeventyFiveFrames) {
     open({"/cd/Track02.cda"});
     play(1000);
@@ -112,6 +119,7 @@ TEST_F(Session, ASecondOfADiscIsSeventyFiveFrames) {
     EXPECT_EQ(label(kTimeLabel), "01:23");
 }
 
+/// REM-08
 TEST_F(Session, ASeekOnADiscNamesTheTrackAndGoesOnToItsEnd) {
     open({"/cd/Track02.cda"});
     play(1000);
@@ -123,6 +131,7 @@ TEST_F(Session, ASeekOnADiscNamesTheTrackAndGoesOnToItsEnd) {
               (std::vector<std::string>{"mci.Track 2", "mci.From " + from, "mci.To " + to, "mci.Command Play"}));
 }
 
+/// REM-10
 TEST_F(Session, ATrackAfterASeekIsExpectedAtItsBeginning) {
     openThree();
     play(1000);
@@ -134,6 +143,7 @@ TEST_F(Session, ATrackAfterASeekIsExpectedAtItsBeginning) {
     EXPECT_TRUE(seeked.empty());
 }
 
+/// REM-10
 TEST_F(Session, ASoundASecondAwayIsTold) {
     openThree();
     play(10000);
@@ -146,6 +156,7 @@ TEST_F(Session, ASoundASecondAwayIsTold) {
     EXPECT_EQ(seeked, (std::vector<std::int64_t>{11 * kSecond}));
 }
 
+/// REM-10
 TEST_F(Session, APictureIsToldFromTwoSecondsOn) {
     player.gInterval = 20;
     open({"/m/view.bmp"});
@@ -156,6 +167,7 @@ TEST_F(Session, APictureIsToldFromTwoSecondsOn) {
     EXPECT_EQ(seeked, (std::vector<std::int64_t>{7 * kSecond}));
 }
 
+/// REM-10: Jumps that were made elsewhere are told
 TEST_F(Session, TellsJumpsThatWereMadeElsewhere) {
     openThree();
     play(20000);
@@ -176,6 +188,7 @@ TEST_F(Session, TellsJumpsThatWereMadeElsewhere) {
     EXPECT_EQ(seeked, (std::vector<std::int64_t>{30 * kSecond}));
 }
 
+/// REM-10
 TEST_F(Session, TellsATrackThatBeginsElsewhere) {
     openThree();
     player.gCustomMode = mdlDefinePublic::kCustomPlay;

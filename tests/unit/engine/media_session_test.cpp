@@ -7,6 +7,7 @@
 namespace corvane {
 namespace {
 
+/// REM-01: It is ready while the panel stands, and not during the opening
 TEST_F(Session, IsReadyWhileThePanelStands) {
     EXPECT_FALSE(now().ready);
     EXPECT_EQ(ask([](MediaSession& s) { return s.play(); }), Answer::Busy);
@@ -36,6 +37,7 @@ TEST_F(Session, TellsNothingMoreWhenItHasGone) {
     EXPECT_EQ(told, 0);
 }
 
+/// REM-01
 TEST_F(Session, IsNotReadyDuringTheOpening) {
     machine.files.add("/app/PANELSET/DEFAULT.CSV", "");
     act([this] { player.forms.load(FormId::MenuWindow); });
@@ -47,6 +49,7 @@ TEST_F(Session, IsNotReadyDuringTheOpening) {
     EXPECT_TRUE(now().ready);
 }
 
+/// REM-18: It shows the entry that play would open, and follows the panel's own buttons
 TEST_F(Session, ShowsTheEntryThatPlayWouldOpen) {
     open({});
     EXPECT_EQ(now().track, 0U);
@@ -64,6 +67,7 @@ TEST_F(Session, ShowsTheEntryThatPlayWouldOpen) {
     EXPECT_EQ(session.positionUs(), 0);
 }
 
+/// REM-18
 TEST_F(Session, FollowsThePanelsOwnButtons) {
     openThree();
     click(kPlay);
@@ -88,6 +92,7 @@ TEST_F(Session, FollowsThePanelsOwnButtons) {
     EXPECT_TRUE(seeked.empty()) << "no position was unexpected";
 }
 
+/// REM-11: A change is told once, and nothing while nothing changes
 TEST_F(Session, TellsAChangeOnceAndNothingWhileNothingChanges) {
     openThree();
     const std::uint32_t first = now().track;
@@ -108,6 +113,7 @@ TEST_F(Session, AsksForNoTimerOfItsOwn) {
     EXPECT_TRUE(machine.calls("timers").empty());
 }
 
+/// REM-02: Play, pause, play or pause, and stop are the player's own
 TEST_F(Session, PlayPauseAndStopAreTheEnginesOwn) {
     openThree();
     EXPECT_EQ(ask([](MediaSession& s) { return s.playPause(); }), Answer::Done);
@@ -137,6 +143,7 @@ TEST_F(Session, WithoutATrackPlayDoesNothingAndPlayPauseCannotBeDone) {
     EXPECT_TRUE(mediaCalls().empty());
 }
 
+/// REM-03: Next and previous choose while stopped
 TEST_F(Session, NextAndPreviousChooseWhileStopped) {
     openThree();
     ask([](MediaSession& s) { return s.next(); });
@@ -149,6 +156,7 @@ TEST_F(Session, NextAndPreviousChooseWhileStopped) {
     EXPECT_TRUE(mediaCalls().empty());
 }
 
+/// REM-04: While playing they change the file at once, at the first press
 TEST_F(Session, NextAndPreviousChangeTheFileAtOnceWhilePlaying) {
     openThree();
     play(1000);
@@ -163,6 +171,7 @@ TEST_F(Session, NextAndPreviousChangeTheFileAtOnceWhilePlaying) {
     EXPECT_DOUBLE_EQ(seconds(), 2) << "no late press of previous begins it again";
 }
 
+/// REM-05: While paused they change the file and stay paused
 TEST_F(Session, NextAndPreviousChangeTheFileAndStayPaused) {
     openThree();
     play(5000);
@@ -201,6 +210,7 @@ TEST_F(Session, EveryKindIsLeftAndEnteredWhilePaused) {
     }
 }
 
+/// REM-07: A first press of previous that waits is void
 TEST_F(Session, ADoublePressOfPreviousThatWaitsIsVoid) {
     openThree();
     play();
@@ -213,6 +223,7 @@ TEST_F(Session, ADoublePressOfPreviousThatWaitsIsVoid) {
     EXPECT_DOUBLE_EQ(seconds(), 3);
 }
 
+/// REM-06: At the list's end next stops; previous at its beginning does nothing
 TEST_F(Session, NextAtTheListsEndStops) {
     open({"/m/one.wav", "/m/two.wav"});
     ask([](MediaSession& s) { return s.next(); });
@@ -237,6 +248,7 @@ TEST_F(Session, NextAtTheListsEndStops) {
     EXPECT_EQ(now().title, "two") << "and back around";
 }
 
+/// REM-06
 TEST_F(Session, NextAndPreviousBeginAListOfOneAgainWhenItRepeats) {
     open({"/m/one.wav"});
     click(kRepeat);
@@ -250,6 +262,7 @@ TEST_F(Session, NextAndPreviousBeginAListOfOneAgainWhenItRepeats) {
     EXPECT_EQ(now().status, Status::Paused);
 }
 
+/// REM-06
 TEST_F(Session, PreviousAtTheListsBeginningDoesNothing) {
     openThree();
     play(5000);
@@ -259,6 +272,7 @@ TEST_F(Session, PreviousAtTheListsBeginningDoesNothing) {
     EXPECT_EQ(state(), "playing");
 }
 
+/// REM-19: The same entry keeps its number when it moves or begins again; two entries of one file are two tracks
 TEST_F(Session, TheSameEntryKeepsItsNumberWhenItMovesOrBeginsAgain) {
     openThree();
     play();
@@ -278,6 +292,7 @@ TEST_F(Session, TheSameEntryKeepsItsNumberWhenItMovesOrBeginsAgain) {
     EXPECT_EQ(state(), "playing");
 }
 
+/// REM-19
 TEST_F(Session, TwoEntriesOfOneFileAreTwoTracks) {
     open({"/m/one.wav", "/m/one.wav"});
     std::uint32_t track = now().track;
@@ -305,6 +320,7 @@ TEST_F(Session, AListThatIsReplacedLeavesTheOpenFileItsName) {
     EXPECT_NE(now().track, track);
 }
 
+/// REM-12
 TEST_F(Session, ShuffleIsDoneOnceAndLeavesShortListsAlone) {
     openThree();
     machine.random.numbers = {0.9, 0.0};
@@ -318,6 +334,7 @@ TEST_F(Session, ShuffleIsDoneOnceAndLeavesShortListsAlone) {
     EXPECT_EQ(player.gFilePath[0], "/m/one.wav");
 }
 
+/// REM-12
 TEST_F(Session, RepeatIsTheListsOwn) {
     openThree();
     EXPECT_EQ(ask([](MediaSession& s) { return s.setLoop(MediaSession::Loop::Playlist); }), Answer::Done);
@@ -330,6 +347,7 @@ TEST_F(Session, RepeatIsTheListsOwn) {
     EXPECT_FALSE(player.gRepeat);
 }
 
+/// REM-12: The volume is the knob's level, repeat and shuffle are the panel's
 TEST_F(Session, VolumeIsTheKnobsLevel) {
     openThree();
     const struct {
@@ -345,6 +363,7 @@ TEST_F(Session, VolumeIsTheKnobsLevel) {
               Answer::Invalid);
 }
 
+/// REM-20: The rate is 1, and 0 pauses
 TEST_F(Session, TheRateIsOneAndZeroPauses) {
     openThree();
     play(1000);
@@ -356,6 +375,7 @@ TEST_F(Session, TheRateIsOneAndZeroPauses) {
     EXPECT_EQ(state(), "paused");
 }
 
+/// REM-13: A file that is opened becomes the list and plays; what cannot be opened leaves the list alone
 TEST_F(Session, OpensAFileAndPlaysIt) {
     openThree();
     EXPECT_EQ(ask([](MediaSession& s) { return s.open("/m/clip.avi"); }), Answer::Done);
@@ -370,6 +390,7 @@ TEST_F(Session, OpensAFileAndPlaysIt) {
     EXPECT_EQ(movieWindow(), nullptr);
 }
 
+/// REM-13
 TEST_F(Session, AFileThatIsOpenedTakesThePictureBeforeItAway) {
     player.gImageHide = false;
     open({"/m/view.bmp"});
@@ -379,6 +400,7 @@ TEST_F(Session, AFileThatIsOpenedTakesThePictureBeforeItAway) {
     EXPECT_EQ(state(), "playing");
 }
 
+/// REM-13
 TEST_F(Session, WhatCannotBeOpenedLeavesTheListAlone) {
     openThree();
     play(1000);
@@ -390,6 +412,7 @@ TEST_F(Session, WhatCannotBeOpenedLeavesTheListAlone) {
     EXPECT_EQ(state(), "playing");
 }
 
+/// REM-16: Raise brings a minimised panel back
 TEST_F(Session, RaiseBringsAMinimisedPanelBack) {
     openThree();
     click(kMinimise);
@@ -399,6 +422,7 @@ TEST_F(Session, RaiseBringsAMinimisedPanelBack) {
     EXPECT_EQ(machine.log.count("windows.activate frmMainPanel"), 1);
 }
 
+/// REM-14: While the editor or the settings are open everything is refused
 TEST_F(Session, EverythingIsRefusedWhileTheEditorOrTheSettingsAreOpen) {
     using Command = std::function<Answer(MediaSession&)>;
     const std::vector<Command> commands = {
@@ -429,6 +453,7 @@ TEST_F(Session, EverythingIsRefusedWhileTheEditorOrTheSettingsAreOpen) {
     for (const Command& command : commands) EXPECT_NE(ask(command), Answer::Busy);
 }
 
+/// REM-15: Commands wait while a box is up
 TEST_F(Session, CommandsWaitWhileABoxIsUpAndWhatChangedIsTold) {
     openThree();
     play(1000);

@@ -45,6 +45,8 @@ protected:
     }
 };
 
+/// OPEN-51: A list of nothing but missing files can be ignored to its end, stopped at once, or with repeat goes round
+///     until it is stopped
 TEST_F(MissingList, IgnoringAllOfThemComesToTheEnd) {
     answer(kMaxFiles, Answer::Ignore);
     play();
@@ -53,6 +55,7 @@ TEST_F(MissingList, IgnoringAllOfThemComesToTheEnd) {
     expectUsable();
 }
 
+/// OPEN-51
 TEST_F(MissingList, RepeatedItGoesRoundUntilOneAborts) {
     player.gRepeat = true;
     answer(3 * kMaxFiles, Answer::Ignore);
@@ -69,6 +72,7 @@ TEST_F(MissingList, RetryingAsksForTheSameFileAgain) {
     expectUsable();
 }
 
+/// OPEN-51
 TEST_F(MissingList, AbortingStopsAtOnceAndEachEntryCanStillBeTried) {
     for (std::size_t i = 0; i < kMaxFiles; ++i) {
         answer(1, Answer::Abort);

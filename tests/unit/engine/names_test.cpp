@@ -9,6 +9,10 @@
 namespace corvane::mdlPublicFunction {
 namespace {
 
+/// KIND-01: The extension is what follows the first dot of the whole path, folders included, in capitals: song.Mp3 is
+///     MP3
+/// KIND-02: A dot in a folder's name counts: My.Music gives MUSIC/SONG.WAV
+/// KIND-03: Without a dot the extension is the whole path
 TEST(Names, TheExtensionIsWhatFollowsTheFirstDotInCapitals) {
     EXPECT_EQ(GetExtension("C:\\A\\song.Mp3"), "MP3");
     EXPECT_EQ(GetExtension("C:\\My.Music\\song.wav"), "MUSIC\\SONG.WAV");
@@ -19,6 +23,7 @@ TEST(Names, TheExtensionIsWhatFollowsTheFirstDotInCapitals) {
     EXPECT_EQ(GetExtension(""), "");
 }
 
+/// KIND-04: The base name is what stands in front of the first dot; without a dot the whole
 TEST(Names, TheBaseNameIsWhatStandsInFrontOfTheFirstDot) {
     EXPECT_EQ(GetBaseName("D:\\Track05.cda"), "D:\\Track05");
     EXPECT_EQ(GetBaseName("a.b.mid"), "a");
@@ -26,6 +31,8 @@ TEST(Names, TheBaseNameIsWhatStandsInFrontOfTheFirstDot) {
     EXPECT_EQ(GetBaseName(".mid"), "");
 }
 
+/// CMD-04: A piece counts when what follows its first dot, in capitals, is one of the 26 accepted kinds
+/// DROP-03
 TEST(Names, TwentySixExtensionsAreAccepted) {
     for (const char* each :
          {"CDA", "BMP", "JPEG", "JPG",  "GIF", "AVI", "MOV", "QT",  "MID", "RMI", "MPG", "MPV",  "MP2",
@@ -37,6 +44,7 @@ TEST(Names, TwentySixExtensionsAreAccepted) {
     }
 }
 
+/// CMD-07, DROP-05
 TEST(Names, ADoubledSeparatorAtTheThirdCharacterLosesOne) {
     EXPECT_EQ(withoutDoubledSeparator("C:\\\\a.mid", '\\'), "C:\\a.mid");
     EXPECT_EQ(withoutDoubledSeparator("C:\\\\a\\\\b.mid", '\\'), "C:\\a\\\\b.mid");
@@ -54,6 +62,7 @@ TEST(Names, ZeroPaddedKeepsTheSignInFront) {
     EXPECT_EQ(zeroPadded(5, -1), "5");
 }
 
+/// SET-28: A number counts only when the whole text is one, blanks around it allowed
 TEST(Numbers, AreWholeTextsWithBlanksAroundThem) {
     EXPECT_EQ(parseNumber("500"), 500);
     EXPECT_EQ(parseNumber(" \t-12 "), -12);
@@ -65,6 +74,7 @@ TEST(Numbers, AreWholeTextsWithBlanksAroundThem) {
     }
 }
 
+/// SET-27
 TEST(Numbers, RoundHalvesToEven) {
     EXPECT_EQ(parseNumber("2.5"), 2);
     EXPECT_EQ(parseNumber("3.5"), 4);
@@ -77,6 +87,7 @@ TEST(Numbers, RoundHalvesToEven) {
     EXPECT_EQ(parseNumber("0.04"), 0);
 }
 
+/// SET-65: Numbers may have an exponent, be hexadecimal or octal, and are held inside 32 bits
 TEST(Numbers, TakeAnExponent) {
     EXPECT_EQ(parseNumber("1e3"), 1000);
     EXPECT_EQ(parseNumber("25E-1"), 2);
@@ -86,6 +97,7 @@ TEST(Numbers, TakeAnExponent) {
     EXPECT_EQ(parseNumber("0e99999999999999999999"), 0);
 }
 
+/// SET-65
 TEST(Numbers, AreHeldInside32Bits) {
     EXPECT_EQ(parseNumber("2147483647"), 2147483647);
     EXPECT_EQ(parseNumber("2147483648"), 2147483647);
@@ -97,6 +109,7 @@ TEST(Numbers, AreHeldInside32Bits) {
     EXPECT_EQ(parseNumber("0." + std::string(100'000, '0') + "1e100001"), 1);
 }
 
+/// SET-65
 TEST(Numbers, MayBeHexadecimalOrOctal) {
     EXPECT_EQ(parseNumber("&HFF"), 255);
     EXPECT_EQ(parseNumber("&hff00"), 65280);

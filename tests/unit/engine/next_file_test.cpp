@@ -21,6 +21,8 @@ protected:
     }
 };
 
+/// OPEN-53: The file that comes next is made ready: behind a picture a picture is decoded, any other is told to the
+///     media
 TEST_F(NextFileIsExpected, WhenAFileOpens) {
     setList({"/m/a.wav", "/m/b.mid", "/m/c.avi"});
     PlayFile(player);
@@ -34,6 +36,7 @@ TEST_F(NextFileIsExpected, WhenAFileOpens) {
     EXPECT_EQ(machine.media.expected.size(), 2U) << "nothing comes after the last one";
 }
 
+/// OPEN-53
 TEST_F(NextFileIsExpected, FromTheListsStartWhenItRepeats) {
     setList({"/m/a.wav", "/m/b.mid"});
     player.gFileIndex = 1;
@@ -42,6 +45,7 @@ TEST_F(NextFileIsExpected, FromTheListsStartWhenItRepeats) {
     EXPECT_EQ(machine.media.expected, (Expected{"/m/a.wav"}));
 }
 
+/// OPEN-53
 TEST_F(NextFileIsExpected, ButAPictureIsDecodedAheadOnlyBehindAPicture) {
     setList({"/m/a.wav", "/m/d.bmp", "/m/e.bmp", "/m/a.wav"});
     PlayFile(player);

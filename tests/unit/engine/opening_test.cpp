@@ -19,6 +19,8 @@ protected:
     }
 };
 
+/// DISP-11: The file's number is the index and 1 in three digits
+/// OPEN-17: Label 4 is the entry's number in three digits: 001, 256
 TEST_F(Opening, TheEntryNumberHasThreeDigits) {
     setUpPanel();
     setList(std::vector<std::string>(kMaxFiles, "/m/one.wav"));
@@ -30,6 +32,7 @@ TEST_F(Opening, TheEntryNumberHasThreeDigits) {
     }
 }
 
+/// OPEN-33
 TEST_F(Opening, ACdTracksCustomStartIsNotUsedWhileCustomPlayIsOff) {
     machine.addDisc("/cd", {100});
     setUpPanel();
@@ -42,6 +45,8 @@ TEST_F(Opening, ACdTracksCustomStartIsNotUsedWhileCustomPlayIsOff) {
 }
 
 /// The states that a missing file's box finds and leaves.
+/// OPEN-10: Behind the box nothing else of the call is done: play is disabled, pause enabled, the kind that of the file
+///     before
 TEST_F(Opening, AMissingFileLeavesTheKindOfTheFileBeforeAndThePlayingButtons) {
     setUpPanel();
     setList({"/m/one.wav", "/m/two.wav"});
@@ -63,6 +68,8 @@ TEST_F(Opening, AMissingFileLeavesTheKindOfTheFileBeforeAndThePlayingButtons) {
     EXPECT_EQ(state(), "playing");
 }
 
+/// OPEN-11: An answer belongs to one opening of one list: what came meanwhile makes it void, and the panel never says
+///     "playing" or "paused" without an open file
 TEST_F(Opening, AnAnswerIsVoidWhenTheListWasStoppedOrMovedMeanwhile) {
     for (const Answer answer : {Answer::Ignore, Answer::Retry}) {
         for (const bool stopped : {true, false}) {
@@ -96,6 +103,7 @@ struct VisibleWatch : ControlObserver {
     }
 };
 
+/// PIC-01: The picture is decoded and its box hidden while it is prepared
 TEST_F(Opening, APictureIsHiddenWhileItIsPrepared) {
     machine.addPicture("/m/a.bmp", 30, 20);
     machine.addPicture("/m/b.bmp", 60, 20);
@@ -110,6 +118,7 @@ TEST_F(Opening, APictureIsHiddenWhileItIsPrepared) {
     EXPECT_EQ(watch.seen, (std::vector<bool>{false, true}));
 }
 
+/// SEQ-03, MOVE-36
 TEST_F(Opening, AKeptPictureGoesWithTheFileBehindThePicture) {
     machine.addPicture("/m/a.bmp", 30, 20);
     player.gImageHide = false;
@@ -124,6 +133,7 @@ TEST_F(Opening, AKeptPictureGoesWithTheFileBehindThePicture) {
     EXPECT_EQ(state(), "playing");
 }
 
+/// MOVE-12
 TEST_F(Opening, NextBehindTheLastEntryWhileStoppedTakesAKeptPictureDown) {
     machine.addPicture("/m/a.bmp", 30, 20);
     setUpPanel();
@@ -136,6 +146,7 @@ TEST_F(Opening, NextBehindTheLastEntryWhileStoppedTakesAKeptPictureDown) {
     EXPECT_EQ(player.gFileIndex, 0);
 }
 
+/// OPEN-45: Movie: its window shows unless it fills the screen, and it runs
 TEST_F(Opening, AMovieThatIsResumedComesBack) {
     machine.addMovie("/m/clip.avi", 40, 320, 240);
     setUpPanel();
@@ -148,6 +159,7 @@ TEST_F(Opening, AMovieThatIsResumedComesBack) {
     EXPECT_TRUE(movieWindow()->Visible);
 }
 
+/// OPEN-36
 TEST_F(Opening, AMovieWindowThatDoesNotShowIsUsedAgain) {
     machine.addMovie("/m/clip.avi", 40, 320, 240);
     setUpPanel();
@@ -165,6 +177,7 @@ TEST_F(Opening, AMovieWindowThatDoesNotShowIsUsedAgain) {
     EXPECT_EQ(machine.media.liveControls(), 1);
 }
 
+/// OPEN-38: At zoom 5 the window size is 0 and the full screen is on; else the window size is the zoom
 TEST_F(Opening, AtZoom5TheMovieHasItsOwnSizeAndTheFullScreen) {
     machine.addMovie("/m/clip.avi", 40, 320, 240);
     for (const std::int16_t zoom : std::initializer_list<std::int16_t>{5, 4}) {
@@ -180,6 +193,7 @@ TEST_F(Opening, AtZoom5TheMovieHasItsOwnSizeAndTheFullScreen) {
     }
 }
 
+/// MOVIE-34, IMG-19
 TEST_F(Opening, MediaWindowsStayOnTopInWindowMode2Alone) {
     machine.addPicture("/m/a.bmp", 30, 20);
     machine.addMovie("/m/clip.avi", 40, 320, 240);
@@ -228,6 +242,7 @@ protected:
     }
 };
 
+/// OPEN-49: A list replaced under the file that plays: the window of another kind goes before the new one opens
 TEST_F(Replaced, TheWindowOfAnotherKindGoesBeforeTheNewOneOpens) {
     for (const char* first : {"/m/one.wav", "/m/clip.avi", "/m/a.bmp"}) {
         for (const char* second : {"/m/two.wav", "/m/clip.avi", "/m/a.bmp"}) {
@@ -242,6 +257,7 @@ TEST_F(Replaced, TheWindowOfAnotherKindGoesBeforeTheNewOneOpens) {
     }
 }
 
+/// KIND-19
 TEST_F(Replaced, ADeviceTypeOfTheFileBeforeIsNotKept) {
     playThenOpen("/m/tune.mid", "/m/one.wav");
     const auto calls = mediaCalls();
@@ -258,6 +274,9 @@ TEST_F(Replaced, ADeviceTypeOfTheFileBeforeIsNotKept) {
 
 // --- Drops that bring nothing ----------------------------------------------------------------------------------------
 
+/// DROP-10: So does a drop of files of which none is accepted
+/// DROP-12: The time and its tool tip are emptied, and label 3 shows the plain count
+/// DROP-13
 TEST_F(Opening, ADropOfNoAcceptableFileEmptiesListAndDisplay) {
     setUpPanel();
     setList({"/m/one.wav", "/m/two.wav"});
@@ -275,6 +294,7 @@ TEST_F(Opening, ADropOfNoAcceptableFileEmptiesListAndDisplay) {
     EXPECT_EQ(state(), "playing") << "what plays is not stopped";
 }
 
+/// DROP-15: The list is not written to a file
 TEST_F(Opening, ADropIsNotSaved) {
     player.gIniFile = "/app/KADO.INI";
     player.gListFileStem = "/app/FILE";

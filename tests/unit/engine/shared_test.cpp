@@ -22,6 +22,7 @@ protected:
     MenuWindowControls& menu() { return *player.forms.find<MenuWindowControls>(); }
 };
 
+/// KEY-04, KEY-11
 TEST_F(Shared, TheCommandKeysDoWhatTheirButtonsDo) {
     setUp();
     EXPECT_TRUE(commandKey(player, 'z'));
@@ -47,6 +48,7 @@ TEST_F(Shared, TheCommandKeysDoWhatTheirButtonsDo) {
     EXPECT_EQ(player.forms.find<MainPanelControls>(), nullptr);
 }
 
+/// KEY-12
 TEST_F(Shared, KeysAreExactCharacters) {
     setUp();
     EXPECT_FALSE(commandKey(player, 'p'));
@@ -54,6 +56,7 @@ TEST_F(Shared, KeysAreExactCharacters) {
     EXPECT_NE(player.forms.find<MainPanelControls>(), nullptr);
 }
 
+/// KEY-13
 TEST_F(Shared, AKeyThatIsNotSetNeverMatches) {
     setUp();
     player.gKeyPower = 0;
@@ -61,6 +64,7 @@ TEST_F(Shared, AKeyThatIsNotSetNeverMatches) {
     EXPECT_NE(player.forms.find<MainPanelControls>(), nullptr);
 }
 
+/// KEY-01
 TEST_F(Shared, OfTwoCommandsOnOneKeyTheEarlierWins) {
     setUp();
     player.gKeyRepeat = 'z';
@@ -85,6 +89,7 @@ TEST_F(Shared, PlayAndPauseKeysNeedTheirButtons) {
     EXPECT_TRUE(machine.calls("mci").empty());
 }
 
+/// KEY-05: Shuffle: shuffles more than two files, and fewer not
 TEST_F(Shared, TheShuffleKeyNeedsMoreThanTwoFiles) {
     setUp();
     player.gFileCount = 2;
@@ -95,6 +100,8 @@ TEST_F(Shared, TheShuffleKeyNeedsMoreThanTwoFiles) {
     EXPECT_EQ(machine.calls("random").size(), 1U);
 }
 
+/// BTN-03: Repeat off becomes on: the button takes image 5's picture and the lamp image 17's
+/// BTN-04: Repeat on becomes off: the button takes image 4's picture and the lamp image 16's
 TEST_F(Shared, RepeatSwitchesTheButtonAndTheLamp) {
     setUp();
     const auto& images = panel().imgMainPanel;
@@ -109,6 +116,7 @@ TEST_F(Shared, RepeatSwitchesTheButtonAndTheLamp) {
     EXPECT_EQ(images[kRepeatLamp].Picture.get(), images[kRepeatLamp + 1].Picture.get());
 }
 
+/// BTN-01
 TEST_F(Shared, PowerOffClosesAndUnloadsThePanel) {
     setUp();
     PlayFile(player);
@@ -118,6 +126,7 @@ TEST_F(Shared, PowerOffClosesAndUnloadsThePanel) {
     powerOff(player);
 }
 
+/// KEY-20
 TEST_F(Shared, AltF4DoesNotOpenTheMenu) {
     setUp();
     machine.loop.enter([this] { fixedKeyDown(player, {kKeyAlt, kAltMask}); });
@@ -128,6 +137,7 @@ TEST_F(Shared, AltF4DoesNotOpenTheMenu) {
     EXPECT_EQ(machine.dialogs.poppedUp, nullptr);
 }
 
+/// MENU-08: Then the menu pops up
 TEST_F(Shared, TheMenuIsPreparedForThePlayersState) {
     setUp();
     showPopupMenu(player);
@@ -155,6 +165,7 @@ TEST_F(Shared, TheMenuIsPreparedForThePlayersState) {
     EXPECT_TRUE(menu().PlayMode[0].Checked);
 }
 
+/// MOVE-44: A window is put in its order without size, move or activation: flags 53 to show, 93 to hide, hexadecimal
 TEST_F(Shared, ZOrderNeitherMovesNorActivates) {
     setUp();
     SetWindowZOrder(player, panel(), kTopMost, 1);
@@ -163,6 +174,8 @@ TEST_F(Shared, ZOrderNeitherMovesNorActivates) {
                                                                   "windows.SetWindowPos frmMainPanel -2 93"}));
 }
 
+/// COM-01: Every box is titled Corvane
+/// COM-02: While a box is up timers, media events, drops and posted events wait
 TEST_F(Shared, ABoxIsTitledAndHoldsTheLoop) {
     setUp();
     machine.dialogs.answers = {Answer::Cancel};
@@ -178,6 +191,7 @@ TEST_F(Shared, ABoxIsTitledAndHoldsTheLoop) {
     EXPECT_TRUE(ran);
 }
 
+/// START-22
 TEST_F(Shared, CaptionsWrittenBeforeThePanelLoadsAreThereWhenItShows) {
     setPanelCaption(player, kTotalLabel, "12");
     setUpPanel();
@@ -188,6 +202,15 @@ TEST_F(Shared, CaptionsWrittenBeforeThePanelLoadsAreThereWhenItShows) {
 
 // --- Drops -----------------------------------------------------------------------------------------------------------
 
+/// DROP-02: They replace the list, in the order in which they come
+/// DROP-03: The 26 accepted kinds are taken in any case of letters, .gif and .Mp3 among them; others are skipped
+/// DROP-04: A file in a folder with a dot, such as My.Music, is skipped
+/// DROP-06: The title is the name that the folder gives, hidden files included, cut at its first dot
+/// DROP-07: A file that is gone is skipped
+/// DROP-11: With files label 4 shows 001 and label 5 the first title; without they are emptied
+/// DROP-13: The index is 0
+/// DROP-14: Nothing starts to play, and what plays is not stopped
+/// DROP-12
 TEST_F(Shared, ADropReplacesTheListAndStartsNothing) {
     setUp();
     player.gFileIndex = 2;
@@ -216,6 +239,8 @@ TEST_F(Shared, ADropReplacesTheListAndStartsNothing) {
     EXPECT_EQ(state(), "playing") << "what plays is not stopped";
 }
 
+/// DROP-09: The count is what was taken; a drop of other data, such as a text, empties list and display
+/// DROP-11
 TEST_F(Shared, ADropOfNoFilesEmptiesTheList) {
     setUp();
     EXPECT_EQ(takeFiles(player, {false, {}}), 0);
@@ -239,6 +264,7 @@ TEST_F(Shared, ADropOfNamesWithoutFilesIsNotLookedUpForEver) {
     EXPECT_EQ(takeFiles(player, dropped), 1);
 }
 
+/// DROP-08: The 257th file and later ones are not taken: of 300 the first 256 stay
 TEST_F(Shared, ADropTakes256FilesAtMost) {
     setUp();
     DropData dropped{true, {}};
@@ -250,6 +276,7 @@ TEST_F(Shared, ADropTakes256FilesAtMost) {
     EXPECT_EQ(player.gFilePath[255], "/many/f255.wav");
 }
 
+/// DROP-05: A doubled backslash at the third character loses one
 TEST_F(Shared, ADoubledSeparatorBehindTheDriveLosesOne) {
     machine.files.slash = '\\';
     machine.files.caseSensitive = false;

@@ -20,6 +20,10 @@ protected:
 
 using Texts = std::vector<std::string>;
 
+/// SEQ-12: The random numbers are seeded from the clock
+/// SEQ-14: The present entry comes first
+/// SEQ-15: Each further entry is drawn from those that are left, at the whole part of their number times the random
+///     number
 TEST_F(Shuffle, DrawsWithoutReplacementBehindTheCurrentEntry) {
     setList({"/a.wav", "/b.wav", "/c.wav", "/d.wav", "/e.wav"});
     player.gFileIndex = 2;
@@ -32,6 +36,7 @@ TEST_F(Shuffle, DrawsWithoutReplacementBehindTheCurrentEntry) {
     EXPECT_EQ(machine.calls("random"), Texts{"random.seedFromClock"});
 }
 
+/// SEQ-14
 TEST_F(Shuffle, TheLastEntryMayBeTheCurrentOne) {
     setList({"/a.wav", "/b.wav", "/c.wav"});
     player.gFileIndex = 2;
@@ -40,6 +45,7 @@ TEST_F(Shuffle, TheLastEntryMayBeTheCurrentOne) {
     EXPECT_EQ(paths(), (Texts{"/c.wav", "/a.wav", "/b.wav"}));
 }
 
+/// SEQ-18: A list of one goes to index 0; of two, the present entry comes first and the other follows
 TEST_F(Shuffle, AListOfOneOnlyGoesToIndex0) {
     setList({"/a.wav"});
     ShuffleList(player);
@@ -47,6 +53,7 @@ TEST_F(Shuffle, AListOfOneOnlyGoesToIndex0) {
     EXPECT_EQ(player.gFileIndex, 0);
 }
 
+/// SEQ-18
 TEST_F(Shuffle, AListOfTwoIsTheCurrentEntryThenTheOther) {
     setList({"/a.wav", "/b.wav"});
     player.gFileIndex = 1;
@@ -54,11 +61,13 @@ TEST_F(Shuffle, AListOfTwoIsTheCurrentEntryThenTheOther) {
     EXPECT_EQ(paths(), (Texts{"/b.wav", "/a.wav"}));
 }
 
+/// SEQ-19: An empty list does nothing
 TEST_F(Shuffle, AnEmptyListDoesNothing) {
     ShuffleList(player);
     EXPECT_TRUE(machine.calls("random").empty());
 }
 
+/// SEQ-13: What belongs to the order before, the custom positions, is cleared
 TEST_F(Shuffle, ClearsTheCustomPositions) {
     setList({"/a.wav", "/b.wav", "/c.wav"});
     player.gStartPosition[1] = 5;
@@ -68,6 +77,8 @@ TEST_F(Shuffle, ClearsTheCustomPositions) {
     EXPECT_EQ(player.gStopPosition[2], 0);
 }
 
+/// SEQ-16: What was drawn is taken out, so each entry appears exactly once
+/// SEQ-17: The index is 0 afterwards, and the file that plays goes on playing
 TEST_F(Shuffle, KeepsEveryEntryOfAFullListOnceAndThePlayingFilePlaying) {
     std::vector<std::string> all;
     for (int i = 0; i < mdlDefinePublic::kMaxFiles; ++i) all.push_back("/f" + std::to_string(i) + ".wav");

@@ -27,6 +27,7 @@ protected:
     TimerDriver driver{machine.timers, machine.loop};
 };
 
+/// COM-10: A timer ticks every interval while it is enabled, and not at an interval of 0
 TEST_F(Driver, TicksEveryIntervalWhileEnabled) {
     driver.attach(form);
     machine.advance(1000);
@@ -51,6 +52,7 @@ TEST_F(Driver, ATimerEnabledBeforeItsFormIsLoadedRuns) {
     EXPECT_EQ(form.ticks, 1);
 }
 
+/// COM-11
 TEST_F(Driver, EnablingARunningTimerChangesNothing) {
     driver.attach(form);
     form.timer.Enabled = true;
@@ -61,6 +63,7 @@ TEST_F(Driver, EnablingARunningTimerChangesNothing) {
     EXPECT_EQ(machine.log.count("timers.start 100"), 1);
 }
 
+/// COM-11: Disabled and enabled it begins its interval afresh
 TEST_F(Driver, ARestartBeginsThePeriodAfresh) {
     driver.attach(form);
     form.timer.Enabled = true;
@@ -72,6 +75,7 @@ TEST_F(Driver, ARestartBeginsThePeriodAfresh) {
     EXPECT_EQ(form.ticks, 1);
 }
 
+/// COM-21: Another interval begins its time afresh, and a restart drops a tick that waits
 TEST_F(Driver, AnotherIntervalBeginsThePeriodAfresh) {
     driver.attach(form);
     form.timer.Enabled = true;
@@ -86,6 +90,7 @@ TEST_F(Driver, AnotherIntervalBeginsThePeriodAfresh) {
     EXPECT_EQ(form.ticks, 2);
 }
 
+/// COM-10
 TEST_F(Driver, AnIntervalOfZeroNeverTicks) {
     form.timer.Interval = 0;
     driver.attach(form);
@@ -97,6 +102,7 @@ TEST_F(Driver, AnIntervalOfZeroNeverTicks) {
     EXPECT_EQ(form.ticks, 1);
 }
 
+/// COM-02
 TEST_F(Driver, OneTickAtMostWaitsWhileABoxIsUp) {
     driver.attach(form);
     form.timer.Enabled = true;
@@ -111,6 +117,7 @@ TEST_F(Driver, OneTickAtMostWaitsWhileABoxIsUp) {
     EXPECT_EQ(form.ticks, 2);
 }
 
+/// COM-12: A tick that waits is dropped when its timer stops or its form goes
 TEST_F(Driver, ATickThatWaitsIsDroppedWhenTheTimerStops) {
     driver.attach(form);
     form.timer.Enabled = true;
@@ -123,6 +130,7 @@ TEST_F(Driver, ATickThatWaitsIsDroppedWhenTheTimerStops) {
     EXPECT_EQ(form.ticks, 0);
 }
 
+/// COM-21
 TEST_F(Driver, ATickThatWaitsIsDroppedByARestart) {
     driver.attach(form);
     form.timer.Enabled = true;
@@ -137,6 +145,7 @@ TEST_F(Driver, ATickThatWaitsIsDroppedByARestart) {
     EXPECT_EQ(form.ticks, 1);
 }
 
+/// COM-12
 TEST_F(Driver, ATickThatWaitsIsDroppedWhenTheFormGoes) {
     auto passing = std::make_unique<ClockForm>();
     driver.attach(*passing);

@@ -24,6 +24,8 @@ protected:
     using Calls = std::vector<std::string>;
 };
 
+/// VOL-01: A step down lowers the level above 0, a step up raises it below 15
+/// VOL-06: A device setting of -1 sets the wave output, 0 and up that auxiliary device
 TEST_F(Volume, GoesOneStepUpOrDown) {
     setUp(-1, 7);
     SetVolume(player, 0);
@@ -35,6 +37,8 @@ TEST_F(Volume, GoesOneStepUpOrDown) {
                                              "sound.waveOutSetVolume 66666666"}));
 }
 
+/// VOL-02: At either end the level stays, and device and indicator are set all the same
+/// VOL-03: From 14 up is 15 with the word FFFFFFFF, and stays there
 TEST_F(Volume, StaysAtItsEndsButStillSetsTheDevice) {
     setUp(-1, 0);
     SetVolume(player, 1);
@@ -47,6 +51,7 @@ TEST_F(Volume, StaysAtItsEndsButStillSetsTheDevice) {
                                              "sound.waveOutSetVolume ffffffff"}));
 }
 
+/// VOL-06
 TEST_F(Volume, SetsTheChosenAuxiliaryDevice) {
     setUp(1, 3);
     SetVolume(player, 0);
@@ -54,6 +59,8 @@ TEST_F(Volume, SetsTheChosenAuxiliaryDevice) {
     EXPECT_EQ(readVolume(player), 0x44444444U);
 }
 
+/// VOL-04: The indicator stands at the level's angle of its table, with 3.14 as the circle's number
+/// VOL-05: A level's word is level × 11111111, hexadecimal: both channels
 TEST_F(Volume, PlacesTheIndicatorAtEachLevelsAngle) {
     // The angle used and the signs of its two terms, level 0 to 15.
     const int rows[16][3] = {{45, -1, 1},  {27, -1, 1},  {9, -1, 1},  {9, -1, -1}, {27, -1, -1}, {45, -1, -1},
@@ -71,6 +78,9 @@ TEST_F(Volume, PlacesTheIndicatorAtEachLevelsAngle) {
     }
 }
 
+/// VOL-08: It is the number of the fifteen thresholds that the word reaches, as a number without sign
+/// VOL-09: 80008000 is level 8, 7FFF7FFF level 7
+/// VOL-10: Of unequal channels the right one decides
 TEST_F(Volume, ALevelIsTheNumberOfThresholdsReached) {
     const std::uint32_t thresholds[15] = {0x08880889, 0x1999199A, 0x2AAA2AAB, 0x3BBB3BBC, 0x4CCC4CCD,
                                           0x5DDD5DDE, 0x6EEE6EEF, 0x7FFF8000, 0x91119112, 0xA222A223,
@@ -85,6 +95,7 @@ TEST_F(Volume, ALevelIsTheNumberOfThresholdsReached) {
     EXPECT_EQ(volumeLevel(0x0000FFFF), 0);
 }
 
+/// VOL-12: The automatic choice takes the last device of the product, or the first device
 TEST_F(Volume, TheAutomaticChoiceTakesTheLastDeviceOfTheProductOrTheFirst) {
     machine.sound.aux = {{AuxCaps{8, 1, "a"}, 0}, {AuxCaps{1, 8, "b"}, 0}, {AuxCaps{1, 8, "c"}, 0}, {std::nullopt, 0}};
     player.gAuxType = -2;
@@ -99,6 +110,8 @@ TEST_F(Volume, TheAutomaticChoiceTakesTheLastDeviceOfTheProductOrTheFirst) {
     EXPECT_EQ(player.gAuxType, -1) << "only -2 asks for a choice";
 }
 
+/// VOL-23: At the end it is put back on the output where it was found; another one is left alone, and a device chosen
+///     meanwhile too
 TEST_F(Volume, IsPutBackOnTheOutputWhereItWasFound) {
     machine.sound.wave = 0xAAAA5555;
     player.gAuxType = -1;
@@ -115,6 +128,7 @@ TEST_F(Volume, IsPutBackOnTheOutputWhereItWasFound) {
     EXPECT_EQ(machine.calls("sound"), Calls{}) << "once";
 }
 
+/// VOL-23
 TEST_F(Volume, IsNotPutBackWhereItsOutputIsGone) {
     player.gAuxType = -1;
     setUpPanel();
@@ -125,6 +139,7 @@ TEST_F(Volume, IsNotPutBackWhereItsOutputIsGone) {
     EXPECT_EQ(machine.sound.wave, 0x44444444U);
 }
 
+/// VOL-23
 TEST_F(Volume, IsPutBackOnTheDeviceThatWasChosenThen) {
     machine.sound.aux = {{AuxCaps{1, 2, "Line"}, 0x12345678}, {AuxCaps{1, 8, "CD"}, 0}};
     player.gAuxType = 0;
@@ -135,6 +150,7 @@ TEST_F(Volume, IsPutBackOnTheDeviceThatWasChosenThen) {
     EXPECT_EQ(machine.sound.aux[0].volume, 0x12345678U);
 }
 
+/// VOL-24: The knob follows what other programs do to the wave output, and which one is in use; nothing is set by that
 TEST_F(Volume, TheKnobFollowsWhatOtherProgramsDo) {
     setUp(-1, 15);
     const float before = panel().shpVolume.Left;
@@ -150,6 +166,7 @@ TEST_F(Volume, TheKnobFollowsWhatOtherProgramsDo) {
     EXPECT_EQ(player.gVolume, 15) << "the output that is in use now";
 }
 
+/// VOL-24
 TEST_F(Volume, TheKnobOfAnAuxiliaryDeviceStaysWhereItIs) {
     setUp(0, 7);
     machine.sound.setByAnother(0x33333333);
@@ -157,6 +174,7 @@ TEST_F(Volume, TheKnobOfAnAuxiliaryDeviceStaysWhereItIs) {
     EXPECT_EQ(player.gVolume, 7);
 }
 
+/// VOL-24
 TEST_F(Volume, NothingFollowsWhenThePanelIsGone) {
     setUp(-1, 7);
     player.forms.unload(FormId::MainPanel);
@@ -173,6 +191,12 @@ struct Pointer {
     std::optional<std::int16_t> level;
 };
 
+/// VOL-13: The level follows from the pointer's direction as seen from the knob's middle
+/// VOL-15: Left below: 1.2, 0.73 and 0.32 part levels 0, 1 and 2
+/// VOL-16: Left above: 0.32, 0.73, 1.38 and 3.08 part levels 3 to 7
+/// VOL-17: Right above: 3.08, 1.38, 0.73 and 0.32 part levels 8 to 12
+/// VOL-18: Right below: 0.32, 0.73 and 1.2 part levels 13, 14 and 15
+/// VOL-14
 TEST_F(Volume, TheKnobChoosesTheLevelByThePointersDirection) {
     setUp(-1, 5);
     const std::optional<std::int16_t> none;
@@ -189,6 +213,7 @@ TEST_F(Volume, TheKnobChoosesTheLevelByThePointersDirection) {
     }
 }
 
+/// VOL-19: On a border the first row of the table counts
 TEST_F(Volume, OnABorderTheFirstRowWins) {
     setUp(-1, 5);
     const std::vector<Pointer> rows = {{-100, 73, 0},   {-100, 32, 1},   {-100, -32, 3}, {-100, -73, 4},
@@ -199,6 +224,7 @@ TEST_F(Volume, OnABorderTheFirstRowWins) {
     }
 }
 
+/// VOL-20: On an axis the neighbour nearer the present level counts
 TEST_F(Volume, OnTheAxesTheNearerNeighbourWins) {
     setUp(-1, 0);
     EXPECT_EQ(knobLevel(player, 450, 300), 7);

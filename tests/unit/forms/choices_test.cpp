@@ -19,6 +19,7 @@ protected:
     OptionButton other{&form, "optOther"};
 };
 
+/// COM-16: Choosing one option clears the others of its group
 TEST_F(Choices, SettingOneClearsTheOthersOfItsContainer) {
     for (OptionButton& each : zoom) each.Container = &left;
     other.Container = &right;

@@ -32,6 +32,7 @@ TEST_F(Lists, ItemsAreAddedAndRemoved) {
     EXPECT_EQ(list.item(1), "c");
 }
 
+/// COM-14: A new set of items has no current one; a removed item takes its selection with it
 TEST_F(Lists, NewItemsHaveNoCurrentOneAndNoSelection) {
     list.MultiSelect = true;
     list.setItems({"a", "b"});
@@ -73,6 +74,7 @@ TEST_F(Lists, AFileBoxSelectsMany) {
     EXPECT_EQ(files.selectedIndices(), Indices{});
 }
 
+/// COM-14
 TEST_F(Lists, ASelectionGoesWithItsItem) {
     files.setItems({"a", "b", "c"});
     files.select(2, true);
@@ -82,6 +84,7 @@ TEST_F(Lists, ASelectionGoesWithItsItem) {
     EXPECT_FALSE(files.isSelected(-1));
 }
 
+/// COM-15: Choosing in a combo sets its text and clicks; typing changes and does not click
 TEST_F(Lists, ChoosingInAComboSetsItsTextThenClicks) {
     combo.setItems({"one", "two"});
     Texts seen;
@@ -92,6 +95,7 @@ TEST_F(Lists, ChoosingInAComboSetsItsTextThenClicks) {
     EXPECT_EQ(seen, (Texts{"change two", "click two"}));
 }
 
+/// COM-15
 TEST_F(Lists, TypingInAComboChangesButDoesNotClick) {
     combo.Editable = true;
     combo.setItems({"one"});
@@ -130,6 +134,7 @@ TEST_F(Lists, DriveAndFolderBoxesChangeWithTheirPlace) {
     EXPECT_EQ(folderChanges, 1);
 }
 
+/// COM-17: A menu's dash is a separator
 TEST_F(Lists, ADashIsASeparatorOfAMenu) {
     MenuItem item(&form, "mnuSample");
     EXPECT_FALSE(item.isSeparator());

@@ -31,6 +31,7 @@ public:
 
 using PropertyIds = std::vector<PropertyId>;
 
+/// COM-13: Setting a property tells of a change, and nothing when it stays the same
 TEST(Property, TellsObserversOfAChange) {
     SampleForm form;
     Told told;
@@ -40,6 +41,7 @@ TEST(Property, TellsObserversOfAChange) {
     EXPECT_EQ(told.last, &form.lblText);
 }
 
+/// COM-13
 TEST(Property, IsSilentWhenTheValueStaysTheSame) {
     SampleForm form;
     form.lblText.Caption = "same";

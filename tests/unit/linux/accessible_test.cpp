@@ -66,6 +66,8 @@ protected:
     }
 };
 
+/// ACC-01: Each control with a name stands below the window, where the mouse finds it; one that is hidden says so and
+///     keeps its place
 TEST_P(AccessibleAt, TheControlsWithANameStandBelowTheWindow) {
     EXPECT_EQ(root().role(), QAccessible::Window);
     EXPECT_EQ(root().text(QAccessible::Name), "Tried");
@@ -82,6 +84,7 @@ TEST_P(AccessibleAt, TheControlsWithANameStandBelowTheWindow) {
 }
 
 /// Assistive programs keep what they have found, and count on its number.
+/// ACC-01
 TEST_P(AccessibleAt, AControlThatGoesAndComesKeepsItsPlace) {
     QAccessibleInterface* const kept = named("Repeat");
     const int number = root().indexOfChild(kept);
@@ -102,6 +105,7 @@ TEST_P(AccessibleAt, AControlThatGoesAndComesKeepsItsPlace) {
     EXPECT_EQ(named("FileNo")->text(QAccessible::Value), "002") << "told when it comes again";
 }
 
+/// ACC-01
 TEST_P(AccessibleAt, EachStandsWhereTheMouseFindsIt) {
     EXPECT_EQ(named("Repeat")->rect(), onScreen(10, 10, 40, 20));
     EXPECT_EQ(named("Slider")->rect(), onScreen(10, 60, 150, 10));
@@ -113,6 +117,7 @@ TEST_P(AccessibleAt, EachStandsWhereTheMouseFindsIt) {
     EXPECT_EQ(root().childAt(nowhere.x(), nowhere.y()), nullptr);
 }
 
+/// ACC-02: States and texts follow the controls and are told
 TEST_P(AccessibleAt, StatesFollowTheControl) {
     EXPECT_FALSE(named("Repeat")->state().disabled);
     EXPECT_FALSE(named("Repeat")->state().checked);
@@ -129,6 +134,7 @@ TEST_P(AccessibleAt, StatesFollowTheControl) {
     EXPECT_TRUE(named("FileNo")->state().invisible);
 }
 
+/// ACC-03: A press is the mouse's press, and none while a box is up
 TEST_P(AccessibleAt, APressIsTheMousesPress) {
     act("Repeat", QAccessibleActionInterface::pressAction());
     EXPECT_EQ(seen, (Texts{"down 1", "click", "up"}));
@@ -137,6 +143,7 @@ TEST_P(AccessibleAt, APressIsTheMousesPress) {
     EXPECT_EQ(seen.size(), 3U);
 }
 
+/// ACC-03
 TEST_P(AccessibleAt, NothingIsPressedWhileABoxIsUp) {
     {
         const EventLoop::Hold box(loop);
@@ -157,12 +164,14 @@ TEST_P(AccessibleAt, AWindowThatGoesBeforeItsTurnPressesNothing) {
     EXPECT_EQ(seen, Texts{});
 }
 
+/// ACC-04: The menu is the right button's on the form
 TEST_P(AccessibleAt, TheMenuIsTheRightButtonsOnTheForm) {
     root().actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
     QCoreApplication::processEvents();
     EXPECT_EQ(seen, Texts{"form up 2"});
 }
 
+/// ACC-05: Slider and knob are read and set inside their range
 TEST_P(AccessibleAt, ASliderIsReadAndSetInsideItsRange) {
     QAccessibleValueInterface* const slider = named("Slider")->valueInterface();
     EXPECT_EQ(slider->currentValue(), 12.0);
@@ -175,6 +184,7 @@ TEST_P(AccessibleAt, ASliderIsReadAndSetInsideItsRange) {
     EXPECT_EQ(value, 55);
 }
 
+/// ACC-02
 TEST_P(AccessibleAt, ALabelsTextIsItsCaption) {
     QAccessibleTextInterface* const text = named("FileNo")->textInterface();
     EXPECT_EQ(text->text(0, text->characterCount()), "001");
@@ -183,6 +193,7 @@ TEST_P(AccessibleAt, ALabelsTextIsItsCaption) {
     EXPECT_EQ(named("FileNo")->text(QAccessible::Value), "2");
 }
 
+/// ACC-08: Tab shows a ring, Space presses, arrows move the slider with the ring, and the mouse takes it away
 TEST_P(AccessibleAt, TabShowsARingAndSpacePresses) {
     const QImage plainly = shown();
     key(QEvent::KeyPress, Qt::Key_Space, {}, " ");
@@ -200,6 +211,7 @@ TEST_P(AccessibleAt, TabShowsARingAndSpacePresses) {
     EXPECT_EQ(shown(), plainly);
 }
 
+/// ACC-08
 TEST_P(AccessibleAt, ArrowsMoveTheSliderThatHasTheRing) {
     key(QEvent::KeyPress, Qt::Key_Backtab, Qt::ShiftModifier, "\t");
     key(QEvent::KeyPress, Qt::Key_Right);
@@ -208,6 +220,7 @@ TEST_P(AccessibleAt, ArrowsMoveTheSliderThatHasTheRing) {
     EXPECT_EQ(value, 60);
 }
 
+/// ACC-08
 TEST_P(AccessibleAt, TheMouseAndAHiddenControlTakeTheRingAway) {
     const QImage plainly = shown();
     key(QEvent::KeyPress, Qt::Key_Tab, {}, "\t");
@@ -220,6 +233,7 @@ TEST_P(AccessibleAt, TheMouseAndAHiddenControlTakeTheRingAway) {
     EXPECT_EQ(shown(), plainly);
 }
 
+/// ACC-10: A form that goes leaves nothing behind
 TEST_P(AccessibleAt, AFormThatGoesLeavesNothingBehind) {
     ASSERT_NE(named("Repeat"), nullptr);
     QAccessibleInterface& window = root();

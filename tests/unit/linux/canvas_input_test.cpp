@@ -47,27 +47,33 @@ struct CanvasInput : test::WindowRig {
     }
 };
 
+/// BTN-24
 TEST_F(CanvasInput, AButtonIsClickedBeforeItsMouseUp) {
     click({20, 20});
     EXPECT_EQ(seen, (Texts{"button down 1 0", "button click", "button up 1 0"}));
 }
 
+/// COM-23
 TEST_F(CanvasInput, ReleasedOutsideAButtonIsNotClicked) {
     press({20, 20});
     release({100, 20});
     EXPECT_EQ(seen, (Texts{"button down 1 0", "button up 1 0"}));
 }
 
+/// COM-23: A click is told when the button comes up inside what it was pressed on, by the left button alone, to the
+///     control that is topmost
 TEST_F(CanvasInput, OtherControlsAreClickedAfterTheirMouseUp) {
     click({20, 65});
     EXPECT_EQ(seen, (Texts{"slide down 1 0", "slide up 1 0", "slide click"}));
 }
 
+/// COM-23
 TEST_F(CanvasInput, TheRightButtonClicksNothing) {
     click({20, 20}, Qt::RightButton);
     EXPECT_EQ(seen, (Texts{"button down 2 0", "button up 2 0"}));
 }
 
+/// BTN-49: A disabled button takes no click
 TEST_F(CanvasInput, ADisabledButtonTakesNoClickAndLeavesTheRightButtonToTheForm) {
     button.Enabled = false;
     click({20, 20});
@@ -76,6 +82,7 @@ TEST_F(CanvasInput, ADisabledButtonTakesNoClickAndLeavesTheRightButtonToTheForm)
     EXPECT_EQ(seen, (Texts{"form down 2 0", "form up 2 0"}));
 }
 
+/// COM-23
 TEST_F(CanvasInput, AButtonDisabledWhileHeldIsNotClicked) {
     press({20, 20});
     button.Enabled = false;
@@ -83,6 +90,7 @@ TEST_F(CanvasInput, AButtonDisabledWhileHeldIsNotClicked) {
     EXPECT_EQ(seen, (Texts{"button down 1 0", "button up 1 0"}));
 }
 
+/// SLIDER-14: The slider takes the mouse over its whole record
 TEST_F(CanvasInput, ABoxTakesTheMouseOverItsWholeHitWidthAndKeepsItUntilTheRelease) {
     press({100, 65});
     moveTo({170, 5});
@@ -95,6 +103,7 @@ TEST_F(CanvasInput, ABoxTakesTheMouseOverItsWholeHitWidthAndKeepsItUntilTheRelea
     EXPECT_EQ(seen.front(), "form down 1 0");
 }
 
+/// COM-23
 TEST_F(CanvasInput, TheTopmostVisibleControlIsHit) {
     Label over(&form, "lblOver");
     place(over, 0, 0, 200, 100);
@@ -108,6 +117,7 @@ TEST_F(CanvasInput, TheTopmostVisibleControlIsHit) {
     EXPECT_EQ(seen, Texts{"button down 1 0"});
 }
 
+/// COM-23
 TEST_F(CanvasInput, ADoubleClickIsToldToAllButButtons) {
     click({20, 65});
     mouse(QEvent::MouseButtonDblClick, {20, 65}, Qt::LeftButton);
@@ -121,6 +131,9 @@ TEST_F(CanvasInput, ADoubleClickIsToldToAllButButtons) {
     EXPECT_EQ(std::count(seen.begin(), seen.end(), "button click"), 2) << "each press of a quick pair counts";
 }
 
+/// BTN-45: A window that was dragged was not clicked
+/// COM-22: A window moves once the pointer has moved by the system's drag distance, and what was pressed is not clicked
+///     then
 TEST_F(CanvasInput, ADraggedWindowIsMovedAndNotClicked) {
     form.MouseDown.tie([this](const MouseArgs&) { windows.beginDrag(form); });
     const QPoint before = widget().pos();
@@ -160,6 +173,8 @@ TEST_F(CanvasInput, AnotherButtonInTheMiddleOfADragLeavesTheGrabbedPointWhereItI
     release({150, 50});
 }
 
+/// BTN-39: A held button is let go when the pointer is taken away, also by the window manager, and when its release was
+///     not told
 TEST_F(CanvasInput, AHeldButtonIsLetGoWhenThePanelIsMinimised) {
     press({20, 20});
     settle();
@@ -169,6 +184,7 @@ TEST_F(CanvasInput, AHeldButtonIsLetGoWhenThePanelIsMinimised) {
     EXPECT_EQ(seen, Texts{"button up 1 0"}) << "a hold must not go on for ever";
 }
 
+/// BTN-39
 TEST_F(CanvasInput, AHeldButtonIsLetGoWhenTheWindowManagerMinimises) {
     press({20, 65}, Qt::RightButton);
     settle();
@@ -179,6 +195,7 @@ TEST_F(CanvasInput, AHeldButtonIsLetGoWhenTheWindowManagerMinimises) {
 }
 
 /// The button came up over another program, which had the pointer by then.
+/// BTN-39
 TEST_F(CanvasInput, AMoveWithoutAButtonEndsWhatIsHeld) {
     press({20, 65});
     moveTo({30, 65});
@@ -195,6 +212,7 @@ TEST_F(CanvasInput, AMoveWithoutAButtonEndsWhatIsHeld) {
     EXPECT_EQ(std::count(seen.begin(), seen.end(), "slide up 1 0"), 0);
 }
 
+/// BTN-39
 TEST_F(CanvasInput, AHeldButtonIsLetGoWhenABoxTakesThePointer) {
     press({20, 20});
     settle();
@@ -205,29 +223,34 @@ TEST_F(CanvasInput, AHeldButtonIsLetGoWhenABoxTakesThePointer) {
     EXPECT_EQ(seen, Texts{"button up 1 0"});
 }
 
+/// KEY-18: Typed characters reach the form as code points
 TEST_F(CanvasInput, KeysReachTheFormAsCodesAndCharacters) {
     key(QEvent::KeyPress, Qt::Key_Z, {}, "z");
     key(QEvent::KeyRelease, Qt::Key_Z, {}, "z");
     EXPECT_EQ(seen, (Texts{"down 90 0", "press 122 0", "up 90 0"}));
 }
 
+/// COM-24
 TEST_F(CanvasInput, AltComesAndGoes) {
     key(QEvent::KeyPress, Qt::Key_Alt);
     key(QEvent::KeyRelease, Qt::Key_Alt, Qt::AltModifier);
     EXPECT_EQ(seen, (Texts{"down 18 4", "up 18 0"}));
 }
 
+/// COM-24
 TEST_F(CanvasInput, TabIsAKeyLikeAnyOther) {
     key(QEvent::KeyPress, Qt::Key_Tab, {}, "\t");
     EXPECT_EQ(seen, (Texts{"down 9 0", "press 9 0"}));
 }
 
+/// COM-24: A key that repeats goes up once, Alt comes and goes, and Tab is a key like any other
 TEST_F(CanvasInput, ARepeatedKeyGoesUpOnce) {
     QKeyEvent up(QEvent::KeyRelease, Qt::Key_Z, {}, "z", true);
     QCoreApplication::sendEvent(&widget(), &up);
     EXPECT_EQ(seen, Texts{});
 }
 
+/// KEY-25
 TEST_F(CanvasInput, AClosedWindowIsLeftToTheForm) {
     int asked = 0;
     form.CloseRequest.tie([&](bool altHeld) { asked += altHeld ? 100 : 1; });
@@ -261,6 +284,7 @@ TEST_F(CanvasDrops, AFormThatTakesNoneRefusesThem) {
     EXPECT_EQ(seen, Texts{"refused"});
 }
 
+/// DROP-01
 TEST_F(CanvasDrops, AnywhereOnTheFormMeansTheControlThatTakesFiles) {
     takeOn(button, "button");
     drop({150, 50}, files);
@@ -277,6 +301,7 @@ TEST_F(CanvasDrops, AControlsOwnDropGoesFirst) {
     EXPECT_EQ(seen.front(), "slide");
 }
 
+/// DROP-16: Drops wait while a box is up
 TEST_F(CanvasDrops, DropsWaitWhileTheLoopIsHeld) {
     takeOn(button, "button");
     {
@@ -289,6 +314,7 @@ TEST_F(CanvasDrops, DropsWaitWhileTheLoopIsHeld) {
     EXPECT_EQ(seen.size(), 3U);
 }
 
+/// CMD-16
 TEST_F(CanvasDrops, FilesOfAnotherStartGoToTheFormThatTakesThem) {
     takeOn(button, "button");
     windows.dropFiles({true, {"/x.mp3"}});
@@ -296,6 +322,7 @@ TEST_F(CanvasDrops, FilesOfAnotherStartGoToTheFormThatTakesThem) {
     EXPECT_EQ(seen, (Texts{"button", "/x.mp3"}));
 }
 
+/// CMD-17: They wait while the editor or the settings are open
 TEST_F(CanvasDrops, FilesOfAnotherStartWaitWhileADialogKeepsTheFormDisabled) {
     takeOn(button, "button");
     Form dialog("frmOver", FormStyle::Media);

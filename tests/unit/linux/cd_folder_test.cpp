@@ -45,6 +45,9 @@ protected:
     QtFiles files_;
 };
 
+/// MEDIA-15: A disc shows as a folder of its audio tracks, and an entry leads back to its disc
+/// MEDIA-43: CORVANE_CDROM names the drive, or an image that stands for one; an entry without another disc is looked
+///     for there
 TEST_F(CdFolder, ADiscShowsAsAFolderOfItsAudioTracks) {
     const std::vector<Drive> drives = discDrives();
     ASSERT_FALSE(drives.empty());
@@ -64,6 +67,8 @@ TEST_F(CdFolder, ADiscShowsAsAFolderOfItsAudioTracks) {
     EXPECT_FALSE(files_.readable(folder + "x"));
 }
 
+/// MEDIA-44: Tracks of a disc are no files: they are answered from the disc that is there now, keep their paths between
+///     sessions, go with the disc, and nothing is written or read elsewhere for them
 TEST_F(CdFolder, NothingIsWrittenAnywhere) {
     const std::string folder = discDrives().front().path;
     EXPECT_EQ(files_.list(folder, "*"), (Names{"Track01.cda", "Track03.cda"}));
@@ -74,6 +79,7 @@ TEST_F(CdFolder, NothingIsWrittenAnywhere) {
     EXPECT_EQ(files_.read(folder + "/Track01.cda", 1000), std::nullopt);
 }
 
+/// MEDIA-15, MEDIA-43
 TEST_F(CdFolder, AnEntryLeadsBackToItsDisc) {
     const std::string folder = discFolder(cue_);
     EXPECT_EQ(discPlace(folder + "/Track01.cda"), cue_);
@@ -85,6 +91,7 @@ TEST_F(CdFolder, AnEntryLeadsBackToItsDisc) {
     EXPECT_EQ(discPlace(""), "/elsewhere/other");
 }
 
+/// MEDIA-43
 TEST_F(CdFolder, OpensAsSoundFromAnEntry) {
     const OpenedSound opened = openCdSound(discFolder(cue_) + "/Track03.cda");
     ASSERT_TRUE(opened.sound) << opened.reason;
@@ -94,6 +101,7 @@ TEST_F(CdFolder, OpensAsSoundFromAnEntry) {
     EXPECT_NE(openCdSound("/somewhere/Track01.cda").reason, "");
 }
 
+/// MEDIA-44
 TEST_F(CdFolder, AnotherDiscInTheDriveReplacesTheTracks) {
     const std::string folder = discFolder(cue_);
     test::writeImage(images_.path(), "Vol. 2 (live)", {{440, 75}});
@@ -101,6 +109,7 @@ TEST_F(CdFolder, AnotherDiscInTheDriveReplacesTheTracks) {
     EXPECT_EQ(files_.lookUp(folder + "/Track03.cda"), std::nullopt);
 }
 
+/// MEDIA-44
 TEST_F(CdFolder, TracksOfADiscThatIsGoneAreGone) {
     const std::string folder = discFolder(cue_);
     ASSERT_TRUE(files_.lookUp(folder + "/Track01.cda"));
@@ -114,6 +123,7 @@ TEST_F(CdFolder, TracksOfADiscThatIsGoneAreGone) {
     EXPECT_TRUE(files_.readable(folder)) << "a drive without a disc";
 }
 
+/// MEDIA-15
 TEST_F(CdFolder, WhatIsNoDriveAndNoImageHasNoTracks) {
     for (const char* const place : {"/dev/zero", "/dev/tty", "/proc/kcore", "/etc/passwd", "/", "/nowhere"}) {
         const Environment other("CORVANE_CDROM", place);
@@ -125,6 +135,7 @@ TEST_F(CdFolder, WhatIsNoDriveAndNoImageHasNoTracks) {
 }
 
 /// Lists of earlier versions name folders in places where somebody else may have made some since.
+/// MEDIA-44
 TEST_F(CdFolder, TracksUnderTheirEarlierPathsAreFoundAndNoFileIsAskedFor) {
     const std::string name = fs::path(discFolder(cue_)).filename();
     for (const fs::path& root :

@@ -68,6 +68,8 @@ protected:
     test::TemporaryFolder folder;
 };
 
+/// MEDIA-63: An image may hold sound files of any kind that is played, at any rate, and raw files with the high byte
+///     first
 TEST_F(CdImage, SoundFilesAreTheTracksOfADisc) {
     folder.write("one.wav", wave(440, 2));
     folder.write("two.wav", wave(880, 3, 44100, 1));
@@ -86,6 +88,7 @@ TEST_F(CdImage, SoundFilesAreTheTracksOfADisc) {
     EXPECT_EQ(read(*disc, 60).size(), std::size_t{2} * kCdSampleRate * 2) << "it ends exactly";
 }
 
+/// MEDIA-63
 TEST_F(CdImage, ASeekIntoASoundFileLandsOnItsFrame) {
     folder.write("one.wav", wave(440, 3));
     const auto disc = sound("FILE one.wav WAVE\n" + kWhole);
@@ -98,6 +101,7 @@ TEST_F(CdImage, ASeekIntoASoundFileLandsOnItsFrame) {
     }
 }
 
+/// MEDIA-63
 TEST_F(CdImage, ARawFileMayHoldTheHighByteFirst) {
     std::string swapped = wave(440, 2).substr(44);
     for (std::size_t i = 0; i + 1 < swapped.size(); i += 2) std::swap(swapped[i], swapped[i + 1]);
@@ -111,6 +115,7 @@ TEST_F(CdImage, ARawFileMayHoldTheHighByteFirst) {
 
 class CdImageOf : public CdImage, public testing::WithParamInterface<const char*> {};
 
+/// MEDIA-63
 TEST_P(CdImageOf, WhatSoundFilesAreDecodedByIsReadAtADiscsRate) {
     fs::copy_file(test::soundData(GetParam()), folder.in(GetParam()));
     const auto disc = sound(std::string("FILE \"") + GetParam() + "\" WAVE\n" + kWhole);
@@ -138,6 +143,7 @@ TEST_P(CdImageOf, WhatSoundFilesAreDecodedByIsReadAtADiscsRate) {
 INSTANTIATE_TEST_SUITE_P(Files, CdImageOf,
                          testing::Values("pcm.wav", "tone.flac", "tone.aiff", "vbr_headed.mp3", "cbr_bare.mp3"));
 
+/// MEDIA-63
 TEST_F(CdImage, TheSheetBesideARawFileIsTaken) {
     test::writeImage(folder.path(), "tones", {{440, 75}, {880, 75}});
     EXPECT_TRUE(openDisc(folder.in("tones.bin")).disc);
@@ -147,6 +153,7 @@ TEST_F(CdImage, TheSheetBesideARawFileIsTaken) {
     EXPECT_NE(openDisc(folder.in("tones.bin")).reason, "");
 }
 
+/// MEDIA-21
 TEST_F(CdImage, OtherImagesAreRefusedWithThatReason) {
     for (const char* const name : {"disc.nrg", "disc.toc", "disc.iso", "disc.ccd", "disc"}) {
         folder.write(name, "CD_DA\nNER5");
@@ -156,6 +163,7 @@ TEST_F(CdImage, OtherImagesAreRefusedWithThatReason) {
     }
 }
 
+/// MEDIA-21, MEDIA-61
 TEST_F(CdImage, WhatAFileOfTheSheetIsNotIsTold) {
     folder.write("empty.bin", "");
     folder.write("text.wav", "no sound");
@@ -186,6 +194,7 @@ TEST_F(CdImage, WhatAFileOfTheSheetIsNotIsTold) {
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
 }
 
+/// MEDIA-21
 TEST_F(CdImage, ASheetThatIsNoFileHoldsNobodyUp) {
     ASSERT_EQ(mkfifo(folder.in("pipe.cue").c_str(), 0600), 0);
     fs::create_directory(folder.in("folder.cue"));
@@ -202,6 +211,7 @@ TEST_F(CdImage, ASheetThatIsNoFileHoldsNobodyUp) {
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(2));
 }
 
+/// MEDIA-63
 TEST_F(CdImage, AWaveFileThatLiesAboutItsLengthPlaysWhatItHolds) {
     for (const std::uint32_t told : {0xFFFFFFFFU, 0x7FFFFFFFU, 10'000'000U}) {
         folder.write("one.wav", wave(440, 2, 44100, 2, told));
@@ -212,12 +222,14 @@ TEST_F(CdImage, AWaveFileThatLiesAboutItsLengthPlaysWhatItHolds) {
     }
 }
 
+/// MEDIA-21
 TEST_F(CdImage, AGiantOfHolesIsNoDisc) {
     std::ofstream(folder.in("disc.bin")).close();
     fs::resize_file(folder.in("disc.bin"), std::uintmax_t{20} << 30);
     EXPECT_NE(open("FILE disc.bin BINARY\n" + kWhole).reason, "");
 }
 
+/// MEDIA-47
 TEST_F(CdImage, AFileThatGoesWhileItPlaysIsSilentAndEnds) {
     folder.write("one.bin", wave(440, 2).substr(44));
     folder.write("two.bin", wave(880, 30).substr(44));

@@ -87,12 +87,14 @@ protected:
     std::string failed_;
 };
 
+/// MEDIA-46
 TEST_F(CdPlaying, TheLengthsAreThereAfterOpening) {
     EXPECT_EQ(endOf(1), 1 | 1 << 16 | 45 << 24);
     EXPECT_EQ(endOf(2), 2 | 1 << 16 | 15 << 24);
     EXPECT_EQ(endOf(3), 3 | 2 << 16);
 }
 
+/// OPEN-34
 TEST_F(CdPlaying, ATrackIsHeardWholeAndStopsAtItsEnd) {
     play(2, 2);
     ASSERT_TRUE(waitDone(1)) << failed_;
@@ -104,6 +106,8 @@ TEST_F(CdPlaying, ATrackIsHeardWholeAndStopsAtItsEnd) {
     EXPECT_EQ(done_.size(), 1U);
 }
 
+/// MEDIA-46: Tracks played one after the other come in their order, from within a track the rest of it, with their
+///     lengths there after opening
 TEST_F(CdPlaying, TracksPlayedOneAfterAnotherComeInTheirOrder) {
     for (const int track : {3, 1, 2}) {
         const std::size_t before = done_.size();
@@ -120,6 +124,7 @@ TEST_F(CdPlaying, TracksPlayedOneAfterAnotherComeInTheirOrder) {
     EXPECT_NEAR(tones[2].seconds, 1.2, kLengthError);
 }
 
+/// MEDIA-46
 TEST_F(CdPlaying, AStartWithinATrackPlaysTheRestOfIt) {
     play(3, 3 | 1 << 16 | 15 << 24);  // second 1, frame 15: 0.8 s are left
     EXPECT_EQ(control_->Position() & 0xFFFFFF, 3 | 1 << 16);
@@ -130,6 +135,7 @@ TEST_F(CdPlaying, AStartWithinATrackPlaysTheRestOfIt) {
     EXPECT_NEAR(tones[0].seconds, 0.8, kLengthError);
 }
 
+/// OPEN-47
 TEST_F(CdPlaying, PausedItHoldsAndGoesOnToTheTracksEnd) {
     play(1, 1);
     ASSERT_TRUE(MovieRig::until([&] { return (control_->Position() >> 24) > 30; }));

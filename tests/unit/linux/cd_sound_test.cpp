@@ -47,6 +47,8 @@ protected:
 
 INSTANTIATE_TEST_SUITE_P(Readings, CdSoundOf, testing::Values(Reading::Image, Reading::Drive));
 
+/// MEDIA-45: Each track sounds as it is on the disc, from its first frame to the one before the next track, and the
+///     disc ends exactly
 TEST_P(CdSoundOf, TracksComeInOrderWithTheirLengths) {
     EXPECT_EQ(sound_->trackLength(1), 3 << 8);
     EXPECT_EQ(sound_->trackLength(2), 2 << 8 | 37 << 16);
@@ -55,6 +57,7 @@ TEST_P(CdSoundOf, TracksComeInOrderWithTheirLengths) {
     EXPECT_EQ(sound_->frames(), (kSectors1 + kSectors2 + kSectors3) * kCdFramesPerSector);
 }
 
+/// MEDIA-45
 TEST_P(CdSoundOf, EachTrackSoundsItsTone) {
     const double tones[] = {440, 659.26, 880};
     for (int track = 1; track <= 3; ++track) {
@@ -63,6 +66,7 @@ TEST_P(CdSoundOf, EachTrackSoundsItsTone) {
     }
 }
 
+/// MEDIA-45
 TEST_P(CdSoundOf, TheTracksEndIsTheFrameBeforeTheNextTone) {
     const std::int64_t end = sound_->fromTmsf(sound_->trackLength(1) * 256 + 1);
     EXPECT_EQ(end, kSectors1 * kCdFramesPerSector);
@@ -71,6 +75,7 @@ TEST_P(CdSoundOf, TheTracksEndIsTheFrameBeforeTheNextTone) {
     EXPECT_NEAR(toneOf(readFrames(*sound_, 4410)), 659.26, 2);
 }
 
+/// MEDIA-45
 TEST_P(CdSoundOf, ASeekWithinATrackLandsOnItsFrame) {
     const std::int32_t target = 3 | 1 << 16 | 10 << 24;  // track 3, second 1, frame 10
     const std::int64_t frame = sound_->fromTmsf(target);
@@ -85,6 +90,7 @@ TEST_P(CdSoundOf, ASeekWithinATrackLandsOnItsFrame) {
     }
 }
 
+/// MEDIA-45
 TEST_P(CdSoundOf, TheDiscEndsExactly) {
     sound_->seek(sound_->frames() - 1000);
     EXPECT_EQ(readFrames(*sound_, 5000).size(), 2000U);
@@ -94,6 +100,7 @@ TEST_P(CdSoundOf, TheDiscEndsExactly) {
     EXPECT_EQ(readFrames(*sound_, 10).size(), 20U);
 }
 
+/// MEDIA-45
 TEST_P(CdSoundOf, AReaderThatIsStoppedComesBackShort) {
     sound_->stopping = true;
     EXPECT_EQ(readFrames(*sound_, 44100).size(), 0U);
@@ -101,6 +108,7 @@ TEST_P(CdSoundOf, AReaderThatIsStoppedComesBackShort) {
     EXPECT_EQ(readFrames(*sound_, 44100).size(), 88200U);
 }
 
+/// MEDIA-20: A data track is silent and keeps its place
 TEST(CdSound, ADataTrackIsSilentAndKeepsItsPlace) {
     const test::ScratchFolder folder;
     OpenedDisc opened = openDisc(test::writeImage(folder.path(), "mixed", {{0, 100}, {523.25, 150}}));
@@ -111,6 +119,7 @@ TEST(CdSound, ADataTrackIsSilentAndKeepsItsPlace) {
     EXPECT_NEAR(toneOf(readFrames(sound, kCdSampleRate)), 523.25, 1);
 }
 
+/// MEDIA-47: An image that was cut short plays what it holds, and a damaged sheet never ends the program
 TEST(CdSound, AnImageCutShortPlaysWhatItHolds) {
     const test::ScratchFolder folder;
     const std::string cue = test::writeImage(folder.path(), "short", kThreeTones);
@@ -122,6 +131,7 @@ TEST(CdSound, AnImageCutShortPlaysWhatItHolds) {
     EXPECT_NEAR(toneOf(readFrames(sound, kCdSampleRate)), 880, 1);
 }
 
+/// MEDIA-21: What is no disc is refused with a reason, and so is every image without a sheet
 TEST(CdSound, WhatIsNoDiscIsRefusedWithAReason) {
     const test::ScratchFolder folder;
     EXPECT_FALSE(openDisc((folder.path() / "none.cue").string()).disc);
@@ -137,6 +147,7 @@ TEST(CdSound, WhatIsNoDiscIsRefusedWithAReason) {
     EXPECT_FALSE(openDisc(dataOnly).disc);
 }
 
+/// MEDIA-47
 TEST(CdSound, DamagedCueSheetsNeverEndTheProgram) {
     const test::ScratchFolder folder;
     const std::string cue = test::writeImage(folder.path(), "tones", {{440, 75}, {880, 75}});
@@ -182,6 +193,7 @@ private:
 
 constexpr std::int64_t kTenSeconds = std::int64_t{10} * kCdSectorsPerSecond;
 
+/// MEDIA-51: Unreadable sectors are silent; behind ten seconds of them the disc ends, until it is sought
 TEST(CdSound, AScratchOfTenSecondsIsSilentAndPlaysOn) {
     const std::int64_t sectors = kTenSeconds + 300;
     CdSound sound(std::make_unique<ScratchedDisc>(sectors, 100, 100 + kTenSeconds));
@@ -196,6 +208,7 @@ TEST(CdSound, AScratchOfTenSecondsIsSilentAndPlaysOn) {
     EXPECT_FLOAT_EQ(ofSector(100 + kTenSeconds), 0.25F);
 }
 
+/// MEDIA-51
 TEST(CdSound, ADiscThatWasTakenOutEndsBehindTenSecondsWithoutASound) {
     const std::int64_t sectors = 3 * kTenSeconds;
     CdSound sound(std::make_unique<ScratchedDisc>(sectors, 200, sectors));

@@ -34,6 +34,7 @@ struct DesktopDialogs : ::testing::Test {
     }
 };
 
+/// COM-04: A box shows its text and answers with its button
 TEST_F(DesktopDialogs, ABoxShowsItsTextAndAnswersItsButton) {
     QString text;
     QString title;
@@ -53,6 +54,7 @@ TEST_F(DesktopDialogs, ABoxShowsItsTextAndAnswersItsButton) {
     EXPECT_EQ(buttons, 3);
 }
 
+/// COM-03: A box that is closed answers its refusal
 TEST_F(DesktopDialogs, AClosedBoxAnswersItsRefusal) {
     for (const auto& [buttons, answer] : {std::pair{Buttons::Ok, Answer::Ok},
                                           {Buttons::OkCancel, Answer::Cancel},
@@ -115,6 +117,7 @@ struct PopUpMenu : DesktopDialogs {
     static QMenu* menu() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
 };
 
+/// MENU-01
 TEST_F(PopUpMenu, ShowsTheTreeAndReturnsAtOnce) {
     play.Enabled = false;
     dialogs.popUp(top);
@@ -175,6 +178,7 @@ TEST_F(PopUpMenu, EachEntryOfALevelHasALetterOfItsOwn) {
     menu()->close();
 }
 
+/// MENU-02
 TEST_F(PopUpMenu, WhatIsOnOrOffIsCheckableAlsoWhileItIsOff) {
     repeat.Checkable = true;
     for (const bool on : {false, true}) {
@@ -193,6 +197,7 @@ TEST_F(PopUpMenu, WhatIsOnOrOffIsCheckableAlsoWhileItIsOff) {
     }
 }
 
+/// MENU-04
 TEST_F(PopUpMenu, LeavesOutWhatIsNotVisible) {
     play.Visible = false;
     dialogs.popUp(top);

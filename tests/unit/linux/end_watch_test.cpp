@@ -12,6 +12,7 @@ constexpr double kRate = 1000;  // a frame is a millisecond
 constexpr double kEarly = 20;
 const EndWatch::Time kBegin{};
 
+/// FAULT-02: A sound ends by the clock when the server's report of what is left stands still, and not sooner
 TEST(EndOfASound, ComesWhenTheSinkHasSoLittleLeft) {
     EndWatch end;
     EXPECT_FALSE(end.heard(80, kEarly, kRate, kBegin));
@@ -19,6 +20,7 @@ TEST(EndOfASound, ComesWhenTheSinkHasSoLittleLeft) {
     EXPECT_TRUE(end.heard(20, kEarly, kRate, kBegin + milliseconds(60)));
 }
 
+/// FAULT-02
 TEST(EndOfASound, ComesByTheClockWhenTheSinksReportStands) {
     EndWatch end;
     EXPECT_FALSE(end.heard(80, kEarly, kRate, kBegin));
@@ -27,6 +29,7 @@ TEST(EndOfASound, ComesByTheClockWhenTheSinksReportStands) {
     EXPECT_TRUE(end.heard(25, kEarly, kRate, due));
 }
 
+/// FAULT-02
 TEST(EndOfASound, WaitsAfreshAfterTheSinkWasHeld) {
     EndWatch end;
     EXPECT_FALSE(end.heard(80, kEarly, kRate, kBegin));

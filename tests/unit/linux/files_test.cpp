@@ -115,6 +115,7 @@ TEST_F(DesktopFiles, AGroupThatCannotBeKeptLeavesNothingToAnotherGroup) {
     EXPECT_EQ(status.st_mode & 07777U, 0606U);
 }
 
+/// MEDIA-35
 TEST_F(DesktopFiles, AFailedReplacementLeavesNothingBeside) {
     folder.write("old.ini", "old");
     rlimit before{};

@@ -82,6 +82,7 @@ extern "C" int rename(const char* from, const char* to) {
 namespace corvane {
 namespace {
 
+/// FAULT-09
 TEST(FlushedSave, TheNewFileIsFlushedThenRenamedAndThenItsFolderIsFlushed) {
     const test::TemporaryFolder folder;
     folder.write("FILE00.INI", "old");
@@ -98,6 +99,7 @@ TEST(FlushedSave, TheNewFileIsFlushedThenRenamedAndThenItsFolderIsFlushed) {
     EXPECT_EQ(folder.bytes("FILE00.INI"), "new");
 }
 
+/// FAULT-09
 TEST(FlushedSave, WhatCannotBeFlushedTakesNoPlace) {
     const test::TemporaryFolder folder;
     folder.write("FILE00.INI", "old");

@@ -61,6 +61,7 @@ struct Help : ::testing::Test {
     QPointer<HelpWindow> window;
 };
 
+/// KEY-24
 TEST_F(Help, ShowsTheFirstPageAndListsTheHeadingsOfAll) {
     EXPECT_EQ(page(), "index.html");
     const auto* const contents = window->findChild<QTreeWidget*>();

@@ -74,6 +74,8 @@ std::string greyJpeg(std::uint32_t width, std::uint32_t height) {
     return bytes + "\xFF\xD9";
 }
 
+/// PIC-28: No file holds the panel, takes all memory or is decoded without an end: layers, holes, jumps, codes, texts,
+///     screens and sides without measure
 TEST(HostileJpeg, OneOfAThousandLayersIsRefusedInTime) {
     const std::string bytes = layered(4000, 3000, 1000);
     ASSERT_LT(bytes.size(), 200'000U);
@@ -85,6 +87,7 @@ TEST(HostileJpeg, OneOfAThousandLayersIsRefusedInTime) {
 TEST(HostileJpeg, AnHonestOneOfSomeLayersIsRead) { EXPECT_EQ(read(layered(400, 300, 20)).reason, ""); }
 
 /// Asked within each layer, not only between two pieces of the file.
+/// PIC-28
 TEST(HostileJpeg, EndsSoonAfterItIsGivenUp) {
     const std::string bytes = layered(4000, 3000, 90);
     int asked = 0;
@@ -93,6 +96,7 @@ TEST(HostileJpeg, EndsSoonAfterItIsGivenUp) {
     EXPECT_LE(asked, 25);
 }
 
+/// PIC-22
 TEST(HostileJpeg, TwoHundredMegapixelsAreDecodedReduced) {
     const std::string bytes = greyJpeg(16'000, 12'500);
     const test::MemoryPeak peak;
@@ -110,6 +114,7 @@ TEST(HostileJpeg, TwoHundredMegapixelsAreDecodedReduced) {
     EXPECT_NE(read(greyJpeg(65'500, 65'500)).reason.find("too large"), std::string::npos);
 }
 
+/// PIC-22
 TEST(HostileJpeg, OneOfTwoHundredMegapixelsIsTurnedInItsOwnMemory) {
     const std::string note =
         "\xFF\xE1\0\x22"
@@ -221,6 +226,7 @@ TEST(HostilePng, RowsInEitherOrderAreRead) {
     }
 }
 
+/// PIC-22
 TEST(HostilePng, ALargeOneIsHeldReducedAlsoWithItsRowsInterlaced) {
     constexpr int kWidth = 6000, kHeight = 4500;
     for (const bool interlaced : {false, true}) {
@@ -241,6 +247,7 @@ TEST(HostilePng, ALargeOneIsHeldReducedAlsoWithItsRowsInterlaced) {
     }
 }
 
+/// PIC-28
 TEST(HostilePng, WhatItCarriesBesideItsPictureTakesNoMemory) {
     const std::string much = deflated(std::string(7'900'000, 'a'));
     std::string between;
@@ -294,6 +301,7 @@ struct HostilePictures : test::PicturesRig {
     }
 };
 
+/// PIC-28
 TEST_F(HostilePictures, BeginningAndGivingUpTakeNoTime) {
     const std::string path = folder.in(slow());
     int told = 0;
@@ -310,6 +318,7 @@ TEST_F(HostilePictures, BeginningAndGivingUpTakeNoTime) {
     EXPECT_EQ(told, 0);
 }
 
+/// PIC-28
 TEST_F(HostilePictures, TheNextPictureDoesNotWaitForASlowOne) {
     const std::string path = folder.in(slow());
     plain(30, 20).save(QString::fromStdString(folder.in("good.bmp")), "BMP");
@@ -320,6 +329,7 @@ TEST_F(HostilePictures, TheNextPictureDoesNotWaitForASlowOne) {
     EXPECT_LT(milliseconds(Clock::now() - begin_), 1'500);
 }
 
+/// PIC-28
 TEST_F(HostilePictures, TheEndDoesNotWaitForASlowOne) {
     const std::string path = folder.in(slow());
     std::unique_ptr<QtPictures> ending = std::make_unique<QtPictures>(post);
@@ -339,6 +349,7 @@ TEST_F(HostilePictures, AHintForASlowOneGivesWayToWhatIsWanted) {
     EXPECT_LT(milliseconds(Clock::now() - begin_), 1'500);
 }
 
+/// PIC-28
 TEST_F(HostilePictures, AFileThatIsAllHoleIsRefusedAtOnce) {
     folder.write("hole.jpg", "\xFF\xD8\xFF\xE0\0\x10JFIF"s);
     std::filesystem::resize_file(folder.in("hole.jpg"), std::uintmax_t{20} << 30);

@@ -39,6 +39,8 @@ struct Drive {
     }
 };
 
+/// FAULT-19: A drive that does not answer holds nobody up: looks, lists and pictures fail after 2 seconds, folders,
+///     saves, sounds and discs after 10, and it is not asked again before it has answered
 TEST(HungDrive, HoldsTheCallerForAMomentAndOnlyOnce) {
     const auto drive = std::make_shared<Drive>();
     QtFiles files([drive](const std::string& path) { return drive->look(path); });

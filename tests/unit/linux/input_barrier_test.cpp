@@ -53,6 +53,8 @@ struct Shut : ::testing::Test {
     }
 };
 
+/// COM-28: A box that comes while another program has the keyboard is seen and leaves it there; the player's other
+///     windows are shut, and whoever turns to one has the box
 TEST_F(Shut, MouseAndKeysReachTheOpenWindowAlone) {
     {
         const InputBarrier barrier(box);
@@ -70,6 +72,7 @@ TEST_F(Shut, MouseAndKeysReachTheOpenWindowAlone) {
     EXPECT_TRUE(panel.has(QEvent::KeyPress));
 }
 
+/// COM-28
 TEST_F(Shut, NeitherADropNorARequestToCloseIsTaken) {
     const InputBarrier barrier(box);
     QMimeData files;
@@ -81,6 +84,7 @@ TEST_F(Shut, NeitherADropNorARequestToCloseIsTaken) {
     EXPECT_TRUE(panel.isVisible());
 }
 
+/// COM-28
 TEST_F(Shut, WhoeverTurnsToAShutWindowIsShownTheOpenOne) {
     const InputBarrier barrier(box);
     panel.activateWindow();

@@ -42,6 +42,7 @@ TEST(InputMap, TheAltKeyCountsAsHeldInACopyOfItsEventToo) {
     EXPECT_EQ(keyArgs(QKeyEvent(QEvent::KeyRelease, Qt::Key_Alt, up.modifiers())).shift, 0);
 }
 
+/// KEY-18
 TEST(InputMap, TypedCharactersAreCodePoints) {
     EXPECT_EQ(typedCharacter(key(Qt::Key_Z, Qt::NoModifier, "z")), 'z');
     EXPECT_EQ(typedCharacter(key(Qt::Key_Z, Qt::ShiftModifier, "Z")), 'Z');
@@ -67,6 +68,7 @@ TEST(InputMap, FileAddressesBecomePathsByteForByte) {
               (Texts{"/a b/あ.mp3", "/c.wav", "/d.mid", "/b\xE9.wav"}));
 }
 
+/// DROP-09
 TEST(InputMap, ADropWithoutFileNamesHasNoFiles) {
     QMimeData text;
     text.setText("file:///a.mp3");

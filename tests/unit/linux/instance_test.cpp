@@ -34,6 +34,8 @@ struct Instances : ::testing::Test {
     }
 };
 
+/// START-02: Two folders run side by side
+/// START-01
 TEST_F(Instances, OneAFolder) {
     Instance first("/some/folder", runtime.path());
     EXPECT_TRUE(first.acquire());
@@ -43,11 +45,13 @@ TEST_F(Instances, OneAFolder) {
     EXPECT_TRUE(Instance("/other/folder", runtime.path()).acquire());
 }
 
+/// START-03: The next one may start when the first has gone
 TEST_F(Instances, TheNextMayStartWhenTheFirstHasGone) {
     { EXPECT_TRUE(Instance("/some/folder", runtime.path()).acquire()); }
     EXPECT_TRUE(Instance("/some/folder", runtime.path()).acquire());
 }
 
+/// CMD-16: A second start hands them to the player that runs, and ends
 TEST_F(Instances, ALaterOneHandsItsFilesOver) {
     Instance first("/some/folder", runtime.path());
     listenTo(first);
@@ -59,6 +63,7 @@ TEST_F(Instances, ALaterOneHandsItsFilesOver) {
     EXPECT_EQ(got, (Texts{"/a b.mp3", "/\xE9.wav"}));
 }
 
+/// CMD-16
 TEST_F(Instances, ManyFilesAreHandedOverWhole) {
     Instance first("/some/folder", runtime.path());
     listenTo(first);
@@ -86,6 +91,7 @@ TEST_F(Instances, OneThatHasOnlyJustBegunTakesFilesAsWell) {
     EXPECT_EQ(got, Texts{"/a.mp3"});
 }
 
+/// CMD-19: A second start without files is a call all the same, and the panel comes to the front
 TEST_F(Instances, ALaterOneWithoutFilesIsACallAllTheSame) {
     Instance first("/some/folder", runtime.path());
     int calls = 0;
@@ -96,6 +102,7 @@ TEST_F(Instances, ALaterOneWithoutFilesIsACallAllTheSame) {
     EXPECT_EQ(calls, 1);
 }
 
+/// CMD-16
 TEST_F(Instances, MoreThanAMegabyteIsHandedOverWholeAndWhatDoesNotFitIsCounted) {
     Instance first("/some/folder", runtime.path());
     listenTo(first);
@@ -128,6 +135,8 @@ int callerOf(const std::string& folder) {
     return -1;
 }
 
+/// CMD-21: Callers that say nothing, say too much or come when no descriptor is left are turned away, and the next is
+///     heard
 TEST_F(Instances, CallersThatSayNothingOrTooMuchAreDroppedAndTheNextIsHeard) {
     Instance first("/some/folder", runtime.path());
     int calls = 0;
@@ -151,6 +160,7 @@ TEST_F(Instances, CallersThatSayNothingOrTooMuchAreDroppedAndTheNextIsHeard) {
     close(loud);
 }
 
+/// CMD-21
 TEST_F(Instances, WithoutADescriptorLeftACallIsTurnedAwayAndDoesNotSpin) {
     SpareDescriptors::keep();
     Instance first("/some/folder", runtime.path());
@@ -191,6 +201,7 @@ TEST_F(Instances, NobodyIsThereToHandFilesTo) {
     EXPECT_FALSE(Instance("/some/folder", runtime.path()).call({"/a.mp3"}));
 }
 
+/// START-44: A start without a place for its lock runs all the same
 TEST_F(Instances, WithoutAPlaceForTheLockAPlayerStartsAllTheSame) {
     EXPECT_TRUE(Instance("/some/folder", "").acquire());
     EXPECT_TRUE(Instance("/some/folder", runtime.in("nowhere")).acquire());
@@ -212,6 +223,8 @@ struct RuntimeFolders : ::testing::Test {
 
 constexpr uid_t kNeighbour = 65501, kVictim = 65502;
 
+/// START-60: Lock and socket lie in a folder that is the user's alone; what a neighbour on the machine has put in its
+///     place is not used, and nothing of the user's changes
 TEST_F(RuntimeFolders, OnlyAFolderOfTheUsersAloneIsTaken) {
     fs::create_directory(folder.in("run"));
     fs::create_directory(folder.in("program"));
@@ -251,6 +264,7 @@ TEST_F(RuntimeFolders, OnlyAFolderOfTheUsersAloneIsTaken) {
 
 /// A neighbour on the machine has made what the player of a user without a run-time folder would use. Asked as really
 /// two users.
+/// START-60
 TEST_F(RuntimeFolders, ANeighboursFolderIsNotUsedAndNothingOfTheVictimsChanges) {
     if (geteuid() != 0) GTEST_SKIP() << "only the superuser can be two users";
     const fs::path squatted = "/tmp/corvane-" + std::to_string(kVictim);

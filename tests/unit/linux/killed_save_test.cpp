@@ -65,6 +65,8 @@ void killAtARandomMoment(const std::string& file, std::mt19937& random) {
     close(pipes[1]);
 }
 
+/// FAULT-09: Killed at any moment of a save, the stored list is entirely the old or the new one
+/// LIST-32
 TEST(KilledSave, TheStoredListIsEntirelyOldOrEntirelyNew) {
     const test::TemporaryFolder folder;
     const std::string file = folder.in("FILE37.INI");
@@ -85,6 +87,10 @@ TEST(KilledSave, TheStoredListIsEntirelyOldOrEntirelyNew) {
     EXPECT_EQ(seen.size(), 2U) << "the kills came at different moments";
 }
 
+/// START-61: Leftovers of saves are removed at the start, but none that another player writes and nothing that is no
+///     file
+/// LIST-33: What a killed save left beside the list goes at the next start
+/// FAULT-09
 TEST(KilledSave, WhatWasLeftBesideTheListGoesAtTheNextStart) {
     const test::TemporaryFolder folder;
     folder.write(".corvane-save-a1B2c3", "half a list");
@@ -100,6 +106,7 @@ TEST(KilledSave, WhatWasLeftBesideTheListGoesAtTheNextStart) {
 
 /// Two players on one folder, as when only one of them has a run-time folder: none takes the other's save for a
 /// leftover.
+/// START-61
 TEST(KilledSave, WhatAnotherOneIsWritingIsNoLeftover) {
     const test::TemporaryFolder folder;
     const std::string file = folder.in("FILE00.INI");
@@ -116,6 +123,7 @@ TEST(KilledSave, WhatAnotherOneIsWritingIsNoLeftover) {
     EXPECT_EQ(folder.bytes("FILE00.INI"), text);
 }
 
+/// START-61
 TEST(KilledSave, OnlyFilesAreTakenForLeftovers) {
     const test::TemporaryFolder folder;
     folder.write("precious", "whole");

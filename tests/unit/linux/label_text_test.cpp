@@ -14,6 +14,7 @@ struct LabelText : ::testing::Test {
     LabelText() { test::offscreenApplication(); }
 };
 
+/// SKIN-54: A text longer than its place ends in an ellipsis, with the whole in its tool tip
 TEST_F(LabelText, LongTextsEndInAnEllipsis) {
     const QFont font = labelFont(20);
     const QFontMetricsF metrics(font);

@@ -65,6 +65,7 @@ struct PictureWindow : test::WindowRig {
     PictureBox box{&form, "pctTried"};
 };
 
+/// PIC-13
 TEST_F(PictureWindow, ShowsThePictureAtItsOwnSizeOnBlack) {
     attach();
     const QImage all = shown();
@@ -117,6 +118,8 @@ TEST_F(PictureWindow, AHiddenBoxShowsNothing) {
 }
 
 /// A window that stays up for the next picture: it must not be seen with the one picture at the other one's place.
+/// IMG-23: A window that is kept between two pictures goes to the next one's place in one step, when that is ready;
+///     nothing else is seen between pictures of one size
 TEST_F(PictureWindow, GoesToThePlaceOfAPictureThatIsPreparedInOneStepWhenItIsReady) {
     attach();
     form.Show();
@@ -144,6 +147,7 @@ TEST_F(PictureWindow, GoesToThePlaceOfAPictureThatIsPreparedInOneStepWhenItIsRea
 }
 
 /// Asked for another place, it would be brought back by the window manager.
+/// IMG-24
 TEST_F(PictureWindow, AMinimisedOneTakesItsNextPlaceWhenItIsRestored) {
     attach();
     form.Show();
@@ -160,6 +164,7 @@ TEST_F(PictureWindow, AMinimisedOneTakesItsNextPlaceWhenItIsRestored) {
     EXPECT_EQ(widget().geometry(), QRect(before.topLeft() + QPoint(10, 30), before.size() + QSize(50, 20)));
 }
 
+/// IMG-15
 TEST_F(PictureWindow, MousePositionsAreInPixelsOfTheBoxAlsoWhileItMoves) {
     float x = 0;
     box.MouseMove.tie([&](const MouseArgs& mouse) { x = mouse.x; });
@@ -172,6 +177,7 @@ TEST_F(PictureWindow, MousePositionsAreInPixelsOfTheBoxAlsoWhileItMoves) {
     EXPECT_EQ(x, 10.0F);
 }
 
+/// IMG-17
 TEST_F(PictureWindow, TypedCharactersReachTheBoxThatTakesThem) {
     int typed = 0;
     box.KeyPress.tie([&](int character) { typed = character; });
@@ -211,6 +217,7 @@ TEST_F(MovieWindow, PaintsAFrameWhenOneIsReady) {
     EXPECT_TRUE(test::waitUntil([&] { return movie.painted > before; }));
 }
 
+/// MOVIE-12
 TEST_F(MovieWindow, FillsTheScreenAndHandsInputToTheForm) {
     std::string typed;
     float x = 0;

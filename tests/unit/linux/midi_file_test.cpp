@@ -38,6 +38,8 @@ const std::string kEnd = bytes({0x00, 0xFF, 0x2F, 0x00});
 double milliseconds(const MidiFile& file) { return file.sequence.microseconds / 1000; }
 double milliseconds(const MidiEvent& event) { return event.microseconds / 1000; }
 
+/// MEDIA-40: A sequence without a tempo has 120 quarters a minute; SMPTE time needs none, 29 frames meaning 30000/1001;
+///     the length reaches to the end of the longest track, and long ones lose no millisecond
 TEST(MidiFileTest, WithoutATempoAQuarterIsHalfASecond) {
     const MidiFile file =
         readMidi(header(0, 1, 96) + track(bytes({0, 0x90, 60, 100, 96, 0x80, 60, 0, 96, 0x90, 62, 1}) + kEnd));
@@ -53,6 +55,7 @@ TEST(MidiFileTest, WithoutATempoAQuarterIsHalfASecond) {
 }
 
 // 96 ticks at 500 ms, 48 at 1 s and 192 at 250 ms a quarter: 500 + 500 + 500.
+/// MEDIA-11: A sequence's tempo, tracks and formats are read exactly
 TEST(MidiFileTest, FollowsChangesOfTempo) {
     const std::string events = bytes({0}) + tempo(500'000) + bytes({96}) + tempo(1'000'000) + bytes({48}) +
                                tempo(250'000) + bytes({0x81, 0x40, 0x90, 60, 100}) + kEnd;
@@ -62,6 +65,7 @@ TEST(MidiFileTest, FollowsChangesOfTempo) {
 }
 
 // The map of tempo in the first track rules the second: 100 ticks of 200 a quarter at 600 ms, then 300 at 400 ms.
+/// MEDIA-11
 TEST(MidiFileTest, TheTempoOfOneTrackRulesAllOfThem) {
     const std::string map = bytes({0}) + tempo(600'000) + bytes({100}) + tempo(400'000) + kEnd;
     const std::string notes = bytes({0x83, 0x10, 0x91, 64, 80}) + kEnd;  // tick 400
@@ -71,6 +75,7 @@ TEST(MidiFileTest, TheTempoOfOneTrackRulesAllOfThem) {
     EXPECT_DOUBLE_EQ(milliseconds(file), 900);
 }
 
+/// MEDIA-41
 TEST(MidiFileTest, MergesTracksInOrderOfTimeThenOfTrack) {
     const std::string one = bytes({10, 0x90, 1, 1, 10, 0x90, 2, 1}) + kEnd;
     const std::string two = bytes({0, 0x91, 3, 1, 10, 0x91, 4, 1}) + kEnd;
@@ -80,12 +85,15 @@ TEST(MidiFileTest, MergesTracksInOrderOfTimeThenOfTrack) {
     EXPECT_EQ(order, "3142");
 }
 
+/// MEDIA-40
 TEST(MidiFileTest, TheLengthReachesToTheEndOfTheLongestTrack) {
     const std::string brief = bytes({0, 0x90, 60, 1}) + kEnd;
     const std::string rest = bytes({0x87, 0x40, 0xFF, 0x2F, 0});  // 960 ticks of 480 a quarter: a second
     EXPECT_DOUBLE_EQ(milliseconds(readMidi(header(1, 2, 480) + track(brief) + track(rest))), 1000);
 }
 
+/// MEDIA-41: Running status, exclusive messages and unknown chunks are read as the format wants, tracks merged in order
+///     of time
 TEST(MidiFileTest, ReadsRunningStatusAlsoAfterOtherEvents) {
     const std::string events =
         bytes({0, 0xC3, 5, 1, 6, 1, 0xFF, 0x01, 2, 'h', 'i', 1, 7, 1, 0xE3, 0, 0x40, 1, 1, 0x41}) + kEnd;
@@ -98,17 +106,20 @@ TEST(MidiFileTest, ReadsRunningStatusAlsoAfterOtherEvents) {
 }
 
 // 25 frames of 40 ticks a second: a tick is a millisecond, and a tempo changes nothing.
+/// MEDIA-40
 TEST(MidiFileTest, CountsSmpteTimeWithoutTempo) {
     const std::string events = bytes({0}) + tempo(100'000) + bytes({0x87, 0x68, 0x90, 60, 1}) + kEnd;
     EXPECT_DOUBLE_EQ(milliseconds(readMidi(header(0, 1, 0xE728) + track(events))), 1000);
 }
 
 // 30 drop frames are 30000/1001 a second: 2997 ticks of 100 a frame take one second less 0.003 %.
+/// MEDIA-40
 TEST(MidiFileTest, SmpteTimeWith29FramesIsDropFrameTime) {
     const std::string events = bytes({0x97, 0x35, 0x90, 60, 1}) + kEnd;
     EXPECT_NEAR(milliseconds(readMidi(header(0, 1, 0xE364) + track(events))), 2997 * 1001.0 / 3000.0, 1e-6);
 }
 
+/// MEDIA-41
 TEST(MidiFileTest, KeepsExclusiveMessagesWithoutTheirFrame) {
     const std::string events = bytes({0, 0xF0, 5, 0x7E, 0x7F, 0x09, 0x01, 0xF7, 10, 0xF7, 2, 1, 2}) + kEnd;
     const MidiFile file = readMidi(header(0, 1, 96) + track(events));
@@ -117,6 +128,7 @@ TEST(MidiFileTest, KeepsExclusiveMessagesWithoutTheirFrame) {
     EXPECT_EQ(file.sequence.sysex.at(0), bytes({0x7E, 0x7F, 0x09, 0x01}));
 }
 
+/// MEDIA-11
 TEST(MidiFileTest, UnwrapsRiff) {
     const std::string inner = header(0, 1, 96) + track(bytes({96, 0x90, 60, 1}) + kEnd);
     const auto little = [](std::size_t value) {
@@ -130,17 +142,21 @@ TEST(MidiFileTest, UnwrapsRiff) {
     EXPECT_DOUBLE_EQ(milliseconds(readMidi(riff)), 500);
 }
 
+/// MEDIA-11
 TEST(MidiFileTest, TracksOfFormat2FollowEachOther) {
     const std::string one = bytes({96, 0x90, 60, 1}) + kEnd;
     EXPECT_DOUBLE_EQ(milliseconds(readMidi(header(2, 2, 96) + track(one) + track(one))), 1000);
 }
 
+/// MEDIA-41
 TEST(MidiFileTest, SkipsChunksItDoesNotKnow) {
     const std::string odd = "XFIH" + bigEndian(3, 4) + "abc";
     const MidiFile file = readMidi(header(1, 1, 96) + odd + track(bytes({96, 0x90, 60, 1}) + kEnd));
     EXPECT_DOUBLE_EQ(milliseconds(file), 500);
 }
 
+/// MEDIA-42: A damaged track counts as far as it can be read and does not spoil the others; what is no sequence fails
+///     with a reason
 TEST(MidiFileTest, ATrackCutShortCountsAsFarAsItGoes) {
     const std::string whole = header(0, 1, 96) + track(bytes({96, 0x90, 60, 1, 96, 0x80, 60, 0}) + kEnd);
     for (std::size_t length = whole.size(); length > 22; --length) {
@@ -151,6 +167,7 @@ TEST(MidiFileTest, ATrackCutShortCountsAsFarAsItGoes) {
     }
 }
 
+/// MEDIA-42
 TEST(MidiFileTest, ATrackOfRubbishDoesNotSpoilTheOthers) {
     const std::string rubbish = bytes({0, 0x90, 60, 1, 5, 0x90, 0xC0, 0xC0, 9, 9, 9, 9});
     const MidiFile file = readMidi(header(1, 2, 96) + track(rubbish) + track(bytes({96, 0x90, 61, 1}) + kEnd));
@@ -159,6 +176,7 @@ TEST(MidiFileTest, ATrackOfRubbishDoesNotSpoilTheOthers) {
     EXPECT_DOUBLE_EQ(milliseconds(file), 500);
 }
 
+/// MEDIA-42
 TEST(MidiFileTest, WhatIsNoMidiFailsWithAReason) {
     const std::string riff = "RIFF" + std::string(4, '\0');
     for (const std::string& text :
@@ -169,6 +187,7 @@ TEST(MidiFileTest, WhatIsNoMidiFailsWithAReason) {
     }
 }
 
+/// MEDIA-40
 TEST(MidiFileTest, LongTicksDoNotLoseMilliseconds) {
     std::string events = bytes({0}) + tempo(333'333);
     for (int i = 0; i < 1000; ++i) events += bytes({7}) + tempo(333'333);
@@ -176,6 +195,7 @@ TEST(MidiFileTest, LongTicksDoNotLoseMilliseconds) {
     EXPECT_NEAR(milliseconds(readMidi(header(0, 1, 480) + track(events))), 7000 * 333.333 / 480, 1e-3);
 }
 
+/// FAULT-61: A MIDI file with too many events or bytes is refused, an endless one held, a seek given up
 TEST(MidiFileTest, TooManyEventsAreRefusedInOneTrackAndInAll) {
     const auto events = [](std::size_t count) {
         std::string text = bytes({0, 0xC0, 0});
@@ -191,6 +211,7 @@ TEST(MidiFileTest, TooManyEventsAreRefusedInOneTrackAndInAll) {
               "The MIDI file holds too many events.");
 }
 
+/// FAULT-61
 TEST(MidiFileTest, AnEndlessSequenceIsHeldAtTheLongestTime) {
     std::string events = bytes({0}) + tempo(0xFFFFFF);
     for (int i = 0; i < 100; ++i) events += bytes({0xFF, 0xFF, 0xFF, 0x7F, 0xC0, 0});

@@ -63,6 +63,8 @@ struct MidiSeek : ::testing::Test {
 
 constexpr int kOcarina = 79;  // nearly a sine: its crossings of zero tell its pitch
 
+/// MEDIA-39: Reached by a seek, a sequence is as if it had been played up to there: programs, controllers and bends
+///     hold, notes that hang are silent; back before a bend and in another sequence nothing of it is left
 TEST_F(MidiSeek, ProgramsHoldAndThePitchIsBent) {
     Score score;
     score.after(0, {0xC0, kOcarina}).after(0, {0xB0, 101, 0}).after(0, {0xB0, 100, 0}).after(0, {0xB0, 6, 12});
@@ -74,6 +76,7 @@ TEST_F(MidiSeek, ProgramsHoldAndThePitchIsBent) {
     }
 }
 
+/// MEDIA-39
 TEST_F(MidiSeek, BackBeforeABendNothingOfItIsLeft) {
     Score score;
     score.after(0, {0xC0, kOcarina})
@@ -89,6 +92,7 @@ TEST_F(MidiSeek, BackBeforeABendNothingOfItIsLeft) {
     EXPECT_NEAR(measure(samples, sound->read(samples.data(), kRate / 2)).pitch, 440, 10);
 }
 
+/// MEDIA-39
 TEST_F(MidiSeek, ControllersHold) {
     Score score;
     score.after(0, {0xC0, kOcarina}).after(0, {0xB0, 10, 127}).after(0, {0xB0, 91, 0}).after(0, {0xB0, 93, 0});
@@ -104,6 +108,7 @@ TEST_F(MidiSeek, ControllersHold) {
     }
 }
 
+/// MEDIA-39
 TEST_F(MidiSeek, HangingNotesAreSilenced) {
     Score score;
     score.after(0, {0xC0, kOcarina}).after(0, {0x90, 69, 110}).after(15000, {0xB0, 1, 0});
@@ -111,6 +116,7 @@ TEST_F(MidiSeek, HangingNotesAreSilenced) {
     EXPECT_LT(at(score, 5000, true).left, 0.001);
 }
 
+/// MEDIA-39
 TEST_F(MidiSeek, AnotherSequenceLeavesNothingBehind) {
     Score bent;
     bent.after(0, {0xC0, kOcarina}).after(0, {0xE0, 0x7F, 0x7F}).after(0, {0xB0, 7, 1}).after(0, {0x90, 60, 110});
@@ -123,6 +129,7 @@ TEST_F(MidiSeek, AnotherSequenceLeavesNothingBehind) {
     EXPECT_GT(heard.left, 0.01);
 }
 
+/// FAULT-61
 TEST_F(MidiSeek, ASeekAndAReadAreGivenUpAndGoOnAfterwards) {
     Score score;
     for (int i = 0; i < 1000; ++i) score.after(0, {0xB0, 7, i % 128});
@@ -140,6 +147,7 @@ TEST_F(MidiSeek, ASeekAndAReadAreGivenUpAndGoOnAfterwards) {
     EXPECT_EQ(sound->read(samples.data(), 100), 0U);
 }
 
+/// FAULT-61
 TEST_F(MidiSeek, ALargeFileIsRefused) {
     folder.write("a.mid", "MThd" + std::string((16U << 20U) + 1, '\0'));
     EXPECT_EQ(MidiSound::open(folder.in("a.mid"), synthesizer).reason, "The MIDI file is too large.");

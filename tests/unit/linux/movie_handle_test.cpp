@@ -23,6 +23,7 @@ std::map<std::string, std::string> toldOptions() {
     return told;
 }
 
+/// MEDIA-72: A movie is refused where the library does not take an option that keeps the file to itself
 TEST(MovieHandles, AMovieIsRefusedWhereOneOptionOfSafetyIsNotKnown) {
     for (const char* const name :
          {"config", "load-scripts", "ytdl", "access-references", "demuxer-lavf-o", "stream-lavf-o", "autoload-files",
@@ -33,6 +34,7 @@ TEST(MovieHandles, AMovieIsRefusedWhereOneOptionOfSafetyIsNotKnown) {
     }
 }
 
+/// MEDIA-72
 TEST(MovieHandles, AMovieIsPlayedWhereAnOptionOfComfortIsNotKnown) {
     const std::set<std::string> comfort{"osc", "osd-level", "sws-fast", "audio-client-name", "stop-screensaver"};
     EXPECT_EQ(refusedMovieOption([&comfort](const char* name, const char* /*value*/) {
@@ -41,6 +43,7 @@ TEST(MovieHandles, AMovieIsPlayedWhereAnOptionOfComfortIsNotKnown) {
               "");
 }
 
+/// MEDIA-72
 TEST(MovieHandles, NothingButTheFileItselfIsReachedAndNothingIsWritten) {
     const auto told = toldOptions();
     for (const char* const off : {"config", "load-scripts", "ytdl", "access-references", "autoload-files",
@@ -50,6 +53,7 @@ TEST(MovieHandles, NothingButTheFileItselfIsReachedAndNothingIsWritten) {
     EXPECT_EQ(told.at("stream-lavf-o"), "protocol_whitelist=[file]");
 }
 
+/// MEDIA-72
 TEST(MovieHandles, TheLibraryThatIsThereTakesAllThatMatters) {
     test::offscreenApplication();
     std::string reason;

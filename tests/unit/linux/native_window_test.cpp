@@ -26,6 +26,7 @@ protected:
     QPushButton& button(const Control& control) { return widget<QPushButton>(control); }
 };
 
+/// EDIT-01
 TEST_F(NativeDialogs, EachButtonShowsItsCaptionAndFollowsIt) {
     Editor& form = openEditor();
     EXPECT_EQ(button(form.cmdFileList[Editor::kAdd]).text().remove('&'), "Add");
@@ -51,6 +52,7 @@ TEST_F(NativeDialogs, ShiftAndControlSelectSeveralFilesAndAddTakesThem) {
     EXPECT_EQ(selectedRows(files), Rows{}) << "what was added is not selected any more";
 }
 
+/// EDIT-29
 TEST_F(NativeDialogs, TheSameFileCanBeAddedAgainByAnotherClick) {
     Editor& form = openEditor();
     for (int i = 0; i < 2; ++i) {
@@ -75,6 +77,7 @@ TEST_F(NativeDialogs, TheKeyboardAloneSelectsAddsAndTypesAhead) {
     EXPECT_EQ(form.lstFileList[0].items(), (Texts{"blue.mp3", "cherry.gif"}));
 }
 
+/// EDIT-31
 TEST_F(NativeDialogs, ADoubleClickAddsAndRemoves) {
     Editor& form = openEditor();
     doubleClickRow(view(form.fleFileList), 1);
@@ -96,6 +99,7 @@ TEST_F(NativeDialogs, ADeletedEntryLeavesTheKeyboardWhereItWas) {
     EXPECT_EQ(form.lstFileList[0].ListIndex, -1);
 }
 
+/// EDIT-55
 TEST_F(NativeDialogs, FoldersAreEnteredByDoubleClickAndByEnter) {
     Editor& form = openEditor();
     QAbstractItemView& folders = view(form.dirFileList);
@@ -110,6 +114,7 @@ TEST_F(NativeDialogs, FoldersAreEnteredByDoubleClickAndByEnter) {
     EXPECT_EQ(selectedRows(folders), Rows{1});
 }
 
+/// EDIT-15
 TEST_F(NativeDialogs, EnterIsOkAndEscapeIsCancel) {
     Editor& form = openEditor();
     button(form.cmdFileList[Editor::kAddAll]).click();
@@ -127,6 +132,7 @@ TEST_F(NativeDialogs, EnterIsOkAndEscapeIsCancel) {
     EXPECT_EQ(player.gFileCount, 4);
 }
 
+/// EDIT-14
 TEST_F(NativeDialogs, TheWindowManagersCloseAsksTheForm) {
     Editor& form = openEditor();
     EXPECT_FALSE(windowOf(form).close());
@@ -135,6 +141,7 @@ TEST_F(NativeDialogs, TheWindowManagersCloseAsksTheForm) {
     EXPECT_EQ(player.forms.find<Editor>(), nullptr);
 }
 
+/// EDIT-48
 TEST_F(NativeDialogs, TheStepperStepsAndWraps) {
     Editor& form = openEditor();
     auto& stepper = widget<QAbstractSlider>(form.hscrFileList);
@@ -162,6 +169,7 @@ TEST_F(NativeDialogs, AChoiceIsTakenAndFollowed) {
     EXPECT_EQ(zoom.currentText(), "1/2 CRT");
 }
 
+/// EDIT-02
 TEST_F(NativeDialogs, AnIntervalCanBeTypedAndChosenAgain) {
     Editor& form = openEditor();
     ComboBox& interval = form.cboFileList[Editor::kInterval];
@@ -182,6 +190,7 @@ TEST_F(NativeDialogs, AnIntervalCanBeTypedAndChosenAgain) {
     EXPECT_EQ(box.currentText(), "5");
 }
 
+/// EDIT-53
 TEST_F(NativeDialogs, ADriveIsChosen) {
     Editor& form = openEditor();
     emit widget<QComboBox>(form.drvFileList).activated(0);
@@ -226,6 +235,7 @@ TEST_F(NativeDialogs, AFolderOfManyFilesCostsOnlyTheRowsThatAreSeen) {
     EXPECT_EQ(form.fleFileList.selectedIndices().size(), 20000U);
 }
 
+/// EDIT-09
 TEST_F(NativeDialogs, TheHorizontalRangeReachesTheEndOfTheLongestName) {
     Editor& form = openEditor();
     form.lstFileList[0].addItem(std::string(200, 'W'));
@@ -259,6 +269,7 @@ TEST_F(NativeDialogs, FilesDroppedOnThePlayListAreTaken) {
     EXPECT_FALSE(other.isAccepted());
 }
 
+/// EDIT-51
 TEST_F(NativeDialogs, TheSplitterFollowsTheMouse) {
     Editor& form = openEditor();
     auto& handle = widget<QWidget>(form.imgFileList);
@@ -271,6 +282,7 @@ TEST_F(NativeDialogs, TheSplitterFollowsTheMouse) {
     EXPECT_EQ(handle.cursor().shape(), Qt::SplitHCursor);
 }
 
+/// EDIT-16
 TEST_F(NativeDialogs, TheWindowFollowsAPressOnAHeadingUntilTheRelease) {
     Editor& form = openEditor();
     auto& heading = widget<QLabel>(form.lblFileList[Editor::kFilesHeading]);
@@ -283,6 +295,7 @@ TEST_F(NativeDialogs, TheWindowFollowsAPressOnAHeadingUntilTheRelease) {
     EXPECT_EQ(windowOf(form).pos(), before + QPoint(40, 20));
 }
 
+/// EDIT-61
 TEST_F(NativeDialogs, ALargerWindowGivesItsSpaceToTheLists) {
     Editor& form = openEditor();
     const QSize window = windowOf(form).size();
@@ -297,6 +310,7 @@ TEST_F(NativeDialogs, ALargerWindowGivesItsSpaceToTheLists) {
     EXPECT_GT(windowOf(form).width(), 500);
 }
 
+/// COM-16
 TEST_F(NativeDialogs, OptionsOfAGroupExcludeEachOtherAndOnlyThose) {
     Custom& form = openSettings();
     widget<QRadioButton>(form.optCustom[Custom::kSubWindow]).click();
@@ -310,6 +324,7 @@ TEST_F(NativeDialogs, OptionsOfAGroupExcludeEachOtherAndOnlyThose) {
     EXPECT_TRUE(form.chkCustom[Custom::kAutoStart].Value);
 }
 
+/// DIAL-16
 TEST_F(NativeDialogs, TheDelayFieldDropsWhatIsNoDigitTypedOrPasted) {
     Custom& form = openSettings();
     TextBox& delay = form.txtCustom[Custom::kDelay];
@@ -325,6 +340,7 @@ TEST_F(NativeDialogs, TheDelayFieldDropsWhatIsNoDigitTypedOrPasted) {
     EXPECT_EQ(edit.text(), "134");
 }
 
+/// DIAL-13
 TEST_F(NativeDialogs, AClickIntoAKeyFieldSelectsItsTextAndTypingReplacesIt) {
     Custom& form = openSettings();
     windowOf(form).activateWindow();
@@ -340,6 +356,7 @@ TEST_F(NativeDialogs, AClickIntoAKeyFieldSelectsItsTextAndTypingReplacesIt) {
     EXPECT_EQ(form.txtCustom[3].Text.get(), "q");
 }
 
+/// DIAL-12
 TEST_F(NativeDialogs, ALabelLeadsToItsField) {
     Custom& form = openSettings();
     windowOf(form).activateWindow();
@@ -349,6 +366,7 @@ TEST_F(NativeDialogs, ALabelLeadsToItsField) {
     EXPECT_EQ(windowOf(form).focusWidget(), &widget<QLineEdit>(form.txtCustom[5]));
 }
 
+/// EDIT-63
 TEST_F(NativeDialogs, TabGoesFromFieldToFieldInTheirOrder) {
     Custom& form = openSettings();
     std::vector<const Control*> order;
@@ -414,6 +432,7 @@ TEST(FormScale, GrowsUntilEachControlHasTheRoomItWants) {
     EXPECT_EQ(scale.x(40 * kTwipsPerPixel), 60);
 }
 
+/// DIAL-37
 TEST_F(NativeDialogs, NoTextIsCutWithALargerSystemFont) {
     const QFont before = QApplication::font();
     for (const double points : {9.0, 13.5, 22.0}) {

@@ -91,6 +91,8 @@ protected:
     test::TemporaryFolder folder_;
 };
 
+/// FAULT-60: Sound files that say what cannot be, end too early, never end, grow or shrink are refused or played inside
+///     their bounds
 TEST_F(OddSounds, RatesAndChannels) {
     for (const std::uint32_t rate :
          {0U, 1U, 99U, 100U, 999U, 192'001U, 1'536'000U, 1'536'001U, 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU}) {
@@ -101,6 +103,7 @@ TEST_F(OddSounds, RatesAndChannels) {
     }
 }
 
+/// FAULT-60
 TEST_F(OddSounds, WidthsKindsAndLengths) {
     for (const std::uint32_t length : {0U, 1U, 399U, 401U, 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU}) {
         expectHarmless("bytes " + std::to_string(length), Wave{.bytes = length}.file());
@@ -113,6 +116,7 @@ TEST_F(OddSounds, WidthsKindsAndLengths) {
     }
 }
 
+/// FAULT-60
 TEST_F(OddSounds, OtherHeaders) {
     for (const std::uint64_t length : {0ULL, 1ULL, 1ULL << 31U, 1ULL << 63U, ~0ULL}) {
         const std::string body(600, '\x11');
@@ -131,6 +135,7 @@ TEST_F(OddSounds, OtherHeaders) {
     }
 }
 
+/// FAULT-60
 TEST_F(OddSounds, ADampedRateKeepsItsLength) {
     put(Wave{.channels = 1, .rate = 200, .align = 1, .bits = 8}.file());
     OpenedSound opened = FileSound::open(path());
@@ -141,6 +146,7 @@ TEST_F(OddSounds, ADampedRateKeepsItsLength) {
     EXPECT_NEAR(static_cast<double>(opened.sound->read(samples.data(), samples.size())), 2'000, 100);
 }
 
+/// FAULT-60
 TEST_F(OddSounds, AnythingCutShort) {
     const std::string folder = std::string(CORVANE_SOURCE_DIR) + "/tests/data/sound/";
     for (const char* const name :
@@ -156,6 +162,7 @@ TEST_F(OddSounds, AnythingCutShort) {
 }
 
 /// A file of nothing, 20 GB long, behind a beginning that promises more.
+/// FAULT-60
 TEST_F(OddSounds, WhatNeverEndsIsGivenUpBySizeAndAtOnceWhenAsked) {
     for (const std::string& head :
          {Wave{.bytes = 0xFFFFFFFF}.file(), std::string("\x1A\x45\xDF\xA3\x93\x42\x82\x88matroska\x42\x87\x81\x02"),
@@ -183,6 +190,7 @@ TEST_F(OddSounds, WhatNeverEndsIsGivenUpBySizeAndAtOnceWhenAsked) {
     }
 }
 
+/// FAULT-60
 TEST_F(OddSounds, AFileThatGrowsOrShrinksWhileItPlays) {
     const std::string tone = std::string(CORVANE_SOURCE_DIR) + "/tests/data/sound/pcm.wav";
     std::filesystem::copy_file(tone, path());

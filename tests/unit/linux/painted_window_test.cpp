@@ -76,6 +76,7 @@ TEST_F(PaintedWindowTest, AnImageIsAsLargeAsItsPicture) {
     EXPECT_EQ(shown().pixelColor(64, 49), QColor(Qt::cyan));
 }
 
+/// SKIN-53: A held button shows its pressed picture while the pointer is on it; a disabled one keeps its normal picture
 TEST_F(PaintedWindowTest, AHeldButtonShowsItsPressedPictureWhileThePointerIsInside) {
     attach();
     press({20, 20});
@@ -88,6 +89,7 @@ TEST_F(PaintedWindowTest, AHeldButtonShowsItsPressedPictureWhileThePointerIsInsi
     EXPECT_EQ(shown().pixelColor(20, 20), QColor(Qt::green));
 }
 
+/// SKIN-53
 TEST_F(PaintedWindowTest, ADisabledButtonKeepsItsNormalPicture) {
     button.Enabled = false;
     attach();
@@ -95,6 +97,7 @@ TEST_F(PaintedWindowTest, ADisabledButtonKeepsItsNormalPicture) {
     EXPECT_EQ(shown().pixelColor(20, 20), QColor(Qt::green));
 }
 
+/// SKIN-54
 TEST_F(PaintedWindowTest, TextsAreCutToTheirPlaceWithTheWholeInTheToolTip) {
     label.Caption = "A title that is far too long for its place";
     attach();
@@ -148,6 +151,7 @@ TEST_F(PaintedWindowTest, MovingTheWindowIsTold) {
     EXPECT_EQ(widget().pos(), QPoint(100, 1));
 }
 
+/// PANEL-23: Minimised and brought back it plays on
 TEST_F(PaintedWindowTest, MinimisesAndComesBack) {
     attach();
     form.WindowState = WindowState::Minimized;

@@ -103,6 +103,8 @@ std::ostream& operator<<(std::ostream& out, const BitmapCase& one) { return out 
 
 struct PictureFormatsOfBitmaps : PictureFormats, ::testing::WithParamInterface<BitmapCase> {};
 
+/// PIC-18: A bitmap of each depth, from either side, of runs, of each header's version and of any order of colours has
+///     its pixels
 TEST_P(PictureFormatsOfBitmaps, EachPixelHasItsColour) {
     const auto& [name, kind, count] = GetParam();
     if (count > 0) {
@@ -162,6 +164,7 @@ TEST_F(PictureFormats, ASingleRowFromTheTopIsRead) {
 }
 
 /// Runs may leave pixels out: those have the first colour.
+/// PIC-18
 TEST_F(PictureFormats, RunsOfABitmapJumpOverPixels) {
     const std::string rows("\3\1\0\0\0\2\2\1\2\2\0\1",
                            12);  // three of colour 1; the next row; 2 right and 1 up; two of 2
@@ -190,6 +193,7 @@ const std::vector<std::uint32_t> kColours{0xFF0000, 0x00A000, 0x0000FF, 0xFFFFFF
 const std::vector<std::uint32_t> kGreys{0xFFFFFF, 0xC8C8C8, 0x969696, 0x646464, 0x323232, 0x000000};
 const std::vector<std::uint32_t> kInk{0x00FFFF, 0xFF00FF, 0xFFFF00, 0x000000, 0xFFFFFF, 0x7DA5CD};
 
+/// PIC-19: A JPEG has its colours, be it stored at once or in several scans, coloured, grey or in ink
 TEST_F(PictureFormats, EveryKindOfJpegHasItsColours) {
     constexpr int kSlack = 6;
     const std::pair<const char*, std::vector<std::uint32_t>> files[] = {
@@ -234,6 +238,7 @@ QPoint storedPlace(int orientation, int x, int y) {
     }
 }
 
+/// PIC-20: A JPEG stands upright whichever of the eight ways its camera was held
 TEST_F(PictureFormats, AJpegStandsUprightWhateverWayTheCameraWasHeld) {
     const Dots upright = fields(kColours);
     for (int orientation = 1; orientation <= 8; ++orientation) {
@@ -260,6 +265,8 @@ Dots gifNumbers(int width, int height) {
     return {width, height, [](int x, int y) { return static_cast<std::uint32_t>(x * 7 + y * 11) % 128; }};
 }
 
+/// PIC-21: An interlaced GIF has its rows in order, an animated one shows its first picture, a transparent one the
+///     black behind it
 TEST_F(PictureFormats, AGifHasItsColoursAlsoWithItsRowsInterlaced) {
     for (const int height : {1, 2, 5, 8, 9, 17, 33}) {
         for (const bool interlaced : {false, true}) {
@@ -272,6 +279,7 @@ TEST_F(PictureFormats, AGifHasItsColoursAlsoWithItsRowsInterlaced) {
     }
 }
 
+/// PIC-21
 TEST_F(PictureFormats, AnAnimatedGifShowsItsFirstPicture) {
     const Dots first = gifNumbers(12, 9);
     const Dots second(12, 9, [](int /*x*/, int /*y*/) { return 5U; });
@@ -290,6 +298,7 @@ TEST_F(PictureFormats, AnAnimatedGifShowsItsFirstPicture) {
     expectDots(decode(gifFile(12, 9, colours(128), {small, GifPart{second}})), wanted);
 }
 
+/// PIC-21
 TEST_F(PictureFormats, TheHolesOfATransparentGifShowTheBlackBehindIt) {
     const Dots dots = gifNumbers(20, 7);
     GifPart part{dots};

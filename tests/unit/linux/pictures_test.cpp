@@ -33,6 +33,8 @@ struct DesktopPictures : test::PicturesRig {
     }
 };
 
+/// PIC-25: The content counts, not the name, and from memory as from a file
+/// PIC-02
 TEST_F(DesktopPictures, TheContentCountsNotTheName) {
     busy(20, 10).save(QString::fromStdString(folder.in("a.gif")), "PNG");
     EXPECT_EQ(reasonOf("a.gif"), "");
@@ -48,6 +50,7 @@ std::string dotInside(int width, int height) {
     return "GIF87a" + word(width) + word(height) + colours + dot;
 }
 
+/// PIC-22
 TEST_F(DesktopPictures, AGifHasTheSizeThatItsHeaderAnnouncesAndNoMoreThanThereIsRoomFor) {
     folder.write("a.gif", dotInside(300, 200));
     const auto decoded = pictures.decode(folder.in("a.gif"));
@@ -58,6 +61,8 @@ TEST_F(DesktopPictures, AGifHasTheSizeThatItsHeaderAnnouncesAndNoMoreThanThereIs
     EXPECT_NE(reasonOf("b.gif").find("too large"), std::string::npos);
 }
 
+/// PIC-16: A picture that cannot be decoded asks as a missing file does
+/// PIC-23
 TEST_F(DesktopPictures, EveryCutOffFileIsDamaged) {
     for (const char* format : {"BMP", "JPG", "PNG"}) {
         busy(200, 100).save(QString::fromStdString(folder.in("whole")), format);
@@ -72,6 +77,7 @@ TEST_F(DesktopPictures, EveryCutOffFileIsDamaged) {
     EXPECT_NE(reasonOf("empty"), "");
 }
 
+/// PIC-02
 TEST_F(DesktopPictures, SampleGifAndItsFirstHalf) {
     std::ostringstream bytes;
     bytes << std::ifstream(CORVANE_SOURCE_DIR "/samples/city.gif", std::ios::binary).rdbuf();
@@ -82,6 +88,7 @@ TEST_F(DesktopPictures, SampleGifAndItsFirstHalf) {
 }
 
 /// What throws made-up bytes at the decoder reads them from memory, which must say as much about files.
+/// PIC-25
 TEST_F(DesktopPictures, AFileIsDecodedAsItsBytesInMemoryAre) {
     constexpr std::size_t kBytesOfCells = 20;  // before the picture
     int decoded = 0;
@@ -103,6 +110,7 @@ TEST_F(DesktopPictures, AFileIsDecodedAsItsBytesInMemoryAre) {
     EXPECT_GE(decoded, 8);
 }
 
+/// PIC-22
 TEST_F(DesktopPictures, AnUnreasonablyLargePictureIsRefusedWithoutReadingIt) {
     // A bitmap of 10000 by 10000 pixels of 8 bits: the file is one hole behind its header.
     std::string header(54, '\0');
@@ -120,6 +128,7 @@ TEST_F(DesktopPictures, AnUnreasonablyLargePictureIsRefusedWithoutReadingIt) {
     EXPECT_NE(reasonOf("huge.bmp").find("too large"), std::string::npos) << reasonOf("huge.bmp");
 }
 
+/// PIC-20
 TEST_F(DesktopPictures, AJpegIsTurnedUpright) {
     busy(40, 20).save(QString::fromStdString(folder.in("plain.jpg")), "JPG");
     // A camera's note that the picture is to be turned by a quarter.
@@ -133,6 +142,9 @@ TEST_F(DesktopPictures, AJpegIsTurnedUpright) {
     EXPECT_EQ(decoded.picture.height(), 40);
 }
 
+/// PIC-22: Pictures hold what is theirs of the program's 200 MB, be they large, progressive, shown or decoded ahead: a
+///     larger one is reduced, a JPEG of up to 200 megapixels and any other of 40, and what is larger yet is refused by
+///     its size without being read
 TEST_F(DesktopPictures, LargePicturesNeverHoldMoreThanTheirShareOfMemory) {
     QImage large(6000, 4000, QImage::Format_RGB32);
     large.fill(Qt::red);
@@ -154,6 +166,7 @@ TEST_F(DesktopPictures, LargePicturesNeverHoldMoreThanTheirShareOfMemory) {
 }
 
 /// A JPEG of 40 million pixels is decoded in what is left of the program's 200 MB, or not at all.
+/// PIC-22
 TEST_F(DesktopPictures, TheLargestPicturesStayBelowTheirShareWhileTheyAreDecoded) {
     constexpr int kShareMegabytes = 160;
     for (const bool progressive : {false, true}) {
@@ -171,6 +184,7 @@ TEST_F(DesktopPictures, TheLargestPicturesStayBelowTheirShareWhileTheyAreDecoded
     }
 }
 
+/// PIC-22
 TEST_F(DesktopPictures, ThereMayBeNoRoomForAnotherLargeOne) {
     writeProgressive("large.jpg", 7300, 5470);
     {
@@ -183,6 +197,7 @@ TEST_F(DesktopPictures, ThereMayBeNoRoomForAnotherLargeOne) {
 }
 
 /// A progressive JPEG needs much beside its picture: it waits until the picture on the screen has gone.
+/// PIC-22
 TEST_F(DesktopPictures, APictureMayLackTheRoomThatAnotherHolds) {
     writeProgressive("next.jpg", 7300, 5470);
     Picture shown(std::make_shared<QtPicture>(QImage(6000, 5900, QImage::Format_RGB32)));
@@ -198,6 +213,7 @@ TEST_F(DesktopPictures, APictureMayLackTheRoomThatAnotherHolds) {
     EXPECT_EQ(decoded.picture.width(), 7300);
 }
 
+/// PIC-22
 TEST_F(DesktopPictures, ARefusalOfAHintForWantOfRoomIsNotKept) {
     writeProgressive("next.jpg", 7300, 5470);
     Picture shown(std::make_shared<QtPicture>(QImage(6000, 5900, QImage::Format_RGB32)));
@@ -207,6 +223,7 @@ TEST_F(DesktopPictures, ARefusalOfAHintForWantOfRoomIsNotKept) {
     EXPECT_EQ(begin("next.jpg").reason, "");
 }
 
+/// PIC-22
 TEST_F(DesktopPictures, OneThatIsLetGoIsCountedNoMoreAndGivesItsMemoryBack) {
     constexpr int kSide = 2000;
     std::vector<uchar> pixels(std::size_t{4} * kSide * kSide);
@@ -221,6 +238,7 @@ TEST_F(DesktopPictures, OneThatIsLetGoIsCountedNoMoreAndGivesItsMemoryBack) {
     EXPECT_TRUE(freed);
 }
 
+/// PIC-24: A file that has changed since it was decoded ahead is read again
 TEST_F(DesktopPictures, AFileChangedAfterTheHintIsReadAgain) {
     const QString path = QString::fromStdString(folder.in("a.png"));
     busy(20, 10).save(path);
@@ -232,6 +250,7 @@ TEST_F(DesktopPictures, AFileChangedAfterTheHintIsReadAgain) {
     EXPECT_EQ(begin("a.png").picture.width(), 50);
 }
 
+/// PIC-09
 TEST_F(DesktopPictures, OnlyAbsurdSizesLackMemory) {
     Form form("frmTried", FormStyle::Media);
     PictureBox box(&form, "pctTried");

@@ -46,6 +46,7 @@ TEST_F(RefusedThreads, ATaskIsNotBegunAndThatIsTold) {
     EXPECT_TRUE(worker.wait(std::chrono::seconds(10)));
 }
 
+/// FAULT-63
 TEST_F(RefusedThreads, ADriveIsNotAskedAndNotHeldToBeSilent) {
     refuse();
     EXPECT_EQ(DriveCalls::all().ask<int>("/tmp/x", DriveCalls::kPatience, [] { return 1; }), std::nullopt);
@@ -61,6 +62,7 @@ TEST_F(RefusedThreads, AQuestionThatThrowsHasNoAnswerAndTheDriveIsAskedAgain) {
     EXPECT_EQ(DriveCalls::all().ask<int>("/tmp/x", DriveCalls::kPatience, [] { return 1; }), 1);
 }
 
+/// FAULT-63
 TEST_F(RefusedThreads, ASoundFailsWithThatReasonAndPlaysAfterwards) {
     refuse();
     SoundStation station(loop_, true);
@@ -86,6 +88,7 @@ TEST_F(RefusedThreads, ASoundFailsWithThatReasonAndPlaysAfterwards) {
     allow();
 }
 
+/// FAULT-63
 TEST_F(RefusedThreads, AnOutputWithoutAThreadFailsWhatIsPlayed) {
     refuse();
     SoundStation station(loop_, true);
@@ -103,6 +106,7 @@ TEST_F(RefusedThreads, AnOutputWithoutAThreadFailsWhatIsPlayed) {
     EXPECT_EQ(control.Length(), 0) << "nothing is open";
 }
 
+/// FAULT-63
 TEST_F(RefusedThreads, TheSoundServerIsNotThereUntilThereIsAThread) {
     refuse();
     PulseLink link("test");
@@ -117,6 +121,7 @@ TEST_F(RefusedThreads, TheSoundServerIsNotThereUntilThereIsAThread) {
     allow();
 }
 
+/// FAULT-63
 TEST_F(RefusedThreads, AMoviePlayerIsNotMadeAndLaterIs) {
     refuse();
     std::string reason;

@@ -81,6 +81,7 @@ protected:
 
 class StalledCalls : public StalledDrive, public ::testing::WithParamInterface<const char*> {};
 
+/// FAULT-19
 TEST_P(StalledCalls, AFileIsReadInTimeOrNotAtAllAndTheDriveIsNotAskedAgain) {
     put("list.ini", "[LIST]\n");
     folder_.write("other.ini", "[OTHER]\n");
@@ -99,6 +100,7 @@ TEST_P(StalledCalls, AFileIsReadInTimeOrNotAtAllAndTheDriveIsNotAskedAgain) {
     EXPECT_EQ(files_.read(on("list.ini"), 100), "[LIST]\n");
 }
 
+/// FAULT-19
 TEST_P(StalledCalls, APictureFailsInTimeWithThatReason) {
     QImage plain(300, 200, QImage::Format_RGB32);
     plain.fill(Qt::red);
@@ -118,6 +120,7 @@ TEST_P(StalledCalls, APictureFailsInTimeWithThatReason) {
     EXPECT_FALSE(pictures.decode(on("a.jpg")).picture.empty());
 }
 
+/// FAULT-19
 TEST_P(StalledCalls, APictureThatIsHintedAtHoldsNobodyUp) {
     put("a.jpg", "no picture");
     stall(GetParam());
@@ -139,6 +142,7 @@ TEST_P(StalledCalls, APictureThatIsHintedAtHoldsNobodyUp) {
     EXPECT_LT(taken(begin), DriveCalls::kPatience + kSlack + milliseconds(5'000));
 }
 
+/// FAULT-19
 TEST_P(StalledCalls, SoundsFailInTimeWithThatReason) {
     put("a.wav", wave(44100));
     put("a.mid", kSequence);
@@ -236,6 +240,7 @@ INSTANTIATE_TEST_SUITE_P(From, StalledLinks, ::testing::Values("open", "all"),
 INSTANTIATE_TEST_SUITE_P(From, StalledCalls, ::testing::Values("read", "open", "all"),
                          [](const auto& each) { return std::string(each.param); });
 
+/// FAULT-19
 TEST_F(StalledDrive, ADiscFailsInTimeWithThatReason) {
     const std::string disc = test::writeImage(on(""), "disc", {{440, 75}});
     stall("open");
@@ -272,6 +277,7 @@ TEST_F(StalledDrive, ADiscThatOpensLatePlaysItsTrackWhole) {
     station.post.stop();
 }
 
+/// FAULT-20
 TEST_F(StalledDrive, ASoundThatIsAbandonedComesBackFromItsRead) {
     put("a.wav", wave(44100 * 60));
     const std::string disc = test::writeImage(on(""), "disc", {{440, 750}});
@@ -289,6 +295,7 @@ TEST_F(StalledDrive, ASoundThatIsAbandonedComesBackFromItsRead) {
     EXPECT_LT(taken(begin), kAtOnce);
 }
 
+/// FAULT-20
 TEST_F(StalledDrive, WhatWasGivenUpEarlyDoesNotRefuseTheNextQuestion) {
     put("a.ini", "there");
     stall("read");
@@ -307,6 +314,7 @@ TEST_F(StalledDrive, WhatWasGivenUpEarlyDoesNotRefuseTheNextQuestion) {
     EXPECT_EQ(next.get(), "there");
 }
 
+/// FAULT-21: A save that is not answered in time is refused, and the old file stays also when the drive comes back
 TEST_F(StalledDrive, ASaveThatIsNotAnsweredIsRefusedForGood) {
     put("list.ini", "old");
     stall("write");
@@ -323,6 +331,7 @@ TEST_F(StalledDrive, ASaveThatIsNotAnsweredIsRefusedForGood) {
     EXPECT_TRUE(files_.replace(on("list.ini"), "new"));
 }
 
+/// FAULT-22
 TEST_F(StalledDrive, PipesAndDevicesAreNoFilesAndHoldNobodyUp) {
     for (const char* const name : {"pipe.wav", "pipe.mid", "pipe.jpg", "pipe.cue"}) {
         ASSERT_EQ(mkfifo(on(name).c_str(), 0600), 0);
@@ -352,6 +361,7 @@ public:
 
 constexpr const char* kFont = "/usr/share/sounds/sf2/TimGM6mb.sf2";
 
+/// FAULT-62: The soundfont is waited for like every file, and one that is none is told
 TEST_F(StalledDrive, ASoundFontIsWaitedForLikeEveryFile) {
     std::filesystem::copy_file(kFont, on("a.sf2"));
     const NamedSoundFont named(on("a.sf2"));
@@ -367,6 +377,7 @@ TEST_F(StalledDrive, ASoundFontIsWaitedForLikeEveryFile) {
     }
 }
 
+/// FAULT-62
 TEST_F(StalledDrive, InstrumentsAreThereWhenTheirDriveStopsAnswering) {
     std::filesystem::copy_file(kFont, on("a.sf2"));
     const NamedSoundFont named(on("a.sf2"));
@@ -380,6 +391,7 @@ TEST_F(StalledDrive, InstrumentsAreThereWhenTheirDriveStopsAnswering) {
     EXPECT_LT(taken(begin), DriveCalls::kPatience + kSlack);
 }
 
+/// FAULT-62
 TEST_F(StalledDrive, ASoundFontThatIsNoneIsToldAtOnce) {
     ASSERT_EQ(mkfifo(folder_.in("pipe").c_str(), 0600), 0);
     folder_.write("text.sf2", "RIFF of a song");

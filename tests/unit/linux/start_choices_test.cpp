@@ -25,6 +25,7 @@ TEST(WindowSystem, IsX11WhereverItHasADisplayUnlessTheUserChose) {
     EXPECT_EQ(platformToAskFor("", ""), "") << "a Wayland without X11";
 }
 
+/// CMD-02: They are joined by blanks
 TEST(CommandLines, NamesAreJoinedByBlanks) {
     const CommandLine line = readCommandLine({"/a.mid", "b c.wav"}, "/here");
     EXPECT_EQ(line.names, "/a.mid b c.wav");
@@ -32,6 +33,7 @@ TEST(CommandLines, NamesAreJoinedByBlanks) {
     EXPECT_FALSE(line.help || line.version);
 }
 
+/// CMD-15: Behind --open each argument is one file, taken as a drop
 TEST(CommandLines, EachArgumentBehindOpenIsOneFile) {
     const CommandLine line =
         readCommandLine({"x.mid", "--open", "/a b.mid", "c.wav", "file:///d%20e.mp3", "--help"}, "/here");
@@ -42,6 +44,8 @@ TEST(CommandLines, EachArgumentBehindOpenIsOneFile) {
     EXPECT_EQ(readCommandLine({"--open"}, "/").names, "") << "started from the desktop's menu: the saved list";
 }
 
+/// CMD-20: Names that are left out, and options that there are not, are told on the error stream, a line each that
+///     steers no terminal
 TEST(CommandLines, WhatLooksLikeAnOptionIsNoName) {
     const CommandLine line = readCommandLine({"--opne", "/a.mid", "-x", "-b.mid", "-"}, "/");
     EXPECT_EQ(line.unknown, (Texts{"--opne", "-x"}));
@@ -49,6 +53,8 @@ TEST(CommandLines, WhatLooksLikeAnOptionIsNoName) {
     EXPECT_EQ(readCommandLine({"--opne"}, "/").names, "") << "the saved list stays";
 }
 
+/// CMD-18: --help and --version are options
+/// MEDIA-43
 TEST(CommandLines, Options) {
     EXPECT_TRUE(readCommandLine({"--help"}, "/").help);
     EXPECT_TRUE(readCommandLine({"-h"}, "/").help);
@@ -69,6 +75,8 @@ struct ProgramFolders : ::testing::Test {
     test::TemporaryFolder folder;
 };
 
+/// START-43: The program's folder is the one chosen by the environment, else its own with skins beside it, else the
+///     user's
 TEST_F(ProgramFolders, TheChosenOneWins) {
     ship("bin");
     FolderChoice wanted = choice();
@@ -87,11 +95,13 @@ TEST_F(ProgramFolders, TheManualLiesBesideTheProgramOrIsInstalled) {
     EXPECT_EQ(manualFile(folder.in("bin")), folder.in("bin/manual/index.html"));
 }
 
+/// START-43
 TEST_F(ProgramFolders, TheProgramsOwnWithSkinsBeside) {
     ship("bin");
     EXPECT_EQ(programFolder(choice()), folder.in("bin"));
 }
 
+/// START-43
 TEST_F(ProgramFolders, ElseTheUsersFilledWithTheShippedSkinsOnce) {
     ship("share/corvane");
     EXPECT_EQ(programFolder(choice()), folder.in("home/.local/share/corvane"));
@@ -101,6 +111,8 @@ TEST_F(ProgramFolders, ElseTheUsersFilledWithTheShippedSkinsOnce) {
     EXPECT_EQ(folder.bytes("home/.local/share/corvane/PANELSET/DEFAULT.CSV"), "mine");
 }
 
+/// FAULT-12: Where the user's folder cannot be made, an installed program plays with the shipped skins and writes
+///     nothing among them
 TEST_F(ProgramFolders, WithoutAPlaceOfTheUsersTheShippedSkinsAreUsed) {
     ship("share/corvane");
     FolderChoice homeless = choice();
@@ -122,6 +134,7 @@ private:
         std::getenv("HOME") != nullptr ? std::optional<std::string>(std::getenv("HOME")) : std::nullopt;
 };
 
+/// FAULT-13: A home that the environment does not name is the one that the system has recorded
 TEST(ProgramFolder, WithoutAHomeInTheEnvironmentTheRecordedOneIsTaken) {
     {
         const Home given("/somewhere/else");
@@ -239,6 +252,7 @@ TEST_F(ProgramFolders, TheDataHomeCountsWhenItIsAbsolute) {
     _exit(holds() ? 0 : 1);
 }
 
+/// START-43
 TEST_F(ProgramFolders, AReadOnlyProgramFolderIsNotOne) {
     ship("bin");
     fs::permissions(folder.in("bin"), fs::perms::owner_read | fs::perms::owner_exec);

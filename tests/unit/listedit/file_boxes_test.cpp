@@ -8,6 +8,8 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
+/// EDIT-03: The nine type filters have their texts and patterns, in their order
+/// EDIT-04: The sound filter's last pattern ends with a parenthesis, so it lists no .AIFF file
 TEST(TypeFilters, AreNineWithTheirPatternsInOrder) {
     const auto& filters = typeFilters();
     ASSERT_EQ(filters.size(), 9U);
@@ -33,6 +35,8 @@ TEST(TypeFilters, AreNineWithTheirPatternsInOrder) {
     EXPECT_EQ(filters[8].patterns, "*.AVI");
 }
 
+/// EDIT-57: The search begins at home on its drive, without a home where the program is, and later where the last one
+///     ended
 TEST_F(EditorFixture, TheSearchBeginsAtHomeOnItsDrive) {
     open();
     EXPECT_EQ(editor().drvFileList.items(), (Texts{"Computer", "Home", "Disc"}));
@@ -43,6 +47,7 @@ TEST_F(EditorFixture, TheSearchBeginsAtHomeOnItsDrive) {
     EXPECT_EQ(editor().fleFileList.items(), Texts{"first.mp3"});
 }
 
+/// EDIT-57
 TEST_F(EditorFixture, WithoutAHomeItBeginsWhereTheProgramIs) {
     machine.files.offeredDrives = {{"Computer", "/"}};
     open();
@@ -57,6 +62,7 @@ TEST_F(EditorFixture, WithoutADriveTheWayBeginsAtTheRoot) {
     EXPECT_EQ(editor().dirFileList.items(), (Texts{"/", "  app"}));
 }
 
+/// EDIT-57
 TEST_F(EditorFixture, TheNextOpeningShowsTheFolderOfTheLastOne) {
     open();
     goTo("/home/ann/Music");
@@ -66,6 +72,7 @@ TEST_F(EditorFixture, TheNextOpeningShowsTheFolderOfTheLastOne) {
     EXPECT_EQ(editor().fleFileList.count(), 4);
 }
 
+/// EDIT-60: Opening reads the folder that it shows and no other
 TEST_F(EditorFixture, OpeningReadsTheFolderThatItShowsAndNoOther) {
     player.editorFolder = "/home/ann/Music";
     click(kEditor);
@@ -79,12 +86,14 @@ TEST_F(EditorFixture, OpeningReadsTheFolderThatItShowsAndNoOther) {
     EXPECT_EQ(editor().dirFileList.Path.get(), "/home/ann/Music");
 }
 
+/// EDIT-58: A folder that is gone gives way to the nearest above it
 TEST_F(EditorFixture, AFolderThatIsGoneGivesWayToTheNearestAboveIt) {
     player.editorFolder = "/home/ann/Music/gone/deeper";
     open();
     EXPECT_EQ(editor().dirFileList.Path.get(), "/home/ann/Music");
 }
 
+/// EDIT-55: The file box shows the folder of the folder box
 TEST_F(EditorFixture, ADoubleClickGoesIntoAFolderAndBackUp) {
     open();
     doubleClick(editor().dirFileList, 1);
@@ -96,6 +105,7 @@ TEST_F(EditorFixture, ADoubleClickGoesIntoAFolderAndBackUp) {
     EXPECT_EQ(editor().dirFileList.Path.get(), "/home/ann");
 }
 
+/// EDIT-53: A drive puts its folder into the folder box
 TEST_F(EditorFixture, ADriveShowsItsRootFolder) {
     open();
     pick(editor().drvFileList, {0});
@@ -107,6 +117,7 @@ TEST_F(EditorFixture, ADriveShowsItsRootFolder) {
 }
 
 /// A disc's name is what its maker wrote.
+/// COM-29
 TEST_F(EditorFixture, ADriveMakesNoLineOfTheBox) {
     machine.files.offeredDrives = {{"Home", "/home/ann", true}, {"Disc\r\nFormat it?\n", "/media/cdrom"}};
     open();
@@ -116,6 +127,8 @@ TEST_F(EditorFixture, ADriveMakesNoLineOfTheBox) {
     EXPECT_EQ(machine.dialogs.boxes[0].text, "Disc  Format it?  Drive Can't Open !!");
 }
 
+/// EDIT-54: A drive that cannot be read gives the stop box of its text and " Drive Can't Open !!"; the drive stays
+///     chosen, folder and files stay as they were
 TEST_F(EditorFixture, ADriveThatCannotBeReadSaysSoAndLeavesTheOtherBoxes) {
     open();
     pick(editor().drvFileList, {2});
@@ -129,6 +142,7 @@ TEST_F(EditorFixture, ADriveThatCannotBeReadSaysSoAndLeavesTheOtherBoxes) {
     EXPECT_EQ(editor().fleFileList.items(), Texts{"first.mp3"});
 }
 
+/// EDIT-54
 TEST_F(EditorFixture, AClosedDriveIsTriedAgainWhenItIsChosenAgain) {
     open();
     pick(editor().drvFileList, {2});
@@ -138,6 +152,7 @@ TEST_F(EditorFixture, AClosedDriveIsTriedAgainWhenItIsChosenAgain) {
     EXPECT_EQ(machine.dialogs.boxes.size(), 2U);
 }
 
+/// EDIT-59: Choosing the drive that is shown stays in its folder
 TEST_F(EditorFixture, ChoosingTheDriveThatIsShownStaysInItsFolder) {
     open();
     goTo("/home/ann/Music");
@@ -145,6 +160,7 @@ TEST_F(EditorFixture, ChoosingTheDriveThatIsShownStaysInItsFolder) {
     EXPECT_EQ(editor().dirFileList.Path.get(), "/home/ann/Music");
 }
 
+/// EDIT-05
 TEST_F(EditorFixture, AFilterListsItsFilesAndIsKept) {
     open();
     goTo("/home/ann/Music");
@@ -156,6 +172,7 @@ TEST_F(EditorFixture, AFilterListsItsFilesAndIsKept) {
     EXPECT_EQ(player.gPattern, 0);
 }
 
+/// EDIT-04
 TEST_F(EditorFixture, TheSoundFilterDoesNotListAiffFiles) {
     open();
     goTo("/home/ann/Music");
@@ -163,6 +180,7 @@ TEST_F(EditorFixture, TheSoundFilterDoesNotListAiffFiles) {
     EXPECT_EQ(editor().fleFileList.items(), Texts{"a.wav"});
 }
 
+/// EDIT-05: A filter is found by its text, not by its place; choosing it lists its files and keeps its number
 TEST_F(EditorFixture, TheFilterGoesByItsTextNotByItsPlace) {
     open();
     goTo("/home/ann/Music");
@@ -172,6 +190,7 @@ TEST_F(EditorFixture, TheFilterGoesByItsTextNotByItsPlace) {
     EXPECT_EQ(editor().fleFileList.items(), Texts{"b.mid"});
 }
 
+/// EDIT-06: A chosen zoom is in force at once
 TEST_F(EditorFixture, TheZoomChoicesAreTakenAtOnce) {
     open();
     combo(1).ListIndex = 4;
@@ -180,6 +199,7 @@ TEST_F(EditorFixture, TheZoomChoicesAreTakenAtOnce) {
     EXPECT_EQ(player.gImageZoom, 1);
 }
 
+/// EDIT-07: A chosen interval is in force at once, a typed one at OK
 TEST_F(EditorFixture, AChosenIntervalIsTakenAtOnceATypedOneIsNot) {
     open();
     combo(3).ListIndex = 4;
@@ -189,6 +209,7 @@ TEST_F(EditorFixture, AChosenIntervalIsTakenAtOnceATypedOneIsNot) {
     EXPECT_EQ(player.gInterval, 20);
 }
 
+/// EDIT-28: In a folder that is a root the path has one separator
 TEST_F(EditorFixture, PathsOfADriveLetterRootHaveOneBackslash) {
     machine.files.slash = '\\';
     machine.files.add("C:\\tune.mid");

@@ -49,6 +49,7 @@ std::vector<Hostile> hostileNames() {
     };
 }
 
+/// LIST-34
 TEST_F(EditorFixture, EachHostileNameSurvivesOrBecomesWhatIsStated) {
     open();
     for (const Hostile& each : hostileNames()) {
@@ -64,6 +65,7 @@ TEST_F(EditorFixture, EachHostileNameSurvivesOrBecomesWhatIsStated) {
     EXPECT_EQ(machine.dialogs.boxes.size(), hostileNames().size());  // the questions, no failure
 }
 
+/// LIST-34
 TEST_F(EditorFixture, EachHostileListNameComesBack) {
     open();
     for (const std::string name : {"a|b", "a,b", "a=b", "\"quoted\"", " both ends ", "[KADO]", ";note", "'", "caf\xE9",
@@ -76,6 +78,7 @@ TEST_F(EditorFixture, EachHostileListNameComesBack) {
     }
 }
 
+/// LIST-03: All hundred lists keep apart
 TEST_F(EditorFixture, AllHundredListsComeBackAfterARestart) {
     const auto hostile = hostileNames();
     const auto rowsOf = [&](int number) {
@@ -110,6 +113,7 @@ TEST_F(EditorFixture, AllHundredListsComeBackAfterARestart) {
     }
 }
 
+/// EDIT-64: An entry that is not UTF-8 plays from its own path
 TEST_F(EditorFixture, AnEntryThatIsNotUtf8PlaysFromItsOwnPath) {
     player.gAutoPlay = true;
     machine.addSound("/music/caf\xE9.mid", 3000);

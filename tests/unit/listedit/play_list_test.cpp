@@ -18,6 +18,9 @@ protected:
     }
 };
 
+/// EDIT-27: Add takes the selected files in the box's order with their full paths; without a current one it does
+///     nothing
+/// EDIT-29: Add clears the file box's current item
 TEST_F(EditorInMusic, AddTakesTheSelectedFilesInTheirOrder) {
     pick(editor().fleFileList, {2, 0});
     push(Editor::kAdd);
@@ -26,18 +29,21 @@ TEST_F(EditorInMusic, AddTakesTheSelectedFilesInTheirOrder) {
     EXPECT_EQ(editor().fleFileList.ListIndex, -1);
 }
 
+/// EDIT-27
 TEST_F(EditorInMusic, AddWithoutACurrentFileDoesNothing) {
     editor().fleFileList.select(1, true);
     push(Editor::kAdd);
     EXPECT_TRUE(names().empty());
 }
 
+/// EDIT-30: Add All takes every listed file; with none it does nothing
 TEST_F(EditorInMusic, AddAllTakesEveryListedFile) {
     push(Editor::kAddAll);
     EXPECT_EQ(names(), (Texts{"a.wav", "b.mid", "c.GIF", "d.aiff"}));
     EXPECT_EQ(paths()[3], "/home/ann/Music/d.aiff");
 }
 
+/// EDIT-30
 TEST_F(EditorInMusic, AddAllOfAnEmptyFolderChangesNothing) {
     goTo("/home/ann/Videos");
     setRows({{"a.wav", "/x/a.wav"}});
@@ -45,6 +51,7 @@ TEST_F(EditorInMusic, AddAllOfAnEmptyFolderChangesNothing) {
     EXPECT_EQ(names(), Texts{"a.wav"});
 }
 
+/// EDIT-31: A double-click in the file box adds that one file
 TEST_F(EditorInMusic, ADoubleClickOnAFileAddsThatOneOnly) {
     editor().fleFileList.select(0, true);
     doubleClick(editor().fleFileList, 1);
@@ -52,6 +59,8 @@ TEST_F(EditorInMusic, ADoubleClickOnAFileAddsThatOneOnly) {
     EXPECT_EQ(paths(), Texts{"/home/ann/Music/b.mid"});
 }
 
+/// EDIT-08: Names and paths stand side by side and always have the same length
+/// EDIT-39: A double-click on an entry removes it
 TEST_F(EditorInMusic, ADoubleClickOnAnEntryRemovesItFromBothLists) {
     push(Editor::kAddAll);
     doubleClick(editor().lstFileList[0], 1);
@@ -60,12 +69,15 @@ TEST_F(EditorInMusic, ADoubleClickOnAnEntryRemovesItFromBothLists) {
     EXPECT_EQ(editor().lstFileList[0].ListIndex, -1);
 }
 
+/// EDIT-39
 TEST_F(EditorInMusic, ADoubleClickBesideTheEntriesRemovesNothing) {
     push(Editor::kAddAll);
     machine.loop.enter([&] { editor().lstFileList[0].DblClick.raise(); });
     EXPECT_EQ(names().size(), 4U);
 }
 
+/// EDIT-37: Delete removes every selected entry and leaves none current; without a current one it does nothing
+/// EDIT-08
 TEST_F(EditorInMusic, DeleteRemovesAllSelectedEntries) {
     push(Editor::kAddAll);
     pick(editor().lstFileList[0], {0, 2, 3});
@@ -75,6 +87,7 @@ TEST_F(EditorInMusic, DeleteRemovesAllSelectedEntries) {
     EXPECT_EQ(editor().lstFileList[0].ListIndex, -1);
 }
 
+/// EDIT-37
 TEST_F(EditorInMusic, DeleteWithoutACurrentEntryDoesNothing) {
     push(Editor::kAddAll);
     editor().lstFileList[0].select(1, true);
@@ -82,6 +95,8 @@ TEST_F(EditorInMusic, DeleteWithoutACurrentEntryDoesNothing) {
     EXPECT_EQ(names().size(), 4U);
 }
 
+/// EDIT-38: Clear empties list and name
+/// EDIT-08
 TEST_F(EditorInMusic, ClearEmptiesTheListAndItsName) {
     push(Editor::kAddAll);
     editor().txtListName.Text = "Morning";
@@ -91,6 +106,7 @@ TEST_F(EditorInMusic, ClearEmptiesTheListAndItsName) {
     EXPECT_EQ(editor().txtListName.Text.get(), "");
 }
 
+/// EDIT-09: The horizontal range is the widest name and 80
 TEST_F(EditorInMusic, TheHorizontalRangeIsTheWidestNameAndEighty) {
     push(Editor::kAddAll);
     EXPECT_EQ(editor().lstFileList[0].HorizontalExtent, 6 * 8 + 80);
@@ -100,6 +116,8 @@ TEST_F(EditorInMusic, TheHorizontalRangeIsTheWidestNameAndEighty) {
     EXPECT_EQ(editor().lstFileList[0].HorizontalExtent, 80);
 }
 
+/// EDIT-32: Files dropped on the play list are added when they are of an accepted kind: a .gif is, a .txt is not
+/// EDIT-35: A dropped file is shown under the name that the disk gives, hidden ones included
 TEST_F(EditorInMusic, ADropAddsFilesOfTheAcceptedKindsUnderTheNameTheDiskGives) {
     machine.files.caseSensitive = true;
     machine.files.add("/pics/x.gif");
@@ -110,18 +128,22 @@ TEST_F(EditorInMusic, ADropAddsFilesOfTheAcceptedKindsUnderTheNameTheDiskGives) 
     EXPECT_EQ(paths(), (Texts{"/x/old.wav", "/pics/x.gif", "/pics/hidden.bmp"}));
 }
 
+/// EDIT-33: Other data adds nothing
 TEST_F(EditorInMusic, ADropOfOtherDataOrOfAFileThatIsGoneAddsNothing) {
     drop({false, {"/home/ann/Music/a.wav"}});
     drop({true, {"/home/ann/Music/gone.wav"}});
     EXPECT_TRUE(names().empty());
 }
 
+/// EDIT-36: A file in a folder with a dot is skipped
 TEST_F(EditorInMusic, ADropFromAFolderWithADotIsSkipped) {
     machine.files.add("/my.music/song.mp3");
     drop({true, {"/my.music/song.mp3"}});
     EXPECT_TRUE(names().empty());
 }
 
+/// EDIT-34: A doubled backslash of a root folder is made single
+/// EDIT-35
 TEST_F(EditorFixture, ADropFromARootFolderLosesTheDoubledBackslash) {
     machine.files.slash = '\\';
     machine.files.caseSensitive = false;
@@ -132,6 +154,8 @@ TEST_F(EditorFixture, ADropFromARootFolderLosesTheDoubledBackslash) {
     EXPECT_EQ(paths(), Texts{"C:\\tune.mid"});
 }
 
+/// EDIT-22: A missing file is an empty list without a name
+/// EDIT-18
 TEST_F(EditorFixture, AListThatIsMissingIsEmptyWithoutAName) {
     open();
     EXPECT_TRUE(names().empty());
@@ -139,12 +163,14 @@ TEST_F(EditorFixture, AListThatIsMissingIsEmptyWithoutAName) {
     EXPECT_EQ(editor().txtListName.Text.get(), "");
 }
 
+/// EDIT-21: An entry whose name is empty ends the reading, whatever follows
 TEST_F(EditorFixture, ReadingEndsAtTheFirstEntryWithoutAName) {
     writeList("/app/FILE00.INI", "LIST000=a.wav|/x/a.wav\r\nLIST001=|/x/b.wav\r\nLIST002=c.wav|/x/c.wav\r\n");
     open();
     EXPECT_EQ(names(), Texts{"a.wav"});
 }
 
+/// EDIT-20: An entry with a comma and no bar gives name and path
 TEST_F(EditorFixture, AnEntryOfTheCommaFormIsRead) {
     writeList("/app/FILE00.INI", "LIST000=a.wav,C:\\a.wav\r\n");
     open();
@@ -152,6 +178,7 @@ TEST_F(EditorFixture, AnEntryOfTheCommaFormIsRead) {
     EXPECT_EQ(paths(), Texts{"C:\\a.wav"});
 }
 
+/// EDIT-17: Both number buttons, a change of number and the opening clear both lists first
 TEST_F(EditorFixture, BothNumberButtonsReadTheListAgain) {
     writeList("/app/FILE00.INI", "LISTNAME=One\r\nLIST000=a.wav|/x/a.wav\r\n");
     open();
@@ -163,6 +190,9 @@ TEST_F(EditorFixture, BothNumberButtonsReadTheListAgain) {
     }
 }
 
+/// LIST-26: The question names page and list counted from 1, in an OK and Cancel box with a question mark
+/// LIST-27: Anything but OK writes nothing
+/// EDIT-23: It asks by page and list number, and writes at OK alone
 TEST_F(EditorFixture, SaveAsksByPageAndListNumber) {
     player.gPageNumber = 2;
     player.gListNumber = 9;
@@ -176,6 +206,11 @@ TEST_F(EditorFixture, SaveAsksByPageAndListNumber) {
     EXPECT_FALSE(machine.files.has("/app/FILE29.INI"));
 }
 
+/// LIST-28: LISTNAME takes the name field's text
+/// EDIT-19: Entries are read up to the first that ends the list: three saved ones are three, though 256 keys stand
+///     there
+/// EDIT-24: Name and all 256 entries are written, the unused ones as the bar
+/// LIST-29
 TEST_F(EditorFixture, SaveWritesTheNameAndAll256EntriesAtOnce) {
     open();
     setRows({{"a.wav", "/x/a.wav"}, {"b.mid", "/x/b.mid"}, {"c.gif", "/x/c.gif"}});
@@ -194,6 +229,7 @@ TEST_F(EditorFixture, SaveWritesTheNameAndAll256EntriesAtOnce) {
     EXPECT_EQ(editor().txtListName.Text.get(), "Morning");
 }
 
+/// EDIT-26: A save that fails says so in one box and keeps file and edits
 TEST_F(EditorFixture, ASaveThatFailsSaysSoAndKeepsTheFileAndTheEdits) {
     writeList("/app/FILE00.INI", "LIST000=old.wav|/x/old.wav\r\n");
     open();
@@ -210,6 +246,7 @@ TEST_F(EditorFixture, ASaveThatFailsSaysSoAndKeepsTheFileAndTheEdits) {
     EXPECT_EQ(editor().txtListName.Text.get(), "Morning");
 }
 
+/// LIST-37: A path that is longer than a list can keep is told by the save, which saves all the rest
 TEST_F(EditorFixture, APathThatAListCannotKeepIsToldByTheSave) {
     open();
     const std::string longest = "/x/" + std::string(502, 'a') + ".wav";
@@ -228,6 +265,7 @@ TEST_F(EditorFixture, APathThatAListCannotKeepIsToldByTheSave) {
     EXPECT_EQ(readPlayList(player, "/app/FILE00.INI").entries.at(1).path, "/x/b.wav") << "the others are saved";
 }
 
+/// COM-29
 TEST_F(EditorFixture, APathThatAListCannotKeepMakesNoLineOfTheBox) {
     open();
     const std::string rest = std::string(510, 'a') + ".wav";
@@ -238,6 +276,8 @@ TEST_F(EditorFixture, APathThatAListCannotKeepMakesNoLineOfTheBox) {
               "/x  Saved. " + rest + " Can't save!!\r\nThe path is longer than a list can keep.");
 }
 
+/// EDIT-25: Entries past the 256th stay in the editor and go neither into the file nor into the player
+/// LIST-31, EDIT-42
 TEST_F(EditorFixture, EntriesPast256StayInTheEditorOnly) {
     open();
     std::vector<ListEntry> rows;
@@ -253,6 +293,10 @@ TEST_F(EditorFixture, EntriesPast256StayInTheEditorOnly) {
     EXPECT_EQ(player.gFilePath[255], "/x/255.wav");
 }
 
+/// SET-53: Window mode, filter, zooms, list and page are written as plain decimal numbers, the interval as the editor's
+///     text
+/// EDIT-40: OK writes filter, zooms, interval, list and page into the settings
+/// SET-03, EDIT-07
 TEST_F(EditorFixture, OkWritesTheChoicesAndTheNumbers) {
     open();
     combo(0).ListIndex = 4;
@@ -266,6 +310,10 @@ TEST_F(EditorFixture, OkWritesTheChoicesAndTheNumbers) {
               "[KADO]\r\nPATTERN=4\r\nMOVIEZOOM=2\r\nIMAGEZOOM=3\r\nINTERVAL=33\r\nFILENUM=6\r\nPAGENUM=2\r\n");
 }
 
+/// EDIT-41: It clears what belongs to the order of the list before
+/// EDIT-42: It takes the list, saved or not: titles cut at their first dot, full paths, 256 at most
+/// EDIT-43: The panel shows number, title and count, or nothing for an empty list, and the index is 0
+/// EDIT-44
 TEST_F(EditorFixture, OkTakesTheListWhetherItWasSavedOrNot) {
     setList({"/x/1.wav", "/x/2.wav", "/x/3.wav"});
     player.gFileIndex = 2;
@@ -289,6 +337,7 @@ TEST_F(EditorFixture, OkTakesTheListWhetherItWasSavedOrNot) {
     EXPECT_EQ(found(), nullptr);
 }
 
+/// EDIT-43
 TEST_F(EditorFixture, OkWithAnEmptyListEmptiesThePanelsTexts) {
     setList({"/x/1.wav"});
     mdlPublicFunction::showList(player);
@@ -298,6 +347,7 @@ TEST_F(EditorFixture, OkWithAnEmptyListEmptiesThePanelsTexts) {
     for (const int each : {kNumberLabel, kTitleLabel, kTotalLabel}) EXPECT_EQ(label(each), "");
 }
 
+/// EDIT-46: Cancel leaves the player's list, writes nothing and closes; with auto play the old list plays
 TEST_F(EditorFixture, CancelWritesNothingAndLeavesThePlayersList) {
     setList({"/x/1.wav"});
     open();
@@ -321,6 +371,7 @@ protected:
     }
 };
 
+/// EDIT-45: With auto play the new list plays once the events that wait have run
 TEST_F(EditorWithAutoPlay, OkPlaysTheNewListAfterTheEventsThatWait) {
     std::string stateOfWaitingEvent;
     machine.loop.post([&] { stateOfWaitingEvent = state(); });
@@ -331,12 +382,14 @@ TEST_F(EditorWithAutoPlay, OkPlaysTheNewListAfterTheEventsThatWait) {
     EXPECT_EQ(machine.log.count("mci.FileName /y/new.wav"), 1);
 }
 
+/// EDIT-46
 TEST_F(EditorWithAutoPlay, CancelPlaysTheOldList) {
     push(Editor::kCancel);
     EXPECT_EQ(state(), "playing");
     EXPECT_EQ(machine.log.count("mci.FileName /x/old.wav"), 1);
 }
 
+/// EDIT-47: Without auto play nothing starts
 TEST_F(EditorFixture, WithoutAutoPlayNothingStarts) {
     machine.addSound("/x/old.wav", 5000);
     setList({"/x/old.wav"});
@@ -346,6 +399,8 @@ TEST_F(EditorFixture, WithoutAutoPlayNothingStarts) {
     EXPECT_TRUE(machine.calls("mci").empty());
 }
 
+/// EDIT-65: OK takes a typed interval, held in 0 to 32767, and writes the one in force; what is no number changes
+///     nothing
 TEST_F(EditorFixture, ATypedIntervalIsInForceAtOkAndWrittenAsItIs) {
     const std::vector<std::pair<const char*, const char*>> rows = {{"40000", "32767"}, {"-3", "0"},  {"32767", "32767"},
                                                                    {"0", "0"},         {"abc", "5"}, {"", "5"},

@@ -10,6 +10,7 @@ namespace {
 
 using Editor = FileListControls;
 
+/// EDIT-01: Buttons and headings have their captions
 TEST_F(EditorFixture, EveryButtonAndHeadingHasItsCaption) {
     open();
     const std::vector<std::string> buttons = {"File 1", "Save", "Add", "Add All", "Delete", "Clear", "OK", "Cancel"};
@@ -21,6 +22,7 @@ TEST_F(EditorFixture, EveryButtonAndHeadingHasItsCaption) {
     for (std::size_t i = 0; i < headings.size(); ++i) EXPECT_EQ(editor().lblFileList[i].Caption.get(), headings[i]);
 }
 
+/// EDIT-02: Zooms and intervals have their entries, and the interval can be typed
 TEST_F(EditorFixture, TheChoicesAreTheOnesStated) {
     open();
     const std::vector<std::string> zooms = {"ORIGINAL", "DOUBLE", "1/16 CRT", "1/4 CRT", "1/2 CRT", "STRETCH"};
@@ -33,6 +35,7 @@ TEST_F(EditorFixture, TheChoicesAreTheOnesStated) {
     EXPECT_TRUE(editor().fleFileList.MultiSelect);
 }
 
+/// EDIT-15: Enter is OK and Escape is Cancel
 TEST_F(EditorFixture, EnterIsOkAndEscapeIsCancel) {
     open();
     for (const CommandButton& each : editor().cmdFileList) {
@@ -41,6 +44,7 @@ TEST_F(EditorFixture, EnterIsOkAndEscapeIsCancel) {
     }
 }
 
+/// EDIT-63: Tab reaches each usable control once
 TEST_F(EditorFixture, TabReachesEachUsableControlOnce) {
     open();
     std::set<int> places;
@@ -56,6 +60,8 @@ TEST_F(EditorFixture, TabReachesEachUsableControlOnce) {
     EXPECT_EQ(*places.rbegin(), 19);
 }
 
+/// EDIT-12: The panel is hidden and disabled meanwhile and comes back where it was
+/// EDIT-44: OK enables the panel and closes the editor
 TEST_F(EditorFixture, OpeningHidesAndDisablesThePanelAndClosingBringsItBackWhereItWas) {
     panel().Move(1500, 900);
     open();
@@ -70,6 +76,8 @@ TEST_F(EditorFixture, OpeningHidesAndDisablesThePanelAndClosingBringsItBackWhere
     EXPECT_EQ(machine.windows.active(), &panel());
 }
 
+/// EDIT-10: It shows the filter, both zooms, the interval and both numbers, and reads the list
+/// EDIT-11: Both bars then stand at page and list
 TEST_F(EditorFixture, OpeningShowsTheSettingsAndTheNumbers) {
     player.gPattern = 3;
     player.gMovieZoom = 5;
@@ -92,6 +100,7 @@ TEST_F(EditorFixture, OpeningShowsTheSettingsAndTheNumbers) {
     EXPECT_EQ(names(), std::vector<std::string>{"a.wav"});
 }
 
+/// EDIT-13: Each opening is a fresh window; unsaved edits are lost
 TEST_F(EditorFixture, EachCloseMakesAFreshWindow) {
     open();
     editor().txtListName.Text = "unsaved";
@@ -100,6 +109,7 @@ TEST_F(EditorFixture, EachCloseMakesAFreshWindow) {
     EXPECT_EQ(editor().txtListName.Text.get(), "");
 }
 
+/// EDIT-14: The window manager's close is Cancel
 TEST_F(EditorFixture, TheWindowManagersCloseIsCancel) {
     setList({"/x/old.wav"});
     open();
@@ -111,6 +121,8 @@ TEST_F(EditorFixture, TheWindowManagersCloseIsCancel) {
     EXPECT_TRUE(panel().Visible);
 }
 
+/// EDIT-48: The list number runs from 0 to 9 and wraps: left of 1 shows File 10, right of 10 shows File 1
+/// LIST-02, EDIT-50
 TEST_F(EditorFixture, TheListNumberRunsAndWrapsAtBothEnds) {
     open();
     machine.loop.enter([&] { editor().hscrFileList.Value = -1; });
@@ -126,6 +138,7 @@ TEST_F(EditorFixture, TheListNumberRunsAndWrapsAtBothEnds) {
     EXPECT_EQ(caption(Editor::kPage), "Page 1");
 }
 
+/// EDIT-49: The page number does the same
 TEST_F(EditorFixture, ThePageNumberRunsAndWrapsAtBothEnds) {
     open();
     machine.loop.enter([&] { editor().hscrPageList.Value = -1; });
@@ -138,6 +151,9 @@ TEST_F(EditorFixture, ThePageNumberRunsAndWrapsAtBothEnds) {
     EXPECT_EQ(caption(Editor::kList), "File 1");
 }
 
+/// EDIT-18: The name is LISTNAME, or empty
+/// EDIT-50: A new number is kept, shown on its button, and that list is read
+/// EDIT-17
 TEST_F(EditorFixture, AChangeOfListOrPageReadsThatListAndLosesUnsavedEdits) {
     writeList("/app/FILE01.INI", "LISTNAME=One\r\nLIST000=a.wav|/x/a.wav\r\n");
     writeList("/app/FILE11.INI", "LIST000=b.wav|/x/b.wav\r\nLIST001=c.wav|/x/c.wav\r\n");
@@ -151,6 +167,7 @@ TEST_F(EditorFixture, AChangeOfListOrPageReadsThatListAndLosesUnsavedEdits) {
     EXPECT_EQ(editor().txtListName.Text.get(), "");
 }
 
+/// EDIT-16: A left press on the window or a heading drags it
 TEST_F(EditorFixture, ALeftPressOnTheWindowOrAHeadingDragsTheWindow) {
     open();
     press(editor(), {kLeftButton, 0, 5, 5});
@@ -170,6 +187,7 @@ protected:
     static Twips right(const Control& control) { return control.Left + control.Width; }
 };
 
+/// EDIT-52: Drive and folder boxes take their width from it; file box, its heading and its choice move with it
 TEST_F(Splitter, MovesTheFilesTheirHeadingAndTheirChoiceAndWidensTheFolders) {
     open();
     const Twips filesRight = right(editor().fleFileList);
@@ -185,6 +203,7 @@ TEST_F(Splitter, MovesTheFilesTheirHeadingAndTheirChoiceAndWidensTheFolders) {
     EXPECT_EQ(editor().drvFileList.Width.get(), editor().dirFileList.Width.get());
 }
 
+/// EDIT-51: The splitter is dragged between press and release, held between 630 and 3690 twips
 TEST_F(Splitter, StaysBetween630And3690Twips) {
     open();
     press(editor().imgFileList, {kLeftButton, 0, 1, 1});
@@ -196,6 +215,7 @@ TEST_F(Splitter, StaysBetween630And3690Twips) {
     EXPECT_GT(editor().fleFileList.Width.get(), 0);
 }
 
+/// EDIT-51
 TEST_F(Splitter, MovesOnlyWhileItIsHeld) {
     open();
     const Twips before = editor().fleFileList.Left;
@@ -207,6 +227,7 @@ TEST_F(Splitter, MovesOnlyWhileItIsHeld) {
     EXPECT_EQ(editor().fleFileList.Left.get(), before);
 }
 
+/// EDIT-61
 TEST_F(Splitter, KeepsItsPlaceWhenTheWindowGrowsAndTheListsTakeTheSpace) {
     open();
     press(editor().imgFileList, {kLeftButton, 0, 1, 1});
@@ -240,6 +261,7 @@ void expectTidy(const Form& form) {
     }
 }
 
+/// EDIT-62: Nothing overlaps at the limits of splitter and size
 TEST_F(Splitter, NothingOverlapsAtTheLimitsOfSplitterAndSize) {
     open();
     press(editor().imgFileList, {kLeftButton, 0, 1, 1});
@@ -254,6 +276,7 @@ TEST_F(Splitter, NothingOverlapsAtTheLimitsOfSplitterAndSize) {
     }
 }
 
+/// EDIT-61: The window opens in the middle of the screen, and a larger one gives its space to the lists
 TEST_F(EditorFixture, TheWindowOpensInTheMiddleOfTheScreen) {
     open();
     EXPECT_EQ(editor().Left.get(), (1024 * 15 - editor().Width) / 2);

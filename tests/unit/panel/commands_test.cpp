@@ -33,6 +33,11 @@ void PrintTo(const ClickRow& row, std::ostream* out) { *out << "button " << row.
 
 class TransportClick : public Commands, public ::testing::WithParamInterface<ClickRow> {};
 
+/// BTN-06: Play plays
+/// BTN-07: Pause pauses
+/// BTN-08: Stop closes and keeps no picture
+/// MOVE-34: With nothing open a close does nothing
+/// BTN-09, BTN-10, MOVE-05
 TEST_P(TransportClick, DoesItsCommand) {
     const ClickRow& row = GetParam();
     setUp(kPicture);
@@ -49,20 +54,6 @@ TEST_P(TransportClick, DoesItsCommand) {
     EXPECT_EQ(mediaCalls(), row.calls);
 }
 
-const std::vector<std::string> kClosed = {"mci.Command Stop", "mci.Command Close"};
-
-std::vector<std::string> opened(const char* path) {
-    return {"mci.Command Stop", "mci.Command Close", std::string("mci.FileName ") + path,
-            "mci.Command Open", "mci.TimeFormat 0",  "mci.UpdateInterval 100",
-            "mci.Command Play"};
-}
-
-std::vector<std::string> closedAndOpened(const char* path) {
-    std::vector<std::string> calls = kClosed;
-    for (const std::string& call : opened(path)) calls.push_back(call);
-    return calls;
-}
-
 INSTANTIATE_TEST_SUITE_P(
     Table, TransportClick,
     ::testing::Values(ClickRow{"stopped", kPlay, "playing", 1, opened("/m/second.wav")},
@@ -77,6 +68,9 @@ INSTANTIATE_TEST_SUITE_P(
                       ClickRow{"playing", kNext, "playing", 2, closedAndOpened("/m/third.wav")},
                       ClickRow{"paused", kNext, "paused", 1, {"mci.To 6000", "mci.Command Seek"}}));
 
+/// BTN-16: Play is disabled while playing, pause while paused, the editor's button unless stopped
+/// MOVE-01: Play and pause both enabled is stopped, play disabled is playing, pause disabled is paused
+/// OPEN-03
 TEST_F(Commands, EachStateEnablesItsButtons) {
     for (const char* before : kStates) {
         SCOPED_TRACE(before);
@@ -94,6 +88,8 @@ TEST_F(Commands, EachStateEnablesItsButtons) {
     }
 }
 
+/// BTN-15: With an empty list the transport buttons do nothing
+/// OPEN-01
 TEST_F(Commands, AnEmptyListLeavesTheTransportAsItIs) {
     setUpPanel();
     for (const int index : {kPlay, kPause, kStop, kPrev, kNext, kShuffle}) {
@@ -108,6 +104,7 @@ TEST_F(Commands, AnEmptyListLeavesTheTransportAsItIs) {
 
 // --- The other buttons -----------------------------------------------------------------------------------------------
 
+/// BTN-01: Power is disabled, closes what is open and ends the panel, in each state
 TEST_F(Commands, PowerOffStopsAndEndsThePanelInEachState) {
     for (const char* before : kStates) {
         SCOPED_TRACE(before);
@@ -121,6 +118,7 @@ TEST_F(Commands, PowerOffStopsAndEndsThePanelInEachState) {
     }
 }
 
+/// BTN-02: Minimise minimises the panel and leaves the playing as it is
 TEST_F(Commands, MinimiseLeavesTheStateAsItIs) {
     for (const char* before : kStates) {
         SCOPED_TRACE(before);
@@ -134,6 +132,7 @@ TEST_F(Commands, MinimiseLeavesTheStateAsItIs) {
     }
 }
 
+/// BTN-03, BTN-04
 TEST_F(Commands, RepeatTogglesInEachState) {
     for (const char* before : kStates) {
         SCOPED_TRACE(before);
@@ -149,6 +148,7 @@ TEST_F(Commands, RepeatTogglesInEachState) {
     }
 }
 
+/// BTN-05: Shuffle shuffles a list of three and more; with none, one or two it does nothing
 TEST_F(Commands, ShuffleNeedsThreeFiles) {
     setUp(kSound);
     for (std::int16_t count = 0; count <= 4; ++count) {
@@ -161,6 +161,7 @@ TEST_F(Commands, ShuffleNeedsThreeFiles) {
     }
 }
 
+/// SEQ-17
 TEST_F(Commands, ShuffleWhilePlayingPlaysOn) {
     bring(kSound, "playing");
     act([this] { NextFile(player); });
@@ -172,6 +173,7 @@ TEST_F(Commands, ShuffleWhilePlayingPlaysOn) {
     EXPECT_TRUE(mediaCalls().empty());
 }
 
+/// BTN-12: Button 10 lowers and button 11 raises the volume
 TEST_F(Commands, Button10LowersAndButton11RaisesTheVolume) {
     for (const char* before : kStates) {
         SCOPED_TRACE(before);
@@ -187,6 +189,8 @@ TEST_F(Commands, Button10LowersAndButton11RaisesTheVolume) {
     }
 }
 
+/// BTN-11: The editor's button hides and disables the panel and shows the editor beside it
+/// BTN-35
 TEST_F(Commands, TheEditorButtonHidesAndDisablesThePanel) {
     setUp(kSound);
     click(kEditor);
@@ -198,6 +202,7 @@ TEST_F(Commands, TheEditorButtonHidesAndDisablesThePanel) {
     EXPECT_EQ(machine.log.count("windows.focus pctMainPanel"), 0) << "a hidden panel takes no focus";
 }
 
+/// BTN-13: A click on the display opens the settings and hides the panel while stopped, and does nothing else
 TEST_F(Commands, TheDisplayOpensTheSettingsOnlyWhileStopped) {
     for (const char* before : {"playing", "paused", "stopped"}) {
         SCOPED_TRACE(before);
@@ -211,6 +216,7 @@ TEST_F(Commands, TheDisplayOpensTheSettingsOnlyWhileStopped) {
     }
 }
 
+/// BTN-14: A click on a text that lies on the display is one on the display
 TEST_F(Commands, AClickOnATextInsideTheDisplayIsAClickOnTheDisplay) {
     struct Place {
         float left, top;  ///< of the text
@@ -258,6 +264,8 @@ protected:
     }
 };
 
+/// BTN-41: The right button's release pops the menu up on form, labels, images, display, slider and buttons
+/// BTN-42: The press does not, and no other button's release does
 TEST_F(Areas, TheRightButtonsReleasePopsTheMenuUpEverywhere) {
     for (const char* before : kStates) {
         bring(kSound, before);
@@ -275,6 +283,7 @@ TEST_F(Areas, TheRightButtonsReleasePopsTheMenuUpEverywhere) {
     }
 }
 
+/// BTN-42
 TEST_F(Areas, NoOtherButtonsReleasePopsItUp) {
     setUp(kSound);
     for (const Area& area : areas()) {
@@ -287,6 +296,8 @@ TEST_F(Areas, NoOtherButtonsReleasePopsItUp) {
     }
 }
 
+/// BTN-43: A left press on form, display, labels and images, the knob left out, drags the window
+/// BTN-44
 TEST_F(Areas, ALeftPressOnAFreeAreaDragsTheWindow) {
     setUp(kSound);
     for (const Area& area : areas()) {
@@ -298,6 +309,7 @@ TEST_F(Areas, ALeftPressOnAFreeAreaDragsTheWindow) {
     }
 }
 
+/// BTN-44: No other button drags it, and buttons, slider and knob do not
 TEST_F(Areas, NoOtherButtonDragsTheWindow) {
     setUp(kSound);
     for (const Area& area : areas()) {
@@ -311,6 +323,7 @@ TEST_F(Areas, NoOtherButtonDragsTheWindow) {
     }
 }
 
+/// DROP-01: Files dropped anywhere on the panel, each of its buttons included, are taken
 TEST_F(Areas, FilesDroppedAnywhereReplaceTheList) {
     setUpPanel();
     std::vector<MouseControl*> targets = {&panel()};
@@ -325,6 +338,7 @@ TEST_F(Areas, FilesDroppedAnywhereReplaceTheList) {
     }
 }
 
+/// BTN-35: The display takes the focus, unless a full-screen movie has the keys or the panel is hidden
 TEST_F(Commands, TheDisplayTakesTheFocusAfterEachButton) {
     setUp(kSound);
     for (const int index : {kMinimise, kRepeat, kShuffle, kPlay, kPause, kStop, kPrev, kNext, kVolumeDown, kVolumeUp}) {
@@ -336,131 +350,11 @@ TEST_F(Commands, TheDisplayTakesTheFocusAfterEachButton) {
     }
 }
 
+/// BTN-36
 TEST_F(Commands, ARightReleaseLeavesTheFocusWhereItIs) {
     setUp(kSound);
     release(button(kPlay), kRight);
     EXPECT_EQ(machine.log.count("windows.focus pctMainPanel"), 0);
-}
-
-// --- Previous pressed twice ------------------------------------------------------------------------------------------
-
-class DoublePress : public Commands {
-protected:
-    void play(std::int16_t index, int doubleClickMs = 300) {
-        machine.windows.doubleClickMs = doubleClickMs;
-        setUp(kSound);
-        player.gFileIndex = index;
-        act([this] { PlayFile(player); });
-        machine.advance(5000);
-        machine.clearCalls();
-    }
-};
-
-TEST_F(DoublePress, OnePressPlaysTheFileAgainAfterTheSystemsDoubleClickTime) {
-    for (const int time : {200, 500}) {
-        SCOPED_TRACE(time);
-        if (panelIsThere()) player.forms.unload<MainPanelControls>();
-        play(1, time);
-        EXPECT_EQ(panel().tmrPlayBack.Interval, time);
-        click(kPrev);
-        machine.advance(time - 1);
-        EXPECT_TRUE(mediaCalls().empty());
-        machine.advance(1);
-        EXPECT_EQ(mediaCalls(), opened("/m/second.wav"));
-        EXPECT_EQ(player.gFileIndex, 1);
-        EXPECT_EQ(state(), "playing");
-        EXPECT_EQ(label(kTimeLabel), "00:00");
-        EXPECT_FALSE(player.gBackPending);
-        machine.advance(5000);
-        EXPECT_EQ(label(kTimeLabel), "00:05") << "once, not again and again";
-        act([this] { CloseFile(player, false); });
-    }
-}
-
-TEST_F(DoublePress, TwoPressesInTimeGoBackOneFile) {
-    play(2);
-    click(kPrev);
-    machine.advance(299);
-    click(kPrev);
-    machine.settle();
-    EXPECT_EQ(player.gFileIndex, 1);
-    EXPECT_EQ(label(kNumberLabel), "002");
-    EXPECT_EQ(mediaCalls(), closedAndOpened("/m/second.wav"));
-    machine.clearCalls();
-    machine.advance(1000);
-    EXPECT_TRUE(mediaCalls().empty()) << "the first press is spent";
-}
-
-TEST_F(DoublePress, TwoPressesTooFarApartPlayTheFileTwiceAgain) {
-    play(2);
-    click(kPrev);
-    machine.advance(301);
-    click(kPrev);
-    machine.advance(301);
-    EXPECT_EQ(player.gFileIndex, 2);
-    EXPECT_EQ(machine.log.count("mci.Command Open"), 2);
-}
-
-TEST_F(DoublePress, OnTheFirstFileRepeatDecides) {
-    play(0);
-    click(kPrev);
-    click(kPrev);
-    machine.settle();
-    EXPECT_EQ(player.gFileIndex, 0);
-    EXPECT_EQ(mediaCalls(), closedAndOpened("/m/song.wav"));
-    player.gRepeat = true;
-    click(kPrev);
-    click(kPrev);
-    machine.settle();
-    EXPECT_EQ(player.gFileIndex, 2);
-}
-
-TEST_F(DoublePress, TheKeyCountsAsThePressToo) {
-    play(2);
-    click(kPrev);
-    typeKey(panel(), ',');
-    machine.settle();
-    EXPECT_EQ(player.gFileIndex, 1);
-}
-
-TEST_F(DoublePress, TheFileIsOpenedAfreshEvenWithThePauseButtonDisabled) {
-    play(1);
-    click(kPrev);
-    button(kPause).Enabled = false;
-    machine.advance(300);
-    EXPECT_TRUE(button(kPause).Enabled);
-    EXPECT_EQ(mediaCalls(), opened("/m/second.wav"));
-}
-
-TEST_F(DoublePress, StopOrPauseInBetweenForgetsTheFirstPress) {
-    for (const int between : {kStop, kPause}) {
-        SCOPED_TRACE(between);
-        play(1);
-        click(kPrev);
-        click(between);
-        machine.clearCalls();
-        machine.advance(1000);
-        EXPECT_TRUE(mediaCalls().empty());
-        EXPECT_FALSE(player.gBackPending);
-        act([this] { CloseFile(player, false); });
-    }
-}
-
-TEST_F(DoublePress, EachKindPlaysFromItsStartAgain) {
-    for (const char* path : {kPicture, kMovie, kSound, kTrack}) {
-        SCOPED_TRACE(path);
-        bring(path, "playing");
-        machine.advance(6000);
-        click(kPrev);
-        machine.advance(400);
-        EXPECT_EQ(player.gFileIndex, 0);
-        EXPECT_EQ(state(), "playing");
-        EXPECT_EQ(slider(), 15);
-        machine.advance(2500);
-        EXPECT_EQ(label(kTimeLabel).substr(0, 5), std::string(path) == kMovie ? "2" : "00:02");
-        EXPECT_EQ(machine.media.liveControls(), std::string(path) == kPicture ? 0 : 1);
-        act([this] { CloseFile(player, false); });
-    }
 }
 
 }  // namespace

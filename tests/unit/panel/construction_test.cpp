@@ -43,6 +43,8 @@ protected:
 
 // --- Version text ----------------------------------------------------------------------------------------------------
 
+/// PANEL-01: Label 1 shows product, "  Ver ", major and two-digit minor without a point between them, two blanks and
+///     the comments: 1.05 reads 105
 TEST_F(Construction, ThereIsNoPointInTheVersion) {
     struct Row {
         int major, minor;
@@ -63,6 +65,7 @@ TEST_F(Construction, ThereIsNoPointInTheVersion) {
     EXPECT_EQ(label(kTextLabel), "Other  Ver 1203  ");
 }
 
+/// PANEL-17: Texts written before the panel existed are there
 TEST_F(Construction, CaptionsOfTheListReadBeforeAreShown) {
     setPanelCaption(player, kTotalLabel, "12");
     setPanelCaption(player, kNumberLabel, "003");
@@ -78,6 +81,8 @@ TEST_F(Construction, CaptionsOfTheListReadBeforeAreShown) {
 
 // --- Lamps -----------------------------------------------------------------------------------------------------------
 
+/// PANEL-07: Lamp 9 is lit when auto play is on, lamp 12 when quick play is; with auto play alone only lamp 9
+/// PANEL-08: The repeat lamp is out at first
 TEST_F(Construction, TheLampsOfThePlaySwitchesThatAreOnAreLit) {
     for (const bool autoPlay : {false, true}) {
         for (const bool quickPlay : {false, true}) {
@@ -96,6 +101,7 @@ TEST_F(Construction, TheLampsOfThePlaySwitchesThatAreOnAreLit) {
     }
 }
 
+/// PANEL-09: A lamp whose on picture is not used is lit with an empty picture
 TEST_F(Construction, ALampWithoutAnOnPictureIsLitWithNone) {
     player.gAutoPlay = true;
     player.gQuickPlay = true;
@@ -109,6 +115,9 @@ TEST_F(Construction, ALampWithoutAnOnPictureIsLitWithNone) {
 
 // --- Size, place, order ----------------------------------------------------------------------------------------------
 
+/// PANEL-05: The window is as large as the panel, 15 twips a pixel
+/// PANEL-06: It stands at nine tenths of the screen that it leaves free
+/// START-29, SKIN-24
 TEST_F(Construction, StandsAtNineTenthsOfTheFreeScreen) {
     struct Row {
         int screenWidth, screenHeight, width, height;
@@ -130,6 +139,7 @@ TEST_F(Construction, StandsAtNineTenthsOfTheFreeScreen) {
     }
 }
 
+/// PANEL-15: In window mode 1 the panel stays above other windows, in modes 0 and 2 it does not
 TEST_F(Construction, IsTopMostInWindowMode1Alone) {
     for (const std::int16_t mode : std::initializer_list<std::int16_t>{0, 1, 2}) {
         SCOPED_TRACE(mode);
@@ -140,6 +150,7 @@ TEST_F(Construction, IsTopMostInWindowMode1Alone) {
     }
 }
 
+/// PANEL-14: The time for a second press of previous is the system's double-click time
 TEST_F(Construction, ThePressTimesComeFromTheSystem) {
     for (const int time : {200, 400, 900}) {
         machine.windows.doubleClickMs = time;
@@ -152,6 +163,7 @@ TEST_F(Construction, ThePressTimesComeFromTheSystem) {
     }
 }
 
+/// PANEL-16: The controls bear their design texts as tool tips and names
 TEST_F(Construction, TheControlsAreNamedByTheirRoles) {
     build();
     const std::vector<const char*> roles = {"Power OFF", "Min Button", "Repeat", "Shuffle", "Play",        "Pause",
@@ -165,6 +177,10 @@ TEST_F(Construction, TheControlsAreNamedByTheirRoles) {
 
 // --- A skin that cannot be shown -------------------------------------------------------------------------------------
 
+/// PANEL-03: When that fails, open files are closed, the stop box "パネルを表示できません。" with OK and Cancel is
+/// shown, and
+///     the program ends whatever the answer
+/// PANEL-04: Nothing else is prepared then
 TEST_F(Construction, APanelThatCannotBeShownSaysSoAndEndsTheProgram) {
     for (const Answer answer : {Answer::Ok, Answer::Cancel}) {
         for (const char* skin : {"auto off,34,20,5,300,0,8,8,1\n", "auto off,34,x,5,0,0,8,8,1\n"}) {
@@ -194,6 +210,11 @@ TEST_F(Construction, APanelThatCannotBeShownSaysSoAndEndsTheProgram) {
 
 // --- Volume ----------------------------------------------------------------------------------------------------------
 
+/// START-42: The volume found at the start is put back when the panel goes
+/// PANEL-11: The volume in force is read from the chosen device and kept for the end
+/// PANEL-18: The volume found at the start is put back on its device, whatever the user or another program did
+///     meanwhile
+/// PANEL-12, VOL-11
 TEST_F(Construction, TheVolumeFoundIsShownKeptAndPutBack) {
     machine.sound.wave = 0x80008000;
     build();
@@ -207,6 +228,8 @@ TEST_F(Construction, TheVolumeFoundIsShownKeptAndPutBack) {
     EXPECT_EQ(machine.sound.wave, 0x80008000U);
 }
 
+/// PANEL-12: The indicator stands at the level found; nothing is set by loading
+/// VOL-11: The indicator is placed, and nothing is set
 TEST_F(Construction, TheIndicatorStandsAtTheLevelFound) {
     machine.sound.wave = 0x7FFF7FFF;
     build();
@@ -219,6 +242,7 @@ TEST_F(Construction, TheIndicatorStandsAtTheLevelFound) {
     EXPECT_NE(at7.first, panel().shpVolume.Left.get());
 }
 
+/// PANEL-13: A volume that cannot be read leaves the level, and nothing is written at the end
 TEST_F(Construction, AVolumeThatCannotBeReadIsNotWritten) {
     machine.sound.wave.reset();
     player.gVolume = 3;
@@ -229,6 +253,8 @@ TEST_F(Construction, AVolumeThatCannotBeReadIsNotWritten) {
     EXPECT_TRUE(machine.calls("sound").empty());
 }
 
+/// PANEL-19: An auxiliary device gets its own volume back
+/// PANEL-11, VOL-10
 TEST_F(Construction, AnAuxiliaryDevicesVolumeIsKeptThere) {
     machine.sound.aux = {{AuxCaps{1, 2, "Line"}, 0x11111111}, {AuxCaps{1, 8, "CD"}, 0x55556666}};
     player.gAuxType = 1;
@@ -240,6 +266,7 @@ TEST_F(Construction, AnAuxiliaryDevicesVolumeIsKeptThere) {
     EXPECT_EQ(machine.log.count("sound.waveOutSetVolume 44444444"), 0);
 }
 
+/// PANEL-10: A device setting of -2 becomes 0 and then the auxiliary device whose capability record says 8
 TEST_F(Construction, TheAutomaticDeviceIsChosenWhenThePanelLoads) {
     machine.sound.aux = {{AuxCaps{1, 2, "Line"}, 0x11111111}, {AuxCaps{1, 8, "CD"}, 0x99999999}};
     player.gAuxType = -2;
@@ -250,6 +277,7 @@ TEST_F(Construction, TheAutomaticDeviceIsChosenWhenThePanelLoads) {
     EXPECT_EQ(machine.log.count("sound.auxSetVolume 1 99999999"), 1);
 }
 
+/// PANEL-10
 TEST_F(Construction, WithoutAnAuxiliaryDeviceTheAutomaticChoiceIsTheFirst) {
     player.gAuxType = -2;
     player.gVolume = 4;
@@ -262,6 +290,8 @@ TEST_F(Construction, WithoutAnAuxiliaryDeviceTheAutomaticChoiceIsTheFirst) {
 
 // --- The end ---------------------------------------------------------------------------------------------------------
 
+/// PANEL-20: The window becomes normal, and its place is noted
+/// PANEL-21
 TEST_F(Construction, TheEndTakesNoteOfThePlaceAndShowsTheStartWindow) {
     build();
     panel().Move(1234, 567);
@@ -277,6 +307,7 @@ TEST_F(Construction, TheEndTakesNoteOfThePlaceAndShowsTheStartWindow) {
     EXPECT_TRUE(machine.windows.find("frmStartup")->Visible);
 }
 
+/// PANEL-21: The start window is shown, and only then the panel goes
 TEST_F(Construction, TheEndPutsTheVolumeBackBeforeThePanelGoes) {
     machine.sound.wave = 0x80008000;
     build();

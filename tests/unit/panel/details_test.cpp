@@ -21,6 +21,7 @@ SkinRecord cellAt(int x, int y, int width, int height) {
     return record;
 }
 
+/// SKIN-56: A cell lies inside the bitmap with each of its sides
 TEST(SkinCells, LieInsideWithEachOfTheirSides) {
     EXPECT_TRUE(liesInside(cellAt(0, 0, 100, 50), 100, 50));
     EXPECT_TRUE(liesInside(cellAt(99, 49, 1, 1), 100, 50));
@@ -32,6 +33,7 @@ TEST(SkinCells, LieInsideWithEachOfTheirSides) {
     EXPECT_FALSE(liesInside(cellAt(0, 41, 10, 10), 100, 50));
 }
 
+/// SKIN-55: A panel's sides are 1 to 4096 pixels; anything else is a reading error
 TEST(PanelSizes, AreFromOnePixelToTheLargestSide) {
     EXPECT_TRUE(isPanelSize(1, 1));
     EXPECT_TRUE(isPanelSize(4096, 4096));
@@ -41,6 +43,7 @@ TEST(PanelSizes, AreFromOnePixelToTheLargestSide) {
     EXPECT_FALSE(isPanelSize(10, 4097));
 }
 
+/// SKIN-58: A doubled quote inside a quoted field does not end it
 TEST(SkinRecords, DoubledQuotesMayStandBesideEachOtherAndBeforeTheEnd) {
     SkinRecords records("\"a\"\"\",5,0,0,0,0,1,1,1\n\"\"\"\"\"\",6,0,0,0,0,1,1,1\n");
     auto record = records.next(1, 40);
@@ -71,6 +74,7 @@ TEST_F(PanelDetails, AKnobHiddenByOneRecordIsShownAgainByTheNext) {
     EXPECT_TRUE(built.shpVolume.Visible);
 }
 
+/// BTN-33: The hold and its direction are forgotten
 TEST_F(PanelDetails, AfterAHoldAClickWithoutAPressChangesTheFile) {
     bring(kSound, "playing");
     hold(kNext, 1000);

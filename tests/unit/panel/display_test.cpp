@@ -32,6 +32,10 @@ struct Moment {
     const char* text;
 };
 
+/// DISP-08: The clock is yy/mm/dd, AM or PM, hours and minutes of two digits each: 15:42 on 15 July 1998 is 98/07/15 PM
+///     03:42
+/// DISP-09: Hours above 11 are PM and lose 12: 12:30 is PM 00:30
+/// DISP-10: Other hours are AM as they are: 00:30 is AM 00:30, 11:59 is AM 11:59
 TEST_F(Display, TheClockCounts0To11InBothHalvesOfTheDay) {
     setUp(kSound);
     const std::vector<Moment> rows = {
@@ -51,6 +55,7 @@ TEST_F(Display, TheClockCounts0To11InBothHalvesOfTheDay) {
     }
 }
 
+/// DISP-12: While a device is being opened the time blinks, a second each; its text stays
 TEST_F(Display, TheTimeBlinksWhileADeviceIsBeingOpened) {
     setUp(kTrack);
     PlayFile(player);
@@ -82,6 +87,7 @@ TEST_F(Display, TheTimeBlinksWhileADeviceIsBeingOpened) {
     EXPECT_FALSE(time.Visible);
 }
 
+/// DISP-01: The display's timer runs from the start, once a second
 TEST_F(Display, TheClockComesWithTheFirstSecondAndGoesOn) {
     machine.clock.start = {2001, 2, 3, 11, 59, 58};
     setUp(kSound);
@@ -94,6 +100,8 @@ TEST_F(Display, TheClockComesWithTheFirstSecondAndGoesOn) {
     EXPECT_EQ(text(), "01/02/03 PM 00:00");
 }
 
+/// DISP-02: While a file plays the indicator goes through pictures 2, 3 and 1, one a second
+/// DISP-03: The phase begins at 0 and goes on where a pause left it
 TEST_F(Display, WhilePlayingTheIndicatorGoesThrough23And1) {
     setUpPictures(kSound);
     act([this] { PlayFile(player); });
@@ -111,6 +119,7 @@ TEST_F(Display, WhilePlayingTheIndicatorGoesThrough23And1) {
     EXPECT_EQ(seen, (std::vector<int>{2, 3, 1, 2, 3, 1, 2}));
 }
 
+/// DISP-05: While a file plays the clock's text is left alone
 TEST_F(Display, WhilePlayingTheTextStays) {
     for (const char* path : {kPicture, kMovie, kSound, kTrack}) {
         SCOPED_TRACE(path);
@@ -122,6 +131,7 @@ TEST_F(Display, WhilePlayingTheTextStays) {
     }
 }
 
+/// DISP-06: Paused, neither clock nor indicator changes
 TEST_F(Display, WhilePausedNeitherChanges) {
     for (const char* path : {kPicture, kMovie, kSound, kTrack}) {
         SCOPED_TRACE(path);
@@ -138,6 +148,7 @@ TEST_F(Display, WhilePausedNeitherChanges) {
     }
 }
 
+/// DISP-03
 TEST_F(Display, TheIndicatorGoesOnWhereItWasPaused) {
     setUpPictures(kSound);
     act([this] { PlayFile(player); });
@@ -150,6 +161,7 @@ TEST_F(Display, TheIndicatorGoesOnWhereItWasPaused) {
     EXPECT_EQ(shown(), 3);
 }
 
+/// DISP-07: Stopped, the clock is shown and the indicator rests
 TEST_F(Display, StoppedTheClockIsBackAndTheIndicatorRests) {
     setUpPictures(kSound);
     machine.clock.start = {2001, 2, 3, 4, 5, 0};

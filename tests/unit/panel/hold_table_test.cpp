@@ -38,6 +38,29 @@ protected:
     }
 };
 
+/// BTN-20: The direction is back or forward, with Shift a direction of its own
+/// BTN-26: A release by any button but the right one stops the hold's timer
+/// BTN-29: A sound that was playing plays on
+/// BTN-30: A track that was playing plays on to its own end: track and end are set, then it plays
+/// BTN-31: A movie runs again, also when it was paused; the panel then shows the playing state
+/// BTN-32: A paused sound or track stays paused
+/// BTN-34: A movie at another rate is paused, set to rate 1 and runs on unless it was paused
+/// SEQ-20: Each tick marks the hold as one that seeks, before all else
+/// SEQ-23: Movie back: it pauses, ticks come fast, and above 0 the position goes one whole second back and is shown
+/// SEQ-25: Movie back with Shift: it is paused as by the pause button and goes back a second every 750 ms
+/// SEQ-26: The slider follows a movie's step
+/// SEQ-27: Movie forward: the timer stops, the rate is 2, and it runs unless pause is disabled
+/// SEQ-28: Movie forward with Shift: paused, a second on every 750 ms while below the duration
+/// SEQ-29: Movie forward with Shift stops at the duration
+/// SEQ-30: Sound back: ticks come fast; a second back when that is above 0, by a seek, with the time shown
+/// SEQ-31: Sound back within its first second does nothing
+/// SEQ-32: Sound forward: ticks come fast; a second on when that is below the length
+/// SEQ-33: Track back: ticks come fast; a second back when the time shown is past 00:00, from there to the track's end
+///     by a play and a pause
+/// SEQ-34: Track back at 00:00 does nothing
+/// SEQ-35: Track forward: ticks come fast; a second on while its time is before that of the track's end
+/// SEQ-36: Shift changes nothing for sounds and tracks
+/// BTN-24, BTN-28, SEQ-24
 TEST_P(HoldTick, SeeksByKindAndTheReleaseGoesOn) {
     const Row& row = GetParam();
     bring(row.path, row.before);

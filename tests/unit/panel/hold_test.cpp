@@ -22,6 +22,7 @@ protected:
 
 // --- How long --------------------------------------------------------------------------------------------------------
 
+/// BTN-21: The first tick comes after 750 ms, not before
 TEST_F(Hold, OneMillisecondDecidesBetweenAClickAndAHold) {
     bring(kSound, "paused");
     placeAt(10000);
@@ -33,6 +34,7 @@ TEST_F(Hold, OneMillisecondDecidesBetweenAClickAndAHold) {
     EXPECT_EQ(mediaCalls(), (Calls{"mci.To 11000", "mci.Command Seek"}));
 }
 
+/// BTN-22: A press shorter than that changes the file once and seeks nothing
 TEST_F(Hold, APressOf400MillisecondsChangesTheFileOnce) {
     bring(kSound, "playing");
     hold(kNext, 400);
@@ -43,6 +45,9 @@ TEST_F(Hold, APressOf400MillisecondsChangesTheFileOnce) {
     EXPECT_EQ(machine.log.count("mci.Command Seek"), 0);
 }
 
+/// BTN-23: A longer one seeks, and its release plays on at normal speed in the same file
+/// BTN-24: The click that ends a hold steps nothing and is no first press of previous
+/// BTN-09, BTN-10, BTN-18
 TEST_F(Hold, AHoldOf1500MillisecondsSeeksAndLeavesTheFile) {
     for (const int index : {kPrev, kNext}) {
         SCOPED_TRACE(index);
@@ -58,6 +63,8 @@ TEST_F(Hold, AHoldOf1500MillisecondsSeeksAndLeavesTheFile) {
     }
 }
 
+/// BTN-25: The next click after a hold counts again
+/// BTN-33
 TEST_F(Hold, TheNextClickAfterAHoldChangesTheFileAgain) {
     bring(kSound, "playing");
     hold(kNext, 1500);
@@ -65,6 +72,8 @@ TEST_F(Hold, TheNextClickAfterAHoldChangesTheFileAgain) {
     EXPECT_EQ(player.gFileIndex, 1);
 }
 
+/// BTN-09: Previous stops the hold's timer and goes back, unless a hold has sought
+/// BTN-10: Next stops the hold's timer and goes on, unless a hold has sought
 TEST_F(Hold, AClickStopsTheHoldsTimer) {
     for (const int index : {kPrev, kNext}) {
         SCOPED_TRACE(index);
@@ -81,6 +90,8 @@ TEST_F(Hold, AClickStopsTheHoldsTimer) {
     }
 }
 
+/// BTN-28: Behind fast stepping the interval is 750 ms again
+/// SEQ-37: A fast tick comes every 50 ms and is a second of the medium
 TEST_F(Hold, FastStepsComeEvery50Milliseconds) {
     bring(kSound, "paused");
     pressDown(kNext);
@@ -99,6 +110,7 @@ TEST_F(Hold, FastStepsComeEvery50Milliseconds) {
     EXPECT_FALSE(armed());
 }
 
+/// SEQ-25, SEQ-28
 TEST_F(Hold, WithShiftAMovieStepsEvery750Milliseconds) {
     bring(kMovie, "paused");
     placeAt(10);
@@ -118,6 +130,7 @@ TEST_F(Hold, WithShiftAMovieStepsEvery750Milliseconds) {
 // --- The whole way
 // -----------------------------------------------------------------------------------------------------
 
+/// SEQ-33
 TEST_F(Hold, ATrackHeldBackCrossesTheMinute) {
     bring(kTrack, "paused");
     placeAt(packed(1, 1, 1));
@@ -130,6 +143,7 @@ TEST_F(Hold, ATrackHeldBackCrossesTheMinute) {
     EXPECT_EQ(label(kTimeLabel), "00:58");
 }
 
+/// SEQ-24: Movie back at 0 does not go below 0
 TEST_F(Hold, AMovieHeldBackStopsAt0) {
     bring(kMovie, "playing");
     placeAt(2);
@@ -140,6 +154,7 @@ TEST_F(Hold, AMovieHeldBackStopsAt0) {
     EXPECT_EQ(machine.media.movie()->State(), kMoviePaused);
 }
 
+/// BTN-34, SEQ-27
 TEST_F(Hold, AMovieHeldForwardPlaysAtDoubleRateUntilTheRelease) {
     bring(kMovie, "playing");
     pressDown(kNext);
@@ -152,6 +167,7 @@ TEST_F(Hold, AMovieHeldForwardPlaysAtDoubleRateUntilTheRelease) {
     EXPECT_EQ(player.gFileIndex, 0);
 }
 
+/// BTN-38
 TEST_F(Hold, AMovieThatEndsAtDoubleRateHandsOver) {
     bring(kMovie, "playing");
     placeAt(38);
@@ -165,6 +181,7 @@ TEST_F(Hold, AMovieThatEndsAtDoubleRateHandsOver) {
     EXPECT_TRUE(mediaCalls().empty());
 }
 
+/// BTN-38: A movie that has ended and waits to hand over is not revived by a hold
 TEST_F(Hold, AMovieThatHasEndedIsNotRevivedBeforeItHandsOver) {
     for (const int index : {kPrev, kNext}) {
         for (const int shift : {0, kShiftMask}) {
@@ -187,6 +204,7 @@ TEST_F(Hold, AMovieThatHasEndedIsNotRevivedBeforeItHandsOver) {
     }
 }
 
+/// BTN-31
 TEST_F(Hold, APausedMovieThatTheReleaseRunsShowsThePlayingState) {
     bring(kMovie, "paused");
     placeAt(10);
@@ -200,6 +218,7 @@ TEST_F(Hold, APausedMovieThatTheReleaseRunsShowsThePlayingState) {
     EXPECT_EQ(machine.media.movie()->State(), kMovieRunning);
 }
 
+/// BTN-37: A movie in its delay is neither started nor skipped by a hold
 TEST_F(Hold, AMovieHeldDuringItsDelayNeitherStartsNorSkipsIt) {
     for (const int index : {kPrev, kNext}) {
         for (const int shift : {0, kShiftMask}) {
@@ -224,6 +243,9 @@ TEST_F(Hold, AMovieHeldDuringItsDelayNeitherStartsNorSkipsIt) {
 
 // --- Full screen -----------------------------------------------------------------------------------------------------
 
+/// BTN-19: A press takes a movie at zoom 5 out of full screen, at any other zoom and for other kinds it does not
+/// BTN-27: It puts a movie at zoom 5 back into full screen
+/// BTN-35
 TEST_F(Hold, AFullScreenMovieLeavesTheScreenToTheButtonAndReturns) {
     player.gMovieZoom = kFullScreenZoom;
     bring(kMovie, "playing");
@@ -243,6 +265,7 @@ TEST_F(Hold, AClickOnNextStepsAPausedFullScreenMovieThatTheButtonHoldsOutOfTheSc
     EXPECT_EQ(state(), "paused");
 }
 
+/// BTN-19
 TEST_F(Hold, AtAnyOtherZoomTheScreenIsLeftAlone) {
     player.gMovieZoom = 1;
     bring(kMovie, "playing");
@@ -251,6 +274,7 @@ TEST_F(Hold, AtAnyOtherZoomTheScreenIsLeftAlone) {
     EXPECT_EQ(machine.windows.focused(), &panel().pctMainPanel);
 }
 
+/// BTN-19
 TEST_F(Hold, TheFullScreenZoomMattersToMoviesAlone) {
     player.gMovieZoom = kFullScreenZoom;
     bring(kSound, "playing");
@@ -261,6 +285,7 @@ TEST_F(Hold, TheFullScreenZoomMattersToMoviesAlone) {
 
 // --- Pictures, stopped, stale ----------------------------------------------------------------------------------------
 
+/// SEQ-22: Picture, either way: the timer stops and the mark is taken back, so the release is a click
 TEST_F(Hold, APictureHasNothingToSeekAndTheReleaseIsAClick) {
     for (const int shift : {0, kShiftMask}) {
         for (const char* before : {"playing", "paused"}) {
@@ -281,12 +306,16 @@ TEST_F(Hold, APictureHasNothingToSeekAndTheReleaseIsAClick) {
     }
 }
 
+/// SEQ-22
 TEST_F(Hold, APictureHeldBackIsAFirstPressOfPrevious) {
     bring(kPicture, "playing");
     hold(kPrev, 1500);
     EXPECT_TRUE(player.gBackPending);
 }
 
+/// BTN-18: A press arms the hold in every state: stopped it only eats the click, playing and paused it seeks
+/// SEQ-21: Without a direction or a kind a tick does nothing more
+/// SEQ-20
 TEST_F(Hold, StoppedItDoesNothingButEatsTheClick) {
     for (const int index : {kPrev, kNext}) {
         SCOPED_TRACE(index);
@@ -303,6 +332,7 @@ TEST_F(Hold, StoppedItDoesNothingButEatsTheClick) {
     }
 }
 
+/// BTN-22
 TEST_F(Hold, AShortPressStoppedMovesTheEntry) {
     bring(kSound, "stopped");
     hold(kNext, 700);
@@ -311,6 +341,7 @@ TEST_F(Hold, AShortPressStoppedMovesTheEntry) {
     EXPECT_EQ(player.gFileIndex, 0);
 }
 
+/// BTN-33
 TEST_F(Hold, AReleaseThatNeverCameLeavesNothingBehind) {
     bring(kSound, "paused");
     placeAt(10000);
@@ -326,6 +357,7 @@ TEST_F(Hold, AReleaseThatNeverCameLeavesNothingBehind) {
     EXPECT_FALSE(armed());
 }
 
+/// BTN-21
 TEST_F(Hold, EachPressBeginsTheTimeAfresh) {
     bring(kSound, "paused");
     pressDown(kNext);
@@ -337,6 +369,7 @@ TEST_F(Hold, EachPressBeginsTheTimeAfresh) {
     EXPECT_FALSE(mediaCalls().empty());
 }
 
+/// BTN-17: Only the left button on previous and next begins a hold
 TEST_F(Hold, OnlyTheLeftButtonOnPreviousAndNextArms) {
     bring(kSound, "playing");
     for (int index = kPower; index <= kVolumeUp; ++index) {
@@ -349,6 +382,7 @@ TEST_F(Hold, OnlyTheLeftButtonOnPreviousAndNextArms) {
     }
 }
 
+/// BTN-26
 TEST_F(Hold, TheMiddleButtonsReleaseEndsItLikeTheLeftOnes) {
     player.gMovieZoom = kFullScreenZoom;
     for (const int released : {kLeftButton, kMiddleButton}) {
@@ -375,6 +409,7 @@ TEST_F(Hold, TheMiddleButtonsReleaseEndsItLikeTheLeftOnes) {
     EXPECT_EQ(machine.windows.focused(), &panel().pctMainPanel);
 }
 
+/// BTN-36: The right button's release leaves hold and focus as they are
 TEST_F(Hold, TheRightButtonsReleaseLeavesTheHoldAsItIs) {
     bring(kSound, "paused");
     pressDown(kNext);
@@ -385,6 +420,7 @@ TEST_F(Hold, TheRightButtonsReleaseLeavesTheHoldAsItIs) {
     EXPECT_EQ(interval(), 50);
 }
 
+/// BTN-26, KEY-10
 TEST_F(Hold, AKeyDuringAHoldStillChangesTheFile) {
     bring(kSound, "playing");
     pressDown(kNext);
@@ -397,6 +433,7 @@ TEST_F(Hold, AKeyDuringAHoldStillChangesTheFile) {
     EXPECT_FALSE(armed());
 }
 
+/// BTN-40: A stop during a hold ends the seeking
 TEST_F(Hold, StopDuringAHoldEndsTheSeeking) {
     for (const char* path : {kMovie, kSound, kTrack, kPicture}) {
         SCOPED_TRACE(path);

@@ -51,6 +51,13 @@ protected:
     }
 };
 
+/// KEY-02: Power: disables its button, closes, ends the panel
+/// KEY-03: Minimise: minimises the panel
+/// KEY-04: Repeat: toggles as its button does
+/// KEY-09: Previous: goes back, also during a hold; it counts as a press like a click
+/// KEY-10: Next: goes on, also during a hold
+/// KEY-11: Volume up raises, volume down lowers
+/// KEY-16: Bound to other characters they obey those alone
 TEST_F(Keys, EachBindingDoesItsCommandWhateverTheCharacter) {
     const std::vector<const char*> effects = {"power",   "minimised", "repeat", "shuffled", "playing", "paused",
                                               "stopped", "previous",  "next",   "louder",   "softer"};
@@ -70,6 +77,7 @@ TEST_F(Keys, EachBindingDoesItsCommandWhateverTheCharacter) {
     }
 }
 
+/// KEY-01: The eleven bindings are tried in their order, and the first that is equal wins
 TEST_F(Keys, OfTwoBindingsTheEarlierWins) {
     const std::vector<const char*> effects = {"power",   "minimised", "repeat",   "shuffled", "playing",
                                               "nothing", "nothing",   "previous", "next",     "louder"};
@@ -87,6 +95,7 @@ TEST_F(Keys, OfTwoBindingsTheEarlierWins) {
     }
 }
 
+/// KEY-13: A binding of 0 never matches, not even a character 0
 TEST_F(Keys, ABindingOf0IsNeverMatched) {
     for (const Binding binding : bindings) {
         fresh();
@@ -102,6 +111,8 @@ TEST_F(Keys, ABindingOf0IsNeverMatched) {
     }
 }
 
+/// KEY-12: A character matches exactly: p is not P
+/// KEY-14: A character that matches nothing does nothing
 TEST_F(Keys, ALetterOfTheOtherCaseIsAnotherKey) {
     fresh();
     for (const char character : {'p', 'm', 'r', 's', 'Z', 'X', 'C', 'U', 'D', '<', '>'}) {
@@ -110,6 +121,9 @@ TEST_F(Keys, ALetterOfTheOtherCaseIsAnotherKey) {
     }
 }
 
+/// KEY-06: Play: plays while its button is enabled
+/// KEY-07: Pause: pauses while its button is enabled
+/// KEY-08: Stop: closes, whether its button is enabled or not
 TEST_F(Keys, PlayAndPauseFollowTheirButtonsAndStopDoesNot) {
     fresh();
     button(kPlay).Enabled = false;
@@ -126,6 +140,7 @@ TEST_F(Keys, PlayAndPauseFollowTheirButtonsAndStopDoesNot) {
     EXPECT_EQ(state(), "stopped");
 }
 
+/// KEY-15: Commands come by characters alone: a key that types none is none
 TEST_F(Keys, AKeyIsACommandByItsCharacterAlone) {
     fresh();
     for (const int code : std::initializer_list<int>{'P', 'M', 'R', 'S', 'Z', 'X', 'C', 188, 190, 'U', 'D'}) {
@@ -137,6 +152,7 @@ TEST_F(Keys, AKeyIsACommandByItsCharacterAlone) {
 
 // --- Alt, Alt+F4, F1 -------------------------------------------------------------------------------------------------
 
+/// KEY-22: The release of any key shows an armed menu, once
 TEST_F(Keys, AltPressedAndReleasedAlonePopsTheMenuUp) {
     for (const char* before : {"stopped", "playing", "paused"}) {
         SCOPED_TRACE(before);
@@ -153,6 +169,7 @@ TEST_F(Keys, AltPressedAndReleasedAlonePopsTheMenuUp) {
     }
 }
 
+/// KEY-21: Any other key while Alt alone is held, Alt itself too, arms the menu
 TEST_F(Keys, AnyKeyWithAltAloneArmsTheMenu) {
     fresh();
     keyDown('Q', kAltMask);
@@ -160,6 +177,7 @@ TEST_F(Keys, AnyKeyWithAltAloneArmsTheMenu) {
     EXPECT_TRUE(poppedUp());
 }
 
+/// KEY-21
 TEST_F(Keys, AltWithAnotherModifierDoesNot) {
     fresh();
     for (const int shift : {0, kShiftMask, kCtrlMask, kAltMask | kShiftMask, kAltMask | kCtrlMask}) {
@@ -170,6 +188,7 @@ TEST_F(Keys, AltWithAnotherModifierDoesNot) {
     }
 }
 
+/// KEY-23: Alt and Tab, which leave the window, do not
 TEST_F(Keys, AltTabDoesNot) {
     fresh();
     keyDown(kKeyAlt, kAltMask);
@@ -178,6 +197,8 @@ TEST_F(Keys, AltTabDoesNot) {
     EXPECT_FALSE(poppedUp());
 }
 
+/// KEY-19: Alt and F4 with Alt alone held are the power command
+/// KEY-20: They do not open the menu
 TEST_F(Keys, AltF4IsThePowerCommand) {
     fresh();
     act([this] { PlayFile(player); });
@@ -190,6 +211,7 @@ TEST_F(Keys, AltF4IsThePowerCommand) {
     EXPECT_TRUE(machine.windows.isAttached("frmStartup"));
 }
 
+/// KEY-19
 TEST_F(Keys, F4WithoutAltAloneIsNot) {
     fresh();
     for (const int shift : {0, kShiftMask, kCtrlMask, kAltMask | kShiftMask, kAltMask | kCtrlMask}) {
@@ -198,6 +220,7 @@ TEST_F(Keys, F4WithoutAltAloneIsNot) {
     }
 }
 
+/// KEY-25: The window manager's close is the power command
 TEST_F(Keys, ACloseRequestIsThePowerCommandToo) {
     for (const bool altHeld : {false, true}) {
         SCOPED_TRACE(altHeld);
@@ -209,6 +232,8 @@ TEST_F(Keys, ACloseRequestIsThePowerCommandToo) {
     }
 }
 
+/// KEY-24: F1 opens the help
+/// MENU-28
 TEST_F(Keys, F1OpensTheHelp) {
     fresh();
     keyDown(kKeyF1, 0);

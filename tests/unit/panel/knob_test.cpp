@@ -37,6 +37,8 @@ protected:
     }
 };
 
+/// VOL-21: A new level is kept, set on its device and shown by the indicator
+/// VOL-13
 TEST_F(Knob, ThePointerWalksThroughItsSixteenSectors) {
     setUpAt(8);
     down();
@@ -51,6 +53,7 @@ TEST_F(Knob, ThePointerWalksThroughItsSixteenSectors) {
     }
 }
 
+/// VOL-21
 TEST_F(Knob, TheIndicatorFollowsThePointer) {
     setUpAt(8);
     ASSERT_GT(player.gVolumeRadius, 0);
@@ -65,6 +68,7 @@ TEST_F(Knob, TheIndicatorFollowsThePointer) {
     }
 }
 
+/// VOL-14: The middle itself and the gap below, past 1.2 on either side, do nothing
 TEST_F(Knob, TheGapBelowDoesNothing) {
     setUpAt(8);
     down();
@@ -93,6 +97,7 @@ TEST_F(Knob, ThePointerAcrossTheGapJumpsFromOneEndToTheOther) {
     EXPECT_EQ(player.gVolume, 0);
 }
 
+/// VOL-20
 TEST_F(Knob, OnAnAxisTheSectorNearerThePresentLevelWins) {
     struct Row {
         std::int16_t from;
@@ -113,6 +118,7 @@ TEST_F(Knob, OnAnAxisTheSectorNearerThePresentLevelWins) {
     }
 }
 
+/// VOL-22: An unchanged level sets and moves nothing
 TEST_F(Knob, AnUnchangedLevelSetsNothing) {
     setUpAt(5);
     panel().shpVolume.Move(1, 2);
@@ -123,6 +129,7 @@ TEST_F(Knob, AnUnchangedLevelSetsNothing) {
     EXPECT_EQ(indicator(), (std::pair{1.0F, 2.0F})) << "nor is the indicator moved";
 }
 
+/// BTN-47: Moving over it turns it while it is held, and only then
 TEST_F(Knob, ItTurnsOnlyBetweenPressAndRelease) {
     setUpAt(5);
     pointAt(0);
@@ -137,6 +144,8 @@ TEST_F(Knob, ItTurnsOnlyBetweenPressAndRelease) {
     EXPECT_EQ(machine.calls("sound"), Calls{word(10)});
 }
 
+/// BTN-46: A press on the knob by any button takes hold of it
+/// BTN-48: The release of any button but the right one on it lets it go
 TEST_F(Knob, AnyButtonTurnsAndAnyButTheRightOneLetsGo) {
     setUpAt(5);
     for (const int mouseButton : {kLeftButton, kRightButton, kMiddleButton}) {
@@ -155,6 +164,7 @@ TEST_F(Knob, AnyButtonTurnsAndAnyButTheRightOneLetsGo) {
     }
 }
 
+/// BTN-48
 TEST_F(Knob, ThePointerOverAnotherImageTurnsNothing) {
     setUpAt(5);
     down();
@@ -168,6 +178,7 @@ TEST_F(Knob, ThePointerOverAnotherImageTurnsNothing) {
     EXPECT_EQ(player.gVolume, 10) << "a release elsewhere does not let the knob go";
 }
 
+/// VOL-21
 TEST_F(Knob, ItSetsTheChosenAuxiliaryDevice) {
     machine.sound.aux = {{AuxCaps{1, 2, "Line"}, 0}, {AuxCaps{1, 8, "CD"}, 0}};
     player.gAuxType = 1;

@@ -14,6 +14,21 @@ inline std::int32_t packed(int track, int minutes, int seconds, int frames = 0) 
     return track + minutes * 0x100 + seconds * 0x10000 + frames * 0x1000000;
 }
 
+/// The calls that the MCI control gets when its file is closed, and when one is opened and played.
+inline const std::vector<std::string> kClosed = {"mci.Command Stop", "mci.Command Close"};
+
+inline std::vector<std::string> opened(const char* path) {
+    return {"mci.Command Stop", "mci.Command Close", std::string("mci.FileName ") + path,
+            "mci.Command Open", "mci.TimeFormat 0",  "mci.UpdateInterval 100",
+            "mci.Command Play"};
+}
+
+inline std::vector<std::string> closedAndOpened(const char* path) {
+    std::vector<std::string> calls = kClosed;
+    for (const std::string& call : opened(path)) calls.push_back(call);
+    return calls;
+}
+
 /// The panel under the hand of a user, with one medium of each kind to play: a picture shown for 20 seconds, a movie of
 /// 40, a sound of 60 and a disc's track of 100 seconds. The movie's delay is half a second.
 class PanelHands : public PlayerFixture {

@@ -20,6 +20,7 @@ std::vector<int> numbers(const std::string& text, int first = 1, int last = 40) 
 using Numbers = std::vector<int>;
 constexpr int kFailed = -999;
 
+/// SKIN-01: A record is a line of nine fields with commas between
 TEST(SkinRecords, HaveNineFields) {
     SkinRecords records("Play,8,1,2,3,4,5,6,1\r\n");
     const auto record = records.next(0, 40);
@@ -37,20 +38,24 @@ TEST(SkinRecords, HaveNineFields) {
     EXPECT_FALSE(records.failed());
 }
 
+/// SKIN-04: A line whose second field is no number is skipped, a heading among them
 TEST(SkinRecords, AHeadingIsSkipped) {
     EXPECT_EQ(numbers("LABEL,No,LEFT,TOP,X,Y,W,H,USE\n\n,,,\nx,8,0,0,0,0,1,1,1\n"), Numbers{8});
 }
 
+/// SKIN-05: Numbers outside 0 to 40, such as 41 and -1, are skipped
 TEST(SkinRecords, NumbersOutsideTheAskedRangeAreSkipped) {
     EXPECT_EQ(numbers("a,41,0,0,0,0,1,1,1\nb,-1,0,0,0,0,1,1,1\nc,0,0,0,0,0,1,1,1\nd,40,0,0,0,0,1,1,1"), Numbers{40});
     EXPECT_EQ(numbers("c,1,0,0,0,0,1,1,1\nd,0,0,0,0,0,1,1,1", 0, 0), Numbers{0});
 }
 
+/// SKIN-10: Every line end, a mark in front and a missing last line end are read
 TEST(SkinRecords, EveryLineEndAMarkAndAMissingLastOneAreRead) {
     EXPECT_EQ(numbers("\xEF\xBB\xBF\"a,b\",1,0,0,0,0,1,1,1\r\nb,2,0,0,0,0,1,1,1\rc,3,0,0,0,0,1,1,1\nd,4,0,0,0,0,1,1,1"),
               (Numbers{1, 2, 3, 4}));
 }
 
+/// SKIN-02: A field may stand in quotes, and a quoted one may hold commas
 TEST(SkinRecords, QuotedFieldsHoldCommasAndEndAtTheirQuote) {
     SkinRecords records(
         "\"Play, pressed\" , \"8\" ,\"1\",2,3,4,5,6,\"white\"\nthe \"b\",9,0,0,0,0,1,1,1\n\"a \"\"b\"\", "
@@ -65,10 +70,12 @@ TEST(SkinRecords, QuotedFieldsHoldCommasAndEndAtTheirQuote) {
     EXPECT_FALSE(records.failed());
 }
 
+/// SKIN-02
 TEST(SkinRecords, AQuoteThatNeverClosesEndsWithItsLine) {
     EXPECT_EQ(numbers("\"open,8,0,0,0,0,1,1,1\nb,9,0,0,0,0,1,1,1"), Numbers{9});
 }
 
+/// SKIN-07: A ninth field of 0 means that the element is not used; any other text means that it is
 TEST(SkinRecords, OnlyZeroMeansNotUsed) {
     for (const auto& [use, used] : {std::pair("0", false),
                                     {" 0 ", false},
@@ -85,6 +92,7 @@ TEST(SkinRecords, OnlyZeroMeansNotUsed) {
     }
 }
 
+/// SKIN-08: Another malformed number of a record that is used is an error
 TEST(SkinRecords, AUsedRecordWithAMalformedNumberFails) {
     EXPECT_EQ(numbers("a,8,x,0,0,0,1,1,1\nb,9,0,0,0,0,1,1,1"), Numbers{kFailed});
     EXPECT_EQ(numbers("a,8,0,0,0,0,1,1 px,1\n"), Numbers{kFailed});
@@ -92,18 +100,22 @@ TEST(SkinRecords, AUsedRecordWithAMalformedNumberFails) {
     EXPECT_EQ(numbers("a,8,0,-99999999999,0,0,1,1,1\n"), Numbers{kFailed});
 }
 
+/// SKIN-01
 TEST(SkinRecords, ARecordThatLacksFieldsFails) {
     EXPECT_EQ(numbers("a,8,0,0,0,0,1,1\n"), Numbers{kFailed});
     EXPECT_EQ(numbers("a,8"), Numbers{kFailed});
     EXPECT_EQ(numbers("a,8,0,0,0,0,1,1,\n"), Numbers{8}) << "an empty last field is a field";
 }
 
+/// SKIN-04
 TEST(SkinRecords, ALineThatLacksFieldsIsSkippedWithoutANumber) { EXPECT_EQ(numbers("a\nb,c,1\n,\n"), Numbers{}); }
 
+/// SKIN-09: Numbers of skipped and unused records are not looked at; blank ones are 0
 TEST(SkinRecords, MalformedNumbersOfSkippedAndUnusedRecordsDoNotMatter) {
     EXPECT_EQ(numbers("a,41,x,0,0,0,1,1,1\nb,0,x,0,0,0,1,1,1\nc,9,x,y,z,,,,0\n"), Numbers{9});
 }
 
+/// SKIN-09
 TEST(SkinRecords, BlankNumbersAreZeroAndFurtherFieldsAreDropped) {
     const auto record = SkinRecords("a,28,5,, ,0,,0,WHITE,more,\"and more\"").next(1, 40);
     ASSERT_TRUE(record);
@@ -113,6 +125,7 @@ TEST(SkinRecords, BlankNumbersAreZeroAndFurtherFieldsAreDropped) {
     EXPECT_EQ(record->use, "WHITE");
 }
 
+/// SKIN-21
 TEST(SkinRecords, ThePanelsSizeIsReadThoughItHasNoBackground) {
     const auto record = SkinRecords("a,0,0,0,0,0,300,90,0").next(0, 0);
     ASSERT_TRUE(record);
@@ -121,6 +134,7 @@ TEST(SkinRecords, ThePanelsSizeIsReadThoughItHasNoBackground) {
     EXPECT_FALSE(record->used);
 }
 
+/// SKIN-11: Noise is survived
 TEST(SkinRecords, SurviveNoise) {
     std::string noise;
     for (int i = 0; i < 200'000; ++i) noise += "\",\n0123 x\0&H-."[(i * 7919 + i / 13) % 15];
@@ -130,6 +144,8 @@ TEST(SkinRecords, SurviveNoise) {
     EXPECT_EQ(numbers(std::string(10'000, '\0')), Numbers{});
 }
 
+/// SKIN-12: BLACK, RED, GREEN, YELLOW, BLUE, MAGENTA, CYAN and WHITE have their values, red in the low byte
+/// SKIN-13: A colour's name counts in any case: lower-case white is white
 TEST(SkinColours, HaveNamesInAnyCase) {
     EXPECT_EQ(skinColour("BLACK"), 0);
     EXPECT_EQ(skinColour("RED"), 255);
@@ -143,6 +159,7 @@ TEST(SkinColours, HaveNamesInAnyCase) {
     EXPECT_EQ(skinColour(" White "), 16777215);
 }
 
+/// SKIN-14: A number is a colour too, decimal or with &H in front: &HFF is red
 TEST(SkinColours, MayBeNumbers) {
     EXPECT_EQ(skinColour("&HFF"), 255);
     EXPECT_EQ(skinColour("&h00ff00"), 65280);
@@ -150,6 +167,7 @@ TEST(SkinColours, MayBeNumbers) {
     EXPECT_EQ(skinColour("&HFFFFFFFF"), 0xFFFFFF) << "24 bits count";
 }
 
+/// SKIN-15: A text that is neither leaves the colour as it was
 TEST(SkinColours, OtherTextsAreNone) {
     for (const char* text : {"", "1x", "GREY", "#FF0000", "WHITES", "&HXYZ"}) EXPECT_FALSE(skinColour(text)) << text;
 }

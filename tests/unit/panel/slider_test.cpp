@@ -3,28 +3,13 @@
 #include <ostream>
 
 #include "panel/frmMainPanel.h"
-#include "unit/panel/panel_hands.h"
+#include "unit/panel/slider_hands.h"
 
 namespace corvane {
 namespace {
 
 using namespace mdlDefinePublic;
 using namespace mdlPublicFunction;
-
-class Slider : public PanelHands {
-protected:
-    void down(const MouseArgs& mouse = kLeft) {
-        press(panel().pctSlide, mouse);
-        machine.settle();
-    }
-    void moveTo(float x) {
-        act([&] { panel().pctSlide.MouseMove.raise({0, 0, x, 3}); });
-    }
-    void up(const MouseArgs& mouse = kLeft) {
-        release(panel().pctSlide, mouse);
-        machine.settle();
-    }
-};
 
 // --- Each kind -------------------------------------------------------------------------------------------------------
 
@@ -44,6 +29,13 @@ void PrintTo(const Row& row, std::ostream* out) { *out << row.what; }
 
 class SliderDrag : public Slider, public ::testing::WithParamInterface<Row> {};
 
+/// SLIDER-01: A press by any button on a playing file pauses it, to go on at the release
+/// SLIDER-07: A move sets the slider's width to the place
+/// SLIDER-08: Picture: the seconds are the whole part of the share of the interval; time and width follow those seconds
+/// SLIDER-09: Movie: the position is the share of the duration, shown as a plain number
+/// SLIDER-10: Sound: it seeks to the share of the length, rounded, and shows its time
+/// SLIDER-11: Track: from the share's second to the track's end by a play and a pause, and its time
+/// SLIDER-13: The release of a file that played plays on from there; in any case the drag is over
 TEST_P(SliderDrag, PausesAPlayingFileAndResumesItWhereItIsReleased) {
     const Row& row = GetParam();
     bring(row.path, "playing");
@@ -69,6 +61,8 @@ TEST_P(SliderDrag, PausesAPlayingFileAndResumesItWhereItIsReleased) {
     EXPECT_EQ(player.gFileIndex, 0);
 }
 
+/// SLIDER-02: A press on a paused file leaves it paused to the end
+/// SLIDER-13
 TEST_P(SliderDrag, LeavesAPausedFilePaused) {
     const Row& row = GetParam();
     bring(row.path, "paused");
@@ -124,6 +118,7 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"track, before second ten", "/cd/Track01.cda", 120, kPauseMci, held(0, 4), "00:04", 120, kPlayTrackOn,
             "00:05"}));
 
+/// SLIDER-08
 TEST_F(Slider, APictureDraggedOnGoesOnAtItsInterval) {
     bring(kPicture, "playing");
     down();
@@ -136,6 +131,7 @@ TEST_F(Slider, APictureDraggedOnGoesOnAtItsInterval) {
     EXPECT_EQ(player.gFileIndex, 1);
 }
 
+/// SLIDER-10
 TEST_F(Slider, EachMoveSeeks) {
     bring(kSound, "playing");
     down();
@@ -146,6 +142,7 @@ TEST_F(Slider, EachMoveSeeks) {
     EXPECT_EQ(slider(), 250);
 }
 
+/// SLIDER-03: Stopped, a drag changes nothing
 TEST_F(Slider, StoppedADragChangesNothing) {
     for (const char* path : {kPicture, kMovie, kSound, kTrack}) {
         SCOPED_TRACE(path);
@@ -161,6 +158,7 @@ TEST_F(Slider, StoppedADragChangesNothing) {
     }
 }
 
+/// SLIDER-04: A move without a press does nothing
 TEST_F(Slider, MovingWithoutAPressDoesNothing) {
     bring(kSound, "playing");
     moveTo(1500);
@@ -170,6 +168,7 @@ TEST_F(Slider, MovingWithoutAPressDoesNothing) {
 
 // --- The ends --------------------------------------------------------------------------------------------------------
 
+/// SLIDER-06: The two ends, 0 and the full width, are never taken
 TEST_F(Slider, TheTwoEndsAreNeverTaken) {
     for (const char* path : {kPicture, kMovie, kSound, kTrack}) {
         bring(path, "paused");
@@ -189,6 +188,7 @@ TEST_F(Slider, TheTwoEndsAreNeverTaken) {
     }
 }
 
+/// SLIDER-05: The place is rounded to a whole number
 TEST_F(Slider, APositionIsRoundedToAWholeNumber) {
     bring(kSound, "paused");
     down();
@@ -209,6 +209,10 @@ struct Place {
     int minutes, seconds;  ///< of the result
 };
 
+/// SLIDER-18: The track's length counts in whole seconds, sixty to a minute
+/// SLIDER-19: The target is the share of it, rounded
+/// SLIDER-20: Its seconds are what is left of the minutes
+/// SLIDER-21: The result is seconds × 65536 + minutes × 256: the middle of 4:30 is 2 minutes 15
 TEST_F(Slider, CalcPosTurnsAPlaceOnTheSliderIntoMinutesAndSeconds) {
     setUp(kTrack);
     const std::vector<Place> rows = {
@@ -237,6 +241,7 @@ TEST_F(Slider, CalcPosTurnsAPlaceOnTheSliderIntoMinutesAndSeconds) {
     EXPECT_EQ(frmMainPanel::CalcPos(player, 1500, packed(9, 4, 30)), packed(0, 2, 15)) << "nor does the track";
 }
 
+/// SLIDER-11, SLIDER-21
 TEST_F(Slider, ATrackOfFourAndAHalfMinutesIsDraggedToItsMiddle) {
     bring("/cd/Track02.cda", "paused");
     down();
@@ -248,6 +253,7 @@ TEST_F(Slider, ATrackOfFourAndAHalfMinutesIsDraggedToItsMiddle) {
 
 // --- Lengths ---------------------------------------------------------------------------------------------------------
 
+/// SLIDER-16: A picture that stays keeps its marker, and a file without a length has nothing to seek
 TEST_F(Slider, APictureThatStaysKeepsItsMarker) {
     player.gInterval = 0;
     bring(kPicture, "playing");
@@ -264,6 +270,7 @@ TEST_F(Slider, APictureThatStaysKeepsItsMarker) {
     EXPECT_EQ(player.gFileIndex, 0);
 }
 
+/// SLIDER-16
 TEST_F(Slider, AFileWithoutALengthHasNothingToSeek) {
     machine.addSound("/m/empty.wav", 0);
     machine.addMovie("/m/empty.avi", 0, 320, 240);
@@ -287,6 +294,7 @@ TEST_F(Slider, AFileWithoutALengthHasNothingToSeek) {
     }
 }
 
+/// SLIDER-16
 TEST_F(Slider, ALengthThatComesLateIsTakenByTheDrag) {
     machine.addSound("/m/late.wav", 0);
     setUp("/m/late.wav");
@@ -304,6 +312,7 @@ TEST_F(Slider, ALengthThatComesLateIsTakenByTheDrag) {
     EXPECT_EQ(slider(), 1500);
 }
 
+/// SLIDER-17: A movie in its delay can be dragged and still waits
 TEST_F(Slider, AMovieInItsDelayCanBeDraggedAndStillWaits) {
     player.gDelayTime = 2000;
     setUp(kMovie);
@@ -321,6 +330,7 @@ TEST_F(Slider, AMovieInItsDelayCanBeDraggedAndStillWaits) {
 
 // --- Buttons, and two things at once ---------------------------------------------------------------------------------
 
+/// SLIDER-01
 TEST_F(Slider, AnyMouseButtonDrags) {
     for (const int mouseButton : {kLeftButton, kRightButton, kMiddleButton}) {
         SCOPED_TRACE(mouseButton);
@@ -338,6 +348,8 @@ TEST_F(Slider, AnyMouseButtonDrags) {
     }
 }
 
+/// SLIDER-15: A stop or a play during the drag ends it; a drop leaves the file under it
+/// MOVE-42
 TEST_F(Slider, AStopDuringTheDragEndsIt) {
     bring(kSound, "playing");
     down();
@@ -351,6 +363,7 @@ TEST_F(Slider, AStopDuringTheDragEndsIt) {
     EXPECT_TRUE(mediaCalls().empty());
 }
 
+/// SLIDER-15, OPEN-02
 TEST_F(Slider, PlayingOnDuringTheDragEndsIt) {
     bring(kSound, "playing");
     down();
@@ -364,6 +377,7 @@ TEST_F(Slider, PlayingOnDuringTheDragEndsIt) {
     EXPECT_TRUE(mediaCalls().empty());
 }
 
+/// SLIDER-15, KIND-20
 TEST_F(Slider, ADropDuringTheDragLeavesTheFileUnderIt) {
     bring(kSound, "playing");
     down();
@@ -376,6 +390,7 @@ TEST_F(Slider, ADropDuringTheDragLeavesTheFileUnderIt) {
     EXPECT_EQ(player.gFileCount, 1);
 }
 
+/// SLIDER-12: Without a kind only the width changes
 TEST_F(Slider, WithoutAKindOnlyTheWidthChanges) {
     setUpPanel();
     player.gSlideState = 2;
@@ -383,105 +398,6 @@ TEST_F(Slider, WithoutAKindOnlyTheWidthChanges) {
     EXPECT_EQ(slider(), 700);
     EXPECT_EQ(label(kTimeLabel), "");
     EXPECT_TRUE(mediaCalls().empty());
-}
-
-// --- Where it seeks to -----------------------------------------------------------------------------------------------
-
-TEST_F(Slider, ATargetThatLiesOnAHalfIsRoundedAsOne) {
-    machine.addSound("/m/odd.wav", 60010);
-    bring("/m/odd.wav", "paused");
-    player.gSlideWidth = 5100;
-    down();
-    moveTo(345);
-    EXPECT_EQ(mciWindow()->mmcMci->Position(), 4060) << "60010 x 345 / 5100 is 4059.5";
-    moveTo(255);
-    EXPECT_EQ(mciWindow()->mmcMci->Position(), 3000) << "3000.5";
-}
-
-TEST_F(Slider, ItsEndsTakeNoDrag) {
-    bring(kSound, "paused");
-    down();
-    for (const float x : {-1.0F, 0.0F, 0.4F, 0.5F, 2999.5F, 3000.0F, 3001.0F}) {
-        machine.clearCalls();
-        moveTo(x);
-        EXPECT_TRUE(mediaCalls().empty()) << x;
-    }
-    for (const float x : {0.6F, 1.0F, 2999.0F, 2999.4F}) {
-        machine.clearCalls();
-        moveTo(x);
-        EXPECT_FALSE(mediaCalls().empty()) << x;
-    }
-}
-
-TEST_F(Slider, WithoutAWidthItTakesNoDrag) {
-    for (const char* path : {kPicture, kMovie, kSound, kTrack}) {
-        for (const std::int32_t width : {0, 1}) {
-            bring(path, "paused");
-            player.gSlideWidth = width;
-            machine.clearCalls();
-            down();
-            for (const float x : {-1.0F, 0.0F, 1.0F, 100.0F}) moveTo(x);
-            act([this] { panel().pctSlide.SetAccessibleValue.raise(10); });
-            EXPECT_TRUE(mediaCalls().empty()) << path;
-            up();
-            act([this] { panel().pctSlide.SetAccessibleValue.raise(10); });
-            EXPECT_TRUE(mediaCalls().empty()) << path;
-            EXPECT_EQ(state(), "paused");
-            player.gSlideWidth = 3000;
-            act([this] { CloseFile(player, false); });
-        }
-    }
-}
-
-TEST_F(Slider, AMovieThatHasEndedIsNotBroughtBack) {
-    bring(kMovie, "playing");
-    machine.advance(39900);
-    machine.advance(200);
-    EXPECT_FALSE(movieWindow()->Visible) << "it has ended";
-    machine.clearCalls();
-    down();
-    moveTo(1500);
-    up();
-    EXPECT_TRUE(mediaCalls().empty());
-    EXPECT_EQ(player.gSlideState, 0);
-    machine.advance(player.gDelayTime);
-    EXPECT_EQ(player.gFileIndex, 1);
-    EXPECT_EQ(state(), "playing");
-}
-
-TEST_F(Slider, ADragThatIsHeldAtAMoviesEndSeeksNoMore) {
-    bring(kMovie, "playing");
-    machine.advance(39990);
-    player.gSlideState = 2;  // a drag that began before
-    machine.advance(20);
-    machine.clearCalls();
-    moveTo(1500);
-    EXPECT_TRUE(mediaCalls().empty());
-}
-
-TEST_F(Slider, APauseAndAPlayAfterAMoviesEndLeaveItsHandOverAlone) {
-    bring(kMovie, "playing");
-    machine.advance(40100);
-    machine.clearCalls();
-    act([this] { PauseFile(player); });
-    act([this] { PrevFile(player); });
-    act([this] { NextFile(player); });
-    act([this] { PlayFile(player); });
-    EXPECT_EQ(machine.log.count("movie.Run"), 0);
-    for (const std::string& call : mediaCalls()) EXPECT_EQ(call.find("movie.CurrentPosition "), std::string::npos);
-    machine.advance(player.gDelayTime);
-    EXPECT_EQ(player.gFileIndex, 1);
-    EXPECT_EQ(state(), "playing");
-}
-
-TEST_F(Slider, ARightButtonTakenAwayEndsItsDragWithoutAMenu) {
-    bring(kSound, "playing");
-    press(panel().pctSlide, kRight);
-    EXPECT_EQ(state(), "paused");
-    release(panel().pctSlide, {0, 0, 0, 0});
-    EXPECT_EQ(state(), "playing");
-    EXPECT_EQ(player.gSlideState, 0);
-    EXPECT_EQ(machine.dialogs.poppedUp, nullptr);
 }
 
 }  // namespace

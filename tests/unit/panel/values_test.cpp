@@ -26,6 +26,7 @@ protected:
     }
 };
 
+/// ACC-05
 TEST_F(Values, TheSliderIsReadInSeconds) {
     bring(kSound, "paused");
     placeAt(15000);
@@ -38,6 +39,7 @@ TEST_F(Values, TheSliderIsReadInSeconds) {
     EXPECT_EQ(slide().AccessibleValue().maximum, 100);
 }
 
+/// ACC-06: A stopped slider has no range, and one held by the mouse is left to it
 TEST_F(Values, AStoppedSliderHasNoRangeAndIsNotMoved) {
     bring(kSound, "stopped");
     EXPECT_EQ(slide().AccessibleValue().maximum, 0);
@@ -46,6 +48,7 @@ TEST_F(Values, AStoppedSliderHasNoRangeAndIsNotMoved) {
     EXPECT_TRUE(machine.calls("mci").empty());
 }
 
+/// ACC-05
 TEST_F(Values, ASetSliderSeeksAndGoesOnAsItWas) {
     for (const std::string wanted : {"playing", "paused"}) {
         for (const char* path : {kSound, kMovie, kTrack}) {
@@ -58,6 +61,7 @@ TEST_F(Values, ASetSliderSeeksAndGoesOnAsItWas) {
     }
 }
 
+/// ACC-06
 TEST_F(Values, ASliderHeldByTheMouseIsLeftToIt) {
     bring(kSound, "playing");
     press(panel().pctSlide, kLeft);
@@ -68,6 +72,7 @@ TEST_F(Values, ASliderHeldByTheMouseIsLeftToIt) {
     EXPECT_EQ(player.gSlideState, 1);
 }
 
+/// ACC-05
 TEST_F(Values, TheKnobGoesByPercent) {
     setUp(kSound);
     set(knob(), 0);
@@ -101,6 +106,7 @@ TEST_F(Values, TheKnobTellsOfAVolumeThatChanges) {
     EXPECT_EQ(observer.told, 1);
 }
 
+/// ACC-07: Repeat says that it is on
 TEST_F(Values, RepeatAndItsLampSayThatTheyAreOn) {
     setUp(kSound);
     EXPECT_FALSE(panel().cmdMainPanel[kRepeat].Checked);

@@ -18,6 +18,7 @@ int orientation(const std::string& bytes) {
     return orientationOf(file);
 }
 
+/// PIC-23: A file that ends before its picture does is damaged; what a camera adds behind it does not count
 TEST(PictureCheck, ABitmapIsAsLongAsItsHeaderSays) {
     std::string bitmap(54, '\0');
     bitmap.replace(0, 2, "BM");
@@ -34,6 +35,7 @@ TEST(PictureCheck, ABitmapIsAsLongAsItsHeaderSays) {
     EXPECT_FALSE(whole("BM"));
 }
 
+/// PIC-23
 TEST(PictureCheck, ABitmapOfTheOldHeaderMayBeSmallerThanANewHeader) {
     std::string bitmap = "BM\0\0\0\0\0\0\0\0\x20\0\0\0"s;                     // the pixels lie behind two colours
     bitmap += "\x0C\0\0\0\x05\0\x02\0\x01\0\x01\0"s + "\0\0\0\xFF\xFF\xFF"s;  // 5 by 2 of one bit
@@ -76,12 +78,14 @@ TEST(PictureCheck, AJpegTellsItsScansAndSamples) {
     EXPECT_EQ(work("GIF89a").scans, 0);
 }
 
+/// PIC-23
 TEST(PictureCheck, AJpegEndsWithTheMarkThatItsOtherPartsLeadTo) {
     const std::string all = jpeg();
     EXPECT_TRUE(whole(all));
     for (std::size_t length = 4; length < all.size(); ++length) EXPECT_FALSE(whole(all.substr(0, length))) << length;
 }
 
+/// PIC-23
 TEST(PictureCheck, WhatACameraAddsBehindAJpegDoesNotCount) {
     EXPECT_TRUE(whole(jpeg() + "\xFF\xDA a film \xFF\xDA"));
     EXPECT_TRUE(whole(jpeg() + std::string(3'000'000, '.')));
@@ -89,6 +93,7 @@ TEST(PictureCheck, WhatACameraAddsBehindAJpegDoesNotCount) {
     EXPECT_TRUE(whole("\xFF\xD8"s + segment('\xDA', "") + std::string(3'000'000, '.') + "\xFF\xD9"));
 }
 
+/// PIC-23
 TEST(PictureCheck, AGifEndsWithItsTrailer) {
     const std::string picture = ",\0\0\0\0\x02\0\x01\0\x80"s + "colour" + "\x02\x03;;;\x01;\0"s;
     const std::string gif = "GIF89a\x02\0\x01\0\x80\0\0"s + "colour" + "!\xFE\x02;;\0"s + picture + picture;
@@ -100,6 +105,7 @@ TEST(PictureCheck, AGifEndsWithItsTrailer) {
     EXPECT_FALSE(whole(gif.substr(0, gif.size() - 2 * picture.size()) + "\0"s)) << "no picture";
 }
 
+/// PIC-23
 TEST(PictureCheck, APngEndsWithItsLastPart) {
     const std::string head = "\x89PNG\r\n\x1A\n"s + "\0\0\0\x04IDATIENDsum."s;
     EXPECT_FALSE(whole(head));
@@ -115,6 +121,7 @@ std::string jpegTurned(char value, bool bigFirst) {
            "\xFF\xDA\0\0"s;
 }
 
+/// PIC-20
 TEST(PictureCheck, ReadsHowAJpegIsToBeTurned) {
     for (const bool bigFirst : {true, false}) {
         EXPECT_EQ(orientation(jpegTurned(6, bigFirst)), 6) << bigFirst;
@@ -132,6 +139,7 @@ TEST(PictureCheck, ReadsHowAJpegIsToBeTurned) {
     EXPECT_EQ(orientation("BM"), 1);
 }
 
+/// PIC-22
 TEST(PictureBudget, ReducesWhatWouldHoldTooMuch) {
     const PictureSize largest{6000, 3000}, twice{12000, 6000};
     ASSERT_EQ(largest.pixels(), kMaxHeldPixels);
@@ -142,6 +150,7 @@ TEST(PictureBudget, ReducesWhatWouldHoldTooMuch) {
     EXPECT_EQ(sizeToHold({65535, 1}, 0), (PictureSize{65535, 1}));
 }
 
+/// PIC-22
 TEST(PictureBudget, CountsWhatADecoderNeeds) {
     EXPECT_EQ(roomForPixels(0, 1'000'000), kMaxHeldPixels);
     EXPECT_EQ(roomForPixels(0, 30'000'000), 6'000'000);

@@ -117,6 +117,7 @@ TEST(UprightRows, StandsEachOfTheEightWays) {
 
 // --- Bitmaps ---------------------------------------------------------------------------------------------------------
 
+/// PIC-22
 TEST(BmpReader, HoldsALargeOneReduced) {
     // 24 million pixels of 1 bit: black on the left, white on the right.
     const std::string colours = "\0\0\0\0\xFF\xFF\xFF\0"s;
@@ -134,6 +135,7 @@ TEST(BmpReader, HoldsALargeOneReduced) {
     EXPECT_EQ(at(picture, picture.held.width - 100, picture.held.height - 1), 0xFFFFFFU);
 }
 
+/// PIC-28
 TEST(BmpReader, RefusesSidesThatCannotBe) {
     constexpr std::int64_t kLargest = 0x7FFFFFFF, kSmallest = -kLargest - 1;
     const std::int64_t sides[] = {0, -1, kLargest, kSmallest, kSmallest + 1, 1'000'001, -1'000'001};
@@ -152,6 +154,7 @@ TEST(BmpReader, RefusesSidesThatCannotBe) {
     }
 }
 
+/// PIC-22
 TEST(BmpReader, ReadsNothingOfOneThatIsTooLarge) {
     const std::string header = "BM"s + little(0, 8) + little(54, 4) + little(40, 4) + little(8000, 4) +
                                little(8000, 4) + little(1, 2) + little(24, 2) + std::string(24, '\0');
@@ -160,6 +163,7 @@ TEST(BmpReader, ReadsNothingOfOneThatIsTooLarge) {
     EXPECT_LT(file.asked, 1'000'000);
 }
 
+/// PIC-28
 TEST(BmpReader, RunsThatLeaveThePictureHarmNothing) {
     const std::vector<std::string> attacks = {
         "\xFF\1\xFF\2\xFF\3\0\1"s,                    // longer than their row
@@ -192,6 +196,7 @@ private:
     std::string header_, again_;
 };
 
+/// PIC-28
 TEST(BmpReader, JumpsWithoutAnEndAreDamaged) {
     Endless file(bitmapFile(4, 4, {.bits = 8, .compression = 1}, greys(256), ""), "\0\2\xFF\0"s);
     EXPECT_EQ(readPicture(file, {0, never}, none, none).reason, "The picture is damaged.");
@@ -215,6 +220,7 @@ TEST(BmpReader, KindsThatAreNotReadAreDamaged) {
 
 // --- GIF -------------------------------------------------------------------------------------------------------------
 
+/// PIC-21
 TEST(GifReader, InterlacedRowsStandInOrderWhateverTheirNumber) {
     for (int height = 1; height <= 40; ++height) {
         const Dots dots(5, height, [](int x, int y) { return static_cast<std::uint32_t>(x + 3 * y) % 128; });
@@ -232,6 +238,7 @@ std::string gifHeader(int width, int height) {
     return "GIF89a" + little(width, 2) + little(height, 2) + "\x80\0\0"s + "\0\0\0\xFF\xFF\xFF"s;
 }
 
+/// PIC-28
 TEST(GifReader, AHugeScreenWithADotIsTooLarge) {
     const std::string dot = ","s + little(0, 4) + little(1, 2) + little(1, 2) + "\0\2\2\x44\1\0;"s;
     EXPECT_NE(read(gifHeader(65535, 65535) + dot).reason.find("too large (65535 x 65535"), std::string::npos);
@@ -240,6 +247,7 @@ TEST(GifReader, AHugeScreenWithADotIsTooLarge) {
     EXPECT_EQ(read(gifHeader(1, 1) + dot).reason, "");
 }
 
+/// PIC-28
 TEST(GifReader, OfAHundredThousandPicturesTheFirstIsRead) {
     std::string bytes = gifHeader(2, 1) + ","s + little(0, 4) + little(2, 2) + little(1, 2) + "\0\2\2\x4C\1\0"s;
     for (int i = 0; i < 100'000; ++i) {
@@ -270,6 +278,7 @@ std::string packed(const std::vector<int>& codes, int bits) {
     return std::string(1, static_cast<char>(bytes.size())) + bytes + '\0';
 }
 
+/// PIC-28
 TEST(GifReader, CodesThatCannotBeLeaveTheRestAsItsBackground) {
     const std::string start = gifHeader(4, 1) + ","s + little(0, 4) + little(4, 2) + little(1, 2) + "\0\2"s;
     const std::vector<std::vector<int>> attacks = {{4, 1, 7}, {7}, {6}, {4, 6}, {4, 4, 4, 5}, {5}, {4, 1, 5}, {}};
@@ -298,6 +307,7 @@ TEST(GifReader, APictureThatHangsOverItsScreenIsCut) {
 
 // --- Any file --------------------------------------------------------------------------------------------------------
 
+/// PIC-28
 TEST(PictureFile, NoFileIsReadWithoutAnEnd) {
     constexpr std::int64_t kSize = std::int64_t{20} << 30;
     for (const std::string& start : {"\xFF\xD8\xFF\xE0\0\x10"s, "GIF89a"s, "\x89PNG\r\n\x1A\n"s, "BM"s}) {
@@ -315,6 +325,7 @@ TEST(PictureFile, LackOfMemoryIsAReason) {
     EXPECT_NE(readPicture(file, {0, never}, hungry, none).reason.find("memory"), std::string::npos);
 }
 
+/// PIC-28
 TEST(PictureFile, ReadersEndSoonAfterTheyAreGivenUp) {
     const Dots dots(3000, 3000, [](int x, int y) { return static_cast<std::uint32_t>(x ^ y) % 128; });
     const std::string files[] = {

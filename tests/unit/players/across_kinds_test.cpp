@@ -39,6 +39,9 @@ protected:
     bool wasImage_ = false;  ///< a picture was the file before
 };
 
+/// SEQ-03: The present file is closed, keeping a picture only from a picture on and with image-hide off, and the new
+///     one plays
+/// KIND-18, MOVE-43
 TEST_P(AcrossKinds, OneFileFollowsAnotherByItself) {
     const auto [first, second, repeat, hide] = GetParam();
     player.gRepeat = repeat;
@@ -65,6 +68,8 @@ TEST_P(AcrossKinds, OneFileFollowsAnotherByItself) {
     expectOnlyWindowsOf(repeat ? kKinds[first] : mkNone);
 }
 
+/// KIND-19: A kind that names no device finds a fresh window, because each close unloads it
+/// MOVE-13, MOVE-27
 TEST_P(AcrossKinds, NextPreviousAndStopLeaveNothingBehind) {
     const auto [first, second, repeat, hide] = GetParam();
     player.gRepeat = repeat;
@@ -97,6 +102,7 @@ INSTANTIATE_TEST_SUITE_P(EveryPair, AcrossKinds,
 
 class ManyChanges : public AcrossKinds {};
 
+/// MOVE-45: Any order of commands leaves a sane state
 TEST_P(ManyChanges, LeaveNothingBehind) {
     constexpr int kChanges = 20000;
     player.gRepeat = true;

@@ -78,6 +78,7 @@ TEST_F(MediaWindows, AMovieOnTopIsPutThereHidden) {
     EXPECT_EQ(machine.log.count("windows.SetWindowPos frmMovieWindow -1 93"), 1);
 }
 
+/// MOVIE-13: The panel is enabled then
 TEST_F(MediaWindows, AMovieThatStartsFreesThePanel) {
     bring(kMovie, "stopped");
     machine.loop.enter([this] {
@@ -90,6 +91,7 @@ TEST_F(MediaWindows, AMovieThatStartsFreesThePanel) {
     EXPECT_TRUE(panel().Enabled);
 }
 
+/// OPEN-44: Picture: its window shows, and its clock runs unless the interval is 0
 TEST_F(MediaWindows, APictureThatIsResumedComesBack) {
     bring(kPicture, "paused");
     imageWindow()->Hide();
@@ -98,6 +100,7 @@ TEST_F(MediaWindows, APictureThatIsResumedComesBack) {
     EXPECT_TRUE(imageWindow()->tmrImage.Enabled);
 }
 
+/// OPEN-52: A missing or failing file behind a kept picture takes the picture away
 TEST_F(MediaWindows, AMissingFileThatEndsTheListTakesTheLastPictureAway) {
     player.gImageHide = false;
     setUpPanel();
@@ -110,6 +113,7 @@ TEST_F(MediaWindows, AMissingFileThatEndsTheListTakesTheLastPictureAway) {
     EXPECT_EQ(state(), "stopped");
 }
 
+/// OPEN-52
 TEST_F(MediaWindows, AFileThatFailsTakesTheLastPictureAway) {
     machine.addBrokenPicture("/m/broken.bmp", "It is damaged.");
     player.gImageHide = false;

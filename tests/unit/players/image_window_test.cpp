@@ -29,6 +29,9 @@ protected:
     }
 };
 
+/// IMG-01: The seconds go up by one
+/// IMG-03: The slider is the seconds' share of the interval
+/// IMG-04: At the interval the next file follows: with 5 the fifth tick, with 00:01 to 00:05 on the way
 TEST_F(ImageWindow, TheSlideClockGoesOnAtTheInterval) {
     show(100, 100, 5);
     for (int second = 1; second < 5; ++second) {
@@ -43,6 +46,7 @@ TEST_F(ImageWindow, TheSlideClockGoesOnAtTheInterval) {
     EXPECT_EQ(state(), "playing");
 }
 
+/// IMG-04
 TEST_F(ImageWindow, TheFifthSecondIsShownOnTheWay) {
     machine.addPicture("/m/view.bmp", 10, 10);
     player.gInterval = 5;
@@ -67,6 +71,8 @@ TEST_F(ImageWindow, TheFifthSecondIsShownOnTheWay) {
     EXPECT_EQ(seen, (std::vector<std::string>{"00:01", "00:02", "00:03", "00:04", "00:05", ""}));
 }
 
+/// IMG-02: Label 2 is the time of the seconds × 1000 in 16 bits: from the 33rd second on it reads the wrapped number,
+///     first -32536
 TEST_F(ImageWindow, TheClockWrapsIn16Bits) {
     show(100, 100, 60);
     machine.advance(32000);
@@ -80,6 +86,8 @@ TEST_F(ImageWindow, TheClockWrapsIn16Bits) {
     EXPECT_EQ(player.gFileIndex, 1);
 }
 
+/// IMG-05: A window that is kept counts from 0 for the next picture
+/// PIC-14
 TEST_F(ImageWindow, TheKeptWindowCountsFromZeroForTheNextPicture) {
     machine.addPicture("/m/a.bmp", 10, 10);
     machine.addPicture("/m/b.bmp", 10, 10);
@@ -100,6 +108,7 @@ TEST_F(ImageWindow, TheKeptWindowCountsFromZeroForTheNextPicture) {
 
 // --- Panning: the screen is 1024 by 768 pixels -----------------------------------------------------------------------
 
+/// IMG-12: A picture that is no wider than the window does not move sideways, one no higher not up and down
 TEST_F(ImageWindow, APictureSmallerThanTheWindowDoesNotMove) {
     show(300, 200);
     press(box(), {kMiddleButton, 0, 50, 50});
@@ -107,6 +116,9 @@ TEST_F(ImageWindow, APictureSmallerThanTheWindowDoesNotMove) {
     expectPlace(0, 0);
 }
 
+/// IMG-07: The middle button, or the left one with Shift, begins a pan and notes where
+/// IMG-15: Between them it moves with the pointer, counted in the picture's own coordinates
+/// IMG-12
 TEST_F(ImageWindow, AWiderPictureMovesSideways) {
     show(1224, 400);
     expectPlace(-100, 0);
@@ -119,6 +131,7 @@ TEST_F(ImageWindow, AWiderPictureMovesSideways) {
     expectPlace(-60, 0);
 }
 
+/// IMG-07, IMG-12
 TEST_F(ImageWindow, AHigherPictureMovesUpAndDown) {
     show(400, 968);
     expectPlace(0, -100);
@@ -127,6 +140,9 @@ TEST_F(ImageWindow, AHigherPictureMovesUpAndDown) {
     expectPlace(0, -140);
 }
 
+/// IMG-13: Its left edge stops at the window's left edge, its right edge at the right one
+/// IMG-14: Above and below alike
+/// IMG-16: It is painted at once
 TEST_F(ImageWindow, APanStopsAtThePicturesEdges) {
     show(1224, 968);
     press(box(), {kMiddleButton, 0, 500, 500});
@@ -139,6 +155,8 @@ TEST_F(ImageWindow, APanStopsAtThePicturesEdges) {
     EXPECT_EQ(machine.log.count("windows.refresh frmImageWindow"), 3);
 }
 
+/// IMG-09: A move pans while a pan is on, and only then
+/// IMG-10: The right button's release pops the menu up and leaves the pan on; any other release ends it
 TEST_F(ImageWindow, APanEndsWithTheButtonButNotWithTheRightOne) {
     show(1224, 400);
     press(box(), {kMiddleButton, 0, 500, 50});
@@ -151,6 +169,8 @@ TEST_F(ImageWindow, APanEndsWithTheButtonButNotWithTheRightOne) {
     expectPlace(-90, 0);
 }
 
+/// IMG-08: Any other left press drags the window
+/// IMG-09
 TEST_F(ImageWindow, TheLeftButtonAloneDragsTheWindow) {
     show(1224, 400);
     press(box(), {kLeftButton, 0, 500, 50});
@@ -164,6 +184,7 @@ TEST_F(ImageWindow, TheLeftButtonAloneDragsTheWindow) {
     EXPECT_EQ(machine.log.count("windows.beginDrag frmImageWindow"), 2);
 }
 
+/// IMG-13
 TEST_F(ImageWindow, APictureThatIsAnOddNumberLargerPansToBothEdges) {
     show(1225, 971);
     expectPlace(-100.5F, -101.5F);
@@ -175,6 +196,7 @@ TEST_F(ImageWindow, APictureThatIsAnOddNumberLargerPansToBothEdges) {
 }
 
 /// Zoomed, a picture has a size in parts of pixels; how far it hangs over counts in whole ones.
+/// IMG-13
 TEST_F(ImageWindow, APanStopsAWholeNumberOfPixelsBehindTheEdge) {
     show(300, 200);
     for (const auto& [over, whole] :
@@ -188,6 +210,7 @@ TEST_F(ImageWindow, APanStopsAWholeNumberOfPixelsBehindTheEdge) {
     }
 }
 
+/// IMG-10
 TEST_F(ImageWindow, AnyButtonButTheRightOneEndsAPan) {
     show(1224, 400);
     for (const int shift : {0, kShiftMask}) {
@@ -216,6 +239,7 @@ TEST_F(ImageWindow, TakesTheCommandKeys) {
     EXPECT_EQ(imageWindow(), nullptr);
 }
 
+/// IMG-11: A double-click minimises the window whatever the zoom; play shows it again
 TEST_F(ImageWindow, ADoubleClickMinimisesAndPlayShowsItAgain) {
     show(100, 100);
     machine.loop.enter([this] { box().DblClick.raise(); });
@@ -227,6 +251,7 @@ TEST_F(ImageWindow, ADoubleClickMinimisesAndPlayShowsItAgain) {
     EXPECT_TRUE(imageWindow()->Visible);
 }
 
+/// IMG-18: Alt alone pops the menu up at its release, and Alt and F4 end the player
 TEST_F(ImageWindow, AltAloneOpensTheMenuAndAltF4EndsThePlayer) {
     show(100, 100);
     machine.loop.enter([this] { imageWindow()->KeyDown.raise({kKeyAlt, kAltMask}); });
@@ -237,6 +262,7 @@ TEST_F(ImageWindow, AltAloneOpensTheMenuAndAltF4EndsThePlayer) {
     EXPECT_EQ(imageWindow(), nullptr);
 }
 
+/// IMG-18
 TEST_F(ImageWindow, AltWithAnotherShiftStateDoesNotArmTheMenu) {
     show(100, 100);
     machine.loop.enter([this] { imageWindow()->KeyDown.raise({kKeyAlt, kAltMask | kShiftMask}); });
@@ -245,6 +271,7 @@ TEST_F(ImageWindow, AltWithAnotherShiftStateDoesNotArmTheMenu) {
     EXPECT_NE(player.forms.find<MainPanelControls>(), nullptr);
 }
 
+/// IMG-21: A close by the window manager stops
 TEST_F(ImageWindow, ACloseRequestStops) {
     show(100, 100);
     machine.loop.enter([this] { imageWindow()->CloseRequest.raise(false); });
@@ -252,6 +279,7 @@ TEST_F(ImageWindow, ACloseRequestStops) {
     EXPECT_EQ(imageWindow(), nullptr);
 }
 
+/// IMG-19: In window mode 2, and in no other, it stays on top, whatever the movie zoom
 TEST_F(ImageWindow, IsTopMostInThatWindowModeWhateverTheMovieZoom) {
     player.gWindowPos = 2;
     player.gMovieZoom = kFullScreenZoom;
@@ -262,11 +290,13 @@ TEST_F(ImageWindow, IsTopMostInThatWindowModeWhateverTheMovieZoom) {
     EXPECT_EQ(machine.calls("windows").at(1).substr(0, 38), "windows.SetWindowPos frmImageWindow -1");
 }
 
+/// IMG-20: When it is activated while it shows it takes the keyboard
 TEST_F(ImageWindow, AShownWindowTakesTheKeyboard) {
     show(100, 100);
     EXPECT_EQ(machine.windows.focused(), &box());
 }
 
+/// IMG-29: Closing a kept picture leaves what plays
 TEST_F(ImageWindow, ClosingAKeptPictureLeavesWhatPlays) {
     player.gImageHide = false;
     show(100, 100);

@@ -29,6 +29,8 @@ protected:
     void playTrack() { play({"/cd/Track01.cda", "/m/last.wav"}); }
 };
 
+/// MCI-04: Position and length count in whole seconds of their packed texts; frames do not count
+/// MCI-05: The fraction is the position's seconds by the length's, and 0 without a length
 TEST(CalcPer, IsTheShareOfWholeSeconds) {
     double result = -1;
     frmMCIWindow::CalcPer(packed(1, 0, 30), packed(0, 2, 0), result);
@@ -39,12 +41,15 @@ TEST(CalcPer, IsTheShareOfWholeSeconds) {
     EXPECT_EQ(result, 0) << "no length";
 }
 
+/// MCI-01: It keeps its caption "Form1" and is never shown
 TEST_F(MciWindow, KeepsItsDesignCaption) {
     playSound();
     EXPECT_EQ(mciWindow()->Caption.get(), "Form1");
     EXPECT_FALSE(mciWindow()->Visible);
 }
 
+/// MCI-06: The status comes every 100 ms, while playing only
+/// MCI-08: Sound: label 2 is the time of the milliseconds, the slider the position's share
 TEST_F(MciWindow, ShowsTheTimeEvery100Milliseconds) {
     playSound();
     machine.advance(999);
@@ -54,6 +59,7 @@ TEST_F(MciWindow, ShowsTheTimeEvery100Milliseconds) {
     EXPECT_EQ(label(kTimeLabel), "00:01");
 }
 
+/// MCI-23: A length that was guessed is corrected while it plays, of movies as well
 TEST_F(MciWindow, ALengthThatWasGuessedIsCorrectedWhileItPlays) {
     playSound();
     EXPECT_EQ(player.gLength, 60000);
@@ -66,6 +72,7 @@ TEST_F(MciWindow, ALengthThatWasGuessedIsCorrectedWhileItPlays) {
     EXPECT_EQ(player.gLength, 30000) << "what is not known any more stays as it was";
 }
 
+/// MCI-11: Quick play of a sound goes on past 10000 ms; at 10000 it plays on
 TEST_F(MciWindow, QuickPlayOfAFileEndsAfter10000) {
     player.gQuickPlay = true;
     playSound();
@@ -77,6 +84,7 @@ TEST_F(MciWindow, QuickPlayOfAFileEndsAfter10000) {
     EXPECT_EQ(state(), "playing");
 }
 
+/// MCI-10: Quick play of a track goes on in the first second past 00:09; at 00:09 it plays on
 TEST_F(MciWindow, QuickPlayOfATrackEndsWithTheFirstSecondPast9) {
     player.gQuickPlay = true;
     playTrack();
@@ -87,6 +95,7 @@ TEST_F(MciWindow, QuickPlayOfATrackEndsWithTheFirstSecondPast9) {
     EXPECT_EQ(player.gFileIndex, 1);
 }
 
+/// MCI-15: Custom play past the stop goes on to the next file
 TEST_F(MciWindow, CustomPlayEndsAFilePastItsStop) {
     player.gCustomMode = kCustomPlay;
     playSound();
@@ -97,6 +106,8 @@ TEST_F(MciWindow, CustomPlayEndsAFilePastItsStop) {
     EXPECT_EQ(player.gFileIndex, 1);
 }
 
+/// MCI-14: Custom repeat of a sound past its stop: it seeks to its start and plays; with 2000 and 5000 past 5000 back
+///     to 2000
 TEST_F(MciWindow, CustomRepeatOfAFileReturnsToItsStart) {
     player.gCustomMode = kCustomRepeat;
     playSound();
@@ -112,6 +123,8 @@ TEST_F(MciWindow, CustomRepeatOfAFileReturnsToItsStart) {
     EXPECT_EQ(player.gFileIndex, 0) << "again and again";
 }
 
+/// MCI-13: Custom repeat of a track past its stop: track, start and the track's end are set and it plays
+/// MCI-16: Tracks compare as texts: the stop second itself is played
 TEST_F(MciWindow, CustomRepeatOfATrackPlaysOnFromItsStart) {
     player.gCustomMode = kCustomRepeat;
     playTrack();
@@ -127,6 +140,7 @@ TEST_F(MciWindow, CustomRepeatOfATrackPlaysOnFromItsStart) {
     EXPECT_EQ(label(kTimeLabel), "00:02");
 }
 
+/// MCI-13
 TEST_F(MciWindow, CustomRepeatOfATrackWithoutAStartBeginsTheTrack) {
     player.gCustomMode = kCustomRepeat;
     play({"/cd/Track02.cda"});
@@ -137,6 +151,7 @@ TEST_F(MciWindow, CustomRepeatOfATrackWithoutAStartBeginsTheTrack) {
     EXPECT_EQ(label(kTimeLabel), "00:00");
 }
 
+/// MCI-15, MCI-16
 TEST_F(MciWindow, CustomPlayOfATrackEndsAfterTheStopSecond) {
     player.gCustomMode = kCustomPlay;
     playTrack();
@@ -147,6 +162,7 @@ TEST_F(MciWindow, CustomPlayOfATrackEndsAfterTheStopSecond) {
     EXPECT_EQ(player.gFileIndex, 1);
 }
 
+/// MCI-17: A stop of 0 never ends or repeats, whatever the mode
 TEST_F(MciWindow, AStopOf0NeverEndsOrRepeats) {
     for (const std::int16_t mode : {kCustomPlay, kCustomRepeat}) {
         player.gCustomMode = mode;
@@ -158,6 +174,7 @@ TEST_F(MciWindow, AStopOf0NeverEndsOrRepeats) {
     }
 }
 
+/// MCI-18: Without custom play a stop is not looked at
 TEST_F(MciWindow, AStopWithoutCustomModeIsIgnored) {
     playSound();
     player.gStopPosition[0] = 3000;
@@ -165,6 +182,7 @@ TEST_F(MciWindow, AStopWithoutCustomModeIsIgnored) {
     EXPECT_EQ(player.gFileIndex, 0);
 }
 
+/// MCI-12: Quick play comes before the custom rules
 TEST_F(MciWindow, QuickPlayComesBeforeTheCustomRules) {
     player.gQuickPlay = true;
     player.gCustomMode = kCustomRepeat;
@@ -174,6 +192,8 @@ TEST_F(MciWindow, QuickPlayComesBeforeTheCustomRules) {
     EXPECT_EQ(player.gFileIndex, 1);
 }
 
+/// MCI-20: A successful end goes on to the next file
+/// MCI-21: Superseded, aborted and failed ones do not
 TEST_F(MciWindow, OnlyASuccessfulEndGoesOn) {
     playSound();
     machine.media.mci()->postDone(kNotifySuperseded);
@@ -184,6 +204,7 @@ TEST_F(MciWindow, OnlyASuccessfulEndGoesOn) {
     EXPECT_EQ(player.gFileIndex, 1);
 }
 
+/// MCI-21
 TEST_F(MciWindow, NoOtherNotificationGoesOn) {
     playSound();
     for (const int code : {0, 2, 4, 8, -1}) {
@@ -194,6 +215,7 @@ TEST_F(MciWindow, NoOtherNotificationGoesOn) {
     }
 }
 
+/// OPEN-29, MCI-20
 TEST_F(MciWindow, TheEndOfATrackGoesOnToTheNextFile) {
     play({"/cd/Track01.cda", "/cd/Track02.cda"});
     machine.advance(99900);
@@ -204,6 +226,7 @@ TEST_F(MciWindow, TheEndOfATrackGoesOnToTheNextFile) {
     EXPECT_EQ(player.gCdTrack, 2);
 }
 
+/// OPEN-24: A length that is not known in time is taken at the first status that knows it
 TEST_F(MciWindow, ALengthThatComesLateIsTaken) {
     playSound();
     player.gLength = 0;
@@ -211,6 +234,7 @@ TEST_F(MciWindow, ALengthThatComesLateIsTaken) {
     EXPECT_EQ(player.gLength, 60000);
 }
 
+/// MCI-19: A length of 0 gives a slider of one pixel
 TEST_F(MciWindow, WithoutALengthTheSliderIsOnePixelWide) {
     machine.addSound("/m/none.wav", 0);
     machine.addDisc("/nil", {0});
@@ -226,6 +250,8 @@ TEST_F(MciWindow, WithoutALengthTheSliderIsOnePixelWide) {
     }
 }
 
+/// KIND-20: The kind is decided once a file, when it starts
+/// MCI-09: A status while another kind is open does nothing
 TEST_F(MciWindow, AStatusOfAnotherKindDoesNothing) {
     playSound();
     machine.advance(2000);
@@ -236,6 +262,7 @@ TEST_F(MciWindow, AStatusOfAnotherKindDoesNothing) {
     EXPECT_EQ(player.gFileIndex, 0);
 }
 
+/// MCI-24: A place behind the track's end is not shown
 TEST_F(MciWindow, APlaceBehindTheTracksEndIsNotShown) {
     playTrack();
     machine.advance(50000);

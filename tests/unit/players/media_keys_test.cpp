@@ -38,6 +38,9 @@ protected:
     bool panelIsThere() { return player.forms.find<MainPanelControls>() != nullptr; }
 };
 
+/// KEY-17: Movie and image window take the same eleven keys with the same actions
+/// MOVIE-30: The panel's eleven keys do the same here
+/// IMG-17: The panel's eleven keys do the same here
 TEST_P(MediaKeys, EachOfTheElevenDoesItsCommand) {
     play();
     type('M');
@@ -74,6 +77,7 @@ TEST_P(MediaKeys, EachOfTheElevenDoesItsCommand) {
     EXPECT_EQ(window(), nullptr);
 }
 
+/// KEY-17
 TEST_P(MediaKeys, ShuffleNeedsThreeFiles) {
     play();
     player.gFileCount = 2;
@@ -87,6 +91,7 @@ TEST_P(MediaKeys, ShuffleNeedsThreeFiles) {
     EXPECT_EQ(state(), "playing");
 }
 
+/// KEY-17
 TEST_P(MediaKeys, OtherCharactersAndDisabledButtonsDoNothing) {
     play();
     for (const char character : {'p', 'm', 'r', 's', 'Z', 'X', 'C', 'U', 'D', 'q'}) type(character);

@@ -38,6 +38,10 @@ void PrintTo(const Size& size, std::ostream* out) { *out << "zoom " << size.zoom
 
 class MovieZoom : public SizedMovie, public ::testing::WithParamInterface<Size> {};
 
+/// MOVIE-03: Zooms 0, 1 and 5: the window is as wide as the control and 30 twips less high
+/// MOVIE-04: Zooms 2, 3 and 4: the smaller ratio r of control and source sizes the window, two source rows less high
+/// MOVIE-05: Then the control stands in the middle of the window, r pixels lower
+/// MOVIE-06: The window stands in the middle of the screen
 TEST_P(MovieZoom, SizesAndCentresTheWindow) {
     const Size& size = GetParam();
     open(320, 240, size.zoom);
@@ -64,6 +68,7 @@ void PrintTo(const Shape& shape, std::ostream* out) {
 class MovieShape : public SizedMovie, public ::testing::WithParamInterface<Shape> {};
 
 /// The control is a share of the screen, of 4 to 3; the window is as large as the picture that fits in.
+/// MOVIE-04, MOVIE-05, MOVIE-06
 TEST_P(MovieShape, TheSmallerRatioFitsThePictureIn) {
     const Shape& shape = GetParam();
     open(shape.sourceWidth, shape.sourceHeight, shape.zoom);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "fake/player_fixture.h"
+#include "unit/players/movie_window.h"
 
 namespace corvane {
 namespace {
@@ -7,42 +7,7 @@ namespace {
 using namespace mdlDefinePublic;
 using namespace mdlPublicFunction;
 
-class MovieWindow : public PlayerFixture {
-protected:
-    MovieWindow() {
-        machine.addMovie("/m/clip.avi", 40, 320, 240);
-        machine.addMovie("/m/film.mpg", 1000, 320, 240);
-        machine.addSound("/m/last.wav", 60000);
-    }
-    void play(const std::string& path, std::int16_t zoom = 0) {
-        player.gMovieZoom = zoom;
-        setUpPanel();
-        setList({path, "/m/last.wav"});
-        PlayFile(player);
-        machine.settle();
-    }
-    void playStarted(const std::string& path = "/m/clip.avi", std::int16_t zoom = 0) {
-        play(path, zoom);
-        machine.advance(player.gDelayTime);
-        machine.clearCalls();
-    }
-    MovieControl& movie() { return *movieWindow()->amvMovie; }
-    void raise(const Event<>& event) {
-        machine.loop.enter([&] { event.raise(); });
-        machine.settle();
-    }
-    /// The device's own toggle between paused and running, as of a click on the picture.
-    void toggleOutside(int before, int now) {
-        if (now == kMovieRunning) {
-            movie().Run();
-        } else {
-            movie().Pause();
-        }
-        ASSERT_EQ(movie().State(), now) << "from " << before;
-        machine.settle();
-    }
-};
-
+/// MOVIE-08: A movie without a picture opens all the same
 TEST_F(MovieWindow, AMovieWithoutAPictureOpensAtEveryZoom) {
     machine.addMovie("/m/sound.mov", 20, 0, 0);
     for (std::int16_t zoom = 0; zoom <= 5; ++zoom) {
@@ -61,6 +26,9 @@ TEST_F(MovieWindow, AMovieWithoutAPictureOpensAtEveryZoom) {
     }
 }
 
+/// MOVIE-07: The delay's timer takes the delay of the settings and runs
+/// MOVIE-09: The timer ticks once
+/// MOVIE-11: Its window shows and it runs
 TEST_F(MovieWindow, WaitsTheDelayBeforeItStarts) {
     player.gDelayTime = 700;
     play("/m/clip.avi");
@@ -74,6 +42,7 @@ TEST_F(MovieWindow, WaitsTheDelayBeforeItStarts) {
     EXPECT_FALSE(movieWindow()->tmrMovie.Enabled) << "one shot";
 }
 
+/// MOVIE-01: Without a file name nothing is done
 TEST_F(MovieWindow, OpenWithoutAFileIsIgnored) {
     play("/m/clip.avi");
     player.gDelayTime = 900;
@@ -86,12 +55,16 @@ TEST_F(MovieWindow, OpenWithoutAFileIsIgnored) {
     EXPECT_EQ(movieWindow()->tmrMovie.Interval, 500);
 }
 
+/// MOVIE-02: The length is the duration in whole seconds
+/// OPEN-21
 TEST_F(MovieWindow, TheLengthIsTheDurationRounded) {
     machine.addMovie("/m/short.avi", 2.5, 320, 240);
     play("/m/short.avi");
     EXPECT_EQ(player.gLength, 2) << "halves go to even";
 }
 
+/// MOVIE-20: Label 2 is the position as a plain number, fraction and all
+/// MOVIE-21: The slider is the position's share of the length
 TEST_F(MovieWindow, ShowsPositionAndSliderEvery250Milliseconds) {
     playStarted();
     machine.advance(2499);
@@ -101,6 +74,8 @@ TEST_F(MovieWindow, ShowsPositionAndSliderEvery250Milliseconds) {
     EXPECT_EQ(panel().pctSlide.Width, static_cast<float>(2.5 / 40 * 3000));
 }
 
+/// MOVIE-15: A movie that has played goes on to the next file; paused, the buttons are put into the playing state first
+/// MOVIE-18: A movie that stops hides its window and begins the delay, and then the next file follows
 TEST_F(MovieWindow, HandsOverAfterItsEndAndTheDelay) {
     playStarted();
     machine.advance(40000);
@@ -115,6 +90,7 @@ TEST_F(MovieWindow, HandsOverAfterItsEndAndTheDelay) {
     EXPECT_EQ(label(kTextLabel), "Sound File Now On Play");
 }
 
+/// MOVIE-15
 TEST_F(MovieWindow, PausedAfterItsEndStillGoesOn) {
     playStarted();
     machine.advance(40000);
@@ -124,6 +100,7 @@ TEST_F(MovieWindow, PausedAfterItsEndStillGoesOn) {
     EXPECT_EQ(state(), "playing");
 }
 
+/// MOVIE-14: One that was paused during the delay starts when it is resumed
 TEST_F(MovieWindow, PausedDuringTheDelayStartsWhenItIsResumed) {
     play("/m/clip.avi");
     machine.advance(100);
@@ -139,6 +116,7 @@ TEST_F(MovieWindow, PausedDuringTheDelayStartsWhenItIsResumed) {
     EXPECT_EQ(label(kTimeLabel), "1");
 }
 
+/// MOVIE-14
 TEST_F(MovieWindow, PausedAndResumedInsideTheDelayStartsAfterIt) {
     play("/m/clip.avi");
     machine.advance(100);
@@ -151,6 +129,7 @@ TEST_F(MovieWindow, PausedAndResumedInsideTheDelayStartsAfterIt) {
     EXPECT_EQ(movie().State(), kMovieRunning);
 }
 
+/// MOVIE-10: A movie that has not played goes to its custom start, when there is one and custom play is on
 TEST_F(MovieWindow, ACustomStartIsInForceWhileCustomPlayIsOn) {
     player.gCustomMode = kCustomPlay;
     play("/m/clip.avi");
@@ -161,6 +140,7 @@ TEST_F(MovieWindow, ACustomStartIsInForceWhileCustomPlayIsOn) {
     EXPECT_EQ(label(kTimeLabel), "13");
 }
 
+/// MOVIE-10
 TEST_F(MovieWindow, ACustomStartIsIgnoredOtherwise) {
     play("/m/clip.avi");
     player.gStartPosition[0] = 12;
@@ -168,6 +148,7 @@ TEST_F(MovieWindow, ACustomStartIsIgnoredOtherwise) {
     EXPECT_EQ(label(kTimeLabel), "1");
 }
 
+/// MOVIE-23: Custom repeat past the stop goes back to the start, again and again: 10 to a little past 20
 TEST_F(MovieWindow, CustomRepeatReturnsToTheStartAgainAndAgain) {
     player.gCustomMode = kCustomRepeat;
     play("/m/clip.avi");
@@ -182,6 +163,7 @@ TEST_F(MovieWindow, CustomRepeatReturnsToTheStartAgainAndAgain) {
     EXPECT_EQ(movie().State(), kMovieRunning);
 }
 
+/// MOVIE-24: Custom play past the stop goes on to the next file
 TEST_F(MovieWindow, CustomPlayEndsPastTheStop) {
     player.gCustomMode = kCustomPlay;
     playStarted();
@@ -192,6 +174,7 @@ TEST_F(MovieWindow, CustomPlayEndsPastTheStop) {
     EXPECT_EQ(player.gFileIndex, 1);
 }
 
+/// MOVIE-25: A stop of 0 plays to the movie's end
 TEST_F(MovieWindow, CustomPlayWithoutAStopPlaysToTheEnd) {
     player.gCustomMode = kCustomPlay;
     playStarted();
@@ -199,6 +182,7 @@ TEST_F(MovieWindow, CustomPlayWithoutAStopPlaysToTheEnd) {
     EXPECT_EQ(player.gFileIndex, 0);
 }
 
+/// MOVIE-22: Quick play past position 300 hides the window and goes on behind the delay
 TEST_F(MovieWindow, QuickPlayEndsPastPosition300AfterTheDelay) {
     player.gQuickPlay = true;
     playStarted("/m/film.mpg");
@@ -226,6 +210,8 @@ TEST_F(MovieWindow, TheSliderEndsAtItsFullWidthWhereTheLengthIsRoundedDown) {
 
 // --- Full screen -----------------------------------------------------------------------------------------------------
 
+/// MOVIE-12: At zoom 5 the window itself is never shown; the movie fills the screen
+/// OPEN-45, MOVE-19
 TEST_F(MovieWindow, AtFullScreenTheWindowItselfIsNeverShown) {
     playStarted("/m/clip.avi", kFullScreenZoom);
     EXPECT_TRUE(movie().FullScreenMode());
@@ -256,6 +242,8 @@ TEST_F(MovieWindow, BehindItsQuickPlayAMovieIsNeitherSteppedNorPlayedOn) {
     EXPECT_EQ(state(), "playing");
 }
 
+/// MOVE-19: A hidden movie does not step; one that fills the screen counts as showing
+/// MOVE-30: A hidden movie goes back all the same
 TEST_F(MovieWindow, AHiddenMovieDoesNotStepButGoesBack) {
     playStarted();
     machine.advance(5000);
@@ -270,6 +258,7 @@ TEST_F(MovieWindow, AHiddenMovieDoesNotStepButGoesBack) {
     EXPECT_EQ(machine.calls("movie"), std::vector<std::string>{"movie.CurrentPosition 4"});
 }
 
+/// MOVIE-35
 TEST_F(MovieWindow, AtFullScreenTheWindowTakesNoKeyboard) {
     playStarted("/m/clip.avi", kFullScreenZoom);
     movieWindow()->Visible = true;
@@ -280,6 +269,9 @@ TEST_F(MovieWindow, AtFullScreenTheWindowTakesNoKeyboard) {
 
 // --- The next movie --------------------------------------------------------------------------------------------------
 
+/// OPEN-36: A movie window that shows is unloaded first: each movie has a fresh one
+/// MOVIE-36: Its end clears what pointed to it, and the next movie has a new one
+/// OPEN-40
 TEST_F(MovieWindow, EachMovieHasAFreshWindow) {
     setUpPanel();
     setList({"/m/clip.avi", "/m/film.mpg"});
@@ -295,6 +287,7 @@ TEST_F(MovieWindow, EachMovieHasAFreshWindow) {
     EXPECT_EQ(label(kTimeLabel), "1");
 }
 
+/// MOVIE-37: Played again by previous it starts afresh
 TEST_F(MovieWindow, PlayingAgainFromPreviousStartsAfresh) {
     playStarted();
     machine.advance(5000);
@@ -306,28 +299,7 @@ TEST_F(MovieWindow, PlayingAgainFromPreviousStartsAfresh) {
     EXPECT_EQ(machine.media.liveControls(), 1);
 }
 
-// --- Mouse, keys and the window --------------------------------------------------------------------------------------
-
-TEST_F(MovieWindow, ADoubleClickMinimisesAndLeavesThePlayState) {
-    playStarted();
-    raise(movie().DblClick);
-    EXPECT_EQ(movieWindow()->WindowState.get(), WindowState::Minimized);
-    EXPECT_EQ(movie().State(), kMovieRunning);
-    toggleOutside(kMovieRunning, kMoviePaused);
-    EXPECT_EQ(movie().State(), kMovieRunning) << "a toggle right after it is undone";
-    toggleOutside(kMovieRunning, kMoviePaused);
-    EXPECT_EQ(movie().State(), kMoviePaused) << "a later one is not";
-}
-
-TEST_F(MovieWindow, ADoubleClickOnAPausedMovieLeavesItPaused) {
-    playStarted();
-    PauseFile(player);
-    machine.settle();
-    raise(movie().DblClick);
-    toggleOutside(kMoviePaused, kMovieRunning);
-    EXPECT_EQ(movie().State(), kMoviePaused);
-}
-
+/// MCI-23
 TEST_F(MovieWindow, ALengthThatWasGuessedIsCorrectedWhileItPlays) {
     playStarted();
     const std::int32_t guessed = player.gLength;
@@ -335,127 +307,6 @@ TEST_F(MovieWindow, ALengthThatWasGuessedIsCorrectedWhileItPlays) {
     machine.media.movie()->correctDuration(guessed * 2.0);
     machine.advance(1000);
     EXPECT_EQ(player.gLength, guessed * 2);
-}
-
-TEST_F(MovieWindow, ADoubleClickGuardsForOneDoubleClickTimeOnly) {
-    playStarted();
-    raise(movie().DblClick);
-    machine.advance(machine.windows.doubleClickMs + 1);
-    toggleOutside(kMovieRunning, kMoviePaused);
-    EXPECT_EQ(movie().State(), kMoviePaused);
-}
-
-TEST_F(MovieWindow, AnEndRightAfterADoubleClickStillHandsOver) {
-    playStarted();
-    machine.advance(39900);
-    raise(movie().DblClick);
-    machine.advance(100 + 500);
-    EXPECT_EQ(player.gFileIndex, 1);
-}
-
-TEST_F(MovieWindow, APauseRightAfterADoubleClickPauses) {
-    playStarted();
-    raise(movie().DblClick);
-    PauseFile(player);
-    machine.settle();
-    EXPECT_EQ(movie().State(), kMoviePaused);
-    PlayFile(player);
-    machine.settle();
-    EXPECT_EQ(movie().State(), kMovieRunning);
-    EXPECT_EQ(movieWindow()->WindowState.get(), WindowState::Normal) << "play shows a minimised window again";
-}
-
-TEST_F(MovieWindow, ADoubleClickAtFullScreenDoesNotMinimise) {
-    playStarted("/m/clip.avi", kFullScreenZoom);
-    raise(movie().DblClick);
-    EXPECT_EQ(movieWindow()->WindowState.get(), WindowState::Normal);
-}
-
-TEST_F(MovieWindow, TheLeftButtonDragsAndTheRightOnePopsTheMenuUp) {
-    playStarted();
-    press(movie(), {kRightButton, 0, 5, 5});
-    press(movie(), {kMiddleButton, 0, 5, 5});
-    EXPECT_EQ(machine.log.count("windows.beginDrag frmMovieWindow"), 0);
-    press(movie(), {kLeftButton, 0, 5, 5});
-    EXPECT_EQ(machine.log.count("windows.beginDrag frmMovieWindow"), 1);
-    release(movie(), {kLeftButton, 0, 5, 5});
-    EXPECT_EQ(machine.dialogs.poppedUp, nullptr);
-    release(movie(), {kRightButton, 0, 5, 5});
-    EXPECT_NE(machine.dialogs.poppedUp, nullptr);
-}
-
-TEST_F(MovieWindow, TakesTheCommandKeys) {
-    playStarted();
-    typeKey(*movieWindow(), 'x');
-    EXPECT_EQ(state(), "paused");
-    typeKey(*movieWindow(), 'z');
-    EXPECT_EQ(state(), "playing");
-    typeKey(*movieWindow(), 'R');
-    EXPECT_TRUE(player.gRepeat);
-    typeKey(*movieWindow(), '.');
-    EXPECT_EQ(player.gFileIndex, 1);
-}
-
-TEST_F(MovieWindow, TheStopKeyUnloadsTheWindowInsideItsOwnHandler) {
-    playStarted();
-    typeKey(*movieWindow(), 'c');
-    EXPECT_EQ(movieWindow(), nullptr);
-    EXPECT_EQ(state(), "stopped");
-    EXPECT_EQ(machine.media.liveControls(), 0);
-}
-
-TEST_F(MovieWindow, AltAloneOpensTheMenuWhenItIsReleased) {
-    playStarted();
-    machine.loop.enter([this] { movieWindow()->KeyDown.raise({kKeyAlt, kAltMask}); });
-    EXPECT_TRUE(player.gAltMenuArmed);
-    EXPECT_EQ(machine.dialogs.poppedUp, nullptr);
-    machine.loop.enter([this] { movieWindow()->KeyUp.raise({kKeyAlt, 0}); });
-    EXPECT_FALSE(player.gAltMenuArmed);
-    EXPECT_NE(machine.dialogs.poppedUp, nullptr);
-}
-
-TEST_F(MovieWindow, AltF4EndsThePlayer) {
-    playStarted();
-    machine.loop.enter([this] { movieWindow()->KeyDown.raise({kKeyF4, kAltMask}); });
-    EXPECT_EQ(player.forms.find<MainPanelControls>(), nullptr);
-    EXPECT_EQ(movieWindow(), nullptr);
-}
-
-TEST_F(MovieWindow, ACloseRequestStopsOrEnds) {
-    playStarted();
-    machine.loop.enter([this] { movieWindow()->CloseRequest.raise(false); });
-    EXPECT_EQ(state(), "stopped");
-    EXPECT_EQ(movieWindow(), nullptr);
-    PlayFile(player);
-    machine.loop.enter([this] { movieWindow()->CloseRequest.raise(true); });
-    EXPECT_EQ(player.forms.find<MainPanelControls>(), nullptr);
-}
-
-TEST_F(MovieWindow, ADoubleClickOnAPausedMovieDoesNotUndoThePlayAfterIt) {
-    playStarted();
-    PauseFile(player);
-    machine.settle();
-    raise(movie().DblClick);
-    PlayFile(player);
-    machine.settle();
-    EXPECT_EQ(movie().State(), kMovieRunning);
-    EXPECT_EQ(state(), "playing");
-}
-
-TEST_F(MovieWindow, IsTopMostInThatWindowMode) {
-    player.gWindowPos = 2;
-    play("/m/clip.avi");
-    EXPECT_EQ(machine.calls("windows").at(1).substr(0, 38), "windows.SetWindowPos frmMovieWindow -1");
-    CloseFile(player, false);
-    machine.clearCalls();
-    player.gMovieZoom = kFullScreenZoom;
-    PlayFile(player);
-    for (const std::string& call : machine.calls("windows")) EXPECT_EQ(call.find("SetWindowPos"), std::string::npos);
-}
-
-TEST_F(MovieWindow, AShownWindowTakesTheKeyboard) {
-    playStarted();
-    EXPECT_EQ(machine.windows.focused(), &movie());
 }
 
 }  // namespace

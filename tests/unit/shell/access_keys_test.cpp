@@ -13,6 +13,8 @@ struct AccessKeysOf : ::testing::Test {
     }
 };
 
+/// COM-25: A dialog's access keys are letters of its captions, none twice, first letters of words before others; Enter
+///     and Escape have theirs without
 TEST_F(AccessKeysOf, FirstLettersOfWordsAreTakenWhereTheyAreFree) {
     CommandButton save{&form, "cmdSave"}, saveAll{&form, "cmdAll"}, zap{&form, "cmdZap"};
     save.Caption = "Save";
@@ -24,6 +26,7 @@ TEST_F(AccessKeysOf, FirstLettersOfWordsAreTakenWhereTheyAreFree) {
     EXPECT_EQ(marked(zap, "[zap]"), "[&zap]") << "a sign is no letter";
 }
 
+/// COM-25
 TEST_F(AccessKeysOf, ButtonsChooseBeforeOptionsAndOptionsBeforeLabels) {
     Label label{&form, "lblTitle"};
     CheckBox box{&form, "chkTitle"};
@@ -40,6 +43,7 @@ TEST_F(AccessKeysOf, ButtonsChooseBeforeOptionsAndOptionsBeforeLabels) {
     EXPECT_EQ(marked(label, "Title A"), "Title &A");
 }
 
+/// COM-25
 TEST_F(AccessKeysOf, WhoGetsNoFirstLetterTakesAnotherTheShortestCaptionFirst) {
     CommandButton one{&form, "cmd1"}, two{&form, "cmd2"}, three{&form, "cmd3"}, four{&form, "cmd4"};
     one.Caption = "P";
@@ -52,6 +56,7 @@ TEST_F(AccessKeysOf, WhoGetsNoFirstLetterTakesAnotherTheShortestCaptionFirst) {
     EXPECT_EQ(marked(four, "P"), "P") << "nothing is left";
 }
 
+/// COM-25
 TEST_F(AccessKeysOf, ALetterIsTakenOnceInWhateverCase) {
     CommandButton apple{&form, "cmd1"}, a{&form, "cmd2"}, zoo{&form, "cmd3"}, zi{&form, "cmd4"}, i{&form, "cmd5"};
     Label label{&form, "lbl1"};
@@ -72,6 +77,7 @@ TEST_F(AccessKeysOf, ALetterIsTakenOnceInWhateverCase) {
     EXPECT_EQ(marked(label, "X"), "X");
 }
 
+/// COM-25
 TEST_F(AccessKeysOf, SignsNextToTheLettersAreNone) {
     CommandButton brace{&form, "cmd1"}, tick{&form, "cmd2"}, at{&form, "cmd3"};
     brace.Caption = "{wet";
@@ -82,6 +88,7 @@ TEST_F(AccessKeysOf, SignsNextToTheLettersAreNone) {
     EXPECT_EQ(marked(at, "@urn"), "@&urn");
 }
 
+/// COM-25
 TEST_F(AccessKeysOf, SomeHaveNone) {
     CommandButton ok{&form, "cmdOk"}, cancel{&form, "cmdCancel"}, hidden{&form, "cmdHidden"};
     Label plain{&form, "lblPlain"};
@@ -101,6 +108,7 @@ TEST_F(AccessKeysOf, SomeHaveNone) {
     EXPECT_EQ(AccessKeys().marked(ok, "OK"), "OK");
 }
 
+/// COM-25
 TEST_F(AccessKeysOf, AmpersandsOfTheCaptionStayWhatTheyAre) {
     CommandButton button{&form, "cmdBoth"};
     button.Caption = "1 & zoo";

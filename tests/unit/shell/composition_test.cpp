@@ -30,6 +30,8 @@ struct Composition : ::testing::Test {
     Form form{"frmTried", FormStyle::Painted};
 };
 
+/// COM-26: A painted form is composed of its visible controls from the lowest on, images at their pictures' size,
+///     pressed buttons with their own picture
 TEST_F(Composition, AnImageIsAsLargeAsItsPicture) {
     Image image(&form, "imgTried");
     image.Move(150, 300);
@@ -43,6 +45,7 @@ TEST_F(Composition, AnImageIsAsLargeAsItsPicture) {
     EXPECT_TRUE(paintPlace(form, image).empty());
 }
 
+/// COM-26
 TEST_F(Composition, EachVisibleControlThatShowsSomethingIsDrawnFromTheLowestOn) {
     Image image(&form, "imgTried");
     CommandButton button(&form, "cmdTried"), hidden(&form, "cmdHidden"), bare(&form, "cmdBare");
@@ -82,6 +85,7 @@ TEST_F(Composition, EachVisibleControlThatShowsSomethingIsDrawnFromTheLowestOn) 
     EXPECT_EQ(pictureShown(button, true).width(), 99) << "without a picture of its own for that";
 }
 
+/// COM-26
 TEST_F(Composition, TheMouseIsTakenByWhatIsSeenAndAsFarAsItSays) {
     PictureBox box(&form, "pctTried");
     box.Move(150, 150);

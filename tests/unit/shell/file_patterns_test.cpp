@@ -6,6 +6,7 @@
 namespace corvane {
 namespace {
 
+/// MEDIA-34
 TEST(FilePatterns, MatchWithoutCaseAndAnyOfSeveral) {
     EXPECT_TRUE(matchesAnyPattern("SONG.Mp3", "*.wav;*.mp3"));
     EXPECT_FALSE(matchesAnyPattern("song.mp3x", "*.wav;*.mp3"));

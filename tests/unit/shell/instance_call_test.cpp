@@ -10,6 +10,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
+/// CMD-16
 TEST(InstanceCall, FilesComeInWhateverPieces) {
     const std::string said = callOf({"/a b.mp3", "/\xE9.wav"});
     CallReader reader(said.size());
@@ -17,17 +18,20 @@ TEST(InstanceCall, FilesComeInWhateverPieces) {
     EXPECT_EQ(reader.files(), (Texts{"/a b.mp3", "/\xE9.wav"}));
 }
 
+/// CMD-19
 TEST(InstanceCall, SilenceIsACallWithoutFiles) {
     EXPECT_EQ(callOf({}), "");
     EXPECT_EQ(CallReader(10).files(), Texts{});
 }
 
+/// CMD-16
 TEST(InstanceCall, WhatWasCutOffOrIsEmptyDoesNotCount) {
     CallReader reader(100);
     ASSERT_TRUE(reader.take(std::string_view("/a.mp3\0\0/half", 13)));
     EXPECT_EQ(reader.files(), Texts{"/a.mp3"});
 }
 
+/// CMD-16
 TEST(InstanceCall, WhatIsTooLongCountsAsNothing) {
     CallReader reader(8);
     EXPECT_TRUE(reader.take(std::string_view("/a.mp3\0", 7)));
@@ -41,6 +45,7 @@ TEST(Printable, TextsOfAnyLanguageStay) {
     }
 }
 
+/// CMD-20
 TEST(Printable, WhatSteersATerminalOrIsNoTextDoesNot) {
     EXPECT_EQ(printable("a\nb\x1B[2Jc\x7F\r\t"), "a?b?[2Jc???");
     EXPECT_EQ(printable(std::string_view("a\0b", 3)), "a?b");

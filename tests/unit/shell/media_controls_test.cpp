@@ -131,6 +131,8 @@ struct MovieStates : ::testing::Test {
     }
 };
 
+/// MEDIA-52: Of a movie each change is told once and later; what a call or another file has overtaken is not told;
+///     progress does not pile up
 TEST_F(MovieStates, OpeningIsToldLaterWithItsSize) {
     movie.MovieWindowSize(1);
     movie.FileName("/a.avi");
@@ -150,6 +152,7 @@ TEST_F(MovieStates, OpeningIsToldLaterWithItsSize) {
     EXPECT_EQ(movie.State(), kMovieStopped);
 }
 
+/// MEDIA-52
 TEST_F(MovieStates, NothingIsDoneUnlessAMovieIsOpen) {
     movie.Run();
     movie.Pause();
@@ -162,6 +165,7 @@ TEST_F(MovieStates, NothingIsDoneUnlessAMovieIsOpen) {
     EXPECT_EQ(movie.CurrentPosition(), 0);
 }
 
+/// MEDIA-52
 TEST_F(MovieStates, AThrowAwayNameAndNoneReleaseTheMovie) {
     for (const char* name : {"1", ""}) {
         open();
@@ -178,6 +182,7 @@ TEST_F(MovieStates, AThrowAwayNameAndNoneReleaseTheMovie) {
     }
 }
 
+/// MEDIA-52
 TEST_F(MovieStates, WhatCannotBeOpenedFails) {
     movie.opens = false;
     movie.FileName("/a.avi");
@@ -195,6 +200,7 @@ TEST_F(MovieStates, WhatCannotBeOpenedFails) {
     EXPECT_EQ(told, Texts{"failed torn"});
 }
 
+/// MEDIA-52
 TEST_F(MovieStates, EachChangeIsToldOnce) {
     open();
     movie.Run();
@@ -219,6 +225,7 @@ TEST_F(MovieStates, EachChangeIsToldOnce) {
     EXPECT_EQ(movie.State(), kMovieStopped);
 }
 
+/// MEDIA-52
 TEST_F(MovieStates, ItsEndIsToldUnlessACallHasOvertakenIt) {
     open();
     movie.Run();
@@ -250,6 +257,7 @@ TEST_F(MovieStates, ItsEndIsToldUnlessACallHasOvertakenIt) {
     EXPECT_EQ(told, Texts{change(kMovieStopped, kMovieRunning)}) << "nor is it after both";
 }
 
+/// MEDIA-52
 TEST_F(MovieStates, APositionCountsOnceItWasPlayedOrSet) {
     open();
     movie.position = 2.5;
@@ -271,6 +279,7 @@ TEST_F(MovieStates, APositionCountsOnceItWasPlayedOrSet) {
     EXPECT_EQ(movie.CurrentPosition(), 0) << "played again";
 }
 
+/// MEDIA-52
 TEST_F(MovieStates, ProgressIsToldWhileItRunsAndDoesNotPileUp) {
     open();
     movie.progress();
@@ -303,6 +312,7 @@ TEST_F(MovieStates, ProgressIsToldWhileItRunsAndDoesNotPileUp) {
     EXPECT_EQ(told, (Texts{change(kMovieStopped, kMovieRunning), "progress"})) << "another file's first";
 }
 
+/// MEDIA-52
 TEST_F(MovieStates, TheRateAndTheWholeScreenAreKeptFromFileToFile) {
     EXPECT_EQ(movie.Rate(), 1.0);
     movie.Rate(2);

@@ -19,11 +19,13 @@ struct LabelPlaces : ::testing::Test {
     Label next{&form, "lblNext"};
 };
 
+/// SKIN-57
 TEST_F(LabelPlaces, ALabelsOwnWidthIsItsPlace) {
     label.Width = 1200;
     EXPECT_EQ(labelPlace(form, label), (Rectangle{150, 300, 1200, 240}));
 }
 
+/// SKIN-57: A label without a width reaches to the next label or the panel's edge
 TEST_F(LabelPlaces, WithoutAWidthItReachesToTheNextLabel) {
     EXPECT_EQ(labelPlace(form, label).right(), 900 - 60);
     next.Visible = false;

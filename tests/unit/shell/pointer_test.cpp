@@ -161,6 +161,7 @@ TEST_F(PointerOnAForm, AnotherButtonPressedInADragMakesItNoClick) {
     EXPECT_EQ(seen, Texts{}) << "the settings would open behind a drag of the display";
 }
 
+/// COM-27
 TEST_F(PointerOnAForm, AnotherButtonOfTheMouseGoesToWhatIsHeld) {
     pointer.press(kLeftButton, 0, {200, 200}, false);
     pointer.press(kRightButton, 0, {2000, 200}, false);
@@ -172,6 +173,7 @@ TEST_F(PointerOnAForm, AnotherButtonOfTheMouseGoesToWhatIsHeld) {
     EXPECT_EQ(seen, (Texts{"button down 50", "button down 1850", "button click", "button up", "button up"}));
 }
 
+/// COM-27
 TEST_F(PointerOnAForm, AButtonHiddenOrDisabledWhileHeldIsLetGo) {
     for (const PropertyId property : {PropertyId::Visible, PropertyId::Enabled}) {
         pointer.press(kLeftButton, 0, {200, 200}, false);
@@ -184,6 +186,7 @@ TEST_F(PointerOnAForm, AButtonHiddenOrDisabledWhileHeldIsLetGo) {
     }
 }
 
+/// COM-27
 TEST_F(PointerOnAForm, AMoveIsToldToWhatLiesThereUnlessItIsDisabled) {
     for (MouseControl* const control : {static_cast<MouseControl*>(&shown), static_cast<MouseControl*>(&button)}) {
         control->MouseMove.tie([this, control](const MouseArgs& args) {
@@ -199,6 +202,7 @@ TEST_F(PointerOnAForm, AMoveIsToldToWhatLiesThereUnlessItIsDisabled) {
     EXPECT_EQ(seen, (Texts{"cmdTried 50", "frmTried 2000", "frmTried 2000"}));
 }
 
+/// COM-27
 TEST_F(PointerOnAForm, LettingGoEndsADragAndTellsNobody) {
     pointer.beginDrag();
     EXPECT_FALSE(pointer.dragging()) << "nothing is pressed";
@@ -238,6 +242,7 @@ TEST_F(PointerOnAForm, AWindowThatGoesLooksAtNoControlAnyMore) {
     EXPECT_EQ(seen, Texts{});
 }
 
+/// COM-27
 TEST_F(PointerOnAForm, PlacesAreCountedFromTheControlsCornerInItsUnit) {
     std::vector<MouseArgs> args;
     for (MouseControl* const control : {static_cast<MouseControl*>(&shown), static_cast<MouseControl*>(&box)}) {
@@ -277,6 +282,8 @@ TEST_F(PointerOnAForm, PlacesAreCountedFromTheControlsCornerInItsUnit) {
     EXPECT_EQ(changes, 3);
 }
 
+/// COM-27: The mouse means the topmost control, from its corner in its unit; what is held is let go when it is hidden
+///     or disabled
 TEST_F(PointerOnAForm, AnEdgeBelongsToTheControlOnItsInside) {
     EXPECT_EQ(pointer.hit({150, 150}), &button);
     EXPECT_EQ(pointer.hit({449, 449}), &button);
@@ -295,6 +302,7 @@ TEST_F(PointerOnAForm, AFormThatGoesInItsOwnEventIsLeftAlone) {
     EXPECT_EQ(seen, (Texts{"button down 50", "button click"}));
 }
 
+/// SLIDER-25
 TEST_F(PointerOnAForm, ARightButtonTakenAwayEndsWhatItHeldAndOpensNoMenu) {
     std::vector<int> buttons;
     box.MouseUp.tie([&](const MouseArgs& args) { buttons.push_back(args.button); });

@@ -29,6 +29,7 @@ TEST_F(ShippedSkins, AFirstStartGetsThemAll) {
     EXPECT_FALSE(files.has("/own/note.txt"));
 }
 
+/// WIN-50
 TEST_F(ShippedSkins, AnUpdateBringsItsNewOnesAlone) {
     give();
     files.remove("/own/DEFAULT.BMP");

@@ -28,6 +28,7 @@ protected:
     int refreshes() { return machine.log.count("windows.refresh frmStartup"); }
 };
 
+/// START-01: A second instance on the same folder ends at once, without a window or a box
 TEST_F(Start, ASecondInstanceEndsSilently) {
     machine.process.isOnlyInstance = false;
     EXPECT_FALSE(startProgram(player));
@@ -36,6 +37,7 @@ TEST_F(Start, ASecondInstanceEndsSilently) {
     EXPECT_TRUE(machine.windows.attached().empty());
 }
 
+/// START-04: Platform 1 and no other is the old family; it allows the volume device setting alone
 TEST_F(Start, OnlyPlatform1IsTheOldFamily) {
     machine.process.platform = 1;
     frmStartup::Form_Initialize(player);
@@ -45,6 +47,9 @@ TEST_F(Start, OnlyPlatform1IsTheOldFamily) {
     EXPECT_FALSE(player.gIsWin9x);
 }
 
+/// SET-01: The file is KADO.INI in the program's folder, and every read and write names it by its full path
+/// START-05: Settings file, list files and PANELSET lie in the program's folder
+/// LIST-01
 TEST_F(Start, PathsLieInTheProgramFolder) {
     frmStartup::Form_Initialize(player);
     EXPECT_EQ(player.gIniFile, "/app/KADO.INI");
@@ -66,6 +71,8 @@ TEST_F(Start, ItsTimersBearOneName) {
     for (const Timer& timer : window()->tmrOpenClose) EXPECT_EQ(timer.name(), "tmrOpenClose");
 }
 
+/// SET-02: In a folder that is a root, one separator stands between it and the name
+/// START-06: In a folder that is a root, paths have a single separator
 TEST_F(Start, ARootFolderGivesASingleSeparator) {
     machine.files.slash = '\\';
     machine.process.folder = "C:\\";
@@ -79,6 +86,8 @@ TEST_F(Start, ARootFolderGivesASingleSeparator) {
     EXPECT_EQ(player.gTextPath, "C:\\PANELSET\\DEFAULT.CSV");
 }
 
+/// START-07: The skin's two names come from the settings, with their defaults
+/// SET-09, SET-10, SET-38, START-14, DIAL-23
 TEST_F(Start, TheSkinOfTheSettingsIsTaken) {
     settings("BITMAPFILE=blue.bmp\nTEXTFILE=blue.csv\n");
     machine.addPicture("/app/PANELSET/blue.bmp", 10, 10);
@@ -87,6 +96,11 @@ TEST_F(Start, TheSkinOfTheSettingsIsTaken) {
     EXPECT_EQ(machine.calls("pictures"), std::vector<std::string>{"pictures.decode /app/PANELSET/blue.bmp"});
 }
 
+/// SET-38: The skin's names are read before everything else, because its files are checked first
+/// START-09: A missing skin bitmap gives a stop box titled Corvane, the full path followed by " Not found!!", and the
+///     program ends
+/// START-11: The bitmap is looked for first; one box is shown, not two
+/// START-13: Nothing has been shown or written when a skin file is missing
 TEST_F(Start, AMissingBitmapIsReportedAndEndsTheProgram) {
     machine.files.remove("/app/PANELSET/DEFAULT.BMP");
     machine.files.remove("/app/PANELSET/DEFAULT.CSV");
@@ -98,6 +112,7 @@ TEST_F(Start, AMissingBitmapIsReportedAndEndsTheProgram) {
     EXPECT_TRUE(machine.calls("files").empty());
 }
 
+/// START-10: A missing skin text gives the same box with its own path
 TEST_F(Start, AMissingTextFileIsReportedAndEndsTheProgram) {
     settings("TEXTFILE=none.csv\n");
     EXPECT_FALSE(startProgram(player));
@@ -106,6 +121,7 @@ TEST_F(Start, AMissingTextFileIsReportedAndEndsTheProgram) {
     EXPECT_TRUE(machine.process.ending());
 }
 
+/// COM-29: The lines of a box are its own: a name in it stays on its line, whatever it holds
 TEST_F(Start, AFolderMakesNoLineOfTheBox) {
     machine.process.folder = "/app\nThe disk is full.";
     EXPECT_FALSE(startProgram(player));
@@ -113,12 +129,15 @@ TEST_F(Start, AFolderMakesNoLineOfTheBox) {
     EXPECT_EQ(machine.dialogs.boxes[0].text, "/app The disk is full./PANELSET/DEFAULT.BMP Not found!!");
 }
 
+/// START-12: Hidden skin files are found
 TEST_F(Start, HiddenSkinFilesAreFound) {
     machine.files.addHidden("/app/PANELSET/DEFAULT.BMP");
     machine.files.addHidden("/app/PANELSET/DEFAULT.CSV");
     EXPECT_TRUE(frmStartup::Form_Initialize(player));
 }
 
+/// START-08: The menu's window is loaded and not shown
+/// START-14: The bitmap is decoded once, whole, into the clip control that the menu's window holds
 TEST_F(Start, TheMenuWindowIsLoadedUnseenAndHoldsTheBitmap) {
     startProgram(player);
     auto* menu = player.forms.find<MenuWindowControls>();
@@ -127,6 +146,8 @@ TEST_F(Start, TheMenuWindowIsLoadedUnseenAndHoldsTheBitmap) {
     EXPECT_EQ(menu->pcpMainPanel.Picture.get().width(), 400);
 }
 
+/// SET-06: The end of a run writes nothing: the panel's place is not kept
+/// SET-05
 TEST_F(Start, NothingIsWrittenByAWholeRun) {
     open();
     closePanelAt(0, 0);
@@ -135,6 +156,10 @@ TEST_F(Start, NothingIsWrittenByAWholeRun) {
     EXPECT_TRUE(machine.calls("files").empty());
 }
 
+/// START-15: The window first stands where the panel was last noted: the screen's corner at the first start
+/// START-19: At the first start nothing is open: the media kind is "none"
+/// START-20: At the first start window and picture are one twip wide and high, and the step is 1
+/// START-21: The opening's timer runs from then on, the closing's does not
 TEST_F(Start, TheOpeningBeginsInTheCornerAtOneTwip) {
     player.gMediaKind = mdlDefinePublic::mkMovie;
     ASSERT_TRUE(startProgram(player));
@@ -153,6 +178,11 @@ TEST_F(Start, TheOpeningBeginsInTheCornerAtOneTwip) {
     EXPECT_FALSE(window()->tmrOpenClose[1].Enabled);
 }
 
+/// START-24: At step k picture and window are k times the panel's pixels in twips wide and high
+/// START-25: At step k the window stands at k × 3 / 50 of the screen that it leaves free, in floating point
+/// START-27: The opening takes fifteen ticks and no sixteenth
+/// START-28: Behind the last step the panel is shown and the start window goes
+/// START-29: The panel stands where the opening ended
 TEST_F(Start, TheOpeningGrowsAndMovesInFifteenSteps) {
     ASSERT_TRUE(startProgram(player));
     for (int k = 1; k < 15; ++k) {
@@ -189,6 +219,8 @@ struct ShownSizes : ControlObserver {
     }
 };
 
+/// START-23: Each step hides the picture, sizes it and shows it again
+/// START-36: Each step of the closing hides the picture, sizes it and shows it again
 TEST_F(Start, EachStepHidesThePictureBeforeItGrowsAndShowsItAfterwards) {
     ASSERT_TRUE(startProgram(player));
     ShownSizes watch;
@@ -205,6 +237,7 @@ TEST_F(Start, EachStepHidesThePictureBeforeItGrowsAndShowsItAfterwards) {
     EXPECT_EQ(watch.seen, (std::vector<std::string>{"hidden 6000", "shown 6000", "hidden 6000", "shown 5600"}));
 }
 
+/// START-26: A window that is not in its normal state grows where it is
 TEST_F(Start, AMinimisedWindowGrowsWhereItIs) {
     ASSERT_TRUE(startProgram(player));
     window()->WindowState = WindowState::Minimized;
@@ -213,6 +246,7 @@ TEST_F(Start, AMinimisedWindowGrowsWhereItIs) {
     EXPECT_EQ(window()->Left, 0);
 }
 
+/// START-16: The panel record gives the panel's size and the picture of the opening, at the record's own place
 TEST_F(Start, TheDummyPanelShowsTheBackgroundOfThePanelRecord) {
     ASSERT_TRUE(startProgram(player));
     EXPECT_EQ(player.gPanelWidth, 400);
@@ -223,6 +257,8 @@ TEST_F(Start, TheDummyPanelShowsTheBackgroundOfThePanelRecord) {
     EXPECT_EQ(window()->imgDummyPanel.Picture.get().height(), 100);
 }
 
+/// START-18: At the first start settings and list are read before the animation begins
+/// LIST-09
 TEST_F(Start, SettingsAndListAreReadBeforeTheAnimation) {
     settings("DELAYTIME=7\nPAGENUM=1\nFILENUM=2\n");
     machine.files.add("/app/FILE12.INI", "[FILELIST]\nLIST000=a.mid|/m/a.mid\n");
@@ -232,6 +268,8 @@ TEST_F(Start, SettingsAndListAreReadBeforeTheAnimation) {
     EXPECT_EQ(player.gFilePath[0], "/m/a.mid");
 }
 
+/// START-22: Texts of the list that is read before the panel exists stand on the panel when it shows
+/// LIST-21
 TEST_F(Start, ThePanelShowsTheListThatWasReadBeforeIt) {
     machine.files.add("/app/FILE00.INI", "[FILELIST]\nLIST000=a.mid|/m/a.mid\nLIST001=b.mid|/m/b.mid\n");
     open();
@@ -240,6 +278,7 @@ TEST_F(Start, ThePanelShowsTheListThatWasReadBeforeIt) {
     EXPECT_EQ(panel()->lblMainPanel[kTotalLabel].Caption.get(), "2");
 }
 
+/// START-31: Without auto play nothing plays until play is pressed
 TEST_F(Start, WithoutAutoPlayNothingPlays) {
     machine.addSound("/m/a.wav", 3000);
     machine.files.add("/app/FILE00.INI", "[FILELIST]\nLIST000=a.wav|/m/a.wav\n");
@@ -249,6 +288,7 @@ TEST_F(Start, WithoutAutoPlayNothingPlays) {
     EXPECT_TRUE(panel()->isStopped());
 }
 
+/// START-30: With auto play the list starts, once the events that wait have run
 TEST_F(Start, AutoPlayStartsTheListAsANewEvent) {
     settings("AUTOPLAY=ON\n");
     machine.addSound("/m/a.wav", 3000);
@@ -262,6 +302,8 @@ TEST_F(Start, AutoPlayStartsTheListAsANewEvent) {
     EXPECT_EQ(machine.log.count("mci.Command Play"), 1);
 }
 
+/// CMD-29: Files that are opened play at once, at the start and handed over; when none can be taken, those handed over
+///     change nothing
 TEST_F(Start, FilesThatWereOpenedPlayAtOnceAlsoWithoutAutoPlay) {
     machine.addSound("/m/a.wav", 3000);
     machine.addSound("/m/b.wav", 3000);
@@ -273,6 +315,7 @@ TEST_F(Start, FilesThatWereOpenedPlayAtOnceAlsoWithoutAutoPlay) {
     EXPECT_EQ(player.openedPath, "/m/b.wav");
 }
 
+/// CMD-29
 TEST_F(Start, NeitherSavedFilesNorThoseOfTheCommandLinePlayByThemselves) {
     machine.addSound("/m/a.wav", 3000);
     machine.files.add("/app/FILE00.INI", "[FILELIST]\nLIST000=a.wav|/m/a.wav\n");
@@ -282,6 +325,12 @@ TEST_F(Start, NeitherSavedFilesNorThoseOfTheCommandLinePlayByThemselves) {
     EXPECT_FALSE(player.gPlaying) << "nothing that was opened is there";
 }
 
+/// START-34: The panel's end shows the start window again, at the panel's own place and size, with step 15
+/// START-37: At step k picture and window are k times the panel's pixels in twips wide and high
+/// START-38: At step k the window stands at k × 3 / 50 of the way from the corner to the panel's right and bottom edge
+///     less its own size
+/// START-39: The step goes down by one; at 0 the program ends, once
+/// START-40: The closing happens once in a run: it ends the process
 TEST_F(Start, TheClosingShrinksTowardsTheCornerAndEndsTheProgram) {
     open();
     machine.clearCalls();
@@ -315,6 +364,8 @@ TEST_F(Start, TheClosingShrinksTowardsTheCornerAndEndsTheProgram) {
     EXPECT_FALSE(window()->tmrOpenClose[1].Enabled);
 }
 
+/// SET-44: The file is read once a run
+/// START-35: Neither settings nor list are read again
 TEST_F(Start, TheClosingReadsNeitherSettingsNorListAgain) {
     open();
     settings("DELAYTIME=7\n");
@@ -324,6 +375,8 @@ TEST_F(Start, TheClosingReadsNeitherSettingsNorListAgain) {
     EXPECT_EQ(player.gFileCount, 0);
 }
 
+/// START-41: A skin that went away meanwhile does not stop the closing
+/// START-17
 TEST_F(Start, ASkinThatWentAwayDoesNotStopTheClosing) {
     open();
     machine.files.remove("/app/PANELSET/DEFAULT.CSV");
@@ -335,6 +388,9 @@ TEST_F(Start, ASkinThatWentAwayDoesNotStopTheClosing) {
     EXPECT_TRUE(machine.process.ending());
 }
 
+/// START-33: A skin that cannot be applied ends the program after its box; the panel is never seen and nothing plays
+/// FAULT-06: A skin removed between the start and the panel gives the box of a skin that cannot be shown, and the
+///     program ends
 TEST_F(Start, ASkinThatCannotBeAppliedEndsTheProgramAfterTheBox) {
     machine.files.add("/app/PANELSET/DEFAULT.CSV", "window,1,0,0,0,0,401,100,1\n");
     settings("AUTOPLAY=ON\n");
@@ -348,6 +404,7 @@ TEST_F(Start, ASkinThatCannotBeAppliedEndsTheProgramAfterTheBox) {
     EXPECT_FALSE(player.gPlaying);
 }
 
+/// START-33
 TEST_F(Start, ADamagedBitmapStillOpensUpToTheBox) {
     machine.pictures.addBroken("/app/PANELSET/DEFAULT.BMP", "truncated");
     startProgram(player);
@@ -357,6 +414,7 @@ TEST_F(Start, ADamagedBitmapStillOpensUpToTheBox) {
     EXPECT_TRUE(machine.process.ending());
 }
 
+/// START-32: Closed during the opening, the program ends
 TEST_F(Start, ClosingTheWindowDuringTheOpeningEndsTheProgram) {
     startProgram(player);
     step();

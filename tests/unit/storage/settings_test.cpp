@@ -17,6 +17,10 @@ protected:
     }
 };
 
+/// SET-05: A start makes no file and writes none
+/// SET-08: A missing file, section or key gives every default, without a box
+/// SET-23: The eleven keys have the defaults P M R S z x c , . u d in their own mixed case
+/// SET-09, SET-10, SET-11, SET-12, SET-14, SET-15, SET-16, SET-17, SET-18, SET-19, SET-20, SET-21, SET-22
 TEST_F(Settings, AMissingFileGivesEveryDefault) {
     readSkinNames(player);
     readSettings(player);
@@ -41,6 +45,21 @@ TEST_F(Settings, AMissingFileGivesEveryDefault) {
     EXPECT_FALSE(machine.files.has("/app/KADO.INI"));
 }
 
+/// SET-09: BITMAPFILE names the skin's bitmap inside PANELSET; default DEFAULT.BMP
+/// SET-10: TEXTFILE names the skin's text inside PANELSET; default DEFAULT.CSV
+/// SET-11: WINDOWPOS is the window mode 0, 1 or 2; default 0
+/// SET-12: DELAYTIME is the delay between movies in milliseconds; default 500
+/// SET-13: AUXTYPE is the volume device: -1 wave output, 0 and up an auxiliary device, -2 choose one; default -1
+/// SET-14: AUTOPLAY is ON or OFF; default off
+/// SET-15: QUICK is ON or OFF; default off
+/// SET-16: PATTERN is the editor's file-type filter; default 0
+/// SET-17: MOVIEZOOM is the movie zoom; default 0
+/// SET-18: IMAGEZOOM is the picture zoom; default 0
+/// SET-19: INTERVAL is how many seconds a picture is shown; default 0
+/// SET-20: FILENUM is the current list of its page, 0 to 9; default 0
+/// SET-21: PAGENUM is the current page, 0 to 9; default 0
+/// SET-22: IMAGEHIDE is ON or OFF; default on
+/// SET-23
 TEST_F(Settings, EveryKeyIsRead) {
     player.gIsWin9x = true;
     read(
@@ -77,6 +96,8 @@ TEST_F(Settings, EveryKeyIsRead) {
     EXPECT_EQ(player.gKeyVolumeDown, 'b');
 }
 
+/// SET-32: AUTOPLAY and QUICK are on for exactly ON; any other text, lower case included, is off
+/// SET-41
 TEST_F(Settings, SwitchesCountOnlyAsExactlyOn) {
     for (const char* text : {"on", "On", "OFF", "1", "ONE", "", "O N"}) {
         read("AUTOPLAY=" + std::string(text) + "\nQUICK=" + text + "\n");
@@ -88,6 +109,7 @@ TEST_F(Settings, SwitchesCountOnlyAsExactlyOn) {
     EXPECT_TRUE(player.gQuickPlay);
 }
 
+/// SET-33: IMAGEHIDE is off for exactly OFF; an empty value, lower case and any other word leave it on
 TEST_F(Settings, OnlyOffTurnsImageHidingOff) {
     for (const char* text : {"off", "Off", "ON", "0", "", "no"}) {
         player.gImageHide = false;
@@ -98,18 +120,21 @@ TEST_F(Settings, OnlyOffTurnsImageHidingOff) {
     EXPECT_FALSE(player.gImageHide);
 }
 
+/// SET-27: A number is rounded to a whole one, halves to the even side: 2.5 is 2, 3.5 is 4
 TEST_F(Settings, NumbersRoundHalvesToEven) {
     read("DELAYTIME=2.5\nINTERVAL=3.5\n");
     EXPECT_EQ(player.gDelayTime, 2);
     EXPECT_EQ(player.gInterval, 4);
 }
 
+/// SET-26: A delay that is no number is 500
 TEST_F(Settings, ADelayThatIsNoNumberIs500) {
     player.gDelayTime = 9;
     read("DELAYTIME=soon\n");
     EXPECT_EQ(player.gDelayTime, 500);
 }
 
+/// SET-24: Before the numbers are read, the delay is 500, the device -1 and the filter 0; the others stay as they are
 TEST_F(Settings, ThreeNumbersBeginAtTheirDefaultsAndTheOthersStay) {
     player.gDelayTime = 9;
     player.gAuxType = 3;
@@ -122,6 +147,8 @@ TEST_F(Settings, ThreeNumbersBeginAtTheirDefaultsAndTheOthersStay) {
     EXPECT_EQ(player.gMovieZoom, 2);
 }
 
+/// SET-07: There is no version and no check of the whole: each key stands for itself
+/// SET-25: A text that is no number leaves the default alone, silently
 TEST_F(Settings, TextThatIsNoNumberLeavesADefaultAlone) {
     read("WINDOWPOS=top\nPATTERN=x\nMOVIEZOOM=1 2\nIMAGEZOOM=\nINTERVAL=5s\nFILENUM=one\nPAGENUM=--1\n");
     EXPECT_EQ(player.gWindowPos, 0);
@@ -133,6 +160,7 @@ TEST_F(Settings, TextThatIsNoNumberLeavesADefaultAlone) {
     EXPECT_EQ(player.gPageNumber, 0);
 }
 
+/// SET-30: A number that makes no sense acts as the default and stays in the file
 TEST_F(Settings, NumbersThatMakeNoSenseActAsTheDefaultAndStayInTheFile) {
     player.gIsWin9x = true;
     const std::string lines =
@@ -151,6 +179,7 @@ TEST_F(Settings, NumbersThatMakeNoSenseActAsTheDefaultAndStayInTheFile) {
     EXPECT_EQ(machine.files.bytes("/app/KADO.INI"), "[KADO]\r\n" + lines);
 }
 
+/// SET-29: A number outside 16 bits acts as the default and is no error
 TEST_F(Settings, NumbersOutside16BitsKeepTheDefault) {
     for (const char* number : {"32768", "65536", "-40000", "99999999999999", "1e300", "&HFFFFF"}) {
         read("DELAYTIME=" + std::string(number) + "\nINTERVAL=" + number + "\n");
@@ -161,6 +190,9 @@ TEST_F(Settings, NumbersOutside16BitsKeepTheDefault) {
     EXPECT_EQ(player.gDelayTime, 32767);
 }
 
+/// SET-31: The volume device is read on the old platform family alone; elsewhere the wave output is used whatever the
+///     file says
+/// SET-13, START-04
 TEST_F(Settings, TheVolumeDeviceIsReadOnTheOldFamilyOnly) {
     read("AUXTYPE=2\n");
     EXPECT_EQ(player.gAuxType, -1);
@@ -171,6 +203,8 @@ TEST_F(Settings, TheVolumeDeviceIsReadOnTheOldFamilyOnly) {
     EXPECT_EQ(player.gAuxType, -2);
 }
 
+/// SET-34: A key is the first character of its text; the rest is ignored
+/// SET-35: An empty key text gives the default key at the next start
 TEST_F(Settings, AKeyIsTheFirstCharacterOfItsText) {
     read("POWER_Click=Quit\nMIN_Click=\nREPEAT_Click=\"\nSTOP_Click=\" \"\n");
     EXPECT_EQ(player.gKeyPower, 'Q');
@@ -179,6 +213,7 @@ TEST_F(Settings, AKeyIsTheFirstCharacterOfItsText) {
     EXPECT_EQ(player.gKeyStop, ' ');
 }
 
+/// SET-36: A character outside ASCII is its code point, and a byte where the text is not UTF-8
 TEST_F(Settings, KeysBeyondAsciiAreCodePointsOrBytes) {
     read("POWER_Click=\xC3\xA9t\xC3\xA9\nMIN_Click=\xE3\x81\x82\nREPEAT_Click=\xE9\nSHUFFLE_Click=\xE8\xAA\xAC\n");
     EXPECT_EQ(player.gKeyPower, 0xE9);
@@ -187,6 +222,7 @@ TEST_F(Settings, KeysBeyondAsciiAreCodePointsOrBytes) {
     EXPECT_EQ(player.gKeyShuffle, 'S') << "needs 16 bits: keeps its default";
 }
 
+/// SET-36
 TEST(CharacterCode, AndItsTextAreInverse) {
     for (int code = 1; code <= 0x7FFF; ++code) {
         ASSERT_EQ(characterCode(characterText(static_cast<std::int16_t>(code)) + "x"), code);
@@ -202,6 +238,8 @@ TEST(CharacterCode, AndItsTextAreInverse) {
     EXPECT_EQ(characterCode("\xE3\x81"), 0xE3);
 }
 
+/// SET-37: An empty skin name, blanks included, is the default skin's
+/// START-07
 TEST_F(Settings, EmptySkinNamesAreTheDefaultSkin) {
     settings("BITMAPFILE=\nTEXTFILE= \n");
     readSkinNames(player);
@@ -209,17 +247,22 @@ TEST_F(Settings, EmptySkinNamesAreTheDefaultSkin) {
     EXPECT_EQ(player.gTextFileName, "DEFAULT.CSV");
 }
 
+/// SET-40: A value holds at most 511 bytes; the rest is cut off
 TEST_F(Settings, LongTextsAreCutAt511Bytes) {
     settings("BITMAPFILE=" + std::string(600, 'x') + "\n");
     EXPECT_EQ(ReadSettingText(player, "BITMAPFILE"), std::string(511, 'x'));
 }
 
+/// SET-03: Every key stands in the section KADO
+/// SET-47: The first write makes file and section
+/// SET-01
 TEST_F(Settings, TheFirstWriteMakesTheFile) {
     WriteSetting(player, "AUTOPLAY", switchText(true));
     EXPECT_EQ(machine.files.bytes("/app/KADO.INI"), "[KADO]\r\nAUTOPLAY=ON\r\n");
     EXPECT_EQ(ReadSettingText(player, "autoplay"), "ON");
 }
 
+/// SET-63: Several keys are one replacement of the file, with the same result as single ones
 TEST_F(Settings, SeveralKeysAreOneReplacement) {
     settings("AUTOPLAY=OFF\r\n");
     EXPECT_TRUE(writeSettings(player, {{"QUICK", "ON"}, {"AUTOPLAY", "ON"}, {"PAGENUM", "3"}}));
@@ -227,6 +270,7 @@ TEST_F(Settings, SeveralKeysAreOneReplacement) {
     EXPECT_EQ(machine.calls("files"), std::vector<std::string>{"files.replace /app/KADO.INI"});
 }
 
+/// SET-57: A write that fails is silent, leaves the file as it was, and the setting is in force for the run
 TEST_F(Settings, AFailedWriteIsSilentAndLeavesTheFile) {
     settings("AUTOPLAY=OFF\r\n");
     machine.files.failReplace = true;
@@ -236,6 +280,7 @@ TEST_F(Settings, AFailedWriteIsSilentAndLeavesTheFile) {
     EXPECT_TRUE(machine.dialogs.boxes.empty());
 }
 
+/// SET-46: A file over 4 MiB reads as empty and is never written over
 TEST_F(Settings, AnAbsurdlyLongFileReadsAsEmptyAndIsNeverWrittenOver) {
     settings("AUTOPLAY=ON\r\n;" + std::string(kMostProfileBytes, 'x'));
     readSettings(player);
@@ -244,6 +289,8 @@ TEST_F(Settings, AnAbsurdlyLongFileReadsAsEmptyAndIsNeverWrittenOver) {
     EXPECT_TRUE(machine.calls("files").empty());
 }
 
+/// SET-45: A damaged, binary or cut-off file gives defaults
+/// SET-07
 TEST_F(Settings, BinaryAndTruncatedFilesGiveDefaults) {
     std::string noise;
     for (int i = 0; i < 50'000; ++i) noise += static_cast<char>((i * 7919 + i / 13) & 0xFF);
@@ -258,6 +305,7 @@ TEST_F(Settings, BinaryAndTruncatedFilesGiveDefaults) {
     }
 }
 
+/// SET-25
 TEST_F(Settings, TextThatIsNoNumberLeavesWhatWasReadBefore) {
     read("WINDOWPOS=2\nMOVIEZOOM=3\nIMAGEZOOM=4\nINTERVAL=20\nFILENUM=5\nPAGENUM=6\n");
     for (const char* text : {"x", "1 2", "", "5s", "--1", "&H"}) {

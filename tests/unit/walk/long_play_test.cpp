@@ -59,6 +59,8 @@ protected:
     std::vector<std::string> files;
 };
 
+/// FAULT-14: In three days of play each file of each round is begun once, no timer, window or device is left over, and
+///     no time is lost
 TEST_F(LongPlay, SeventyTwoHoursLeaveNothingBehind) {
     click(kPlay);
     playOneRound();
@@ -82,6 +84,7 @@ TEST_F(LongPlay, SeventyTwoHoursLeaveNothingBehind) {
     EXPECT_EQ(machine.media.liveControls(), 0);
 }
 
+/// FAULT-15: A sound of three days shows its time to the end and ends
 TEST_F(LongPlay, ALongSoundIsToldItsTimeToTheEnd) {
     machine.addSound("/m/three_days.wav", static_cast<std::int32_t>(kHours * kHourMs));
     setList({"/m/three_days.wav"});

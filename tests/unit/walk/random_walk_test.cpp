@@ -430,6 +430,8 @@ private:
     std::vector<std::string> all_;
 };
 
+/// OPEN-48: With nothing open nothing more happens
+/// PANEL-22, OPEN-11, MOVE-45
 TEST(RandomWalk, AnyOrderOfCommandsLeavesASaneState) {
     unsigned seed = 1;
     auto walk = std::make_unique<Walk>(seed);

@@ -39,6 +39,7 @@ HGLOBAL memoryOf(const Bytes& bytes) {
     return memory;
 }
 
+/// WIN-47: What another program says was dropped is read no further than it goes
 TEST(DroppedFiles, AreReadInTheirOrder) {
     using namespace std::string_literals;
     const DropData wide = filesOf(dropOf(L"C:\\b c.mp3\0C:\\\x65E5.wav\0\0"s));
@@ -47,6 +48,7 @@ TEST(DroppedFiles, AreReadInTheirOrder) {
     EXPECT_EQ(filesOf(dropOf("C:\\a.wav\0C:\\b.wav\0\0"s)).files, (Texts{"C:\\a.wav", "C:\\b.wav"}));
 }
 
+/// WIN-47
 TEST(DroppedFiles, WhatIsNotWholeIsNotReadBeyond) {
     using namespace std::string_literals;
     EXPECT_EQ(filesOf(dropOf(L"C:\\a.wav\0C:\\b.wa"s)).files, Texts{"C:\\a.wav"}) << "no end";
@@ -146,6 +148,7 @@ struct DropForm : ::testing::Test {
     PaintedWindow window{form, context};
 };
 
+/// WIN-46: Files are taken where they are dropped, a text as a drop without files, nothing else
 TEST_F(DropForm, FilesAreTakenByWhatLiesUnderThem) {
     using namespace std::string_literals;
     Dragged files(CF_HDROP, dropOf(L"C:\\a.wav\0C:\\b.wav\0\0"s));
@@ -156,6 +159,7 @@ TEST_F(DropForm, FilesAreTakenByWhatLiesUnderThem) {
     EXPECT_EQ(seen, Texts{"form files C:\\a.wav C:\\b.wav"});
 }
 
+/// WIN-46
 TEST_F(DropForm, ATextIsADropWithoutFiles) {
     Dragged text(CF_UNICODETEXT, Bytes(8));
     EXPECT_EQ(drag(text, {20, 20}), static_cast<DWORD>(DROPEFFECT_COPY));
@@ -166,6 +170,7 @@ TEST_F(DropForm, ATextIsADropWithoutFiles) {
     EXPECT_EQ(seen, Texts{"button other"});
 }
 
+/// WIN-46
 TEST_F(DropForm, WhatIsNeitherIsRefused) {
     Dragged picture(CF_BITMAP, Bytes(8));
     EXPECT_EQ(drag(picture, {20, 20}), static_cast<DWORD>(DROPEFFECT_NONE));
@@ -176,6 +181,7 @@ TEST_F(DropForm, WhatIsNeitherIsRefused) {
     EXPECT_EQ(seen, Texts{});
 }
 
+/// WIN-46
 TEST_F(DropForm, AWindowThatWentTakesNothing) {
     Dragged text(CF_UNICODETEXT, Bytes(8));
     window.unbind();
@@ -183,6 +189,7 @@ TEST_F(DropForm, AWindowThatWentTakesNothing) {
     EXPECT_EQ(seen, Texts{});
 }
 
+/// WIN-46
 TEST_F(DropForm, TheOldMessageBringsFilesToo) {
     using namespace std::string_literals;
     Bytes bytes = dropOf(L"C:\\a.wav\0\0"s);

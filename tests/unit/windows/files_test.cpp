@@ -36,6 +36,7 @@ TEST(TriedFolders, AreNewAndLeaveNothing) {
     EXPECT_EQ(GetFileAttributesW(systemPath(path).c_str()), INVALID_FILE_ATTRIBUTES);
 }
 
+/// WIN-11: Hidden files are left out of lists but can be opened
 TEST_F(DesktopFiles, HiddenOnesAreLeftOutOfLists) {
     test::writeFile(folder.in("a.wav"), "");
     test::writeFile(folder.in("b.wav"), "");
@@ -44,6 +45,7 @@ TEST_F(DesktopFiles, HiddenOnesAreLeftOutOfLists) {
     EXPECT_EQ(files.lookUp(folder.in("b.wav")), "b.wav");
 }
 
+/// WIN-09
 TEST_F(DesktopFiles, NamesOfAnyAlphabetAreFoundWhateverTheCase) {
     const std::string name = "\xC3\x84nderung \xE6\x97\xA5.MP3";
     test::writeFile(folder.in(name), "sound");
@@ -52,12 +54,14 @@ TEST_F(DesktopFiles, NamesOfAnyAlphabetAreFoundWhateverTheCase) {
     EXPECT_EQ(files.lookUp(folder.in("\xC3\xA4NDERUNG \xE6\x97\xA5.mp3")), name);
 }
 
+/// WIN-12: A name with a pattern's characters is no file's
 TEST_F(DesktopFiles, APatternIsNoName) {
     test::writeFile(folder.in("a.wav"), "");
     EXPECT_EQ(files.lookUp(folder.in("*.wav")), std::nullopt);
     EXPECT_EQ(files.lookUp(folder.in("?.wav")), std::nullopt);
 }
 
+/// WIN-13: Paths beyond the usual length are read and written
 TEST_F(DesktopFiles, PathsBeyondTheUsualLengthWork) {
     std::string deep = folder.path();
     for (int i = 0; i < 6; ++i) {
@@ -70,6 +74,7 @@ TEST_F(DesktopFiles, PathsBeyondTheUsualLengthWork) {
     EXPECT_EQ(files.lookUp(deep + "\\A.INI"), "a.ini");
 }
 
+/// WIN-15: What a killed save left is removed
 TEST_F(DesktopFiles, LeftoversOfAKilledSaveAreRemoved) {
     test::writeFile(folder.in(".corvane-0123abcd"), "half");
     test::writeFile(folder.in(".corvane-note"), "kept");
@@ -78,6 +83,7 @@ TEST_F(DesktopFiles, LeftoversOfAKilledSaveAreRemoved) {
     EXPECT_EQ(files.lookUp(folder.in(".corvane-note")), ".corvane-note");
 }
 
+/// WIN-14
 TEST_F(DesktopFiles, AReadOnlyFileIsNotReplaced) {
     test::writeFile(folder.in("old.ini"), "old");
     ASSERT_NE(SetFileAttributesW(systemPath(folder.in("old.ini")).c_str(), FILE_ATTRIBUTE_READONLY), 0);
@@ -96,6 +102,8 @@ struct ProgramFolders : DesktopFiles {
     FolderChoice choice{folder.in("bin"), "", folder.in("data")};
 };
 
+/// WIN-16: The program's folder is the chosen one, else its own where the skins lie and it can be written, else the
+///     user's
 TEST_F(ProgramFolders, TheChosenOneWinsThenTheProgramsOwn) {
     EXPECT_EQ(programFolder(choice), folder.in("bin"));
     choice.chosen = folder.in("chosen\\");
@@ -104,12 +112,14 @@ TEST_F(ProgramFolders, TheChosenOneWinsThenTheProgramsOwn) {
     EXPECT_EQ(programFolder(choice), "C:\\");
 }
 
+/// WIN-16
 TEST_F(ProgramFolders, WithoutSkinsBesideTheProgramItIsTheUsers) {
     choice.program = folder.in("elsewhere");
     EXPECT_EQ(programFolder(choice), folder.in("data\\Corvane"));
     EXPECT_TRUE(files.readable(folder.in("data\\Corvane")));
 }
 
+/// WIN-50: An update's new skins reach a user who has the program installed
 TEST_F(ProgramFolders, AnUpdatesNewSkinsReachTheUser) {
     // Installed for all users, nothing can be written beside the program: here because the name is taken.
     const std::string taken = "bin\\.corvane-" + std::to_string(GetCurrentProcessId());
@@ -124,6 +134,7 @@ TEST_F(ProgramFolders, AnUpdatesNewSkinsReachTheUser) {
     EXPECT_EQ(files.lookUp(own + "\\PANELSET\\DEFAULT.CSV"), std::nullopt) << "what the user deletes stays deleted";
 }
 
+/// WIN-54: `--about` tells what is in force and what is missing, and makes nothing
 TEST_F(ProgramFolders, AboutTellsWhatIsThereAndMakesNothing) {
     test::writeFile(folder.in("bin\\PANELSET\\DEFAULT.BMP"), "skin");
     test::writeFile(folder.in("bin\\PANELSET\\HALF.CSV"), "no picture");
@@ -136,6 +147,7 @@ TEST_F(ProgramFolders, AboutTellsWhatIsThereAndMakesNothing) {
     EXPECT_FALSE(files.readable(folder.in("data\\Corvane")));
 }
 
+/// WIN-16
 TEST_F(ProgramFolders, AFullPathHasNoDotsOfItsOwn) {
     EXPECT_EQ(fullPath(folder.in("bin\\..\\data\\.\\a.wav")), folder.in("data\\a.wav"));
     EXPECT_EQ(fullPath("c:/music/a.wav"), "C:\\music\\a.wav");

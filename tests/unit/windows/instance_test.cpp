@@ -37,6 +37,7 @@ TEST_F(Instances, ASecondStartHandsItsFilesOver) {
     EXPECT_EQ(given, std::vector<Texts>{(Texts{"C:\\a b.wav", "C:\\\xE6\x97\xA5.wav"})});
 }
 
+/// WIN-48
 TEST_F(Instances, WithoutFilesTheFirstIsOnlyAskedToBeSeen) {
     Instance first(folder.path());
     Instance second(folder.path());
@@ -55,6 +56,7 @@ TEST_F(Instances, EachFolderHasItsOwn) {
 }
 
 /// Between its mutex and its window a first start takes a moment.
+/// WIN-48: A second start waits for a first one that is about to listen, and without files brings it to the front
 TEST_F(Instances, AFirstStartThatIsAboutToListenIsWaitedFor) {
     std::atomic<bool> handed = false;
     std::atomic<bool> listens = false;
@@ -93,6 +95,7 @@ TEST_F(Instances, AsManyFilesAsFitAreHandedOver) {
     EXPECT_EQ(given[0].size(), 34U);
 }
 
+/// WIN-48
 TEST_F(Instances, WhatIsNoHandOverIsRefused) {
     Instance first(folder.path());
     listen(first);

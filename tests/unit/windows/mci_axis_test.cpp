@@ -16,6 +16,7 @@ std::int32_t packed(std::uint32_t track, std::uint32_t minute, std::uint32_t sec
 MciAxis disc() { return {kCdSectorsPerSecond, 375, {{1, 150, 225, true}, {2, 375, 150, true}}}; }
 MciAxis file() { return {1000, 4000, {}}; }
 
+/// WIN-21: A file counts milliseconds, a disc the sectors from its first track
 TEST(MciAxis, AFileCountsMilliseconds) {
     EXPECT_EQ(file().fromPlace(1500, kFormatMilliseconds), 1500);
     EXPECT_EQ(file().fromPlace(9000, kFormatMilliseconds), 4000) << "held inside";
@@ -28,6 +29,7 @@ TEST(MciAxis, AFileCountsMilliseconds) {
     EXPECT_EQ(file().trackLength(2), 0);
 }
 
+/// WIN-21
 TEST(MciAxis, ADiscCountsSectorsFromItsFirstTrack) {
     EXPECT_EQ(disc().fromPlace(packed(1, 0, 1), kFormatTmsf), 75);
     EXPECT_EQ(disc().fromPlace(2, kFormatTmsf), 225) << "a track's number alone is its start";
@@ -38,6 +40,7 @@ TEST(MciAxis, ADiscCountsSectorsFromItsFirstTrack) {
     EXPECT_EQ(disc().trackLength(3), 0);
 }
 
+/// WIN-21
 TEST(MciAxis, APlayOfATrackWhoseLengthWasNotKnownEndsWithIt) {
     EXPECT_EQ(disc().endOf(packed(1, 0, 2), 0, kFormatTmsf), 150);
     EXPECT_EQ(disc().endOf(1, 0, kFormatTmsf), 225);

@@ -8,6 +8,7 @@ namespace {
 
 constexpr int kLook = 50;  // milliseconds between two reports
 
+/// WIN-20
 TEST(MciClock, StandsUntilItIsStartedAndWhenItIsHeld) {
     MciClock clock;
     clock.hold(700);
@@ -21,6 +22,7 @@ TEST(MciClock, StandsUntilItIsStartedAndWhenItIsHeld) {
     EXPECT_EQ(clock.place(9000), 1000);
 }
 
+/// WIN-20
 TEST(MciClock, CountsInItsUnit) {
     MciClock clock(75);
     clock.start(150, 0);
@@ -28,6 +30,7 @@ TEST(MciClock, CountsInItsUnit) {
 }
 
 /// A device that tells what it has queued, a third of a second at a time and two of them ahead.
+/// WIN-20: The time counts between the steps of a coarse device and believes an exact one
 TEST(MciClock, CountsBetweenTheStepsOfACoarseDevice) {
     MciClock clock;
     clock.start(0, 0);
@@ -42,6 +45,7 @@ TEST(MciClock, CountsBetweenTheStepsOfACoarseDevice) {
 }
 
 /// A device in steps that starts late is not left far behind, nor far ahead.
+/// WIN-20
 TEST(MciClock, IsHeldNearACoarseDevice) {
     MciClock clock;
     clock.start(0, 0);
@@ -51,6 +55,7 @@ TEST(MciClock, IsHeldNearACoarseDevice) {
     EXPECT_GE(clock.place(3000), 5000 - 1000);
 }
 
+/// WIN-20
 TEST(MciClock, BelievesADeviceThatTellsItsPlaceExactly) {
     MciClock clock;
     clock.start(0, 0);
@@ -61,6 +66,7 @@ TEST(MciClock, BelievesADeviceThatTellsItsPlaceExactly) {
     EXPECT_NEAR(static_cast<double>(clock.place(4000)), 13000, kLook);
 }
 
+/// WIN-20
 TEST(MciClock, StandsWithADeviceThatTellsNothing) {
     MciClock clock;
     clock.start(0, 0);

@@ -10,6 +10,7 @@ namespace {
 
 using namespace std::string_literals;
 
+/// WIN-17: A sound's device is chosen by its content, whatever its name
 TEST(MediaFile, ASoundIsKnownByItsBytes) {
     EXPECT_EQ(contentOf("MThd\0\0\0\x06"s), MediaContent::Midi);
     EXPECT_EQ(contentOf("RIFF....RMIDdata"), MediaContent::Midi);
@@ -21,6 +22,7 @@ TEST(MediaFile, ASoundIsKnownByItsBytes) {
 }
 
 /// What leads elsewhere is text: it must not reach a player, which would go there.
+/// WIN-18: Lists and descriptions inside media files are not followed
 TEST(MediaFile, ListsAndDescriptionsAreRefused) {
     for (const std::string& text : {"#EXTM3U\r\nhttp://example.invalid/a.mp3\r\n"s, "[playlist]\nFile1=http://x/\n"s,
                                     "<asx version=\"3.0\"><entry><ref href=\"http://x/a.wma\"/></entry></asx>"s,
@@ -34,6 +36,7 @@ TEST(MediaFile, ListsAndDescriptionsAreRefused) {
 }
 
 /// The system's players decode a picture of any size, and go on doing so.
+/// WIN-59: A picture is neither a sound nor a movie
 TEST(MediaFile, PicturesAreNoSounds) {
     for (const std::string& bytes :
          {"\x89PNG\r\n\x1A\n\0\0"s, "\xFF\xD8\xFF\xE0\0\x10"s, "GIF89a\x01\0"s, "II*\0\x08\0"s, "MM\0*\0\0"s,
@@ -48,6 +51,7 @@ TEST(MediaFile, PicturesAreNoSounds) {
     EXPECT_EQ(contentOf("BMxx\x01\x02\x03\x04\x05\x06\x07\x08\x09\x0A\x0B\x0C"s), MediaContent::Other);
 }
 
+/// WIN-17
 TEST(MediaFile, ALongPathIsGivenShort) {
     const test::ScratchFolder folder;
     const std::wstring brief = toWide(folder.write("a.wav", "x"));

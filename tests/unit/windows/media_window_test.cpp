@@ -69,6 +69,7 @@ struct PictureForm : ::testing::Test {
     MediaWindow window{form, context};
 };
 
+/// WIN-43: A picture is shown zoomed and panned
 TEST_F(PictureForm, APictureIsShownZoomedAndPanned) {
     form.Show();
     EXPECT_EQ(at(70, 30), kRed);
@@ -89,6 +90,7 @@ TEST_F(PictureForm, APictureIsShownZoomedAndPanned) {
 }
 
 /// Looked at in the same moment: the window manager of this desktop gives the focus to each new window afterwards.
+/// WIN-44: A window that a list opens takes the focus only from its own program
 TEST_F(PictureForm, ItTakesTheFocusOnlyFromItsOwnProgram) {
     const test::OtherProgram other;
     ASSERT_TRUE(other.bringToFront(loop));
@@ -131,11 +133,13 @@ struct WholeScreen : PictureForm {
     HWND other = nullptr;
 };
 
+/// WIN-45: A movie that fills the screen lies above everything while it is used, and tells its form when the focus goes
 TEST_F(WholeScreen, LiesAboveEverythingWhileItIsUsed) {
     EXPECT_TRUE(isTopmost());
     EXPECT_TRUE(liesAbove(surface.handle(), other));
 }
 
+/// WIN-45
 TEST_F(WholeScreen, LetsWhatIsUsedInsteadLieAboveIt) {
     SetActiveWindow(other);
     loop.runUntil([this] { return !isTopmost(); }, 2000);
@@ -148,6 +152,7 @@ TEST_F(WholeScreen, LetsWhatIsUsedInsteadLieAboveIt) {
 }
 
 /// Alt and Tab: the release of Alt is the other window's, and the form must not wait for it.
+/// WIN-45
 TEST_F(WholeScreen, TheFormIsToldThatTheFocusWent) {
     SendMessageW(surface.handle(), WM_SYSKEYDOWN, VK_MENU, 0x20000001);
     EXPECT_EQ(seen, Texts{"key 18"});

@@ -109,6 +109,7 @@ struct TippedForm : ::testing::Test {
     NativeWindow window{form, context};
 };
 
+/// WIN-07: Two arrows fill their place and step a number by mouse and keys, to a number that the form may change
 TEST_F(DialogForm, TheArrowsFillTheirPlaceAndStep) {
     const RECT place = placeOf(bar);
     const int middle = static_cast<int>(place.right - place.left) / 2;
@@ -121,6 +122,7 @@ TEST_F(DialogForm, TheArrowsFillTheirPlaceAndStep) {
     EXPECT_EQ(bar.Value, 1);
 }
 
+/// WIN-07
 TEST_F(DialogForm, KeysStepTheArrowsBetweenTheirEnds) {
     key(bar, VK_RIGHT);
     EXPECT_EQ(bar.Value, 3);
@@ -136,6 +138,7 @@ TEST_F(DialogForm, KeysStepTheArrowsBetweenTheirEnds) {
     EXPECT_NE(SendMessageW(of(bar), WM_GETDLGCODE, 0, 0) & DLGC_WANTARROWS, 0);
 }
 
+/// WIN-07
 TEST_F(DialogForm, AFormThatWantsAnotherNumberIsStayedWith) {
     bar.Change.tie([this] {
         if (bar.Value == 3) bar.Value = 0;  // the number wraps
@@ -148,6 +151,7 @@ TEST_F(DialogForm, AFormThatWantsAnotherNumberIsStayedWith) {
     EXPECT_EQ(bar.Value, 1);
 }
 
+/// WIN-08: Fields are as high as their text asks and lie in the middle of their room
 TEST_F(DialogForm, FieldsAreAsHighAsTheirTextAsksAndLieInTheMiddleOfTheirRoom) {
     const FormScale& scale = window.scale();
     const int middle = (scale.y(text.Top) + scale.y(text.Top + text.Height)) / 2;
@@ -160,6 +164,7 @@ TEST_F(DialogForm, FieldsAreAsHighAsTheirTextAsksAndLieInTheMiddleOfTheirRoom) {
     EXPECT_LT(window.fieldHeight(), scale.y(text.Height)) << "there is room to lie in the middle of";
 }
 
+/// WIN-56: F1 is the dialog's wherever the keyboard is; a row says its path to the pointer
 TEST_F(DialogForm, F1IsTheFormsWhereverTheKeyboardIs) {
     std::vector<int> keys;
     form.KeyDown.tie([&](const KeyArgs& args) { keys.push_back(args.keyCode * 10 + args.shift); });
@@ -178,6 +183,7 @@ TEST_F(DialogForm, F1IsTheFormsWhereverTheKeyboardIs) {
 }
 
 /// The row under the pointer says what the form has for it; else its text, where that is cut.
+/// WIN-56
 TEST_F(TippedForm, ARowSaysItsPathToThePointer) {
     EXPECT_EQ(tipAt(0), "C:\\music\\one\\01.mp3");
     EXPECT_EQ(tipAt(1), "C:\\music\\two\\01.mp3") << "two of one name are told apart";
@@ -192,6 +198,7 @@ TEST_F(TippedForm, ARowSaysItsPathToThePointer) {
 }
 
 /// What is typed counts as it is, also where an entry says the same; nothing is chosen by leaving the field.
+/// WIN-53: What is typed into a list's field counts as it is; nothing is chosen by leaving it
 TEST_F(DialogForm, ATypedTextIsNoChoice) {
     int chosen = 0;
     typed.Click.tie([&] { ++chosen; });
@@ -228,6 +235,7 @@ TEST_F(DialogForm, ATypedTextIsNoChoice) {
 }
 
 /// Letters that a font does not have all look the same.
+/// WIN-09: Texts of any alphabet are drawn, found as names, and come back the same
 TEST(Letters, JapaneseOnesAreDrawn) {
     std::set<std::vector<std::uint32_t>> seen;
     const LabelFont font(32);

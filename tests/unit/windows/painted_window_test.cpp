@@ -55,6 +55,7 @@ struct PaintedForm : ::testing::Test {
     PaintedWindow window{form, context};
 };
 
+/// WIN-02: A button is pressed by the mouse's release on it
 TEST_F(PaintedForm, TheMousePressesAButton) {
     send(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(20, 20));
     EXPECT_EQ(seen, Texts{});
@@ -62,6 +63,7 @@ TEST_F(PaintedForm, TheMousePressesAButton) {
     EXPECT_EQ(seen, (Texts{"click", "up"}));
 }
 
+/// WIN-03: Keys and typed characters reach the form, also those of two UTF-16 units
 TEST_F(PaintedForm, KeysAndCharactersReachTheForm) {
     send(WM_KEYDOWN, 'Z', 1);
     send(WM_CHAR, 'z', 1);
@@ -70,6 +72,7 @@ TEST_F(PaintedForm, KeysAndCharactersReachTheForm) {
     EXPECT_EQ(seen, (Texts{"key 90", "press 122", "press " + std::to_string(0x1F3B5)}));
 }
 
+/// WIN-04: Tab shows a ring and Space presses what has it; the mouse takes it away
 TEST_F(PaintedForm, TabReachesTheButtonAndSpacePressesIt) {
     send(WM_KEYDOWN, VK_SPACE, 1);
     EXPECT_EQ(seen, Texts{"key 32"}) << "without a ring the key is the form's";
@@ -83,6 +86,8 @@ TEST_F(PaintedForm, TabReachesTheButtonAndSpacePressesIt) {
     EXPECT_EQ(window.focused(), nullptr) << "the mouse takes the ring away";
 }
 
+/// WIN-05: Screen readers are told names, roles and values of the painted controls and may press and set them, as
+///     events of their own
 TEST_F(PaintedForm, AssistiveProgramsAreToldNamesAndMayPress) {
     IAccessible* told = nullptr;
     ASSERT_EQ(AccessibleObjectFromWindow(window.handle(), static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
@@ -115,6 +120,7 @@ TEST_F(PaintedForm, AssistiveProgramsAreToldNamesAndMayPress) {
 }
 
 /// Where the window is, while the button is held at a place of it and the pointer goes by so many pixels a step.
+/// WIN-41: What was grabbed stays under the pointer; a hand that shakes in a click still clicks
 TEST_F(PaintedForm, WhatWasGrabbedStaysUnderThePointer) {
     form.MouseDown.tie([this](const MouseArgs&) { window.beginDrag(); });
     form.MouseUp.tie([this](const MouseArgs&) { seen.push_back("form up"); });
@@ -137,6 +143,7 @@ TEST_F(PaintedForm, WhatWasGrabbedStaysUnderThePointer) {
     EXPECT_EQ(placeNow().x, before.x + 61) << "let go";
 }
 
+/// WIN-41
 TEST_F(PaintedForm, AHandThatShakesInAClickStillClicks) {
     form.MouseDown.tie([this](const MouseArgs&) { window.beginDrag(); });
     form.Click.tie([this] { seen.push_back("form click"); });
@@ -146,6 +153,7 @@ TEST_F(PaintedForm, AHandThatShakesInAClickStillClicks) {
     EXPECT_EQ(seen, Texts{"form click"});
 }
 
+/// WIN-42: A window that moves and changes its size does so in one step
 TEST_F(PaintedForm, AMoveAndASizeAreOneStep) {
     std::vector<RECT> places;  // the first one is ours: what a window manager makes of it comes later
     SetWindowSubclass(
@@ -172,6 +180,7 @@ TEST_F(PaintedForm, AMoveAndASizeAreOneStep) {
     EXPECT_EQ(places.back().left, 70) << "what is painted now is in its place";
 }
 
+/// WIN-06: A form that goes inside its own event is not touched any more
 TEST_F(PaintedForm, AFormThatGoesInItsOwnEventIsLeftAlone) {
     button.Click.tie([this] {
         seen.push_back("click");

@@ -11,6 +11,7 @@
 namespace corvane {
 namespace {
 
+/// WIN-39: Pipes, devices and shares of other machines are no files, and are asked nothing
 TEST(PlainNames, DrivesAndNothingElse) {
     for (const wchar_t* name : {L"C:\\music\\a.wav", L"z:/music/a.wav", L"C:a.wav", L"a.wav", L"\\music\\a.wav",
                                 L"\\\\?\\C:\\music\\a.wav", L"PANELSET\\a.bmp"}) {
@@ -27,6 +28,7 @@ TEST(PlainNames, DrivesAndNothingElse) {
 }
 
 /// The system finds them in every folder.
+/// WIN-39
 TEST(PlainNames, DevicesAreNoFilesWhateverTheirEnding) {
     for (const wchar_t* name : {L"NUL", L"C:\\music\\nul", L"C:\\music\\NUL.wav", L"C:\\music\\con .mp3",
                                 L"C:\\music\\Aux.tar.mid", L"C:PRN.jpg", L"C:/music/COM1.avi", L"C:\\lpt9.bmp",
@@ -51,6 +53,7 @@ struct SilentPipe {
     Handle pipe;
 };
 
+/// WIN-39
 TEST(PlainFiles, APipeIsAskedNothing) {
     const SilentPipe pipe;
     ASSERT_TRUE(pipe.pipe);
@@ -68,6 +71,7 @@ TEST(PlainFiles, APipeIsAskedNothing) {
     EXPECT_TRUE(pipe.asked());
 }
 
+/// WIN-39
 TEST(PlainFiles, ADeviceIsNoFile) {
     const test::TriedFolder folder;
     test::writeFile(folder.in("a.wav"), "bytes");

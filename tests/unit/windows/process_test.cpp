@@ -14,6 +14,7 @@ namespace corvane {
 namespace {
 
 /// The Explorer gives full paths, with whatever blanks they have; who types names is not taken for it.
+/// WIN-58: Files dropped on the icon are opened, blanks and all
 TEST(DroppedOnTheIcon, FullPathsOfFilesAreOpened) {
     const test::TriedFolder folder;
     const std::string blank = folder.in("my own song.wav");
@@ -59,6 +60,7 @@ struct ErrorPipe {
     Handle writing;
 };
 
+/// WIN-57: What a start leaves out is told on the error stream, and nobody is waited for
 TEST(ErrorStream, ALineSaysWhatIsToldAndNothingElse) {
     const ErrorPipe pipe;
     tellOnErrors("a.txt: left out");
@@ -68,6 +70,7 @@ TEST(ErrorStream, ALineSaysWhatIsToldAndNothingElse) {
 }
 
 /// Last: whoever does not take a line is told nothing more.
+/// WIN-57
 TEST(ErrorStream, ZNobodyIsWaitedFor) {
     const ErrorPipe pipe;
     const std::string large(3000, 'x');

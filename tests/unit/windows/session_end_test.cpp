@@ -30,6 +30,7 @@ struct SessionEnd : ::testing::Test {
     bool early = false;
 };
 
+/// WIN-37: The end of the system's session closes the player as its power button does, before the system is answered
 TEST_F(SessionEnd, WhatIsToBePutBackIsBeforeTheAnswer) {
     EXPECT_EQ(SendMessageW(window.handle(), WM_QUERYENDSESSION, 0, 0), TRUE);
     EXPECT_EQ(asked, 1);
@@ -42,6 +43,7 @@ TEST_F(SessionEnd, WhatIsToBePutBackIsBeforeTheAnswer) {
     EXPECT_TRUE(afterwards);
 }
 
+/// WIN-37
 TEST_F(SessionEnd, ASessionThatGoesOnEndsNothing) {
     SendMessageW(window.handle(), WM_ENDSESSION, FALSE, 0);
     EXPECT_FALSE(put);

@@ -6,6 +6,7 @@
 namespace corvane {
 namespace {
 
+/// WIN-09
 TEST(WindowsTexts, GoAndComeBack) {
     for (const char* text : {"", "plain",
                              "Gr\xC3\xBC\xC3\x9F"
@@ -16,10 +17,12 @@ TEST(WindowsTexts, GoAndComeBack) {
     EXPECT_EQ(toWide("\xF0\x9F\x8E\xB5"), L"\xD83C\xDFB5");
 }
 
+/// WIN-09
 TEST(WindowsTexts, ANameThatIsNoValidTextComesBackTheSame) {
     for (const wchar_t* name : {L"a\xD800", L"\xDC00z", L"\xDC00\xD800"}) EXPECT_EQ(toWide(fromWide(name)), name);
 }
 
+/// WIN-10: Bytes that are no UTF-8 are read in the system's code page
 TEST(WindowsTexts, OtherBytesAreReadInTheSystemsCodePage) {
     EXPECT_FALSE(isUtf8("Gr\xFC\xDF"));
     EXPECT_EQ(toWide("Gr\xFC\xDF"), L"Gr\x00FC\x00DF") << "the tests' system is a western one";

@@ -65,6 +65,7 @@ TEST(Worker, WaitsNoLongerThanItsPatience) {
     EXPECT_TRUE(worker.wait(kDeadline));
 }
 
+/// FAULT-63: Threads that the system refuses are answers, and what a task throws ends there
 TEST(Worker, ATaskThatThrowsEndsThereAndIsTold) {
     auto told = std::make_shared<Gate>();
     Worker worker;
@@ -113,6 +114,7 @@ TEST(Worker, IsMovedWithItsTaskAndGivesUpTheOneItHad) {
     EXPECT_TRUE(ended->wait(milliseconds(0)));
 }
 
+/// FAULT-64: The end takes at most two seconds whatever is being decoded
 TEST(Worker, AllAreGivenUpTogetherAndWhatRunsOnIsTold) {
     auto begun = std::make_shared<Gate>(), ended = std::make_shared<Gate>();
     ASSERT_TRUE(Worker::run(untilGivenUp(begun, ended)));
