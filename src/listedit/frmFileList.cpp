@@ -174,9 +174,12 @@ void frmFileList::hscrPageList_Change() {
 }
 
 void frmFileList::drvFileList_Change() {
-    if (const auto closed = boxes_.changeDrive()) {
-        messageBox(player_, text::onOneLine(*closed) + " Drive Can't Open !!", Buttons::Ok, Icon::Stop);
-    }
+    const auto closed = boxes_.changeDrive();
+    if (!closed) return;
+    // The drive box's own signal is still running: the box comes when that is over, if the editor is still there.
+    player_.ports.loop.post([&player = player_, text = text::onOneLine(*closed) + " Drive Can't Open !!"] {
+        if (player.forms.find<FileListControls>() != nullptr) messageBox(player, text, Buttons::Ok, Icon::Stop);
+    });
 }
 
 void frmFileList::imgFileList_MouseMove(const MouseArgs& mouse) {

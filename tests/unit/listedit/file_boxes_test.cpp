@@ -145,11 +145,31 @@ TEST_F(EditorFixture, ADriveThatCannotBeReadSaysSoAndLeavesTheOtherBoxes) {
 /// EDIT-54
 TEST_F(EditorFixture, AClosedDriveIsTriedAgainWhenItIsChosenAgain) {
     open();
+    const auto boxesAfter = [this](int drive) {
+        pick(editor().drvFileList, {drive});
+        machine.settle();
+        return machine.dialogs.boxes.size();
+    };
+    EXPECT_EQ(boxesAfter(2), 1U);
+    EXPECT_EQ(boxesAfter(2), 2U);
+    EXPECT_EQ(boxesAfter(1), 2U);
+}
+
+/// A box has a loop of its own, in which the widget that raised the choice could go.
+TEST_F(EditorFixture, TheBoxOfAClosedDriveComesWhenTheDriveBoxIsDone) {
+    open();
     pick(editor().drvFileList, {2});
+    EXPECT_TRUE(machine.dialogs.boxes.empty());
+    machine.settle();
+    EXPECT_EQ(machine.dialogs.boxes.size(), 1U);
+}
+
+TEST_F(EditorFixture, TheBoxOfAClosedDriveDoesNotComeBehindTheEditor) {
+    open();
     pick(editor().drvFileList, {2});
-    EXPECT_EQ(machine.dialogs.boxes.size(), 2U);
-    pick(editor().drvFileList, {1});
-    EXPECT_EQ(machine.dialogs.boxes.size(), 2U);
+    machine.loop.enter([&] { editor().cmdFileList[FileListControls::kCancel].Click.raise(); });
+    machine.settle();
+    EXPECT_TRUE(machine.dialogs.boxes.empty());
 }
 
 /// EDIT-59: Choosing the drive that is shown stays in its folder
