@@ -179,10 +179,13 @@ bool Instance::call(const std::vector<std::string>& files) const {
 }
 
 std::string runtimeFolder(const std::string& programFolder) {
-    if (const char* given = std::getenv("XDG_RUNTIME_DIR"); given != nullptr && PrivateFolder::open(given))
-        return given;
-    for (const std::string& own : {"/tmp/corvane-" + std::to_string(geteuid()), programFolder + '/' + kOwnPlace}) {
-        if (PrivateFolder::make(own)) return own;
+    const char* const given = std::getenv("XDG_RUNTIME_DIR");
+    const bool isGiven = given != nullptr && PrivateFolder::open(given);
+    // One of its own there: nothing else in it needs to be written.
+    const std::string within = isGiven ? std::string(given) + "/corvane" : std::string();
+    for (const std::string& own :
+         {within, "/tmp/corvane-" + std::to_string(geteuid()), programFolder + '/' + kOwnPlace}) {
+        if (!own.empty() && PrivateFolder::make(own)) return own;
     }
     return {};
 }

@@ -53,8 +53,8 @@ private:
     CallHandler handler_;
 };
 
-/// The first that is a folder of this user's alone: XDG_RUNTIME_DIR, /tmp/corvane-UID, a hidden one in the program
-/// folder. The last two are made. "" when none is: then there is no lock.
+/// The first that is, or can be made, a folder of this user's alone: "corvane" in XDG_RUNTIME_DIR, where that is one as
+/// well, /tmp/corvane-UID, a hidden one in the program folder. "" when none is: then there is no lock.
 std::string runtimeFolder(const std::string& programFolder);
 
 }  // namespace corvane

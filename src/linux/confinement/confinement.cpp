@@ -74,6 +74,8 @@ std::vector<std::string> placesToWrite(const std::string& programFolder, const s
     for (const char* kept : {"fontconfig", "mesa_shader_cache", "mesa_shader_cache_db"}) {
         places.push_back((caches / kept).string());
     }
+    // What tells programs that the desktop's settings have changed: each of them marks it.
+    if (const std::string shared = variables("XDG_RUNTIME_DIR"); !shared.empty()) places.push_back(shared + "/dconf");
     places.emplace_back("/dev/null");
     return places;
 }

@@ -2,6 +2,7 @@
 """What the kernel refuses to the running player: tried from the thread of a decoder (tests/confined/), as by a file that
 has taken it over."""
 
+import pathlib
 import socket
 import subprocess
 import time
@@ -25,11 +26,10 @@ KEPT = ("read outside", "create inside", "write inside", "rename inside", "make 
 class Attempts:
     """The library, and what it has told."""
 
-    def __init__(self, stage, port):
+    def __init__(self, stage, port, outside):
         library = stage.theatre.program.parent / "tests" / "libcorvane_attempts.so"
         check(library.exists(), f"{library} is not built")
         self.told = stage.folder / "attempts"
-        outside = stage.folder / "outside"
         outside.mkdir()
         self.environment = {"LD_PRELOAD": str(library), "CORVANE_ATTEMPTS": str(self.told),
                             "CORVANE_ATTEMPT_INSIDE": str(stage.player.folder), "CORVANE_ATTEMPT_OUTSIDE": str(outside),
@@ -67,12 +67,12 @@ def kernel_bounds_writing(stage):
     return "Landlock" in about_lines(stage)["Writing"]
 
 
-def try_all(stage, path, hz):
+def try_all(stage, path, hz, outside=None):
     """Plays a file whose decoder tries everything; it goes on to its end as if nothing had been."""
     if not stage.theatre.watch.confines:
         skip("nothing is refused under this watch, and what is tried would be its findings")
     with socket.create_server(("127.0.0.1", 0)) as listener:
-        attempts = Attempts(stage, listener.getsockname()[1])
+        attempts = Attempts(stage, listener.getsockname()[1], outside or stage.folder / "outside")
         stage.player.start(path, **attempts.environment)
         stage.player.press(PLAY)
         wait("all was tried", lambda: attempts.of("decoder") or attempts.of("main"), TRIED_SECONDS)
@@ -89,6 +89,12 @@ def try_all(stage, path, hz):
 def decoder_of_a_sound(stage):
     sound = tone(stage.media / "long.mp3", 440, 8)
     try_all(stage, sound, 440)
+
+
+@story("confined: what other programs keep in the user's run-time folder is not written")
+def what_others_keep(stage):
+    runtime = pathlib.Path(stage.session.environment["XDG_RUNTIME_DIR"])
+    try_all(stage, tone(stage.media / "long.mp3", 440, 8), 440, outside=runtime / "others")
 
 
 @story("confined: so does a movie's decoder, which the movie's library runs")

@@ -53,8 +53,8 @@ def crowded_sequence(path):
 def left_behind(stage):
     """Files of the program outside of its own folder; its lock stays, because another start may be waiting for it."""
     places = [pathlib.Path(stage.session.environment.get(name, "/nowhere")) for name in ("XDG_RUNTIME_DIR", "TMPDIR")]
-    return {str(path) for place in places if place.is_dir() for path in place.glob("*corvane*")
-            if path.suffix != ".lock"}
+    return {str(path) for place in places for pattern in ("*corvane*", "corvane/*") for path in place.glob(pattern)
+            if path.suffix != ".lock" and path != place / "corvane"}
 
 
 def end_in_time(stage, how, seconds=END_SECONDS):

@@ -168,7 +168,7 @@ def bus_crowds(stage):
 
 def socket_of(stage):
     """Where the player takes files over."""
-    runtime = stage.session.folder / "run"
+    runtime = stage.session.folder / "run" / "corvane"
     found = [path for path in runtime.iterdir() if path.name.startswith("corvane-") and stat.S_ISSOCK(path.stat().st_mode)]
     equal(len(found), 1, "sockets")
     return str(found[0])

@@ -185,16 +185,19 @@ TEST(Confinement, ASavedFileThatIsALinkIsWrittenWhereItLies) {
     folder.write("kept/list", "");
     std::filesystem::create_symlink("../kept/list", folder.in("own/FILE07.INI"));
     std::filesystem::create_symlink("../loose/list", folder.in("own/OTHER.INI"));
-    const auto places = placesToWrite(folder.in("own"), "/run/own", variables({{"XDG_CACHE_HOME", "/caches"}}));
+    const auto places = placesToWrite(folder.in("own"), "/run/user/own",
+                                      variables({{"XDG_CACHE_HOME", "/caches"}, {"XDG_RUNTIME_DIR", "/run/user"}}));
     const auto holds = [&](const std::string& place) {
         return std::find(places.begin(), places.end(), place) != places.end();
     };
     EXPECT_TRUE(holds(folder.in("own")));
-    EXPECT_TRUE(holds("/run/own"));
+    EXPECT_TRUE(holds("/run/user/own"));
     EXPECT_TRUE(holds(std::filesystem::canonical(folder.in("kept")).string()));
     EXPECT_FALSE(holds(std::filesystem::canonical(folder.in("loose")).string()));
     EXPECT_TRUE(holds("/caches/fontconfig"));
     EXPECT_FALSE(holds("/caches"));
+    EXPECT_TRUE(holds("/run/user/dconf"));
+    EXPECT_FALSE(holds("/run/user"));
 }
 
 }  // namespace

@@ -229,26 +229,42 @@ TEST_F(RuntimeFolders, OnlyAFolderOfTheUsersAloneIsTaken) {
     fs::create_directory(folder.in("run"));
     fs::create_directory(folder.in("program"));
     chmod(folder.in("run").c_str(), 0700);
-    EXPECT_EQ(chosen(folder.in("run")), folder.in("run"));
+    const std::string inIt = folder.in("run/corvane");
+    EXPECT_EQ(chosen(folder.in("run")), inIt);
     for (const mode_t mode : {0777U, 0755U, 0710U, 0701U, 0720U}) {
         chmod(folder.in("run").c_str(), mode);
-        EXPECT_NE(chosen(folder.in("run")), folder.in("run")) << std::oct << mode;
+        EXPECT_NE(chosen(folder.in("run")), inIt) << std::oct << mode;
     }
     chmod(folder.in("run").c_str(), 0700);
     if (geteuid() == 0) {  // others cannot open one that is somebody else's alone
         ASSERT_EQ(chown(folder.in("run").c_str(), kNeighbour, kNeighbour), 0);
-        EXPECT_NE(chosen(folder.in("run")), folder.in("run"));
+        EXPECT_NE(chosen(folder.in("run")), inIt);
         ASSERT_EQ(chown(folder.in("run").c_str(), 0, 0), 0);
-        EXPECT_EQ(chosen(folder.in("run")), folder.in("run"));
+        EXPECT_EQ(chosen(folder.in("run")), inIt);
     }
     fs::create_symlink(folder.in("run"), folder.in("link"));
     fs::create_symlink("circle", folder.in("circle"));
     folder.write("file", "");
     ASSERT_EQ(mkfifo(folder.in("pipe").c_str(), 0600), 0);
     for (const char* const name : {"link", "link/", "link//", "circle", "file", "pipe", "gone"}) {
-        EXPECT_NE(chosen(folder.in(name)), folder.in(name)) << name;
+        EXPECT_NE(chosen(folder.in(name)), folder.in(name) + "/corvane") << name;
     }
-    EXPECT_NE(chosen("."), ".");
+    EXPECT_NE(chosen("."), "./corvane");
+}
+
+/// The kernel lets the player write in it, and so in nothing else of what other programs keep there.
+TEST_F(RuntimeFolders, WithinTheSystemsItIsOneOfItsOwn) {
+    fs::create_directory(folder.in("program"));
+    chmod(folder.path().c_str(), 0700);
+    ASSERT_EQ(chosen(folder.path()), folder.in("corvane"));
+    struct stat status {};
+    ASSERT_EQ(lstat(folder.in("corvane").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode, S_IFDIR | 0700U);
+    EXPECT_EQ(chosen(folder.path()), folder.in("corvane")) << "it is there already";
+
+    fs::remove(folder.in("corvane"));
+    fs::create_directory_symlink(folder.in("program"), folder.in("corvane"));
+    EXPECT_NE(chosen(folder.path()), folder.in("corvane")) << "what is led elsewhere is not used";
 }
 
 /// Ends with 0 when two players of that user on a folder keep apart in a place of their own.
