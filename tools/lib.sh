@@ -13,7 +13,7 @@ DISPLAY_PACKAGES="python3 xvfb openbox xdotool x11-utils imagemagick pulseaudio 
 # What the tests look, listen and drop with.
 TEST_PACKAGES="libgtest-dev wmctrl dbus-x11 at-spi2-core gir1.2-atspi-2.0 python3-gi pcmanfm ffmpeg python3-numpy
   python3-pil python3-cairo fluidsynth libfaketime strace valgrind libc6-dbg desktop-file-utils appstream shared-mime-info
-  clang libclang-rt-dev"
+  clang libclang-rt-dev clang-format clang-tidy"
 # What builds the portable core for Windows and runs its tests, and what the whole Windows desktop needs besides:
 # the decoders behind Wine's movies and the installer's maker.
 WINDOWS_CORE_PACKAGES="g++-mingw-w64-x86-64-posix wine64 wine"

@@ -3,8 +3,8 @@
 """A private desktop: an X server without a screen, a window manager, a message bus and a sound server with a null sink.
 
 Nothing that runs on the machine already is used or touched. All of it lives in a folder of its own and ends with it.
-Command line: session.py [--screen WxH] [--without-display | --without-sound] -- COMMAND [ARGUMENT...]
-runs one command inside and ends with its exit code.
+Command line: session.py [--screen WxH] [--without-display | --without-sound] [--seconds N] -- COMMAND [ARGUMENT...]
+runs one command inside and ends with its exit code; with 124 when it did not end in time.
 """
 
 import argparse
@@ -196,6 +196,7 @@ def main():
     parser.add_argument("--screen", default="1280x960")
     parser.add_argument("--without-display", action="store_true")
     parser.add_argument("--without-sound", action="store_true")
+    parser.add_argument("--seconds", type=float, help="the longest that the command may take")
     parser.add_argument("command", nargs="+")
     options = parser.parse_args()
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
@@ -204,7 +205,16 @@ def main():
             environment = {**os.environ, **session.environment}
             if session.framebuffer:
                 environment["CORVANE_FRAMEBUFFER"] = str(session.framebuffer)
-            return subprocess.run(options.command, env=environment, check=False).returncode
+            command = subprocess.Popen(options.command, env=environment, start_new_session=options.seconds is not None)
+            try:
+                code = command.wait(options.seconds)
+                return code if code >= 0 else 128 - code
+            except subprocess.TimeoutExpired:
+                print(f"session: {options.command[0]} did not end within {options.seconds:.0f} s", file=sys.stderr)
+                return 124
+            finally:
+                if command.poll() is None:
+                    end_process(command) if options.seconds is not None else command.kill()
     except SessionError as error:
         print(f"session: {error}", file=sys.stderr)
         return 1

@@ -1,10 +1,16 @@
+#!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Windows programs under Wine, in a prefix of our own under build/ that is made at the first use."""
+"""Windows programs under Wine, in a prefix of our own under build/ that is made at the first use.
+
+Command line: wine.py PROGRAM [ARGUMENT...] runs one and ends with its exit code; users of the prefix wait for each other.
+"""
 
 import fcntl
 import os
 import pathlib
+import signal
 import subprocess
+import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[1]
 PREFIX = ROOT / "build" / "wine"
@@ -112,3 +118,13 @@ class Wine:
 def windows_path(path):
     """How Wine names a file of this system: every drive is there as Z:."""
     return "Z:" + str(path).replace("/", "\\")
+
+
+def main():
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
+    with Wine() as wine:
+        return subprocess.run(wine.command(*sys.argv[1:]), env=wine.environment, check=False).returncode
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,10 +1,10 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Plays the end-to-end stories against a built program: run.py [--workers N] [--windows] PROGRAM [PATTERN...].
+"""Plays the end-to-end stories against a built program: run.py [--workers N] [--windows] [--file NAME] PROGRAM [PATTERN...].
 
 Prints one line a story, "PASS name (seconds)", "SKIP name: why" where this machine cannot play it, or "FAIL name: why", and
 ends with 1 when one failed. Each is played once: what fails has failed, and so has a story in which a process of the
-program ended badly or not at all. A failed story leaves its screen, its sound, the program's messages and what a crash
+program ended badly or not at all. --file: of that file's stories. CORVANE_STORIES names patterns as well. A failed story leaves its screen, its sound, the program's messages and what a crash
 left (the core, and gdb's account of it where there is one) in build/e2e/. --windows: the program is a Windows one; the
 stories of windows_stories/ are played, under Wine. --memory: the program runs under valgrind, as tests/memcheck has it.
 """
@@ -72,6 +72,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--workers", type=int, default=WORKERS)
     parser.add_argument("--list", action="store_true", help="only names the stories")
+    parser.add_argument("--file", default="", help="only stories of this file of stories/")
     parser.add_argument("--windows", action="store_true")
     parser.add_argument("--memory", action="store_true")
     parser.add_argument("program", nargs="?", default=PROJECT / "build" / "release" / "corvane", type=pathlib.Path)
@@ -88,12 +89,15 @@ def main():
         from harness.wine import WineTheatre as theatre_kind
 
         options.workers = 1  # they share a prefix
-    load_stories("windows_stories" if options.windows else "stories")
-    chosen = [told.name for told in STORIES if not options.patterns or any(each in told.name for each in options.patterns)]
+    folder = "windows_stories" if options.windows else "stories"
+    load_stories(folder)
+    patterns = options.patterns or os.environ.get("CORVANE_STORIES", "").splitlines()
+    of_file = [told for told in STORIES if not options.file or told.play.__module__ == f"{folder}.{options.file}"]
+    chosen = [told.name for told in of_file if not patterns or any(each in told.name for each in patterns)]
     if options.list:
         print("\n".join(chosen))
         return 0
-    if not chosen:
+    if not chosen and (options.patterns or not of_file):
         print(f"FAIL no story's name holds one of {options.patterns}")
         return 1
 

@@ -14,7 +14,7 @@ from machine import SOURCE, without_comments
 STARTS = re.compile(r"(?<![\w.>])(?:std::|::)?(_?w?system|_?w?popen|exec[lv]p?e?|execveat|fexecve|posix_spawnp?|v?fork|clone3?|wordexp"
                     r"|ShellExecute(?:Ex)?[AW]?|CreateProcess(?:AsUser)?[AW]?|WinExec)\s*\(|\b(QProcess|QDesktopServices)\b")
 # Where it may: the manual, a file of the program's own, is shown by the system's browser.
-STARTED = {"windows/windows_dialogs.cpp": ["ShellExecuteW"]}
+STARTED = {"windows/windowing/windows_dialogs.cpp": ["ShellExecuteW"]}
 # Functions with a format, and which argument it is.
 FORMATTED = {0: "v?w?printf|w?scanf|qDebug|qWarning|qCritical|qFatal|qInfo",
              1: "v?fw?printf|v?sprintf|v?dprintf|v?asprintf|syslog|sscanf|swscanf|fscanf|wsprintf[AW]?",
