@@ -46,7 +46,7 @@ std::vector<Control*> AccessibleForm::children() const {
     std::vector<Control*> found;
     if (window_ == nullptr || !window_->isBound()) return found;
     for (Control* each : window_->shownForm().controls()) {
-        if (each->Visible && !each->AccessibleName.empty()) found.push_back(each);
+        if (!each->AccessibleName.empty()) found.push_back(each);
     }
     return found;
 }
@@ -146,8 +146,9 @@ HRESULT AccessibleForm::get_accState(VARIANT child, VARIANT* state) {
     if (control == nullptr && !isSelf(child)) return E_INVALIDARG;
     LONG bits = 0;
     if (control != nullptr) {
+        if (!control->Visible || IsWindowVisible(window_->handle()) == 0) bits |= STATE_SYSTEM_INVISIBLE;
         if (!control->Enabled) bits |= STATE_SYSTEM_UNAVAILABLE;
-        if (control->TabIndex >= 0) bits |= STATE_SYSTEM_FOCUSABLE;
+        if (control->Visible && control->TabIndex >= 0) bits |= STATE_SYSTEM_FOCUSABLE;
         if (control == window_->focused()) bits |= STATE_SYSTEM_FOCUSED;
         if (const MouseControl* const mouse = asMouse(control); mouse != nullptr && mouse->Checked) {
             bits |= STATE_SYSTEM_CHECKED;
@@ -217,7 +218,7 @@ HRESULT AccessibleForm::accHitTest(long left, long top, VARIANT* child) {
     const std::vector<Control*> all = children();
     for (std::size_t i = 0; i < all.size(); ++i) {
         const RECT place = window_->screenPlace(*all[i]);
-        if (PtInRect(&place, at) != 0) found = static_cast<LONG>(i) + 1;  // the topmost comes last
+        if (all[i]->Visible && PtInRect(&place, at) != 0) found = static_cast<LONG>(i) + 1;  // the topmost comes last
     }
     setNumber(*child, found);
     return S_OK;

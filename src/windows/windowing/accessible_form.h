@@ -13,8 +13,10 @@ namespace corvane {
 
 class CanvasWindow;
 
-/// What assistive programs are told of a window whose controls are drawn: each visible control with a name as a child,
-/// numbered from 1 by its place in the form. Lives as long as one of them asks; the window tells it when it goes.
+/// What assistive programs are told of a window whose controls are drawn: each control with a name as a child, numbered
+/// from 1 by its place in the form. One that is not seen stays a child, because what blinks or is empty for a while
+/// would otherwise go, and all behind it change their numbers. Lives as long as one of them asks; the window tells it
+/// when it goes.
 class AccessibleForm final : public IAccessible {
 public:
     explicit AccessibleForm(CanvasWindow& window) : window_(&window) {}

@@ -119,6 +119,45 @@ TEST_F(PaintedForm, AssistiveProgramsAreToldNamesAndMayPress) {
     told->Release();
 }
 
+TEST_F(PaintedForm, AHiddenControlStaysToldOfAndIsNotMet) {
+    IAccessible* told = nullptr;
+    ASSERT_EQ(AccessibleObjectFromWindow(window.handle(), static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
+                                         reinterpret_cast<void**>(&told)),
+              S_OK);
+    const auto state = [&](long number) {
+        VARIANT bits{};
+        EXPECT_EQ(told->get_accState(child(number), &bits), S_OK);
+        return bits.lVal;
+    };
+    POINT place{20, 20};
+    ClientToScreen(window.handle(), &place);
+    const auto met = [&] {
+        VARIANT found{};
+        EXPECT_EQ(told->accHitTest(place.x, place.y, &found), S_OK);
+        return found.lVal;
+    };
+    EXPECT_EQ(met(), 1);
+    EXPECT_EQ(state(1), STATE_SYSTEM_FOCUSABLE);
+    button.Visible = false;
+    long count = 0;
+    told->get_accChildCount(&count);
+    EXPECT_EQ(count, 2);
+    EXPECT_EQ(state(1), STATE_SYSTEM_INVISIBLE);
+    EXPECT_EQ(state(2) & STATE_SYSTEM_INVISIBLE, 0);
+    BSTR name = nullptr;
+    ASSERT_EQ(told->get_accName(child(2), &name), S_OK);
+    EXPECT_EQ(fromWide(name), "Seek") << "the same number as before";
+    SysFreeString(name);
+    EXPECT_EQ(met(), CHILDID_SELF);
+    told->accDoDefaultAction(child(1));
+    EXPECT_FALSE(loop.runUntil([this] { return !seen.empty(); }, 200)) << "nobody could press it with the mouse";
+    button.Visible = true;
+    EXPECT_EQ(state(1), STATE_SYSTEM_FOCUSABLE);
+    form.Hide();
+    EXPECT_EQ(state(2) & STATE_SYSTEM_INVISIBLE, STATE_SYSTEM_INVISIBLE);
+    told->Release();
+}
+
 /// Where the window is, while the button is held at a place of it and the pointer goes by so many pixels a step.
 /// WIN-41: What was grabbed stays under the pointer; a hand that shakes in a click still clicks
 TEST_F(PaintedForm, WhatWasGrabbedStaysUnderThePointer) {
