@@ -1,7 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "windows/standard_stream.h"
 
+#include <algorithm>
 #include <chrono>
+#include <condition_variable>
+#include <deque>
+#include <memory>
+#include <mutex>
+#include <utility>
 
 #include "shell/printable.h"
 #include "windows/text.h"
@@ -11,7 +17,10 @@ namespace corvane {
 
 namespace {
 
+/// All lines together are waited for so long.
 constexpr std::chrono::milliseconds kPatience{1000};
+/// Bytes that wait for their reader; what goes beyond is left out.
+constexpr std::size_t kMostWaiting = 256 * 1024;
 
 HANDLE handleOf(DWORD stream) {
     const HANDLE given = GetStdHandle(stream);
@@ -19,6 +28,63 @@ HANDLE handleOf(DWORD stream) {
     if (AttachConsole(ATTACH_PARENT_PROCESS) == 0) return nullptr;
     const HANDLE console = GetStdHandle(stream);
     return console != INVALID_HANDLE_VALUE ? console : nullptr;
+}
+
+/// The lines that were not taken yet, in their order, and the task that writes them.
+class Lines {
+public:
+    /// False: too many wait already.
+    bool add(std::string line) {
+        const std::lock_guard lock(mutex_);
+        if (bytes_ + line.size() > kMostWaiting) return false;
+        bytes_ += line.size();
+        waiting_.push_back(std::move(line));
+        return true;
+    }
+    /// True: a task is to be started, which calls write().
+    bool begin() {
+        const std::lock_guard lock(mutex_);
+        return !std::exchange(writing_, true);
+    }
+    void write();
+    void leave();
+    /// Waits until all are written, within the patience that is left.
+    void wait();
+
+private:
+    std::mutex mutex_;  ///< guards all of it
+    std::condition_variable written_;
+    std::deque<std::string> waiting_;  ///< the first one is being written
+    std::size_t bytes_ = 0;
+    bool writing_ = false;
+    std::chrono::steady_clock::duration patience_ = kPatience;
+};
+
+void Lines::write() {
+    std::unique_lock lock(mutex_);
+    while (!waiting_.empty()) {
+        const std::string& line = waiting_.front();  // stays where it is while others are added behind it
+        lock.unlock();
+        writeTo(STD_ERROR_HANDLE, line);
+        lock.lock();
+        bytes_ -= line.size();
+        waiting_.pop_front();
+    }
+    writing_ = false;
+    written_.notify_all();
+}
+
+void Lines::leave() {
+    const std::lock_guard lock(mutex_);
+    writing_ = false;
+    written_.notify_all();
+}
+
+void Lines::wait() {
+    std::unique_lock lock(mutex_);
+    const auto begun = std::chrono::steady_clock::now();
+    written_.wait_for(lock, patience_, [this] { return !writing_; });
+    patience_ -= std::min(patience_, std::chrono::steady_clock::now() - begun);
 }
 
 }  // namespace
@@ -36,13 +102,12 @@ bool writeTo(DWORD stream, const std::string& text) {
 }
 
 void tellOnErrors(const std::string& text) {
-    static bool taken = true;
-    if (!taken) return;
-    Worker writing;
-    const auto write = [line = "corvane: " + printable(text) + "\r\n"](const Worker::GiveUp&) {
-        writeTo(STD_ERROR_HANDLE, line);
-    };
-    taken = !writing.start(write) || writing.wait(kPatience);
+    static const auto lines = std::make_shared<Lines>();
+    if (!lines->add("corvane: " + printable(text) + "\r\n")) return;
+    const auto write = [to = lines](const Worker::GiveUp&) { to->write(); };
+    const auto broken = [to = lines] { to->leave(); };
+    if (lines->begin() && !Worker::run(write, broken)) return lines->leave();
+    lines->wait();
 }
 
 }  // namespace corvane

@@ -12,8 +12,9 @@ namespace corvane {
 /// takes it.
 bool writeTo(DWORD stream, const std::string& text);
 
-/// Writes "corvane: TEXT" as one line to the error stream, whatever the text holds. The player waits for no reader: a
-/// line that is not taken soon is the last one.
+/// Writes "corvane: TEXT" as one line to the error stream, whatever the text holds. The player waits for a slow reader
+/// for a second in all; after that lines are written whenever they are taken. Left out are those for which there is
+/// no room any more, and those that nobody has taken when the program ends.
 void tellOnErrors(const std::string& text);
 
 }  // namespace corvane

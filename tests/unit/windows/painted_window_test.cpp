@@ -119,6 +119,7 @@ TEST_F(PaintedForm, AssistiveProgramsAreToldNamesAndMayPress) {
     told->Release();
 }
 
+/// WIN-05
 TEST_F(PaintedForm, AHiddenControlStaysToldOfAndIsNotMet) {
     IAccessible* told = nullptr;
     ASSERT_EQ(AccessibleObjectFromWindow(window.handle(), static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
