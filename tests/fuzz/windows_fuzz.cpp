@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <limits>
+#include <string>
 
 #include "fuzz.h"
 #include "platform/mci_control.h"
 #include "windows/media/sound/mci_axis.h"
 #include "windows/media/sound/media_content.h"
+#include "windows/media/sound/sound_header.h"
 
 // What the Windows program reads of others without the system's help: what a file is by its first bytes, and the
 // numbers that a sound device tells of a disc and of places on it.
@@ -24,6 +26,16 @@ void checkContent(std::string_view start) {
     if (start.find('\0') != std::string_view::npos && start.substr(0, 2) != "\xFF\xFE" &&
         start.substr(0, 2) != "\xFE\xFF")
         require(content != MediaContent::Text, "bytes are no text");
+}
+
+/// What a header says is read inside the file, in a bounded number of pieces.
+void checkSamples(std::string_view file) {
+    int reads = 0;
+    refusalOfSamples([&](std::uint64_t place, std::size_t count) {
+        constexpr int kMostReads = 300;
+        require(++reads <= kMostReads && count <= 64, "a few small pieces are read");
+        return place < file.size() ? std::string(file.substr(static_cast<std::size_t>(place), count)) : std::string();
+    });
 }
 
 /// As a device tells a disc: any numbers.
@@ -60,6 +72,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace corvane;
     fuzz::Input input(data, size);
     checkContent(input.rest());
+    checkSamples(input.rest());
     const MciAxis axis = axisOf(input);
     checkAxis(axis, input);
     return 0;

@@ -2,25 +2,47 @@
 #include "windows/media/media_file.h"
 
 #include <array>
+#include <optional>
 
 #include "windows/files/plain_file.h"
+#include "windows/media/sound/sound_header.h"
 
 namespace corvane {
 
 namespace {
 
-constexpr DWORD kStart = 1024;             ///< bytes that tell what a file is
+constexpr std::size_t kStart = 1024;       ///< bytes that tell what a file is
 constexpr std::size_t kLongestName = 127;  ///< what MCI takes
+
+/// Fewer bytes where the file ends; empty: it cannot be read.
+std::optional<std::string> readAt(const Handle& file, std::uint64_t place, std::size_t count) {
+    LARGE_INTEGER from{};
+    from.QuadPart = static_cast<LONGLONG>(place);
+    std::string bytes(count, '\0');
+    DWORD got = 0;
+    if (SetFilePointerEx(file.get(), from, nullptr, FILE_BEGIN) == 0 ||
+        ReadFile(file.get(), bytes.data(), static_cast<DWORD>(count), &got, nullptr) == 0) {
+        return std::nullopt;
+    }
+    bytes.resize(got);
+    return bytes;
+}
 
 }  // namespace
 
 MediaContent contentOfFile(const std::wstring& path) {
     const Handle file = openPlainFile(path);
     if (!file) return MediaContent::Missing;
-    std::array<char, kStart> bytes{};
-    DWORD count = 0;
-    const bool read = ReadFile(file.get(), bytes.data(), kStart, &count, nullptr) != 0;
-    return read ? contentOf({bytes.data(), count}) : MediaContent::Missing;
+    const auto start = readAt(file, 0, kStart);
+    return start ? contentOf(*start) : MediaContent::Missing;
+}
+
+std::string refusalOfFile(const std::wstring& path) {
+    std::string refusal = refusalOf(contentOfFile(path));
+    if (!refusal.empty()) return refusal;
+    const Handle file = openPlainFile(path);
+    return refusalOfSamples(
+        [&file](std::uint64_t place, std::size_t count) { return readAt(file, place, count).value_or(""); });
 }
 
 std::wstring pathForMci(const std::wstring& path) {

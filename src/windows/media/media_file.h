@@ -9,6 +9,9 @@ namespace corvane {
 
 MediaContent contentOfFile(const std::wstring& path);
 
+/// Why a file is handed to none of the system's players; empty: it can be tried.
+std::string refusalOfFile(const std::wstring& path);
+
 /// A path for system parts that take 127 characters at most: the short form of a longer one, where there is one.
 std::wstring pathForMci(const std::wstring& path);
 

@@ -36,7 +36,7 @@ SIZE shownSize(SIZE pixels, SIZE aspect) {
 }
 
 FilterGraph::Built FilterGraph::build(const std::wstring& path) {
-    if (std::string refusal = refusalOf(contentOfFile(path)); !refusal.empty()) return {nullptr, std::move(refusal)};
+    if (std::string refusal = refusalOfFile(path); !refusal.empty()) return {nullptr, std::move(refusal)};
     Built built{std::unique_ptr<FilterGraph>(new FilterGraph), {}};
     const HRESULT result = built.graph->render(path);
     if (FAILED(result)) return {nullptr, textOf(result)};

@@ -119,7 +119,7 @@ bool MciSession::isCurrent(std::uint64_t number) const {
 
 void MciSession::openNow() {
     const bool disc = source_.deviceType == "CDAudio";
-    const std::string refusal = disc ? std::string() : refusalOf(contentOfFile(toWide(source_.path)));
+    const std::string refusal = disc ? std::string() : refusalOfFile(toWide(source_.path));
     if (!refusal.empty()) return fail(refusal);
     const MCIERROR error = disc ? openDisc() : openSound();
     if (error != 0) return fail(mciErrorText(error));
