@@ -38,13 +38,19 @@ LinuxDesktop::LinuxDesktop(CommandLine line, std::string folder)
     process_.onEnd([this] { stop(); });
     process_.instance().onCall([this](const std::vector<std::string>& files) {
         if (!files.empty()) windows_.dropFiles({true, files, true});
-        windows_.bringForward();
+        bringForward();
     });
 }
 
 LinuxDesktop::~LinuxDesktop() {
     timers_.stopAll();
     post_.stop();
+}
+
+void LinuxDesktop::bringForward() {
+    if (!context_.box) return windows_.bringForward();
+    context_.box->raise();
+    context_.box->activateWindow();
 }
 
 void LinuxDesktop::askToClose() {

@@ -31,6 +31,7 @@ public:
     void endSoundDevices() { sound_.reset(); }
 
 private:
+    void bringForward();
     void askToClose();
     void stop();
 

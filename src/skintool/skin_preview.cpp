@@ -4,7 +4,7 @@
 #include "engine/mdlPublicFunction.h"
 #include "linux/pictures/qt_pictures.h"
 #include "linux/qt_loop.h"
-#include "linux/windowing/painted_window.h"
+#include "linux/windowing/canvas_window.h"
 #include "panel/skin_builder.h"
 
 namespace corvane {
@@ -18,18 +18,20 @@ constexpr int kIndicatorPhases = 3;
 class DressedPanel {
 public:
     DressedPanel(const Skin& skin, double scale)
-        : background_(&opening_, "imgDummyPanel"), context_{loop_, scale, {}}, window_(panel_, context_) {
+        : background_(&opening_, "imgDummyPanel"), context_(loop_, scale), window_(makeDrawnWindow(panel_, context_)) {
         applyPanelRecord(*skin.text, skin.bitmap, pictures_, state_, background_);
         applied_ = applySkin(*skin.text, skin.bitmap, pictures_, state_, panel_);
         panel_.SetSize(static_cast<float>(state_.gPanelWidth) * kTwipsPerPixel,
                        static_cast<float>(state_.gPanelHeight) * kTwipsPerPixel);
-        window_.bind();
+        window_->bind();
         rest();
     }
 
     bool applied() const { return applied_; }
 
-    QImage grab() { return window_.grab().toImage().convertToFormat(QImage::Format_RGB32); }
+    QImage grab() {
+        return static_cast<CanvasWindow&>(window_->surface()).grab().toImage().convertToFormat(QImage::Format_RGB32);
+    }
 
     /// What grows at the start; null: the skin gives none.
     QImage opening(double scale) const {
@@ -87,7 +89,7 @@ private:
     Image background_;
     MainPanelControls panel_;
     DesktopContext context_;
-    PaintedWindow window_;
+    std::unique_ptr<DrawnWindow> window_;
     bool applied_ = false;
 };
 

@@ -51,7 +51,7 @@ WindowsDesktop::~WindowsDesktop() {
 
 void WindowsDesktop::takeOver(const std::vector<std::string>& files) {
     if (!files.empty()) windows_.dropFiles({true, files, true});
-    if (!dialogs_.raiseBox()) windows_.raise();
+    if (!dialogs_.raiseBox()) windows_.bringForward();
 }
 
 /// The system ends the process soon after its windows have answered: all that is to be put back, is put back before.

@@ -42,7 +42,7 @@ public:
 
     MainPanelControls& panel() { return *player.forms.find<MainPanelControls>(); }
     QImage grab() {
-        return windows.windowOf(panel())->widget()->grab().toImage().convertToFormat(QImage::Format_RGB32);
+        return windows.widgetOf(panel())->grab().toImage().convertToFormat(QImage::Format_RGB32);
     }
 
     FakeMachine machine;
@@ -145,7 +145,7 @@ TEST_P(ScaledPanelGolden, LooksAsItsGoldenPicture) {
 TEST_P(ScaledPanelGolden, PaintedPartByPartItShowsNoSeam) {
     PanelOnScreen screen(base_ + ".CSV", base_ + ".BMP", GetParam().scale);
     const QImage whole = screen.grab();
-    QWidget* const widget = screen.windows.windowOf(screen.panel())->widget();
+    QWidget* const widget = screen.windows.widgetOf(screen.panel());
     QImage parts(whole.size(), QImage::Format_RGB32);
     constexpr int kSide = 37;  // no multiple of a pixel of the skin at any scale
     for (int y = 0; y < whole.height(); y += kSide) {

@@ -30,7 +30,7 @@ Qt::WindowFlags flagsOf(const Form& form) {
 }  // namespace
 
 NativeWindow::NativeWindow(Form& form, DesktopContext& context)
-    : QDialog(nullptr, flagsOf(form)), FormWindow(form, context), style_(std::make_unique<QuietMnemonicStyle>()) {
+    : QDialog(nullptr, flagsOf(form)), FormWindow(*this, form, context), style_(std::make_unique<QuietMnemonicStyle>()) {
     setObjectName(QString::fromStdString(form.name()));
     if (context.scale > 1.0) {
         QFont larger = font();

@@ -21,7 +21,6 @@ public:
     NativeWindow(Form& form, DesktopContext& context);
     ~NativeWindow() override;
 
-    QWidget* widget() override { return this; }
     int textWidth(const std::string& text) override;
     void beginDrag() override;
     void reject() override;

@@ -5,7 +5,7 @@
 
 namespace corvane {
 
-std::unique_ptr<FormWindow> makeNativeWindow(Form& form, DesktopContext& context) {
+std::unique_ptr<BoundWindow> makeNativeWindow(Form& form, DesktopContext& context) {
     return std::make_unique<NativeWindow>(form, context);
 }
 

@@ -8,6 +8,6 @@
 namespace corvane {
 
 /// A window with native widgets for a form of FormStyle::Dialog: one binder a kind of control. The form outlives it.
-std::unique_ptr<FormWindow> makeNativeWindow(Form& form, DesktopContext& context);
+std::unique_ptr<BoundWindow> makeNativeWindow(Form& form, DesktopContext& context);
 
 }  // namespace corvane

@@ -1,71 +1,49 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// What the tool kit tells a surface, in the words of its window.
 #include <QApplication>
 #include <QDropEvent>
+#include <QHelpEvent>
 #include <QKeyEvent>
-#include <QMimeData>
 #include <QMouseEvent>
-#include <QWindow>
+#include <QToolTip>
 
 #include "linux/windowing/canvas_window.h"
 #include "linux/windowing/input_map.h"
-#include "shell/drops.h"
+#include "linux/windowing/shown_text.h"
 
 namespace corvane {
 
 namespace {
 
-bool placesItself() { return !QGuiApplication::platformName().startsWith(QLatin1String("wayland")); }
+DrawnWindow::Place placeIn(QPointF position) { return {position.x(), position.y()}; }
+
+PixelPoint onScreen(const QMouseEvent& event) {
+    const QPoint at = event.globalPosition().toPoint();
+    return {at.x(), at.y()};
+}
 
 }  // namespace
 
-Pointer::Place CanvasWindow::toForm(QPointF position) const {
-    const double unit = static_cast<double>(kTwipsPerPixel) / context().scale;
-    return {position.x() * unit, position.y() * unit};
-}
-
 void CanvasWindow::mousePressEvent(QMouseEvent* event) {
-    const int button = buttonCode(event->button());
-    if (!bound() || button == 0) return;
-    setFocused(nullptr);
-    if (button == kLeftButton) {
-        pressedAt_ = event->globalPosition().toPoint();
-        windowAt_ = pos();
-    }
-    const bool isDouble = event->type() == QEvent::MouseButtonDblClick;
-    pointer_.press(button, shiftState(event->modifiers()), toForm(event->position()), isDouble);
+    DrawnWindow* const window = live();
+    if (window == nullptr) return;
+    window->mouseDown(buttonCode(event->button()), shiftState(event->modifiers()), placeIn(event->position()),
+                      onScreen(*event), event->type() == QEvent::MouseButtonDblClick);
 }
 
 void CanvasWindow::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event); }
 
 void CanvasWindow::mouseMoveEvent(QMouseEvent* event) {
-    if (!bound()) return;
-    // It came up where nobody told it: over another desktop, behind a lock.
-    if (pointer_.holdsButton() && event->buttons() == Qt::NoButton) return pointer_.lose();
-    if (pointer_.dragging()) {
-        dragStep(event->globalPosition().toPoint());
-    } else {
-        pointer_.move(shiftState(event->modifiers()), toForm(event->position()));
-    }
+    DrawnWindow* const window = live();
+    if (window == nullptr) return;
+    window->mouseMoved(shiftState(event->modifiers()), event->buttons() != Qt::NoButton, placeIn(event->position()),
+                       onScreen(*event));
 }
 
 void CanvasWindow::mouseReleaseEvent(QMouseEvent* event) {
-    if (!bound()) return;
-    pointer_.release(buttonCode(event->button()), shiftState(event->modifiers()), toForm(event->position()));
-}
-
-/// The grabbed point stays under the pointer. The panel goes with it from the press on; a short way on it is a click
-/// all the same, by a hand that is not quite still. A media window stays until the way is that of a drag.
-void CanvasWindow::dragStep(QPoint globalPosition) {
-    const QPoint way = globalPosition - pressedAt_;
-    if (!pointer_.wasMoved() && way.manhattanLength() >= QApplication::startDragDistance()) {
-        pointer_.moved();
-        // Where a window cannot place itself (Wayland) the other side moves it, and leaves the way so far out.
-        if (!placesItself() && windowHandle() != nullptr && windowHandle()->startSystemMove()) {
-            pointer_.lose();  // no release will come
-            return;
-        }
-    }
-    if (pointer_.wasMoved() || form().style() == FormStyle::Painted) move(windowAt_ + way);
+    DrawnWindow* const window = live();
+    if (window == nullptr) return;
+    window->mouseUp(buttonCode(event->button()), shiftState(event->modifiers()), placeIn(event->position()));
 }
 
 void CanvasWindow::keyPressEvent(QKeyEvent* event) { keyDown(*event); }
@@ -74,57 +52,85 @@ void CanvasWindow::keyReleaseEvent(QKeyEvent* event) { keyUp(*event); }
 
 void CanvasWindow::keyDown(QKeyEvent& event) {
     event.accept();
-    const KeyArgs args = keyArgs(event);
-    if (takeFocusKey(args, event.isAutoRepeat())) return;
-    const int character = typedCharacter(event);
-    enter([&] {
-        form().KeyDown.raise(args);
-        if (character == 0 || !bound()) return;
-        form().KeyPress.raise(character);
-        PictureBox* const box = bound() ? keyBox() : nullptr;
-        if (box != nullptr) box->KeyPress.raise(character);
-    });
-}
-
-/// Only a picture box can hold the keyboard focus here.
-PictureBox* CanvasWindow::keyBox() const {
-    for (Control* control : form().controls()) {
-        if (control->kind() != ControlKind::PictureBox || !control->Visible) continue;
-        auto* const box = static_cast<PictureBox*>(control);
-        if (box->KeyPress.isTied()) return box;
+    if (DrawnWindow* const window = live()) {
+        window->keyDown(keyArgs(event), event.isAutoRepeat(), typedCharacter(event));
     }
-    return nullptr;
 }
 
 void CanvasWindow::keyUp(QKeyEvent& event) {
     event.accept();
-    if (event.isAutoRepeat()) return;
-    const KeyArgs args = keyArgs(event);
-    enter([&] { form().KeyUp.raise(args); });
+    DrawnWindow* const window = live();
+    if (window != nullptr && !event.isAutoRepeat()) window->keyUp(keyArgs(event));
+}
+
+void CanvasWindow::focusInEvent(QFocusEvent* event) {
+    QWidget::focusInEvent(event);
+    if (DrawnWindow* const window = live()) window->keyboardCame(true);
+}
+
+void CanvasWindow::focusOutEvent(QFocusEvent* event) {
+    QWidget::focusOutEvent(event);
+    focusLost(event->reason());
+}
+
+void CanvasWindow::focusLost(Qt::FocusReason reason) {
+    DrawnWindow* const window = live();
+    if (window == nullptr) return;
+    if (reason == Qt::PopupFocusReason) window->loseMouse();  // a menu is up: it gets the release
+    window->keyboardCame(false);
 }
 
 void CanvasWindow::dragEnterEvent(QDragEnterEvent* event) {
-    if (bound() && takesFiles()) event->acceptProposedAction();
+    const DrawnWindow* const window = live();
+    if (window != nullptr && window->takesFiles()) event->acceptProposedAction();
 }
 
 void CanvasWindow::dropEvent(QDropEvent* event) {
-    if (!bound()) return;
+    DrawnWindow* const window = live();
+    if (window == nullptr) return;
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    const DropData dropped = dropData(*event->mimeData());
-    auto* const under = dynamic_cast<MouseControl*>(pointer_.hit(toForm(event->position())));
-    if (under != nullptr && under->OLEDragDrop.isTied()) {
-        post([under, dropped] { under->OLEDragDrop.raise(dropped); });
-    } else {
-        dropFiles(dropped);
+    window->dropped(dropData(*event->mimeData()), placeIn(event->position()));
+}
+
+void CanvasWindow::moveEvent(QMoveEvent* event) {
+    QWidget::moveEvent(event);
+    if (DrawnWindow* const window = live()) window->moved();
+}
+
+void CanvasWindow::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    DrawnWindow* const window = live();
+    if (window == nullptr) return;
+    if (event->type() == QEvent::WindowStateChange) {
+        window->minimised(isMinimized());
+    } else if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+        window->activated();
     }
 }
 
-bool CanvasWindow::takesFiles() const { return bound() && fileTakerOf(form()) != nullptr; }
+void CanvasWindow::closeEvent(QCloseEvent* event) {
+    event->ignore();  // the form decides
+    if (DrawnWindow* const window = live()) window->requestClose();
+}
 
-void CanvasWindow::dropFiles(const DropData& dropped) {
-    MouseControl* const taker = bound() ? fileTakerOf(form()) : nullptr;
-    if (taker != nullptr) post([taker, dropped] { taker->OLEDragDrop.raise(dropped); });
+bool CanvasWindow::event(QEvent* event) {
+    DrawnWindow* const window = live();
+    if (window != nullptr && event->type() == QEvent::ToolTip) {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        const DrawnWindow::Tip tip = window->tipAt(placeIn(help->pos()));
+        const QString text = shownText(tip.text);
+        const QRectF place(tip.place.x, tip.place.y, tip.place.width, tip.place.height);
+        if (text.isEmpty()) {
+            QToolTip::hideText();
+        } else {
+            QToolTip::showText(help->globalPos(), plainTip(text), this, place.toAlignedRect());
+        }
+        return true;
+    }
+    if (event->type() == QEvent::ScreenChangeInternal) update();  // it may be denser or less dense
+    if (event->type() == QEvent::WindowBlocked && window != nullptr) window->loseMouse();  // a box is up
+    return QWidget::event(event);
 }
 
 }  // namespace corvane

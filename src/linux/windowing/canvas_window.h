@@ -1,80 +1,78 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QPointF>
+#include <QPoint>
 #include <QRectF>
 #include <QWidget>
 
-#include "forms/keyboard_focus.h"
 #include "linux/windowing/form_window.h"
-#include "shell/pointer.h"
+#include "linux/windowing/scaled_picture.h"
+#include "shell/windowing/drawn_window.h"
 
 namespace corvane {
 
 class FocusRing;
 
-/// A borderless window whose controls are drawn, not widgets. This class is its geometry, window state and input;
-/// the deriving classes say where controls are and paint them. Positions are logical pixels of the widget.
-class CanvasWindow : public QWidget, public FormWindow, protected Pointer::Host {
+/// The surface of a window whose controls are drawn. Pixels are logical ones.
+class CanvasWindow : public QWidget, public QtFrame, public Surface {
 public:
-    CanvasWindow(Form& form, DesktopContext& context);
+    explicit CanvasWindow(DesktopContext& context);
     ~CanvasWindow() override;
 
-    QWidget* widget() override { return this; }
-    bool bound() const override { return FormWindow::bound(); }
-    Form& form() const override { return FormWindow::form(); }
-    /// Moves the window with the pointer once it has left the place of the press; ends with the button's release.
-    void beginDrag() override { pointer_.beginDrag(); }
-    /// Files from elsewhere (another start of the program) as a drop on this form.
-    void dropFiles(const DropData& dropped);
-    bool takesFiles() const;
-    /// The form's CloseRequest, posted: the window manager may ask while a box is up or a handler runs.
-    void requestClose();
-    /// Screens came, went or changed: stays in sight, and is painted anew in their density.
-    void screensChanged();
+    WindowFrame& frame() override { return *this; }
 
-    // For assistive programs. What they ask for is done as an event of its own, and only where the mouse could do it.
-    QRectF placeOf(const Control& control) const { return toWidget(hitRect(control)); }  ///< where it takes the mouse
-    /// A button of the mouse pressed and released in the middle of the control.
-    void pressSoon(Control& control, int button);
-    void setValueSoon(MouseControl& control, double value);
-    /// The control that has the keyboard focus, with its ring; null: none, every key is the form's.
-    Control* focused() const { return keyboard_.control(); }
-    void setFocused(Control* control);
-    bool isHeld(const Control& control) const { return pressed() == &control; }
+    // For assistive programs; only while bound.
+    bool bound() const { return live() != nullptr; }
+    Form& form() const { return live()->form(); }
+    QRectF placeOf(const Control& control) const;  ///< where it takes the mouse
+    void pressSoon(Control& control, int button) { live()->pressSoon(control, button); }
+    void setValueSoon(MouseControl& control, double value) { live()->setValueSoon(control, value); }
+    Control* focused() const { return live() != nullptr ? live()->focused() : nullptr; }
+    void setFocused(Control* control) { live()->setFocused(control); }
+    bool isHeld(const Control& control) const { return live() != nullptr && live()->pressed() == &control; }
     void rememberAccessible() { isKnown_ = true; }  ///< assistive programs know of this window
-
-protected:
-    /// What to say when the pointer rests on a control.
-    virtual QString toolTip(const Control& control) const;
-    /// A control's appearance or place changed.
-    virtual void controlChanged(Control& control, PropertyId property) = 0;
-    /// Puts the window where the form's properties say.
-    virtual void takeGeometry();
-    QRect geometryOfForm() const;  ///< logical pixels of the screen
-
-    const Control* pressed() const { return pointer_.pressed(); }
-    QRectF toWidget(const Rectangle& twips) const;
-
-    // Pointer::Host; hitRect() is for the deriving class.
-    void pressedChanged(Control& /*control*/) override {}
-    void enter(const EventLoop::Handler& handler) override { FormWindow::enter(handler); }
-    void post(EventLoop::Handler handler) override { FormWindow::post(std::move(handler)); }
 
     // Also handed over by a surface elsewhere on the screen.
     void keyDown(QKeyEvent& event);
     void keyUp(QKeyEvent& event);
     void focusLost(Qt::FocusReason reason);
 
-    void onBound() override;
-    void onUnbinding() override;
-    void propertyChanged(Control& control, PropertyId property) override;
+    // Surface
+    void setCaption(const std::string& text) override;
+    void setUsable(bool usable) override { setEnabled(usable); }
+    void showUp() override;
+    void showMinimised() override { showMinimized(); }
+    void restore() override;
+    bool isMinimised() const override { return isMinimized(); }
+    bool takesInput() const override;
+    bool isAltDown() const override;
+    void takeKeyboard() override { setFocus(); }
+    PixelPlace place() const override;
+    void setPlace(const PixelPlace& place) override;
+    void moveTo(PixelPoint corner) override { move(corner.x, corner.y); }
+    void placeWanted() override;
+    bool isDrag(int across, int down) const override;
+    bool dragBySystem() override;
+    void paintAnew(const PixelPlace& part) override { update(part.x, part.y, part.width, part.height); }
+    void paintAllAnew() override { update(); }
+    void showRing(const Rectangle& place) override;
+    double labelWidth(const std::string& text, double height) const override;
+    bool labelFits(const std::string& text, double height, double width) const override;
+    bool isOpaque(const Picture& picture) const override;
+    void controlChanged(Control& control, PropertyId property) override;
+    void focusChanged() override;
+    void formGoes() override;
+    void later(EventLoop::Handler handler) override;
+
+protected:
+    /// Paints the controls; region: of this widget, what must be painted.
+    void paintForm(QPainter& painter, const QRegion& region);
 
     bool event(QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
-    void showEvent(QShowEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -85,32 +83,15 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
-    bool focusNextPrevChild(bool next) override;
+    bool focusNextPrevChild(bool /*next*/) override { return false; }  // Tab is a key like any other
 
 private:
-    void formChanged(PropertyId property);
-    void takeVisibility();
-    void takeWindowState();
-    enum class Sight { Screens, FreeOfBars };
-    void keepInSight(Sight sight);
-    void tellPlace();  ///< to the form
-    Pointer::Place toForm(QPointF position) const;
-    PictureBox* keyBox() const;
-    bool takeFocusKey(const KeyArgs& key, bool isRepeat);
-    void showFocus();
-    bool takesMouse() const;
-    void clickMiddle(Control& control, int button);
-    void dragStep(QPoint globalPosition);
-    void showBeside();  ///< shown, and activated unless the user is in another program
-
-    Pointer pointer_{*this};
-    QPoint pressedAt_;     ///< of the screen
-    QPoint windowAt_;      ///< the window's place at the press
-    bool taking_ = false;  ///< the window itself changes the form's properties
-
-    KeyboardFocus keyboard_;
+    ScaledPicture scaled_;
     FocusRing* ring_ = nullptr;  ///< a child widget, made when it is first needed
     bool isKnown_ = false;       ///< to assistive programs
 };
+
+/// A window of that form on a surface of this desktop: painted from pictures, or for movies and pictures.
+std::unique_ptr<DrawnWindow> makeDrawnWindow(Form& form, DesktopContext& context);
 
 }  // namespace corvane

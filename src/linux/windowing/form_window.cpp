@@ -5,76 +5,63 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QStringDecoder>
-#include <algorithm>
+#include <QWindow>
 #include <cmath>
 
+#include "platform/ports.h"
+
 namespace corvane {
+
+namespace {
+
+Rectangle areaOf(const QRect& pixels) {
+    return {static_cast<double>(pixels.x()), static_cast<double>(pixels.y()), static_cast<double>(pixels.width()),
+            static_cast<double>(pixels.height())};
+}
+
+Rectangle areaOf(const QScreen* screen) { return screen != nullptr ? areaOf(screen->geometry()) : Rectangle(); }
+
+}  // namespace
 
 QScreen* DesktopContext::screen() const {
     if (panel && panel->screen() != nullptr) return panel->screen();
     return QGuiApplication::primaryScreen();
 }
 
+Rectangle DesktopContext::ofPanel() const { return areaOf(screen()); }
+
+Rectangle DesktopContext::primary() const { return areaOf(QGuiApplication::primaryScreen()); }
+
+std::vector<ScreenArea> DesktopContext::areas() const {
+    std::vector<ScreenArea> all;
+    for (const QScreen* const each : QGuiApplication::screens()) {
+        all.push_back({areaOf(each), areaOf(each->availableGeometry())});
+    }
+    return all;
+}
+
 QPoint DesktopContext::origin(const Form& form) const {
-    const QScreen* const counted = form.style() == FormStyle::Painted ? QGuiApplication::primaryScreen() : screen();
-    return counted != nullptr ? counted->geometry().topLeft() : QPoint();
+    const PixelPoint corner = cornerFor(form);
+    return {corner.x, corner.y};
 }
 
-int DesktopContext::toPixels(Twips twips) const {
-    return static_cast<int>(std::lround(static_cast<double>(twips) / static_cast<double>(kTwipsPerPixel) * scale));
+void QtFrame::activate() {
+    widget_.raise();
+    widget_.activateWindow();
 }
 
-Twips DesktopContext::toTwips(double pixels) const {
-    return static_cast<Twips>(pixels / scale * static_cast<double>(kTwipsPerPixel));
-}
-
-FormWindow::FormWindow(Form& form, DesktopContext& context) : form_(&form), context_(context) {}
-
-FormWindow::~FormWindow() { stopObserving(); }
-
-void FormWindow::bind() {
-    form_->addObserver(this);
-    for (Control* control : form_->controls()) control->addObserver(this);
-    observing_ = true;
-    onBound();
-}
-
-void FormWindow::unbind() {
-    if (!bound()) return;
-    stopObserving();
-    onUnbinding();
-    widget()->hide();
-    form_ = nullptr;
-    alive_.reset();
-}
-
-void FormWindow::stopObserving() {
-    if (!observing_) return;
-    observing_ = false;
-    form_->removeObserver(this);
-    for (Control* control : form_->controls()) control->removeObserver(this);
-}
-
-void FormWindow::refresh() { widget()->repaint(); }
-
-int FormWindow::textWidth(const std::string& text) {
-    const int width = QFontMetrics(widget()->font()).horizontalAdvance(toQString(text));
+int QtFrame::textWidth(const std::string& text) {
+    const int width = QFontMetrics(widget_.font()).horizontalAdvance(toQString(text));
     return static_cast<int>(std::ceil(width / context_.scale));
 }
 
-void FormWindow::activate() {
-    widget()->raise();
-    widget()->activateWindow();
-}
-
-void FormWindow::enter(const EventLoop::Handler& handler) {
-    if (bound()) context_.loop.enter(handler);
-}
-
-void FormWindow::post(EventLoop::Handler handler) {
-    context_.loop.post([handler = std::move(handler), alive = std::weak_ptr<bool>(alive_)] {
-        if (!alive.expired()) handler();
-    });
+void QtFrame::stack(int insertAfter, std::uint32_t /*flags*/) {
+    if (insertAfter != kTopMost && insertAfter != kNotTopMost) return;
+    Qt::WindowFlags wanted = widget_.windowFlags();
+    wanted.setFlag(Qt::WindowStaysOnTopHint, insertAfter == kTopMost);
+    // A widget that is given new flags is hidden and made anew; its window takes them while it is shown.
+    widget_.overrideWindowFlags(wanted);
+    if (widget_.windowHandle() != nullptr) widget_.windowHandle()->setFlags(wanted);
 }
 
 QString toQString(const std::string& text) {

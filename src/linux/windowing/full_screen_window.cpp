@@ -7,7 +7,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 
-#include "linux/windowing/media_window.h"
+#include "linux/windowing/media_canvas.h"
 
 namespace corvane {
 
@@ -15,7 +15,7 @@ namespace {
 constexpr int kRestMs = 2000;
 }
 
-FullScreenWindow::FullScreenWindow(MediaWindow& owner) : owner_(owner) {
+FullScreenWindow::FullScreenWindow(MediaCanvas& owner) : owner_(owner) {
     setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
     setWindowTitle(owner.windowTitle());
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -67,18 +67,18 @@ bool FullScreenWindow::mouse(QEvent* event) {
 void FullScreenWindow::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.fillRect(rect(), Qt::black);
-    if (owner_.surface_ != nullptr) owner_.surface_->paint(painter, rect());
+    if (owner_.movie() != nullptr) owner_.movie()->paint(painter, rect());
 }
 
 void FullScreenWindow::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    owner_.retarget();
+    owner_.filledSizeChanged();
     update();
 }
 
 void FullScreenWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
-    owner_.requestClose();
+    if (DrawnWindow* const window = owner_.live()) window->requestClose();
 }
 
 }  // namespace corvane

@@ -6,13 +6,13 @@
 
 namespace corvane {
 
-class MediaWindow;
+class MediaCanvas;
 
 /// The whole-screen surface of a movie. What is typed or clicked on it is the media window's, as if the movie control
 /// filled that. The pointer goes away when it rests.
 class FullScreenWindow : public QWidget {
 public:
-    explicit FullScreenWindow(MediaWindow& owner);
+    explicit FullScreenWindow(MediaCanvas& owner);
 
 protected:
     bool event(QEvent* event) override;
@@ -23,7 +23,7 @@ protected:
 private:
     bool mouse(QEvent* event);
 
-    MediaWindow& owner_;
+    MediaCanvas& owner_;
     QTimer rest_;
 };
 

@@ -4,33 +4,24 @@
 #include <QRect>
 #include <QSize>
 
-#include "forms/event.h"
+#include "shell/windowing/screen_filling.h"
 
 class QPainter;
 
 namespace corvane {
 
 /// What a movie control of this desktop is besides its MovieControl: something that can be drawn. The control class
-/// derives from both; the media window finds it by dynamic_cast, ties both events when its form is attached and unties
-/// them when it is detached. All calls and events are on the user-interface thread.
-class MovieSurface {
+/// derives from both. All calls and events are on the user-interface thread.
+class MovieSurface : public ScreenFilling {
 public:
-    MovieSurface() = default;
-    MovieSurface(const MovieSurface&) = delete;
-    MovieSurface& operator=(const MovieSurface&) = delete;
-    virtual ~MovieSurface() = default;
-
     /// Where the next frames go: the size of the shown area in device pixels. Called before the first paint and each
     /// time it changes (window sized, full screen entered or left).
     virtual void setTarget(QSize devicePixels) = 0;
     /// Draws the current frame into the area (in the painter's units), fitted and centred, keeping the picture's shape.
     /// The window has painted the area black before. Without a frame: nothing.
     virtual void paint(QPainter& painter, const QRect& area) = 0;
-    /// FullScreenMode is on and a movie is running or paused: the window shows its whole-screen surface.
-    virtual bool fillsScreen() const = 0;
 
-    Event<> frameReady;          ///< a new frame can be painted; may come in any number, the window joins them
-    Event<> fillsScreenChanged;  ///< fillsScreen() may have changed
+    Event<> frameReady;  ///< a new frame can be painted; may come in any number, the window joins them
 };
 
 }  // namespace corvane

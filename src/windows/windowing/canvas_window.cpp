@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "windows/windowing/canvas_window.h"
 
-#include <algorithm>
 #include <cmath>
+#include <cstdlib>
+#include <utility>
 
-#include "shell/drops.h"
+#include "shell/windowing/painted_window.h"
 #include "windows/text.h"
 #include "windows/windowing/accessible_form.h"
+#include "windows/windowing/bitmap_picture.h"
+#include "windows/windowing/gdi_brush.h"
+#include "windows/windowing/label_font.h"
+#include "windows/windowing/media_canvas.h"
 
 namespace corvane {
 
@@ -15,15 +20,16 @@ namespace {
 // A system menu, though none is seen, lets the task bar minimise and close the window.
 constexpr DWORD kStyle = WS_POPUP | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN;
 
+constexpr UINT kTakePlace = WM_APP;  ///< the window's own: the form's place or size has changed
+
 }  // namespace
 
-CanvasWindow::CanvasWindow(Form& form, DesktopContext& context, DWORD extendedStyle)
-    : FormWindow(form, context),
-      pointer_(*this),
+CanvasWindow::CanvasWindow(DesktopContext& context)
+    : SystemWindow(context),
       accessible_(new AccessibleForm(*this)),
-      tip_((create(kStyle, extendedStyle | WS_EX_APPWINDOW), handle())),
+      tip_((create(kStyle, WS_EX_APPWINDOW, {}), handle())),
       dropTarget_(
-          handle(), [this] { return takesFiles(); },
+          handle(), [this] { return isBound() && live()->takesFiles(); },
           [this](const DropData& data, POINT at) {
               ScreenToClient(handle(), &at);
               dropped(data, at);
@@ -36,22 +42,10 @@ CanvasWindow::~CanvasWindow() {
     accessible_->Release();
 }
 
-void CanvasWindow::onBound() {
-    SetWindowTextW(handle(), toWide(form().Caption.get()).c_str());
-    takeGeometry();
-    takeVisibility();
-    takeWindowState();
-}
-
-void CanvasWindow::onUnbinding() {
-    keyboard_.set(nullptr);
-    pointer_.forget();
-    if (GetCapture() == handle()) ReleaseCapture();
-}
+void CanvasWindow::setCaption(const std::string& text) { SetWindowTextW(handle(), toWide(text).c_str()); }
 
 void CanvasWindow::takeScale() {
-    takeGeometry();
-    InvalidateRect(handle(), nullptr, FALSE);
+    if (DrawnWindow* const window = live()) window->scaleChanged();
 }
 
 int CanvasWindow::textWidth(const std::string& text) {
@@ -65,162 +59,187 @@ int CanvasWindow::textWidth(const std::string& text) {
     return static_cast<int>(std::ceil(size.cx / context().scale()));
 }
 
-Rectangle CanvasWindow::pixels(const Rectangle& twips) const {
-    return twips.scaled(context().scale() / static_cast<double>(kTwipsPerPixel));
+void CanvasWindow::later(EventLoop::Handler handler) {
+    context().loop.post([handler = std::move(handler), alive = std::weak_ptr<bool>(alive_)] {
+        if (!alive.expired()) handler();
+    });
 }
 
-void CanvasWindow::invalidate(const Rectangle& twips) {
-    if (twips.empty()) return;
-    const Rectangle place = pixels(twips);
-    const RECT dirty{static_cast<LONG>(std::floor(place.x)), static_cast<LONG>(std::floor(place.y)),
-                     static_cast<LONG>(std::ceil(place.right())), static_cast<LONG>(std::ceil(place.bottom()))};
-    InvalidateRect(handle(), &dirty, FALSE);
+// --- Place and state ---------------------------------------------------------------------------------------------
+
+PixelPlace CanvasWindow::place() const {
+    RECT at{};
+    GetWindowRect(handle(), &at);
+    return {static_cast<int>(at.left), static_cast<int>(at.top), static_cast<int>(at.right - at.left),
+            static_cast<int>(at.bottom - at.top)};
 }
 
-void CanvasWindow::propertyChanged(Control& control, PropertyId property) {
-    if (&control == &form()) {
-        formChanged(property);
-        return;
-    }
-    if (property == PropertyId::Focus) {
-        SetFocus(handle());
-        later([&control] { control.GotFocus.raise(); });
-        return;
-    }
-    if (&control == keyboard_.control() && property == PropertyId::Visible && !control.Visible) setFocused(nullptr);
-    if (property == PropertyId::Value || property == PropertyId::Checked) return;  // seen by nobody
-    pointer_.controlChanged(control, property);
-    controlChanged(control, property);
+/// What is shown of another size is painted anew at once: the old picture is not seen in the new place.
+void CanvasWindow::setPlace(const PixelPlace& wanted) {
+    const PixelPlace before = place();
+    const bool sameSize = before.width == wanted.width && before.height == wanted.height;
+    const UINT copied = sameSize ? 0U : static_cast<UINT>(SWP_NOCOPYBITS);
+    ::SetWindowPos(handle(), nullptr, wanted.x, wanted.y, wanted.width, wanted.height,
+                   SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER | copied);
+    if (!sameSize && isShown()) UpdateWindow(handle());
 }
 
-void CanvasWindow::formChanged(PropertyId property) {
-    switch (property) {
-        case PropertyId::Caption:
-            SetWindowTextW(handle(), toWide(form().Caption.get()).c_str());
-            break;
-        case PropertyId::Left:
-        case PropertyId::Top:
-        case PropertyId::Width:
-        case PropertyId::Height:
-            geometryChanged();
-            break;
-        case PropertyId::Visible:
-            takeVisibility();
-            break;
-        case PropertyId::WindowState:
-            takeWindowState();
-            break;
-        case PropertyId::Focus:
-            activate();
-            break;
-        case PropertyId::Enabled:
-            EnableWindow(handle(), form().Enabled ? TRUE : FALSE);
-            break;
-        default:
-            break;
-    }
-    controlChanged(form(), property);
+void CanvasWindow::moveTo(PixelPoint corner) {
+    ::SetWindowPos(handle(), nullptr, corner.x, corner.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 /// A form that goes and grows does so in four properties: the window is moved once, before anything else is seen of it.
-void CanvasWindow::geometryChanged() {
-    if (taking_ || std::exchange(stale_, true)) return;
-    PostMessageW(handle(), kTakeGeometry, 0, 0);
+void CanvasWindow::placeWanted() { PostMessageW(handle(), kTakePlace, 0, 0); }
+
+bool CanvasWindow::staysAside() const { return opensByItself() && anotherProgramIsInFront(); }
+
+void CanvasWindow::showUp() {
+    const bool aside = staysAside();
+    ShowWindow(handle(), aside ? SW_SHOWNOACTIVATE : SW_SHOW);
+    if (!aside) activate();
 }
 
-void CanvasWindow::takeGeometry() {
-    if (taking_) return;
-    stale_ = false;
-    const POINT origin = context().origin(form());
-    const SIZE size{std::max(1, context().toPixels(form().Width)), std::max(1, context().toPixels(form().Height))};
-    RECT before{};
-    GetWindowRect(handle(), &before);
-    // What is shown of another size is painted anew: the old picture is not seen in the new place.
-    const bool sameSize = before.right - before.left == size.cx && before.bottom - before.top == size.cy;
-    const UINT copied = sameSize ? 0U : static_cast<UINT>(SWP_NOCOPYBITS);
-    taking_ = true;
-    ::SetWindowPos(handle(), nullptr, origin.x + context().toPixels(form().Left),
-                   origin.y + context().toPixels(form().Top), size.cx, size.cy,
-                   SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER | copied);
-    taking_ = false;
-    if (!sameSize && IsWindowVisible(handle()) != 0) UpdateWindow(handle());
+void CanvasWindow::showMinimised() { ShowWindow(handle(), isShown() ? SW_MINIMIZE : SW_SHOWMINIMIZED); }
+
+void CanvasWindow::restore() {
+    const bool aside = staysAside();
+    ShowWindow(handle(), aside ? SW_SHOWNOACTIVATE : SW_RESTORE);
+    if (!aside) activate();
 }
 
-void CanvasWindow::refresh() {
-    if (stale_ && isBound()) takeGeometry();
-    FormWindow::refresh();
+void CanvasWindow::sizeTold(WPARAM kind) {
+    if (kind != SIZE_MINIMIZED && kind != SIZE_RESTORED) return;
+    const bool was = std::exchange(minimised_, kind == SIZE_MINIMIZED);
+    if (was != minimised_) live()->minimised(minimised_);
 }
 
-void CanvasWindow::takeVisibility() {
-    const bool shown = IsWindowVisible(handle()) != 0;
-    if (form().Visible == shown) return;
-    if (stale_) takeGeometry();
-    if (!form().Visible) {
-        loseMouse();
-        ShowWindow(handle(), SW_HIDE);
-    } else if (form().WindowState == WindowState::Minimized) {
-        ShowWindow(handle(), SW_SHOWMINIMIZED);
-    } else {
-        putOnAScreen();
-        const bool aside = opensByItself() && anotherProgramIsInFront();
-        ShowWindow(handle(), aside ? SW_SHOWNOACTIVATE : SW_SHOW);
-        if (!aside) activate();
-    }
+bool CanvasWindow::isDrag(int across, int down) const {
+    return std::abs(across) >= GetSystemMetrics(SM_CXDRAG) || std::abs(down) >= GetSystemMetrics(SM_CYDRAG);
 }
 
-/// A window that no screen shows could not be brought back: it has no title bar.
-void CanvasWindow::putOnAScreen() {
-    if (MonitorFromWindow(handle(), MONITOR_DEFAULTTONULL) != nullptr) return;
-    const RECT work = context().workArea();
-    ::SetWindowPos(handle(), nullptr, work.left, work.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+void CanvasWindow::letMouseGo() {
+    if (GetCapture() == handle()) ReleaseCapture();
 }
 
-void CanvasWindow::takeWindowState() {
-    if (taking_ || IsWindowVisible(handle()) == 0) return;
-    const bool minimise = form().WindowState == WindowState::Minimized;
-    if (minimise == (IsIconic(handle()) != 0)) return;
-    if (minimise) {
-        loseMouse();
-        ShowWindow(handle(), SW_MINIMIZE);
-    } else {
-        const bool aside = opensByItself() && anotherProgramIsInFront();
-        ShowWindow(handle(), aside ? SW_SHOWNOACTIVATE : SW_RESTORE);
-        if (!aside) activate();
-    }
+// --- Painting ----------------------------------------------------------------------------------------------------
+
+void CanvasWindow::paintAnew(const PixelPlace& part) {
+    const RECT dirty{part.x, part.y, part.x + part.width, part.y + part.height};
+    InvalidateRect(handle(), &dirty, FALSE);
 }
 
-void CanvasWindow::placeChanged() {
-    if (!bound() || taking_ || stale_ || IsWindowVisible(handle()) == 0 || IsIconic(handle()) != 0) return;
-    RECT at{};
-    GetWindowRect(handle(), &at);
-    const POINT origin = context().origin(form());
-    const int left = at.left - origin.x;
-    const int top = at.top - origin.y;
-    taking_ = true;
-    // Whole twips stay as the form set them unless the window really is elsewhere.
-    if (context().toPixels(form().Left) != left) form().Left = context().toTwips(left);
-    if (context().toPixels(form().Top) != top) form().Top = context().toTwips(top);
-    taking_ = false;
+void CanvasWindow::showRing(const Rectangle& place) {
+    ring_ = place;
+    paintAllAnew();
 }
 
-void CanvasWindow::sizeChanged(WPARAM kind) {
-    if (!bound() || (kind != SIZE_MINIMIZED && kind != SIZE_RESTORED)) return;
-    if (kind == SIZE_MINIMIZED) loseMouse();
-    const bool was = std::exchange(taking_, true);
-    form().WindowState = kind == SIZE_MINIMIZED ? WindowState::Minimized : WindowState::Normal;
-    taking_ = was;
-}
-
-void CanvasWindow::paintDirty() {
-    if (stale_ && bound()) takeGeometry();
+void CanvasWindow::paint() {
+    DrawnWindow* const window = live();
+    if (window != nullptr) window->settlePlace();
     PAINTSTRUCT painting{};
     const HDC screen = BeginPaint(handle(), &painting);
-    if (!bound()) {
+    if (window == nullptr) {
         FillRect(screen, &painting.rcPaint, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
     } else if (IsRectEmpty(&painting.rcPaint) == 0) {
-        paint(screen, painting.rcPaint);
+        RECT client{};
+        GetClientRect(handle(), &client);
+        GdiBrush brush(painting.rcPaint, {static_cast<int>(client.right), static_cast<int>(client.bottom)},
+                       context().scale(), scaled_);
+        window->paint(brush);
+        brush.ring(ring_);
+        brush.show(screen);
     }
     EndPaint(handle(), &painting);
+}
+
+double CanvasWindow::labelWidth(const std::string& text, double height) const {
+    return LabelFont(height).width(toWide(text));
+}
+
+bool CanvasWindow::labelFits(const std::string& text, double height, double width) const {
+    return labelWidth(text, height) <= width;
+}
+
+bool CanvasWindow::isOpaque(const Picture& picture) const {
+    const auto bitmap = bitmapOf(picture);
+    return bitmap && bitmap->opaque();
+}
+
+// --- Assistive programs ------------------------------------------------------------------------------------------
+
+void CanvasWindow::focusChanged() {
+    if (!isBound() || focused() == nullptr) return;
+    NotifyWinEvent(EVENT_OBJECT_FOCUS, handle(), OBJID_CLIENT, accessible_->childOf(*focused()));
+}
+
+RECT CanvasWindow::screenPlace(const Control& control) const {
+    const Rectangle place = live()->pixelsOf(control);
+    return {std::lround(place.x), std::lround(place.y), std::lround(place.right()), std::lround(place.bottom())};
+}
+
+LRESULT CanvasWindow::message(UINT message, WPARAM first, LPARAM second) {
+    if (mouse(message, second) || key(message, first, second)) return 0;
+    DrawnWindow* const window = live();
+    switch (message) {
+        case WM_PAINT:
+            paint();
+            return 0;
+        case kTakePlace:
+            if (window != nullptr) window->settlePlace();
+            return 0;
+        case WM_ERASEBKGND:
+            return 1;
+        case WM_GETOBJECT:
+            if (static_cast<LONG>(second) != OBJID_CLIENT || window == nullptr) break;
+            return LresultFromObject(IID_IAccessible, first, accessible_);
+        case WM_MOVE:
+            if (window != nullptr) window->moved();
+            return 0;
+        case WM_SIZE:
+            if (window != nullptr) sizeTold(first);
+            return 0;
+        case WM_ACTIVATE:
+            if (LOWORD(first) != WA_INACTIVE && window != nullptr) window->activated();
+            break;  // the system gives the focus
+        case WM_SETFOCUS:
+        case WM_KILLFOCUS:
+            keyboardCame(message == WM_SETFOCUS);
+            return 0;
+        case WM_CANCELMODE:
+            if (window != nullptr) window->loseMouse();
+            break;
+        case WM_CAPTURECHANGED:
+            if (reinterpret_cast<HWND>(second) != handle() && window != nullptr && window->holdsMouse()) {
+                window->loseMouse();
+            }
+            return 0;
+        case WM_ENABLE:
+            if (first == 0 && window != nullptr) window->loseMouse();
+            return 0;
+        case WM_DROPFILES: {
+            POINT at{};
+            DragQueryPoint(reinterpret_cast<HDROP>(first), &at);
+            const DropData data = filesOf(reinterpret_cast<HGLOBAL>(first));
+            DragFinish(reinterpret_cast<HDROP>(first));
+            dropped(data, at);
+            return 0;
+        }
+        case WM_NOTIFY:
+            tip_.notify(second, [this] { return tipUnderPointer(); });
+            return 0;
+        default:
+            break;
+    }
+    return SystemWindow::message(message, first, second);
+}
+
+std::unique_ptr<DrawnWindow> makeDrawnWindow(Form& form, DesktopContext& context) {
+    if (form.style() == FormStyle::Media) {
+        auto surface = std::make_unique<MediaCanvas>(context);
+        MediaCanvas& media = *surface;
+        return std::make_unique<MediaWindow>(form, context.loop, context, std::move(surface), media);
+    }
+    return std::make_unique<PaintedWindow>(form, context.loop, context, std::make_unique<CanvasWindow>(context));
 }
 
 }  // namespace corvane

@@ -56,7 +56,7 @@ LRESULT CALLBACK FullScreenWindow::procedure(HWND handle, UINT message, WPARAM f
 
 LRESULT FullScreenWindow::message(UINT message, WPARAM first, LPARAM second) {
     if (message == WM_MOUSEMOVE) pointerMoved();
-    if (owner_.mouse(message, first, second) || owner_.key(message, first, second)) return 0;
+    if (owner_.mouse(message, second) || owner_.key(message, first, second)) return 0;
     switch (message) {
         case WM_TIMER:
             hidden_ = true;
@@ -67,7 +67,7 @@ LRESULT FullScreenWindow::message(UINT message, WPARAM first, LPARAM second) {
             SetCursor(hidden_ ? nullptr : LoadCursorW(nullptr, IDC_ARROW));
             return TRUE;
         case WM_KILLFOCUS:
-            owner_.focusCame(false);
+            owner_.keyboardCame(false);
             return 0;
         case WM_ACTIVATE:
             activated(LOWORD(first) != WA_INACTIVE, reinterpret_cast<HWND>(second));

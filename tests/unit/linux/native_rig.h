@@ -57,7 +57,7 @@ protected:
         settle();
         return *player.forms.find<CustomControls>();
     }
-    QWidget& windowOf(const Form& form) { return *windows.windowOf(form)->widget(); }
+    QWidget& windowOf(const Form& form) { return *windows.widgetOf(form); }
     /// The widget of a control.
     template <class W>
     W& widget(const Control& control) {

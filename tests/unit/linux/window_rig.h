@@ -41,7 +41,7 @@ protected:
     void settle() {
         waitUntil([this] { return loop.idle(); });
     }
-    QWidget& widget() { return *windows.windowOf(form)->widget(); }
+    QWidget& widget() { return *windows.widgetOf(form); }
     QImage shown() { return widget().grab().toImage(); }
 
     void mouse(QEvent::Type type, QPoint at, Qt::MouseButton button, Qt::KeyboardModifiers modifiers = {}) {

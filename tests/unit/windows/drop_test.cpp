@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "windows/text.h"
-#include "windows/windowing/painted_window.h"
+#include "windows/windowing/canvas_window.h"
 // After windows.h:
 #include <shlobj.h>
 
@@ -114,11 +114,11 @@ struct DropForm : ::testing::Test {
         button.SetSize(40 * kTwipsPerPixel, 20 * kTwipsPerPixel);
         button.OLEDragDrop.tie([this](const DropData& data) { taken("button", data); });
         form.OLEDragDrop.tie([this](const DropData& data) { taken("form", data); });
-        window.bind();
+        window->bind();
         form.Show();
         loop.runUntil([] { return false; }, 50);
     }
-    ~DropForm() override { window.unbind(); }
+    ~DropForm() override { window->unbind(); }
     void taken(const std::string& where, const DropData& data) {
         std::string text = where + (data.hasFiles ? " files" : " other");
         for (const std::string& each : data.files) text += " " + each;
@@ -126,10 +126,10 @@ struct DropForm : ::testing::Test {
     }
     /// The effect that the drag shows over the window, then what the drop did.
     DWORD drag(Dragged& object, POINT at, DWORD allowed = DROPEFFECT_COPY | DROPEFFECT_MOVE) {
-        ClientToScreen(window.handle(), &at);
+        ClientToScreen(canvas.handle(), &at);
         DWORD over = allowed;
         DWORD dropped = allowed;
-        IDropTarget* const target = window.dropTarget();
+        IDropTarget* const target = canvas.dropTarget();
         if (target == nullptr) return 0xFFFFFFFFU;
         target->DragEnter(&object, 0, {at.x, at.y}, &over);
         target->Drop(&object, 0, {at.x, at.y}, &dropped);
@@ -145,7 +145,8 @@ struct DropForm : ::testing::Test {
     Form form{"frmTried", FormStyle::Painted};
     CommandButton button{&form, "cmdTried"};
     Texts seen;
-    PaintedWindow window{form, context};
+    std::unique_ptr<DrawnWindow> window = makeDrawnWindow(form, context);
+    CanvasWindow& canvas = static_cast<CanvasWindow&>(window->surface());
 };
 
 /// WIN-46: Files are taken where they are dropped, a text as a drop without files, nothing else
@@ -184,7 +185,7 @@ TEST_F(DropForm, WhatIsNeitherIsRefused) {
 /// WIN-46
 TEST_F(DropForm, AWindowThatWentTakesNothing) {
     Dragged text(CF_UNICODETEXT, Bytes(8));
-    window.unbind();
+    window->unbind();
     EXPECT_EQ(drag(text, {20, 20}), static_cast<DWORD>(DROPEFFECT_NONE));
     EXPECT_EQ(seen, Texts{});
 }
@@ -194,7 +195,7 @@ TEST_F(DropForm, TheOldMessageBringsFilesToo) {
     using namespace std::string_literals;
     Bytes bytes = dropOf(L"C:\\a.wav\0\0"s);
     reinterpret_cast<DROPFILES*>(bytes.data())->pt = {20, 20};
-    PostMessageW(window.handle(), WM_DROPFILES, reinterpret_cast<WPARAM>(memoryOf(bytes)), 0);
+    PostMessageW(canvas.handle(), WM_DROPFILES, reinterpret_cast<WPARAM>(memoryOf(bytes)), 0);
     EXPECT_TRUE(loop.runUntil([this] { return !seen.empty(); }, 2000));
     EXPECT_EQ(seen, Texts{"button files C:\\a.wav"});
 }

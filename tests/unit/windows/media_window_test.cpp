@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "windows/windowing/media_window.h"
+#include "windows/windowing/canvas_window.h"
 
 #include <gtest/gtest.h>
 
@@ -40,11 +40,11 @@ struct PictureForm : ::testing::Test {
         box.Scale = ScaleMode::InPixels;
         form.LostFocus.tie([this] { seen.push_back("lost"); });
         form.KeyDown.tie([this](const KeyArgs& key) { seen.push_back("key " + std::to_string(key.keyCode)); });
-        window.bind();
+        window->bind();
         box.Picture = fields();
         placeBox(60, 20, 80, 60);
     }
-    ~PictureForm() override { window.unbind(); }
+    ~PictureForm() override { window->unbind(); }
     void placeBox(int left, int top, int width, int height) {
         box.Move(static_cast<Twips>(left), static_cast<Twips>(top));
         box.SetSize(static_cast<Twips>(width), static_cast<Twips>(height));
@@ -53,10 +53,10 @@ struct PictureForm : ::testing::Test {
     /// What the window paints at a place of itself.
     std::uint32_t at(int x, int y) {
         loop.runUntil([] { return false; }, 30);
-        window.refresh();
-        const HDC own = GetDC(window.handle());
+        window->refresh();
+        const HDC own = GetDC(canvas.handle());
         const COLORREF colour = GetPixel(own, x, y);
-        ReleaseDC(window.handle(), own);
+        ReleaseDC(canvas.handle(), own);
         return 0xFF000000U | static_cast<std::uint32_t>(GetRValue(colour)) << 16U |
                static_cast<std::uint32_t>(GetGValue(colour)) << 8U | GetBValue(colour);
     }
@@ -66,7 +66,8 @@ struct PictureForm : ::testing::Test {
     Form form{"frmTried", FormStyle::Media};
     PictureBox box{&form, "pctTried"};
     Texts seen;
-    MediaWindow window{form, context};
+    std::unique_ptr<DrawnWindow> window = makeDrawnWindow(form, context);
+    CanvasWindow& canvas = static_cast<CanvasWindow&>(window->surface());
 };
 
 /// WIN-43: A picture is shown zoomed and panned
@@ -95,18 +96,18 @@ TEST_F(PictureForm, ItTakesTheFocusOnlyFromItsOwnProgram) {
     const test::OtherProgram other;
     ASSERT_TRUE(other.bringToFront(loop));
     form.Show();
-    EXPECT_NE(IsWindowVisible(window.handle()), 0);
+    EXPECT_NE(IsWindowVisible(canvas.handle()), 0);
     EXPECT_EQ(GetForegroundWindow(), other.window());
     form.WindowState = WindowState::Minimized;
-    ASSERT_TRUE(loop.runUntil([this] { return IsIconic(window.handle()) != 0; }, 2000));
+    ASSERT_TRUE(loop.runUntil([this] { return IsIconic(canvas.handle()) != 0; }, 2000));
     ASSERT_TRUE(other.bringToFront(loop));
     form.WindowState = WindowState::Normal;
-    EXPECT_EQ(IsIconic(window.handle()), 0);
+    EXPECT_EQ(IsIconic(canvas.handle()), 0);
     EXPECT_EQ(GetForegroundWindow(), other.window());
     form.Hide();
-    window.activate();
+    canvas.activate();
     form.Show();
-    EXPECT_TRUE(loop.runUntil([this] { return GetForegroundWindow() == window.handle(); }, 3000));
+    EXPECT_TRUE(loop.runUntil([this] { return GetForegroundWindow() == canvas.handle(); }, 3000));
 }
 
 /// The surface that a movie fills the screen with.
@@ -129,7 +130,7 @@ struct WholeScreen : PictureForm {
         return false;
     }
 
-    FullScreenWindow surface{window};
+    FullScreenWindow surface{canvas};
     HWND other = nullptr;
 };
 

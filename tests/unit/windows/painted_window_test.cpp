@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "windows/windowing/painted_window.h"
+#include "windows/windowing/canvas_window.h"
 
 #include <gtest/gtest.h>
 #include <oleacc.h>
@@ -35,14 +35,14 @@ struct PaintedForm : ::testing::Test {
         button.MouseUp.tie([this](const MouseArgs&) { seen.push_back("up"); });
         form.KeyDown.tie([this](const KeyArgs& key) { seen.push_back("key " + std::to_string(key.keyCode)); });
         form.KeyPress.tie([this](int character) { seen.push_back("press " + std::to_string(character)); });
-        window.bind();
+        window->bind();
         form.Show();
         loop.runUntil([] { return false; }, 50);
         seen.clear();
     }
-    ~PaintedForm() override { window.unbind(); }
+    ~PaintedForm() override { window->unbind(); }
     LRESULT send(UINT message, WPARAM first, LPARAM second) {
-        return SendMessageW(window.handle(), message, first, second);
+        return SendMessageW(canvas.handle(), message, first, second);
     }
 
     WindowsLoop loop;
@@ -52,7 +52,8 @@ struct PaintedForm : ::testing::Test {
     PictureBox slide{&form, "pctTried"};
     double at = 40;
     Texts seen;
-    PaintedWindow window{form, context};
+    std::unique_ptr<DrawnWindow> window = makeDrawnWindow(form, context);
+    CanvasWindow& canvas = static_cast<CanvasWindow&>(window->surface());
 };
 
 /// WIN-02: A button is pressed by the mouse's release on it
@@ -77,20 +78,20 @@ TEST_F(PaintedForm, TabReachesTheButtonAndSpacePressesIt) {
     send(WM_KEYDOWN, VK_SPACE, 1);
     EXPECT_EQ(seen, Texts{"key 32"}) << "without a ring the key is the form's";
     send(WM_KEYDOWN, VK_TAB, 1);
-    EXPECT_EQ(window.focused(), &button);
+    EXPECT_EQ(canvas.focused(), &button);
     seen.clear();
     send(WM_KEYDOWN, VK_SPACE, 1);
     EXPECT_EQ(seen, (Texts{"click", "up"}));
     send(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(150, 20));
     send(WM_LBUTTONUP, 0, MAKELPARAM(150, 20));
-    EXPECT_EQ(window.focused(), nullptr) << "the mouse takes the ring away";
+    EXPECT_EQ(canvas.focused(), nullptr) << "the mouse takes the ring away";
 }
 
 /// WIN-05: Screen readers are told names, roles and values of the painted controls and may press and set them, as
 ///     events of their own
 TEST_F(PaintedForm, AssistiveProgramsAreToldNamesAndMayPress) {
     IAccessible* told = nullptr;
-    ASSERT_EQ(AccessibleObjectFromWindow(window.handle(), static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
+    ASSERT_EQ(AccessibleObjectFromWindow(canvas.handle(), static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
                                          reinterpret_cast<void**>(&told)),
               S_OK);
     long count = 0;
@@ -113,7 +114,7 @@ TEST_F(PaintedForm, AssistiveProgramsAreToldNamesAndMayPress) {
     SysFreeString(wanted);
     EXPECT_TRUE(loop.runUntil([this] { return at == 75; }, 2000));
     EXPECT_NE(told->get_accName(child(3), &name), S_OK);
-    window.unbind();
+    window->unbind();
     told->get_accChildCount(&count);
     EXPECT_EQ(count, 0);
     told->Release();
@@ -162,11 +163,11 @@ TEST_F(PaintedForm, AHiddenControlStaysToldOfAndIsNotMet) {
 /// Where the window is, while the button is held at a place of it and the pointer goes by so many pixels a step.
 /// WIN-41: What was grabbed stays under the pointer; a hand that shakes in a click still clicks
 TEST_F(PaintedForm, WhatWasGrabbedStaysUnderThePointer) {
-    form.MouseDown.tie([this](const MouseArgs&) { window.beginDrag(); });
+    form.MouseDown.tie([this](const MouseArgs&) { window->beginDrag(); });
     form.MouseUp.tie([this](const MouseArgs&) { seen.push_back("form up"); });
     const auto placeNow = [this] {
         RECT place{};
-        GetWindowRect(window.handle(), &place);
+        GetWindowRect(canvas.handle(), &place);
         return POINT{place.left, place.top};
     };
     const POINT before = placeNow();
@@ -185,7 +186,7 @@ TEST_F(PaintedForm, WhatWasGrabbedStaysUnderThePointer) {
 
 /// WIN-41
 TEST_F(PaintedForm, AHandThatShakesInAClickStillClicks) {
-    form.MouseDown.tie([this](const MouseArgs&) { window.beginDrag(); });
+    form.MouseDown.tie([this](const MouseArgs&) { window->beginDrag(); });
     form.Click.tie([this] { seen.push_back("form click"); });
     send(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(150, 20));
     send(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(151, 20));
@@ -197,7 +198,7 @@ TEST_F(PaintedForm, AHandThatShakesInAClickStillClicks) {
 TEST_F(PaintedForm, AMoveAndASizeAreOneStep) {
     std::vector<RECT> places;  // the first one is ours: what a window manager makes of it comes later
     SetWindowSubclass(
-        window.handle(),
+        canvas.handle(),
         [](HWND handle, UINT message, WPARAM first, LPARAM second, UINT_PTR, DWORD_PTR to) {
             if (message == WM_WINDOWPOSCHANGED) {
                 RECT place{};
@@ -216,7 +217,7 @@ TEST_F(PaintedForm, AMoveAndASizeAreOneStep) {
     EXPECT_EQ(places.front().right, 360);
     EXPECT_EQ(places.front().bottom, 190);
     form.Move(70 * kTwipsPerPixel, 50 * kTwipsPerPixel);
-    window.refresh();
+    window->refresh();
     EXPECT_EQ(places.back().left, 70) << "what is painted now is in its place";
 }
 
@@ -224,12 +225,12 @@ TEST_F(PaintedForm, AMoveAndASizeAreOneStep) {
 TEST_F(PaintedForm, AFormThatGoesInItsOwnEventIsLeftAlone) {
     button.Click.tie([this] {
         seen.push_back("click");
-        window.unbind();
+        window->unbind();
     });
     send(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(20, 20));
     send(WM_LBUTTONUP, 0, MAKELPARAM(20, 20));
     EXPECT_EQ(seen, Texts{"click"});
-    EXPECT_EQ(IsWindowVisible(window.handle()), FALSE);
+    EXPECT_EQ(IsWindowVisible(canvas.handle()), FALSE);
 }
 
 }  // namespace

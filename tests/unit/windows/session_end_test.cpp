@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
-#include "windows/windowing/painted_window.h"
+#include "windows/windowing/canvas_window.h"
 
 namespace corvane {
 namespace {
@@ -15,14 +15,15 @@ struct SessionEnd : ::testing::Test {
             inTime = loop.pumpInside([this] { return put; }, 2000);
             early = afterwards;
         };
-        window.bind();
+        window->bind();
     }
-    ~SessionEnd() override { window.unbind(); }
+    ~SessionEnd() override { window->unbind(); }
 
     WindowsLoop loop;
     DesktopContext context{loop, 1.0, nullptr};
     Form form{"frmTried", FormStyle::Painted};
-    PaintedWindow window{form, context};
+    std::unique_ptr<DrawnWindow> window = makeDrawnWindow(form, context);
+    CanvasWindow& canvas = static_cast<CanvasWindow&>(window->surface());
     int asked = 0;
     bool put = false;
     bool inTime = false;
@@ -32,10 +33,10 @@ struct SessionEnd : ::testing::Test {
 
 /// WIN-37: The end of the system's session closes the player as its power button does, before the system is answered
 TEST_F(SessionEnd, WhatIsToBePutBackIsBeforeTheAnswer) {
-    EXPECT_EQ(SendMessageW(window.handle(), WM_QUERYENDSESSION, 0, 0), TRUE);
+    EXPECT_EQ(SendMessageW(canvas.handle(), WM_QUERYENDSESSION, 0, 0), TRUE);
     EXPECT_EQ(asked, 1);
     EXPECT_FALSE(put);
-    SendMessageW(window.handle(), WM_ENDSESSION, TRUE, 0);
+    SendMessageW(canvas.handle(), WM_ENDSESSION, TRUE, 0);
     EXPECT_TRUE(put) << "an event that was posted has run";
     EXPECT_TRUE(inTime);
     EXPECT_FALSE(early) << "a window whose message is being handled is not taken away";
@@ -45,7 +46,7 @@ TEST_F(SessionEnd, WhatIsToBePutBackIsBeforeTheAnswer) {
 
 /// WIN-37
 TEST_F(SessionEnd, ASessionThatGoesOnEndsNothing) {
-    SendMessageW(window.handle(), WM_ENDSESSION, FALSE, 0);
+    SendMessageW(canvas.handle(), WM_ENDSESSION, FALSE, 0);
     EXPECT_FALSE(put);
 }
 
