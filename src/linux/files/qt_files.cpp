@@ -14,6 +14,7 @@
 #include <memory>
 
 #include "drives/drive_file.h"
+#include "linux/files/own_name.h"
 #include "media/discs/cd_folder.h"
 #include "shell/file_patterns.h"
 
@@ -144,11 +145,12 @@ DriveCalls::Patience patienceWith(const std::string& path) {
 QtFiles::QtFiles() : QtFiles(isFile) {}
 
 std::optional<std::string> QtFiles::lookUp(const std::string& path) {
-    if (!DriveCalls::all()
-             .ask<bool>(path, {patienceWith(path), &DriveCalls::hurried}, [path, look = isFile_] { return look(path); })
-             .value_or(false))
-        return {};
-    return path.substr(path.rfind('/') + 1);
+    using Name = std::optional<std::string>;
+    const auto look = [path, isFile = isFile_]() -> Name {
+        if (!isFile(path)) return std::nullopt;
+        return isDiscPath(path) ? path.substr(path.rfind('/') + 1) : ownName(path);
+    };
+    return DriveCalls::all().ask<Name>(path, {patienceWith(path), &DriveCalls::hurried}, look).value_or(Name());
 }
 
 std::vector<std::string> QtFiles::list(const std::string& folder, const std::string& patterns) {
