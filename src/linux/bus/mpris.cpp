@@ -10,12 +10,10 @@
 #include <QDBusVariant>
 #include <QPointer>
 #include <QTimer>
-
 #include <utility>
 
 #include "linux/bus/mpris_description.h"
 #include "linux/windowing/form_window.h"
-#include "linux/windowing/input_map.h"
 #include "types/media_types.h"
 
 namespace corvane {
@@ -23,11 +21,8 @@ namespace corvane {
 namespace {
 
 const QString kPath = QStringLiteral("/org/mpris/MediaPlayer2");
-const QString kRoot = QStringLiteral("org.mpris.MediaPlayer2");
-const QString kPlayer = QStringLiteral("org.mpris.MediaPlayer2.Player");
 const QString kProperties = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString kName = QStringLiteral("org.mpris.MediaPlayer2.corvane");
-const QString kTrackPath = QStringLiteral("/corvane/track/");
 
 constexpr int kSettleMs = 150;  ///< the first picture and the first sound come before the bus
 constexpr uint kDoNotQueue = 4;
@@ -47,45 +42,6 @@ QString statusText(MediaState::Status status) {
 /// The file's address, byte for byte.
 QString addressOf(const std::string& path) {
     return QString::fromLatin1("file://" + QByteArray::fromStdString(path).toPercentEncoding("/"));
-}
-
-std::uint32_t trackOf(const QString& path) {
-    return path.startsWith(kTrackPath) ? path.mid(kTrackPath.size()).toUInt() : 0;
-}
-
-MediaSession::Answer openAddress(MediaSession& session, const QString& address) {
-    const auto paths = pathsOfUriList(address.toUtf8());
-    return paths.empty() ? MediaSession::Answer::NotSupported : session.open(paths.front());
-}
-
-/// One call that the interfaces have.
-struct Method {
-    QString interface;
-    QString name;
-    QString signature;
-    std::function<MediaSession::Answer(MediaSession&, const QVariantList&)> run;
-};
-
-const std::vector<Method>& methods() {
-    using Session = MediaSession;
-    using List = QVariantList;
-    static const std::vector<Method> all = {
-        {kRoot, "Raise", "", [](Session& s, const List&) { return s.raise(); }},
-        {kRoot, "Quit", "", [](Session& s, const List&) { return s.quit(); }},
-        {kPlayer, "Next", "", [](Session& s, const List&) { return s.next(); }},
-        {kPlayer, "Previous", "", [](Session& s, const List&) { return s.previous(); }},
-        {kPlayer, "Pause", "", [](Session& s, const List&) { return s.pause(); }},
-        {kPlayer, "PlayPause", "", [](Session& s, const List&) { return s.playPause(); }},
-        {kPlayer, "Stop", "", [](Session& s, const List&) { return s.stop(); }},
-        {kPlayer, "Play", "", [](Session& s, const List&) { return s.play(); }},
-        {kPlayer, "Seek", "x", [](Session& s, const List& given) { return s.seekBy(given[0].toLongLong()); }},
-        {kPlayer, "SetPosition", "ox",
-         [](Session& s, const List& given) {
-             return s.seekTo(trackOf(given[0].value<QDBusObjectPath>().path()), given[1].toLongLong());
-         }},
-        {kPlayer, "OpenUri", "s", [](Session& s, const List& given) { return openAddress(s, given[0].toString()); }},
-    };
-    return all;
 }
 
 QDBusMessage replyTo(const QDBusMessage& message, MediaSession::Answer answer) {
@@ -181,20 +137,22 @@ bool Mpris::handleMessage(const QDBusMessage& message, const QDBusConnection& /*
         callProperties(message);
         return true;
     }
-    for (const Method& method : methods()) {
-        const bool isMeant = message.interface().isEmpty() || message.interface() == method.interface;
-        if (!isMeant || message.member() != method.name) continue;
-        if (message.signature() == method.signature) {
-            run(message, [&method, given = message.arguments()](MediaSession& s) { return method.run(s, given); });
-        } else {
-            bus_->send(message.createErrorReply(QDBusError::InvalidArgs,
-                                                QStringLiteral("%1 takes \"%2\"").arg(method.name, method.signature)));
-        }
+    const auto command = commandOfCall(message.interface(), message.member(), message.signature(), message.arguments());
+    if (command) {
+        runOrRefuse(message, *command);
         return true;
     }
-    if (message.interface() != kPlayer && message.interface() != kRoot) return false;  // the library answers
+    if (message.interface() != kMprisPlayer && message.interface() != kMprisRoot) return false;  // the library answers
     bus_->send(message.createErrorReply(QDBusError::UnknownMethod, QStringLiteral("No such call")));
     return true;
+}
+
+void Mpris::runOrRefuse(const QDBusMessage& message, const MprisCommand& command) {
+    if (command.run) {
+        run(message, command.run);
+    } else {
+        bus_->send(message.createErrorReply(QDBusError::InvalidArgs, command.refusal));
+    }
 }
 
 void Mpris::run(const QDBusMessage& message, Command command) {
@@ -222,12 +180,12 @@ void Mpris::callProperties(const QDBusMessage& message) {
         bus_->send(message.createErrorReply(QDBusError::UnknownMethod, QStringLiteral("No such call")));
         return;
     }
-    if (interface != kRoot && interface != kPlayer) {
+    if (interface != kMprisRoot && interface != kMprisPlayer) {
         bus_->send(message.createErrorReply(QDBusError::UnknownInterface, QStringLiteral("No such interface")));
         return;
     }
-    QVariantMap all = interface == kRoot ? rootProperties() : playerProperties();
-    if (interface == kPlayer) all[QStringLiteral("Position")] = qlonglong{session_.positionUs()};
+    QVariantMap all = interface == kMprisRoot ? rootProperties() : playerProperties();
+    if (interface == kMprisPlayer) all[QStringLiteral("Position")] = qlonglong{session_.positionUs()};
     if (isGetAll) {
         bus_->send(message.createReply(QVariant(all)));
         return;
@@ -238,36 +196,25 @@ void Mpris::callProperties(const QDBusMessage& message) {
     } else if (isGet) {
         bus_->send(message.createReply(QVariant::fromValue(QDBusVariant(all[property]))));
     } else {
-        set(message, interface == kPlayer ? property : QString(), given.value(2).value<QDBusVariant>().variant());
+        set(message, interface == kMprisPlayer ? property : QString(), given.value(2).value<QDBusVariant>().variant());
     }
 }
 
 void Mpris::set(const QDBusMessage& message, const QString& property, const QVariant& value) {
-    const bool isNumber = value.typeId() == QMetaType::Double;
-    const bool isText = value.typeId() == QMetaType::QString;
-    const bool isFlag = value.typeId() == QMetaType::Bool;
-    if (property == "Volume" && isNumber) {
-        run(message, [level = value.toDouble()](MediaSession& s) { return s.setVolume(level); });
-    } else if (property == "Rate" && isNumber) {
-        run(message, [rate = value.toDouble()](MediaSession& s) { return s.setRate(rate); });
-    } else if (property == "Shuffle" && isFlag) {
-        run(message, [this, on = value.toBool()](MediaSession& s) {
-            const Answer answer = s.setShuffle(on);
-            // Who switched it on and shows it so hears that it is off again.
-            if (on && answer == Answer::Done && bus_) tellProperties({{QStringLiteral("Shuffle"), false}});
-            return answer;
-        });
-    } else if (property == "LoopStatus" && isText) {
-        run(message, [loop = value.toString()](MediaSession& s) {
-            if (loop == "None") return s.setLoop(MediaSession::Loop::None);
-            if (loop == "Playlist") return s.setLoop(MediaSession::Loop::Playlist);
-            return loop == "Track" ? s.setLoop(MediaSession::Loop::Track) : Answer::Invalid;
-        });
-    } else if (property == "Volume" || property == "Rate" || property == "Shuffle" || property == "LoopStatus") {
-        bus_->send(message.createErrorReply(QDBusError::InvalidArgs, QStringLiteral("A value of another type")));
-    } else {
+    auto command = commandOfProperty(property, value);
+    if (!command) {
         bus_->send(message.createErrorReply(QDBusError::PropertyReadOnly, QStringLiteral("It can only be read")));
+        return;
     }
+    if (property == "Shuffle" && command->run && value.toBool()) {
+        // Who switched it on and shows it so hears that it is off again.
+        command->run = [this, shuffle = std::move(command->run)](MediaSession& session) {
+            const Answer answer = shuffle(session);
+            if (answer == Answer::Done && bus_) tellProperties({{QStringLiteral("Shuffle"), false}});
+            return answer;
+        };
+    }
+    runOrRefuse(message, *command);
 }
 
 QVariantMap Mpris::rootProperties() const {
@@ -304,7 +251,7 @@ QVariantMap Mpris::metadata() const {
     const MediaState& state = session_.state();
     QVariantMap data;
     if (state.track == 0) return data;
-    const QDBusObjectPath track(kTrackPath + QString::number(state.track));
+    const QDBusObjectPath track(kMprisTrackPath + QString::number(state.track));
     data[QStringLiteral("mpris:trackid")] = QVariant::fromValue(track);
     if (state.lengthUs > 0) data[QStringLiteral("mpris:length")] = qlonglong{state.lengthUs};
     data[QStringLiteral("xesam:title")] = toQString(state.title);
@@ -325,12 +272,12 @@ void Mpris::tellChanges() {
 
 void Mpris::tellProperties(const QVariantMap& changed) {
     QDBusMessage signal = QDBusMessage::createSignal(kPath, kProperties, QStringLiteral("PropertiesChanged"));
-    bus_->send(signal << kPlayer << changed << QStringList());
+    bus_->send(signal << kMprisPlayer << changed << QStringList());
 }
 
 void Mpris::tellSeeked(std::int64_t positionUs) {
     if (!bus_) return;
-    QDBusMessage signal = QDBusMessage::createSignal(kPath, kPlayer, QStringLiteral("Seeked"));
+    QDBusMessage signal = QDBusMessage::createSignal(kPath, kMprisPlayer, QStringLiteral("Seeked"));
     bus_->send(signal << qlonglong{positionUs});
 }
 

@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "engine/media_session.h"
+#include "linux/bus/mpris_call.h"
 #include "platform/event_loop.h"
 
 namespace corvane {
@@ -41,6 +42,7 @@ private:
     void withdraw();
     void takeName(const QString& name, const QString& otherwise);
     void run(const QDBusMessage& message, Command command);
+    void runOrRefuse(const QDBusMessage& message, const MprisCommand& command);
     void reply(Answer answer);
     void callProperties(const QDBusMessage& message);
     void set(const QDBusMessage& message, const QString& property, const QVariant& value);
