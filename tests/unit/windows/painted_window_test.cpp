@@ -123,7 +123,7 @@ TEST_F(PaintedForm, AssistiveProgramsAreToldNamesAndMayPress) {
 /// WIN-05
 TEST_F(PaintedForm, AHiddenControlStaysToldOfAndIsNotMet) {
     IAccessible* told = nullptr;
-    ASSERT_EQ(AccessibleObjectFromWindow(window.handle(), static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
+    ASSERT_EQ(AccessibleObjectFromWindow(canvas.handle(), static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
                                          reinterpret_cast<void**>(&told)),
               S_OK);
     const auto state = [&](long number) {
@@ -132,7 +132,7 @@ TEST_F(PaintedForm, AHiddenControlStaysToldOfAndIsNotMet) {
         return bits.lVal;
     };
     POINT place{20, 20};
-    ClientToScreen(window.handle(), &place);
+    ClientToScreen(canvas.handle(), &place);
     const auto met = [&] {
         VARIANT found{};
         EXPECT_EQ(told->accHitTest(place.x, place.y, &found), S_OK);
