@@ -6,7 +6,9 @@
 namespace corvane {
 
 FormHost::FormHost(Ports& ports) : ports_(ports), timers_(ports.timers, ports.loop) {
-    ports_.loop.onQuiet([this] { bury(); });
+    ports_.loop.onQuiet([this] {
+        if (loading_ == 0) bury();  // a handler that ends while a form loads may have unloaded that form
+    });
 }
 
 FormHost::~FormHost() {

@@ -150,6 +150,24 @@ TEST_F(Host, AFormMayUnloadItselfWhileItLoadsOutsideAnyHandler) {
     EXPECT_EQ(alive, 0);
 }
 
+/// COM-18
+TEST_F(Host, AFormThatUnloadedItselfWhileItLoadsOutlivesTheHandlersThatEndMeanwhile) {
+    bool livedOn = false;
+    dress = [&](SampleForm& form) {
+        form.Load.tie([&] {
+            forms.unload(FormId::Custom);
+            machine.loop.enter([] {});
+            livedOn = alive == 1;
+        });
+    };
+    Form& form = forms.load(FormId::Custom);
+    EXPECT_TRUE(livedOn);
+    ASSERT_EQ(alive, 1) << "what load() gave is still there";
+    form.Caption = "valid until the next handler ends";
+    machine.loop.enter([] {});
+    EXPECT_EQ(alive, 0);
+}
+
 TEST_F(Host, UnloadingInsideUnloadDoesNotRepeatIt) {
     int unloads = 0;
     dress = [&](SampleForm& form) {
