@@ -28,7 +28,7 @@ public:
 
     EventLoop& loop() override { return loop_; }
     bool waitFor(const std::function<bool()>& condition, int atMostMs) override {
-        return test::soundWaits(condition, atMostMs);
+        return test::waitUntil(condition, atMostMs);
     }
     Media& media() override { return media_; }
     std::string sound() override { return sound_; }
@@ -44,8 +44,8 @@ public:
     int toleranceMs() override { return 50; }
 
 private:
-    QCoreApplication& application_ = test::soundApplication();
-    test::SoundLoop loop_;
+    QCoreApplication& application_ = test::offscreenApplication();
+    test::RigLoop loop_;
     SoundsOnly media_{loop_};
     test::ScratchFolder folder_;
     std::string disc_;

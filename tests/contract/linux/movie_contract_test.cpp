@@ -34,7 +34,7 @@ public:
     double toleranceSeconds() override { return 0.1; }
 
 private:
-    QApplication& application_ = test::application();
+    QApplication& application_ = test::offscreenApplication();
     test::RigLoop loop_;
     test::RigWindows windows_;
     MoviesOnly media_{loop_, windows_};

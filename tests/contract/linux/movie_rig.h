@@ -3,10 +3,8 @@
 
 #include <QApplication>
 #include <QColor>
-#include <QElapsedTimer>
 #include <QImage>
 #include <QPainter>
-#include <QTimer>
 #include <functional>
 #include <memory>
 #include <string>
@@ -16,33 +14,9 @@
 #include "contract/rig_windows.h"
 #include "linux/media/movies/movie_players.h"
 #include "linux/windowing/movie_surface.h"
+#include "unit/linux/offscreen.h"
 
 namespace corvane::test {
-
-/// The application that the library's threads marshal to; made once, without a display.
-inline QApplication& application() {
-    static int count = 1;
-    static char name[] = "test";
-    static char* names[] = {name, nullptr};
-    if (qApp == nullptr) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        // Never destroyed: at exit the input devices that it owns would outlive their list.
-        static auto* const made = new QApplication(count, names);
-        (void)made;
-    }
-    return *qApp;
-}
-
-class RigLoop : public EventLoop {
-protected:
-    void wake() override {
-        QMetaObject::invokeMethod(
-            &receiver_, [this] { runPending(); }, Qt::QueuedConnection);
-    }
-
-private:
-    QObject receiver_;
-};
 
 /// A movie control on a form, with what it told.
 class MovieRig {
@@ -62,17 +36,8 @@ public:
         control->StateChange.tie([this](int before, int now) { changes.emplace_back(before, now); });
     }
 
-    /// Runs the events until the condition holds; false: it did not within the time.
     static bool until(const std::function<bool()>& holds, int milliseconds = 5000) {
-        QElapsedTimer clock;
-        clock.start();
-        QTimer poll;  // the condition is looked at between events, at least so often
-        poll.start(5);
-        while (!holds()) {
-            if (clock.elapsed() > milliseconds) return false;
-            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-        }
-        return true;
+        return waitUntil(holds, milliseconds);
     }
 
     bool open(const std::string& path) {
@@ -100,7 +65,7 @@ public:
         return near(seen.red(), wanted.red()) && near(seen.green(), wanted.green()) && near(seen.blue(), wanted.blue());
     }
 
-    QApplication& qt = application();
+    QApplication& qt = offscreenApplication();
     RigLoop loop;
     RigWindows windows;
     MoviePlayers players{loop, windows};

@@ -33,7 +33,7 @@ public:
     }
 
     HeardServer() {
-        application();
+        offscreenApplication();
         qputenv("PULSE_SERVER", ("unix:" + socket()).toUtf8());
         QObject::connect(&recorder_, &QProcess::readyReadStandardOutput, [this] { take(); });
     }

@@ -37,7 +37,7 @@ std::ostream& operator<<(std::ostream& out, const Lure& lure) { return out << lu
 /// What is of no kind that leads anywhere plays as what it is, or fails; either way nobody is called.
 class NetworkLures : public testing::TestWithParam<Lure> {
 protected:
-    NetworkLures() { test::soundApplication(); }
+    NetworkLures() { test::offscreenApplication(); }
     std::string lure() const {
         const std::string path = folder.path() / GetParam().name;
         std::ofstream(path, std::ios::binary) << GetParam().bytes("127.0.0.1:" + listener.port());
@@ -50,8 +50,8 @@ protected:
             opened = opened || test::internetSockets() != before;
             return over();
         };
-        EXPECT_TRUE(test::soundWaits(looks, 8000)) << "neither opened nor failed";
-        test::soundWaits([&] { return looks(), false; }, 150);
+        EXPECT_TRUE(test::waitUntil(looks, 8000)) << "neither opened nor failed";
+        test::waitUntil([&] { return looks(), false; }, 150);
         EXPECT_FALSE(opened) << "a socket of the internet";
         EXPECT_FALSE(listener.wasReached(100));
     }
@@ -63,7 +63,7 @@ protected:
 
 /// MEDIA-13
 TEST_P(NetworkLures, CallNobodyAsSounds) {
-    test::SoundLoop loop;
+    test::RigLoop loop;
     SoundStation station(loop, true);
     {
         DesktopMciControl control(station);
@@ -82,7 +82,7 @@ TEST_P(NetworkLures, CallNobodyAsSounds) {
 
 /// MEDIA-13
 TEST_P(NetworkLures, CallNobodyAsDiscs) {
-    test::SoundLoop loop;
+    test::RigLoop loop;
     SoundStation station(loop, true);
     {
         DesktopMciControl control(station);
@@ -110,7 +110,7 @@ TEST_P(NetworkLures, CallNobodyAsMovies) {
 class NetworkLuresControl : public testing::TestWithParam<Lure> {};
 
 TEST_P(NetworkLuresControl, CallWhereALibraryMayDoWhatItLikes) {
-    test::soundApplication();
+    test::offscreenApplication();
     Listener listener;
     const test::ScratchFolder folder;
     const std::string path = folder.path() / GetParam().name;
@@ -192,14 +192,14 @@ TEST(NetworkLuresThemselves, AreReadAsFarAsTheyHoldSoundOrPicturesThemselves) {
     std::ofstream(mkv, std::ios::binary) << test::linkedSegments("http://127.0.0.1:1/next.mkv");
     MovieRig rig;
     EXPECT_TRUE(rig.open(mov)) << rig.reason;
-    test::SoundLoop loop;
+    test::RigLoop loop;
     SoundStation station(loop, true);
     {
         DesktopMciControl control(station);
         control.FileName(mkv);
         control.Command("Open");
         control.TimeFormat(kFormatMilliseconds);
-        EXPECT_TRUE(test::soundWaits([&] { return control.Length() > 0; }, 3000));
+        EXPECT_TRUE(test::waitUntil([&] { return control.Length() > 0; }, 3000));
         EXPECT_NEAR(control.Length(), 1000, 50) << "its own second, and nothing of the file that it names";
     }
     station.post.stop();

@@ -64,7 +64,7 @@ inline void openFreelyAsMovie(const std::string& path, const std::function<bool(
     if (library.mpv_initialize(player) == 0) {
         const char* command[] = {"loadfile", path.c_str(), nullptr};
         library.mpv_command_async(player, 0, command);
-        soundWaits(over, 8000);
+        waitUntil(over, 8000);
     }
     library.mpv_terminate_destroy(player);
 }
@@ -77,7 +77,7 @@ inline bool takes(Taker taker, const std::string& path, Listener& listener) {
         return called();
     }
     std::thread opening([path] { openFreelyAsSound(path); });
-    const bool taken = soundWaits(called, 8000);
+    const bool taken = waitUntil(called, 8000);
     listener.hangUp();  // nobody answers: this is what lets the library go on
     opening.join();
     return taken;

@@ -60,7 +60,7 @@ protected:
                                                 : test::soundData(GetParam().name));
         control->Command("Open");
         control->TimeFormat(kFormatMilliseconds);
-        ASSERT_TRUE(test::soundWaits([this] { return control->Length() >= 3000; }, 5000));
+        ASSERT_TRUE(test::waitUntil([this] { return control->Length() >= 3000; }, 5000));
         server.forget();
     }
     void TearDown() override {
@@ -74,7 +74,7 @@ protected:
     }
     /// Lets it play until it says so, and notes what it says on the way.
     void until(int position) {
-        EXPECT_TRUE(test::soundWaits(
+        EXPECT_TRUE(test::waitUntil(
             [&] {
                 const auto before = HeardServer::Steady::now();
                 const int said = control->Position();
@@ -97,7 +97,7 @@ protected:
     /// At each step that was heard from one tone to the next: the position is that step's place in the file.
     void expectSteps(int atLeast) {
         server.samples();
-        test::soundWaits([] { return false; }, 200);  // what is on its way to the recorder
+        test::waitUntil([] { return false; }, 200);  // what is on its way to the recorder
         std::vector<double> hertz;
         for (int step = 0; step < kSteps; ++step) hertz.push_back(GetParam().hertz(step));
         int compared = 0;
@@ -117,7 +117,7 @@ protected:
 
     HeardServer server;
     test::ScratchFolder folder;
-    test::SoundLoop loop;
+    test::RigLoop loop;
     std::unique_ptr<SoundStation> station;
     std::unique_ptr<DesktopMciControl> control;
     std::vector<std::pair<HeardServer::Steady::time_point, int>> notes;
@@ -157,15 +157,15 @@ INSTANTIATE_TEST_SUITE_P(Files, PositionHeard,
 /// MEDIA-38
 TEST(PositionOfASequence, IsKeptToFiveMillisecondsThroughSeeksAndPauses) {
     constexpr int kExact = 5;
-    test::soundApplication();
-    test::SoundLoop loop;
+    test::offscreenApplication();
+    test::RigLoop loop;
     SoundStation station(loop, true);
     {
         DesktopMciControl control(station);
         control.FileName(test::soundSample("chime.mid"));
         control.Command("Open");
         control.TimeFormat(kFormatMilliseconds);
-        ASSERT_TRUE(test::soundWaits([&] { return control.Length() > 0; }, 5000));
+        ASSERT_TRUE(test::waitUntil([&] { return control.Length() > 0; }, 5000));
         EXPECT_NEAR(control.Length(), 4000, kExact);
         for (const int target : {1234, 7, 3999, 2500}) {
             control.To(target);
@@ -175,16 +175,16 @@ TEST(PositionOfASequence, IsKeptToFiveMillisecondsThroughSeeksAndPauses) {
             control.Command("Play");
             EXPECT_NEAR(control.Position(), target, kExact);
             control.Command("Pause");
-            test::soundWaits([] { return false; }, 50);
+            test::waitUntil([] { return false; }, 50);
             EXPECT_NEAR(control.Position(), target, kExact);
         }
         control.From(1000);
         control.Command("Play");
         for (int round = 1; round <= 5; ++round) {
-            ASSERT_TRUE(test::soundWaits([&] { return control.Position() >= 1000 + 200 * round; }, 3000));
+            ASSERT_TRUE(test::waitUntil([&] { return control.Position() >= 1000 + 200 * round; }, 3000));
             control.Command("Pause");
             const int held = control.Position();
-            test::soundWaits([] { return false; }, 100);
+            test::waitUntil([] { return false; }, 100);
             EXPECT_NEAR(control.Position(), held, kExact);
             control.Command("Play");
             EXPECT_NEAR(control.Position(), held, kExact);

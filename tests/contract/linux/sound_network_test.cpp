@@ -39,8 +39,8 @@ class SoundNetworkTest : public testing::TestWithParam<Lure> {};
 /// MEDIA-13: No file opens a connection
 /// FAULT-18: No list and no media file opens a connection
 TEST_P(SoundNetworkTest, OpensNoConnection) {
-    test::soundApplication();
-    test::SoundLoop loop;
+    test::offscreenApplication();
+    test::RigLoop loop;
     SoundStation station(loop, true);
     const Listener listener;
     const test::ScratchFolder folder;
@@ -55,7 +55,7 @@ TEST_P(SoundNetworkTest, OpensNoConnection) {
     control.FileName(path);
     control.Command("Open");
     control.Command("Play");
-    EXPECT_TRUE(test::soundWaits([&] { return failed; }, 5000));
+    EXPECT_TRUE(test::waitUntil([&] { return failed; }, 5000));
     EXPECT_FALSE(listener.wasReached(100));
     station.post.stop();
 }
@@ -64,7 +64,7 @@ TEST_P(SoundNetworkTest, OpensNoConnection) {
 class SoundNetworkControl : public testing::TestWithParam<Lure> {};
 
 TEST_P(SoundNetworkControl, CallsWhereALibraryMayDoWhatItLikes) {
-    test::soundApplication();
+    test::offscreenApplication();
     Listener listener;
     const test::ScratchFolder folder;
     EXPECT_TRUE(test::takes(GetParam().taker, layOut(GetParam(), folder, listener), listener));
@@ -94,8 +94,8 @@ INSTANTIATE_TEST_SUITE_P(Lures, SoundNetworkControl, testing::ValuesIn(test::tak
 
 /// MEDIA-13
 TEST(SoundNetworkNameTest, ANameLikeAnAddressIsAFilesName) {
-    test::soundApplication();
-    test::SoundLoop loop;
+    test::offscreenApplication();
+    test::RigLoop loop;
     SoundStation station(loop, true);
     const Listener listener;
     DesktopMciControl control(station);
@@ -103,7 +103,7 @@ TEST(SoundNetworkNameTest, ANameLikeAnAddressIsAFilesName) {
     control.Failed.tie([&](const std::string& /*reason*/) { failed = true; });
     control.FileName("http://127.0.0.1:" + listener.port() + "/a.mp3");
     control.Command("Open");
-    EXPECT_TRUE(test::soundWaits([&] { return failed; }, 5000));
+    EXPECT_TRUE(test::waitUntil([&] { return failed; }, 5000));
     EXPECT_FALSE(listener.wasReached(100));
     station.post.stop();
 }

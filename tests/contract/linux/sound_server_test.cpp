@@ -26,7 +26,7 @@ bool haveServer() { return !QStandardPaths::findExecutable("pulseaudio").isEmpty
 class Server {
 public:
     Server() {
-        test::soundApplication();
+        test::offscreenApplication();
         qputenv("PULSE_SERVER", ("unix:" + socket()).toUtf8());
     }
     Server(const Server&) = delete;
@@ -44,7 +44,7 @@ public:
         process_.start("pulseaudio", {"-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "-L",
                                       "module-native-protocol-unix auth-anonymous=1 socket=" + socket(), "-L",
                                       "module-null-sink sink_name=nul"});
-        ASSERT_TRUE(test::soundWaits([this] { return pactl({"info"}).contains("nul"); }, 10'000));
+        ASSERT_TRUE(test::waitUntil([this] { return pactl({"info"}).contains("nul"); }, 10'000));
     }
     void hang(bool on) const { ::kill(static_cast<pid_t>(process_.processId()), on ? SIGSTOP : SIGCONT); }
     void kill() {
@@ -75,7 +75,7 @@ public:
     }
     EventLoop& loop() override { return loop_; }
     bool waitFor(const std::function<bool()>& condition, int atMostMs) override {
-        return test::soundWaits(condition, atMostMs);
+        return test::waitUntil(condition, atMostMs);
     }
     SoundDevices& sound() override { return *sound_; }
     bool reached() override { return reached_; }
@@ -96,7 +96,7 @@ private:
     static QString share(std::uint32_t half) { return QString::number((half * 65536ULL + 32767) / 65535); }
 
     Server server_;
-    test::SoundLoop loop_;
+    test::RigLoop loop_;
     bool reached_;
     std::unique_ptr<SoundDevices> sound_;
 };
@@ -125,7 +125,7 @@ TEST_F(SoundServerTest, WhatWasReadIsRestoredExactly) {
         const std::optional<std::uint32_t> before = sound.waveOutGetVolume();
         ASSERT_TRUE(before);
         sound.waveOutSetVolume(0x88888888);
-        ASSERT_TRUE(test::soundWaits([&] { return server.pactl({"get-sink-volume", "nul"}).contains("34953"); }, 3000));
+        ASSERT_TRUE(test::waitUntil([&] { return server.pactl({"get-sink-volume", "nul"}).contains("34953"); }, 3000));
         sound.waveOutSetVolume(*before);
     }
     const QString after = server.pactl({"get-sink-volume", "nul"});
@@ -138,7 +138,7 @@ TEST_F(SoundServerTest, SeesWhatOtherProgramsSet) {
     PulseSoundDevices sound;
     ASSERT_TRUE(sound.waveOutGetVolume());
     server.pactl({"set-sink-volume", "nul", "65536", "32768"});
-    EXPECT_TRUE(test::soundWaits([&] { return sound.waveOutGetVolume() == 0x8000FFFFU; }, 3000));
+    EXPECT_TRUE(test::waitUntil([&] { return sound.waveOutGetVolume() == 0x8000FFFFU; }, 3000));
 }
 
 /// VOL-07
@@ -147,16 +147,16 @@ TEST_F(SoundServerTest, AVolumeIsFoundAgainWhenTheServerReturns) {
     PulseSoundDevices sound;
     ASSERT_TRUE(sound.waveOutGetVolume());
     server.kill();
-    EXPECT_TRUE(test::soundWaits([&] { return !sound.waveOutGetVolume(); }, 3000));
+    EXPECT_TRUE(test::waitUntil([&] { return !sound.waveOutGetVolume(); }, 3000));
     server.start();
-    EXPECT_TRUE(test::soundWaits([&] { return sound.waveOutGetVolume().has_value(); }, 5000));
+    EXPECT_TRUE(test::waitUntil([&] { return sound.waveOutGetVolume().has_value(); }, 5000));
 }
 
 /// MEDIA-14: Without a sound server it plays on in silence and is heard again when one comes
 /// FAULT-01: A sound server that is killed in the middle of a file: time goes on, and the sound when it is back
 TEST_F(SoundServerTest, PlaysOnInSilenceAndIsHeardAgain) {
     server.start();
-    test::SoundLoop loop;
+    test::RigLoop loop;
     SoundStation station(loop, false);
     {
         DesktopMciControl control(station);
@@ -165,14 +165,14 @@ TEST_F(SoundServerTest, PlaysOnInSilenceAndIsHeardAgain) {
         control.FileName(test::soundSample("scale.wav"));
         control.Command("Open");
         control.Command("Play");
-        ASSERT_TRUE(test::soundWaits([&] { return server.streams() == 1; }, 3000));
+        ASSERT_TRUE(test::waitUntil([&] { return server.streams() == 1; }, 3000));
         server.kill();
         const int lost = control.Position();
-        EXPECT_TRUE(test::soundWaits([&] { return control.Position() > lost + 500; }, 3000));
+        EXPECT_TRUE(test::waitUntil([&] { return control.Position() > lost + 500; }, 3000));
         server.start();
-        EXPECT_TRUE(test::soundWaits([&] { return server.streams() == 1; }, 5000));
+        EXPECT_TRUE(test::waitUntil([&] { return server.streams() == 1; }, 5000));
         EXPECT_EQ(done, 0);
-        EXPECT_TRUE(test::soundWaits([&] { return done == 1; }, 10'000));
+        EXPECT_TRUE(test::waitUntil([&] { return done == 1; }, 10'000));
         EXPECT_EQ(control.Position(), 4000);
     }
     station.post.stop();
@@ -181,7 +181,7 @@ TEST_F(SoundServerTest, PlaysOnInSilenceAndIsHeardAgain) {
 /// MEDIA-71: A sound server that hangs holds nothing up: the clock goes on, and it is heard again
 TEST_F(SoundServerTest, AServerThatHangsHoldsNothingUpAndIsHeardWhenItGoesOn) {
     server.start();
-    test::SoundLoop loop;
+    test::RigLoop loop;
     SoundStation station(loop, false);
     {
         DesktopMciControl control(station);
@@ -190,17 +190,17 @@ TEST_F(SoundServerTest, AServerThatHangsHoldsNothingUpAndIsHeardWhenItGoesOn) {
         control.FileName(test::soundSample("scale.wav"));
         control.Command("Open");
         control.Command("Play");
-        ASSERT_TRUE(test::soundWaits([&] { return control.Position() > 100; }, 5000));
+        ASSERT_TRUE(test::waitUntil([&] { return control.Position() > 100; }, 5000));
         server.hang(true);
         QElapsedTimer clock;
         clock.start();
         const int hung = control.Position();
-        EXPECT_TRUE(test::soundWaits([&] { return control.Position() > hung + 1000; }, 10'000)) << "the clock goes on";
+        EXPECT_TRUE(test::waitUntil([&] { return control.Position() > hung + 1000; }, 10'000)) << "the clock goes on";
         control.Command("Pause");
         control.Command("Play");
         EXPECT_LT(clock.elapsed(), 12'000);
         server.hang(false);
-        EXPECT_TRUE(test::soundWaits([&] { return done == 1; }, 15'000));
+        EXPECT_TRUE(test::waitUntil([&] { return done == 1; }, 15'000));
     }
     {
         server.hang(true);
@@ -213,7 +213,7 @@ TEST_F(SoundServerTest, AServerThatHangsHoldsNothingUpAndIsHeardWhenItGoesOn) {
         PulseSoundDevices sound(&loop);
         EXPECT_EQ(sound.waveOutGetVolume(), std::nullopt);
         EXPECT_LT(clock.elapsed(), 2'000) << "nobody waits for it";
-        EXPECT_TRUE(test::soundWaits([&] { return control.Position() > 500; }, 10'000)) << "it plays by the clock";
+        EXPECT_TRUE(test::waitUntil([&] { return control.Position() > 500; }, 10'000)) << "it plays by the clock";
     }
     station.post.stop();
     server.hang(false);
@@ -221,11 +221,11 @@ TEST_F(SoundServerTest, AServerThatHangsHoldsNothingUpAndIsHeardWhenItGoesOn) {
 
 TEST_F(SoundServerTest, AStreamIsGivenBackWhenNothingPlays) {
     server.start();
-    test::SoundLoop loop;
+    test::RigLoop loop;
     SoundStation station(loop, false);
     station.output.warmUp();
-    EXPECT_TRUE(test::soundWaits([&] { return server.streams() == 1; }, 3000));
-    EXPECT_TRUE(test::soundWaits([&] { return server.streams() == 0; }, 15'000));
+    EXPECT_TRUE(test::waitUntil([&] { return server.streams() == 1; }, 3000));
+    EXPECT_TRUE(test::waitUntil([&] { return server.streams() == 0; }, 15'000));
     station.post.stop();
 }
 
@@ -259,7 +259,7 @@ TEST_F(SoundServerTest, SoundsOfOtherFormatsFollowEachOtherToTheLast) {
         std::atomic<bool> ended{false};
         const std::uint64_t part = output.play({std::make_shared<ShortSound>(format), 0, SoundOutput::kToEnd, 0.1,
                                                 [&ended](std::int64_t) { ended = true; }});
-        EXPECT_TRUE(test::soundWaits([&] { return ended.load(); }, 10'000)) << format.rate;
+        EXPECT_TRUE(test::waitUntil([&] { return ended.load(); }, 10'000)) << format.rate;
         EXPECT_GT(output.position(part), 0) << format.rate;
     }
 }

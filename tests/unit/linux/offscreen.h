@@ -3,15 +3,19 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QTimer>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <sstream>
 #include <string>
 
+#include "platform/event_loop.h"
+
 namespace corvane::test {
 
-/// The application of a test program, without a display; made once.
+/// The application of a test program, which worker threads post to; without a display, made once by whoever needs it
+/// first.
 inline QApplication& offscreenApplication() {
     static int count = 1;
     static char name[] = "test";
@@ -26,17 +30,31 @@ inline QApplication& offscreenApplication() {
     return *qApp;
 }
 
+/// The event loop over Qt's, without the desktop's own.
+class RigLoop : public EventLoop {
+protected:
+    void wake() override {
+        QMetaObject::invokeMethod(
+            &receiver_, [this] { runPending(); }, Qt::QueuedConnection);
+    }
+
+private:
+    QObject receiver_;
+};
+
 /// Runs Qt's events until the condition holds; false: it did not in time.
 inline bool waitUntil(const std::function<bool()>& condition, int atMostMs = 3000) {
     offscreenApplication();
     QElapsedTimer passed;
     passed.start();
-    do {
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    QTimer poll;  // the condition is looked at between events, at least so often
+    poll.start(5);
+    for (QEventLoop::ProcessEventsFlags wait = QEventLoop::AllEvents;; wait |= QEventLoop::WaitForMoreEvents) {
+        QCoreApplication::processEvents(wait);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         if (condition()) return true;
-    } while (passed.elapsed() < atMostMs);
-    return condition();
+        if (passed.elapsed() > atMostMs) return false;
+    }
 }
 
 /// A folder of its own for one test, gone afterwards.

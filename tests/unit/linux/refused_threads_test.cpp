@@ -27,7 +27,7 @@ protected:
     void allow() { std::filesystem::remove(folder_.in("refused")); }
 
     test::TemporaryFolder folder_;
-    test::SoundLoop loop_;
+    test::RigLoop loop_;
 };
 
 TEST_F(RefusedThreads, ATaskIsNotBegunAndThatIsTold) {
@@ -74,13 +74,13 @@ TEST_F(RefusedThreads, ASoundFailsWithThatReasonAndPlaysAfterwards) {
     control.FileName(test::soundSample("scale.wav"));
     control.Command("Open");
     EXPECT_FALSE(reason) << "never from inside a call";
-    EXPECT_TRUE(test::soundWaits([&] { return reason.has_value(); }, 5'000));
+    EXPECT_TRUE(test::waitUntil([&] { return reason.has_value(); }, 5'000));
     EXPECT_EQ(reason, Worker::kRefused);
     allow();
     control.Command("Open");
     control.To(300);
     control.Command("Play");
-    EXPECT_TRUE(test::soundWaits([&] { return done == kNotifySuccessful; }, 10'000));
+    EXPECT_TRUE(test::waitUntil([&] { return done == kNotifySuccessful; }, 10'000));
 
     // Its reading thread, once it runs, is not needed anew.
     refuse();
@@ -101,7 +101,7 @@ TEST_F(RefusedThreads, AnOutputWithoutAThreadFailsWhatIsPlayed) {
     EXPECT_GT(control.Length(), 0);
     refuse();
     control.Command("Play");
-    EXPECT_TRUE(test::soundWaits([&] { return reason.has_value(); }, 5'000));
+    EXPECT_TRUE(test::waitUntil([&] { return reason.has_value(); }, 5'000));
     EXPECT_EQ(reason, Worker::kRefused);
     EXPECT_EQ(control.Length(), 0) << "nothing is open";
 }

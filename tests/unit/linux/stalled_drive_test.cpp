@@ -409,7 +409,7 @@ TEST_F(StalledDrive, ASoundFontThatIsNoneIsToldAtOnce) {
 TEST_F(StalledDrive, ADiscThatIsOpeningKeepsThePlaceOfItsFirstPlay) {
     test::writeImage(folder_.in("drive"), "tones", {{440, 300}, {660, 300}, {880, 300}});
     put("Track02.cda", "");
-    test::SoundLoop loop;
+    test::RigLoop loop;
     SoundStation station(loop, true);
     {
         DesktopMciControl control(station);
@@ -426,7 +426,7 @@ TEST_F(StalledDrive, ADiscThatIsOpeningKeepsThePlaceOfItsFirstPlay) {
         control.To(2);
         control.Command("Play");
         letGo();
-        EXPECT_TRUE(test::soundWaits([&] { return control.Position() > 2 && control.Position() != 1; }, 8'000));
+        EXPECT_TRUE(test::waitUntil([&] { return control.Position() > 2 && control.Position() != 1; }, 8'000));
         EXPECT_EQ(control.Position() & 0xFF, 2);
 
         control.Command("Close");
@@ -437,10 +437,9 @@ TEST_F(StalledDrive, ADiscThatIsOpeningKeepsThePlaceOfItsFirstPlay) {
         control.Command("Play");
         control.Command("Pause");
         letGo();
-        EXPECT_TRUE(test::soundWaits([&] { return control.Length() > 0; }, 8'000));
+        EXPECT_TRUE(test::waitUntil([&] { return control.Length() > 0; }, 8'000));
         EXPECT_EQ(control.Position(), 3 | 1 << 16) << "held where it was to be played from";
-        EXPECT_FALSE(test::soundWaits([&] { return control.Position() != (3 | 1 << 16); }, 500))
-            << "and it stays there";
+        EXPECT_FALSE(test::waitUntil([&] { return control.Position() != (3 | 1 << 16); }, 500)) << "and it stays there";
         control.To(1 | 2 << 16);
         control.Command("Seek");
         EXPECT_EQ(control.Position(), 1 | 2 << 16);
@@ -451,7 +450,7 @@ TEST_F(StalledDrive, ADiscThatIsOpeningKeepsThePlaceOfItsFirstPlay) {
 TEST_F(StalledDrive, ATracksEndIsNotShownAsTheNextOnesStart) {
     test::writeImage(folder_.in("drive"), "tones", {{440, 75}, {660, 75}});
     put("Track01.cda", "");
-    test::SoundLoop loop;
+    test::RigLoop loop;
     SoundStation station(loop, true);
     {
         DesktopMciControl control(station);
@@ -464,14 +463,14 @@ TEST_F(StalledDrive, ATracksEndIsNotShownAsTheNextOnesStart) {
         control.From(1);
         control.To(1 | 1 << 16);
         control.Command("Play");
-        test::soundWaits([&] { return control.Position() > 1; }, 5'000);
+        test::waitUntil([&] { return control.Position() > 1; }, 5'000);
         // No event runs: the end is on its way.
         const auto until = Clock::now() + milliseconds(3'000);
         std::int32_t last = 0;
         while (Clock::now() < until) last = control.Position();
         EXPECT_EQ(last & 0xFF, 1);
         EXPECT_EQ(last, 1 | 74 << 24) << "its last place";
-        EXPECT_TRUE(test::soundWaits([&] { return done == 1; }, 5'000));
+        EXPECT_TRUE(test::waitUntil([&] { return done == 1; }, 5'000));
     }
     station.post.stop();
 }
