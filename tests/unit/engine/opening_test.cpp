@@ -306,5 +306,31 @@ TEST_F(Opening, ADropIsNotSaved) {
     EXPECT_FALSE(machine.files.has("/app/FILE00.INI"));
 }
 
+TEST_F(Opening, AListOfOneIsEnoughAndWithoutOneNothingHappens) {
+    setUpPanel();
+    for (const bool empty : {false, true}) {
+        setList(empty ? std::vector<std::string>{} : std::vector<std::string>{"/m/one.wav"});
+        panel().lblMainPanel[kTimeLabel].Caption = "00:10";
+        mdlPublicFunction::CloseFile(player, false);
+        EXPECT_EQ(label(kTimeLabel), empty ? "00:10" : "");
+    }
+}
+
+/// SEQ-03
+TEST_F(Opening, APictureKeptBehindAMovieGoesWithTheMovie) {
+    machine.addPicture("/m/view.bmp", 100, 80);
+    machine.addMovie("/m/clip.avi", 40, 320, 240);
+    machine.addSound("/m/one.wav", 60000);
+    player.gImageHide = false;
+    setUpPanel();
+    setList({"/m/view.bmp", "/m/clip.avi", "/m/one.wav"});
+    mdlPublicFunction::PlayFile(player);
+    mdlPublicFunction::NextFile(player);
+    machine.settle();
+    EXPECT_NE(imageWindow(), nullptr);
+    mdlPublicFunction::NextFile(player);
+    EXPECT_EQ(imageWindow(), nullptr);
+}
+
 }  // namespace
 }  // namespace corvane

@@ -243,5 +243,30 @@ TEST_F(EditorFixture, PathsOfADriveLetterRootHaveOneBackslash) {
     EXPECT_EQ(paths(), (Texts{"C:\\tune.mid", "C:\\Deep\\song.mid"}));
 }
 
+TEST_F(EditorFixture, TheFirstFileAndTheFirstRowAreLikeTheOthers) {
+    open();
+    goTo("/home/ann/Music");
+    doubleClick(editor().fleFileList, 0);
+    EXPECT_EQ(names(), std::vector<std::string>{"a.wav"});
+    pick(editor().lstFileList[0], {0});
+    push(FileListControls::kDelete);
+    EXPECT_TRUE(names().empty());
+    EXPECT_TRUE(paths().empty());
+}
+
+TEST_F(EditorFixture, AFolderWhoseNameBeginsLikeADriveIsNotOnIt) {
+    machine.files.addFolder("/home/annex");
+    player.editorFolder = "/home/annex";
+    open();
+    EXPECT_EQ(editor().drvFileList.ListIndex, 0);
+    EXPECT_EQ(editor().dirFileList.items().front(), "/");
+}
+
+TEST(TypeFilters, KnowWhatIsNoneOfThem) {
+    EXPECT_EQ(findTypeFilter("Some Files(*.x)"), -1);
+    EXPECT_EQ(findTypeFilter(typeFilters()[0].entry), 0);
+    EXPECT_EQ(findTypeFilter(typeFilters()[8].entry), 8);
+}
+
 }  // namespace
 }  // namespace corvane

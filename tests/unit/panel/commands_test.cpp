@@ -357,5 +357,12 @@ TEST_F(Commands, ARightReleaseLeavesTheFocusWhereItIs) {
     EXPECT_EQ(machine.log.count("windows.focus pctMainPanel"), 0);
 }
 
+TEST_F(Commands, WithoutItsFormThereIsNoMenu) {
+    setUpPanel();
+    player.forms.unload<MenuWindowControls>();
+    showPopupMenu(player);
+    EXPECT_EQ(machine.dialogs.poppedUp, nullptr);
+}
+
 }  // namespace
 }  // namespace corvane

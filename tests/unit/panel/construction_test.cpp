@@ -2,6 +2,7 @@
 // What the panel does when it loads and when it goes.
 #include <algorithm>
 
+#include "panel/skin_builder.h"
 #include "unit/panel/panel_hands.h"
 
 namespace corvane {
@@ -320,6 +321,14 @@ TEST_F(Construction, TheEndPutsTheVolumeBackBeforeThePanelGoes) {
     ASSERT_NE(at("windows.detach frmMainPanel"), calls.end());
     EXPECT_LT(at("sound.waveOutSetVolumeOf speakers 80008000"), at("windows.show frmStartup"));
     EXPECT_LT(at("windows.show frmStartup"), at("windows.detach frmMainPanel"));
+}
+
+TEST_F(Construction, AKnobHiddenByOneRecordIsShownAgainByTheNext) {
+    MainPanelControls built;
+    const Picture bitmap = makePicture(64, 64, {0});
+    ASSERT_TRUE(applySkin("k,24,0,0,0,0,20,20,0\nk,24,0,0,0,0,20,20,1\n", bitmap, machine.pictures, player, built));
+    EXPECT_TRUE(built.imgMainPanel[kKnobImage].Visible);
+    EXPECT_TRUE(built.shpVolume.Visible);
 }
 
 }  // namespace

@@ -138,5 +138,16 @@ TEST_F(DoublePress, EachKindPlaysFromItsStartAgain) {
     }
 }
 
+TEST_F(DoublePress, ADropEndsAPressOfPreviousAndTheTimesToolTip) {
+    bring(kSound, "playing");
+    act([this] { PrevFile(player); });
+    ASSERT_TRUE(panel().tmrPlayBack.Enabled);
+    panel().lblMainPanel[kTimeLabel].ToolTipText = "total";
+    takeFiles(player, {true, {kSound}});
+    EXPECT_FALSE(panel().tmrPlayBack.Enabled);
+    EXPECT_EQ(panel().lblMainPanel[kTimeLabel].ToolTipText.get(), "");
+    EXPECT_FALSE(player.gBackPending);
+}
+
 }  // namespace
 }  // namespace corvane

@@ -451,5 +451,32 @@ TEST_F(Hold, StopDuringAHoldEndsTheSeeking) {
     }
 }
 
+/// BTN-33: The hold and its direction are forgotten
+TEST_F(Hold, AfterAHoldAClickWithoutAPressChangesTheFile) {
+    bring(kSound, "playing");
+    hold(kNext, 1000);
+    EXPECT_EQ(player.gFileIndex, 0);
+    act([this] { button(kNext).Click.raise(); });
+    EXPECT_EQ(player.gFileIndex, 1);
+}
+
+TEST_F(Hold, AHoldOnAMovieThatHasNotStartedSeeksNothing) {
+    bring(kMovie, "stopped");
+    act([this] { PlayFile(player); });
+    machine.clearCalls();
+    player.gDelayTime = 30000;
+    press(button(kNext), kLeft);
+    machine.advance(400);
+    EXPECT_EQ(machine.log.count("movie.CurrentPosition 1"), 0);
+    letGo(kNext);
+}
+
+TEST_F(Hold, AHoldOnAMovieWhoseWindowHasGoneDoesNothing) {
+    bring(kMovie, "playing");
+    act([this] { player.forms.unload<MovieWindowControls>(); });
+    hold(kNext, 1000);
+    EXPECT_EQ(machine.log.count("movie.Rate 2"), 0);
+}
+
 }  // namespace
 }  // namespace corvane

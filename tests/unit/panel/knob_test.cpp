@@ -188,5 +188,14 @@ TEST_F(Knob, ItSetsTheChosenAuxiliaryDevice) {
     EXPECT_EQ(machine.calls("sound"), Calls{"sound.auxSetVolume 1 aaaaaaaa"});
 }
 
+TEST_F(Knob, TheLastStepDownOfTheVolumeIsSilence) {
+    setUpPanel();
+    player.gVolume = 1;
+    SetVolume(player, 1);
+    EXPECT_EQ(player.gVolume, 0);
+    SetVolume(player, 1);
+    EXPECT_EQ(player.gVolume, 0);
+}
+
 }  // namespace
 }  // namespace corvane

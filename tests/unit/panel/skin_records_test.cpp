@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "panel/skin_builder.h"
+
 namespace corvane {
 namespace {
 
@@ -170,6 +172,60 @@ TEST(SkinColours, MayBeNumbers) {
 /// SKIN-15: A text that is neither leaves the colour as it was
 TEST(SkinColours, OtherTextsAreNone) {
     for (const char* text : {"", "1x", "GREY", "#FF0000", "WHITES", "&HXYZ"}) EXPECT_FALSE(skinColour(text)) << text;
+}
+
+SkinRecord cellAt(int x, int y, int width, int height) {
+    SkinRecord record;
+    record.number = 2;
+    record.clipX = x;
+    record.clipY = y;
+    record.width = width;
+    record.height = height;
+    record.used = true;
+    return record;
+}
+
+/// SKIN-56: A cell lies inside the bitmap with each of its sides
+TEST(SkinCells, LieInsideWithEachOfTheirSides) {
+    EXPECT_TRUE(liesInside(cellAt(0, 0, 100, 50), 100, 50));
+    EXPECT_TRUE(liesInside(cellAt(99, 49, 1, 1), 100, 50));
+    EXPECT_FALSE(liesInside(cellAt(-1, 0, 10, 10), 100, 50));
+    EXPECT_FALSE(liesInside(cellAt(0, -1, 10, 10), 100, 50));
+    EXPECT_FALSE(liesInside(cellAt(0, 0, 0, 10), 100, 50));
+    EXPECT_FALSE(liesInside(cellAt(0, 0, 10, 0), 100, 50));
+    EXPECT_FALSE(liesInside(cellAt(91, 0, 10, 10), 100, 50));
+    EXPECT_FALSE(liesInside(cellAt(0, 41, 10, 10), 100, 50));
+}
+
+/// SKIN-55: A panel's sides are 1 to 4096 pixels; anything else is a reading error
+TEST(PanelSizes, AreFromOnePixelToTheLargestSide) {
+    EXPECT_TRUE(isPanelSize(1, 1));
+    EXPECT_TRUE(isPanelSize(4096, 4096));
+    EXPECT_FALSE(isPanelSize(0, 10));
+    EXPECT_FALSE(isPanelSize(10, 0));
+    EXPECT_FALSE(isPanelSize(4097, 10));
+    EXPECT_FALSE(isPanelSize(10, 4097));
+}
+
+/// SKIN-58: A doubled quote inside a quoted field does not end it
+TEST(SkinRecords, DoubledQuotesMayStandBesideEachOtherAndBeforeTheEnd) {
+    SkinRecords records("\"a\"\"\",5,0,0,0,0,1,1,1\n\"\"\"\"\"\",6,0,0,0,0,1,1,1\n");
+    auto record = records.next(1, 40);
+    ASSERT_TRUE(record);
+    EXPECT_EQ(record->number, 5);
+    record = records.next(1, 40);
+    ASSERT_TRUE(record);
+    EXPECT_EQ(record->number, 6);
+}
+
+TEST(SkinRecords, WhatIsNotUsedHasNoSize) {
+    SkinRecords records("k,24,1,2,3,4,20,20,0\n");
+    const auto record = records.next(1, 40);
+    ASSERT_TRUE(record);
+    EXPECT_FALSE(record->used);
+    EXPECT_EQ(record->left + record->top + record->clipX + record->clipY, 0);
+    EXPECT_EQ(record->width, 0);
+    EXPECT_EQ(record->height, 0);
 }
 
 }  // namespace

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Readers of texts and the engine's procedures at their limits.
-#include "fake/player_fixture.h"
+// Capitals and numbers, at their limits.
 #include "types/text.h"
+
+#include "fake/player_fixture.h"
 
 namespace corvane {
 namespace {
@@ -23,34 +24,6 @@ TEST(TextLimits, OneDigitIsEnoughForAPatternOfBits) {
     EXPECT_EQ(parseNumber("&H"), std::nullopt);
     EXPECT_EQ(parseNumber("&"), std::nullopt);
     EXPECT_EQ(parseNumber("&H&"), std::nullopt);
-}
-
-using Closing = PlayerFixture;
-
-TEST_F(Closing, AListOfOneIsEnoughAndWithoutOneNothingHappens) {
-    setUpPanel();
-    for (const bool empty : {false, true}) {
-        setList(empty ? std::vector<std::string>{} : std::vector<std::string>{"/m/one.wav"});
-        panel().lblMainPanel[kTimeLabel].Caption = "00:10";
-        mdlPublicFunction::CloseFile(player, false);
-        EXPECT_EQ(label(kTimeLabel), empty ? "00:10" : "");
-    }
-}
-
-/// SEQ-03
-TEST_F(Closing, APictureKeptBehindAMovieGoesWithTheMovie) {
-    machine.addPicture("/m/view.bmp", 100, 80);
-    machine.addMovie("/m/clip.avi", 40, 320, 240);
-    machine.addSound("/m/one.wav", 60000);
-    player.gImageHide = false;
-    setUpPanel();
-    setList({"/m/view.bmp", "/m/clip.avi", "/m/one.wav"});
-    mdlPublicFunction::PlayFile(player);
-    mdlPublicFunction::NextFile(player);
-    machine.settle();
-    EXPECT_NE(imageWindow(), nullptr);
-    mdlPublicFunction::NextFile(player);
-    EXPECT_EQ(imageWindow(), nullptr);
 }
 
 /// KIND-21: Letters beyond ASCII have their capitals; none becomes a letter of ASCII

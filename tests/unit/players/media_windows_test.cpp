@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the media windows do at their limits: the last pixel of a pan, a length that comes late, a menu not asked for.
+// What the windows of pictures, tracks and movies do: the last pixel of a pan, a length that comes late, a menu not
+// asked for.
 #include "unit/panel/panel_hands.h"
 
 namespace corvane {
