@@ -15,7 +15,7 @@ TOP_FILES = ("play", "check", "CMakeLists.txt", "README.md", "CONTRIBUTING.md", 
 CODE = (".cpp", ".h", ".py", ".sh")
 MOST_LINES = 500
 LICENCE = "SPDX-License-Identifier:"
-LEFT_OVERS = re.compile(r"\b(TO" r"DO|FIX" r"ME|X" r"XX|HA" r"CK)\b|GTEST_" r"SKIP\(\)\s*;|\bDIS" r"ABLED_|EXPECT_TRUE\(tr" r"ue\)")
+LEFT_OVERS = re.compile(r"\b(TO" r"DO|FIX" r"ME|X" r"XX|HA" r"CK)\b|GTEST_" r"SKIP\(\)\s*;|\bDIS" r"ABLED_|EXPECT_TRUE\(tr" r"ue\)|^(<{7}|>{7}) ", re.M)
 SLEEPS = re.compile(r"\bsleep_for\b|\busleep\(|\bnanosleep\(|QThread::m?sleep|QTest::q(Sleep|Wait)\(|time\.sleep\(([1-9]|0\.[5-9])")
 MACHINE_PLACES = re.compile(r"(?<![\w.$}/])/(?:ro" r"ot/|wo" r"rk/|fa" r"rm/)")
 
@@ -83,8 +83,9 @@ def seen_failing():
     here = pathlib.Path("tests/unit/x.cpp")
     bad = {missing_licence: "int x;\n", too_long: "\n" * (MOST_LINES + 1), left_overs: "// TO" "DO later\n",
            sleeping_tests: "std::this_thread::sleep" "_for(1s);", machine_places: 'open("/ro' 'ot/x")'}
+    bad_too = list(left_overs(here, "<" * 7 + " HEAD\nint x;\n"))
     good = f"// {LICENCE} GPL-3.0-or-later\nint x;\n"
-    return all(list(rule(here, text)) for rule, text in bad.items()) and not any(list(rule(here, good)) for rule in bad)
+    return bad_too and all(list(rule(here, text)) for rule, text in bad.items()) and not any(list(rule(here, good)) for rule in bad)
 
 
 def main():

@@ -52,9 +52,6 @@ TEST(MediaFile, PicturesAreNoSounds) {
     EXPECT_EQ(contentOf("BMxx\x01\x02\x03\x04\x05\x06\x07\x08\x09\x0A\x0B\x0C"s), MediaContent::Other);
 }
 
-<<<<<<< HEAD
-/// WIN-17
-=======
 std::string little(std::uint32_t value, std::size_t size) {
     std::string bytes;
     for (std::size_t i = 0; i < size; ++i) bytes += static_cast<char>(value >> 8U * i & 0xFFU);
@@ -147,7 +144,7 @@ TEST(MediaFile, WhatIsRefusedIsReadFromTheFile) {
     EXPECT_NE(refusalOfFile(L"C:\\there\\is\\no\\such.wav"), "");
 }
 
->>>>>>> 57a6536 (Hand no sound to the system's players whose header cannot be true)
+/// WIN-17
 TEST(MediaFile, ALongPathIsGivenShort) {
     const test::ScratchFolder folder;
     const std::wstring brief = toWide(folder.write("a.wav", "x"));
