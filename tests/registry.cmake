@@ -85,7 +85,7 @@ function(corvane_register_stories folder labels)
     corvane_register(story:${stem} 900 "${labels}"
       COMMAND ${python} ${tests}/e2e/run.py --workers 1 --file ${stem} ${ARG_OPTIONS} $<TARGET_FILE:corvane>
       READS ${file} $<TARGET_FILE:corvane> ${PROJECT_SOURCE_DIR}/PANELSET ${PROJECT_SOURCE_DIR}/samples ${tests}/e2e ${tools}
-      COST 60 ${ARG_MORE})
+      ${ARG_MORE})
   endforeach()
 endfunction()
 
