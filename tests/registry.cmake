@@ -55,7 +55,7 @@ function(corvane_register_program name desktop shards seconds label)
   endif()
   if(desktop)
     # What takes too long is ended before ctest would, which leaves no time to tidy up.
-    set(command ${session} --seconds ${seconds} -- ${command})
+    set(command ${session} --clean --seconds ${seconds} -- ${command})
     list(APPEND needs desktop)
     math(EXPR seconds "${seconds} + 60")
   endif()

@@ -3,8 +3,9 @@
 """A private desktop: an X server without a screen, a window manager, a message bus and a sound server with a null sink.
 
 Nothing that runs on the machine already is used or touched. All of it lives in a folder of its own and ends with it.
-Command line: session.py [--screen WxH] [--without-display | --without-sound] [--seconds N] -- COMMAND [ARGUMENT...]
-runs one command inside and ends with its exit code; with 124 when it did not end in time.
+Command line: session.py [--screen WxH] [--without-display | --without-sound] [--seconds N] [--clean] -- COMMAND [ARGUMENT...]
+runs one command inside and ends with its exit code; with 124 when it did not end in time. --clean: of the variables around it
+it gets those of KEPT_VARIABLES alone.
 """
 
 import argparse
@@ -19,7 +20,8 @@ import tempfile
 import time
 
 KEPT_VARIABLES = ("PATH", "LANG", "LC_ALL", "TZ", "TERM", "HOME", "USER", "LOGNAME", "TMPDIR", "CCACHE_DIR",
-                  "CORVANE_FOLDER", "ASAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS", "GTEST_FILTER")
+                  "CORVANE_FOLDER", "ASAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS", "GTEST_FILTER", "GTEST_OUTPUT",
+                  "GTEST_TOTAL_SHARDS", "GTEST_SHARD_INDEX")
 ACCESSIBILITY_LAUNCHER = pathlib.Path("/usr/libexec/at-spi-bus-launcher")
 
 
@@ -196,13 +198,14 @@ def main():
     parser.add_argument("--screen", default="1280x960")
     parser.add_argument("--without-display", action="store_true")
     parser.add_argument("--without-sound", action="store_true")
+    parser.add_argument("--clean", action="store_true")
     parser.add_argument("--seconds", type=float, help="the longest that the command may take")
     parser.add_argument("command", nargs="+")
     options = parser.parse_args()
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
     try:
         with Session(options.screen, not options.without_display, not options.without_sound) as session:
-            environment = {**os.environ, **session.environment}
+            environment = dict(session.environment) if options.clean else {**os.environ, **session.environment}
             if session.framebuffer:
                 environment["CORVANE_FRAMEBUFFER"] = str(session.framebuffer)
             command = subprocess.Popen(options.command, env=environment, start_new_session=options.seconds is not None)
