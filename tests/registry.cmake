@@ -92,7 +92,7 @@ endfunction()
 function(corvane_register_rules)
   set(text ${PROJECT_SOURCE_DIR}/src ${tests} ${tools} ${PROJECT_SOURCE_DIR}/docs ${PROJECT_SOURCE_DIR}/packaging
       ${PROJECT_SOURCE_DIR}/CMakeLists.txt ${PROJECT_SOURCE_DIR}/CONTRIBUTING.md)
-  foreach(rule machine rooms house calls thread_reports)
+  foreach(rule machine rooms house calls thread_reports runner)
     corvane_register(rules:${rule} 180 rules COMMAND ${python} ${tests}/rules/${rule}.py READS ${text})
   endforeach()
   corvane_register(rules:book 180 rules COMMAND ${python} ${tests}/rules/book.py --check READS ${text})
