@@ -12,8 +12,8 @@ A longer sentence goes on in lines that are indented by four blanks. Above a sto
 a number; it stays: a rule that goes takes it along, a new one gets the topic's next (--next TOPIC).
 
 --check prints "PASS name" and "FAIL name: where" lines instead, and ends with 1 when one failed: each rule has one
-sentence, each id that a test names is a rule's, each rule stands above a test, and the tests that docs/reliability.md names
-in its table of what was reviewed exist.
+sentence, each id that a test names is a rule's, each rule stands above a test, no test stands twice, and the tests that
+docs/reliability.md names in its table of what was reviewed exist.
 """
 
 import argparse
@@ -173,7 +173,8 @@ def rules_seen_failing():
     bad = (good + "/// KEY-04\nTEST(A, D) {\n", good + "/// KEY-01: x\nTEST(A, D) {\n", good + "/// KEY-04: x\nint y;\n",
            good + "/// NONE-01: x\nTEST(A, D) {\n", good + "/// KEY-04:\nTEST(A, D) {\n", good + "/// KEY-04 x\nTEST(A, D) {\n",
            good + "/// KEY-04: x\n\nTEST(A, D) {\n")
-    return (not wrong and proofs == {"KEY-01": ("a b", ["A.B", "A.C"]), "KEY-02": ("c", ["A.B", "A.C"]), "KEY-03": ("d", ["e: f"])}
+    same = [Test("x", "A.B", [])]
+    return (not wrong and twice(2 * same) and not twice(same) and proofs == {"KEY-01": ("a b", ["A.B", "A.C"]), "KEY-02": ("c", ["A.B", "A.C"]), "KEY-03": ("d", ["e: f"])}
             and all(wrong_of(text)[0] for text in bad))
 
 
@@ -187,8 +188,14 @@ def review_seen_failing(tests):
             and not any(list(unproved(review.format(each), tests)) for each in right))
 
 
+def twice(tests):
+    """Tests of one program that have one name: a file that was moved and came back."""
+    return [f"{folder}: {name}" for (folder, name), times in collections.Counter((t.folder, t.name) for t in tests).items() if times > 1]
+
+
 def check(tests, rules, wrong):
     results = {"each rule has one sentence and stands above a test": wrong or ([] if rules else ["no rules"]),
+               "each test stands once": twice(tests),
                "each test that the review's table names exists": list(unproved(REVIEW.read_text(encoding="utf-8"), tests)),
                "the rule book's checks catch what they must": [] if rules_seen_failing() and review_seen_failing(tests) else ["they do not"]}
     for name, places in results.items():
