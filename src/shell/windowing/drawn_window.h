@@ -56,7 +56,7 @@ public:
     void keyboardCame(bool here);  ///< the keyboard focus came or went
     void activated();
     void moved();  ///< the window lies elsewhere
-    virtual void minimised(bool is);
+    void minimised(bool is);
     void dropped(const DropData& data, Place at);
     /// Takes the place that the form wants, if it has changed since.
     void settlePlace();

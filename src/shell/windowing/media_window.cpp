@@ -74,11 +74,6 @@ void MediaWindow::takePlace() {
     if (!placeWaits_) DrawnWindow::takePlace();
 }
 
-void MediaWindow::minimised(bool is) {
-    DrawnWindow::minimised(is);
-    if (bound() && !is && placeWaits_) takePlace();
-}
-
 void MediaWindow::placeMovie() {
     if (bound() && movie_ != nullptr) media_.placeMovie(pixels(placeOnForm(*movie_)));
 }

@@ -15,7 +15,6 @@ public:
 
     void beginDrag() override;  ///< nothing while the movie fills the screen
     void scaleChanged() override;
-    void minimised(bool is) override;
     /// The surface has another size, here or on the whole screen.
     void placeMovie();
     void paint(Brush& brush) const override;

@@ -164,28 +164,6 @@ TEST_F(PictureWindow, AMinimisedOneTakesItsNextPlaceWhenItIsRestored) {
     EXPECT_EQ(widget().geometry(), QRect(before.topLeft() + QPoint(10, 30), before.size() + QSize(50, 20)));
 }
 
-/// IMG-15
-TEST_F(PictureWindow, MousePositionsAreInPixelsOfTheBoxAlsoWhileItMoves) {
-    float x = 0;
-    box.MouseMove.tie([&](const MouseArgs& mouse) { x = mouse.x; });
-    attach();
-    press({60, 30}, Qt::MiddleButton);
-    moveTo({70, 30});
-    EXPECT_EQ(x, 20.0F);
-    box.Move(60, 25);
-    moveTo({70, 30});
-    EXPECT_EQ(x, 10.0F);
-}
-
-/// IMG-17
-TEST_F(PictureWindow, TypedCharactersReachTheBoxThatTakesThem) {
-    int typed = 0;
-    box.KeyPress.tie([&](int character) { typed = character; });
-    attach();
-    key(QEvent::KeyPress, Qt::Key_Z, {}, "z");
-    EXPECT_EQ(typed, 'z');
-}
-
 struct MovieWindow : test::WindowRig {
     MovieWindow() : WindowRig(FormStyle::Media) { place(movie, 0, 0, 200, 100); }
     ~MovieWindow() override { windows.detach(form); }
@@ -254,20 +232,6 @@ TEST_F(MovieWindow, TheFormHearsThatItsWholeScreenSurfaceHasLostTheKeyboard) {
     QCoreApplication::sendEvent(whole, &out);
     settle();
     EXPECT_EQ(lost, 1);
-}
-
-TEST_F(MovieWindow, IsDraggedByItsGrabbedPointOnceTheWayIsThatOfADrag) {
-    movie.MouseDown.tie([this](const MouseArgs&) { windows.beginDrag(form); });
-    attach();
-    const QPoint before = widget().pos();
-    press({100, 50});
-    moveTo({103, 52});
-    EXPECT_EQ(widget().pos(), before) << "a trembling hand drags nothing";
-    moveTo({160, 100});
-    EXPECT_EQ(widget().pos(), before + QPoint(60, 50));
-    moveTo({101, 50});
-    EXPECT_EQ(widget().pos(), before + QPoint(61, 50));
-    release({100, 50});
 }
 
 TEST_F(MovieWindow, TheScreenIsGivenBackWhenTheFormGoes) {

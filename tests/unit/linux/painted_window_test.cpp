@@ -141,16 +141,6 @@ TEST_F(PaintedWindowTest, GoesAtOnceWhenItsFormGoesInsideAnEvent) {
     EXPECT_EQ(seen, Texts{});
 }
 
-TEST_F(PaintedWindowTest, MovingTheWindowIsTold) {
-    attach();
-    widget().move(30, 40);
-    settle();
-    EXPECT_EQ(form.Left, 450.0F);
-    EXPECT_EQ(form.Top, 600.0F);
-    form.Move(1500, 15);
-    EXPECT_EQ(widget().pos(), QPoint(100, 1));
-}
-
 /// PANEL-23: Minimised and brought back it plays on
 TEST_F(PaintedWindowTest, MinimisesAndComesBack) {
     attach();

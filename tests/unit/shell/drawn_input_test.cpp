@@ -41,6 +41,8 @@ struct DrawnInput : test::DrawnRig {
     PictureBox slide{&form, "pctTried"};
 };
 
+/// COM-23
+/// SLIDER-14: The slider takes the mouse over its whole record
 TEST_F(DrawnInput, APressIsTheControlsUnderItInItsOwnPlaces) {
     click(20, 20);
     EXPECT_EQ(seenNow(), (Texts{"button down 1 150", "button click", "button up 1"}));
@@ -57,6 +59,8 @@ TEST_F(DrawnInput, AButtonThatFormsDoNotKnowIsNotTold) {
     EXPECT_EQ(seenNow(), Texts{});
 }
 
+/// COM-22: A window moves once the pointer has moved by the system's drag distance, and what was pressed is not clicked
+///     then
 TEST_F(DrawnInput, WhatIsDraggedStaysUnderThePointer) {
     form.MouseDown.tie([this](const MouseArgs&) { window->beginDrag(); });
     const PixelPlace before = surface->at;
@@ -77,6 +81,7 @@ TEST_F(DrawnInput, WhatIsDraggedStaysUnderThePointer) {
     EXPECT_EQ(surface->at.x, before.x + 43) << "let go";
 }
 
+/// COM-22
 TEST_F(DrawnInput, AHandThatShakesInAClickStillClicks) {
     form.MouseDown.tie([this](const MouseArgs&) { window->beginDrag(); });
     press(150, 30);
@@ -98,6 +103,8 @@ TEST_F(DrawnInput, WhereWindowsCannotPlaceThemselvesTheSystemDragsThem) {
     EXPECT_EQ(toldNow(), Texts{});
 }
 
+/// BTN-39: A held button is let go when the pointer is taken away, also by the window manager, and when its release was
+///     not told
 TEST_F(DrawnInput, AMoveWithoutAButtonEndsWhatIsHeld) {
     press(20, 65);
     seen.clear();
@@ -109,6 +116,7 @@ TEST_F(DrawnInput, AMoveWithoutAButtonEndsWhatIsHeld) {
     EXPECT_FALSE(window->holdsMouse());
 }
 
+/// BTN-39
 TEST_F(DrawnInput, WhatIsHeldIsLetGoWhenTheWindowIsMinimisedOrHidden) {
     for (const bool hides : {true, false}) {
         press(20, 65);
@@ -123,6 +131,7 @@ TEST_F(DrawnInput, WhatIsHeldIsLetGoWhenTheWindowIsMinimisedOrHidden) {
     }
 }
 
+/// IMG-17
 TEST_F(DrawnInput, KeysReachTheFormBeforeWhatTheyType) {
     EXPECT_FALSE(key('Z', 'z'));
     window->keyUp({'Z', 0});
@@ -222,6 +231,8 @@ TEST_F(DrawnInput, AssistiveProgramsSetOnlyWhatTheMouseCould) {
     EXPECT_FALSE(set());
 }
 
+/// DROP-01
+/// DROP-16: Drops wait while a box is up
 TEST_F(DrawnInput, ADropIsTheControlsUnderItElseTheFormsFirstThatTakesFiles) {
     EXPECT_FALSE(window->takesFiles());
     takeFiles(button, "button");
@@ -231,6 +242,11 @@ TEST_F(DrawnInput, ADropIsTheControlsUnderItElseTheFormsFirstThatTakesFiles) {
     window->dropped({true, {"b"}}, {190, 30});
     window->dropFiles({true, {"c"}});
     EXPECT_EQ(seenNow(), Texts{}) << "posted";
+    {
+        const EventLoop::Hold hold(loop);
+        loop.drain();
+        EXPECT_EQ(seenNow(), Texts{}) << "a box is up";
+    }
     loop.drain();
     EXPECT_EQ(seenNow(), (Texts{"slide takes a", "button takes b", "button takes c"}));
     form.Enabled = false;

@@ -112,7 +112,7 @@ TEST_F(DrawnPlace, WhenScreensChangeItStaysWhereAHandCanGrabIt) {
     screens.all = {{{0, 0, 640, 480}, {0, 30, 640, 450}}};
     window->screensChanged();
     EXPECT_EQ(toldNow(), (Texts{"move 440 40", "paint all"}));
-    surface->moveTo({10, -80});  // only the bar's place shows it
+    surface->moveTo({10, -70});  // only the bar's place shows it
     toldNow();
     window->screensChanged();
     EXPECT_EQ(toldNow(), (Texts{"move 10 30", "paint all"}));

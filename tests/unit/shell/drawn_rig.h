@@ -43,7 +43,9 @@ protected:
             window = std::make_unique<PaintedWindow>(form, loop, screens, std::move(made));
         }
     }
-    ~DrawnRig() override { window->unbind(); }
+    ~DrawnRig() override {
+        if (window) window->unbind();
+    }
 
     void attach() {
         window->bind();

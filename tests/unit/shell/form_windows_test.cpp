@@ -119,6 +119,8 @@ TEST_F(FormWindowsTest, ShowingAndHidingGoThroughTheForm) {
     EXPECT_FALSE(panel.Visible);
 }
 
+/// CMD-16
+/// CMD-17: They wait while the editor or the settings are open
 TEST_F(FormWindowsTest, FilesWaitForAFormThatTakesThem) {
     windows.dropFiles({true, {"a"}});
     show(other);
@@ -155,6 +157,11 @@ TEST_F(FormWindowsTest, WhatTheUserWouldUseComesForward) {
     loop.drain();
     EXPECT_EQ(toldTo(panel), Texts{});
     EXPECT_EQ(toldTo(dialog), Texts{"activate"}) << "it stands before the panel";
+    dialog.Hide();
+    toldTo(dialog);
+    windows.bringForward();
+    loop.drain();
+    EXPECT_EQ(toldTo(dialog), Texts{});
 }
 
 TEST_F(FormWindowsTest, AllPaintedFormsAreAskedToCloseAndAllWindowsHide) {

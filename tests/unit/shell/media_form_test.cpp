@@ -45,6 +45,7 @@ TEST_F(PictureForm, APictureHasItsOwnSizeUntilTheBoxSaysAnother) {
     EXPECT_TRUE(drawn().empty());
 }
 
+/// IMG-23
 TEST_F(PictureForm, GoesToThePlaceOfAPictureThatIsPreparedWhenItIsReady) {
     box.Visible = false;
     toldNow();
@@ -58,6 +59,7 @@ TEST_F(PictureForm, GoesToThePlaceOfAPictureThatIsPreparedWhenItIsReady) {
         << "one step";
 }
 
+/// IMG-24
 TEST_F(PictureForm, AMinimisedOneTakesItsNextPlaceWhenItIsRestored) {
     form.WindowState = WindowState::Minimized;
     enlarge();
@@ -76,9 +78,9 @@ TEST_F(PictureForm, AHiddenOneTakesItsPlaceAtOnce) {
 }
 
 /// A movie that says by itself whether it fills the screen.
-class FillingMovie : public Control, public ScreenFilling {
+class FillingMovie : public MouseControl, public ScreenFilling {
 public:
-    explicit FillingMovie(Form* form) : Control(form, ControlKind::Movie, "movTried") {}
+    explicit FillingMovie(Form* form) : MouseControl(form, ControlKind::Movie, "movTried") {}
     bool fillsScreen() const override { return fills; }
     void fill(bool wanted) {
         fills = wanted;
@@ -89,6 +91,10 @@ public:
 
 struct MovieForm : test::DrawnRig {
     MovieForm() : DrawnRig(FormStyle::Media) { place(movie, 20, 10, 160, 80); }
+    ~MovieForm() override {
+        window->unbind();
+        window.reset();
+    }
     FillingMovie movie{&form};
 };
 
@@ -105,6 +111,7 @@ TEST_F(MovieForm, TheSurfaceIsToldWhereTheMovieLies) {
     EXPECT_EQ(surface->movie, nullptr);
 }
 
+/// MOVIE-12
 TEST_F(MovieForm, FillsTheScreenAsLongAsTheMovieDoes) {
     attach();
     movie.fill(true);
@@ -132,8 +139,7 @@ TEST_F(MovieForm, TheScreenIsGivenBackWhenTheFormGoes) {
     movie.fill(true);
     window->unbind();
     EXPECT_FALSE(surface->whole.has_value());
-    movie.fill(true);
-    EXPECT_FALSE(surface->whole.has_value()) << "nobody listens any more";
+    EXPECT_FALSE(movie.fillsScreenChanged.isTied()) << "the window goes before the movie";
 }
 
 }  // namespace

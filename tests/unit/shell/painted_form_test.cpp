@@ -32,6 +32,9 @@ TEST_F(PaintedForm, TextsAndDiscsLieOnTheSkinBehindThePicturesAboveThem) {
     title.Caption = "A title";
     EXPECT_EQ(drawn(), (Texts{"skin cmdTried", "text A title at 100 10 60 20 but 10 10 40 20",
                               "disc 5 50 20 20 but 10 10 40 20"}));
+    button.Visible = false;
+    EXPECT_EQ(drawn().back(), "disc 5 50 20 20") << "nothing lies above it";
+    button.Visible = true;
     form.Picture = plain(200, 100);
     button.Picture = surface->glass = plain(40, 20);
     EXPECT_EQ(drawn(), (Texts{"skin on a picture cmdTried", "text A title at 100 10 60 20", "disc 5 50 20 20"}));

@@ -58,12 +58,15 @@ struct PointerOnAForm : ::testing::Test, Pointer::Host {
     Texts seen;
 };
 
+/// BTN-24
 TEST_F(PointerOnAForm, AButtonIsClickedBeforeItsRelease) {
     click({200, 200});
     EXPECT_EQ(seen, (Texts{"button down 50", "button click", "button up"}));
     EXPECT_EQ(changes, 2);
 }
 
+/// COM-23: A click is told when the button comes up inside what it was pressed on, by the left button alone, to the
+///     control that is topmost
 TEST_F(PointerOnAForm, OtherControlsAreClickedAfterTheirReleaseInTheirOwnUnit) {
     click({180, 950});
     EXPECT_EQ(seen, (Texts{"box down 2", "box up", "box click"}));
@@ -85,6 +88,7 @@ TEST_F(PointerOnAForm, AControlIsClickedWhateverLiesAboveIt) {
     EXPECT_FALSE(pointer.holdsButton());
 }
 
+/// BTN-49: A disabled button takes no click
 TEST_F(PointerOnAForm, ADisabledControlIsNotClicked) {
     button.Enabled = false;
     pointer.click(button, kLeftButton);
@@ -92,6 +96,7 @@ TEST_F(PointerOnAForm, ADisabledControlIsNotClicked) {
     EXPECT_FALSE(pointer.holdsButton());
 }
 
+/// COM-23
 TEST_F(PointerOnAForm, AButtonIsHeldOnlyWhileThePointerIsInside) {
     pointer.press(kLeftButton, 0, {200, 200}, false);
     EXPECT_EQ(pointer.pressed(), &button);
@@ -101,6 +106,7 @@ TEST_F(PointerOnAForm, AButtonIsHeldOnlyWhileThePointerIsInside) {
     EXPECT_EQ(seen, (Texts{"button down 50", "button up"}));
 }
 
+/// COM-23
 TEST_F(PointerOnAForm, ADisabledButtonLeavesTheRightButtonToTheForm) {
     button.Enabled = false;
     click({200, 200});
@@ -121,6 +127,7 @@ TEST_F(PointerOnAForm, WhatIsHeldIsLetGoWhenThePointerIsTakenAway) {
     EXPECT_EQ(seen, Texts{"button up"}) << "told once";
 }
 
+/// BTN-45: A window that was dragged was not clicked
 TEST_F(PointerOnAForm, AMovedWindowsReleaseIsNoClick) {
     pointer.press(kLeftButton, 0, {2000, 200}, false);
     pointer.beginDrag();
@@ -173,6 +180,7 @@ TEST_F(PointerOnAForm, AnotherButtonOfTheMouseGoesToWhatIsHeld) {
     EXPECT_EQ(seen, (Texts{"button down 50", "button down 1850", "button click", "button up", "button up"}));
 }
 
+/// COM-23
 /// COM-27
 TEST_F(PointerOnAForm, AButtonHiddenOrDisabledWhileHeldIsLetGo) {
     for (const PropertyId property : {PropertyId::Visible, PropertyId::Enabled}) {
@@ -282,6 +290,7 @@ TEST_F(PointerOnAForm, PlacesAreCountedFromTheControlsCornerInItsUnit) {
     EXPECT_EQ(changes, 3);
 }
 
+/// IMG-15
 /// COM-27: The mouse means the topmost control, from its corner in its unit; what is held is let go when it is hidden
 ///     or disabled
 TEST_F(PointerOnAForm, AnEdgeBelongsToTheControlOnItsInside) {
