@@ -9,15 +9,19 @@
 #include "engine/return_to_panel.h"
 #include "panel/skin_builder.h"
 #include "storage/settings.h"
+#include "types/numbers.h"
+#include "types/text.h"
 
 namespace corvane {
 
-using namespace mdlPublicFunction;
+using mdlDefinePublic::kMediaOnTop;
+using mdlDefinePublic::kNoneOnTop;
+using mdlDefinePublic::kPanelOnTop;
+using mdlDefinePublic::PlayerState;
+using mdlPublicFunction::messageBox;
 
 namespace {
 
-constexpr const char* kDefaultBitmap = "DEFAULT.BMP";
-constexpr const char* kDefaultText = "DEFAULT.CSV";
 constexpr const char* kRestartNotice =
     "サウンド出力の設定が変更されました。\r\n"
     "設定は次回の起動から有効になります。\r\n"
@@ -80,14 +84,13 @@ std::string frmCustom::versionText() const {
 }
 
 void frmCustom::showKeys() {
-    for (std::size_t i = 0; i < kKeys; ++i) txtCustom[i].Text = characterText(player_.*keySettings()[i].code);
+    const std::vector<KeySetting> keys = keySettings();
+    for (std::size_t i = 0; i < kKeys; ++i) txtCustom[i].Text = characterText(player_.*keys[i].variable);
 }
 
 std::string frmCustom::skinFolder() const {
     const char separator = player_.ports.files.separator();
-    std::string folder = player_.ports.process.programFolder();
-    if (folder.empty() || folder.back() != separator) folder += separator;
-    return folder + "PANELSET" + separator;
+    return text::joinPath(player_.ports.process.programFolder(), "PANELSET", separator) + separator;
 }
 
 void frmCustom::showSkins() {
@@ -108,7 +111,7 @@ void frmCustom::showDevices() {
             cboCustom[kDevices].addItem(caps ? caps->name : "");
         }
     }
-    const int entry = player_.gAuxType + 2;
+    const int entry = player_.gAuxType - mdlDefinePublic::kChooseDevice;
     if (entry < cboCustom[kDevices].count()) cboCustom[kDevices].ListIndex = entry;
 }
 
@@ -150,8 +153,8 @@ void frmCustom::cmdCustom_Click(int index) {
 
 /// A pair that cannot be shown would end every later start with a box. The pair in force was shown by this one.
 bool frmCustom::canShowSkin() {
-    const std::string bitmap = skinName(kBitmaps, kDefaultBitmap);
-    const std::string text = skinName(kTexts, kDefaultText);
+    const std::string bitmap = skinName(kBitmaps);
+    const std::string text = skinName(kTexts);
     if (bitmap == player_.gBitmapFileName && text == player_.gTextFileName) return true;
     const std::string wrong = trySkin(player_.ports, skinFolder() + bitmap, skinFolder() + text);
     if (!wrong.empty()) messageBox(player_, wrong, Buttons::Ok, Icon::Stop);
@@ -159,21 +162,14 @@ bool frmCustom::canShowSkin() {
 }
 
 void frmCustom::store() {
-    Settings settings;
     takeSwitches();
-    takeKeys(settings);
-    settings.emplace_back("IMAGEHIDE", switchText(player_.gImageHide));
-    settings.emplace_back("AUTOPLAY", switchText(player_.gAutoPlay));
-    settings.emplace_back("QUICK", switchText(player_.gQuickPlay));
-    settings.emplace_back("DELAYTIME", takeDelay());
+    takeKeys();
+    const std::string delay = takeDelay();
     // The skin's paths, and so the skin, change at the next start; the dialog shows the choice at once.
-    player_.gBitmapFileName = skinName(kBitmaps, kDefaultBitmap);
-    player_.gTextFileName = skinName(kTexts, kDefaultText);
-    settings.emplace_back("BITMAPFILE", player_.gBitmapFileName);
-    settings.emplace_back("TEXTFILE", player_.gTextFileName);
+    player_.gBitmapFileName = skinName(kBitmaps);
+    player_.gTextFileName = skinName(kTexts);
     takeWindowMode();
-    settings.emplace_back("WINDOWPOS", std::to_string(player_.gWindowPos));
-    writeSettings(player_, settings);
+    writeSettings(player_, WrittenBy::SettingsDialog, {{kDelayKey, delay}});
     takeDevice();
 }
 
@@ -190,12 +186,10 @@ void frmCustom::lightLamp(int lamp, bool on) {
     if (panel != nullptr) mdlPublicFunction::lightLamp(*panel, lamp, on);
 }
 
-void frmCustom::takeKeys(Settings& settings) {
+void frmCustom::takeKeys() {
+    const std::vector<KeySetting> keys = keySettings();
     for (std::size_t i = 0; i < kKeys; ++i) {
-        const KeySetting& key = keySettings()[i];
-        const std::int16_t code = characterCode(txtCustom[i].Text.get()).value_or(0);
-        player_.*key.code = code;
-        settings.emplace_back(key.key, characterText(code));
+        player_.*keys[i].variable = characterCode(txtCustom[i].Text.get()).value_or(0);
     }
 }
 
@@ -204,25 +198,27 @@ std::string frmCustom::takeDelay() {
     const std::string& text = txtCustom[kDelay].Text;
     const auto number = parseNumber(text);
     // A timer of 0 ms would never tick, and a number that does not fit 16 bits could not be read back.
-    player_.gDelayTime = static_cast<std::int16_t>(number ? std::clamp(*number, 1, kMost) : 500);
+    player_.gDelayTime = static_cast<std::int16_t>(number ? std::clamp(*number, 1, kMost) : PlayerState().gDelayTime);
     const bool kept = number && *number == player_.gDelayTime;
     return kept ? text : std::to_string(player_.gDelayTime);
 }
 
-std::string frmCustom::skinName(List list, const char* byDefault) const {
+std::string frmCustom::skinName(List list) const {
     const std::string name = trimmed(cboCustom[list].Text);
-    return name.empty() ? byDefault : name;
+    if (!name.empty()) return name;
+    const PlayerState fresh;
+    return list == kBitmaps ? fresh.gBitmapFileName : fresh.gTextFileName;
 }
 
 void frmCustom::takeWindowMode() {
     const std::int16_t before = player_.gWindowPos;
     if (optCustom[kMainWindow].Value) {
         putPanel(kTopMost);
-        player_.gWindowPos = 1;
+        player_.gWindowPos = kPanelOnTop;
         return;
     }
-    if (before == 1) putPanel(kNotTopMost);
-    player_.gWindowPos = optCustom[kSubWindow].Value ? 2 : 0;
+    if (before == kPanelOnTop) putPanel(kNotTopMost);
+    player_.gWindowPos = optCustom[kSubWindow].Value ? kMediaOnTop : kNoneOnTop;
 }
 
 void frmCustom::putPanel(int insertAfter) {
@@ -234,9 +230,9 @@ void frmCustom::putPanel(int insertAfter) {
 
 void frmCustom::takeDevice() {
     const int chosen = cboCustom[kDevices].ListIndex;
-    if (chosen < 0 || chosen == player_.gAuxType + 2) return;
+    if (chosen < 0 || chosen == player_.gAuxType - mdlDefinePublic::kChooseDevice) return;
     messageBox(player_, kRestartNotice, Buttons::Ok, Icon::Information);
-    WriteSetting(player_, "AUXTYPE", std::to_string(chosen - 2));
+    WriteSetting(player_, kDeviceKey, std::to_string(chosen + mdlDefinePublic::kChooseDevice));
 }
 
 }  // namespace corvane

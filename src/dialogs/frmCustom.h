@@ -49,8 +49,6 @@ public:
     explicit frmCustom(Player& player);
 
 private:
-    using Settings = std::vector<std::pair<std::string, std::string>>;
-
     void tieFields();
 
     void Form_Load();
@@ -67,10 +65,10 @@ private:
 
     void store();
     void takeSwitches();
-    void takeKeys(Settings& settings);
+    void takeKeys();
     std::string takeDelay();
-    std::string skinName(List list, const char* byDefault) const;
-    std::string skinFolder() const;  ///< with the separator behind it
+    std::string skinName(List list) const;  ///< as it is chosen; the default one where nothing is
+    std::string skinFolder() const;         ///< with the separator behind it
     bool canShowSkin();
     void takeWindowMode();
     void putPanel(int insertAfter);

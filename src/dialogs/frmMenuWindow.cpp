@@ -7,8 +7,19 @@
 
 namespace corvane {
 
-using namespace mdlPublicFunction;
-using namespace mdlDefinePublic;
+using mdlDefinePublic::kCustomOff;
+using mdlDefinePublic::kCustomPlay;
+using mdlDefinePublic::kCustomRepeat;
+using mdlPublicFunction::CloseFile;
+using mdlPublicFunction::messageBox;
+using mdlPublicFunction::NextFile;
+using mdlPublicFunction::PauseFile;
+using mdlPublicFunction::PlayFile;
+using mdlPublicFunction::powerOff;
+using mdlPublicFunction::PrevFile;
+using mdlPublicFunction::SetVolume;
+using mdlPublicFunction::ShuffleList;
+using mdlPublicFunction::toggleRepeat;
 
 frmMenuWindow::frmMenuWindow(Player& player) : player_(player) {
     for (MenuItem& item : mnuSub) {
@@ -29,14 +40,14 @@ void frmMenuWindow::mnuSub_Click(int index) {
     auto* panel = player_.forms.find<MainPanelControls>();
     if (panel == nullptr) return;
     switch (index) {
-        case 8:
+        case kMin:
             panel->WindowState =
                 panel->WindowState == WindowState::Normal ? WindowState::Minimized : WindowState::Normal;
             break;
-        case 11:
+        case kHelp:
             player_.ports.dialogs.help();
             break;
-        case 12:
+        case kPowerOff:
             powerOff(player_);
             break;
         default:
@@ -49,26 +60,26 @@ void frmMenuWindow::PlayCmd_Click(int index) {
     if (panel == nullptr) return;
     switch (index) {
         // The tests look one button above those that the keys test, on purpose.
-        case 0:
+        case kPlayEntry:
             if (panel->cmdMainPanel[kPause].Enabled) PlayFile(player_);
             break;
-        case 1:
+        case kPauseEntry:
             if (panel->cmdMainPanel[kStop].Enabled) PauseFile(player_);
             break;
-        case 2:
+        case kStopEntry:
             CloseFile(player_, false);
             break;
-        case 3:
+        case kPrevEntry:
             player_.gBackPending = true;  // goes back one file at once
             PrevFile(player_);
             break;
-        case 4:
+        case kNextEntry:
             NextFile(player_);
             break;
-        case 6:
+        case kVolumeUpEntry:
             SetVolume(player_, 0);
             break;
-        case 7:
+        case kVolumeDownEntry:
             SetVolume(player_, 1);
             break;
         default:
@@ -77,7 +88,7 @@ void frmMenuWindow::PlayCmd_Click(int index) {
 }
 
 void frmMenuWindow::PlayMode_Click(int index) {
-    if (index == 0) {
+    if (index == kRepeatEntry) {
         toggleRepeat(player_);
     } else if (player_.gFileCount >= 3) {
         ShuffleList(player_);
@@ -86,16 +97,16 @@ void frmMenuWindow::PlayMode_Click(int index) {
 
 void frmMenuWindow::PlayCustom_Click(int index) {
     switch (index) {
-        case 0:
+        case kStartPosition:
             setStartPosition();
             break;
-        case 1:
+        case kStopPosition:
             setStopPosition();
             break;
-        case 3:
+        case kCustomOn:
             player_.gCustomMode = player_.gCustomMode == kCustomOff ? kCustomPlay : kCustomOff;
             break;
-        case 4:
+        case kCustomRepeats:
             player_.gCustomMode = player_.gCustomMode == kCustomRepeat ? kCustomPlay : kCustomRepeat;
             break;
         default:

@@ -5,29 +5,19 @@
 #include <array>
 #include <utility>
 
+#include "types/text.h"
+
 namespace corvane {
 
 namespace {
 
 constexpr std::string_view kBlanks = " \t\v\f";
-constexpr std::string_view kMark = "\xEF\xBB\xBF";
 constexpr int kMostTracks = 99;
 constexpr std::size_t kMostFiles = 99;
 constexpr int kMostIndex = 99;
 
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
-std::string upper(std::string_view text) {
-    std::string raised(text);
-    for (char& c : raised) {
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-    }
-    return raised;
-}
+using text::trimmed;
+using text::upper;
 
 /// Takes the first word off.
 std::string_view takeWord(std::string_view& text) {
@@ -91,7 +81,7 @@ class Reader {
 public:
     /// The reason in words, null when the line is understood.
     const char* line(std::string_view text) {
-        const std::string command = upper(takeWord(text));
+        const std::string command = upper(std::string(takeWord(text)));
         if (command == "FILE") return file(text);
         if (command == "TRACK") return track(text);
         if (command == "INDEX") return index(text);
@@ -139,7 +129,7 @@ private:
         name.erase(0, name.find_last_of("/\\") + 1);  // also of a path of the machine that it was made on
         if (name.empty() || name == "." || name == ".." || kind.empty()) return "a FILE has no name or no type";
         if (sheet_.files.size() == kMostFiles) return "it names too many files";
-        const std::string word = upper(kind);
+        const std::string word = upper(std::string(kind));
         sheet_.files.push_back({std::move(name), word == "BINARY"     ? CueFile::Kind::Raw
                                                  : word == "MOTOROLA" ? CueFile::Kind::RawSwapped
                                                                       : CueFile::Kind::Sound});
@@ -153,7 +143,7 @@ private:
         const auto number = numberOf(takeWord(text));
         const int least = sheet_.tracks.empty() ? 1 : sheet_.tracks.back().number + 1;
         if (!number || *number < least || *number > kMostTracks) return "a TRACK has no number that may follow";
-        const std::string word = upper(takeWord(text));
+        const std::string word = upper(std::string(takeWord(text)));
         const auto* const mode =
             std::find_if(kModes.begin(), kModes.end(), [&](const Mode& one) { return one.word == word; });
         if (mode == kModes.end()) return "a TRACK is of no kind that is known";
@@ -214,7 +204,7 @@ std::string refusal(const char* why) { return std::string("The sheet of the disc
 ReadCueSheet readCueSheet(std::string_view text) {
     if (text.size() > kMostCueBytes) return {std::nullopt, refusal("it is too long")};
     if (text.find('\0') != std::string_view::npos) return {std::nullopt, refusal("it is no text")};
-    if (text.substr(0, kMark.size()) == kMark) text.remove_prefix(kMark.size());
+    text = text::withoutMark(text);
     Reader reader;
     while (!text.empty()) {
         const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());

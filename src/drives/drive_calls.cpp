@@ -114,7 +114,7 @@ DriveCalls& DriveCalls::all() {
 }
 
 void DriveCalls::release(std::shared_ptr<void> last) {
-    Worker::run(
+    Worker::runOnKept(
         [last = std::make_shared<std::shared_ptr<void>>(std::move(last))](const Worker::GiveUp&) { last->reset(); });
 }
 
@@ -167,14 +167,82 @@ bool DriveCalls::run(const std::string& path, Wait wait, std::function<void()> q
         if (follow(path, *call)) question();
         call->finish();
     };
-    if (!Worker::run(ask, [call] { call->finish(); })) return false;
-    const bool answered = call->wait(due, wait.giveUp);
+    if (!Worker::runOnKept(ask, [call] { call->finish(); })) return false;
+    return settle(path, call, call->wait(due, wait.giveUp), due);
+}
+
+/// Keeps in mind what was not answered. True: there is an answer.
+bool DriveCalls::settle(const std::string& path, const std::shared_ptr<Call>& call, bool answered,
+                        Clock::time_point due) {
     const std::lock_guard lock(mutex_);
     const std::lock_guard known(call->mutex);
     if (answered) return !call->refused;
     const std::string& at = call->at.empty() ? path : call->at;
     unanswered_.push_back({{mountOf(at), folderOf(at)}, folderOf(path), call->links, call, due});
     return false;
+}
+
+/// Paths that are asked about one after the other. Behind one that hangs, another thread goes on.
+class DriveCalls::Row {
+public:
+    Row(std::vector<Each> paths, std::function<void(std::size_t)> question, Clock::time_point end)
+        : paths_(std::move(paths)), question_(std::move(question)), end_(end) {
+        for (std::size_t i = 0; i < paths_.size(); ++i) calls_.push_back(std::make_shared<Call>());
+    }
+    const Each& path(std::size_t at) const { return paths_[at]; }
+    const std::shared_ptr<Call>& call(std::size_t at) const { return calls_[at]; }
+    void leave(std::size_t at) { left_ = at + 1; }
+
+    /// On its thread, which ends behind a question that nobody waits for any more.
+    void ask(DriveCalls& drives) {
+        while (Clock::now() < end_) {
+            const std::size_t at = next_++;
+            if (at >= paths_.size()) return;
+            ask(drives, at);
+            if (at < left_) return;
+        }
+    }
+
+private:
+    void ask(DriveCalls& drives, std::size_t at) noexcept {
+        Call& call = *calls_[at];
+        try {
+            const Each& path = paths_[at];
+            if (!drives.mayAsk(path.path, std::min(end_, Clock::now() + path.patience), nullptr)) {
+                call.tell([](Call& one) { one.refused = true; });
+            } else if (drives.follow(path.path, call)) {
+                question_(at);
+            }
+        } catch (...) {
+            call.tell([](Call& one) { one.refused = true; });  // there is no memory: no answer
+        }
+        call.finish();
+    }
+
+    const std::vector<Each> paths_;
+    const std::function<void(std::size_t)> question_;
+    const Clock::time_point end_;
+    std::vector<std::shared_ptr<Call>> calls_;
+    std::atomic<std::size_t> next_{0};  ///< to be asked about
+    std::atomic<std::size_t> left_{0};  ///< nobody waits for those before this one any more
+};
+
+std::vector<bool> DriveCalls::runEach(const std::vector<Each>& paths, Wait longest,
+                                      std::function<void(std::size_t)> question) {
+    std::vector<bool> answered(paths.size(), false);
+    const Clock::time_point end = Clock::now() + longest.patience;
+    const auto row = std::make_shared<Row>(paths, std::move(question), end);
+    const auto isOver = [&] { return Clock::now() >= end || (longest.giveUp != nullptr && *longest.giveUp); };
+    for (std::size_t at = 0; at < paths.size() && !isOver();) {
+        if (!Worker::runOnKept([this, row](const Worker::GiveUp&) { row->ask(*this); })) break;
+        for (bool goesOn = true; goesOn && at < paths.size(); ++at) {
+            const Clock::time_point due = std::min(end, Clock::now() + paths[at].patience);
+            goesOn = row->call(at)->wait(due, longest.giveUp);
+            if (!goesOn) row->leave(at);
+            answered[at] = settle(paths[at].path, row->call(at), goesOn, due);
+        }
+    }
+    return answered;
 }
 
 }  // namespace corvane

@@ -47,6 +47,28 @@ public:
         return answered ? std::move(*answer) : std::nullopt;
     }
 
+    /// A path to be asked about, and how long for.
+    struct Each {
+        std::string path;
+        Patience patience;
+    };
+    /// The same about many paths, one after the other on one thread; one that is not answered in time keeps no other
+    /// back. All together are waited for no longer than `longest`: what is left over then has no answer.
+    template <class Answer>
+    std::vector<std::optional<Answer>> askEach(const std::vector<Each>& paths, Wait longest,
+                                               std::function<Answer(const std::string& path)> question) {
+        const auto answers = std::make_shared<std::vector<std::optional<Answer>>>(paths.size());
+        const std::vector<bool> answered =
+            runEach(paths, longest, [answers, paths, question = std::move(question)](std::size_t at) {
+                (*answers)[at].emplace(question(paths[at].path));
+            });
+        std::vector<std::optional<Answer>> result(paths.size());
+        for (std::size_t i = 0; i < paths.size(); ++i) {
+            if (answered[i]) result[i] = std::move((*answers)[i]);
+        }
+        return result;
+    }
+
     /// On from a signal that asks the program to end until that is heard: ends a wait that takes it as its flag, which
     /// none does that reads or saves.
     static inline std::atomic<bool> hurried{false};
@@ -69,7 +91,10 @@ private:
         std::shared_ptr<Call> call;
         Clock::time_point due;
     };
+    class Row;
     bool run(const std::string& path, Wait wait, std::function<void()> question);
+    std::vector<bool> runEach(const std::vector<Each>& paths, Wait longest, std::function<void(std::size_t)> question);
+    bool settle(const std::string& path, const std::shared_ptr<Call>& call, bool answered, Clock::time_point due);
     bool follow(const std::string& path, Call& call);
     bool mayAsk(const std::string& path, Clock::time_point due, const std::atomic<bool>* giveUp);
     std::optional<Unanswered> unansweredOf(const std::string& path);

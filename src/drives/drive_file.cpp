@@ -37,6 +37,10 @@ std::unique_ptr<DriveFile> DriveFile::open(const std::string& path, DriveCalls::
     return std::unique_ptr<DriveFile>(new DriveFile(path, wait, *opened));
 }
 
+std::unique_ptr<DriveFile> DriveFile::again() const {
+    return std::unique_ptr<DriveFile>(new DriveFile(path_, wait_, handle_));
+}
+
 std::int64_t DriveFile::read(std::int64_t from, char* to, std::size_t count) {
     count = std::min(count, kPiece);
     // What lies in memory needs no drive.

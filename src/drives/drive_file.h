@@ -21,10 +21,15 @@ public:
     /// The whole file; empty when it cannot be read in time or is longer than limit bytes.
     static std::optional<std::string> readAll(const std::string& path, DriveCalls::Wait wait, std::size_t limit);
 
+    /// Another reader of the same open file, with the same wait: the name is not asked for again, and means the same
+    /// file whatever lies there now. Any thread.
+    std::unique_ptr<DriveFile> again() const;
+
     DriveFile(const DriveFile&) = delete;
     DriveFile& operator=(const DriveFile&) = delete;
     ~DriveFile();
 
+    const std::string& path() const { return path_; }
     std::int64_t size() const { return size_; }  ///< bytes, when it was opened
     /// Copies up to `count` bytes from a place; fewer also before the end, 0 at the end. -1: it cannot be read, or the
     /// wait was over.

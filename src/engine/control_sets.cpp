@@ -87,7 +87,7 @@ std::int32_t MainPanelControls::CalcPos(const mdlDefinePublic::PlayerState& stat
     const double share = static_cast<double>(x) / state.gSlideWidth;
     const auto target =
         static_cast<std::int32_t>(std::nearbyint(share * mdlPublicFunction::packedSeconds(packedLength)));
-    return target % 60 * 0x10000 + target / 60 * 0x100;
+    return target % 60 * mdlDefinePublic::kPackedSecond + target / 60 * mdlDefinePublic::kPackedMinute;
 }
 
 MenuWindowControls::MenuWindowControls()
@@ -113,17 +113,18 @@ MenuWindowControls::MenuWindowControls()
     }
     for (std::size_t i = 0; i < PlayCmd.size(); ++i) {
         caption(PlayCmd[i], kCmd[i]);
-        mnuSub[0].children.push_back(&PlayCmd[i]);
+        mnuSub[kPlayCommand].children.push_back(&PlayCmd[i]);
     }
     for (std::size_t i = 0; i < PlayMode.size(); ++i) {
         caption(PlayMode[i], kMode[i]);
-        mnuSub[2].children.push_back(&PlayMode[i]);
+        mnuSub[kPlayMode].children.push_back(&PlayMode[i]);
     }
     for (std::size_t i = 0; i < PlayCustom.size(); ++i) {
         caption(PlayCustom[i], kCustom[i]);
-        mnuSub[4].children.push_back(&PlayCustom[i]);
+        mnuSub[kPlayCustom].children.push_back(&PlayCustom[i]);
     }
-    for (MenuItem* const choice : {&PlayMode[0], &PlayCustom[3], &PlayCustom[4]}) choice->Checkable = true;
+    for (MenuItem* const choice : {&PlayMode[kRepeatEntry], &PlayCustom[kCustomOn], &PlayCustom[kCustomRepeats]})
+        choice->Checkable = true;
 }
 
 MciWindowControls::MciWindowControls(Media& media)

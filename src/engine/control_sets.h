@@ -67,6 +67,19 @@ public:
 class MenuWindowControls : public Form {
 public:
     static constexpr FormId kId = FormId::MenuWindow;
+    // Entries by index; what is missing is a separator, or not used.
+    enum Entry { kPlayCommand = 0, kPlayMode = 2, kPlayCustom = 4, kMin = 8, kMenuExit, kHelp = 11, kPowerOff };
+    enum PlayEntry {
+        kPlayEntry = 0,
+        kPauseEntry,
+        kStopEntry,
+        kPrevEntry,
+        kNextEntry,
+        kVolumeUpEntry = 6,
+        kVolumeDownEntry
+    };
+    enum ModeEntry { kRepeatEntry = 0, kShuffleEntry };
+    enum CustomEntry { kStartPosition = 0, kStopPosition, kCustomOn = 3, kCustomRepeats };
     MenuWindowControls();
 
     PictureClip pcpMainPanel;

@@ -5,16 +5,12 @@
 
 namespace corvane {
 
-FormHost::FormHost(Ports& ports) : ports_(ports), timers_(ports.timers, ports.loop) {
-    ports_.loop.onQuiet([this] {
-        if (loading_ == 0) bury();  // a handler that ends while a form loads may have unloaded that form
-    });
-}
+FormHost::FormHost(Ports& ports)
+    : ports_(ports), timers_(ports.timers, ports.loop), quiet_(ports.loop, EventLoop::When::Quiet, [this] {
+          if (loading_ == 0) bury();  // a handler that ends while a form loads may have unloaded that form
+      }) {}
 
-FormHost::~FormHost() {
-    clear();
-    ports_.loop.onQuiet({});
-}
+FormHost::~FormHost() { clear(); }
 
 void FormHost::registerForm(FormId id, Factory factory) { factories_[slot(id)] = std::move(factory); }
 

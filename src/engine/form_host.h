@@ -34,13 +34,14 @@ public:
     /// Detaches and destroys everything without Unload events (the program's end).
     void clear();
 
+    // The same by a form's class. One that was registered as another class is not found; load() throws std::bad_cast.
     template <class F>
     F* find() const {
-        return static_cast<F*>(find(F::kId));
+        return dynamic_cast<F*>(find(F::kId));
     }
     template <class F>
     F& load() {
-        return static_cast<F&>(load(F::kId));
+        return dynamic_cast<F&>(load(F::kId));
     }
     template <class F>
     void unload() {
@@ -58,6 +59,7 @@ private:
     std::array<bool, 8> unloading_{};
     std::vector<std::unique_ptr<Form>> gone_;
     int loading_ = 0;  ///< Load events that run
+    EventLoop::Watch quiet_;
 };
 
 }  // namespace corvane

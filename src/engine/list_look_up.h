@@ -1,34 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
+#include <vector>
 
+#include "engine/mdlDefinePublic.h"
 #include "platform/ports.h"
 
 namespace corvane {
 
-/// Looks up the files that one list is to take. After kMostMissing names without a file none is looked up any more:
-/// each costs time of the user interface, and another program may drop or hand over names by the hundred thousand.
-class ListLookUp {
-public:
-    static constexpr int kMostMissing = 1024;
+/// After so many names without a file none is looked up any more: each costs time of the user interface, and another
+/// program may drop or hand over names by the hundred thousand.
+inline constexpr std::size_t kMostMissing = 1024;
 
-    explicit ListLookUp(Files& files) : files_(files) {}
-    /// The file's own name; empty when there is no such file, or too many names had none.
-    std::optional<std::string> name(const std::string& path) {
-        if (isOver()) return {};
-        std::optional<std::string> found = files_.lookUp(path);
-        if (!found) ++missing_;
-        return found;
-    }
-
-    /// None is looked up any more.
-    bool isOver() const { return missing_ == kMostMissing; }
-
-private:
-    Files& files_;
-    int missing_ = 0;
-};
+/// Looks up the files that one list is to take, in order, by one call of the port where none of them is missing. The
+/// own name of each file, or nothing where there is no such file; those behind a full list (`room` files found) or
+/// behind kMostMissing missing ones have no answer.
+std::vector<std::optional<std::string>> lookUpForList(Files& files, const std::vector<std::string>& paths,
+                                                      std::size_t room = mdlDefinePublic::kMaxFiles);
 
 }  // namespace corvane

@@ -15,6 +15,24 @@ inline constexpr std::int16_t kCustomOff = 0;
 inline constexpr std::int16_t kCustomPlay = 1;    ///< a stop position ends the file
 inline constexpr std::int16_t kCustomRepeat = 2;  ///< a stop position returns to the start position
 
+// gWindowPos
+inline constexpr std::int16_t kNoneOnTop = 0;
+inline constexpr std::int16_t kPanelOnTop = 1;
+inline constexpr std::int16_t kMediaOnTop = 2;  ///< the movie and image window
+
+// gSlideState
+inline constexpr std::int16_t kNoDrag = 0;
+inline constexpr std::int16_t kDragPlaying = 1;  ///< of a playing file
+inline constexpr std::int16_t kDragPaused = 2;   ///< of a paused file
+
+// gAuxType; from 0 on the number of an auxiliary device
+inline constexpr std::int16_t kWaveOutput = -1;
+inline constexpr std::int16_t kChooseDevice = -2;  ///< when the panel loads
+
+// A packed position (TMSF) is track, minute, second and frame, lowest byte first.
+inline constexpr std::int32_t kPackedMinute = 0x100;
+inline constexpr std::int32_t kPackedSecond = 0x10000;
+
 inline constexpr std::int16_t kFullScreenZoom = 5;  ///< gMovieZoom: the movie fills the screen
 
 inline constexpr std::int16_t kFullVolume = 15;  ///< gVolume at its loudest
@@ -22,9 +40,9 @@ inline constexpr std::int16_t kFullVolume = 15;  ///< gVolume at its loudest
 /// The shared player state, read and written by every form.
 struct PlayerState {
     // Settings.
-    std::int16_t gWindowPos = 0;    ///< 0 neither, 1 the panel, 2 the media windows stay on top
-    std::int16_t gDelayTime = 500;  ///< milliseconds
-    std::int16_t gAuxType = -1;     ///< -1 wave output, 0 and up an auxiliary device, -2 choose one
+    std::int16_t gWindowPos = kNoneOnTop;  ///< what stays on top
+    std::int16_t gDelayTime = 500;         ///< milliseconds
+    std::int16_t gAuxType = kWaveOutput;   ///< the volume device
     bool gAutoPlay = false;
     bool gQuickPlay = false;
     std::int16_t gPattern = 0;     ///< file-type filter of the editor, 0 to 8
@@ -66,7 +84,7 @@ struct PlayerState {
 
     // The panel.
     std::int32_t gSlideWidth = 0;  ///< full width of the slider, twips
-    std::int16_t gSlideState = 0;  ///< 0 no drag, 1 of a playing file, 2 of a paused file
+    std::int16_t gSlideState = kNoDrag;
     bool gAltMenuArmed = false;
     std::int16_t gVolume = 0;   ///< 0 to kFullVolume
     std::int16_t gVolumeX = 0;  ///< knob's centre from the knob image's corner, twips

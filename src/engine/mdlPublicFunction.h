@@ -19,16 +19,8 @@ namespace corvane::mdlPublicFunction {
 std::string GetExtension(std::string_view path);
 /// Text before the first "."; a path without a dot: the whole path.
 std::string GetBaseName(std::string_view path);
-/// One of the extensions that lists and drops accept (given in capitals).
-bool isAcceptedExtension(std::string_view extension);
 /// A path whose doubled separator starts at its third character loses one of the two.
 std::string withoutDoubledSeparator(std::string path, char separator);
-/// Format "000" or "00": at least that many digits, the sign kept in front.
-std::string zeroPadded(long long number, int digits);
-/// A whole text that is a number (blanks around it aside), rounded to the nearest whole number, halves to even; empty
-/// otherwise. Decimal with sign, fraction and exponent, or hexadecimal or octal behind "&H" or "&O". Held inside the
-/// 32-bit range.
-std::optional<std::int32_t> parseNumber(std::string_view text);
 
 // --- Opening and transport -------------------------------------------------------------------------------------------
 
@@ -70,9 +62,6 @@ void clearCustomPositions(Player& player);
 
 std::string MsecToText(std::int32_t msec);
 std::string TmsfToText(std::int32_t tmsf);
-/// A floating-point number as the platform's number-to-text conversion gives it (15 significant digits, no padding).
-std::string numberText(double number);
-
 /// One second back in packed CD form: from second 0 to second 59 of the minute before; 00:00 stays.
 std::int32_t tmsfSecondBack(std::int32_t tmsf);
 

@@ -16,7 +16,7 @@ public:
     /// Makes what plays files of a type. Nothing is asked of a port yet.
     using Factory = std::function<std::shared_ptr<OpenMedium>(MediaType type)>;
 
-    explicit MediaHost(mdlDefinePublic::PlayerState& state) : state_(state) {}
+    MediaHost(mdlDefinePublic::PlayerState& state, const MediaTypes& types) : state_(state), types_(types) {}
 
     void registerMedium(std::int16_t kind, Factory factory);
     /// What would play the file; it is not open yet. Every kind that a type has is registered.
@@ -33,6 +33,7 @@ public:
 
 private:
     mdlDefinePublic::PlayerState& state_;
+    const MediaTypes& types_;
     std::map<std::int16_t, Factory> factories_;
     std::shared_ptr<OpenMedium> current_;
 };

@@ -11,8 +11,24 @@
 
 namespace corvane {
 
-using namespace mdlPublicFunction;
-using namespace mdlDefinePublic;
+using mdlDefinePublic::kFullVolume;
+using mdlPublicFunction::canGoForward;
+using mdlPublicFunction::CloseFile;
+using mdlPublicFunction::GetBaseName;
+using mdlPublicFunction::GetExtension;
+using mdlPublicFunction::isProgressing;
+using mdlPublicFunction::openFiles;
+using mdlPublicFunction::openLengthUs;
+using mdlPublicFunction::openPositionUs;
+using mdlPublicFunction::PauseFile;
+using mdlPublicFunction::PlayFile;
+using mdlPublicFunction::powerOff;
+using mdlPublicFunction::seekOpenFile;
+using mdlPublicFunction::setVolumeLevel;
+using mdlPublicFunction::ShuffleList;
+using mdlPublicFunction::skipToNext;
+using mdlPublicFunction::skipToPrevious;
+using mdlPublicFunction::toggleRepeat;
 
 namespace {
 
@@ -33,12 +49,10 @@ std::string titleOf(const Player& player, const std::string& path) {
 
 }  // namespace
 
-MediaSession::MediaSession(Player& player) : player_(player) {
-    player_.ports.loop.onStill([this] { look(); });
-}
+MediaSession::MediaSession(Player& player)
+    : player_(player), still_(player.ports.loop, EventLoop::When::Still, [this] { look(); }) {}
 
 MediaSession::~MediaSession() {
-    player_.ports.loop.onStill({});
     if (idle_ != nullptr && watched_) idle_->inhibit(false);
 }
 
@@ -211,7 +225,7 @@ MediaSession::Answer MediaSession::seekTo(std::uint32_t track, std::int64_t posi
 
 MediaSession::Answer MediaSession::open(const std::string& path) {
     if (isBusy()) return Answer::Busy;
-    if (!isAcceptedExtension(GetExtension(path))) return Answer::NotSupported;
+    if (!player_.types.knows(GetExtension(path))) return Answer::NotSupported;
     if (!player_.ports.files.lookUp(path)) return Answer::Invalid;
     openFiles(player_, {path});
     return Answer::Done;

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "engine/player.h"
 #include "forms/event.h"
@@ -57,6 +58,8 @@ public:
     void keepAwakeBy(IdleInhibitor* idle) { idle_ = idle; }
 
     const MediaState& state() const { return state_; }
+    /// Of the files that open() takes, by their names in the shared database of types.
+    std::vector<std::string> mimeTypes() const { return player_.types.mimeTypes(); }
     std::int64_t positionUs() const;  ///< microseconds from the track's beginning; 0 while stopped
 
     Event<> Changed;             ///< state() has changed
@@ -100,6 +103,7 @@ private:
     std::uint32_t tracks_ = 0;        ///< numbers given so far
     std::int64_t toldUs_ = 0;         ///< position as those who listen know it, at toldAtMs_
     std::int64_t toldAtMs_ = 0;
+    EventLoop::Watch still_;
 };
 
 }  // namespace corvane

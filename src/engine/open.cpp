@@ -47,7 +47,7 @@ void PlayFile(Player& player) {
     if (player.gFileCount == 0 || panel == nullptr) return;
     ++player.turns;
     player.gPlaying = true;
-    player.gSlideState = 0;
+    player.gSlideState = mdlDefinePublic::kNoDrag;
     panel->cmdMainPanel[kPlay].Enabled = false;
     nameStepButtons(*panel, false);
     panel->cmdMainPanel[kEditor].Enabled = false;

@@ -9,7 +9,9 @@
 
 namespace corvane {
 
-using namespace mdlPublicFunction;
+using mdlPublicFunction::currentPath;
+using mdlPublicFunction::setSlider;
+using mdlPublicFunction::setTime;
 
 OpenMedium::OpenMedium(Player& player, MediaType type) : player_(player), type_(std::move(type)) {}
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/panel_texts.h"
+#include "types/numbers.h"
 
 namespace corvane::mdlPublicFunction {
 

@@ -28,13 +28,15 @@ struct Entry {
 
 /// The files that a list takes, in order, by the rules of a drop.
 std::vector<Entry> usable(Player& player, const std::vector<std::string>& files) {
-    std::vector<Entry> entries;
-    ListLookUp lookUp(player.ports.files);
+    std::vector<std::string> paths;
     for (const std::string& file : files) {
-        if (entries.size() == mdlDefinePublic::kMaxFiles) break;
-        if (!isAcceptedExtension(GetExtension(file))) continue;
-        std::string path = withoutDoubledSeparator(file, player.ports.files.separator());
-        if (const auto name = lookUp.name(path)) entries.push_back({GetBaseName(*name), std::move(path)});
+        if (!player.types.knows(GetExtension(file))) continue;
+        paths.push_back(withoutDoubledSeparator(file, player.ports.files.separator()));
+    }
+    const auto names = lookUpForList(player.ports.files, paths);
+    std::vector<Entry> entries;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (names[i]) entries.push_back({GetBaseName(*names[i]), std::move(paths[i])});
     }
     return entries;
 }

@@ -10,6 +10,7 @@
 #include "engine/mdlDefinePublic.h"
 #include "engine/media_host.h"
 #include "platform/ports.h"
+#include "types/media_types.h"
 
 namespace corvane {
 
@@ -33,7 +34,8 @@ struct Player : mdlDefinePublic::PlayerState {
 
     Ports& ports;
     FormHost forms;
-    MediaHost media{*this};
+    MediaTypes types;  ///< the files that are played; what is added here is played like the others
+    MediaHost media{*this, types};
     bool playsAtStart = false;  ///< files were given to be opened: the list begins although gAutoPlay is off
     std::string openedPath;     ///< of the file opened last
     Opening opening;            ///< of the file opened last

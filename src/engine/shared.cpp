@@ -14,20 +14,22 @@ void stopAndLeave(Player& player, MainPanelControls& panel) {
     player.forms.unload<MainPanelControls>();
 }
 
-void prepareMenu(Player& player, MenuWindowControls& menu, const MainPanelControls& panel) {
-    menu.PlayMode[0].Checked = player.gRepeat;
-    menu.mnuSub[8].Caption = panel.WindowState != WindowState::Normal ? "Max" : "Min";
-    menu.PlayCmd[0].Visible = panel.cmdMainPanel[kPlay].Enabled.get();
-    menu.PlayCmd[1].Visible = panel.cmdMainPanel[kPause].Enabled.get();
+using M = MenuWindowControls;
+
+void prepareMenu(Player& player, M& menu, const MainPanelControls& panel) {
+    menu.PlayMode[M::kRepeatEntry].Checked = player.gRepeat;
+    menu.mnuSub[M::kMin].Caption = panel.WindowState != WindowState::Normal ? "Max" : "Min";
+    menu.PlayCmd[M::kPlayEntry].Visible = panel.cmdMainPanel[kPlay].Enabled.get();
+    menu.PlayCmd[M::kPauseEntry].Visible = panel.cmdMainPanel[kPause].Enabled.get();
     const auto index = static_cast<std::size_t>(player.gFileIndex);
-    menu.PlayCustom[0].Checked = player.gStartPosition[index] != 0;
-    menu.PlayCustom[1].Checked = player.gStopPosition[index] != 0;
+    menu.PlayCustom[M::kStartPosition].Checked = player.gStartPosition[index] != 0;
+    menu.PlayCustom[M::kStopPosition].Checked = player.gStopPosition[index] != 0;
     const auto medium = player.media.current();
     const bool settable = medium && medium->takesCustomPositions() && panel.isPaused();
-    menu.PlayCustom[0].Enabled = settable;
-    menu.PlayCustom[1].Enabled = settable;
-    menu.PlayCustom[3].Checked = player.gCustomMode != mdlDefinePublic::kCustomOff;
-    menu.PlayCustom[4].Checked = player.gCustomMode == mdlDefinePublic::kCustomRepeat;
+    menu.PlayCustom[M::kStartPosition].Enabled = settable;
+    menu.PlayCustom[M::kStopPosition].Enabled = settable;
+    menu.PlayCustom[M::kCustomOn].Checked = player.gCustomMode != mdlDefinePublic::kCustomOff;
+    menu.PlayCustom[M::kCustomRepeats].Checked = player.gCustomMode == mdlDefinePublic::kCustomRepeat;
 }
 
 }  // namespace

@@ -41,16 +41,14 @@ void TimerDriver::propertyChanged(Control& control, PropertyId property) {
 
 void TimerDriver::arm(Timer& timer, Armed& armed) {
     if (timer.Interval <= 0) return;
-    const int generation = *armed.generation;
-    const std::weak_ptr<int> current = armed.generation;
     Timer* const ticking = &timer;
-    armed.id = timers_.start(timer.Interval, [this, ticking, generation, current] {
+    const Generation::Ticket arming = armed.arming.ticket();
+    armed.id = timers_.start(timer.Interval, [this, ticking, arming] {
         const auto found = armed_.find(ticking);
         if (found == armed_.end() || found->second.waiting) return;
         found->second.waiting = true;
-        loop_.post([this, ticking, generation, current] {
-            const auto now = current.lock();
-            if (!now || *now != generation) return;
+        loop_.post([this, ticking, arming] {
+            if (!arming.isCurrent()) return;
             armed_[ticking].waiting = false;
             ticking->Tick.raise();
         });
@@ -58,7 +56,7 @@ void TimerDriver::arm(Timer& timer, Armed& armed) {
 }
 
 void TimerDriver::disarm(Armed& armed) {
-    ++*armed.generation;
+    armed.arming.next();
     armed.waiting = false;
     if (armed.id != 0) timers_.stop(armed.id);
     armed.id = 0;

@@ -2,9 +2,9 @@
 #pragma once
 
 #include <map>
-#include <memory>
 
 #include "forms/form.h"
+#include "platform/generation.h"
 #include "platform/ports.h"
 
 namespace corvane {
@@ -23,9 +23,9 @@ public:
 
 private:
     struct Armed {
-        TimerId id = 0;                                              ///< 0: not armed
-        std::shared_ptr<int> generation = std::make_shared<int>(0);  ///< changes when disarmed: older ticks are dropped
-        bool waiting = false;                                        ///< a tick is posted
+        TimerId id = 0;        ///< 0: not armed
+        Generation arming;     ///< the next one when it is disarmed: older ticks are dropped
+        bool waiting = false;  ///< a tick is posted
     };
     void propertyChanged(Control& control, PropertyId property) override;
     void arm(Timer& timer, Armed& armed);

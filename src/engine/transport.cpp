@@ -161,7 +161,7 @@ void CloseFile(Player& player, bool keepImage) {
 
 void closeMedia(Player& player, MainPanelControls& panel, bool keepImage) {
     forgetBackPress(player, panel);
-    player.gSlideState = 0;
+    player.gSlideState = mdlDefinePublic::kNoDrag;
     const auto medium = player.media.current();
     if (medium) medium->giveUp();
     if (!keepImage) player.forms.unload<ImageWindowControls>();

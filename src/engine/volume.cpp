@@ -113,7 +113,7 @@ void followVolume(Player& player) {
 }
 
 void chooseVolumeDevice(Player& player) {
-    if (player.gAuxType != -2) return;
+    if (player.gAuxType != mdlDefinePublic::kChooseDevice) return;
     player.gAuxType = 0;
     const int devices = player.ports.sound.auxGetNumDevs();
     for (int device = 0; device < devices; ++device) {

@@ -38,8 +38,7 @@ enum class ControlKind {
     FolderBox,
     FileBox,
     MenuItem,
-    Movie,
-    Mci
+    Movie
 };
 
 enum class PropertyId {

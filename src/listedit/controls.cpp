@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <utility>
+
 #include "listedit/filters.h"
 #include "listedit/frmFileList.h"
 
 namespace corvane {
 
-FileListControls::FileListControls()
+FileListControls::FileListControls(const MediaTypes& types)
     : Form("frmFileList", FormStyle::Dialog),
       lblFileList(controlArray<Label, 8>(this, "lblFileList")),
       drvFileList(this, "drvFileList"),
@@ -19,7 +21,7 @@ FileListControls::FileListControls()
       cmdFileList(controlArray<CommandButton, 10>(this, "cmdFileList")) {
     Caption = "Corvane - Play List";
     nameControls();
-    fillChoices();
+    fillChoices(types);
     orderTabs();
 }
 
@@ -52,9 +54,11 @@ void FileListControls::nameControls() {
     hscrPageList.AccessibleName = "Page number";
 }
 
-void FileListControls::fillChoices() {
+void FileListControls::fillChoices(const MediaTypes& types) {
     const std::vector<std::string> zooms = {"ORIGINAL", "DOUBLE", "1/16 CRT", "1/4 CRT", "1/2 CRT", "STRETCH"};
-    cboFileList[kPattern].setItems(typeFilterEntries());
+    std::vector<std::string> filters;
+    for (const TypeFilter& each : typeFilters(types)) filters.push_back(each.entry);
+    cboFileList[kPattern].setItems(std::move(filters));
     cboFileList[kMovieZoom].setItems(zooms);
     cboFileList[kImageZoom].setItems(zooms);
     cboFileList[kInterval].setItems({"0", "3", "5", "10", "20", "40", "60"});

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "types/text.h"
+
 namespace corvane {
 
 namespace {
@@ -38,12 +40,6 @@ std::string rootOf(const std::string& folder, char separator) {
 }
 
 }  // namespace
-
-std::string joinPath(const std::string& folder, std::string_view name, char separator) {
-    std::string path = folder;
-    if (path.empty() || path.back() != separator) path += separator;
-    return path.append(name);
-}
 
 void FileBoxes::open(const std::string& folder, const std::string& programFolder) {
     drives_ = files_.drives();
@@ -136,7 +132,7 @@ void FileBoxes::showFolder() {
     const std::string indent(items.size() * 2, ' ');
     for (const std::string& name : files_.folders(folder)) {
         items.push_back(indent + name);
-        folderPaths_.push_back(joinPath(folder, name, separator));
+        folderPaths_.push_back(text::joinPath(folder, name, separator));
     }
     folderBox_.setItems(std::move(items));
     folderBox_.ListIndex = current;

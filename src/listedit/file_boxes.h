@@ -11,9 +11,6 @@
 
 namespace corvane {
 
-/// Path of an entry of a folder; a folder that is a root already ends in the separator.
-std::string joinPath(const std::string& folder, std::string_view name, char separator);
-
 /// Fills a drive box, a folder box and a file box through the Files port and walks between folders. The folder box
 /// shows the way from the drive's root to its folder and then that folder's own folders, each level set in by two
 /// blanks. None of the controls is owned.

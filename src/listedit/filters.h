@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "types/media_types.h"
+
 namespace corvane {
 
 /// One entry of the editor's file-type choice and the patterns that it puts on the file box.
@@ -13,9 +15,8 @@ struct TypeFilter {
 };
 
 /// The nine filters, in the order of the "PATTERN" setting.
-const std::vector<TypeFilter>& typeFilters();
-std::vector<std::string> typeFilterEntries();
+std::vector<TypeFilter> typeFilters(const MediaTypes& types);
 /// Place of the filter with exactly this entry, or -1.
-int findTypeFilter(const std::string& entry);
+int findTypeFilter(const std::vector<TypeFilter>& filters, const std::string& entry);
 
 }  // namespace corvane

@@ -8,14 +8,18 @@
 #include "engine/return_to_panel.h"
 #include "listedit/filters.h"
 #include "storage/settings.h"
+#include "types/numbers.h"
 #include "types/text.h"
 
 namespace corvane {
 
-using namespace mdlPublicFunction;
+using mdlPublicFunction::messageBox;
 
 frmFileList::frmFileList(Player& player)
-    : player_(player), boxes_(player.ports.files, drvFileList, dirFileList, fleFileList), layout_(*this) {
+    : FileListControls(player.types),
+      player_(player),
+      boxes_(player.ports.files, drvFileList, dirFileList, fleFileList),
+      layout_(*this) {
     tieButtons();
     tieBoxes();
     tieWindow();
@@ -43,7 +47,7 @@ void frmFileList::tieBoxes() {
         return index < lstFileList[1].count() ? lstFileList[1].item(index) : std::string();
     };
     fleFileList.tipOf = [this](int index) {
-        return joinPath(fleFileList.Path, fleFileList.item(index), player_.ports.files.separator());
+        return text::joinPath(fleFileList.Path, fleFileList.item(index), player_.ports.files.separator());
     };
     fleFileList.DblClick.tie([this] { fleFileList_DblClick(); });
     lstFileList[0].DblClick.tie([this] { lstFileList_DblClick(); });
@@ -126,10 +130,11 @@ void frmFileList::cmdFileList_Click(int index) {
 void frmFileList::cboFileList_Click(int index) {
     ComboBox& combo = cboFileList[static_cast<std::size_t>(index)];
     if (index == kPattern) {
-        const int filter = findTypeFilter(combo.Text);
+        const std::vector<TypeFilter> filters = typeFilters(player_.types);
+        const int filter = findTypeFilter(filters, combo.Text);
         if (filter < 0) return;
         player_.gPattern = static_cast<std::int16_t>(filter);
-        fleFileList.Pattern = std::string(typeFilters()[static_cast<std::size_t>(filter)].patterns);
+        fleFileList.Pattern = filters[static_cast<std::size_t>(filter)].patterns;
         boxes_.showFiles();
     } else if (index == kMovieZoom) {
         player_.gMovieZoom = static_cast<std::int16_t>(combo.ListIndex);
@@ -200,12 +205,7 @@ void frmFileList::cancel() { returnToPanel(player_, kId); }
 
 void frmFileList::writeChoices() {
     if (const auto seconds = interval()) player_.gInterval = *seconds;  // what was typed; chosen, it counts already
-    writeSettings(player_, {{"PATTERN", std::to_string(cboFileList[kPattern].ListIndex)},
-                            {"MOVIEZOOM", std::to_string(cboFileList[kMovieZoom].ListIndex)},
-                            {"IMAGEZOOM", std::to_string(cboFileList[kImageZoom].ListIndex)},
-                            {"INTERVAL", std::to_string(player_.gInterval)},
-                            {"FILENUM", std::to_string(player_.gListNumber)},
-                            {"PAGENUM", std::to_string(player_.gPageNumber)}});
+    writeSettings(player_, WrittenBy::Editor);
 }
 
 }  // namespace corvane

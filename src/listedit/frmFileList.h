@@ -30,7 +30,8 @@ public:
         kPlayListHeading
     };
 
-    FileListControls();
+    /// Of the types, the filters are offered.
+    explicit FileListControls(const MediaTypes& types);
 
     std::array<Label, 8> lblFileList;
     DriveBox drvFileList;
@@ -46,7 +47,7 @@ public:
 
 private:
     void nameControls();
-    void fillChoices();
+    void fillChoices(const MediaTypes& types);
     void orderTabs();
 };
 

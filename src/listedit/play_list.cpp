@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
+#include <limits>
 #include <utility>
 
+#include "engine/list_look_up.h"
 #include "engine/mdlPublicFunction.h"
 #include "listedit/frmFileList.h"
 #include "storage/play_lists.h"
@@ -11,8 +13,13 @@
 
 namespace corvane {
 
-using namespace mdlPublicFunction;
 using mdlDefinePublic::kMaxFiles;
+using mdlPublicFunction::GetBaseName;
+using mdlPublicFunction::GetExtension;
+using mdlPublicFunction::listReplaced;
+using mdlPublicFunction::messageBox;
+using mdlPublicFunction::showList;
+using mdlPublicFunction::withoutDoubledSeparator;
 
 std::string frmFileList::currentListFile() const {
     return listFileName(player_, player_.gPageNumber, player_.gListNumber);
@@ -51,7 +58,7 @@ void frmFileList::addRow(std::string name, std::string path) {
 }
 
 void frmFileList::addFile(const std::string& name) {
-    addRow(name, joinPath(fleFileList.Path, name, player_.ports.files.separator()));
+    addRow(name, text::joinPath(fleFileList.Path, name, player_.ports.files.separator()));
 }
 
 void frmFileList::addSelected() {
@@ -110,10 +117,14 @@ void frmFileList::lstFileList_DblClick() {
 void frmFileList::lstFileList_OLEDragDrop(const DropData& dropped) {
     if (!dropped.hasFiles) return;
     Files& files = player_.ports.files;
+    std::vector<std::string> paths;
     for (const std::string& file : dropped.files) {
-        if (!isAcceptedExtension(GetExtension(file))) continue;
-        std::string path = withoutDoubledSeparator(file, files.separator());
-        if (auto name = files.lookUp(path)) addRow(std::move(*name), std::move(path));
+        if (player_.types.knows(GetExtension(file))) paths.push_back(withoutDoubledSeparator(file, files.separator()));
+    }
+    constexpr std::size_t kAnyNumber = std::numeric_limits<std::size_t>::max();  // the save tells what does not fit
+    auto names = lookUpForList(files, paths, kAnyNumber);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (names[i]) addRow(std::move(*names[i]), std::move(paths[i]));
     }
     fitHorizontalRange();
 }

@@ -5,7 +5,18 @@
 
 namespace corvane {
 
-using namespace mdlPublicFunction;
+using mdlPublicFunction::CloseFile;
+using mdlPublicFunction::knobLevel;
+using mdlPublicFunction::NextFile;
+using mdlPublicFunction::PauseFile;
+using mdlPublicFunction::PlayFile;
+using mdlPublicFunction::powerOff;
+using mdlPublicFunction::PrevFile;
+using mdlPublicFunction::SetVolume;
+using mdlPublicFunction::setVolumeLevel;
+using mdlPublicFunction::showPopupMenu;
+using mdlPublicFunction::ShuffleList;
+using mdlPublicFunction::toggleRepeat;
 
 void frmMainPanel::cmdMainPanel_Click(int index) {
     switch (index) {

@@ -3,10 +3,9 @@
 
 #include "engine/mdlPublicFunction.h"
 #include "panel/frmMainPanel.h"
+#include "types/numbers.h"
 
 namespace corvane {
-
-using namespace mdlPublicFunction;
 
 void frmMainPanel::tmrDisplay_Timer() {
     blinkTime();

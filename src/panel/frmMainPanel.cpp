@@ -6,10 +6,25 @@
 #include "engine/mdlPublicFunction.h"
 #include "panel/forms.h"
 #include "panel/skin_builder.h"
+#include "types/numbers.h"
 
 namespace corvane {
 
-using namespace mdlPublicFunction;
+using mdlPublicFunction::chooseVolumeDevice;
+using mdlPublicFunction::CloseFile;
+using mdlPublicFunction::commandKey;
+using mdlPublicFunction::findVolume;
+using mdlPublicFunction::fixedKeyDown;
+using mdlPublicFunction::fixedKeyUp;
+using mdlPublicFunction::followVolume;
+using mdlPublicFunction::lightLamp;
+using mdlPublicFunction::messageBox;
+using mdlPublicFunction::openFiles;
+using mdlPublicFunction::placeIndicator;
+using mdlPublicFunction::powerOff;
+using mdlPublicFunction::putVolumeBack;
+using mdlPublicFunction::SetWindowZOrder;
+using mdlPublicFunction::takeFiles;
 
 void registerPanelForms(Player& player) {
     player.forms.registerForm(FormId::MainPanel, [&player] { return std::make_unique<frmMainPanel>(player); });
@@ -102,7 +117,7 @@ void frmMainPanel::Form_Load() {
     placeIndicator(player_);
     player_.ports.sound.WaveOutChanged.tie([&player = player_] { followVolume(player); });
     tmrPlayBack.Interval = windows.doubleClickTimeMs();
-    if (player_.gWindowPos == 1) SetWindowZOrder(player_, *this, kTopMost, 1);
+    if (player_.gWindowPos == mdlDefinePublic::kPanelOnTop) SetWindowZOrder(player_, *this, kTopMost, 1);
 }
 
 void frmMainPanel::Form_Unload() {

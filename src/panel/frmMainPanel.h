@@ -48,6 +48,9 @@ private:
     void tmrDisplay_Timer();
     void showClock();
     void blinkTime();
+    void beginSlide();
+    void slide(double place);
+    void endSlide();
     void pctSlide_MouseDown();
     void pctSlide_MouseMove(const MouseArgs& mouse);
     void pctSlide_MouseUp(const MouseArgs& mouse);

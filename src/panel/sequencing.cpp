@@ -4,7 +4,7 @@
 
 namespace corvane {
 
-using namespace mdlPublicFunction;
+using mdlPublicFunction::PlayFile;
 
 void frmMainPanel::tmrPlayBack_Timer() {
     tmrPlayBack.Enabled = false;

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "engine/mdlPublicFunction.h"
+#include "types/numbers.h"
 #include "types/text.h"
 
 namespace corvane {
@@ -42,7 +43,7 @@ std::string_view takeField(std::string_view& line, bool& more) {
 bool readLength(std::string_view field, int& length) {
     using Limits = std::numeric_limits<std::int16_t>;
     if (trimmed(field).empty()) return true;
-    const auto number = mdlPublicFunction::parseNumber(field);
+    const auto number = parseNumber(field);
     if (!number || *number < Limits::min() || *number > Limits::max()) return false;
     length = *number;
     return true;
@@ -54,7 +55,7 @@ SkinLine::SkinLine(std::string_view line) {
     bool more = true;
     for (; more && count < kSkinFields; ++count) fields[count] = takeField(line, more);
     tooMany = more;
-    number = mdlPublicFunction::parseNumber(fields[1]);
+    number = parseNumber(fields[1]);
 }
 
 std::optional<std::size_t> readSkinRecord(const SkinLine& line, SkinRecord& record) {
@@ -100,7 +101,7 @@ std::optional<Colour> skinColour(std::string_view written) {
     const auto named = std::find_if(kNames.begin(), kNames.end(),
                                     [&](const auto& each) { return text::sameWithoutCase(colour, each.first); });
     if (named != kNames.end()) return named->second;
-    const auto number = mdlPublicFunction::parseNumber(colour);
+    const auto number = parseNumber(colour);
     if (!number) return std::nullopt;
     return *number & kAllColourBits;
 }

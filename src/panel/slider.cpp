@@ -6,17 +6,16 @@
 
 namespace corvane {
 
-using namespace mdlPublicFunction;
+using mdlPublicFunction::PauseFile;
+using mdlPublicFunction::PlayFile;
+using mdlPublicFunction::showPopupMenu;
 
-namespace {
+using mdlDefinePublic::kDragPaused;
+using mdlDefinePublic::kDragPlaying;
+using mdlDefinePublic::kNoDrag;
 
-constexpr std::int16_t kNoDrag = 0;
-constexpr std::int16_t kDragPlaying = 1;
-constexpr std::int16_t kDragPaused = 2;
-
-}  // namespace
-
-void frmMainPanel::pctSlide_MouseDown() {
+/// What plays is held.
+void frmMainPanel::beginSlide() {
     // Nothing to drag in: the file could not be opened, or the movie has ended and is about to hand over.
     const auto medium = player_.media.current();
     if (!medium || medium->isHandingOver()) return;
@@ -28,8 +27,9 @@ void frmMainPanel::pctSlide_MouseDown() {
     }
 }
 
-void frmMainPanel::pctSlide_MouseMove(const MouseArgs& mouse) {
-    const double rounded = std::nearbyint(static_cast<double>(mouse.x));
+/// To a place in twips from the slider's left end.
+void frmMainPanel::slide(double place) {
+    const double rounded = std::nearbyint(place);
     if (player_.gSlideState == kNoDrag || !(rounded > 0) || rounded >= player_.gSlideWidth) return;
     const auto x = static_cast<std::int32_t>(rounded);
     if (const auto medium = player_.media.current()) {
@@ -39,9 +39,18 @@ void frmMainPanel::pctSlide_MouseMove(const MouseArgs& mouse) {
     }
 }
 
-void frmMainPanel::pctSlide_MouseUp(const MouseArgs& mouse) {
+/// What was held goes on.
+void frmMainPanel::endSlide() {
     if (player_.gSlideState == kDragPlaying) PlayFile(player_);
     player_.gSlideState = kNoDrag;
+}
+
+void frmMainPanel::pctSlide_MouseDown() { beginSlide(); }
+
+void frmMainPanel::pctSlide_MouseMove(const MouseArgs& mouse) { slide(static_cast<double>(mouse.x)); }
+
+void frmMainPanel::pctSlide_MouseUp(const MouseArgs& mouse) {
+    endSlide();
     if (mouse.button == kRightButton) showPopupMenu(player_);
 }
 

@@ -9,8 +9,10 @@
 
 namespace corvane {
 
-using namespace mdlPublicFunction;
 using mdlDefinePublic::kFullVolume;
+using mdlPublicFunction::openLengthUs;
+using mdlPublicFunction::openPositionUs;
+using mdlPublicFunction::setVolumeLevel;
 
 namespace {
 
@@ -34,18 +36,16 @@ DraggedValue frmMainPanel::slideValue() const {
             static_cast<double>(openLengthUs(player_)) * kMicrosecond, kSlideStep};
 }
 
-/// A drag: the press holds what plays, the move seeks, the release goes on.
+/// As a drag to that place.
 void frmMainPanel::slideTo(double seconds) {
     const double length = slideValue().maximum;
-    const bool held = player_.gSlideState != 0;
+    const bool held = player_.gSlideState != mdlDefinePublic::kNoDrag;
     // The ends of the slider themselves take no drag; a slider without a place between them takes none at all.
     const double last = player_.gSlideWidth - 1.0;
     if (!(length > 0) || held || std::isnan(seconds) || last < 1.0) return;
-    MouseArgs mouse{kLeftButton, 0, 0, 0};
-    pctSlide.MouseDown.raise(mouse);
-    mouse.x = static_cast<float>(std::clamp(seconds / length * player_.gSlideWidth, 1.0, last));
-    pctSlide.MouseMove.raise(mouse);
-    pctSlide.MouseUp.raise(mouse);
+    beginSlide();
+    slide(std::clamp(seconds / length * player_.gSlideWidth, 1.0, last));
+    endSlide();
 }
 
 DraggedValue frmMainPanel::knobValue() const { return {player_.gVolume * kPercent, 0, 100, kPercent}; }

@@ -22,8 +22,8 @@ void EventLoop::enter(const Handler& handler) {
         explicit Depth(EventLoop& entered) : loop(entered) { ++loop.depth_; }
         ~Depth() {
             if (--loop.depth_ > 0) return;
-            if (loop.quiet_) loop.quiet_();
-            if (loop.still_) loop.still_();
+            loop.tell(When::Quiet);
+            loop.tell(When::Still);
         }
     } const depth(*this);
     handler();
@@ -38,8 +38,25 @@ void EventLoop::runPending() {
     if (!queue_.empty() && !held()) wake();
 }
 
+/// A handler may end its own watch, or another's.
+void EventLoop::tell(When when) {
+    const std::vector<Watch*> all = watches_;
+    for (Watch* const each : all) {
+        if (std::find(watches_.begin(), watches_.end(), each) == watches_.end() || each->when_ != when) continue;
+        const Handler handler = each->handler_;
+        handler();
+    }
+}
+
+EventLoop::Watch::Watch(EventLoop& loop, When when, Handler handler)
+    : loop_(loop), when_(when), handler_(std::move(handler)) {
+    loop_.watches_.push_back(this);
+}
+
+EventLoop::Watch::~Watch() { std::erase(loop_.watches_, this); }
+
 EventLoop::Hold::Hold(EventLoop& loop) : loop_(loop) {
-    if (++loop_.holds_ == 1 && loop_.still_) loop_.still_();
+    if (++loop_.holds_ == 1) loop_.tell(When::Still);
 }
 
 EventLoop::Hold::~Hold() {

@@ -3,6 +3,7 @@
 
 #include <deque>
 #include <functional>
+#include <vector>
 
 namespace corvane {
 
@@ -29,10 +30,24 @@ public:
     int depth() const { return depth_; }
     bool idle() const { return queue_.empty(); }
     bool held() const { return holds_ > 0; }
-    /// Called each time no handler is running any more.
-    void onQuiet(Handler handler) { quiet_ = std::move(handler); }
-    /// Called each time the player stands still: no handler is running any more, or the first Hold begins.
-    void onStill(Handler handler) { still_ = std::move(handler); }
+    enum class When {
+        Quiet,  ///< each time no handler is running any more
+        Still   ///< each time the player stands still: behind Quiet, and when the first Hold begins
+    };
+    /// Calls a handler as long as it lives, in the order in which such watches were made. It goes before the loop.
+    class Watch {
+    public:
+        Watch(EventLoop& loop, When when, Handler handler);
+        ~Watch();
+        Watch(const Watch&) = delete;
+        Watch& operator=(const Watch&) = delete;
+
+    private:
+        friend class EventLoop;
+        EventLoop& loop_;
+        When when_;
+        Handler handler_;
+    };
 
     /// While one lives (a box is up), posted events wait.
     class Hold {
@@ -51,9 +66,10 @@ protected:
     virtual void wake() = 0;
 
 private:
+    void tell(When when);
+
     std::deque<Handler> queue_;
-    Handler quiet_;
-    Handler still_;
+    std::vector<Watch*> watches_;
     int depth_ = 0;
     int holds_ = 0;
 };

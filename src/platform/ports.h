@@ -119,6 +119,9 @@ public:
     virtual char separator() const = 0;  ///< '/' or '\\'
     /// The file's own name as the folder gives it (hidden ones included); empty when there is no such file.
     virtual std::optional<std::string> lookUp(const std::string& path) = 0;
+    /// The same of many files, one answer for each: one call for all that one drop or one list names. One that does not
+    /// answer keeps no other away; those that there is no time for count as not being there.
+    virtual std::vector<std::optional<std::string>> lookUpAll(const std::vector<std::string>& paths) = 0;
     /// Names of plain files of the folder that match one of the patterns (";" between, letters without case), sorted
     /// without case.
     virtual std::vector<std::string> list(const std::string& folder, const std::string& patterns) = 0;

@@ -7,14 +7,19 @@
 #include "players/frmMCIWindow.h"
 #include "players/mci_medium.h"
 #include "players/media.h"
+#include "types/numbers.h"
 
 namespace corvane {
 
-using namespace mdlPublicFunction;
+using mdlPublicFunction::GetBaseName;
+using mdlPublicFunction::mediaFailed;
+using mdlPublicFunction::packedSeconds;
+using mdlPublicFunction::prepareNext;
+using mdlPublicFunction::tmsfSecondBack;
+using mdlPublicFunction::TmsfToText;
 
 namespace {
 
-constexpr std::int32_t kStepTmsf = 0x10000;  // one second in packed form
 constexpr const char* kQuickPlayTime = "00:09";
 constexpr std::int64_t kSecondUs = 1'000'000;
 constexpr std::int64_t kFramesPerSecond = 75;
@@ -131,7 +136,7 @@ void DiscTrack::step() {
     MciControl* const mci = control();
     if (mci == nullptr) return;
     mci->Track(player_.gCdTrack);
-    const std::int32_t position = mci->Position() + kStepTmsf;
+    const std::int32_t position = mci->Position() + mdlDefinePublic::kPackedSecond;
     if (!isBefore(position, trackEnd(*mci))) return;
     holdAt(*mci, position);
     showPlace(position);
@@ -211,7 +216,7 @@ bool DiscTrack::hold(bool back, bool /*shift*/) {
     stepFast();
     mci->Track(player_.gCdTrack);
     const std::int32_t now = mci->Position();
-    const std::int32_t position = back ? tmsfSecondBack(now) : now + kStepTmsf;
+    const std::int32_t position = back ? tmsfSecondBack(now) : now + mdlDefinePublic::kPackedSecond;
     const bool allowed = back ? isBefore(0, now) : isBefore(position, trackEnd(*mci));
     if (!allowed) return true;
     holdAt(*mci, position);

@@ -8,7 +8,8 @@
 
 namespace corvane {
 
-using namespace mdlPublicFunction;
+using mdlPublicFunction::SetWindowZOrder;
+using mdlPublicFunction::showPopupMenu;
 
 namespace {
 
@@ -43,7 +44,7 @@ frmImageWindow::frmImageWindow(Player& player) : player_(player) {
 
 void frmImageWindow::Form_Load() {
     // Hidden until its picture is prepared: the order is set, nothing is shown yet.
-    if (player_.gWindowPos == 2) SetWindowZOrder(player_, *this, kTopMost, 0);
+    if (player_.gWindowPos == mdlDefinePublic::kMediaOnTop) SetWindowZOrder(player_, *this, kTopMost, 0);
 }
 
 void frmImageWindow::Form_Activate() {

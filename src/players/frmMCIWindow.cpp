@@ -6,7 +6,9 @@
 
 namespace corvane {
 
-using namespace mdlPublicFunction;
+using mdlPublicFunction::mediaFailed;
+using mdlPublicFunction::NextFile;
+using mdlPublicFunction::packedSeconds;
 
 frmMCIWindow::frmMCIWindow(Player& player) : MciWindowControls(player.ports.media), player_(player) {
     mmcMci->StatusUpdate.tie([this] { mmcMci_StatusUpdate(); });

@@ -10,7 +10,10 @@
 
 namespace corvane {
 
-using namespace mdlPublicFunction;
+using mdlPublicFunction::mediaFailed;
+using mdlPublicFunction::NextFile;
+using mdlPublicFunction::SetWindowZOrder;
+using mdlPublicFunction::showPopupMenu;
 
 namespace {
 
@@ -33,7 +36,7 @@ frmMovieWindow::frmMovieWindow(Player& player) : MovieWindowControls(player.port
 }
 
 void frmMovieWindow::Form_Load() {
-    if (player_.gWindowPos == 2 && !isFullScreen()) {
+    if (player_.gWindowPos == mdlDefinePublic::kMediaOnTop && !isFullScreen()) {
         // Hidden until the movie starts: the order is set, nothing is shown yet.
         SetWindowZOrder(player_, *this, kTopMost, 0);
     }

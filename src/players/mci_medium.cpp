@@ -6,8 +6,10 @@
 
 namespace corvane {
 
-using namespace mdlPublicFunction;
-using namespace mdlDefinePublic;
+using mdlDefinePublic::kCustomPlay;
+using mdlDefinePublic::kCustomRepeat;
+using mdlPublicFunction::nameStepButtons;
+using mdlPublicFunction::NextFile;
 
 namespace {
 

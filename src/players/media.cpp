@@ -7,7 +7,10 @@ namespace corvane {
 
 namespace {
 
-using namespace mdlDefinePublic;
+using mdlDefinePublic::mkCDTrack;
+using mdlDefinePublic::mkImage;
+using mdlDefinePublic::mkMciFile;
+using mdlDefinePublic::mkMovie;
 
 struct Row {
     std::int16_t kind;

@@ -12,7 +12,11 @@
 
 namespace corvane {
 
-using namespace mdlPublicFunction;
+using mdlPublicFunction::CloseFile;
+using mdlPublicFunction::commandKey;
+using mdlPublicFunction::fixedKeyDown;
+using mdlPublicFunction::fixedKeyUp;
+using mdlPublicFunction::powerOff;
 
 void registerPlayerForms(Player& player) {
     player.forms.registerForm(FormId::MciWindow, [&player] { return std::make_unique<frmMCIWindow>(player); });

@@ -7,11 +7,19 @@
 #include "engine/mdlPublicFunction.h"
 #include "engine/panel_texts.h"
 #include "players/media.h"
+#include "types/numbers.h"
 
 namespace corvane {
 
-using namespace mdlPublicFunction;
-using namespace mdlDefinePublic;
+using mdlDefinePublic::kCustomOff;
+using mdlDefinePublic::kCustomPlay;
+using mdlDefinePublic::kCustomRepeat;
+using mdlDefinePublic::kFullScreenZoom;
+using mdlPublicFunction::nameStepButtons;
+using mdlPublicFunction::NextFile;
+using mdlPublicFunction::PauseFile;
+using mdlPublicFunction::prepareNext;
+using mdlPublicFunction::showPlaying;
 
 namespace {
 

@@ -8,7 +8,15 @@
 
 namespace corvane {
 
-using namespace mdlPublicFunction;
+using mdlPublicFunction::isStillOpen;
+using mdlPublicFunction::mediaFailed;
+using mdlPublicFunction::messageBox;
+using mdlPublicFunction::MsecToText;
+using mdlPublicFunction::NextFile;
+using mdlPublicFunction::nextWhilePlaying;
+using mdlPublicFunction::prepareNext;
+using mdlPublicFunction::previousWhilePlaying;
+using mdlPublicFunction::setTime;
 
 namespace {
 

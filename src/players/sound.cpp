@@ -9,7 +9,9 @@
 
 namespace corvane {
 
-using namespace mdlPublicFunction;
+using mdlPublicFunction::MsecToText;
+using mdlPublicFunction::prepareNext;
+using mdlPublicFunction::TmsfToText;
 
 namespace {
 

@@ -3,12 +3,13 @@
 
 #include <algorithm>
 
+#include "types/text.h"
+
 namespace corvane {
 
 namespace {
 
 bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
-char capital(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
 /// The caption that may hold an access key; empty: none.
 std::string markable(const Control& control) {
@@ -67,7 +68,7 @@ void AccessKeys::choose(const Control& control, bool initialsOnly) {
     if (letters_.count(&control) > 0) return;
     const std::string caption = markable(control);
     for (std::size_t i = 0; i < caption.size(); ++i) {
-        const char letter = capital(caption[i]);
+        const char letter = text::upper(caption[i]);
         const bool taken = std::any_of(letters_.begin(), letters_.end(),
                                        [letter](const auto& entry) { return entry.second == letter; });
         const bool beginsWord = i == 0 || !isLetter(caption[i - 1]);
@@ -80,7 +81,7 @@ void AccessKeys::choose(const Control& control, bool initialsOnly) {
 std::string AccessKeys::marked(const Control& control, const std::string& caption) const {
     const auto found = letters_.find(&control);
     const auto at = found == letters_.end() ? caption.end() : std::find_if(caption.begin(), caption.end(), [&](char c) {
-        return capital(c) == found->second;
+        return text::upper(c) == found->second;
     });
     if (at == caption.end()) return doubled(caption);
     return doubled(std::string(caption.begin(), at)) + '&' + doubled(std::string(at, caption.end()));

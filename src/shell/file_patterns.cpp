@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/file_patterns.h"
 
+#include "types/text.h"
+
 namespace corvane {
 
 namespace {
 
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+using text::lower;
 
 bool matches(std::string_view name, std::string_view pattern) {
     std::size_t n = 0;

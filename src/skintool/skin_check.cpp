@@ -9,6 +9,7 @@
 #include "engine/mdlPublicFunction.h"
 #include "panel/skin_builder.h"
 #include "panel/skin_records.h"
+#include "types/numbers.h"
 #include "types/text.h"
 
 namespace corvane {
@@ -146,9 +147,8 @@ private:
 
     /// A line without a number is a heading, unless all the rest of a record is there.
     void checkHeading(const SkinLine& line) {
-        const bool isRecord = std::all_of(line.fields.begin() + 2, line.fields.begin() + 8, [](std::string_view field) {
-            return mdlPublicFunction::parseNumber(field).has_value();
-        });
+        const bool isRecord = std::all_of(line.fields.begin() + 2, line.fields.begin() + 8,
+                                          [](std::string_view field) { return parseNumber(field).has_value(); });
         if (!isRecord) return;
         warn("the record number \"" + std::string(text::trimmed(line.fields[1])) +
              "\" is not a number: the line is left out");
@@ -188,7 +188,7 @@ private:
     void checkUse(const SkinRecord& record) {
         if (!record.used) return;
         if (isText(record.number) || record.number == kSlider) {
-            const auto number = mdlPublicFunction::parseNumber(record.use);
+            const auto number = parseNumber(record.use);
             if (!skinColour(record.use)) {
                 warn(named(record.number) + ": \"" + record.use + "\" is no colour; the one of the program is kept");
             } else if (number && (*number < 0 || *number > kLastColour)) {

@@ -23,12 +23,6 @@ constexpr std::int16_t kSteps = 15;
 constexpr int kStepMs = 10;
 constexpr int kOldFamily = 1;
 
-/// A name in a folder, which ends with a separator when it is a root.
-std::string inFolder(const std::string& folder, char separator, const std::string& name) {
-    const bool ends = !folder.empty() && folder.back() == separator;
-    return ends ? folder + name : folder + separator + name;
-}
-
 bool requireFile(Player& player, const std::string& path) {
     if (player.ports.files.lookUp(path)) return true;
     mdlPublicFunction::messageBox(player, text::onOneLine(path) + " Not found!!", Buttons::Ok, Icon::Stop);
@@ -73,11 +67,11 @@ bool frmStartup::Form_Initialize(Player& player) {
 
     const char separator = player.ports.files.separator();
     const std::string folder = process.programFolder();
-    player.gIniFile = inFolder(folder, separator, "KADO.INI");
-    player.gListFileStem = inFolder(folder, separator, "FILE");
+    player.gIniFile = text::joinPath(folder, "KADO.INI", separator);
+    player.gListFileStem = text::joinPath(folder, "FILE", separator);
     readSkinNames(player);
     player.forms.load(FormId::MenuWindow);
-    const std::string skins = inFolder(folder, separator, "PANELSET") + separator;
+    const std::string skins = text::joinPath(folder, "PANELSET", separator) + separator;
     player.gBitmapPath = skins + player.gBitmapFileName;
     player.gTextPath = skins + player.gTextFileName;
     return requireFile(player, player.gBitmapPath) && requireFile(player, player.gTextPath);

@@ -7,11 +7,16 @@
 #include "engine/list_look_up.h"
 #include "engine/mdlPublicFunction.h"
 #include "storage/profile_file.h"
+#include "types/numbers.h"
 
 namespace corvane {
 
 using mdlDefinePublic::kMaxFiles;
-using namespace mdlPublicFunction;
+using mdlPublicFunction::GetBaseName;
+using mdlPublicFunction::GetExtension;
+using mdlPublicFunction::showList;
+using mdlPublicFunction::takeFiles;
+using mdlPublicFunction::withoutDoubledSeparator;
 
 namespace {
 
@@ -40,7 +45,6 @@ std::string storedEntry(ListEntry entry) {
 class ListFiller {
 public:
     explicit ListFiller(Player& player) : player_(player) {}
-    bool full() const { return count_ == static_cast<std::size_t>(kMaxFiles); }
     void add(std::string title, std::string path) {
         player_.gFileTitle[count_] = std::move(title);
         player_.gFilePath[count_] = std::move(path);
@@ -59,15 +63,18 @@ private:
 
 void fillFromCommandLine(Player& player, std::string_view commandLine) {
     const char separator = player.ports.files.separator();
-    ListLookUp lookUp(player.ports.files);
-    ListFiller filler(player);
-    while (!commandLine.empty() && !filler.full()) {
+    std::vector<std::string> paths;
+    while (!commandLine.empty()) {
         const std::size_t blank = std::min(commandLine.find(' '), commandLine.size());
         const std::string_view piece = commandLine.substr(0, blank);
         commandLine.remove_prefix(std::min(blank + 1, commandLine.size()));
-        if (!isAcceptedExtension(GetExtension(piece))) continue;
-        std::string path = withoutDoubledSeparator(std::string(piece), separator);
-        if (const auto name = lookUp.name(path)) filler.add(GetBaseName(*name), std::move(path));
+        if (!player.types.knows(GetExtension(piece))) continue;
+        paths.push_back(withoutDoubledSeparator(std::string(piece), separator));
+    }
+    const auto names = lookUpForList(player.ports.files, paths);
+    ListFiller filler(player);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (names[i]) filler.add(GetBaseName(*names[i]), std::move(paths[i]));
     }
     filler.finish();
 }

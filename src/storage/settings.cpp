@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/settings.h"
 
-#include <array>
+#include <algorithm>
 #include <limits>
+#include <variant>
 
-#include "engine/mdlPublicFunction.h"
 #include "storage/profile_file.h"
+#include "types/numbers.h"
 
 namespace corvane {
 
@@ -14,32 +15,37 @@ using mdlDefinePublic::PlayerState;
 namespace {
 
 constexpr std::int16_t kMost16 = std::numeric_limits<std::int16_t>::max();
-constexpr std::int16_t kDefaultDelayMs = 500;
 
-/// A number with the values that mean something.
-struct NumberSetting {
-    const char* key;
-    std::int16_t PlayerState::*variable;
-    std::int16_t least;
-    std::int16_t most;
+/// Takes a setting's text as its variable.
+struct Reader {
+    PlayerState& state;
+    const PlayerState& fresh;
+    std::string text;
+
+    void operator()(const NumberSetting& number) const {
+        if (number.isReset) state.*number.variable = fresh.*number.variable;
+        if (number.isOfOldFamilyOnly && !state.gIsWin9x) return;
+        const auto read = parseNumber(text);
+        if (read && *read >= number.least && *read <= number.most) {
+            state.*number.variable = static_cast<std::int16_t>(*read);
+        }
+    }
+    void operator()(const SwitchSetting& one) const {
+        const bool byDefault = fresh.*one.variable;
+        state.*one.variable = text == switchText(!byDefault) ? !byDefault : byDefault;
+    }
+    void operator()(const KeySetting& key) const {
+        state.*key.variable = characterCode(text).value_or(fresh.*key.variable);
+    }
+    void operator()(const TextSetting& one) const { state.*one.variable = text.empty() ? fresh.*one.variable : text; }
 };
 
-constexpr NumberSetting kWindowPos{"WINDOWPOS", &PlayerState::gWindowPos, 0, 2};
-constexpr NumberSetting kDelayTime{"DELAYTIME", &PlayerState::gDelayTime, 1, kMost16};
-constexpr NumberSetting kAuxType{"AUXTYPE", &PlayerState::gAuxType, -2, kMost16};
-constexpr std::array<NumberSetting, 6> kListSettings = {{
-    {"PATTERN", &PlayerState::gPattern, 0, 8},
-    {"MOVIEZOOM", &PlayerState::gMovieZoom, 0, 5},
-    {"IMAGEZOOM", &PlayerState::gImageZoom, 0, 5},
-    {"INTERVAL", &PlayerState::gInterval, 0, kMost16},
-    {"FILENUM", &PlayerState::gListNumber, 0, 9},
-    {"PAGENUM", &PlayerState::gPageNumber, 0, 9},
-}};
-
-void readNumber(Player& player, const ProfileSection& settings, const NumberSetting& setting) {
-    const auto number = mdlPublicFunction::parseNumber(settings.get(setting.key));
-    if (number && *number >= setting.least && *number <= setting.most) {
-        player.*setting.variable = static_cast<std::int16_t>(*number);
+void readThose(Player& player, ReadAt when, const SettingsSchema& schema) {
+    const std::string file = readProfileFile(player.ports.files, player.gIniFile);
+    const ProfileSection section(file, kSettingsSection);
+    const PlayerState fresh;
+    for (const Setting& each : schema) {
+        if (each.readAt == when) std::visit(Reader{player, fresh, section.get(each.key)}, each.value);
     }
 }
 
@@ -53,18 +59,6 @@ std::size_t sequenceLength(unsigned char first) {
 }
 
 }  // namespace
-
-const std::vector<KeySetting>& keySettings() {
-    static const std::vector<KeySetting> kKeys = {
-        {"POWER_Click", &PlayerState::gKeyPower, 'P'},      {"MIN_Click", &PlayerState::gKeyMin, 'M'},
-        {"REPEAT_Click", &PlayerState::gKeyRepeat, 'R'},    {"SHUFFLE_Click", &PlayerState::gKeyShuffle, 'S'},
-        {"PLAY_Click", &PlayerState::gKeyPlay, 'z'},        {"PAUSE_Click", &PlayerState::gKeyPause, 'x'},
-        {"STOP_Click", &PlayerState::gKeyStop, 'c'},        {"PREV_Click", &PlayerState::gKeyPrev, ','},
-        {"NEXT_Click", &PlayerState::gKeyNext, '.'},        {"VOLUME_Up", &PlayerState::gKeyVolumeUp, 'u'},
-        {"VOLUME_Down", &PlayerState::gKeyVolumeDown, 'd'},
-    };
-    return kKeys;
-}
 
 std::string ReadSettingText(Player& player, std::string_view key) {
     const std::string text = readProfileFile(player.ports.files, player.gIniFile);
@@ -81,32 +75,20 @@ bool writeSettings(Player& player, const std::vector<ProfileKey>& keys) {
 
 std::string switchText(bool on) { return on ? "ON" : "OFF"; }
 
-void readSkinNames(Player& player) {
-    const std::string text = readProfileFile(player.ports.files, player.gIniFile);
-    const ProfileSection settings(text, kSettingsSection);
-    player.gBitmapFileName = settings.get("BITMAPFILE");
-    player.gTextFileName = settings.get("TEXTFILE");
-    if (player.gBitmapFileName.empty()) player.gBitmapFileName = "DEFAULT.BMP";
-    if (player.gTextFileName.empty()) player.gTextFileName = "DEFAULT.CSV";
-}
+void readSkinNames(Player& player) { readThose(player, ReadAt::Skin, settingsSchema()); }
 
-void readSettings(Player& player) {
-    const std::string text = readProfileFile(player.ports.files, player.gIniFile);
-    const ProfileSection settings(text, kSettingsSection);
+void readSettings(Player& player, const SettingsSchema& schema) { readThose(player, ReadAt::Start, schema); }
 
-    player.gDelayTime = kDefaultDelayMs;
-    player.gAuxType = -1;
-    player.gPattern = 0;
-    readNumber(player, settings, kWindowPos);
-    readNumber(player, settings, kDelayTime);
-    if (player.gIsWin9x) readNumber(player, settings, kAuxType);
-    player.gAutoPlay = settings.get("AUTOPLAY") == "ON";
-    player.gQuickPlay = settings.get("QUICK") == "ON";
-    for (const NumberSetting& each : kListSettings) readNumber(player, settings, each);
-    player.gImageHide = settings.get("IMAGEHIDE") != "OFF";
-    for (const KeySetting& each : keySettings()) {
-        player.*each.code = characterCode(settings.get(each.key)).value_or(static_cast<std::int16_t>(each.byDefault));
+bool writeSettings(Player& player, WrittenBy writer, const std::vector<ProfileKey>& asTyped,
+                   const SettingsSchema& schema) {
+    std::vector<ProfileKey> keys;
+    for (const Setting& each : schema) {
+        if (each.writtenBy != writer) continue;
+        const auto typed =
+            std::find_if(asTyped.begin(), asTyped.end(), [&](const ProfileKey& one) { return one.first == each.key; });
+        keys.emplace_back(each.key, typed != asTyped.end() ? typed->second : settingText(player, each));
     }
+    return writeSettings(player, keys);
 }
 
 std::optional<std::int16_t> characterCode(std::string_view text) {

@@ -9,19 +9,9 @@
 
 #include "engine/player.h"
 #include "storage/private_profile.h"
+#include "storage/settings_schema.h"
 
 namespace corvane {
-
-/// The section of the settings file that holds every key.
-inline constexpr const char* kSettingsSection = "KADO";
-
-/// A settings key of one command key, in the order in which commands are compared.
-struct KeySetting {
-    const char* key;
-    std::int16_t mdlDefinePublic::PlayerState::*code;  ///< a character code; 0 never matches
-    char byDefault;
-};
-const std::vector<KeySetting>& keySettings();
 
 /// The text of a key of the settings file gIniFile; empty when it is missing.
 std::string ReadSettingText(Player& player, std::string_view key);
@@ -35,7 +25,11 @@ std::string switchText(bool on);
 /// Reads the skin's file names, which are needed before all other settings.
 void readSkinNames(Player& player);
 /// Reads every other setting. What is missing or makes no sense keeps its default.
-void readSettings(Player& player);
+void readSettings(Player& player, const SettingsSchema& schema = settingsSchema());
+/// Writes what the settings of one writer are now, with one replacement of the settings file. A key of `asTyped` gets
+/// that text instead. False: nothing was written.
+bool writeSettings(Player& player, WrittenBy writer, const std::vector<ProfileKey>& asTyped = {},
+                   const SettingsSchema& schema = settingsSchema());
 
 /// The code of the text's first character: its code point in UTF-8, or the byte where the text is not UTF-8. Empty for
 /// an empty text and for a character whose code needs more than 15 bits.

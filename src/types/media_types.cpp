@@ -2,61 +2,90 @@
 #include "types/media_types.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace corvane {
 
-using namespace mdlDefinePublic;
+using mdlDefinePublic::mkCDTrack;
+using mdlDefinePublic::mkImage;
+using mdlDefinePublic::mkMciFile;
+using mdlDefinePublic::mkMovie;
+using mdlDefinePublic::mkNone;
+
+namespace {
+
+bool isExtension(std::string_view text) {
+    return !text.empty() && std::all_of(text.begin(), text.end(),
+                                        [](char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); });
+}
+
+}  // namespace
 
 // clang-format off
-const std::vector<MediaType>& mediaTypes() {
-    static const std::vector<MediaType> kTypes = {
-        {"CDA",  mkCDTrack, "CD Audio Now On Play",        TypeGroup::CdAudio,   {"application/x-corvane-cd-track"}, "CDAudio"},
-        {"BMP",  mkImage,   "BMP IMAGE",                   TypeGroup::Image,     {"image/bmp"}},
-        {"JPEG", mkImage,   "JPEG IMAGE",                  TypeGroup::Image,     {"image/jpeg"}},
-        {"JPG",  mkImage,   "JPG IMAGE",                   TypeGroup::Image,     {"image/jpeg"}},
-        {"GIF",  mkImage,   "GIF IMAGE",                   TypeGroup::Image,     {"image/gif"}},
-        {"AVI",  mkMovie,   "Video File Now On Play",      TypeGroup::Video,     {"video/x-msvideo", "video/vnd.avi"}},
-        {"MOV",  mkMovie,   "Quick Time File Now On Play", TypeGroup::QuickTime, {"video/quicktime"}},
-        {"QT",   mkMovie,   "Quick Time File Now On Play", TypeGroup::QuickTime, {"video/quicktime"}},
-        {"MID",  mkMciFile, "MIDI File Now On Play",       TypeGroup::Midi,      {"audio/midi"}, "Sequencer"},
-        {"RMI",  mkMciFile, "MIDI File Now On Play",       TypeGroup::Midi,      {"audio/midi"}, "Sequencer"},
-        {"MPG",  mkMovie,   "Mpeg File Now On Play",       TypeGroup::Mpeg,      {"video/mpeg"}},
-        {"MPV",  mkMovie,   "Mpeg File Now On Play",       TypeGroup::Mpeg,      {"video/mpeg"}},
+MediaTypes::MediaTypes() {
+    const TypeFamily kPicture{"pictures", "picture window, a slide show with INTERVAL. Of a GIF the first picture"};
+    const TypeFamily kVideo{"video", "movie window"};
+    const TypeFamily kQuickTime{"Quick Time", "movie window"};
+    const TypeFamily kMpeg{"Mpeg", "movie window"};
+    const TypeFamily kMpegSound{"Mpeg sound", "sound"};
+    const TypeFamily kMidi{"MIDI", "sound, with the instruments of a soundfont"};
+    const TypeFamily kSound{"sound files", "sound"};
+    const TypeFamily kMp3{"MP3", "sound"};
+    const TypeFamily kRealAudio{"Real audio", "sound, where it can be decoded"};
+    const TypeFamily kDiscTrack{"a track of an audio CD", "sound, from the disc"};
+    types_ = {
+        {"CDA",  mkCDTrack, "CD Audio Now On Play",        TypeGroup::CdAudio,   kDiscTrack,  {"application/x-corvane-cd-track"}, "CDAudio"},
+        {"BMP",  mkImage,   "BMP IMAGE",                   TypeGroup::Image,     kPicture,    {"image/bmp"}},
+        {"JPEG", mkImage,   "JPEG IMAGE",                  TypeGroup::Image,     kPicture,    {"image/jpeg"}},
+        {"JPG",  mkImage,   "JPG IMAGE",                   TypeGroup::Image,     kPicture,    {"image/jpeg"}},
+        {"GIF",  mkImage,   "GIF IMAGE",                   TypeGroup::Image,     kPicture,    {"image/gif"}},
+        {"AVI",  mkMovie,   "Video File Now On Play",      TypeGroup::Video,     kVideo,      {"video/x-msvideo", "video/vnd.avi"}},
+        {"MOV",  mkMovie,   "Quick Time File Now On Play", TypeGroup::QuickTime, kQuickTime,  {"video/quicktime"}},
+        {"QT",   mkMovie,   "Quick Time File Now On Play", TypeGroup::QuickTime, kQuickTime,  {"video/quicktime"}},
+        {"MID",  mkMciFile, "MIDI File Now On Play",       TypeGroup::Midi,      kMidi,       {"audio/midi"}, "Sequencer"},
+        {"RMI",  mkMciFile, "MIDI File Now On Play",       TypeGroup::Midi,      kMidi,       {"audio/midi"}, "Sequencer"},
+        {"MPG",  mkMovie,   "Mpeg File Now On Play",       TypeGroup::Mpeg,      kMpeg,       {"video/mpeg"}},
+        {"MPV",  mkMovie,   "Mpeg File Now On Play",       TypeGroup::Mpeg,      kMpeg,       {"video/mpeg"}},
         // Grouped with the videos, but it is sound.
-        {"MP2",  mkMciFile, "Mpeg File Now On Play",       TypeGroup::Mpeg,      {"audio/mp2"}},
-        {"WAV",  mkMciFile, "Sound File Now On Play",      TypeGroup::Sound,     {"audio/x-wav", "audio/vnd.wave"}},
-        {"MP3",  mkMciFile, "MP3 File Now On Play",        TypeGroup::Mp3,       {"audio/mpeg"}},
-        {"M1V",  mkMovie,   "Mpeg File Now On Play",       TypeGroup::Mpeg,      {"video/mpeg"}},
-        {"MPEG", mkMovie,   "Mpeg File Now On Play",       TypeGroup::Mpeg,      {"video/mpeg"}},
-        {"RA",   mkMciFile, "RA Now On Play",              TypeGroup::None,      {"audio/vnd.rn-realaudio"}, ""},
-        {"RM",   mkMciFile, "RM Now On Play",              TypeGroup::None,      {"application/vnd.rn-realmedia"}, ""},
-        {"RAM",  mkMciFile, "RAM Now On Play",             TypeGroup::None,      {"application/ram"}, ""},
-        {"RMM",  mkMciFile, "RMM Now On Play",             TypeGroup::None,      {"application/vnd.rn-realmedia"}, ""},
-        {"SND",  mkMciFile, "Sound File Now On Play",      TypeGroup::Sound,     {"audio/basic"}},
-        {"AU",   mkMciFile, "Sound File Now On Play",      TypeGroup::Sound,     {"audio/basic"}},
-        {"AIF",  mkMciFile, "Sound File Now On Play",      TypeGroup::Sound,     {"audio/x-aiff"}},
-        {"AIFC", mkMciFile, "Sound File Now On Play",      TypeGroup::Sound,     {"audio/x-aifc"}},
-        {"AIFF", mkMciFile, "Sound File Now On Play",      TypeGroup::Sound,     {"audio/x-aiff"}},
+        {"MP2",  mkMciFile, "Mpeg File Now On Play",       TypeGroup::Mpeg,      kMpegSound,  {"audio/mp2"}},
+        {"WAV",  mkMciFile, "Sound File Now On Play",      TypeGroup::Sound,     kSound,      {"audio/x-wav", "audio/vnd.wave"}},
+        {"MP3",  mkMciFile, "MP3 File Now On Play",        TypeGroup::Mp3,       kMp3,        {"audio/mpeg"}},
+        {"M1V",  mkMovie,   "Mpeg File Now On Play",       TypeGroup::Mpeg,      kMpeg,       {"video/mpeg"}},
+        {"MPEG", mkMovie,   "Mpeg File Now On Play",       TypeGroup::Mpeg,      kMpeg,       {"video/mpeg"}},
+        {"RA",   mkMciFile, "RA Now On Play",              TypeGroup::None,      kRealAudio,  {"audio/vnd.rn-realaudio"}, ""},
+        {"RM",   mkMciFile, "RM Now On Play",              TypeGroup::None,      kRealAudio,  {"application/vnd.rn-realmedia"}, ""},
+        {"RAM",  mkMciFile, "RAM Now On Play",             TypeGroup::None,      kRealAudio,  {"application/ram"}, ""},
+        {"RMM",  mkMciFile, "RMM Now On Play",             TypeGroup::None,      kRealAudio,  {"application/vnd.rn-realmedia"}, ""},
+        {"SND",  mkMciFile, "Sound File Now On Play",      TypeGroup::Sound,     kSound,      {"audio/basic"}},
+        {"AU",   mkMciFile, "Sound File Now On Play",      TypeGroup::Sound,     kSound,      {"audio/basic"}},
+        {"AIF",  mkMciFile, "Sound File Now On Play",      TypeGroup::Sound,     kSound,      {"audio/x-aiff"}},
+        {"AIFC", mkMciFile, "Sound File Now On Play",      TypeGroup::Sound,     kSound,      {"audio/x-aifc"}},
+        // Its pattern in the filter ends with the filter's parenthesis, so that filter shows no such file.
+        {"AIFF", mkMciFile, "Sound File Now On Play",      TypeGroup::Sound,     kSound,      {"audio/x-aiff"}, nullptr, "*.AIFF)"},
     };
-    return kTypes;
 }
 // clang-format on
 
-const MediaType* findMediaType(std::string_view extension) {
-    const auto& types = mediaTypes();
+bool MediaTypes::add(MediaType type) {
+    if (!isExtension(type.extension) || knows(type.extension) || type.kind == mkNone) return false;
+    types_.push_back(std::move(type));
+    return true;
+}
+
+const MediaType* MediaTypes::find(std::string_view extension) const {
     const auto found =
-        std::find_if(types.begin(), types.end(), [&](const MediaType& each) { return each.extension == extension; });
-    return found != types.end() ? &*found : nullptr;
+        std::find_if(types_.begin(), types_.end(), [&](const MediaType& each) { return each.extension == extension; });
+    return found != types_.end() ? &*found : nullptr;
 }
 
-MediaType typeToOpen(const std::string& extension) {
-    if (const MediaType* known = findMediaType(extension)) return *known;
-    return {extension, mkMciFile, extension + " Now On Play", TypeGroup::None, {}, ""};
+MediaType MediaTypes::toOpen(const std::string& extension) const {
+    if (const MediaType* known = find(extension)) return *known;
+    return {extension, mkMciFile, extension + " Now On Play", TypeGroup::None, {}, {}, ""};
 }
 
-std::vector<std::string> mimeTypes() {
+std::vector<std::string> MediaTypes::mimeTypes() const {
     std::vector<std::string> names;
-    for (const MediaType& type : mediaTypes()) {
+    for (const MediaType& type : types_) {
         for (const std::string& name : type.mimeTypes) {
             if (std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
         }
@@ -64,13 +93,34 @@ std::vector<std::string> mimeTypes() {
     return names;
 }
 
-std::string patternsOf(TypeGroup group) {
-    std::string patterns;
-    for (const MediaType& type : mediaTypes()) {
-        if (group != TypeGroup::None && type.group != group) continue;
-        patterns += (patterns.empty() ? "*." : ";*.") + type.extension;
+namespace {
+
+std::string pattern(const MediaType& type) { return "*." + type.extension; }
+
+void append(std::string& patterns, const std::string& pattern) { patterns += (patterns.empty() ? "" : ";") + pattern; }
+
+}  // namespace
+
+std::string MediaTypes::patterns() const {
+    std::string all;
+    for (const MediaType& type : types_) append(all, pattern(type));
+    return all;
+}
+
+std::string MediaTypes::patternsOf(TypeGroup group) const {
+    std::string found;
+    for (const MediaType& type : types_) {
+        if (type.group == group) append(found, pattern(type));
     }
-    return patterns;
+    return found;
+}
+
+std::string MediaTypes::filterOf(TypeGroup group) const {
+    std::string found;
+    for (const MediaType& type : types_) {
+        if (type.group == group) append(found, type.groupPattern.empty() ? pattern(type) : type.groupPattern);
+    }
+    return found;
 }
 
 }  // namespace corvane

@@ -21,25 +21,50 @@ namespace corvane {
 /// What the editor shows together.
 enum class TypeGroup { CdAudio, Image, Midi, Mp3, Mpeg, QuickTime, Sound, Video, None };
 
+/// What the manual tells of types that are alike, in one row of its table.
+struct TypeFamily {
+    std::string name;
+    std::string playsAs;
+};
+
 /// A type of files, by its extension. Every fact about it stands here once.
 struct MediaType {
     std::string extension;                        ///< in capitals
     std::int16_t kind = mdlDefinePublic::mkNone;  ///< mkImage, ...: which medium plays it
     std::string text;                             ///< shown on the panel while it is open
     TypeGroup group = TypeGroup::None;            ///< the editor's filter that shows it
+    TypeFamily family;                            ///< its row of the manual's table
     std::vector<std::string> mimeTypes;           ///< its names in the shared database of types, the newest last
     const char* deviceType = nullptr;             ///< of the MCI control; null: is left as it is
+    std::string groupPattern{};                   ///< its pattern in the group's filter; empty: as everywhere
 };
 
-/// The types that lists and drops accept.
-const std::vector<MediaType>& mediaTypes();
-/// One of them, by its extension in capitals; null: it is none.
-const MediaType* findMediaType(std::string_view extension);
-/// The type by which a file of that extension (in capitals) is opened: one that is not known is tried as a sound.
-MediaType typeToOpen(const std::string& extension);
-/// Their names in the shared database of types, each once.
-std::vector<std::string> mimeTypes();
-/// Patterns of a group's extensions, ";" between; of all with None.
-std::string patternsOf(TypeGroup group);
+/// The table of the types that lists and drops accept: those that are always played, and what is added. One belongs to
+/// each Player, and to its thread.
+class MediaTypes {
+public:
+    MediaTypes();  ///< the types that are always played
+
+    /// Adds a type behind the others; from then on it is listed, opened, told and offered like them. False, and nothing
+    /// was added: the extension is known already, or is not one of capitals and digits, or the type has no kind.
+    bool add(MediaType type);
+
+    const std::vector<MediaType>& all() const { return types_; }
+    /// One of them, by its extension in capitals; null: it is none. Valid until the next add().
+    const MediaType* find(std::string_view extension) const;
+    bool knows(std::string_view extension) const { return find(extension) != nullptr; }
+    /// The type by which a file of that extension (in capitals) is opened: one that is not known is tried as a sound.
+    MediaType toOpen(const std::string& extension) const;
+    /// Their names in the shared database of types, each once.
+    std::vector<std::string> mimeTypes() const;
+    /// Patterns of all types, or of those of a group; ";" between.
+    std::string patterns() const;
+    std::string patternsOf(TypeGroup group) const;
+    /// Those of a group as its filter has them (MediaType::groupPattern).
+    std::string filterOf(TypeGroup group) const;
+
+private:
+    std::vector<MediaType> types_;
+};
 
 }  // namespace corvane

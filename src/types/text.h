@@ -11,6 +11,15 @@ namespace corvane::text {
 inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 constexpr char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+constexpr char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+inline std::string upper(std::string text) {
+    for (char& c : text) c = upper(c);
+    return text;
+}
+inline std::string lower(std::string text) {
+    for (char& c : text) c = lower(c);
+    return text;
+}
 /// The text in capitals, as the platform makes them: ASCII, and in UTF-8 the letters of Latin, Greek, Cyrillic and
 /// Armenian that have one capital letter each. No other letter becomes an ASCII one; bytes that are no UTF-8 stay.
 std::string capitals(std::string_view text);
@@ -39,6 +48,12 @@ inline std::string_view takeLine(std::string_view& text) {
 
 inline bool sameWithoutCase(std::string_view a, std::string_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return upper(x) == upper(y); });
+}
+
+/// The path of a name in a folder, which ends with a separator where it is a root.
+inline std::string joinPath(std::string folder, std::string_view name, char separator) {
+    if (folder.empty() || folder.back() != separator) folder += separator;
+    return folder.append(name);
 }
 
 /// A name as it stands inside a longer text, such as a message box's: the line breaks that it holds are blanks, so that

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <condition_variable>
+#include <deque>
 #include <mutex>
 #include <thread>
 #include <utility>
@@ -20,7 +21,8 @@ class Worker::Running {
 public:
     Running(Task task, std::function<void()> broken) : task_(std::move(task)), broken_(std::move(broken)) {}
 
-    static bool launch(const std::shared_ptr<Running>& running);
+    enum class Thread { Own, Kept };
+    static bool launch(const std::shared_ptr<Running>& running, Thread thread = Thread::Own);
     static bool endAll(Steady::time_point due);
     void giveUp() { givenUp_ = true; }
     bool wait(Steady::time_point due);
@@ -30,12 +32,20 @@ private:
     struct All {
         std::mutex mutex;
         std::condition_variable left;
-        std::vector<std::shared_ptr<Running>> tasks;  ///< guarded by the mutex
+        std::vector<std::shared_ptr<Running>> tasks;  ///< guarded by the mutex, as what follows
+
+        std::condition_variable wanted;               ///< a kept thread
+        std::deque<std::shared_ptr<Running>> handed;  ///< to threads that wait: never more than those
+        std::size_t kept = 0;                         ///< threads that wait
+        std::size_t keptOrBusy = 0;                   ///< those, and what may be kept when its task has ended
+        int ends = 0;                                 ///< calls of endAll() that wait: nothing is kept
     };
     static All& all() {
         static auto* const tasks = new All;
         return *tasks;
     }
+    static void serve() noexcept;
+    static std::shared_ptr<Running> next() noexcept;
     void work() noexcept;
     void tellBroken() noexcept;
     void leave() noexcept;
@@ -46,19 +56,55 @@ private:
     bool ended_ = false;  ///< guarded by the mutex of all
 };
 
-bool Worker::Running::launch(const std::shared_ptr<Running>& running) {
+bool Worker::Running::launch(const std::shared_ptr<Running>& running, Thread thread) {
     {
         const std::lock_guard lock(all().mutex);
         all().tasks.push_back(running);
+        if (thread == Thread::Kept && all().handed.size() < all().kept) {
+            all().handed.push_back(running);
+            all().wanted.notify_one();
+            return true;
+        }
+        if (thread == Thread::Kept) ++all().keptOrBusy;
     }
     try {
         // Not joined: it may hang in the system for as long as a drive does.
-        std::thread([running] { running->work(); }).detach();
+        std::thread([task = running, thread]() mutable {
+            task->work();
+            task.reset();
+            if (thread == Thread::Kept) serve();
+        }).detach();
         return true;
     } catch (...) {
         running->leave();
+        const std::lock_guard lock(all().mutex);
+        if (thread == Thread::Kept) --all().keptOrBusy;
         return false;
     }
+}
+
+void Worker::Running::serve() noexcept {
+    while (const std::shared_ptr<Running> task = next()) task->work();
+}
+
+/// Waits for another task; null: the thread is not kept any longer. What was handed over is taken by one of those that
+/// wait, because none of them leaves before.
+std::shared_ptr<Worker::Running> Worker::Running::next() noexcept {
+    All& here = all();
+    std::unique_lock lock(here.mutex);
+    if (here.kept < kMostKept) {
+        ++here.kept;
+        here.wanted.wait_until(lock, Steady::now() + kKept, [&] { return !here.handed.empty() || here.ends > 0; });
+        --here.kept;
+    }
+    if (here.handed.empty()) {
+        --here.keptOrBusy;
+        here.left.notify_all();
+        return nullptr;
+    }
+    std::shared_ptr<Running> task = std::move(here.handed.front());
+    here.handed.pop_front();
+    return task;
 }
 
 void Worker::Running::work() noexcept {
@@ -96,7 +142,11 @@ bool Worker::Running::wait(Steady::time_point due) {
 bool Worker::Running::endAll(Steady::time_point due) {
     std::unique_lock lock(all().mutex);
     for (const std::shared_ptr<Running>& one : all().tasks) one->giveUp();
-    return all().left.wait_until(lock, due, [] { return all().tasks.empty(); });
+    ++all().ends;
+    all().wanted.notify_all();
+    const bool left = all().left.wait_until(lock, due, [] { return all().tasks.empty() && all().keptOrBusy == 0; });
+    --all().ends;
+    return left;
 }
 
 Worker& Worker::operator=(Worker&& other) noexcept {
@@ -131,6 +181,14 @@ bool Worker::wait(std::chrono::milliseconds patience) noexcept {
 bool Worker::run(Task task, std::function<void()> broken) noexcept {
     try {
         return Running::launch(std::make_shared<Running>(std::move(task), std::move(broken)));
+    } catch (...) {
+        return false;  // no memory
+    }
+}
+
+bool Worker::runOnKept(Task task, std::function<void()> broken) noexcept {
+    try {
+        return Running::launch(std::make_shared<Running>(std::move(task), std::move(broken)), Running::Thread::Kept);
     } catch (...) {
         return false;  // no memory
     }

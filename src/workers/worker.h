@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <memory>
 
@@ -35,7 +36,13 @@ public:
 
     /// A task that is neither given up, other than by endAll(), nor waited for. As start().
     static bool run(Task task, std::function<void()> broken = {}) noexcept;
-    /// At the program's end: gives up all tasks and waits for them together. False: some run on, and the program must
+    /// The same for tasks that are short and come often, such as questions to a drive: each is run by a thread that has
+    /// done with another one, where there is one. At most kMostKept threads wait for that, each for kKept.
+    static bool runOnKept(Task task, std::function<void()> broken = {}) noexcept;
+    static constexpr std::size_t kMostKept = 4;
+    static constexpr std::chrono::milliseconds kKept{20'000};
+    /// At the program's end: gives up all tasks and waits for them together; kept threads
+    /// leave. False: some run on, and the program must
     /// end without taking down what they may use.
     static bool endAll(std::chrono::milliseconds patience) noexcept;
 

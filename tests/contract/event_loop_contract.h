@@ -48,11 +48,10 @@ TEST_P(EventLoopContract, EventsWaitWhileHeldAndRunAfterwards) {
 TEST_P(EventLoopContract, TellsWhenNoHandlerRuns) {
     int quiet = 0;
     bool ranInside = false;
-    stage->loop().onQuiet([&] { ++quiet; });
+    const EventLoop::Watch watch(stage->loop(), EventLoop::When::Quiet, [&] { ++quiet; });
     stage->loop().post([&] { ranInside = stage->loop().depth() == 1 && quiet == 0; });
     ASSERT_TRUE(stage->waitFor([&] { return quiet == 1; }, 2000));
     EXPECT_TRUE(ranInside);
-    stage->loop().onQuiet({});
 }
 
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(EventLoopContract);

@@ -62,6 +62,13 @@ std::optional<std::string> FakeFiles::lookUp(const std::string& path) {
     return name(found->second.path);
 }
 
+std::vector<std::optional<std::string>> FakeFiles::lookUpAll(const std::vector<std::string>& paths) {
+    log_.asked("files.lookUpAll " + std::to_string(paths.size()));
+    std::vector<std::optional<std::string>> names;
+    for (const std::string& path : paths) names.push_back(lookUp(path));
+    return names;
+}
+
 std::vector<std::string> FakeFiles::list(const std::string& folder, const std::string& patterns) {
     log_.asked("files.list " + folder + " " + patterns);
     std::vector<std::string> names;

@@ -16,6 +16,7 @@ public:
 
     char separator() const override { return slash; }
     std::optional<std::string> lookUp(const std::string& path) override;
+    std::vector<std::optional<std::string>> lookUpAll(const std::vector<std::string>& paths) override;
     std::vector<std::string> list(const std::string& folder, const std::string& patterns) override;
     std::vector<std::string> folders(const std::string& folder) override;
     bool readable(const std::string& folder) override;

@@ -117,10 +117,8 @@ void FakeMciControl::fail(const std::string& reason) {
     settle();
     device_.reset();
     playing_ = paused_ = false;
-    const int number = *number_;
-    media_.loop.post([this, reason, number, alive = std::weak_ptr<int>(number_)] {
-        const auto now = alive.lock();
-        if (now && *now == number) Failed.raise(reason);
+    media_.loop.post([this, reason, now = present_.ticket()] {
+        if (now.isCurrent()) Failed.raise(reason);
     });
 }
 
@@ -130,10 +128,8 @@ void FakeMciControl::correctLength(std::int32_t milliseconds) {
 }
 
 void FakeMciControl::postDone(int code) {
-    const int number = *number_;
-    media_.loop.post([this, code, number, alive = std::weak_ptr<int>(number_)] {
-        const auto now = alive.lock();
-        if (now && *now == number) Done.raise(code);
+    media_.loop.post([this, code, now = present_.ticket()] {
+        if (now.isCurrent()) Done.raise(code);
     });
 }
 
@@ -189,7 +185,7 @@ void FakeMciControl::settle() {
     media_.schedule.cancel(endId_);
     media_.schedule.cancel(statusId_);
     statusWaits_ = false;
-    ++*number_;
+    present_.next();
 }
 
 void FakeMciControl::plan() {
@@ -210,10 +206,8 @@ void FakeMciControl::planStatus() {
         planStatus();
         if (statusWaits_) return;
         statusWaits_ = true;
-        const int number = *number_;
-        media_.loop.post([this, number, alive = std::weak_ptr<int>(number_)] {
-            const auto now = alive.lock();
-            if (!now || *now != number) return;
+        media_.loop.post([this, now = present_.ticket()] {
+            if (!now.isCurrent()) return;
             statusWaits_ = false;
             if (playing_) StatusUpdate.raise();
         });

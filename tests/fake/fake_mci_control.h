@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "fake/fake_media.h"
+#include "platform/generation.h"
 
 namespace corvane {
 
@@ -66,7 +67,7 @@ private:
     std::int32_t fromUnits(std::int64_t units) const;
 
     FakeMedia& media_;
-    std::shared_ptr<int> number_ = std::make_shared<int>(0);  ///< of the present open, play or seek
+    Generation present_;  ///< of the present open, play or seek
     std::string deviceType_;
     std::string fileName_;
     int format_ = kFormatMilliseconds;

@@ -32,10 +32,8 @@ FakeMovieControl::~FakeMovieControl() {
 
 template <class Raise>
 void FakeMovieControl::post(Raise raise) {
-    const int number = *number_;
-    media_.loop.post([raise, number, alive = std::weak_ptr<int>(number_)] {
-        const auto now = alive.lock();
-        if (now && *now == number) raise();
+    media_.loop.post([raise, now = present_.ticket()] {
+        if (now.isCurrent()) raise();
     });
 }
 
@@ -43,7 +41,8 @@ void FakeMovieControl::FileName(const std::string& path) {
     media_.log.did("movie.FileName " + path);
     settle();
     media_.schedule.cancel(openId_);
-    ++*number_;
+    present_.next();
+    progressWaits_ = false;
     opened_.reset();
     state_ = kMovieStopped;
     position_ = 0;
@@ -177,12 +176,10 @@ void FakeMovieControl::planProgress() {
         planProgress();
         if (progressWaits_) return;
         progressWaits_ = true;
-        const int number = *number_;
-        media_.loop.post([this, number, alive = std::weak_ptr<int>(number_)] {
-            const auto now = alive.lock();
-            if (!now) return;
+        media_.loop.post([this, now = present_.ticket()] {
+            if (!now.isCurrent()) return;
             progressWaits_ = false;
-            if (*now == number && state_ == kMovieRunning) Progress.raise();
+            if (state_ == kMovieRunning) Progress.raise();
         });
     });
 }

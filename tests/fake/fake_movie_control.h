@@ -7,6 +7,7 @@
 #include <string>
 
 #include "fake/fake_media.h"
+#include "platform/generation.h"
 
 namespace corvane {
 
@@ -51,7 +52,7 @@ private:
     void post(Raise raise);  ///< dropped when another file is opened or the state is changed by a call in between
 
     FakeMedia& media_;
-    std::shared_ptr<int> number_ = std::make_shared<int>(0);  ///< of the present file
+    Generation present_;  ///< of the present file
     std::string fileName_;
     std::optional<FakeMovieFile> opened_;
     int windowSize_ = 0;

@@ -36,7 +36,7 @@ void checkList(const CommandLine& line) {
     for (std::size_t i = 0; i < static_cast<std::size_t>(player.gFileCount); ++i) {
         require(machine.files.lookUp(player.gFilePath[i]).has_value(), "what is taken is there");
         require(!player.gFileTitle[i].empty(), "what is taken has a title");
-        require(mdlPublicFunction::isAcceptedExtension(mdlPublicFunction::GetExtension(player.gFilePath[i])),
+        require(player.types.knows(mdlPublicFunction::GetExtension(player.gFilePath[i])),
                 "what is taken can be played");
     }
     require(player.gFileIndex == 0, "a new list begins at its first file");

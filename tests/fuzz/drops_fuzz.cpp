@@ -25,7 +25,7 @@ void checkTaking(const std::vector<std::string>& paths) {
     require(player.gFileIndex == 0 && player.gStartPosition[255] == 0, "the new list begins anew");
     for (std::size_t i = 0; i < static_cast<std::size_t>(taken); ++i) {
         require(machine.files.lookUp(player.gFilePath[i]).has_value(), "what is taken is there");
-        require(mdlPublicFunction::isAcceptedExtension(mdlPublicFunction::GetExtension(player.gFilePath[i])),
+        require(player.types.knows(mdlPublicFunction::GetExtension(player.gFilePath[i])),
                 "what is taken can be played");
     }
 }

@@ -85,7 +85,7 @@ void checkReading(const std::string& text) {
             inside(player.gInterval, 0, 32767) && inside(player.gListNumber, 0, 9) && inside(player.gPageNumber, 0, 9),
         "numbers stay inside their limits");
     for (const KeySetting& key : keySettings()) {
-        const std::int16_t code = player.*key.code;
+        const std::int16_t code = player.*key.variable;
         require(code >= 0 && (code == 0 || characterCode(characterText(code)) == code),
                 "a key can be written and read");
     }

@@ -14,7 +14,6 @@
 
 #include "linux/bus/mpris_description.h"
 #include "linux/windowing/form_window.h"
-#include "types/media_types.h"
 
 namespace corvane {
 
@@ -219,7 +218,7 @@ void Mpris::set(const QDBusMessage& message, const QString& property, const QVar
 
 QVariantMap Mpris::rootProperties() const {
     QStringList types;
-    for (const std::string& type : mimeTypes()) types.append(QString::fromStdString(type));
+    for (const std::string& type : session_.mimeTypes()) types.append(QString::fromStdString(type));
     return {{"CanQuit", true},
             {"CanRaise", true},
             {"HasTrackList", false},

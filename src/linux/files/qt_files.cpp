@@ -17,6 +17,7 @@
 #include "linux/files/own_name.h"
 #include "media/discs/cd_folder.h"
 #include "shell/file_patterns.h"
+#include "types/text.h"
 
 namespace corvane {
 
@@ -49,19 +50,11 @@ Kind kindBehind(const std::string& link, DriveCalls::Patience patience) {
     return DriveCalls::all().ask<Kind>(link, patience, look).value_or(Kind::Other);
 }
 
-std::string withoutCase(const std::string& text) {
-    std::string folded = text;
-    for (char& c : folded) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
-    return folded;
-}
-
 std::vector<std::string> sortedWithoutCase(std::vector<std::string> names) {
     std::vector<std::pair<std::string, std::string>> keyed;
     keyed.reserve(names.size());
     for (std::string& name : names) {
-        std::string key = withoutCase(name);
+        std::string key = text::lower(name);
         keyed.emplace_back(std::move(key), std::move(name));
     }
     std::sort(keyed.begin(), keyed.end());
@@ -135,6 +128,14 @@ bool isReadableFolder(const std::string& folder) {
     return stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode) && access(folder.c_str(), R_OK | X_OK) == 0;
 }
 
+using Name = std::optional<std::string>;
+
+/// The file's own name; empty when there is no such file.
+Name nameOf(const std::string& path, const std::function<bool(const std::string& path)>& isFile) {
+    if (!isFile(path)) return std::nullopt;
+    return isDiscPath(path) ? path.substr(path.rfind('/') + 1) : ownName(path);
+}
+
 /// A disc may have to start turning.
 DriveCalls::Patience patienceWith(const std::string& path) {
     return isDiscPath(path) ? DriveCalls::kLongPatience : DriveCalls::kPatience;
@@ -145,12 +146,18 @@ DriveCalls::Patience patienceWith(const std::string& path) {
 QtFiles::QtFiles() : QtFiles(isFile) {}
 
 std::optional<std::string> QtFiles::lookUp(const std::string& path) {
-    using Name = std::optional<std::string>;
-    const auto look = [path, isFile = isFile_]() -> Name {
-        if (!isFile(path)) return std::nullopt;
-        return isDiscPath(path) ? path.substr(path.rfind('/') + 1) : ownName(path);
-    };
+    const auto look = [path, isFile = isFile_] { return nameOf(path, isFile); };
     return DriveCalls::all().ask<Name>(path, {patienceWith(path), &DriveCalls::hurried}, look).value_or(Name());
+}
+
+std::vector<std::optional<std::string>> QtFiles::lookUpAll(const std::vector<std::string>& paths) {
+    std::vector<DriveCalls::Each> asked;
+    for (const std::string& path : paths) asked.push_back({path, patienceWith(path)});
+    const auto look = [isFile = isFile_](const std::string& path) { return nameOf(path, isFile); };
+    const auto found = DriveCalls::all().askEach<Name>(asked, {DriveCalls::kLongPatience, &DriveCalls::hurried}, look);
+    std::vector<Name> names;
+    for (const std::optional<Name>& each : found) names.push_back(each.value_or(Name()));
+    return names;
 }
 
 std::vector<std::string> QtFiles::list(const std::string& folder, const std::string& patterns) {

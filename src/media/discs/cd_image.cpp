@@ -14,6 +14,7 @@
 #include "drives/plain_file.h"
 #include "media/sound/file_sound.h"
 #include "media/sound/resampled_sound.h"
+#include "types/text.h"
 
 namespace corvane {
 
@@ -24,12 +25,7 @@ namespace fs = std::filesystem;
 constexpr const char* kGivenUp = "It was given up.";
 constexpr float kFullScale = 32768.0F;
 
-std::string endingOf(const fs::path& path) {
-    std::string ending = path.extension().string();
-    std::transform(ending.begin(), ending.end(), ending.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return ending;
-}
+std::string endingOf(const fs::path& path) { return text::lower(path.extension().string()); }
 
 bool isThere(const std::string& path, DriveCalls::Wait wait) {
     return DriveCalls::all()

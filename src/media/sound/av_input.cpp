@@ -32,8 +32,15 @@ std::unique_ptr<AvInput> AvInput::open(const std::string& path, const std::atomi
         reason = SpareDescriptors::reason("The libraries that decode sound are not installed.");
         return nullptr;
     }
+    auto file = DriveFile::open(path, {DriveCalls::kLongPatience, cancelled}, reason);
+    return file ? open(std::move(file), cancelled, reason) : nullptr;
+}
+
+std::unique_ptr<AvInput> AvInput::open(std::unique_ptr<DriveFile> file, const std::atomic<bool>* cancelled,
+                                       std::string& reason) {
+    const std::string name = "file:" + file->path();
     std::unique_ptr<AvInput> input(new AvInput);
-    input->source_ = AvSource::open(path, cancelled, reason);
+    input->source_ = AvSource::of(std::move(file), cancelled);
     if (!input->source_) return nullptr;
     const DriveFile& source = input->source_->file();
     if (source.size() == 0) {
@@ -53,7 +60,7 @@ std::unique_ptr<AvInput> AvInput::open(const std::string& path, const std::atomi
     av().av_dict_set(&options, "protocol_whitelist", "file", 0);
     av().av_dict_set(&options, "format_whitelist", kFormats, 0);
     // The prefix keeps a name such as "http:..." a file name.
-    int error = av().avformat_open_input(&input->file_, ("file:" + path).c_str(), nullptr, &options);
+    int error = av().avformat_open_input(&input->file_, name.c_str(), nullptr, &options);
     av().av_dict_free(&options);
     if (error >= 0) error = av().avformat_find_stream_info(input->file_, nullptr);
     if (error < 0) {

@@ -19,6 +19,9 @@ public:
     /// outlives the input.
     static std::unique_ptr<AvInput> open(const std::string& path, const std::atomic<bool>* cancelled,
                                          std::string& reason);
+    /// The same of a file that is open already.
+    static std::unique_ptr<AvInput> open(std::unique_ptr<DriveFile> file, const std::atomic<bool>* cancelled,
+                                         std::string& reason);
     ~AvInput();
     AvInput(const AvInput&) = delete;
     AvInput& operator=(const AvInput&) = delete;
@@ -34,6 +37,7 @@ public:
     bool seekByte(std::int64_t position);
     bool seekTime(std::int64_t timestamp);  ///< in the stream's time base; at or before it
 
+    const DriveFile& bytes() const { return source_->file(); }
     void opened() { source_->opened(); }  ///< its sound has been found
     AVFormatContext& file() const { return *file_; }
     AVStream& stream() const { return *stream_; }

@@ -13,7 +13,10 @@ constexpr int kBufferBytes = 32 * 1024;  // as the library's own reader of files
 std::unique_ptr<AvSource> AvSource::open(const std::string& path, const std::atomic<bool>* giveUp,
                                          std::string& reason) {
     auto file = DriveFile::open(path, {DriveCalls::kLongPatience, giveUp}, reason);
-    if (!file) return nullptr;
+    return file ? of(std::move(file), giveUp) : nullptr;
+}
+
+std::unique_ptr<AvSource> AvSource::of(std::unique_ptr<DriveFile> file, const std::atomic<bool>* giveUp) {
     std::unique_ptr<AvSource> source(new AvSource(std::move(file), giveUp));
     auto* const buffer = static_cast<unsigned char*>(av().av_malloc(kBufferBytes));
     if (buffer == nullptr) return nullptr;

@@ -16,6 +16,8 @@ public:
     /// Null when the file cannot be read in time; `reason` says why, in words.
     static std::unique_ptr<AvSource> open(const std::string& path, const std::atomic<bool>* giveUp,
                                           std::string& reason);
+    /// Reads a file that is open already; null where there is no memory.
+    static std::unique_ptr<AvSource> of(std::unique_ptr<DriveFile> file, const std::atomic<bool>* giveUp);
     AvSource(const AvSource&) = delete;
     AvSource& operator=(const AvSource&) = delete;
     ~AvSource();

@@ -45,8 +45,8 @@ Skip skipOf(const AVPacket& packet) {
 OpenedSound FileSound::open(const std::string& path, const Abandoned& flag) {
     OpenedSound opened;
     std::unique_ptr<FileSound> sound(new FileSound(flag));
-    sound->path_ = path;
     sound->input_ = AvInput::open(path, &sound->abandoned, opened.reason);
+    if (sound->input_) sound->file_ = sound->input_->bytes().again();
     if (sound->input_ && sound->begin(opened.reason)) opened.sound = std::move(sound);
     return opened;
 }
@@ -148,7 +148,7 @@ bool FileSound::rewind() {
 
 bool FileSound::reopen() {
     std::string reason;
-    std::unique_ptr<AvInput> input = AvInput::open(path_, &abandoned, reason);
+    std::unique_ptr<AvInput> input = AvInput::open(file_->again(), &abandoned, reason);
     if (!input || !input->startDecoder(places_ == Places::Indexed)) return false;
     input_ = std::move(input);
     input_->opened();
@@ -341,7 +341,7 @@ void FileSound::settle(std::int64_t frames) {
 void FileSound::measure() {
     const bool needed = places_ != Places::Stamped || !known_;
     std::string reason;
-    const std::unique_ptr<AvInput> input = needed ? AvInput::open(path_, &abandoned, reason) : nullptr;
+    const std::unique_ptr<AvInput> input = needed ? AvInput::open(file_->again(), &abandoned, reason) : nullptr;
     // Whoever waits for the marks goes on without them where there is no memory for them.
     struct Tell {
         FileSound& sound;

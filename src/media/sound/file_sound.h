@@ -64,7 +64,7 @@ private:
     std::int64_t fromSource(std::int64_t samples) const;
     std::int64_t mostFrames() const { return kMostSeconds * format_.rate; }
 
-    std::string path_;
+    std::unique_ptr<const DriveFile> file_;  ///< opened once; who reads it again reads the same
     PcmFormat format_;
     int sourceRate_ = 0;  ///< as the file has it; played at the nearest one that outputs take
     std::unique_ptr<AvInput> input_;

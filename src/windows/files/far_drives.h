@@ -38,7 +38,7 @@ public:
             std::optional<T> found = question();
             state->end(drive, [&] { *answer = std::move(found); });
         };
-        if (!Worker::run(task, [state = state_, drive] { state->end(drive, [] {}); })) {
+        if (!Worker::runOnKept(task, [state = state_, drive] { state->end(drive, [] {}); })) {
             state_->end(drive, [] {});
             return std::nullopt;
         }

@@ -184,6 +184,12 @@ std::optional<std::string> WindowsFiles::lookUp(const std::string& path) {
     return asked<std::optional<std::string>>(path, [path] { return lookUpNow(path); });
 }
 
+std::vector<std::optional<std::string>> WindowsFiles::lookUpAll(const std::vector<std::string>& paths) {
+    std::vector<std::optional<std::string>> names;
+    for (const std::string& path : paths) names.push_back(lookUp(path));
+    return names;
+}
+
 std::vector<std::string> WindowsFiles::list(const std::string& folder, const std::string& patterns) {
     return asked<std::vector<std::string>>(folder, [folder, patterns] {
         return entries(folder, false, [&](const std::string& name) { return matchesAnyPattern(name, patterns); });

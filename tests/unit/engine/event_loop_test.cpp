@@ -123,7 +123,7 @@ TEST_F(Loop, AnInputHandlerRunsAtOnceEvenWhileHeld) {
 TEST_F(Loop, CountsRunningHandlersAndTellsWhenNoneRuns) {
     int quiet = 0;
     std::vector<int> depths;
-    loop.onQuiet([&] { ++quiet; });
+    const EventLoop::Watch watch(loop, EventLoop::When::Quiet, [&] { ++quiet; });
     loop.post([&] {
         depths.push_back(loop.depth());
         loop.enter([&] { depths.push_back(loop.depth()); });
@@ -139,8 +139,8 @@ TEST_F(Loop, CountsRunningHandlersAndTellsWhenNoneRuns) {
 TEST_F(Loop, TellsWhenItStandsStill) {
     int still = 0;
     bool wasQuiet = false;
-    loop.onQuiet([&] { wasQuiet = true; });
-    loop.onStill([&] {
+    const EventLoop::Watch quietly(loop, EventLoop::When::Quiet, [&] { wasQuiet = true; });
+    const EventLoop::Watch still_watch(loop, EventLoop::When::Still, [&] {
         ++still;
         EXPECT_TRUE(wasQuiet || loop.held()) << "what quiet takes away has gone";
     });
@@ -153,6 +153,20 @@ TEST_F(Loop, TellsWhenItStandsStill) {
         EXPECT_EQ(still, 1);
     });
     EXPECT_EQ(still, 2);
+}
+
+TEST_F(Loop, TellsEachOfThoseWhoWatchUntilItGoes) {
+    auto first = std::make_unique<EventLoop::Watch>(loop, EventLoop::When::Quiet, say("first"));
+    std::unique_ptr<EventLoop::Watch> second;
+    const EventLoop::Watch ends(loop, EventLoop::When::Quiet, [&] { second.reset(); });
+    second = std::make_unique<EventLoop::Watch>(loop, EventLoop::When::Quiet, say("second"));
+    loop.enter([] {});
+    EXPECT_EQ(seen, Texts{"first"}) << "one that another took away is told no more";
+    second = std::make_unique<EventLoop::Watch>(loop, EventLoop::When::Still, say("still"));
+    const EventLoop::Watch last(loop, EventLoop::When::Quiet, say("last"));
+    first.reset();
+    loop.enter(say("handler"));
+    EXPECT_EQ(seen, (Texts{"first", "handler", "last"}));
 }
 
 TEST(MachineTime, TimersAndPostedEventsComeInTheOrderOfTheirTime) {

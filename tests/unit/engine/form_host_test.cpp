@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <typeinfo>
 #include <vector>
 
 #include "fake/fake_machine.h"
@@ -216,6 +217,16 @@ TEST_F(Host, AFormMayBeLoadedAgainByTheHandlerThatUnloadedIt) {
     EXPECT_EQ(alive, 1);
     EXPECT_NE(forms.find(FormId::Custom), nullptr);
     EXPECT_TRUE(machine.windows.isAttached("frmSample"));
+}
+
+TEST_F(Host, AFormOfAnotherClassThanItsIdSaysIsNotFound) {
+    struct Other : Form {
+        static constexpr FormId kId = FormId::Custom;
+        Other() : Form("frmOther", FormStyle::Dialog) {}
+    };
+    forms.load(FormId::Custom);
+    EXPECT_EQ(forms.find<Other>(), nullptr);
+    EXPECT_THROW(forms.load<Other>(), std::bad_cast);
 }
 
 TEST_F(Host, ClearingRaisesNoUnload) {

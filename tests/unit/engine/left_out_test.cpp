@@ -5,6 +5,7 @@
 
 #include "engine/list_look_up.h"
 #include "engine/mdlDefinePublic.h"
+#include "engine/mdlPublicFunction.h"
 #include "fake/player_fixture.h"
 
 namespace corvane {
@@ -33,7 +34,7 @@ TEST_F(LeftOut, BehindTooManyMissingNamesNoneIsLookedUp) {
     Names named(60'000, "/m/missing.mp3");
     named.push_back("/m/a.wav");
     EXPECT_EQ(taken(named), Names{});
-    ASSERT_EQ(told.size(), std::size_t{ListLookUp::kMostMissing} + 1);
+    ASSERT_EQ(told.size(), kMostMissing + 1);
     EXPECT_EQ(told.back(), "The last 58977 names: left out, because too many have no file");
 }
 
@@ -41,6 +42,30 @@ TEST_F(LeftOut, BehindAFullListNoneIsLookedUp) {
     machine.files.add("/m/a.wav");
     EXPECT_EQ(taken(Names(1000, "/m/a.wav")).size(), std::size_t{mdlDefinePublic::kMaxFiles});
     EXPECT_EQ(told, Names{"The last 744 names: left out, because the list is full"});
+}
+
+TEST_F(LeftOut, AllThatMayBeTakenAreLookedUpByOneCall) {
+    std::vector<std::string> paths;
+    for (int i = 0; i < 200; ++i) {
+        paths.push_back("/m/" + std::to_string(i) + ".wav");
+        machine.files.add(paths.back());
+    }
+    const auto calls = [this] {
+        std::vector<std::string> made;
+        for (const std::string& each : machine.log.allCalls("files")) {
+            if (each.starts_with("files.lookUpAll")) made.push_back(each);
+        }
+        machine.log.clear();
+        return made;
+    };
+    EXPECT_EQ(mdlPublicFunction::takeFiles(player, DropData{true, paths}), 200);
+    EXPECT_EQ(calls(), Names{"files.lookUpAll 200"});
+    EXPECT_EQ(taken(paths).size(), 200U);
+    EXPECT_EQ(calls(), Names{"files.lookUpAll 200"});
+
+    paths.insert(paths.begin(), 100, "/m/missing.wav");
+    EXPECT_EQ(mdlPublicFunction::takeFiles(player, DropData{true, paths}), 200);
+    EXPECT_EQ(calls(), (Names{"files.lookUpAll 256", "files.lookUpAll 44"})) << "never more than a full list can need";
 }
 
 TEST(NamesOfACommandLine, StandBetweenBlanks) {

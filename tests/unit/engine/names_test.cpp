@@ -5,6 +5,7 @@
 #include <string>
 
 #include "engine/mdlPublicFunction.h"
+#include "types/numbers.h"
 
 namespace corvane::mdlPublicFunction {
 namespace {
@@ -37,10 +38,10 @@ TEST(Names, TwentySixExtensionsAreAccepted) {
     for (const char* each :
          {"CDA", "BMP", "JPEG", "JPG",  "GIF", "AVI", "MOV", "QT",  "MID", "RMI", "MPG", "MPV",  "MP2",
           "WAV", "MP3", "M1V",  "MPEG", "RA",  "RM",  "RAM", "RMM", "SND", "AU",  "AIF", "AIFC", "AIFF"}) {
-        EXPECT_TRUE(isAcceptedExtension(each)) << each;
+        EXPECT_TRUE(MediaTypes().knows(each)) << each;
     }
     for (const char* each : {"", "TXT", "mp3", "MP", "MP33", "OGG", "PNG", "MUSIC/SONG.WAV"}) {
-        EXPECT_FALSE(isAcceptedExtension(each)) << each;
+        EXPECT_FALSE(MediaTypes().knows(each)) << each;
     }
 }
 

@@ -7,8 +7,6 @@
 namespace corvane {
 namespace {
 
-using mdlPublicFunction::parseNumber;
-
 TEST(TextLimits, CapitalsAreMadeOfLettersAlone) {
     EXPECT_EQ(text::upper('a'), 'A');
     EXPECT_EQ(text::upper('z'), 'Z');

@@ -68,5 +68,75 @@ TEST(HungDrive, MayAnswerAfterTheFilesAreGone) {
     drive->letGo();
 }
 
+TEST(HungDrive, KeepsNoOtherFileOfADropAway) {
+    const auto drive = std::make_shared<Drive>();
+    QtFiles files([drive](const std::string& path) { return drive->look(path); });
+    const auto begin = Clock::now();
+    const auto names = files.lookUpAll({"/other/a.wav", "/drive/b.wav", "/drive/c.wav", "/another/d.wav"});
+    EXPECT_LT(Clock::now() - begin, DriveCalls::kPatience + std::chrono::seconds(2));
+    using Names = std::vector<std::optional<std::string>>;
+    EXPECT_EQ(names, (Names{"a.wav", std::nullopt, std::nullopt, "d.wav"}));
+    EXPECT_EQ(drive->looks, 1) << "the drive is not asked again";
+    drive->letGo();
+    const auto deadline = Clock::now() + std::chrono::seconds(5);
+    while (!files.lookUp("/drive/b.wav") && Clock::now() < deadline) continue;
+    EXPECT_EQ(files.lookUpAll({"/drive/b.wav", "/drive/c.wav"}), (Names{"b.wav", "c.wav"}));
+}
+
+TEST(HungDrive, ManyOfThemHoldTheCallerNoLongerThanAllMayTake) {
+    constexpr std::chrono::milliseconds kEach{100}, kAll{350};
+    const auto drive = std::make_shared<Drive>();
+    std::vector<DriveCalls::Each> asked;
+    for (int i = 0; i < 20; ++i) asked.push_back({"/drive/" + std::to_string(i) + "/a.wav", kEach});
+    const auto begin = Clock::now();
+    const auto answers =
+        DriveCalls::all().askEach<bool>(asked, kAll, [drive](const std::string& path) { return drive->look(path); });
+    const auto taken = Clock::now() - begin;
+    EXPECT_EQ(answers, std::vector<std::optional<bool>>(20));
+    EXPECT_GE(taken, kAll);
+    EXPECT_LT(taken, kAll + std::chrono::seconds(1));
+    EXPECT_GE(drive->looks, 2) << "each lies in a folder of its own";
+    EXPECT_LE(drive->looks, 5);
+    drive->letGo();
+}
+
+TEST(ManyQuestions, AreAskedByOneThreadInTheirOrder) {
+    thread_local int here = 0;
+    const auto most = std::make_shared<std::atomic<int>>(0);
+    const auto order = std::make_shared<std::string>();
+    std::vector<DriveCalls::Each> asked;
+    for (char c = 'a'; c <= 'z'; ++c) asked.push_back({"/m/" + std::string(1, c), DriveCalls::kPatience});
+    const auto answers =
+        DriveCalls::all().askEach<char>(asked, DriveCalls::kLongPatience, [=](const std::string& path) {
+            if (path.back() == 'k') throw std::bad_alloc();
+            *most = ++here;
+            *order += path.back();
+            return path.back();
+        });
+    EXPECT_EQ(*order, "abcdefghijlmnopqrstuvwxyz");
+    EXPECT_GE(*most, 25);
+    for (std::size_t i = 0; i < answers.size(); ++i) {
+        if (i == 10) {
+            EXPECT_EQ(answers[i], std::nullopt) << "one that throws has no answer";
+        } else {
+            EXPECT_EQ(answers[i], static_cast<char>('a' + i));
+        }
+    }
+    EXPECT_TRUE(
+        DriveCalls::all().askEach<char>({}, DriveCalls::kPatience, [](const std::string&) { return 'x'; }).empty());
+}
+
+TEST(ManyQuestions, EndWhenTheyAreGivenUp) {
+    const auto drive = std::make_shared<Drive>();
+    std::atomic<bool> giveUp{true};
+    const auto begin = Clock::now();
+    const auto answers = DriveCalls::all().askEach<bool>(
+        {{"/drive/a", DriveCalls::kPatience}, {"/x/b", DriveCalls::kPatience}}, {DriveCalls::kLongPatience, &giveUp},
+        [drive](const std::string& path) { return drive->look(path); });
+    EXPECT_LT(Clock::now() - begin, DriveCalls::kPatience / 2);
+    EXPECT_EQ(answers, std::vector<std::optional<bool>>(2));
+    drive->letGo();
+}
+
 }  // namespace
 }  // namespace corvane

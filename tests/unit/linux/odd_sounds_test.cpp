@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <filesystem>
 #include <fstream>
 #include <future>
 #include <limits>
@@ -209,6 +210,33 @@ TEST_F(OddSounds, AFileThatGrowsOrShrinksWhileItPlays) {
         opened.sound->read(samples.data(), 500'000);
         std::filesystem::copy_file(tone, path(), std::filesystem::copy_options::overwrite_existing);
     }
+}
+
+/// Looking the name up again may ask a drive that has gone, and may find another file.
+TEST(SoundOpenedOnce, IsMeasuredAndBegunAnewAsTheFileThatWasOpened) {
+    const std::string original = std::string(CORVANE_SOURCE_DIR) + "/tests/data/sound/vbr_bare.mp3";
+    const test::TemporaryFolder folder;
+    const std::string path = folder.in("a.mp3");
+    std::filesystem::copy_file(original, path);
+    OpenedSound kept = FileSound::open(original);
+    OpenedSound opened = FileSound::open(path);
+    ASSERT_TRUE(kept.sound && opened.sound) << opened.reason;
+    folder.write("other", "no sound");
+    std::filesystem::rename(folder.in("other"), path);
+
+    kept.sound->measure();
+    opened.sound->measure();
+    EXPECT_TRUE(opened.sound->lengthKnown());
+    EXPECT_EQ(opened.sound->frames(), kept.sound->frames());
+    constexpr std::size_t kFrames = 1000;
+    const auto begunAnew = [](SoundBackend& sound) {
+        std::vector<float> samples(kFrames * static_cast<std::size_t>(sound.format().channels));
+        sound.read(samples.data(), kFrames);
+        sound.seek(0);
+        EXPECT_EQ(sound.read(samples.data(), kFrames), kFrames);
+        return samples;
+    };
+    EXPECT_EQ(begunAnew(*opened.sound), begunAnew(*kept.sound));
 }
 
 }  // namespace

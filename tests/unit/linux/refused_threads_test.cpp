@@ -23,7 +23,10 @@ protected:
         setenv("CORVANE_REFUSE_THREADS", folder_.in("refused").c_str(), 1);
     }
     ~RefusedThreads() override { unsetenv("CORVANE_REFUSE_THREADS"); }
-    void refuse() { folder_.write("refused", "threads"); }
+    void refuse() {
+        Worker::endAll(std::chrono::seconds(10));  // none is kept that could take a question
+        folder_.write("refused", "threads");
+    }
     void allow() { std::filesystem::remove(folder_.in("refused")); }
 
     test::TemporaryFolder folder_;

@@ -11,7 +11,7 @@ using Texts = std::vector<std::string>;
 /// EDIT-03: The nine type filters have their texts and patterns, in their order
 /// EDIT-04: The sound filter's last pattern ends with a parenthesis, so it lists no .AIFF file
 TEST(TypeFilters, AreNineWithTheirPatternsInOrder) {
-    const auto& filters = typeFilters();
+    const auto filters = typeFilters(MediaTypes());
     ASSERT_EQ(filters.size(), 9U);
     EXPECT_EQ(filters[0].entry, "All Files(MultiMediaFiles)");
     EXPECT_EQ(filters[0].patterns,
@@ -263,9 +263,10 @@ TEST_F(EditorFixture, AFolderWhoseNameBeginsLikeADriveIsNotOnIt) {
 }
 
 TEST(TypeFilters, KnowWhatIsNoneOfThem) {
-    EXPECT_EQ(findTypeFilter("Some Files(*.x)"), -1);
-    EXPECT_EQ(findTypeFilter(typeFilters()[0].entry), 0);
-    EXPECT_EQ(findTypeFilter(typeFilters()[8].entry), 8);
+    const auto filters = typeFilters(MediaTypes());
+    EXPECT_EQ(findTypeFilter(filters, "Some Files(*.x)"), -1);
+    EXPECT_EQ(findTypeFilter(filters, filters[0].entry), 0);
+    EXPECT_EQ(findTypeFilter(filters, filters[8].entry), 8);
 }
 
 }  // namespace

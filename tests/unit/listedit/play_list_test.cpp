@@ -220,7 +220,7 @@ TEST_F(EditorFixture, SaveWritesTheNameAndAll256EntriesAtOnce) {
     EXPECT_EQ(machine.calls("files"), Texts{"files.replace /app/FILE00.INI"});
     std::string expected = "[FILELIST]\r\nLISTNAME=Morning\r\nLIST000=a.wav|/x/a.wav\r\nLIST001=b.mid|/x/b.mid\r\n";
     expected += "LIST002=c.gif|/x/c.gif\r\n";
-    for (int i = 3; i < 256; ++i) expected += "LIST" + mdlPublicFunction::zeroPadded(i, 3) + "=|\r\n";
+    for (int i = 3; i < 256; ++i) expected += "LIST" + zeroPadded(i, 3) + "=|\r\n";
     EXPECT_EQ(machine.files.bytes("/app/FILE00.INI"), expected);
 
     push(Editor::kClear);

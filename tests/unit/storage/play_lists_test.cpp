@@ -127,8 +127,7 @@ TEST_F(PlayLists, TheEditorGetsNamesUncutAndTheListsName) {
 /// LIST-10: Entries are read from LIST000 upwards, 256 at most
 TEST_F(PlayLists, AListHolds256EntriesAtMost) {
     std::string lines;
-    for (int i = 0; i < 300; ++i)
-        lines += "LIST" + mdlPublicFunction::zeroPadded(i, 3) + "=a.mid|" + std::to_string(i) + "\n";
+    for (int i = 0; i < 300; ++i) lines += "LIST" + zeroPadded(i, 3) + "=a.mid|" + std::to_string(i) + "\n";
     list(lines);
     start();
     EXPECT_EQ(player.gFileCount, 256);
@@ -183,7 +182,7 @@ TEST_F(PlayLists, SavingWritesTheNameAndAll256KeysInOneReplacement) {
     std::string expected =
         "[FILELIST]\r\nLISTNAME=Morning\r\nLIST000=intro.mid|C:\\MUSIC\\INTRO.MID\r\n"
         "LIST001=photo.jpg|C:\\PICS\\PHOTO.JPG\r\n";
-    for (int i = 2; i < 256; ++i) expected += "LIST" + mdlPublicFunction::zeroPadded(i, 3) + "=|\r\n";
+    for (int i = 2; i < 256; ++i) expected += "LIST" + zeroPadded(i, 3) + "=|\r\n";
     EXPECT_EQ(machine.files.bytes("/app/FILE00.INI"), expected);
     EXPECT_EQ(machine.calls("files"), Texts{"files.replace /app/FILE00.INI"});
 }

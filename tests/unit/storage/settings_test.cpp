@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/settings.h"
 
+#include <algorithm>
+#include <limits>
+#include <set>
+
+#include "fake/kept_part.h"
 #include "storage/profile_file.h"
 #include "unit/startup/startup_fixture.h"
 
@@ -40,7 +45,7 @@ TEST_F(Settings, AMissingFileGivesEveryDefault) {
     EXPECT_EQ(player.gPageNumber, 0);
     EXPECT_TRUE(player.gImageHide);
     std::string keys;
-    for (const KeySetting& each : keySettings()) keys += static_cast<char>(player.*each.code);
+    for (const KeySetting& each : keySettings()) keys += static_cast<char>(player.*each.variable);
     EXPECT_EQ(keys, "PMRSzxc,.ud");
     EXPECT_FALSE(machine.files.has("/app/KADO.INI"));
 }
@@ -322,6 +327,86 @@ TEST_F(Settings, TextThatIsNoNumberLeavesWhatWasReadBefore) {
         EXPECT_EQ(player.gListNumber, 5);
         EXPECT_EQ(player.gPageNumber, 6);
     }
+}
+
+// --- The schema ------------------------------------------------------------------------------------------------------
+
+struct Values {
+    std::string operator()(const NumberSetting& number) const {
+        const bool hasEnd = number.most < std::numeric_limits<std::int16_t>::max();
+        return std::to_string(number.least) + (hasEnd ? " to " + std::to_string(number.most) : " and up");
+    }
+    std::string operator()(const SwitchSetting& /*one*/) const { return "ON, OFF"; }
+    std::string operator()(const KeySetting& /*key*/) const { return "a character"; }
+    std::string operator()(const TextSetting& /*text*/) const { return "a file's name"; }
+};
+
+std::string manualOf(const SettingsSchema& schema) {
+    std::vector<std::vector<std::string>> rows;
+    for (const Setting& each : schema) {
+        rows.push_back({each.key, std::visit(Values(), each.value), settingDefault(each), each.meaning,
+                        each.writtenBy == WrittenBy::Editor ? "editor" : "settings"});
+    }
+    return manualRows(rows);
+}
+
+TEST(SettingsSchema, EachKeyStandsThereOnceWithAVariableOfItsOwn) {
+    std::set<std::string> keys;
+    std::vector<std::int16_t PlayerState::*> numbers;
+    for (const Setting& each : settingsSchema()) {
+        EXPECT_TRUE(keys.insert(each.key).second) << each.key;
+        EXPECT_STRNE(each.meaning, "") << each.key;
+        std::int16_t PlayerState::*variable = nullptr;
+        if (const auto* number = std::get_if<NumberSetting>(&each.value)) variable = number->variable;
+        if (const auto* key = std::get_if<KeySetting>(&each.value)) variable = key->variable;
+        if (variable == nullptr) continue;
+        EXPECT_EQ(std::find(numbers.begin(), numbers.end(), variable), numbers.end()) << each.key;
+        numbers.push_back(variable);
+    }
+    EXPECT_EQ(keys.size(), 25U);
+    EXPECT_EQ(numbers.size(), 20U);
+}
+
+TEST(SettingsSchema, TheManualTellsThem) { expectManualRows("settings", manualOf(settingsSchema())); }
+
+TEST_F(Settings, EachWriterWritesItsOwnInTheirOrder) {
+    EXPECT_TRUE(writeSettings(player, WrittenBy::SettingsDialog, {{kDelayKey, "0700"}}));
+    EXPECT_EQ(machine.files.bytes("/app/KADO.INI"),
+              "[KADO]\r\nPOWER_Click=P\r\nMIN_Click=M\r\nREPEAT_Click=R\r\nSHUFFLE_Click=S\r\nPLAY_Click=z\r\n"
+              "PAUSE_Click=x\r\nSTOP_Click=c\r\nPREV_Click=,\r\nNEXT_Click=.\r\nVOLUME_Up=u\r\nVOLUME_Down=d\r\n"
+              "IMAGEHIDE=ON\r\nAUTOPLAY=OFF\r\nQUICK=OFF\r\nDELAYTIME=0700\r\nBITMAPFILE=DEFAULT.BMP\r\n"
+              "TEXTFILE=DEFAULT.CSV\r\nWINDOWPOS=0\r\n");
+    machine.files.remove("/app/KADO.INI");
+    EXPECT_TRUE(writeSettings(player, WrittenBy::Editor));
+    EXPECT_EQ(machine.files.bytes("/app/KADO.INI"),
+              "[KADO]\r\nPATTERN=0\r\nMOVIEZOOM=0\r\nIMAGEZOOM=0\r\nINTERVAL=0\r\nFILENUM=0\r\nPAGENUM=0\r\n");
+}
+
+/// One that is added, by a row alone.
+TEST_F(Settings, OneMoreRowIsReadWrittenBoundedAndTold) {
+    SettingsSchema schema = settingsSchema();
+    schema.push_back(
+        {"FADE", NumberSetting{&PlayerState::gAnimationStep, 2, 20}, WrittenBy::Editor, "steps of a fade"});
+    schema.push_back({"LOOP", SwitchSetting{&PlayerState::gRepeat}, WrittenBy::Editor, "begins again"});
+    const auto readThem = [&](const std::string& lines) {
+        settings(lines);
+        readSettings(player, schema);
+    };
+    readThem("FADE=7\nLOOP=ON\n");
+    EXPECT_EQ(player.gAnimationStep, 7);
+    EXPECT_TRUE(player.gRepeat);
+    for (const char* out : {"1", "21", "x", ""}) {
+        readThem("FADE=" + std::string(out) + "\n");
+        EXPECT_EQ(player.gAnimationStep, 7) << out;
+        EXPECT_FALSE(player.gRepeat) << "its default";
+    }
+    settings("");
+    EXPECT_TRUE(writeSettings(player, WrittenBy::Editor, {}, schema));
+    EXPECT_TRUE(machine.files.bytes("/app/KADO.INI").ends_with("PAGENUM=0\r\nFADE=7\r\nLOOP=OFF\r\n"));
+    EXPECT_NE(manualOf(schema).find("<td>FADE</td><td>2 to 20</td><td>0</td><td>steps of a fade</td><td>editor</td>"),
+              std::string::npos);
+    EXPECT_NE(manualOf(schema).find("<td>LOOP</td><td>ON, OFF</td><td>OFF</td><td>begins again</td>"),
+              std::string::npos);
 }
 
 }  // namespace

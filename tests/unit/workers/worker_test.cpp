@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <atomic>
 #include <condition_variable>
+#include <functional>
 #include <mutex>
 #include <new>
 
@@ -129,6 +132,57 @@ TEST(Worker, AllAreGivenUpTogetherAndWhatRunsOnIsTold) {
     EXPECT_LT(std::chrono::steady_clock::now() - begin, kDeadline / 2);
     stuck->open();
     EXPECT_TRUE(Worker::endAll(kDeadline));
+}
+
+/// The thread that runs a task: how many tasks it has run, and how many such threads there are.
+struct Here {
+    Here() { ++alive; }
+    ~Here() { --alive; }
+    int tasks = 0;
+    static inline std::atomic<int> alive{0};
+};
+thread_local Here here;
+
+bool comesTrue(const std::function<bool()>& condition) {
+    const auto deadline = std::chrono::steady_clock::now() + kDeadline;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > deadline) return false;
+        Gate never;
+        never.wait(milliseconds(1));
+    }
+    return true;
+}
+
+TEST(Worker, ShortTasksAreRunByAThreadThatIsKeptForThem) {
+    auto most = std::make_shared<std::atomic<int>>(0);
+    const auto task = [most](const Worker::GiveUp&) { *most = std::max(most->load(), ++here.tasks); };
+    EXPECT_TRUE(comesTrue([&] {
+        EXPECT_TRUE(Worker::runOnKept(task));
+        return *most >= 3;
+    }));
+    EXPECT_TRUE(Worker::endAll(kDeadline));
+    EXPECT_TRUE(comesTrue([] { return Here::alive == 0; })) << "at the end they go";
+    ASSERT_TRUE(Worker::runOnKept([](const Worker::GiveUp&) { throw std::bad_alloc(); }));
+    EXPECT_TRUE(Worker::endAll(kDeadline));
+}
+
+TEST(Worker, NoShortTaskWaitsForAnotherOneAndFewThreadsAreKept) {
+    constexpr int kTasks = 12;
+    auto gate = std::make_shared<Gate>();
+    auto running = std::make_shared<std::atomic<int>>(0);
+    for (int i = 0; i < kTasks; ++i) {
+        ASSERT_TRUE(Worker::runOnKept([gate, running](const Worker::GiveUp&) {
+            ++here.tasks;
+            ++*running;
+            gate->wait();
+        }));
+    }
+    EXPECT_TRUE(comesTrue([&] { return *running == kTasks; }));
+    EXPECT_EQ(Here::alive, kTasks);
+    gate->open();
+    EXPECT_TRUE(comesTrue([] { return Here::alive == static_cast<int>(Worker::kMostKept); }));
+    EXPECT_TRUE(Worker::endAll(kDeadline));
+    EXPECT_TRUE(comesTrue([] { return Here::alive == 0; }));
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include "media/movies/movie_library.h"
 #include "media/sound/silence.h"
 #include "media/sound/sound_backend.h"
+#include "types/text.h"
 
 namespace corvane {
 
@@ -48,7 +49,7 @@ double sensibleLength(double seconds) {
 /// The library's word for an error, as a sentence.
 std::string sentence(int error) {
     std::string text = movieLibrary().mpv_error_string(error);
-    if (!text.empty() && text[0] >= 'a' && text[0] <= 'z') text[0] = static_cast<char>(text[0] - 'a' + 'A');
+    if (!text.empty()) text[0] = text::upper(text[0]);
     return text;
 }
 
