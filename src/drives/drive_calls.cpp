@@ -191,7 +191,8 @@ public:
     }
     const Each& path(std::size_t at) const { return paths_[at]; }
     const std::shared_ptr<Call>& call(std::size_t at) const { return calls_[at]; }
-    void leave(std::size_t at) { left_ = at + 1; }
+    /// Nobody waits any more for those before this one.
+    void leave(std::size_t before) { left_ = before; }
 
     /// On its thread, which ends behind a question that nobody waits for any more.
     void ask(DriveCalls& drives) {
@@ -224,7 +225,7 @@ private:
     const Clock::time_point end_;
     std::vector<std::shared_ptr<Call>> calls_;
     std::atomic<std::size_t> next_{0};  ///< to be asked about
-    std::atomic<std::size_t> left_{0};  ///< nobody waits for those before this one any more
+    std::atomic<std::size_t> left_{0};
 };
 
 std::vector<bool> DriveCalls::runEach(const std::vector<Each>& paths, Wait longest,
@@ -238,10 +239,11 @@ std::vector<bool> DriveCalls::runEach(const std::vector<Each>& paths, Wait longe
         for (bool goesOn = true; goesOn && at < paths.size(); ++at) {
             const Clock::time_point due = std::min(end, Clock::now() + paths[at].patience);
             goesOn = row->call(at)->wait(due, longest.giveUp);
-            if (!goesOn) row->leave(at);
+            if (!goesOn) row->leave(at + 1);
             answered[at] = settle(paths[at].path, row->call(at), goesOn, due);
         }
     }
+    row->leave(paths.size());
     return answered;
 }
 

@@ -23,20 +23,28 @@ std::int64_t toFrame(double microseconds) { return std::llround(microseconds * S
 bool holdsMidi(const std::string& path, const std::atomic<bool>* giveUp) {
     std::string reason;
     const auto file = DriveFile::open(path, {DriveCalls::kLongPatience, giveUp}, reason);
+    return file && holdsMidi(*file);
+}
+
+bool holdsMidi(DriveFile& file) {
     std::array<char, kHeadBytes> head{};
-    const std::int64_t got = file ? file->read(0, head.data(), head.size()) : 0;
+    const std::int64_t got = file.read(0, head.data(), head.size());
     return looksLikeMidi(std::string(head.data(), static_cast<std::size_t>(std::max<std::int64_t>(got, 0))));
 }
 
 OpenedSound MidiSound::open(const std::string& path, std::shared_ptr<Synthesizer> synthesizer, const Abandoned& flag) {
     std::string reason;
-    const auto opened = DriveFile::open(path, {DriveCalls::kLongPatience, flag.get()}, reason);
-    if (!opened) return {nullptr, reason};
+    auto file = DriveFile::open(path, {DriveCalls::kLongPatience, flag.get()}, reason);
+    return file ? open(std::move(file), std::move(synthesizer), flag) : OpenedSound{nullptr, std::move(reason)};
+}
+
+OpenedSound MidiSound::open(std::unique_ptr<DriveFile> opened, std::shared_ptr<Synthesizer> synthesizer,
+                            const Abandoned& flag) {
     const auto bytes = opened->readWhole(kMaxFileBytes);
     if (!opened->failure().empty()) return {nullptr, opened->failure()};
     if (!bytes) return {nullptr, "The MIDI file is too large."};
     MidiFile file = readMidi(*bytes);
-    reason = file.reason.empty() ? synthesizer->load() : file.reason;
+    std::string reason = file.reason.empty() ? synthesizer->load() : file.reason;
     if (!reason.empty()) return {nullptr, std::move(reason)};
     return {std::unique_ptr<SoundBackend>(new MidiSound(std::move(file.sequence), std::move(synthesizer), flag)), ""};
 }

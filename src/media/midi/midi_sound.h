@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 
+#include "drives/drive_file.h"
 #include "media/midi/synthesizer.h"
 #include "media/sound/sound_backend.h"
 
@@ -15,6 +16,9 @@ class MidiSound : public SoundBackend {
 public:
     static OpenedSound open(const std::string& path, std::shared_ptr<Synthesizer> synthesizer,
                             const Abandoned& flag = std::make_shared<std::atomic<bool>>(false));
+    /// The same of a file that is open already.
+    static OpenedSound open(std::unique_ptr<DriveFile> file, std::shared_ptr<Synthesizer> synthesizer,
+                            const Abandoned& flag);
     ~MidiSound() override;
 
     PcmFormat format() const override { return Synthesizer::kFormat; }
@@ -37,5 +41,6 @@ private:
 /// True when the file holds MIDI, whatever its name.
 /// `giveUp`: as for DriveCalls.
 bool holdsMidi(const std::string& path, const std::atomic<bool>* giveUp = nullptr);
+bool holdsMidi(DriveFile& file);
 
 }  // namespace corvane

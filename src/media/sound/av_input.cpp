@@ -26,18 +26,12 @@ int interrupted(void* cancelled) { return static_cast<const std::atomic<bool>*>(
 
 }  // namespace
 
-std::unique_ptr<AvInput> AvInput::open(const std::string& path, const std::atomic<bool>* cancelled,
+std::unique_ptr<AvInput> AvInput::open(std::unique_ptr<DriveFile> file, const std::atomic<bool>* cancelled,
                                        std::string& reason) {
     if (!loadAv()) {
         reason = SpareDescriptors::reason("The libraries that decode sound are not installed.");
         return nullptr;
     }
-    auto file = DriveFile::open(path, {DriveCalls::kLongPatience, cancelled}, reason);
-    return file ? open(std::move(file), cancelled, reason) : nullptr;
-}
-
-std::unique_ptr<AvInput> AvInput::open(std::unique_ptr<DriveFile> file, const std::atomic<bool>* cancelled,
-                                       std::string& reason) {
     const std::string name = "file:" + file->path();
     std::unique_ptr<AvInput> input(new AvInput);
     input->source_ = AvSource::of(std::move(file), cancelled);

@@ -17,9 +17,6 @@ class AvInput {
 public:
     /// Empty: not playable, and `reason` says why, in words. `cancelled` makes long reads give up; it
     /// outlives the input.
-    static std::unique_ptr<AvInput> open(const std::string& path, const std::atomic<bool>* cancelled,
-                                         std::string& reason);
-    /// The same of a file that is open already.
     static std::unique_ptr<AvInput> open(std::unique_ptr<DriveFile> file, const std::atomic<bool>* cancelled,
                                          std::string& reason);
     ~AvInput();
@@ -37,7 +34,6 @@ public:
     bool seekByte(std::int64_t position);
     bool seekTime(std::int64_t timestamp);  ///< in the stream's time base; at or before it
 
-    const DriveFile& bytes() const { return source_->file(); }
     void opened() { source_->opened(); }  ///< its sound has been found
     AVFormatContext& file() const { return *file_; }
     AVStream& stream() const { return *stream_; }

@@ -43,10 +43,16 @@ Skip skipOf(const AVPacket& packet) {
 }  // namespace
 
 OpenedSound FileSound::open(const std::string& path, const Abandoned& flag) {
+    std::string reason;
+    auto file = DriveFile::open(path, {DriveCalls::kLongPatience, flag.get()}, reason);
+    return file ? open(std::move(file), flag) : OpenedSound{nullptr, std::move(reason)};
+}
+
+OpenedSound FileSound::open(std::unique_ptr<const DriveFile> file, const Abandoned& flag) {
     OpenedSound opened;
     std::unique_ptr<FileSound> sound(new FileSound(flag));
-    sound->input_ = AvInput::open(path, &sound->abandoned, opened.reason);
-    if (sound->input_) sound->file_ = sound->input_->bytes().again();
+    sound->file_ = std::move(file);
+    sound->input_ = AvInput::open(sound->file_->again(), &sound->abandoned, opened.reason);
     if (sound->input_ && sound->begin(opened.reason)) opened.sound = std::move(sound);
     return opened;
 }

@@ -18,6 +18,8 @@ class FileSound : public SoundBackend {
 public:
     static OpenedSound open(const std::string& path,
                             const Abandoned& flag = std::make_shared<std::atomic<bool>>(false));
+    /// The same of a file that is open already.
+    static OpenedSound open(std::unique_ptr<const DriveFile> file, const Abandoned& flag);
     ~FileSound() override;
 
     PcmFormat format() const override { return format_; }

@@ -28,6 +28,12 @@ private:
     int& alive_;
 };
 
+/// Says that it is registered where SampleForm is.
+struct Other : Form {
+    static constexpr FormId kId = FormId::Custom;
+    Other() : Form("frmOther", FormStyle::Dialog) {}
+};
+
 class Host : public ::testing::Test {
 protected:
     Host() {
@@ -220,10 +226,6 @@ TEST_F(Host, AFormMayBeLoadedAgainByTheHandlerThatUnloadedIt) {
 }
 
 TEST_F(Host, AFormOfAnotherClassThanItsIdSaysIsNotFound) {
-    struct Other : Form {
-        static constexpr FormId kId = FormId::Custom;
-        Other() : Form("frmOther", FormStyle::Dialog) {}
-    };
     forms.load(FormId::Custom);
     EXPECT_EQ(forms.find<Other>(), nullptr);
     EXPECT_THROW(forms.load<Other>(), std::bad_cast);

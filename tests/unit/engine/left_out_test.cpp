@@ -44,6 +44,8 @@ TEST_F(LeftOut, BehindAFullListNoneIsLookedUp) {
     EXPECT_EQ(told, Names{"The last 744 names: left out, because the list is full"});
 }
 
+/// DROP-17: All files of a drop, a start or a hand-over are looked up by one call; one on a drive that does not answer
+///     keeps no other away
 TEST_F(LeftOut, AllThatMayBeTakenAreLookedUpByOneCall) {
     std::vector<std::string> paths;
     for (int i = 0; i < 200; ++i) {

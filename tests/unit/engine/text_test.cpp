@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Capitals and numbers, at their limits.
 #include "types/text.h"
+#include "types/numbers.h"
 
 #include "fake/player_fixture.h"
 

@@ -5,6 +5,7 @@
 
 #include "engine/mdlPublicFunction.h"
 #include "fake/player_fixture.h"
+#include "types/numbers.h"
 
 namespace corvane {
 namespace {

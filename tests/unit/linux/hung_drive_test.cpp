@@ -68,6 +68,7 @@ TEST(HungDrive, MayAnswerAfterTheFilesAreGone) {
     drive->letGo();
 }
 
+/// DROP-17
 TEST(HungDrive, KeepsNoOtherFileOfADropAway) {
     const auto drive = std::make_shared<Drive>();
     QtFiles files([drive](const std::string& path) { return drive->look(path); });

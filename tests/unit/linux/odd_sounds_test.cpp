@@ -212,7 +212,7 @@ TEST_F(OddSounds, AFileThatGrowsOrShrinksWhileItPlays) {
     }
 }
 
-/// Looking the name up again may ask a drive that has gone, and may find another file.
+/// MEDIA-73: A sound file is opened once; it is measured and begun anew as the file that was opened
 TEST(SoundOpenedOnce, IsMeasuredAndBegunAnewAsTheFileThatWasOpened) {
     const std::string original = std::string(CORVANE_SOURCE_DIR) + "/tests/data/sound/vbr_bare.mp3";
     const test::TemporaryFolder folder;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "editor_fixture.h"
+#include "types/numbers.h"
 
 namespace corvane {
 namespace {

@@ -2,6 +2,7 @@
 #include "storage/play_lists.h"
 
 #include "storage/profile_file.h"
+#include "types/numbers.h"
 #include "unit/startup/startup_fixture.h"
 
 namespace corvane {

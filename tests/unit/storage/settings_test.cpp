@@ -367,6 +367,7 @@ TEST(SettingsSchema, EachKeyStandsThereOnceWithAVariableOfItsOwn) {
     EXPECT_EQ(numbers.size(), 20U);
 }
 
+/// SET-66
 TEST(SettingsSchema, TheManualTellsThem) { expectManualRows("settings", manualOf(settingsSchema())); }
 
 TEST_F(Settings, EachWriterWritesItsOwnInTheirOrder) {
@@ -382,7 +383,7 @@ TEST_F(Settings, EachWriterWritesItsOwnInTheirOrder) {
               "[KADO]\r\nPATTERN=0\r\nMOVIEZOOM=0\r\nIMAGEZOOM=0\r\nINTERVAL=0\r\nFILENUM=0\r\nPAGENUM=0\r\n");
 }
 
-/// One that is added, by a row alone.
+/// SET-66: A setting is a row of one schema, by which it is read, bounded, written and told in the manual
 TEST_F(Settings, OneMoreRowIsReadWrittenBoundedAndTold) {
     SettingsSchema schema = settingsSchema();
     schema.push_back(

@@ -113,7 +113,7 @@ MediaType flac() {
             TypeGroup::Sound, {"lossless", "sound"},      {"audio/flac", "audio/x-flac"}};
 }
 
-/// One that is added, as a convenience that is switched on would.
+/// KIND-22: A type that is added while the program runs is listed, opened, told and offered like the others
 TEST_F(EachType, ThatIsAddedIsSeenEverywhere) {
     machine.files.add("/m/new.flac");
     EXPECT_EQ(mdlPublicFunction::takeFiles(player, DropData{true, {"/m/new.flac"}}), 0)

@@ -21,8 +21,12 @@ constexpr double kEarlierSeconds = 0.08;
 OpenedSound openSound(const std::string& device, const std::string& file,
                       const std::shared_ptr<Synthesizer>& synthesizer, const Abandoned& flag) {
     if (device == "CDAudio") return openCdSound(file, flag);
-    if (device == "Sequencer" || holdsMidi(file, flag.get())) return MidiSound::open(file, synthesizer, flag);
-    return FileSound::open(file, flag);
+    // Opened once, whatever it turns out to be.
+    std::string reason;
+    auto opened = DriveFile::open(file, {DriveCalls::kLongPatience, flag.get()}, reason);
+    if (!opened) return {nullptr, std::move(reason)};
+    if (device == "Sequencer" || holdsMidi(*opened)) return MidiSound::open(std::move(opened), synthesizer, flag);
+    return FileSound::open(std::move(opened), flag);
 }
 
 }  // namespace
