@@ -61,6 +61,17 @@ TEST_P(FilesContract, AFolderIsNoFile) {
     EXPECT_EQ(files.lookUp(in("folder")), std::nullopt);
 }
 
+/// DROP-17
+TEST_P(FilesContract, LooksUpManyInTheirOrder) {
+    stage->makeFile(in("Song.wav"), "");
+    stage->makeFile(in("b.wav"), "");
+    stage->makeFolder(in("folder"));
+    using Names = std::vector<std::optional<std::string>>;
+    EXPECT_EQ(files.lookUpAll({in("b.wav"), in("Other.wav"), "", in("folder"), in("Song.wav")}),
+              (Names{"b.wav", std::nullopt, std::nullopt, std::nullopt, "Song.wav"}));
+    EXPECT_EQ(files.lookUpAll({}), Names());
+}
+
 /// MEDIA-34: A list of files is sorted without case and matches any of several patterns
 TEST_P(FilesContract, ListsFilesThatMatchSortedWithoutCase) {
     for (const char* name : {"b.BMP", "A.bmp", "c.jpg", "d.wav", "bmp", "x.bmp.txt"}) stage->makeFile(in(name), "");
