@@ -107,6 +107,13 @@ TYPED_TEST_P(SurfaceContract, TellsThatItHasMoved) {
     EXPECT_EQ(this->surface().place(), (PixelPlace{90, 75, 200, 100})) << "and keeps its size";
 }
 
+TYPED_TEST_P(SurfaceContract, SaysWhereScreensAreSoThatItCanBeBroughtIntoSight) {
+    this->form.Left = 90000 * kTwipsPerPixel;
+    this->show();
+    EXPECT_LT(this->surface().place().x, 90000);
+    EXPECT_EQ(this->form.Left, static_cast<Twips>(this->surface().place().x) * kTwipsPerPixel) << "and its form knows";
+}
+
 TYPED_TEST_P(SurfaceContract, TellsOfEachButtonOfTheMouseAndItsPlace) {
     using Texts = std::vector<std::string>;
     this->show();
@@ -209,9 +216,10 @@ TYPED_TEST_P(SurfaceContract, IsSilentWhenTheFormHasGone) {
 
 REGISTER_TYPED_TEST_SUITE_P(SurfaceContract, IsHiddenUntilItIsShownInItsPlace,
                             AWantedPlaceIsTakenBeforeAnythingElseIsSeen, TellsThatItHasMoved,
-                            TellsOfEachButtonOfTheMouseAndItsPlace, TellsWhereOnTheScreenThePointerIs,
-                            TellsKeysAndWhatTheyType, TellsThatItIsMinimisedAndRestored, LeavesClosingToTheForm,
-                            TakesNoInputWhileItIsNotToBeUsed, KnowsAHandThatTremblesFromADrag, MeasuresLabels,
-                            DoesLaterWhatIsAskedFor, IsSilentWhenTheFormHasGone);
+                            SaysWhereScreensAreSoThatItCanBeBroughtIntoSight, TellsOfEachButtonOfTheMouseAndItsPlace,
+                            TellsWhereOnTheScreenThePointerIs, TellsKeysAndWhatTheyType,
+                            TellsThatItIsMinimisedAndRestored, LeavesClosingToTheForm, TakesNoInputWhileItIsNotToBeUsed,
+                            KnowsAHandThatTremblesFromADrag, MeasuresLabels, DoesLaterWhatIsAskedFor,
+                            IsSilentWhenTheFormHasGone);
 
 }  // namespace corvane::contract
