@@ -1,18 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "linux/native/items_model.h"
 
-#include "forms/item_tips.h"
 #include "linux/windowing/shown_text.h"
+#include "shell/native/list_rows.h"
 
 namespace corvane {
 
 QVariant ItemsModel::data(const QModelIndex& index, int role) const {
     // Between a change and the refresh after it the control may have fewer items than the model says.
     if (control_ == nullptr || index.row() < 0 || index.row() >= control_->count()) return {};
-    if (role == Qt::ToolTipRole) {
-        const auto* const tips = dynamic_cast<const ItemTips*>(control_);
-        return tips != nullptr && tips->tipOf ? shownText(tips->tipOf(index.row())) : QString();
-    }
     if (role != Qt::DisplayRole && role != kDepthRole) return {};
     const std::string& text = control_->item(index.row());
     std::size_t indent = 0;
@@ -22,6 +18,10 @@ QVariant ItemsModel::data(const QModelIndex& index, int role) const {
     }
     if (role == kDepthRole) return static_cast<int>(indent / 2);
     return shownText(text.substr(indent));
+}
+
+QString ItemsModel::tip(int row, bool isCut) const {
+    return control_ == nullptr ? QString() : shownText(rowTip(*control_, row, isCut));
 }
 
 void ItemsModel::refresh() {

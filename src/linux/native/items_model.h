@@ -19,6 +19,8 @@ public:
     int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : count_; }
     QVariant data(const QModelIndex& index, int role) const override;
 
+    QString tip(int row, bool isCut) const;  ///< what a row says to the pointer; "": nothing of its own
+
     /// The control's items have changed.
     void refresh();
     /// The control goes: the model is empty from now on.

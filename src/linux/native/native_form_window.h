@@ -4,83 +4,83 @@
 #include <QDialog>
 #include <map>
 #include <memory>
-#include <vector>
 
-#include "linux/native/binder.h"
-#include "linux/native/form_scale.h"
+#include "linux/native/widget_control.h"
 #include "linux/windowing/form_window.h"
-#include "shell/access_keys.h"
+#include "shell/native/native_form.h"
 
 namespace corvane {
 
-/// The window of a dialog form: a widget a control, each kept in step with its control by a binder. Enter presses the
-/// form's Default button, Escape its Cancel button. Of the form's own key events F1 alone is raised: its controls take
-/// the other keys.
-class NativeWindow : public QDialog, public FormWindow {
+/// The window of a dialog form, a widget for each of its controls.
+class NativeWindow : public QDialog, public FormWindow, public NativeSurface {
 public:
     NativeWindow(Form& form, DesktopContext& context);
     ~NativeWindow() override;
 
-    int textWidth(const std::string& text) override;
-    void beginDrag() override;
-    void reject() override;
+    int textWidth(const std::string& text) override { return native_.textWidth(text); }
+    void beginDrag() override { dragging_ = true; }
+    void reject() override { native_.cancel(); }
 
-    /// Runs a handler of the form, then brings the widgets in step. For input of the widgets.
-    void run(const EventLoop::Handler& handler);
-    /// Posts a handler of the form (a drop, a request to close).
-    void later(EventLoop::Handler handler) { post(std::move(handler)); }
-    /// Raises what may close the form or put up a box, as an event of its own: the widget's own handler ends first. Not
-    /// while a box is up, which only an assistive program would reach past.
-    void command(const Event<>& event);
-    /// The binder's flush() is called soon: several changes of a control are shown as one.
-    void flushSoon(Binder& binder);
+    // Each beside the class of its widget.
+    std::unique_ptr<NativeButton> makeButton(const Control& control, NativeEvents& events) override;
+    std::unique_ptr<NativeLabel> makeLabel(const Label& label, NativeEvents& events) override;
+    std::unique_ptr<NativeMark> makeMark(const Image& image, NativeEvents& events) override;
+    std::unique_ptr<NativeField> makeField(const TextBox& box, NativeEvents& events) override;
+    std::unique_ptr<NativeStepper> makeStepper(const ScrollBar& bar, NativeEvents& events) override;
+    std::unique_ptr<NativeChoice> makeChoice(const ItemsControl& control, NativeEvents& events) override;
+    std::unique_ptr<NativeList> makeList(const ItemsControl& control, NativeEvents& events) override;
 
-    const FormScale& scale() const { return scale_; }
-    const AccessKeys& keys() const { return keys_; }
-    /// The widget of a control, or null.
-    QWidget* widgetOf(const Control& control) const;
-    MouseArgs mouseArgs(const QWidget& widget, const QMouseEvent& event, bool isMove) const;
+    bool framesHold() const override { return true; }
+    PixelSize textSize(const std::string& text) const override;
+    double leastScale() const override { return 1.0; }
+    void orderTabs(const std::vector<const Control*>& order) override;
+    void focusFirst(const Control& control) override;
+    void setTitle(const std::string& text) override;
+    void enable(bool enabled) override { setEnabled(enabled); }
+    void show(bool shown) override { setVisible(shown); }
+    void setState(WindowState state) override;
+    void setInner(PixelSize size, PixelSize least) override;
+    PixelSize outer() const override { return {width(), height()}; }
+    void moveOuter(const PixelRect& place) override;
+    PixelRect room() const override;
+    PixelPoint onScreen(Twips left, Twips top) const override;
+    void soon(EventLoop::Handler handler) override;
+
+    // For the widgets.
+    void add(const Control& control, QWidget& widget);
+    QWidget* widgetOf(const Control& control) const;  ///< null: it has none
+    QWidget& holderOf(const Control& control);        ///< the frame that it lies in, else the window
+    void watchAlt(const QKeyEvent& event);
+    void dragStep(const QMouseEvent& event);
 
 protected:
-    void onBound() override;
-    void onUnbinding() override;
-    void propertyChanged(Control& control, PropertyId property) override;
+    void onBound() override { native_.bind(form()); }
+    void onUnbinding() override { native_.unbind(); }
+    void propertyChanged(Control& control, PropertyId property) override { native_.changed(control, property); }
 
     bool event(QEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override { mouse(*event); }
+    void mouseMoveEvent(QMouseEvent* event) override { mouse(*event); }
+    void mouseReleaseEvent(QMouseEvent* event) override { mouse(*event); }
 
 private:
-    void makeWidgets();
-    void orderTabs();
-    void formChanged(PropertyId property);
-    void takeScale();
-    void takeSize();
-    void putInPlace();
-    void focusFirst();
-    void flush();
-    void watchAlt(const QKeyEvent& event);
     bool takeHelpKey(const QKeyEvent& event);
     void showMnemonics(bool shown);
-    void dragStep(const QMouseEvent& event);
+    void mouse(const QMouseEvent& event);
 
-    std::vector<std::unique_ptr<Binder>> binders_;  ///< in the form's paint order
-    std::map<const Control*, Binder*> byControl_;
-    std::vector<Binder*> waiting_;  ///< to be flushed
-    FormScale scale_;
-    AccessKeys keys_;
+    std::map<const Control*, QWidget*> widgets_;
     std::unique_ptr<QStyle> style_;
-    bool shownBefore_ = false;
-    bool taking_ = false;    ///< the window itself changes the form's properties
+    NativeForm native_;
     bool dragging_ = false;  ///< the form asked to be moved with the pointer
     QPoint pressedAt_;       ///< of the screen, at the last press
     QPoint windowAt_;        ///< the window's place at the last press
 };
+
+/// A mouse event of a widget as it is told.
+NativeMouse nativeMouse(const QMouseEvent& event, const QWidget& widget);
 
 }  // namespace corvane

@@ -2,6 +2,7 @@
 // The dialogs in widgets: where the tool kit has habits of its own that the forms do not share.
 #include <QTimer>
 
+#include "linux/native/items_model.h"
 #include "unit/linux/native_rig.h"
 
 namespace corvane {
@@ -98,7 +99,7 @@ TEST_F(NativeHabits, ATipOfTheListsSaysTheWholePath) {
     Editor& form = openEditor();
     doubleClickRow(view(form.fleFileList), 1);
     const auto tip = [this](const Control& list, int row) {
-        return view(list).model()->index(row, 0).data(Qt::ToolTipRole).toString();
+        return static_cast<ItemsModel*>(view(list).model())->tip(row, false);
     };
     EXPECT_EQ(tip(form.lstFileList[0], 0), "/home/ann/Music/banana.mid");
     EXPECT_EQ(tip(form.fleFileList, 0), "/home/ann/Music/apple.wav");

@@ -9,7 +9,6 @@
 #include <QStyle>
 #include <set>
 
-#include "linux/native/form_scale.h"
 #include "unit/linux/native_rig.h"
 
 namespace corvane {
@@ -419,17 +418,6 @@ TEST_F(NativeDialogs, AccessKeysAreUnderlinedWhileAltIsHeld) {
     QKeyEvent up(QEvent::KeyRelease, Qt::Key_Alt, {});
     QCoreApplication::sendEvent(&field, &up);
     EXPECT_FALSE(underlined());
-}
-
-TEST(FormScale, GrowsUntilEachControlHasTheRoomItWants) {
-    FormScale scale(1.0, 1.25);
-    scale.makeRoom(QSize(30, 10), 40 * kTwipsPerPixel, 10 * kTwipsPerPixel);
-    EXPECT_EQ(scale.size(40 * kTwipsPerPixel, 40 * kTwipsPerPixel), QSize(40, 50)) << "never smaller";
-    scale.makeRoom(QSize(60, 15), 40 * kTwipsPerPixel, 10 * kTwipsPerPixel);
-    EXPECT_EQ(scale.size(40 * kTwipsPerPixel, 40 * kTwipsPerPixel), QSize(60, 60));
-    EXPECT_FLOAT_EQ(scale.twipsAcross(60), 40 * kTwipsPerPixel);
-    scale.makeRoom(QSize(60, 15), 0, 0);
-    EXPECT_EQ(scale.x(40 * kTwipsPerPixel), 60);
 }
 
 /// DIAL-37

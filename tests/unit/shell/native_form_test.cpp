@@ -267,5 +267,19 @@ TEST_F(NativeWindowOf, WhatAFrameHoldsIsPlacedInsideOrOnTheWindow) {
     again.unbind();
 }
 
+TEST(FormScale, GrowsUntilEachControlHasTheRoomItWants) {
+    FormScale scale({174, 0}, 1.0);
+    EXPECT_EQ(scale.size(px(40), px(40)), (PixelSize{40, 40})) << "never smaller than the screen asks";
+    scale.makeRoom({30, 10}, px(40), px(10));
+    EXPECT_EQ(scale.size(px(40), px(40)), (PixelSize{40, 40}));
+    scale.makeRoom({60, 15}, px(40), px(10));
+    EXPECT_EQ(scale.size(px(40), px(40)), (PixelSize{60, 60}));
+    EXPECT_FLOAT_EQ(scale.twipsAcross(60), px(40));
+    scale.makeRoom({60, 15}, 0, 0);
+    EXPECT_EQ(scale.x(px(40)), 60);
+    const PixelRect left = scale.rectangle(px(0), 0, px(33), px(1));
+    EXPECT_EQ(scale.rectangle(px(33), 0, px(33), px(1)).left, left.right()) << "neighbours that touch still touch";
+}
+
 }  // namespace
 }  // namespace corvane

@@ -7,7 +7,6 @@
 #include <QStyleOptionButton>
 #include <QStyleOptionFocusRect>
 
-#include "linux/native/binder.h"
 #include "linux/native/native_form_window.h"
 
 namespace corvane {
@@ -17,7 +16,7 @@ namespace {
 /// Two arrow buttons side by side that step a number; held, they step on. Arrow keys and the wheel step it too.
 class Stepper : public QAbstractSlider {
 public:
-    explicit Stepper(QWidget* parent) : QAbstractSlider(parent) {
+    Stepper(QWidget* parent, NativeEvents& events) : QAbstractSlider(parent), events_(events) {
         setOrientation(Qt::Horizontal);
         setPageStep(1);
         setFocusPolicy(Qt::StrongFocus);
@@ -35,11 +34,8 @@ protected:
         setRepeatAction(action, kFirstMs, kNextMs);
     }
     void keyPressEvent(QKeyEvent* event) override {
-        // The ends are a step beyond the numbers, from where those wrap.
-        if (event->key() == Qt::Key_Home) {
-            setValue(minimum() + 1);
-        } else if (event->key() == Qt::Key_End) {
-            setValue(maximum() - 1);
+        if (event->key() == Qt::Key_Home || event->key() == Qt::Key_End) {
+            events_.stepToEnd(event->key() == Qt::Key_End);
         } else {
             QAbstractSlider::keyPressEvent(event);
         }
@@ -93,37 +89,34 @@ private:
                                &arrow, &painter, this);
     }
 
+    NativeEvents& events_;
     Part pressed_ = Part::None;
 };
 
-class StepperBinder : public Binder {
+class StepperWidget : public WidgetControl, public NativeStepper {
 public:
-    StepperBinder(NativeWindow& window, ScrollBar& bar, QWidget& parent)
-        : Binder(window, bar, new Stepper(&parent)), bar_(bar) {
+    StepperWidget(NativeWindow& window, const ScrollBar& bar, NativeEvents& told)
+        : WidgetControl(window, new Stepper(&window.holderOf(bar), told), bar, told) {
         QObject::connect(&slider(), &QAbstractSlider::valueChanged, &slider(),
-                         [this](int value) { this->window().run([this, value] { bar_.Value = value; }); });
+                         [this](int value) { events().stepTo(value); });
     }
-    void changed(PropertyId property) override {
+    void setRange(int least, int most) override {
         const QSignalBlocker quiet(slider());
-        if (property == PropertyId::Min || property == PropertyId::Max) slider().setRange(bar_.Min, bar_.Max);
-        if (property == PropertyId::Value) slider().setValue(bar_.Value);
-        Binder::changed(property);
+        slider().setRange(least, most);
     }
-    void takeAll() override {
-        changed(PropertyId::Min);
-        changed(PropertyId::Value);
-        Binder::takeAll();
+    void setValue(int value) override {
+        const QSignalBlocker quiet(slider());
+        slider().setValue(value);
     }
 
 private:
     QAbstractSlider& slider() const { return static_cast<QAbstractSlider&>(widget()); }
-    ScrollBar& bar_;
 };
 
 }  // namespace
 
-std::unique_ptr<Binder> makeStepperBinder(NativeWindow& window, ScrollBar& bar, QWidget& parent) {
-    return std::make_unique<StepperBinder>(window, bar, parent);
+std::unique_ptr<NativeStepper> NativeWindow::makeStepper(const ScrollBar& bar, NativeEvents& events) {
+    return std::make_unique<StepperWidget>(*this, bar, events);
 }
 
 }  // namespace corvane
