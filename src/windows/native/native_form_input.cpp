@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cstdlib>
+#include <optional>
 
 #include "windows/native/native_form_window.h"
 
@@ -13,50 +14,63 @@ bool NativeWindow::filter(MSG& message) {
     if (enterOrEscape) {
         // A list that has dropped down, and a list of folders, know the key themselves.
         const HWND focus = GetFocus();
-        const Binder* binder = binderOf(focus);
-        if (binder == nullptr) binder = binderOf(GetParent(focus));
-        if (binder != nullptr && binder->takesEnter()) return false;
+        const SystemControl* control = controlOf(focus);
+        if (control == nullptr) control = controlOf(GetParent(focus));
+        if (control != nullptr && control->takesEnter()) return false;
     }
     return IsDialogMessageW(handle(), &message) != 0;
 }
 
-/// Of the keys, the form is told of F1 alone: the others are its controls'.
 bool NativeWindow::takeHelpKey(const MSG& message) {
-    if (message.message != WM_KEYDOWN || message.wParam != VK_F1 || !shownForm().KeyDown.isTied()) return false;
     constexpr LPARAM kRepeated = 0x40000000;
-    if ((message.lParam & kRepeated) != 0) return false;
-    later([this, key = KeyArgs{kKeyF1, shiftState()}] { shownForm().KeyDown.raise(key); });
-    return true;
+    const bool pressed = message.message == WM_KEYDOWN && message.wParam == VK_F1 && (message.lParam & kRepeated) == 0;
+    return pressed && native_.helpKey(shiftState());
 }
 
-LRESULT NativeWindow::message(UINT message, WPARAM first, LPARAM second) {
-    if (!isBound()) return FormWindow::message(message, first, second);
+/// What the system asks and tells of a control.
+std::optional<LRESULT> NativeWindow::controlMessage(UINT message, WPARAM first, LPARAM second) {
     switch (message) {
         case WM_COMMAND:
-            if (command(first, second)) return 0;
-            break;
+            return command(first, second) ? std::optional<LRESULT>(0) : std::nullopt;
         case WM_HSCROLL:
-            if (Binder* const binder = binderOf(reinterpret_cast<HWND>(second))) {
-                binder->scroll(LOWORD(first), static_cast<short>(HIWORD(first)));
+            if (SystemControl* const control = controlOf(reinterpret_cast<HWND>(second))) {
+                control->scroll(LOWORD(first), static_cast<short>(HIWORD(first)));
             }
             return 0;
         case WM_DRAWITEM: {
             const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(second);
-            if (Binder* const binder = binderOf(item.hwndItem)) binder->draw(item);
+            if (SystemControl* const control = controlOf(item.hwndItem)) control->draw(item);
             return TRUE;
         }
         case DM_GETDEFID:
-            for (const auto& each : binders_) {
-                if (each->control().kind() != ControlKind::CommandButton) continue;
-                if (!static_cast<const CommandButton&>(each->control()).Default) continue;
-                return MAKELRESULT(GetDlgCtrlID(each->widget()), DC_HASDEFID);
-            }
-            return 0;
+            return defaultNumber();
         case WM_CTLCOLORSTATIC:
         case WM_CTLCOLORBTN:
             SetBkMode(reinterpret_cast<HDC>(first), TRANSPARENT);
             SetTextColor(reinterpret_cast<HDC>(first), GetSysColor(COLOR_BTNTEXT));
             return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_BTNFACE));
+        default:
+            return std::nullopt;
+    }
+}
+
+LRESULT NativeWindow::defaultNumber() const {
+    for (const auto& [control, made] : controls_) {
+        if (control->kind() != ControlKind::CommandButton) continue;
+        if (!static_cast<const CommandButton*>(control)->Default) continue;
+        return MAKELRESULT(GetDlgCtrlID(made->handle()), DC_HASDEFID);
+    }
+    return 0;
+}
+
+LRESULT NativeWindow::message(UINT message, WPARAM first, LPARAM second) {
+    if (!isBound()) return FormWindow::message(message, first, second);
+    if (const auto answer = controlMessage(message, first, second)) return *answer;
+    if (const auto told = nativeMouse(message, second, {})) {
+        mouse(*told);
+        return 0;
+    }
+    switch (message) {
         case WM_ERASEBKGND: {
             RECT client{};
             GetClientRect(handle(), &client);
@@ -67,8 +81,8 @@ LRESULT NativeWindow::message(UINT message, WPARAM first, LPARAM second) {
             // A dialog of the system's own class would keep the focus by itself.
             if (LOWORD(first) == WA_INACTIVE) {
                 if (IsChild(handle(), GetFocus()) != 0) focused_ = GetFocus();
-            } else if (shownForm().Activate.isTied()) {
-                apply([this] { shownForm().Activate.raise(); });
+            } else {
+                native_.activated();
             }
             break;
         case WM_SETFOCUS:
@@ -82,16 +96,8 @@ LRESULT NativeWindow::message(UINT message, WPARAM first, LPARAM second) {
             return 0;
         case WM_GETMINMAXINFO:
             if (shownForm().Resizable) {
-                const SIZE least = windowSize(shownForm().MinWidth, shownForm().MinHeight);
-                reinterpret_cast<MINMAXINFO*>(second)->ptMinTrackSize = {least.cx, least.cy};
+                reinterpret_cast<MINMAXINFO*>(second)->ptMinTrackSize = {least_.width, least_.height};
             }
-            return 0;
-        case WM_LBUTTONDOWN:
-        case WM_LBUTTONUP:
-        case WM_RBUTTONDOWN:
-        case WM_RBUTTONUP:
-        case WM_MOUSEMOVE:
-            mouse(message, second);
             return 0;
         default:
             break;
@@ -102,50 +108,58 @@ LRESULT NativeWindow::message(UINT message, WPARAM first, LPARAM second) {
 bool NativeWindow::command(WPARAM first, LPARAM second) {
     if (second == 0) {
         if (LOWORD(first) == IDCANCEL) {
-            pressCancel();
+            native_.cancel();
             return true;
         }
         // Enter: the number is the default button's.
         const HWND button = GetDlgItem(handle(), LOWORD(first));
-        if (Binder* const binder = binderOf(button); binder != nullptr && IsWindowEnabled(button) != 0) {
-            binder->command(BN_CLICKED);
-        }
+        SystemControl* const control = controlOf(button);
+        if (control != nullptr && IsWindowEnabled(button) != 0) control->command(BN_CLICKED);
         return true;
     }
-    Binder* const binder = binderOf(reinterpret_cast<HWND>(second));
-    if (binder == nullptr) return false;
-    binder->command(HIWORD(first));
-    return true;
+    SystemControl* const control = controlOf(reinterpret_cast<HWND>(second));
+    if (control != nullptr) control->command(HIWORD(first));
+    return control != nullptr;
 }
 
-void NativeWindow::pressCancel() {
-    for (Control* each : shownForm().controls()) {
-        if (each->kind() != ControlKind::CommandButton) continue;
-        auto& button = static_cast<CommandButton&>(*each);
-        if (button.Cancel && button.Enabled) return apply([&button] { button.Click.raise(); });
+std::optional<NativeMouse> nativeMouse(UINT message, LPARAM place, PixelSize client) {
+    NativeMouse told;
+    told.button = message >= WM_RBUTTONDOWN ? kRightButton : kLeftButton;
+    switch (message) {
+        case WM_MOUSEMOVE:
+            told.button = 0;
+            break;
+        case WM_LBUTTONDOWN:
+        case WM_RBUTTONDOWN:
+            told.act = NativeMouse::Act::Press;
+            break;
+        case WM_LBUTTONDBLCLK:
+        case WM_RBUTTONDBLCLK:
+            told.act = NativeMouse::Act::DoubleClick;
+            break;
+        case WM_LBUTTONUP:
+        case WM_RBUTTONUP:
+            told.act = NativeMouse::Act::Release;
+            break;
+        default:
+            return std::nullopt;
     }
+    const int x = GET_X_LPARAM(place);
+    const int y = GET_Y_LPARAM(place);
+    told.shift = shiftState();
+    told.x = x;
+    told.y = y;
+    told.inside = x >= 0 && y >= 0 && x < client.width && y < client.height;
+    return told;
 }
 
-void NativeWindow::mouse(UINT message, LPARAM place) {
-    if (message == WM_MOUSEMOVE && dragStep()) return;
-    if (message == WM_LBUTTONUP) {
+void NativeWindow::mouse(const NativeMouse& mouse) {
+    if (mouse.act == NativeMouse::Act::Move && dragStep()) return;
+    if (mouse.act == NativeMouse::Act::Release && mouse.button == kLeftButton) {
         dragging_ = false;
         if (GetCapture() == handle()) ReleaseCapture();
     }
-    const bool left = message == WM_LBUTTONDOWN || message == WM_LBUTTONUP;
-    const int button = message == WM_MOUSEMOVE ? 0 : left ? kLeftButton : kRightButton;
-    const MouseArgs args{button, shiftState(), scale_.twipsAcross(GET_X_LPARAM(place)),
-                         scale_.twipsDown(GET_Y_LPARAM(place))};
-    apply([&] {
-        Form& form = shownForm();
-        if (message == WM_MOUSEMOVE) {
-            form.MouseMove.raise(args);
-        } else if (message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN) {
-            form.MouseDown.raise(args);
-        } else {
-            form.MouseUp.raise(args);
-        }
-    });
+    native_.mouse(mouse);
 }
 
 void NativeWindow::beginDrag() {

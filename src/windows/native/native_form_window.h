@@ -3,91 +3,95 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "shell/access_keys.h"
-#include "windows/native/binder.h"
-#include "windows/native/form_scale.h"
+#include "shell/native/native_form.h"
+#include "windows/native/system_control.h"
 #include "windows/windowing/form_window.h"
 
 namespace corvane {
 
-/// The window of a dialog form: a control of the system for each of its controls, kept in step by a binder. Enter
-/// presses the form's Default button, Escape its Cancel button. Of the form's own key events F1 alone is raised:
-/// its controls take the others.
-class NativeWindow : public FormWindow {
+/// The window of a dialog form, a control of the system for each of its controls.
+class NativeWindow : public FormWindow, public NativeSurface {
 public:
     NativeWindow(Form& form, DesktopContext& context);
     ~NativeWindow() override;
 
-    int textWidth(const std::string& text) override;
+    int textWidth(const std::string& text) override { return native_.textWidth(text); }
     void beginDrag() override;
-    /// The pointer moves while the form asked to be moved with it; true: the move is the drag's.
-    bool dragStep();
     void takeScale() override;
     bool filter(MSG& message) override;
 
-    /// Runs a handler of the form, then brings the controls in step. For input of the controls.
-    void apply(const EventLoop::Handler& handler);
-    /// Posts a handler of the form (a drop).
-    void post(EventLoop::Handler handler) { later(std::move(handler)); }
-    /// The binder's flush() is called soon: several changes of a control are shown as one.
-    void flushSoon(Binder& binder);
-    WindowsLoop& loop() const { return context().loop; }
-    std::weak_ptr<bool> alive() const { return bindersAlive_; }
+    // Each beside the class of its control.
+    std::unique_ptr<NativeButton> makeButton(const Control& control, NativeEvents& events) override;
+    std::unique_ptr<NativeLabel> makeLabel(const Label& label, NativeEvents& events) override;
+    std::unique_ptr<NativeMark> makeMark(const Image& image, NativeEvents& events) override;
+    std::unique_ptr<NativeField> makeField(const TextBox& box, NativeEvents& events) override;
+    std::unique_ptr<NativeStepper> makeStepper(const ScrollBar& bar, NativeEvents& events) override;
+    std::unique_ptr<NativeChoice> makeChoice(const ItemsControl& control, NativeEvents& events) override;
+    std::unique_ptr<NativeList> makeList(const ItemsControl& control, NativeEvents& events) override;
 
-    const FormScale& scale() const { return scale_; }
-    const AccessKeys& keys() const { return keys_; }
+    bool framesHold() const override { return false; }
+    PixelSize textSize(const std::string& text) const override;
+    double leastScale() const override { return context().scale(); }
+    void orderTabs(const std::vector<const Control*>& order) override;
+    void focusFirst(const Control& control) override { focused_ = widgetOf(control); }
+    void setTitle(const std::string& text) override;
+    void enable(bool enabled) override { EnableWindow(handle(), enabled ? TRUE : FALSE); }
+    void show(bool shown) override;
+    void setState(WindowState state) override;
+    void setInner(PixelSize size, PixelSize least) override;
+    PixelSize outer() const override;
+    void moveOuter(const PixelRect& place) override;
+    PixelRect room() const override;
+    PixelPoint onScreen(Twips left, Twips top) const override;
+    void soon(EventLoop::Handler handler) override { context().loop.afterMessage(std::move(handler)); }
+
+    // For the controls.
+    void add(const Control& control, SystemControl& made) { controls_[&control] = &made; }
+    HWND widgetOf(const Control& control) const;  ///< null: it has none
+    HMENU numberOf(const Control& control);       ///< a number for the system's control
     HFONT font() const { return font_; }
-    SIZE measure(const std::string& text) const;  ///< in the dialog's font, screen pixels
-    LONG fieldHeight() const;                     ///< of a field with one line of text, screen pixels
-    /// A number for the system's control, and back.
-    HMENU numberOf(const Control& control);
+    int fieldHeight() const;  ///< of a field with one line of text, screen pixels
     void setTip(HWND widget, const std::string& text);
-    void setPlainText(HWND widget, const std::string& text);
-
-    /// The system's control of a control, or null.
-    HWND widgetOf(const Control& control) const;
+    /// The pointer moves while the form asked to be moved with it; true: the move is the drag's.
+    bool dragStep();
+    const FormScale& scale() const { return native_.scale(); }
 
 protected:
     void onBound() override;
-    void propertyChanged(Control& control, PropertyId property) override;
+    void onUnbinding() override { native_.unbind(); }
+    void propertyChanged(Control& control, PropertyId property) override { native_.changed(control, property); }
     LRESULT message(UINT message, WPARAM first, LPARAM second) override;
 
 private:
-    void makeControls();
-    void makeControl(Control& control);
     void makeFont();
-    void formChanged(PropertyId property);
-    SIZE windowSize(Twips width, Twips height) const;
-    void takeSize();
-    void putInPlace();
-    void focusFirst();
-    void flush();
-    void sizeChanged(WPARAM kind);
+    PixelSize windowSize(PixelSize inner) const;
+    std::optional<LRESULT> controlMessage(UINT message, WPARAM first, LPARAM second);
     void placeChanged();
-    void mouse(UINT message, LPARAM place);
+    void sizeChanged(WPARAM kind);
+    void mouse(const NativeMouse& mouse);
     bool takeHelpKey(const MSG& message);
     bool command(WPARAM first, LPARAM second);
-    void pressCancel();
-    Binder* binderOf(HWND widget) const;
+    LRESULT defaultNumber() const;
+    SystemControl* controlOf(HWND widget) const;
 
-    std::vector<std::unique_ptr<Binder>> binders_;
-    std::map<const Control*, Binder*> byControl_;
-    std::vector<Binder*> waiting_;  ///< to be flushed
-    std::shared_ptr<bool> bindersAlive_ = std::make_shared<bool>(true);
-    FormScale scale_;
-    AccessKeys keys_;
+    std::map<const Control*, SystemControl*> controls_;
     HFONT font_ = nullptr;
     HWND tips_ = nullptr;
     HWND focused_ = nullptr;  ///< gets the focus back when the window is activated
+    PixelSize least_;         ///< of the whole window
     POINT pressedAt_{};       ///< of the screen, when the form asked to be moved
     POINT windowAt_{};        ///< the window's place then
     bool dragging_ = false;   ///< it asked, and the button is held
     bool moved_ = false;      ///< the window follows the pointer
-    bool shownBefore_ = false;
-    bool taking_ = false;  ///< the window itself changes the form's properties
+    bool sizing_ = false;     ///< to a size that the form has
+    NativeForm native_;
 };
+
+/// A mouse message as it is told, to a window with a client area of that size; none: it is another message.
+std::optional<NativeMouse> nativeMouse(UINT message, LPARAM place, PixelSize client);
 
 }  // namespace corvane
