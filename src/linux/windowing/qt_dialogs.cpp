@@ -15,7 +15,7 @@
 #include "linux/windowing/help_window.h"
 #include "linux/windowing/input_barrier.h"
 #include "linux/windowing/shown_text.h"
-#include "shell/access_keys.h"
+#include "shell/native/pixels.h"
 
 namespace corvane {
 
@@ -35,45 +35,24 @@ QMessageBox::Icon toIcon(Icon icon) {
     return QMessageBox::Information;
 }
 
-/// Adds the buttons; the refusal is what Escape and closing answer.
-void addButtons(QMessageBox& box, Buttons buttons) {
+struct AnswerButton {
+    Answer answer;
+    QMessageBox::StandardButton button;
+};
+
+/// Of a box, the first one chosen by Enter.
+std::vector<AnswerButton> buttonsOf(Buttons buttons) {
     switch (buttons) {
         case Buttons::Ok:
-            box.setStandardButtons(QMessageBox::Ok);
-            box.setEscapeButton(QMessageBox::Ok);
             break;
         case Buttons::OkCancel:
-            box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
-            box.setEscapeButton(QMessageBox::Cancel);
-            break;
+            return {{Answer::Ok, QMessageBox::Ok}, {Answer::Cancel, QMessageBox::Cancel}};
         case Buttons::AbortRetryIgnore:
-            box.setStandardButtons(QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore);
-            box.setDefaultButton(QMessageBox::Abort);
-            box.setEscapeButton(QMessageBox::Abort);
-            break;
+            return {{Answer::Abort, QMessageBox::Abort},
+                    {Answer::Retry, QMessageBox::Retry},
+                    {Answer::Ignore, QMessageBox::Ignore}};
     }
-}
-
-Answer refusal(Buttons buttons) {
-    if (buttons == Buttons::Ok) return Answer::Ok;
-    return buttons == Buttons::OkCancel ? Answer::Cancel : Answer::Abort;
-}
-
-Answer toAnswer(int button, Buttons buttons) {
-    switch (button) {
-        case QMessageBox::Ok:
-            return Answer::Ok;
-        case QMessageBox::Cancel:
-            return Answer::Cancel;
-        case QMessageBox::Abort:
-            return Answer::Abort;
-        case QMessageBox::Retry:
-            return Answer::Retry;
-        case QMessageBox::Ignore:
-            return Answer::Ignore;
-        default:
-            return refusal(buttons);
-    }
+    return {{Answer::Ok, QMessageBox::Ok}};
 }
 
 QWidget* parentForBox(const DesktopContext& context) {
@@ -107,85 +86,85 @@ int execBeside(QMessageBox& box) {
 
 }  // namespace
 
-QtDialogs::QtDialogs(DesktopContext& context) : context_(context) {}
+/// Over its parent, on the same screen.
+void place(QMessageBox& box, const QWidget& parent) {
+    box.winId();  // makes the window, so that it can be told whom it belongs to
+    box.windowHandle()->setTransientParent(parent.windowHandle());
+    box.adjustSize();
+    const QRect screen = screenOf(&parent);
+    const QPoint middle = parent.frameGeometry().center();
+    const PixelRect at = placedInside({screen.x(), screen.y(), screen.width(), screen.height()},
+                                      {middle.x(), middle.y()}, {box.width(), box.height()});
+    box.move(at.left, at.top);
+}
+
+}  // namespace
+
+QtDialogs::QtDialogs(DesktopContext& context) : NativeDialogs(context.loop), context_(context) {}
 
 QtDialogs::~QtDialogs() { closeMenu(); }
+
+std::optional<Answer> QtDialogs::ask(const Box& asked) {
+    QWidget* const parent = parentForBox(context_);
+    // Without an owner in Qt's sense: the parent's window may go while the box is up.
+    QMessageBox box;
+    box.setIcon(toIcon(asked.icon));
+    box.setWindowTitle(shownTitle(asked.title));
+    box.setTextFormat(Qt::PlainText);  // before there is a text: what looks like mark-up is obeyed at once
+    box.setText(shownLines(asked.text, box.font(), widestWord(screenOf(parent))));
+    const bool leavesFocus = willLeaveFocus(box);
+    box.setWindowModality(leavesFocus ? Qt::NonModal : Qt::ApplicationModal);
+    box.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
+    const auto buttons = buttonsOf(asked.buttons);
+    for (const AnswerButton& each : buttons) {
+        box.addButton(each.button);
+        if (each.answer == refusalOf(asked.buttons)) box.setEscapeButton(each.button);
+    }
+    box.setDefaultButton(buttons.front().button);
+    if (parent != nullptr) {
+        if (parent->windowFlags().testFlag(Qt::WindowStaysOnTopHint)) box.setWindowFlag(Qt::WindowStaysOnTopHint);
+        place(box, *parent);
+    }
+    context_.box = &box;
+    const int pressed = leavesFocus ? execBeside(box) : box.exec();
+    for (const AnswerButton& each : buttons) {
+        if (each.button == pressed) return each.answer;
+    }
+    return std::nullopt;
+}
+
+void QtDialogs::closeBox() {
+    if (context_.box) static_cast<QDialog&>(*context_.box).reject();
+}
 
 void QtDialogs::closeMenu() {
     if (menu_) menu_->close();
 }
 
-Answer QtDialogs::messageBox(const std::string& text, const std::string& title, Buttons buttons, Icon icon) {
-    closeMenu();
-    QWidget* const parent = parentForBox(context_);
-    // Without an owner in Qt's sense: the parent's window may go while the box is up.
-    QMessageBox box;
-    box.setIcon(toIcon(icon));
-    box.setWindowTitle(shownTitle(title));
-    box.setTextFormat(Qt::PlainText);  // before there is a text: what looks like mark-up is obeyed at once
-    box.setText(shownLines(text, box.font(), widestWord(screenOf(parent))));
-    const bool leavesFocus = willLeaveFocus(box);
-    box.setWindowModality(leavesFocus ? Qt::NonModal : Qt::ApplicationModal);
-    box.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
-    addButtons(box, buttons);
-    if (parent != nullptr) {
-        if (parent->windowFlags().testFlag(Qt::WindowStaysOnTopHint)) box.setWindowFlag(Qt::WindowStaysOnTopHint);
-        box.winId();  // makes the window, so that it can be told whom it belongs to
-        box.windowHandle()->setTransientParent(parent->windowHandle());
-        box.adjustSize();
-        const QRect screen = screenOf(parent);
-        QRect place = box.rect();
-        place.moveCenter(parent->frameGeometry().center());
-        place.moveRight(std::min(place.right(), screen.right()));
-        place.moveBottom(std::min(place.bottom(), screen.bottom()));
-        place.moveLeft(std::max(place.left(), screen.left()));
-        place.moveTop(std::max(place.top(), screen.top()));
-        box.move(place.topLeft());
-    }
-    context_.box = &box;
-    return toAnswer(leavesFocus ? execBeside(box) : box.exec(), buttons);
-}
-
-void QtDialogs::refuse() {
-    closeMenu();
-    if (context_.box) static_cast<QDialog&>(*context_.box).reject();
-}
-
-void QtDialogs::fill(QMenu& menu, const MenuItem& parent) {
-    const AccessKeys keys(parent);
-    for (MenuItem* const item : parent.children) {
-        if (!item->Visible) continue;
-        const QString caption = toQString(keys.marked(*item, item->Caption));
-        if (item->isSeparator()) {
+void QtDialogs::fill(QMenu& menu, const std::vector<MenuEntry>& entries) {
+    for (const MenuEntry& each : entries) {
+        if (each.caption.empty()) {
             menu.addSeparator();
             continue;
         }
-        if (!item->children.empty()) {
+        const QString caption = toQString(each.caption);
+        if (!each.entries.empty()) {
             QMenu* const sub = menu.addMenu(caption);
-            sub->setEnabled(item->Enabled);
-            fill(*sub, *item);
+            sub->setEnabled(each.enabled);
+            fill(*sub, each.entries);
             continue;
         }
         QAction* const action = menu.addAction(caption);
-        action->setEnabled(item->Enabled);
-        action->setCheckable(item->Checkable || item->Checked);  // a mark alone says nothing where it is missing
-        action->setChecked(item->Checked);
-        // A command is an event of its own: here the menu's key or mouse handler still runs, and it would go on running
-        // behind a box that the command puts up.
-        QObject::connect(action, &QAction::triggered, &menu, [this, item] {
-            context_.loop.post([this, item] {
-                closeMenu();  // an assistive program chooses without closing it
-                item->Click.raise();
-            });
-        });
+        action->setEnabled(each.enabled);
+        action->setCheckable(each.checkable);
+        action->setChecked(each.checked);
+        QObject::connect(action, &QAction::triggered, &menu, [this, command = each.command] { chosen(command); });
     }
 }
 
-void QtDialogs::popUp(MenuItem& menu) {
-    if (isBoxUp()) return;
-    closeMenu();
+void QtDialogs::showMenu(const std::vector<MenuEntry>& entries) {
     menu_ = std::make_unique<QMenu>();
-    fill(*menu_, menu);
+    fill(*menu_, entries);
     QObject::connect(menu_.get(), &QMenu::aboutToHide, menu_.get(),
                      [this] { context_.graveyard.lay(std::shared_ptr<QMenu>(std::move(menu_))); });
     menu_->popup(QCursor::pos());
@@ -193,7 +172,7 @@ void QtDialogs::popUp(MenuItem& menu) {
 
 void QtDialogs::help() {
     if (!manualWindow_) {
-        manualWindow_ = std::make_unique<HelpWindow>(QFile::decodeName(QByteArray::fromStdString(manual_)));
+        manualWindow_ = std::make_unique<HelpWindow>(QFile::decodeName(QByteArray::fromStdString(manual())));
         manualWindow_->closed = [this] {
             context_.graveyard.lay(std::shared_ptr<HelpWindow>(std::move(manualWindow_)));
         };

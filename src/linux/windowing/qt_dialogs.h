@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "linux/windowing/form_window.h"
-#include "platform/ports.h"
+#include "shell/native/native_dialogs.h"
 
 class QMenu;
 
@@ -12,28 +12,26 @@ namespace corvane {
 
 class HelpWindow;
 
-class QtDialogs : public Dialogs {
+/// Boxes and menus of the tool kit; the manual in a window of our own.
+class QtDialogs : public NativeDialogs {
 public:
     explicit QtDialogs(DesktopContext& context);
     ~QtDialogs() override;
 
-    Answer messageBox(const std::string& text, const std::string& title, Buttons buttons, Icon icon) override;
-    void popUp(MenuItem& menu) override;
     void help() override;
 
-    bool isBoxUp() const { return !context_.box.isNull(); }
-    /// Answers the box that is up with its refusal and closes the menu.
-    void refuse();
-    void setManual(std::string path) { manual_ = std::move(path); }  ///< "" or the path of its first page
+protected:
+    std::optional<Answer> ask(const Box& box) override;
+    void closeBox() override;
+    void showMenu(const std::vector<MenuEntry>& entries) override;
+    void closeMenu() override;
 
 private:
-    void fill(QMenu& menu, const MenuItem& parent);
-    void closeMenu();
+    void fill(QMenu& menu, const std::vector<MenuEntry>& entries);
 
     DesktopContext& context_;
     std::unique_ptr<QMenu> menu_;               ///< null: none is up
     std::unique_ptr<HelpWindow> manualWindow_;  ///< null: none is open
-    std::string manual_;
 };
 
 }  // namespace corvane

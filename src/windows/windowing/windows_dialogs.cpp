@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "shell/access_keys.h"
 #include "windows/text.h"
 
 namespace corvane {
@@ -37,7 +36,8 @@ UINT kindOf(Icon icon) {
     return MB_ICONASTERISK;
 }
 
-int refusalOf(Buttons buttons) {
+/// What closing a box with those buttons stands for.
+int refusedBy(Buttons buttons) {
     if (buttons == Buttons::Ok) return IDOK;
     return buttons == Buttons::OkCancel ? IDCANCEL : IDABORT;
 }
@@ -102,11 +102,26 @@ LRESULT CALLBACK placeBox(int code, WPARAM window, LPARAM details) {
     return CallNextHookEx(placing, code, window, details);
 }
 
+/// A menu of the system; a command's number is one more than ours.
+HMENU made(const std::vector<MenuEntry>& entries) {
+    const HMENU menu = CreatePopupMenu();
+    for (const MenuEntry& each : entries) {
+        if (each.caption.empty()) {
+            AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+            continue;
+        }
+        const UINT state = (each.enabled ? MF_ENABLED : MF_GRAYED) | (each.checked ? MF_CHECKED : MF_UNCHECKED);
+        const bool isMenu = !each.entries.empty();
+        const auto number =
+            isMenu ? reinterpret_cast<UINT_PTR>(made(each.entries)) : static_cast<UINT_PTR>(each.command) + 1;
+        AppendMenuW(menu, (isMenu ? MF_POPUP : MF_STRING) | state, number, toWide(each.caption).c_str());
+    }
+    return menu;
+}
+
 }  // namespace
 
-Answer WindowsDialogs::messageBox(const std::string& text, const std::string& title, Buttons buttons, Icon icon) {
-    if (menuUp_) EndMenu();
-    if (taken_) taken_();
+std::optional<Answer> WindowsDialogs::ask(const Box& box) {
     const HWND before = GetActiveWindow();
     const HWND over = before != nullptr ? before : context_.panel;
     const bool onTop = over != nullptr && (GetWindowLongPtrW(over, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
@@ -114,24 +129,20 @@ Answer WindowsDialogs::messageBox(const std::string& text, const std::string& ti
     const HHOOK outer = placing;
     placedOver = shown ? over : nullptr;
     placing = SetWindowsHookExW(WH_CBT, &placeBox, nullptr, GetCurrentThreadId());
-    ++boxes_;
-    shown_ = buttons;
+    shown_ = box.buttons;
     // Without an owner all windows of the thread are disabled, and the box may outlive the one it lies over.
-    const int button = MessageBoxW(nullptr, toWide(text).c_str(), toWide(title).c_str(),
-                                   kindOf(buttons) | kindOf(icon) | MB_TASKMODAL | MB_SETFOREGROUND |
+    const int button = MessageBoxW(nullptr, toWide(box.text).c_str(), toWide(box.title).c_str(),
+                                   kindOf(box.buttons) | kindOf(box.icon) | MB_TASKMODAL | MB_SETFOREGROUND |
                                        (onTop ? static_cast<UINT>(MB_TOPMOST) : 0U));
-    --boxes_;
     UnhookWindowsHookEx(placing);
     placing = outer;
     if (before != nullptr && IsWindow(before) != 0) SetActiveWindow(before);
-    return button == 0 ? answerOf(refusalOf(buttons)) : answerOf(button);
+    return button == 0 ? std::nullopt : std::optional(answerOf(button));
 }
 
-void WindowsDialogs::refuse() {
-    wanted_ = nullptr;
-    if (menuUp_) EndMenu();
+void WindowsDialogs::closeBox() {
     const HWND box = isBoxUp() ? boxOf(GetCurrentThreadId()) : nullptr;
-    if (box != nullptr) PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(refusalOf(shown_)), 0);
+    if (box != nullptr) PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(refusedBy(shown_)), 0);
 }
 
 bool WindowsDialogs::raiseBox() const {
@@ -140,61 +151,38 @@ bool WindowsDialogs::raiseBox() const {
     return box != nullptr;
 }
 
-void WindowsDialogs::fill(HMENU menu, const MenuItem& parent) {
-    const AccessKeys keys(parent);
-    for (MenuItem* const item : parent.children) {
-        if (!item->Visible) continue;
-        if (item->isSeparator()) {
-            AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
-            continue;
-        }
-        const std::wstring caption = toWide(keys.marked(*item, item->Caption));
-        const UINT state = (item->Enabled ? MF_ENABLED : MF_GRAYED) | (item->Checked ? MF_CHECKED : MF_UNCHECKED);
-        if (!item->children.empty()) {
-            const HMENU sub = CreatePopupMenu();
-            fill(sub, *item);
-            AppendMenuW(menu, MF_POPUP | state, reinterpret_cast<UINT_PTR>(sub), caption.c_str());
-            continue;
-        }
-        commands_.push_back(item);
-        AppendMenuW(menu, MF_STRING | state, commands_.size(), caption.c_str());
-    }
+void WindowsDialogs::closeMenu() {
+    wanted_.reset();
+    if (menuUp_) EndMenu();
 }
 
-void WindowsDialogs::popUp(MenuItem& menu) {
-    if (isBoxUp()) return;
-    if (menuUp_) EndMenu();
-    // The system shows a menu in a loop of its own: it begins when the present handler is over.
-    wanted_ = &menu;
+/// The system shows a menu in a loop of its own: it begins when the present handler is over.
+void WindowsDialogs::showMenu(const std::vector<MenuEntry>& entries) {
+    wanted_ = entries;
     context_.loop.afterMessage([this] {
-        if (MenuItem* const asked = std::exchange(wanted_, nullptr)) track(*asked);
+        if (wanted_ && !isBoxUp() && !menuUp_) track(*std::exchange(wanted_, std::nullopt));
     });
 }
 
-void WindowsDialogs::track(MenuItem& menu) {
-    if (isBoxUp() || menuUp_) return;
-    if (taken_) taken_();
-    commands_.clear();
-    const HMENU shown = CreatePopupMenu();
-    fill(shown, menu);
+void WindowsDialogs::track(const std::vector<MenuEntry>& entries) {
+    tellTaken();
+    const HMENU menu = made(entries);
     const HWND active = GetActiveWindow();
     const HWND owner = active != nullptr ? active : context_.panel;
     SetForegroundWindow(owner);  // else a click elsewhere would not close it
     POINT at{};
     GetCursorPos(&at);
     menuUp_ = true;
-    const auto command = static_cast<std::size_t>(TrackPopupMenu(
-        shown, TPM_RETURNCMD | TPM_LEFTALIGN | TPM_TOPALIGN | TPM_RIGHTBUTTON, at.x, at.y, 0, owner, nullptr));
+    const int number = TrackPopupMenu(menu, TPM_RETURNCMD | TPM_LEFTALIGN | TPM_TOPALIGN | TPM_RIGHTBUTTON, at.x, at.y,
+                                      0, owner, nullptr);
     menuUp_ = false;
-    DestroyMenu(shown);
-    if (command == 0 || command > commands_.size()) return;
-    MenuItem* const item = commands_[command - 1];
-    context_.loop.enter([item] { item->Click.raise(); });
+    DestroyMenu(menu);
+    chosen(number - 1);
 }
 
 void WindowsDialogs::help() {
-    if (manual_.empty()) return;
-    ShellExecuteW(context_.panel, L"open", toWide(manual_).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+    if (manual().empty()) return;
+    ShellExecuteW(context_.panel, L"open", toWide(manual()).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
 }
 
 }  // namespace corvane
