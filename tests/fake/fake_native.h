@@ -77,13 +77,17 @@ public:
     using FakeControl::FakeControl;
     void setText(const std::string& text) override;
     void setHint(const std::string& text) override { hint = text; }
-    void select(int from, int to) override { selected = {from, to}; }
+    void select(int from, int to) override {
+        selected = {from, to};
+        ++selects;
+    }
     std::u16string text() const override { return held.text; }
     /// The user types over what is selected, or pastes it.
     void type(const std::u16string& text);
     void drag(int from, int to);  ///< the user selects
     FieldText held;
     std::pair<int, int> selected{0, 0};
+    int selects = 0;  ///< how often it was told a selection
     std::string hint;
 };
 

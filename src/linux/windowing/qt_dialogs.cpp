@@ -84,8 +84,6 @@ int execBeside(QMessageBox& box) {
     return box.result();
 }
 
-}  // namespace
-
 /// Over its parent, on the same screen.
 void place(QMessageBox& box, const QWidget& parent) {
     box.winId();  // makes the window, so that it can be told whom it belongs to

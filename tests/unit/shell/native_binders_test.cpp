@@ -165,7 +165,9 @@ TEST_F(NativeFieldOf, TextAndSelectionGoBothWays) {
     box.SelStart = 1;
     box.SelLength = 2;
     EXPECT_EQ(shown().selected, (std::pair{1, 3}));
+    const int selects = shown().selects;
     shown().drag(2, 4);
+    EXPECT_EQ(shown().selects, selects) << "not told back";
     EXPECT_EQ(box.SelStart, 2);
     EXPECT_EQ(box.SelLength, 2);
 }
@@ -256,6 +258,10 @@ TEST_F(NativeControlOf, AStepperStaysInItsRangeAndWithWhatTheFormWants) {
     shown.value = 2;  // it has stepped by itself
     shown.events.stepTo(2);
     EXPECT_EQ(shown.value, 1);
+    shown.value = 7;
+    bar.Max = 1;
+    shown.events.stepTo(7);
+    EXPECT_EQ(shown.value, 1) << "it stood at its end before";
     bar.Max = 9;
     EXPECT_EQ(shown.most, 9);
     unbind();
@@ -298,6 +304,9 @@ TEST_F(NativeChoiceOf, AChoiceClicksOnceAndTheSameAgainTakesItsTextAgain) {
     shown().choose(1);
     EXPECT_EQ(combo.Text.get(), "10");
     EXPECT_EQ(clicks, 1) << "what is current already does not click";
+    combo.Click.tie([this] { combo.Text = "other"; });
+    shown().choose(2);
+    EXPECT_EQ(combo.Text.get(), "other") << "as the form wants it";
 }
 
 TEST_F(NativeChoiceOf, WhatIsTypedIsNoChoice) {

@@ -138,8 +138,8 @@ TEST_F(NativeWindowOf, TheFirstFieldThatCanHasTheKeyboardOfOptionsTheOneThatIsOn
     OptionButton first(&other, "optFirst"), second(&other, "optSecond"), outside(&other, "optOutside");
     first.Container = second.Container = &group;
     first.TabIndex = 0;
-    second.TabIndex = 1;
-    outside.TabIndex = 2;
+    outside.TabIndex = 1;
+    second.TabIndex = 2;
     EXPECT_EQ(firstFocused(other), &first);
     second.Value = true;
     outside.Value = true;
@@ -268,7 +268,7 @@ TEST_F(NativeWindowOf, WhatAFrameHoldsIsPlacedInsideOrOnTheWindow) {
 }
 
 TEST(FormScale, GrowsUntilEachControlHasTheRoomItWants) {
-    FormScale scale({174, 0}, 1.0);
+    FormScale scale({100, 10}, 1.0);
     EXPECT_EQ(scale.size(px(40), px(40)), (PixelSize{40, 40})) << "never smaller than the screen asks";
     scale.makeRoom({30, 10}, px(40), px(10));
     EXPECT_EQ(scale.size(px(40), px(40)), (PixelSize{40, 40}));
