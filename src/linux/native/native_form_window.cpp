@@ -38,6 +38,7 @@ NativeWindow::NativeWindow(Form& form, DesktopContext& context)
 }
 
 NativeWindow::~NativeWindow() {
+    widgets_.clear();
     // Widgets go before the style and the objects that they tell.
     for (QObject* child : QObjectList(children())) {
         if (child->isWidgetType()) delete child;
