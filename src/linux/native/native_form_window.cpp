@@ -114,8 +114,8 @@ PixelRect NativeWindow::room() const {
 }
 
 PixelPoint NativeWindow::onScreen(Twips left, Twips top) const {
-    const QPoint origin = context().origin(form());
-    return {origin.x() + context().toPixels(left), origin.y() + context().toPixels(top)};
+    const PixelPoint corner = context().cornerFor(form());
+    return {corner.x + context().toPixels(left), corner.y + context().toPixels(top)};
 }
 
 void NativeWindow::soon(EventLoop::Handler handler) { QTimer::singleShot(0, this, std::move(handler)); }

@@ -167,9 +167,8 @@ PixelRect NativeWindow::room() const {
 }
 
 PixelPoint NativeWindow::onScreen(Twips left, Twips top) const {
-    const POINT origin = context().origin(shownForm());
-    return {static_cast<int>(origin.x) + context().toPixels(left),
-            static_cast<int>(origin.y) + context().toPixels(top)};
+    const PixelPoint corner = context().cornerFor(shownForm());
+    return {corner.x + context().toPixels(left), corner.y + context().toPixels(top)};
 }
 
 void NativeWindow::placeChanged() {
