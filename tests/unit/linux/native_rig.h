@@ -46,6 +46,10 @@ protected:
 
     void settle() {
         waitUntil([this] { return loop.idle(); });
+        // What the handlers changed is shown by timers of no time: this one comes behind them.
+        bool shown = false;
+        QTimer::singleShot(0, qApp, [&] { shown = true; });
+        waitUntil([&] { return shown && loop.idle(); });
     }
     FileListControls& openEditor() {
         loop.enter([this] { player.forms.load<FileListControls>().Show(); });
