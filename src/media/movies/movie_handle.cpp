@@ -46,7 +46,7 @@ constexpr std::array<Option, 37> kOptions{{
     {"idle", "yes", Without::Refuse},
     {"pause", "yes", Without::Refuse},
     {"keep-open", "yes", Without::Refuse},
-    {"ao", "pulse,null", Without::Refuse},
+    {"ao", kMovieSoundOutput, Without::Refuse},
     {"audio-display", "no", Without::Play},
     {"terminal", "no", Without::Play},
     {"osc", "no", Without::Play},
@@ -87,7 +87,7 @@ void make(Made& made) {
         made.reason = "This version of the movie player cannot be told \"" + refused + "\"";
         return;
     }
-    if (silenceWanted() && movieLibrary().mpv_set_option_string(handle.get(), "ao", "null") < 0) return;
+    if (silenceWanted() && movieLibrary().mpv_set_option_string(handle.get(), "ao", kNoMovieSound) < 0) return;
     if (movieLibrary().mpv_initialize(handle.get()) < 0) return;
     made.handle = std::move(handle);
     made.reason.clear();

@@ -20,6 +20,10 @@ using MovieHandle = std::unique_ptr<mpv_handle, DestroyMovieHandle>;
 /// Larger pictures are not decoded: some ten are held at once.
 constexpr int kMostMoviePixels = 4096 * 2304;
 
+/// What the library plays sound through: a server, or nothing where there is none; and nothing at all.
+constexpr const char* kMovieSoundOutput = "pulse,null";
+constexpr const char* kNoMovieSound = "null";
+
 /// How long making one may take before it counts as refused.
 constexpr std::chrono::seconds kMovieHandlePatience{2};
 

@@ -23,6 +23,12 @@ bool PulseLink::failed() const { return !context_ || !PA_CONTEXT_IS_GOOD(pa_cont
 
 bool PulseLink::connected() const { return context_ && pa_context_get_state(context_) == PA_CONTEXT_READY; }
 
+bool PulseLink::refused() {
+    if (!running_) return true;
+    const Lock lock(*this);
+    return failed();
+}
+
 void PulseLink::dropContext() {
     if (!context_) return;
     pa_context_set_state_callback(context_, nullptr, nullptr);
@@ -95,6 +101,16 @@ bool PulseLink::waitFor(int waitMs, const std::function<bool()>& done) {
         const Lock last(*this);
         return done();
     }
+}
+
+bool soundServerGreets(std::chrono::milliseconds patience, const Worker::GiveUp& givenUp) {
+    constexpr int kLookMs = 50;  // so often it is asked whether somebody still waits
+    PulseLink link("Corvane");
+    const Steady::time_point deadline = Steady::now() + patience;
+    do {
+        if (link.ready(kLookMs)) return true;
+    } while (!link.refused() && !givenUp && Steady::now() < deadline);
+    return false;
 }
 
 }  // namespace corvane

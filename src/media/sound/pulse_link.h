@@ -9,6 +9,8 @@
 #include <functional>
 #include <mutex>
 
+#include "workers/worker.h"
+
 namespace corvane {
 
 /// A connection to the sound server with a thread of its own, which sleeps while nothing happens. The server is never
@@ -23,6 +25,7 @@ public:
     /// Connects when needed, waiting at most so long. A failed attempt is repeated after `kRetryMs` at the earliest.
     bool ready(int waitMs);
     pa_context* context() const { return context_; }  ///< valid under Lock, after ready()
+    bool refused();                                   ///< nobody took the last attempt, or who did is gone
 
     /// Keeps the connection's thread out; needed around every call on context and streams.
     class Lock {
@@ -63,5 +66,8 @@ private:
     std::condition_variable wake_;
     unsigned changes_ = 0;
 };
+
+/// Whether a sound server takes a connection and greets it within the patience. Waits: for workers.
+bool soundServerGreets(std::chrono::milliseconds patience, const Worker::GiveUp& givenUp);
 
 }  // namespace corvane

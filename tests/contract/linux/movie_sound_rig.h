@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <csignal>
 #include <cstdint>
 #include <cstring>
 #include <functional>
@@ -69,6 +70,8 @@ public:
             },
             10'000);
     }
+    /// Stopped, it says nothing: whoever connects is taken by the system and waits.
+    void hang(bool on) const { ::kill(static_cast<pid_t>(server_.processId()), on ? SIGSTOP : SIGCONT); }
     void kill() {
         for (QProcess* process : {&recorder_, &server_}) {
             process->kill();

@@ -73,5 +73,16 @@ TEST_F(MovieSound, PlaysOnInSilenceAndIsHeardWhenTheServerReturns) {
     EXPECT_EQ(rig_.changes.size(), 1U);
 }
 
+TEST_F(MovieSound, OpensAndPlaysInSilenceBesideAServerThatSaysNothing) {
+    server_.hang(true);
+    ASSERT_TRUE(rig_.open(MovieRig::sample("colours.avi"))) << rig_.reason;
+    rig_.control->Rate(0.5);
+    rig_.control->Run();
+    EXPECT_TRUE(MovieRig::until([&] { return rig_.control->CurrentPosition() > 0.3; }));
+    server_.hang(false);
+    EXPECT_TRUE(hears());
+    EXPECT_EQ(rig_.control->State(), kMovieRunning);
+}
+
 }  // namespace
 }  // namespace corvane

@@ -8,7 +8,7 @@ import threading
 import time
 
 from harness.expect import check, equal, wait
-from harness.media import tone
+from harness.media import movie, tone
 from harness.player import PLAY, POWER, REPEAT, REPEAT_LAMP
 from harness.signs import told
 from harness.story import story
@@ -66,8 +66,8 @@ def starts_plays_and_ends(stage, what, heard, **environment):
     stage.sound.wait_for_silence()
 
 
-def with_each_answer(stage, variable, scheme, heard):
-    stage.player.save_list([tone(stage.media / "song.wav", 440, 20)])
+def with_each_answer(stage, variable, scheme, heard, file=None):
+    stage.player.save_list([file or tone(stage.media / "song.wav", 440, 20)])
     for how, answer in ANSWERS.items():
         place = stage.folder / how
         with server(place, answer):
@@ -87,3 +87,8 @@ def silent_assistive_bus(stage):
 @story("faults: with a sound server that is silent, says nonsense or closes the time goes on")
 def silent_sound_server(stage):
     with_each_answer(stage, "PULSE_SERVER", "unix:", False)
+
+
+@story("faults: with a sound server that is silent, says nonsense or closes a movie opens and plays in silence")
+def silent_sound_server_of_a_movie(stage):
+    with_each_answer(stage, "PULSE_SERVER", "unix:", False, movie(stage.media / "movie.avi", "#32A046", 440, 20))

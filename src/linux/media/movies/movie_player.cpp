@@ -11,6 +11,7 @@
 #include "media/movies/movie_duration.h"
 #include "media/movies/movie_handle.h"
 #include "media/movies/movie_library.h"
+#include "media/sound/pulse_link.h"
 #include "media/sound/silence.h"
 #include "media/sound/sound_backend.h"
 #include "types/text.h"
@@ -66,6 +67,7 @@ bool MoviePlayer::start(std::string& reason) {
     reason = "The movie player cannot be started";
     mpv_handle* const handle = library_->handle.get();
     silent_ = silenceWanted();
+    heard_ = !silent_;
     patience_.setSingleShot(true);
     patience_.setInterval(kOpenPatience);
     QObject::connect(&patience_, &QTimer::timeout, &patience_, [this] {
@@ -88,6 +90,7 @@ bool MoviePlayer::start(std::string& reason) {
 /// What is being decoded now holds nobody up: the library's part is taken down in a worker.
 MoviePlayer::~MoviePlayer() {
     counter_.giveUp();
+    asker_.giveUp();
     source().giveUp();
     if (library_->handle) movieLibrary().mpv_set_wakeup_callback(library_->handle.get(), nullptr, nullptr);
     if (library_->frames) library_->frames->hush();
@@ -106,7 +109,34 @@ void MoviePlayer::open(const std::string& path) {
     opening_ = true;
     path_ = std::filesystem::absolute(path, error).string();  // asks no drive
     patience_.start();
+    if (silent_) {
+        load(false);
+    } else {
+        askForSound();
+    }
+}
+
+/// The library would wait for ever for a server that takes its connection and says nothing.
+void MoviePlayer::askForSound() {
+    const auto tell = [this, post = post_, number = number_](bool heard) {
+        post([this, number, heard] {
+            if (number == number_) load(heard);
+        });
+    };
+    const auto ask = [tell](const Worker::GiveUp& givenUp) { tell(soundServerGreets(kSoundPatience, givenUp)); };
+    if (!asker_.start(ask, [tell] { tell(false); })) load(false);
+}
+
+void MoviePlayer::load(bool heard) {
+    if (heard != heard_) setSound(heard);
     command(tagged(kLoad, number_), {"loadfile", source().begin(path_).c_str()});
+}
+
+/// The library takes another output up at once, also for what plays.
+void MoviePlayer::setSound(bool heard) {
+    heard_ = heard;
+    const char* output = heard ? kMovieSoundOutput : kNoMovieSound;
+    movieLibrary().mpv_set_property_async(library_->handle.get(), 0, "ao", MPV_FORMAT_STRING, &output);
 }
 
 void MoviePlayer::close() {
@@ -115,6 +145,7 @@ void MoviePlayer::close() {
     patience_.stop();
     source().giveUp();
     counter_.giveUp();
+    asker_.giveUp();
     opening_ = playing_ = ended_ = sounds_ = counted_ = false;
     entry_ = -1;
     seek_ = Seek::None;
@@ -182,7 +213,13 @@ void MoviePlayer::checkEnd() {
                                               MPV_FORMAT_FLAG);
 }
 
-void MoviePlayer::findSoundAgain() { command(0, {"ao-reload"}); }
+void MoviePlayer::findSoundAgain() {
+    if (heard_) {
+        command(0, {"ao-reload"});
+    } else {
+        setSound(true);
+    }
+}
 
 double MoviePlayer::position() const {
     if (ended_) return duration_ > 0 ? duration_ : time_;

@@ -66,6 +66,8 @@ public:
 
     bool soundLost() const { return !silent_ && soundOutput_ == "null"; }
     void findSoundAgain();
+    /// So long a movie waits for a sound server that says nothing, and then plays in silence.
+    static constexpr std::chrono::seconds kSoundPatience{1};
 
 private:
     /// Seeks are told from what follows them: the library answers the command first, then plays again.
@@ -80,6 +82,9 @@ private:
 
     MoviePlayer() = default;
     bool start(std::string& reason);
+    void askForSound();
+    void load(bool heard);
+    void setSound(bool heard);
     MovieSource& source() { return library_->source; }
     void wake();
     void pump();
@@ -109,6 +114,7 @@ private:
     std::shared_ptr<Library> library_ = std::make_shared<Library>();
     Listener listener_;
     Worker counter_;
+    Worker asker_;  ///< for the sound server
 
     std::uint32_t number_ = 0;  ///< of the open; replies to an earlier one are dropped
     std::uint32_t turn_ = 0;    ///< of the last change of place or state; an end belongs to one
@@ -130,6 +136,7 @@ private:
     bool counted_ = false;  ///< the duration is exact
     std::string format_;
     bool silent_ = false;      ///< asked to make no sound
+    bool heard_ = true;        ///< the library is told to look for a sound server
     std::string soundOutput_;  ///< the library's name of what it plays through; "" none
 };
 
