@@ -228,7 +228,7 @@ TEST(SoundOpenedOnce, IsMeasuredAndBegunAnewAsTheFileThatWasOpened) {
     opened.sound->measure();
     EXPECT_TRUE(opened.sound->lengthKnown());
     EXPECT_EQ(opened.sound->frames(), kept.sound->frames());
-    constexpr std::size_t kFrames = 1000;
+    static constexpr std::size_t kFrames = 1000;
     const auto begunAnew = [](SoundBackend& sound) {
         std::vector<float> samples(kFrames * static_cast<std::size_t>(sound.format().channels));
         sound.read(samples.data(), kFrames);
