@@ -5,6 +5,7 @@
 
 #include "windows/resource.h"
 #include "windows/text.h"
+#include "windows/windowing/box_watch.h"
 
 namespace corvane {
 
@@ -113,6 +114,12 @@ LRESULT SystemWindow::message(UINT message, WPARAM first, LPARAM second) {
         case WM_ENDSESSION:
             if (first != 0 && context_.sessionEnds) context_.sessionEnds();
             return 0;
+        case WM_SETCURSOR: {
+            const bool shut = LOWORD(second) == static_cast<WORD>(HTERROR);
+            const WORD mouse = HIWORD(second);
+            if (shut && (mouse == WM_LBUTTONDOWN || mouse == WM_RBUTTONDOWN)) BoxWatch::raise();
+            return DefWindowProcW(handle_, message, first, second);
+        }
         case WM_DPICHANGED:
             if (hasForm()) takeScale();
             return 0;

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "windows/windowing/windows_dialogs.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "windows/text.h"
+#include "windows/windowing/box_watch.h"
 
 namespace corvane {
 
@@ -57,51 +57,6 @@ Answer answerOf(int button) {
     }
 }
 
-constexpr const wchar_t* kBoxClass = L"#32770";
-
-bool isBox(HWND window) {
-    wchar_t name[16] = {};
-    return GetClassNameW(window, name, 16) > 0 && std::wstring_view(name) == kBoxClass;
-}
-
-HWND boxOf(DWORD thread) {
-    HWND found = nullptr;
-    EnumThreadWindows(
-        thread,
-        [](HWND window, LPARAM place) -> BOOL {
-            if (!isBox(window)) return TRUE;
-            *reinterpret_cast<HWND*>(place) = window;
-            return FALSE;
-        },
-        reinterpret_cast<LPARAM>(&found));
-    return found;
-}
-
-/// Puts a box over the panel, when it is about to be seen. One hook lives at a time: boxes are modal.
-HHOOK placing = nullptr;
-HWND placedOver = nullptr;
-
-LRESULT CALLBACK placeBox(int code, WPARAM window, LPARAM details) {
-    const auto box = reinterpret_cast<HWND>(window);
-    if (code == HCBT_ACTIVATE && isBox(box) && placedOver != nullptr) {
-        RECT own{};
-        RECT over{};
-        GetWindowRect(box, &own);
-        GetWindowRect(placedOver, &over);
-        MONITORINFO screen{};
-        screen.cbSize = sizeof screen;
-        GetMonitorInfoW(MonitorFromWindow(placedOver, MONITOR_DEFAULTTONEAREST), &screen);
-        const LONG width = own.right - own.left;
-        const LONG height = own.bottom - own.top;
-        const RECT& work = screen.rcWork;
-        const LONG left = std::max(work.left, std::min((over.left + over.right - width) / 2, work.right - width));
-        const LONG top = std::max(work.top, std::min((over.top + over.bottom - height) / 2, work.bottom - height));
-        ::SetWindowPos(box, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-        placedOver = nullptr;
-    }
-    return CallNextHookEx(placing, code, window, details);
-}
-
 /// A menu of the system; a command's number is one more than ours.
 HMENU made(const std::vector<MenuEntry>& entries) {
     const HMENU menu = CreatePopupMenu();
@@ -126,30 +81,26 @@ std::optional<Answer> WindowsDialogs::ask(const Box& box) {
     const HWND over = before != nullptr ? before : context_.panel;
     const bool onTop = over != nullptr && (GetWindowLongPtrW(over, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
     const bool shown = over != nullptr && IsWindowVisible(over) != 0;
-    const HHOOK outer = placing;
-    placedOver = shown ? over : nullptr;
-    placing = SetWindowsHookExW(WH_CBT, &placeBox, nullptr, GetCurrentThreadId());
+    // A program that has just been started, and shows no window yet, is what the user waits for.
+    const bool leavesKeyboard = shown && anotherProgramIsInFront();
     shown_ = box.buttons;
-    // Without an owner all windows of the thread are disabled, and the box may outlive the one it lies over.
-    const int button = MessageBoxW(nullptr, toWide(box.text).c_str(), toWide(box.title).c_str(),
-                                   kindOf(box.buttons) | kindOf(box.icon) | MB_TASKMODAL | MB_SETFOREGROUND |
-                                       (onTop ? static_cast<UINT>(MB_TOPMOST) : 0U));
-    UnhookWindowsHookEx(placing);
-    placing = outer;
+    const UINT kind = kindOf(box.buttons) | kindOf(box.icon) | MB_TASKMODAL | (leavesKeyboard ? 0U : MB_SETFOREGROUND) |
+                      (onTop ? MB_TOPMOST : 0U);
+    int button = 0;
+    {
+        // Without an owner all windows of the thread are disabled, and the box may outlive the one it lies over.
+        const BoxWatch watch(shown ? over : nullptr, leavesKeyboard);
+        button = MessageBoxW(nullptr, toWide(box.text).c_str(), toWide(box.title).c_str(), kind);
+    }
     if (before != nullptr && IsWindow(before) != 0) SetActiveWindow(before);
     return button == 0 ? std::nullopt : std::optional(answerOf(button));
 }
 
 void WindowsDialogs::closeBox() {
-    const HWND box = isBoxUp() ? boxOf(GetCurrentThreadId()) : nullptr;
-    if (box != nullptr) PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(refusedBy(shown_)), 0);
+    if (const HWND box = BoxWatch::box()) PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(refusedBy(shown_)), 0);
 }
 
-bool WindowsDialogs::raiseBox() const {
-    const HWND box = isBoxUp() ? boxOf(GetCurrentThreadId()) : nullptr;
-    if (box != nullptr) SetForegroundWindow(box);
-    return box != nullptr;
-}
+bool WindowsDialogs::raiseBox() const { return BoxWatch::raise(); }
 
 void WindowsDialogs::closeMenu() {
     wanted_.reset();
