@@ -87,7 +87,7 @@ bool isTried(const std::string& file) {
 }
 
 /// The system's players reckon with whatever a header says, some of them for good.
-/// WIN-61: Files of samples whose header tells of no sound that could be are handed to none of the system's players
+/// WIN-61: Sounds whose headers tell of nothing that could be are handed to none of the system's players
 TEST(MediaFile, SamplesThatNoSoundHasAreRefused) {
     EXPECT_TRUE(isTried(bytesOfWave({})));
     EXPECT_TRUE(isTried(bytesOfWave({.channels = 1, .rate = 8000, .align = 1, .bits = 8})));
@@ -133,6 +133,33 @@ TEST(MediaFile, TheOtherFilesOfSamplesAreLookedAtAsWell) {
     EXPECT_FALSE(isTried("FORM....AIFFSSND"));
     EXPECT_TRUE(isTried("ID3\x04")) << "nothing is known of it";
     EXPECT_TRUE(isTried(""));
+}
+
+std::string frames(const std::string& header, std::size_t length, int count) {
+    std::string all;
+    for (int i = 0; i < count; ++i) all += header + std::string(length - header.size(), '\0');
+    return all;
+}
+
+/// A crowd of headers that lead nowhere keeps a decoder looking for the next one.
+/// WIN-61
+TEST(MediaFile, FramesThatLeadNowhereAreRefused) {
+    EXPECT_TRUE(isTried(frames("\xFF\xFB\x90\x00"s, 417, 3))) << "layer III, 128, 44100";
+    EXPECT_TRUE(isTried(frames("\xFF\xFB\x90\x00"s, 417, 1))) << "a single one";
+    EXPECT_TRUE(isTried(frames("\xFF\xF3\x80\x00"s, 208, 3))) << "the second version, 64, 22050";
+    EXPECT_TRUE(isTried(frames("\xFF\xFD\xA4\x00"s, 576, 3))) << "layer II, 192, 48000";
+    EXPECT_TRUE(isTried(frames("\xFF\xFF\xC4\x00"s, 384, 3))) << "layer I, 384, 48000";
+    EXPECT_TRUE(isTried(frames("\xFF\xFB\x00\x00"s, 500, 3))) << "of a free rate";
+    EXPECT_TRUE(isTried("\xFF\xFB\x90\x00junk" + frames("\xFF\xFB\x90\x00"s, 417, 3))) << "cut out of a stream";
+    EXPECT_TRUE(isTried("ID3\x04\0\0\0\0\x01\x02"s + std::string(130, 'x') + frames("\xFF\xFB\x90\x00"s, 417, 2)));
+    EXPECT_TRUE(isTried("\xFF\xF1\x50\x80\x02\x1F\xFC"s)) << "another kind: its frames are not known here";
+    std::string crowd;
+    while (crowd.size() < 100'000) crowd += "\xFF\xFB\x90\x00"s;
+    EXPECT_FALSE(isTried(crowd));
+    EXPECT_FALSE(isTried("ID3\x04\0\0\0\0\x01\x02"s + std::string(130, 'x') + crowd));
+    EXPECT_FALSE(isTried(std::string(100'000, '\xFF')));
+    const std::string sample = test::bytesOf(test::sample("waltz.mp3"));
+    EXPECT_TRUE(isTried(sample));
 }
 
 /// WIN-61

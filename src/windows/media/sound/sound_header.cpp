@@ -4,6 +4,8 @@
 #include <optional>
 #include <string_view>
 
+#include "windows/media/sound/mpeg_frames.h"
+
 namespace corvane {
 
 namespace {
@@ -80,6 +82,18 @@ bool isAu(std::string_view start) {
     return isSound(number(start, 20, 4, Order::BigEnd), number(start, 16, 4, Order::BigEnd));
 }
 
+/// Behind a tag of names and pictures, where there is one.
+bool isMpeg(const ReadAt& read, std::string_view start) {
+    constexpr std::size_t kTag = 10;
+    constexpr std::size_t kLook = 64 * 1024;
+    std::uint64_t place = 0;
+    if (start.starts_with("ID3") && start.size() >= kTag) {
+        for (std::size_t i = 6; i < kTag; ++i) place = place << 7U | (static_cast<std::uint8_t>(start[i]) & 0x7FU);
+        place += kTag;
+    }
+    return leadsToFrames(read(place, kLook));
+}
+
 bool isWhatItSays(const ReadAt& read) {
     constexpr std::size_t kStart = 24;
     const std::string start = read(0, kStart);
@@ -88,7 +102,7 @@ bool isWhatItSays(const ReadAt& read) {
     if (form == "WAVE" && (kind == "RIFF" || kind == "RF64" || kind == "BW64")) return isWave(read, Order::LittleEnd);
     if (form == "WAVE" && kind == "RIFX") return isWave(read, Order::BigEnd);
     if (kind == "FORM" && (form == "AIFF" || form == "AIFC")) return isAiff(read);
-    return kind != ".snd" || isAu(start);
+    return kind == ".snd" ? isAu(start) : isMpeg(read, start);
 }
 
 }  // namespace
