@@ -41,9 +41,7 @@ public:
     ~PanelOnScreen() { player.forms.clear(); }
 
     MainPanelControls& panel() { return *player.forms.find<MainPanelControls>(); }
-    QImage grab() {
-        return windows.widgetOf(panel())->grab().toImage().convertToFormat(QImage::Format_RGB32);
-    }
+    QImage grab() { return windows.widgetOf(panel())->grab().toImage().convertToFormat(QImage::Format_RGB32); }
 
     FakeMachine machine;
     DesktopContext context{machine.loop, 1.0, {}};
