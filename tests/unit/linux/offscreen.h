@@ -49,11 +49,12 @@ inline bool waitUntil(const std::function<bool()>& condition, int atMostMs = 300
     passed.start();
     QTimer poll;  // the condition is looked at between events, at least so often
     poll.start(5);
-    for (QEventLoop::ProcessEventsFlags wait = QEventLoop::AllEvents;; wait |= QEventLoop::WaitForMoreEvents) {
-        QCoreApplication::processEvents(wait);
+    while (true) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);  // also those that come of others
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         if (condition()) return true;
         if (passed.elapsed() > atMostMs) return false;
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     }
 }
 
