@@ -201,6 +201,9 @@ TEST_P(NativeDialogContract, AStepperStepsInItsRange) {
     EXPECT_EQ(bar.Value, 2);
     EXPECT_EQ(settle(), "");
     EXPECT_EQ(stage->value(bar), 2);
+    bar.Max = 500;
+    bar.Value = 300;
+    EXPECT_EQ(stage->value(bar), 300);
 }
 
 TEST_P(NativeDialogContract, AChangeOfPlaceIsSeen) {
