@@ -4,7 +4,6 @@
 #include <cdio/version.h>
 #include <pulse/version.h>
 #include <seccomp.h>
-#include <unistd.h>
 
 #include <QFontDatabase>
 #include <QGuiApplication>
@@ -17,14 +16,16 @@
 
 #include "drives/drive_calls.h"
 #include "linux/confinement/confinement.h"
-#include "linux/instance.h"
-#include "linux/program_folder.h"
+#include "linux/files/qt_files.h"
+#include "linux/posix_folders.h"
+#include "linux/socket_instance.h"
 #include "media/discs/cd_disc.h"
 #include "media/midi/fluid_library.h"
 #include "media/midi/synthesizer.h"
 #include "media/movies/movie_library.h"
 #include "media/sound/av_library.h"
 #include "media/sound/pulse_link.h"
+#include "shell/program/about_lines.h"
 
 namespace corvane {
 
@@ -36,14 +37,8 @@ constexpr int kServerMs = 1000;
 
 /// One line, at once: what follows may take a moment.
 void tell(const char* what, const std::string& found) {
-    std::printf("%-18s %s\n", (std::string(what) + ':').c_str(), found.c_str());
+    std::fputs(aboutLine(what, found).c_str(), stdout);
     std::fflush(stdout);
-}
-
-std::string joined(const std::vector<std::string>& parts) {
-    std::string text;
-    for (const std::string& part : parts) text += (text.empty() ? "" : ", ") + part;
-    return text;
 }
 
 /// What a drive says of itself, or that it says nothing.
@@ -54,10 +49,8 @@ std::string asked(const std::string& drive, std::function<std::string()> questio
 }
 
 std::string stateOf(const std::string& folder) {
-    std::error_code failed;
-    if (!fs::is_directory(folder, failed)) return folder + " (made at the first start)";
-    const bool written = access(folder.c_str(), W_OK) == 0;
-    return folder + (written ? "" : " (cannot be written: nothing is stored)");
+    PosixFolders folders;
+    return aboutFolder(folder, folders.isFolder(folder), folders.canBeWritten(folder));
 }
 
 std::string skinsIn(const fs::path& folder) {
@@ -130,13 +123,15 @@ std::string libraries() {
 }  // namespace
 
 void tellAbout(const std::string& version) {
-    const FolderChoice choice = folderChoiceOfEnvironment();
-    const std::string folder = namedFolder(choice);
+    PosixFolders folders;
+    QtFiles files;
+    const ProgramFolder program(folderChoiceOfEnvironment(), folders, files);
+    const std::string folder = program.named();
     const std::string runtime = runtimeFolder(folder);
     const Confinement confined = confine(folder, runtime);
     std::printf("%s\n", version.c_str());
     tell("Program folder", asked(folder, [folder] { return stateOf(folder); }));
-    const std::string skins = skinFolderOf(choice, folder);
+    const std::string skins = program.skins();
     tell("Skins", asked(skins, [skins] { return skinsIn(skins); }));
     tellConfinement(confined);
     tell("Sound server", soundServer());

@@ -1,35 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "linux/close_requests.h"
 
-#include <fcntl.h>
-#include <unistd.h>
 #include <xcb/xcb.h>
 
 #include <QApplication>
-#include <QSocketNotifier>
 #include <QWidget>
-#include <array>
-#include <cerrno>
-#include <csignal>
 #include <cstdlib>
-#include <cstring>
 #include <string>
-
-#include "drives/drive_calls.h"
 
 namespace corvane {
 
 namespace {
-
-int signalPipe = -1;  // a signal handler can reach nothing else
-
-void writeSignal(int /*signal*/) {
-    const int kept = errno;
-    DriveCalls::hurried = true;
-    const char byte = 0;
-    if (write(signalPipe, &byte, 1) < 0) errno = kept;
-    errno = kept;
-}
 
 /// The message is the window manager's "please close" to a window.
 bool isDeleteWindow(const xcb_client_message_event_t& message) {
@@ -51,27 +32,9 @@ bool isDeleteWindow(const xcb_client_message_event_t& message) {
 CloseRequests::CloseRequests(std::function<const QWidget*()> box, std::function<void()> asked)
     : box_(std::move(box)), asked_(std::move(asked)) {
     qApp->installNativeEventFilter(this);
-    watchSignals();
 }
 
-CloseRequests::~CloseRequests() {
-    qApp->removeNativeEventFilter(this);
-    for (const int each : {SIGTERM, SIGINT, SIGHUP}) std::signal(each, SIG_DFL);
-}
-
-void CloseRequests::watchSignals() {
-    std::array<int, 2> ends{};
-    if (pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
-    signalPipe = ends[1];
-    auto* const ready = new QSocketNotifier(ends[0], QSocketNotifier::Read, this);
-    connect(ready, &QSocketNotifier::activated, this, [this, from = ends[0]] {
-        std::array<char, 16> bytes{};
-        if (read(from, bytes.data(), bytes.size()) <= 0) return;
-        DriveCalls::hurried = false;
-        asked_();
-    });
-    for (const int each : {SIGTERM, SIGINT, SIGHUP}) std::signal(each, writeSignal);
-}
+CloseRequests::~CloseRequests() { qApp->removeNativeEventFilter(this); }
 
 bool CloseRequests::nativeEventFilter(const QByteArray& type, void* message, qintptr* /*result*/) {
     if (type != "xcb_generic_event_t") return false;

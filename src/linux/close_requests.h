@@ -2,16 +2,14 @@
 #pragma once
 
 #include <QAbstractNativeEventFilter>
-#include <QObject>
 #include <functional>
 
 class QWidget;
 
 namespace corvane {
 
-/// Requests to close that Qt would keep from a window: those of the window manager while a box is up, and the
-/// system's signals to end (terminate, interrupt, hang up).
-class CloseRequests : public QObject, public QAbstractNativeEventFilter {
+/// Requests to close that Qt would keep from a window: those of the window manager while a box is up.
+class CloseRequests : public QAbstractNativeEventFilter {
 public:
     /// box: the box that is up, null when none is; asked: the program is asked to close.
     CloseRequests(std::function<const QWidget*()> box, std::function<void()> asked);
@@ -20,8 +18,6 @@ public:
     bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
 
 private:
-    void watchSignals();
-
     std::function<const QWidget*()> box_;
     std::function<void()> asked_;
 };

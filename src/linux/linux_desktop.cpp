@@ -2,47 +2,35 @@
 #include "linux/linux_desktop.h"
 
 #include <QApplication>
-#include <algorithm>
 
 #include "linux/error_stream.h"
-#include "linux/program_folder.h"
 
 namespace corvane {
 
-namespace {
-
-constexpr double kMinScale = 0.5;
-constexpr double kMaxScale = 4.0;
-
-double scaleOfEnvironment() {
-    bool isNumber = false;
-    const double scale = qgetenv("CORVANE_SCALE").toDouble(&isNumber);
-    return isNumber ? std::clamp(scale, kMinScale, kMaxScale) : 1.0;
-}
-
-}  // namespace
-
-LinuxDesktop::LinuxDesktop(CommandLine line, std::string folder)
-    : context_{loop_, scaleOfEnvironment(), {}},
+LinuxDesktop::LinuxDesktop(CommandLine line, std::string folder, const std::string& manual, EndSignals& endSignals)
+    : context_{loop_, scaleOf(qgetenv("CORVANE_SCALE").toStdString()), {}},
       post_(loop_),
       pictures_(post_),
       windows_(context_),
       dialogs_(context_),
-      process_(std::move(line), std::move(folder)),
+      instance_(folder, runtimeFolder(folder)),
+      process_(std::move(line), std::move(folder), {files_, instance_, tellOnErrors, removeUnfinishedFiles}),
       media_(makeMedia(loop_, windows_)),
       sound_(makeSoundDevices(loop_)),
       closing_([this] { return context_.box.data(); }, [this] { askToClose(); }),
+      signals_(endSignals),
       ports_{loop_, *media_, pictures_, *sound_, files_, windows_, timers_, clock_, dialogs_, process_, random_} {
-    dialogs_.setManual(manualFile(folderChoiceOfEnvironment().program));
-    for (const std::string& option : process_.unknownOptions()) tellOnErrors(option + ": there is no such option");
+    dialogs_.setManual(manual);
+    signals_.listen([this] { askToClose(); });
     process_.onEnd([this] { stop(); });
-    process_.instance().onCall([this](const std::vector<std::string>& files) {
+    instance_.onCall([this](const std::vector<std::string>& files) {
         if (!files.empty()) windows_.dropFiles({true, files, true});
         bringForward();
     });
 }
 
 LinuxDesktop::~LinuxDesktop() {
+    signals_.leave();
     timers_.stopAll();
     post_.stop();
 }

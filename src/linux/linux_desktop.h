@@ -4,24 +4,26 @@
 #include <memory>
 
 #include "linux/close_requests.h"
-#include "linux/command_line.h"
+#include "linux/end_signals.h"
 #include "linux/files/qt_files.h"
 #include "linux/media/media.h"
 #include "linux/media/ui_post.h"
 #include "linux/pictures/qt_pictures.h"
 #include "linux/qt_loop.h"
-#include "linux/qt_process.h"
 #include "linux/qt_time.h"
+#include "linux/socket_instance.h"
 #include "linux/windowing/qt_dialogs.h"
 #include "linux/windowing/qt_windows.h"
+#include "shell/program/seeded_random.h"
+#include "shell/program/started_program.h"
 
 namespace corvane {
 
 /// All ports of the Linux desktop. Made after the QApplication; outlives the player.
 class LinuxDesktop {
 public:
-    /// folder: the program folder.
-    LinuxDesktop(CommandLine line, std::string folder);
+    /// folder: the program folder; manual: its first page. The signals outlive it.
+    LinuxDesktop(CommandLine line, std::string folder, const std::string& manual, EndSignals& endSignals);
     LinuxDesktop(const LinuxDesktop&) = delete;
     LinuxDesktop& operator=(const LinuxDesktop&) = delete;
     ~LinuxDesktop();
@@ -44,11 +46,13 @@ private:
     QtTimers timers_;
     QtClock clock_;
     QtDialogs dialogs_;
-    QtProcess process_;
-    QtRandom random_;
+    SocketInstance instance_;
+    StartedProgram process_;
+    SeededRandom random_{finestTime};
     std::unique_ptr<Media> media_;
     std::unique_ptr<SoundDevices> sound_;
     CloseRequests closing_;
+    EndSignals& signals_;
     Ports ports_;
 };
 

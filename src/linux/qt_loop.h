@@ -2,26 +2,21 @@
 #pragma once
 
 #include <QObject>
-#include <optional>
 
-#include "platform/event_loop.h"
+#include "shell/program/woken_loop.h"
 
 namespace corvane {
 
-/// The event loop over Qt's: posted events run from a queued call, so painting and input come between the batches.
-class QtLoop : public EventLoop {
-public:
-    /// No posted event runs after this.
-    void stop();
-
+/// The event loop over Qt's: a batch of posted events is a queued call.
+class QtLoop : public WokenLoop {
 protected:
-    void wake() override;
+    bool callSoon() override {
+        return QMetaObject::invokeMethod(
+            &target_, [this] { called(); }, Qt::QueuedConnection);
+    }
 
 private:
     QObject target_;
-    bool woken_ = false;
-    bool stopped_ = false;
-    std::optional<Hold> end_;  ///< breaks off the batch that is running
 };
 
 }  // namespace corvane

@@ -1,35 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "linux/qt_time.h"
 
-#include <algorithm>
+#include <QTimerEvent>
 #include <chrono>
 #include <ctime>
-#include <utility>
 
 namespace corvane {
 
-void QtTimers::Later::operator()(QTimer* timer) const {
-    timer->stop();
-    timer->deleteLater();
+std::uint64_t QtTimers::begin(int intervalMs) {
+    return static_cast<std::uint64_t>(startTimer(intervalMs, Qt::PreciseTimer));
 }
 
-TimerId QtTimers::start(int intervalMs, std::function<void()> tick) {
-    const TimerId id = ++last_;
-    std::unique_ptr<QTimer, Later> timer(new QTimer);
-    timer->setTimerType(Qt::PreciseTimer);
-    QObject::connect(timer.get(), &QTimer::timeout, [this, id, tick = std::move(tick)] {
-        if (!running_.contains(id)) return;
-        const auto running = tick;  // the tick may stop its timer
-        running();
-    });
-    timer->start(std::max(intervalMs, 1));
-    running_.emplace(id, std::move(timer));
-    return id;
-}
+void QtTimers::cease(std::uint64_t number) { killTimer(static_cast<int>(number)); }
 
-void QtTimers::stop(TimerId timer) { running_.erase(timer); }
-
-void QtTimers::stopAll() { running_.clear(); }
+void QtTimers::timerEvent(QTimerEvent* event) { ticked(static_cast<std::uint64_t>(event->timerId())); }
 
 LocalTime QtClock::localTime() {
     const std::time_t now = std::time(nullptr);
@@ -43,10 +27,8 @@ std::int64_t QtClock::milliseconds() {
     return std::chrono::duration_cast<std::chrono::milliseconds>(since).count();
 }
 
-void QtRandom::seedFromClock() {
-    engine_.seed(static_cast<std::uint64_t>(std::chrono::system_clock::now().time_since_epoch().count()));
+std::uint64_t finestTime() {
+    return static_cast<std::uint64_t>(std::chrono::system_clock::now().time_since_epoch().count());
 }
-
-double QtRandom::next() { return static_cast<double>(engine_() >> 11U) * 0x1.0p-53; }
 
 }  // namespace corvane

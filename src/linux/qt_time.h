@@ -1,29 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QTimer>
-#include <map>
-#include <memory>
-#include <random>
+#include <QObject>
 
-#include "platform/ports.h"
+#include "shell/program/numbered_timers.h"
 
 namespace corvane {
 
-/// Timers over Qt's precise ones. A tick that comes late is not made up for.
-class QtTimers : public Timers {
-public:
-    TimerId start(int intervalMs, std::function<void()> tick) override;
-    void stop(TimerId timer) override;
-    void stopAll();
+/// Timers over Qt's precise ones.
+class QtTimers : public NumberedTimers, private QObject {
+protected:
+    std::uint64_t begin(int intervalMs) override;
+    void cease(std::uint64_t number) override;
 
 private:
-    /// A timer may be stopped inside its own tick: the object goes from the event loop.
-    struct Later {
-        void operator()(QTimer* timer) const;
-    };
-    std::map<TimerId, std::unique_ptr<QTimer, Later>> running_;
-    TimerId last_ = 0;
+    void timerEvent(QTimerEvent* event) override;
 };
 
 class QtClock : public Clock {
@@ -32,13 +23,7 @@ public:
     std::int64_t milliseconds() override;
 };
 
-class QtRandom : public Random {
-public:
-    void seedFromClock() override;
-    double next() override;
-
-private:
-    std::mt19937_64 engine_;
-};
+/// The system's time in its finest unit.
+std::uint64_t finestTime();
 
 }  // namespace corvane

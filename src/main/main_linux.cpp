@@ -19,11 +19,12 @@
 #include "linux/bus/bus_probe.h"
 #include "linux/bus/idle_bus.h"
 #include "linux/bus/mpris.h"
+#include "linux/command_line.h"
 #include "linux/confinement/confinement.h"
+#include "linux/end_signals.h"
 #include "linux/error_stream.h"
-#include "linux/instance.h"
 #include "linux/linux_desktop.h"
-#include "linux/program_folder.h"
+#include "linux/posix_folders.h"
 #include "linux/window_system.h"
 #include "listedit/forms.h"
 #include "panel/forms.h"
@@ -62,32 +63,39 @@ void registerForms(Player& player) {
 /// asked any more. What the player changed outside of itself is put back all the same.
 class EndWithoutDisplay {
 public:
-    EndWithoutDisplay(LinuxDesktop& desktop, Player& player) : desktop_(desktop), player_(player) {
-        running = this;
-        std::atexit([] {
-            if (running != nullptr) running->putBack();
-        });
+    EndWithoutDisplay(LinuxDesktop& desktop, Player& player, EndSignals& endSignals)
+        : desktop_(desktop), player_(player), signals_(endSignals) {
+        on_exit([](int /*code*/, void* kept) { static_cast<Kept*>(kept)->atEnd(); }, kept_);
     }
     EndWithoutDisplay(const EndWithoutDisplay&) = delete;
     EndWithoutDisplay& operator=(const EndWithoutDisplay&) = delete;
-    ~EndWithoutDisplay() { running = nullptr; }
+    ~EndWithoutDisplay() { kept_->end = nullptr; }
 
 private:
+    /// What the system keeps for the end of the process, and so never goes.
+    struct Kept {
+        EndWithoutDisplay* end;
+        void atEnd() const {
+            if (end != nullptr) end->putBack();
+        }
+    };
     void putBack() {
         mdlPublicFunction::putVolumeBack(player_);
         desktop_.endSoundDevices();
+        signals_.stop();
         endNowWhereTasksRunOn(1);
     }
 
-    static inline EndWithoutDisplay* running = nullptr;
+    Kept* const kept_ = new Kept{this};
     LinuxDesktop& desktop_;
     Player& player_;
+    EndSignals& signals_;
 };
 
-int runPlayer(CommandLine line, std::string folder) {
-    LinuxDesktop desktop(std::move(line), std::move(folder));
+int runPlayer(CommandLine line, std::string folder, const std::string& manual, EndSignals& endSignals) {
+    LinuxDesktop desktop(std::move(line), std::move(folder), manual, endSignals);
     Player player(desktop.ports());
-    const EndWithoutDisplay end(desktop, player);
+    const EndWithoutDisplay end(desktop, player, endSignals);
     registerForms(player);
     IdleBus idle(&Mpris::userBus);
     MediaSession session(player);
@@ -123,8 +131,12 @@ int main(int argc, char** argv) {
     }
     if (line.about) tellAbout("corvane " CORVANE_VERSION);
     // Before the tool kit begins its threads: what they inherit, none of them gets rid of.
-    std::string folder = programFolder(folderChoiceOfEnvironment());
+    PosixFolders folders;
+    QtFiles files;
+    const ProgramFolder program(folderChoiceOfEnvironment(), folders, files);
+    std::string folder = program.ready();
     confine(folder, runtimeFolder(folder));
+    EndSignals endSignals;
 
     QCoreApplication::setApplicationName(QStringLiteral("corvane"));
     QCoreApplication::setApplicationVersion(QStringLiteral(CORVANE_VERSION));
@@ -139,7 +151,8 @@ int main(int argc, char** argv) {
     const Application application(ownArguments, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     std::setlocale(LC_NUMERIC, "C");
-    const int result = runPlayer(std::move(line), std::move(folder));
+    const int result = runPlayer(std::move(line), std::move(folder), program.manual(), endSignals);
+    endSignals.stop();
     endNowWhereTasksRunOn(result);
     return result;
 }

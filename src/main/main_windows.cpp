@@ -12,7 +12,9 @@
 #include "windows/about.h"
 #include "windows/api.h"
 #include "windows/idle_state.h"
+#include "windows/known_folders.h"
 #include "windows/media_keys.h"
+#include "windows/own_process.h"
 #include "windows/standard_stream.h"
 #include "windows/windows_desktop.h"
 #include "workers/worker.h"
@@ -37,7 +39,10 @@ constexpr std::chrono::milliseconds kLeave{500};
 int say(const std::string& text) { return writeTo(STD_OUTPUT_HANDLE, text) ? 0 : 1; }
 
 void runPlayer(CommandLine line) {
-    WindowsDesktop desktop(std::move(line));
+    KnownFolders folders;
+    WindowsFiles files;
+    const ProgramFolder folder(folderChoiceOfSystem(), folders, files);
+    WindowsDesktop desktop(std::move(line), folder.ready(), folder.manual());
     Player player(desktop.ports());
     registerForms(player);
     IdleState idle;
@@ -61,7 +66,7 @@ int WINAPI WinMain(HINSTANCE /*program*/, HINSTANCE /*before*/, char* /*line*/, 
     SetDllDirectoryW(L"");
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);  // an empty drive is not an error box of the system
     CommandLine line = commandLineOfProcess();
-    if (line.help) return say(helpText());
+    if (line.help) return say(usageText());
     if (line.version) return say("corvane " CORVANE_VERSION "\n");
     if (line.about) return say(aboutText("corvane " CORVANE_VERSION, folderChoiceOfSystem()));
     const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_STANDARD_CLASSES | ICC_WIN95_CLASSES};

@@ -1,28 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "windows/about.h"
 
-#include <cstdio>
 #include <vector>
 
+#include "shell/program/about_lines.h"
 #include "windows/files/windows_files.h"
+#include "windows/known_folders.h"
 #include "windows/media/sound/mm_api.h"
 #include "windows/text.h"
 
 namespace corvane {
 
 namespace {
-
-std::string line(const char* what, const std::string& found) {
-    char begin[32] = {};
-    std::snprintf(begin, sizeof begin, "%-18s ", (std::string(what) + ':').c_str());
-    return begin + found + '\n';
-}
-
-std::string joined(const std::vector<std::string>& parts, const char* none) {
-    std::string text;
-    for (const std::string& part : parts) text += (text.empty() ? "" : ", ") + part;
-    return text.empty() ? none : text;
-}
 
 std::string skinsIn(const std::string& folder) {
     WindowsFiles files;
@@ -31,7 +20,7 @@ std::string skinsIn(const std::string& folder) {
         const std::string name = record.substr(0, record.rfind('.'));
         if (files.lookUp(folder + '\\' + name + ".BMP")) names.push_back(name);
     }
-    return joined(names, "none");
+    return names.empty() ? "none" : joined(names);
 }
 
 std::vector<std::string> discDrives() {
@@ -51,19 +40,19 @@ std::string counted(UINT devices, const char* none) { return devices > 0 ? std::
 }  // namespace
 
 std::string aboutText(const std::string& version, const FolderChoice& choice) {
-    const std::string folder = namedFolder(choice);
-    const bool made = WindowsFiles().readable(folder);
-    std::string state = made ? "" : " (made at the first start)";
-    if (made && !canBeWritten(folder)) state = " (cannot be written: nothing is stored)";
-    const std::string shipped = choice.program + '\\' + kSkinFolder;
-    const std::string own = folder + '\\' + kSkinFolder;
-    return version + '\n' + line("Folder", folder + state) +
-           line("Skins", skinsIn(WindowsFiles().readable(own) ? own : shipped)) +
-           line("Libraries", "the system's alone, none from the program's folder") +
-           line("Files", "on drives with a letter; other machines' shares, pipes and devices are refused") +
-           line("Sound", counted(waveOutGetNumDevs(), "no output: nothing is heard")) +
-           line("MIDI", counted(midiOutGetNumDevs(), "no output: MIDI files are refused")) +
-           line("Disc drives", joined(discDrives(), "none"));
+    KnownFolders folders;
+    WindowsFiles files;
+    const ProgramFolder program(choice, folders, files);
+    const std::string folder = program.named();
+    const bool made = folders.isFolder(folder);
+    const std::vector<std::string> drives = discDrives();
+    return version + '\n' + aboutLine("Folder", aboutFolder(folder, made, made && folders.canBeWritten(folder))) +
+           aboutLine("Skins", skinsIn(program.skins())) +
+           aboutLine("Libraries", "the system's alone, none from the program's folder") +
+           aboutLine("Files", "on drives with a letter; other machines' shares, pipes and devices are refused") +
+           aboutLine("Sound", counted(waveOutGetNumDevs(), "no output: nothing is heard")) +
+           aboutLine("MIDI", counted(midiOutGetNumDevs(), "no output: MIDI files are refused")) +
+           aboutLine("Disc drives", drives.empty() ? "none" : joined(drives));
 }
 
 }  // namespace corvane

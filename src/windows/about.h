@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "windows/program_folder.h"
+#include "shell/program/program_folder.h"
 
 namespace corvane {
 

@@ -3,14 +3,15 @@
 
 #include <memory>
 
-#include "shell/command_line.h"
+#include "shell/program/seeded_random.h"
+#include "shell/program/started_program.h"
 #include "windows/files/windows_files.h"
 #include "windows/media/media.h"
 #include "windows/media/ui_post.h"
+#include "windows/window_instance.h"
 #include "windows/windowing/windows_dialogs.h"
 #include "windows/windowing/windows_windows.h"
 #include "windows/windows_loop.h"
-#include "windows/windows_process.h"
 #include "windows/windows_time.h"
 
 namespace corvane {
@@ -18,7 +19,8 @@ namespace corvane {
 /// All ports of the Windows desktop. Outlives the player.
 class WindowsDesktop {
 public:
-    explicit WindowsDesktop(CommandLine line);
+    /// folder: the program folder; manual: its first page.
+    WindowsDesktop(CommandLine line, std::string folder, const std::string& manual);
     WindowsDesktop(const WindowsDesktop&) = delete;
     WindowsDesktop& operator=(const WindowsDesktop&) = delete;
     ~WindowsDesktop();
@@ -42,8 +44,9 @@ private:
     WindowsTimers timers_;
     WindowsClock clock_;
     WindowsDialogs dialogs_;
-    WindowsProcess process_;
-    WindowsRandom random_;
+    WindowInstance instance_;
+    StartedProgram process_;
+    SeededRandom random_{finestTime};
     std::unique_ptr<Media> media_;
     std::unique_ptr<SoundDevices> sound_;
     Ports ports_;

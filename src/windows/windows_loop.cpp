@@ -15,15 +15,11 @@ constexpr UINT kSent = WM_APP + 1;
 
 WindowsLoop::WindowsLoop() : window_([this](UINT message, WPARAM, LPARAM) { return handle(message); }) {}
 
-void WindowsLoop::wake() {
-    if (woken_ || stopped_) return;
-    woken_ = PostMessageW(window_.handle(), kWake, 0, 0) != 0;
-}
+bool WindowsLoop::callSoon() { return PostMessageW(window_.handle(), kWake, 0, 0) != 0; }
 
 std::optional<LRESULT> WindowsLoop::handle(UINT message) {
     if (message == kWake) {
-        woken_ = false;
-        if (!stopped_) runPending();
+        called();
         return 0;
     }
     if (message == kSent) {
@@ -39,7 +35,7 @@ void WindowsLoop::takeSent() {
         const std::lock_guard lock(mutex_);
         sent.swap(sent_);
     }
-    if (stopped_) return;
+    if (stopped()) return;
     for (Handler& event : sent) post(std::move(event));
 }
 
@@ -101,11 +97,6 @@ bool WindowsLoop::handleUntil(const std::function<bool()>& condition, int atMost
 void WindowsLoop::quit() {
     quitting_ = true;
     PostMessageW(window_.handle(), WM_NULL, 0, 0);
-}
-
-void WindowsLoop::stop() {
-    stopped_ = true;
-    if (!end_) end_.emplace(*this);
 }
 
 }  // namespace corvane

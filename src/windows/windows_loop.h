@@ -6,14 +6,14 @@
 #include <optional>
 #include <vector>
 
-#include "platform/event_loop.h"
+#include "shell/program/woken_loop.h"
 #include "windows/message_window.h"
 
 namespace corvane {
 
 /// The event loop over the thread's message queue: posted events run from a posted message, so they also run inside the
 /// system's own loops (a menu, a window being moved), and input comes between the batches.
-class WindowsLoop : public EventLoop {
+class WindowsLoop : public WokenLoop {
 public:
     WindowsLoop();
 
@@ -24,8 +24,6 @@ public:
     /// As runUntil(), inside the handling of a message: what waits for its end still waits.
     bool pumpInside(const std::function<bool()>& condition, int atMostMs);
     void quit();
-    /// No posted event runs after this.
-    void stop();
 
     /// As post(), from any thread. What is sent after stop() is dropped.
     void postFromThread(Handler event);
@@ -35,7 +33,7 @@ public:
     void onMessage(std::function<bool(MSG&)> filter) { filter_ = std::move(filter); }
 
 protected:
-    void wake() override;
+    bool callSoon() override;
 
 private:
     std::optional<LRESULT> handle(UINT message);
@@ -48,10 +46,7 @@ private:
     MessageWindow window_;
     std::function<bool(MSG&)> filter_;
     std::vector<Handler> after_;
-    bool woken_ = false;
-    bool stopped_ = false;
     bool quitting_ = false;
-    std::optional<Hold> end_;  ///< breaks off the batch that is running
 
     std::mutex mutex_;  ///< guards what follows
     std::vector<Handler> sent_;

@@ -1,28 +1,23 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <map>
-#include <random>
-
-#include "platform/ports.h"
+#include "shell/program/numbered_timers.h"
 #include "windows/message_window.h"
 
 namespace corvane {
 
 /// Timers of the message queue: they also tick inside the system's own loops.
-class WindowsTimers : public Timers {
+class WindowsTimers : public NumberedTimers {
 public:
     WindowsTimers();
-    TimerId start(int intervalMs, std::function<void()> tick) override;
-    void stop(TimerId timer) override;
-    void stopAll();
+
+protected:
+    std::uint64_t begin(int intervalMs) override;
+    void cease(std::uint64_t number) override;
 
 private:
-    std::optional<LRESULT> handle(UINT message, WPARAM timer);
-
     MessageWindow window_;
-    std::map<TimerId, std::function<void()>> running_;
-    TimerId last_ = 0;
+    std::uint64_t last_ = 0;  ///< never given again: a message of a timer that was stopped may still be in the queue
 };
 
 class WindowsClock : public Clock {
@@ -31,13 +26,7 @@ public:
     std::int64_t milliseconds() override;
 };
 
-class WindowsRandom : public Random {
-public:
-    void seedFromClock() override;
-    double next() override;
-
-private:
-    std::mt19937_64 engine_;
-};
+/// The system's time in its finest unit.
+std::uint64_t finestTime();
 
 }  // namespace corvane

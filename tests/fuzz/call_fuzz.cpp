@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "fuzz.h"
-#include "shell/instance_call.h"
+#include "shell/program/instance_call.h"
 #include "shell/printable.h"
 
 namespace corvane {

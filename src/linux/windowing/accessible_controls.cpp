@@ -3,231 +3,130 @@
 
 #include <QVariant>
 
+#include "linux/windowing/accessible_form.h"
 #include "linux/windowing/shown_text.h"
 
 namespace corvane {
 
-namespace {
+bool AccessibleControl::isValid() const { return control_ != nullptr && form_.isBound(); }
 
-void send(QAccessibleInterface& from, QAccessible::Event kind) {
-    QAccessibleEvent event(&from, kind);
-    QAccessible::updateAccessibility(&event);
+QWindow* AccessibleControl::window() const { return form_.window(); }
+
+QAccessibleInterface* AccessibleControl::parent() const { return &form_; }
+
+QAccessible::Role AccessibleControl::role() const {
+    if (!isValid()) return QAccessible::NoRole;
+    switch (AccessibleTree::roleOf(*control_)) {
+        case AccessibleRole::Button:
+            return QAccessible::Button;
+        case AccessibleRole::Slider:
+            return QAccessible::Slider;
+        case AccessibleRole::Text:
+            return QAccessible::StaticText;
+        case AccessibleRole::Movie:
+            return QAccessible::Animation;
+        case AccessibleRole::Graphic:
+            break;
+    }
+    return QAccessible::Graphic;
 }
 
-const MouseControl* asMouse(const Control& control) { return dynamic_cast<const MouseControl*>(&control); }
-
-class AccessibleButton : public AccessibleControl {
-public:
-    AccessibleButton(CanvasWindow& window, Control& control)
-        : AccessibleControl(window, control, QAccessible::Button) {}
-
-    QStringList actionNames() const override { return QStringList(pressAction()) + AccessibleControl::actionNames(); }
-    void doAction(const QString& name) override {
-        if (name != pressAction()) {
-            AccessibleControl::doAction(name);
-        } else if (isValid()) {
-            canvas().pressSoon(control(), kLeftButton);
-        }
-    }
-};
-
-/// A text that only tells something: its name says what, its text is the caption.
-class AccessibleLabel : public AccessibleControl, public QAccessibleTextInterface {
-public:
-    AccessibleLabel(CanvasWindow& window, Label& label) : AccessibleControl(window, label, QAccessible::StaticText) {}
-
-    void* interface_cast(QAccessible::InterfaceType type) override {
-        if (type == QAccessible::TextInterface) return static_cast<QAccessibleTextInterface*>(this);
-        return type == QAccessible::ActionInterface ? nullptr : AccessibleControl::interface_cast(type);
-    }
-    QString text(QAccessible::Text which) const override {
-        return which == QAccessible::Value ? caption() : AccessibleControl::text(which);
-    }
-    QAccessible::State state() const override {
-        QAccessible::State now = AccessibleControl::state();
-        now.readOnly = true;
-        return now;
-    }
-    void announce(PropertyId property) override {
-        if (property != PropertyId::Caption) {
-            AccessibleControl::announce(property);
-            return;
-        }
-        const QString now = caption();
-        QAccessibleTextUpdateEvent event(this, 0, told_, now);
-        told_ = now;
-        QAccessible::updateAccessibility(&event);
-    }
-
-    void selection(int /*index*/, int* start, int* end) const override { *start = *end = 0; }
-    int selectionCount() const override { return 0; }
-    void addSelection(int /*start*/, int /*end*/) override {}
-    void removeSelection(int /*index*/) override {}
-    void setSelection(int /*index*/, int /*start*/, int /*end*/) override {}
-    int cursorPosition() const override { return 0; }
-    void setCursorPosition(int /*position*/) override {}
-    QString text(int start, int end) const override { return caption().mid(start, end - start); }
-    int characterCount() const override { return static_cast<int>(caption().size()); }
-    QRect characterRect(int /*offset*/) const override { return rect(); }
-    int offsetAtPoint(const QPoint& /*point*/) const override { return 0; }
-    void scrollToSubstring(int /*start*/, int /*end*/) override {}
-    QString attributes(int /*offset*/, int* start, int* end) const override {
-        *start = 0;
-        *end = characterCount();
-        return {};
-    }
-
-private:
-    QString caption() const { return isValid() ? shownText(static_cast<Label&>(control()).Caption) : QString(); }
-
-    QString told_;  ///< the caption that was told last; before that nothing is known of an older one
-};
-
-class AccessibleSlider : public AccessibleControl, public QAccessibleValueInterface {
-public:
-    AccessibleSlider(CanvasWindow& window, MouseControl& control)
-        : AccessibleControl(window, control, QAccessible::Slider) {}
-
-    void* interface_cast(QAccessible::InterfaceType type) override {
-        if (type == QAccessible::ValueInterface) return static_cast<QAccessibleValueInterface*>(this);
-        return AccessibleControl::interface_cast(type);
-    }
-    void announce(PropertyId property) override {
-        if (property != PropertyId::Value && property != PropertyId::Width) {
-            AccessibleControl::announce(property);
-            return;
-        }
-        // What moves by itself is told by whole units: nobody wants to hear ten values a second.
-        const qint64 units = qRound64(now().value);
-        if (units == told_) return;
-        told_ = units;
-        QAccessibleValueChangeEvent event(this, currentValue());
-        QAccessible::updateAccessibility(&event);
-    }
-    QString text(QAccessible::Text which) const override {
-        return which == QAccessible::Value ? QString::number(now().value) : AccessibleControl::text(which);
-    }
-
-    QVariant currentValue() const override { return now().value; }
-    QVariant minimumValue() const override { return now().minimum; }
-    QVariant maximumValue() const override { return now().maximum; }
-    QVariant minimumStepSize() const override { return now().step; }
-    void setCurrentValue(const QVariant& value) override { set(value.toDouble()); }
-
-    QStringList actionNames() const override {
-        return QStringList{increaseAction(), decreaseAction()} + AccessibleControl::actionNames();
-    }
-    void doAction(const QString& name) override {
-        const DraggedValue from = now();
-        if (name == increaseAction()) {
-            set(from.value + from.step);
-        } else if (name == decreaseAction()) {
-            set(from.value - from.step);
-        } else {
-            AccessibleControl::doAction(name);
-        }
-    }
-
-private:
-    DraggedValue now() const {
-        return isValid() ? static_cast<MouseControl&>(control()).AccessibleValue() : DraggedValue{};
-    }
-    void set(double value) {
-        const DraggedValue range = now();
-        if (!(range.maximum > range.minimum)) return;
-        canvas().setValueSoon(static_cast<MouseControl&>(control()), qBound(range.minimum, value, range.maximum));
-    }
-
-    qint64 told_ = -1;  ///< the value that was told last, whole units
-};
-
-class AccessiblePicture : public AccessibleControl {
-public:
-    AccessiblePicture(CanvasWindow& window, Control& control)
-        : AccessibleControl(window, control,
-                            control.kind() == ControlKind::Movie ? QAccessible::Animation : QAccessible::Graphic) {}
-};
-
-}  // namespace
-
-AccessibleControl* makeAccessibleControl(CanvasWindow& window, Control& control) {
-    auto* const mouse = dynamic_cast<MouseControl*>(&control);
-    if (mouse != nullptr && mouse->AccessibleValue) return new AccessibleSlider(window, *mouse);
-    if (control.kind() == ControlKind::Label) return new AccessibleLabel(window, static_cast<Label&>(control));
-    // What can be reached by the keyboard can be pressed.
-    if (control.TabIndex >= 0) return new AccessibleButton(window, control);
-    return new AccessiblePicture(window, control);
-}
-
-QAccessibleInterface* AccessibleControl::parent() const {
-    return window_ ? QAccessible::queryAccessibleInterface(window_) : nullptr;
-}
-
-QRect AccessibleControl::rect() const {
-    if (!isValid()) return {};
-    const QRectF place = window_->placeOf(*control_);
-    return {window_->mapToGlobal(QPoint()) + place.toAlignedRect().topLeft(), place.toAlignedRect().size()};
-}
+QRect AccessibleControl::rect() const { return isValid() ? form_.onScreen(*control_) : QRect(); }
 
 QString AccessibleControl::text(QAccessible::Text which) const {
     if (!isValid()) return {};
-    QString name = shownText(control_->AccessibleName);
-    if (which == QAccessible::Name) return name;
-    const QString tip = shownText(control_->ToolTipText);
-    return which == QAccessible::Description && tip != name ? tip : QString();
+    if (which == QAccessible::Name) return shownText(AccessibleTree::nameOf(*control_));
+    if (which == QAccessible::Description) return shownText(AccessibleTree::descriptionOf(*control_));
+    if (which != QAccessible::Value) return {};
+    return is(AccessibleRole::Slider) ? QString::number(range().value) : caption();
 }
 
 QAccessible::State AccessibleControl::state() const {
     QAccessible::State now;
-    if (!isValid()) {
-        now.invalid = true;
-        return now;
-    }
-    const bool seen = window_->isVisible() && !window_->isMinimized();
-    now.invisible = !control_->Visible || !window_->isVisible();
-    now.offscreen = !seen || !window_->placeOf(*control_).intersects(QRectF(window_->rect()));
-    now.disabled = !control_->Enabled || !window_->isEnabled();
-    now.focusable = control_->Visible && control_->TabIndex >= 0;
-    now.focused = window_->focused() == control_ && window_->hasFocus();
-    now.pressed = window_->isHeld(*control_);
-    if (const MouseControl* const mouse = asMouse(*control_)) {
-        now.checkable = mouse->Checkable;
-        now.checked = mouse->Checkable && mouse->Checked;
-    }
+    now.invalid = !isValid();
+    if (now.invalid) return now;
+    const AccessibleState is = form_.tree().stateOf(*control_);
+    now.invisible = is.hidden;
+    now.offscreen = is.offscreen;
+    now.disabled = is.disabled;
+    now.focusable = is.focusable;
+    now.focused = is.focused;
+    now.pressed = is.pressed;
+    now.checkable = is.checkable;
+    now.checked = is.checked;
+    now.readOnly = is.readOnly;
     return now;
 }
 
 void* AccessibleControl::interface_cast(QAccessible::InterfaceType type) {
-    return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface*>(this) : nullptr;
+    if (type == QAccessible::TextInterface && is(AccessibleRole::Text))
+        return static_cast<QAccessibleTextInterface*>(this);
+    if (type == QAccessible::ValueInterface && is(AccessibleRole::Slider))
+        return static_cast<QAccessibleValueInterface*>(this);
+    if (type == QAccessible::ActionInterface && !is(AccessibleRole::Text))
+        return static_cast<QAccessibleActionInterface*>(this);
+    return nullptr;
 }
 
 QStringList AccessibleControl::actionNames() const {
-    return isValid() && control_->TabIndex >= 0 ? QStringList(setFocusAction()) : QStringList();
+    QStringList names;
+    if (is(AccessibleRole::Button)) names << pressAction();
+    if (is(AccessibleRole::Slider)) names << increaseAction() << decreaseAction();
+    if (isValid() && control_->TabIndex >= 0) names << setFocusAction();
+    return names;
 }
 
 void AccessibleControl::doAction(const QString& name) {
-    if (name != setFocusAction() || !isValid() || control_->TabIndex < 0) return;
-    window_->activate();
-    window_->setFocused(control_);
+    if (!isValid()) return;
+    const AccessibleTree& tree = form_.tree();
+    if (name == pressAction()) tree.press(*control_);
+    if (name == increaseAction()) tree.step(*control_, 1);
+    if (name == decreaseAction()) tree.step(*control_, -1);
+    if (name == setFocusAction()) tree.takeFocus(*control_);
 }
 
-void AccessibleControl::announce(PropertyId property) {
+void AccessibleControl::setCurrentValue(const QVariant& value) {
+    if (isValid()) form_.tree().setValue(*control_, value.toDouble());
+}
+
+QString AccessibleControl::caption() const {
+    return isValid() ? shownText(AccessibleTree::captionOf(*control_)) : QString();
+}
+
+QString AccessibleControl::attributes(int /*offset*/, int* start, int* end) const {
+    *start = 0;
+    *end = characterCount();
+    return {};
+}
+
+void AccessibleControl::send(QAccessible::Event kind) {
+    QAccessibleEvent event(this, kind);
+    QAccessible::updateAccessibility(&event);
+}
+
+void AccessibleControl::announce(const AccessibleChange& change) {
     QAccessible::State changed;
-    switch (property) {
-        case PropertyId::Enabled:
+    switch (change.kind) {
+        case AccessibleChange::Kind::Shown:
+            return send(QAccessible::ObjectShow);
+        case AccessibleChange::Kind::Hidden:
+            return send(QAccessible::ObjectHide);
+        case AccessibleChange::Kind::Description:
+            return send(QAccessible::DescriptionChanged);
+        case AccessibleChange::Kind::Value: {
+            QAccessibleValueChangeEvent event(this, currentValue());
+            return QAccessible::updateAccessibility(&event);
+        }
+        case AccessibleChange::Kind::Text: {
+            QAccessibleTextUpdateEvent event(this, 0, shownText(change.before), shownText(change.now));
+            return QAccessible::updateAccessibility(&event);
+        }
+        case AccessibleChange::Kind::Enabled:
             changed.disabled = true;
             break;
-        case PropertyId::Checked:
+        case AccessibleChange::Kind::Checked:
             changed.checked = true;
             break;
-        case PropertyId::Visible:
-            send(*this, control_->Visible ? QAccessible::ObjectShow : QAccessible::ObjectHide);
-            return;
-        case PropertyId::ToolTipText:
-            send(*this, QAccessible::DescriptionChanged);
-            return;
-        default:
-            return;
     }
     QAccessibleStateChangeEvent event(this, changed);
     QAccessible::updateAccessibility(&event);

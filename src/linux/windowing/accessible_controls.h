@@ -2,28 +2,31 @@
 #pragma once
 
 #include <QAccessible>
-#include <QPointer>
 
-#include "linux/windowing/canvas_window.h"
+#include "shell/accessible/accessible_news.h"
+#include "shell/accessible/accessible_tree.h"
 
 namespace corvane {
 
-/// One drawn control as assistive programs see it: its name, place and state. The deriving classes, one a kind, say
-/// what it is and what can be done with it.
-class AccessibleControl : public QAccessibleInterface, public QAccessibleActionInterface {
-public:
-    AccessibleControl(CanvasWindow& window, Control& control, QAccessible::Role role)
-        : window_(&window), control_(&control), role_(role) {}
+class AccessibleForm;
 
-    bool isValid() const override { return window_ && window_->bound() && control_ != nullptr; }
+/// One drawn control in the tool kit's words: what AccessibleTree says of it, with the interfaces that its role has.
+class AccessibleControl : public QAccessibleInterface,
+                          public QAccessibleActionInterface,
+                          public QAccessibleValueInterface,
+                          public QAccessibleTextInterface {
+public:
+    AccessibleControl(AccessibleForm& form, Control& control) : form_(form), control_(&control) {}
+
+    bool isValid() const override;
     QObject* object() const override { return nullptr; }
-    QWindow* window() const override { return window_ ? window_->windowHandle() : nullptr; }
+    QWindow* window() const override;
     QAccessibleInterface* parent() const override;
     QAccessibleInterface* child(int /*index*/) const override { return nullptr; }
     QAccessibleInterface* childAt(int /*x*/, int /*y*/) const override { return nullptr; }
     int childCount() const override { return 0; }
     int indexOfChild(const QAccessibleInterface* /*child*/) const override { return -1; }
-    QAccessible::Role role() const override { return role_; }
+    QAccessible::Role role() const override;
     QRect rect() const override;
     QString text(QAccessible::Text which) const override;
     void setText(QAccessible::Text /*which*/, const QString& /*text*/) override {}
@@ -34,21 +37,37 @@ public:
     void doAction(const QString& name) override;
     QStringList keyBindingsForAction(const QString& /*name*/) const override { return {}; }
 
-    /// Tells of a change of a property that matters for this kind alone.
-    virtual void announce(PropertyId property);
+    QVariant currentValue() const override { return range().value; }
+    QVariant minimumValue() const override { return range().minimum; }
+    QVariant maximumValue() const override { return range().maximum; }
+    QVariant minimumStepSize() const override { return range().step; }
+    void setCurrentValue(const QVariant& value) override;
+
+    void selection(int /*index*/, int* start, int* end) const override { *start = *end = 0; }
+    int selectionCount() const override { return 0; }
+    void addSelection(int /*start*/, int /*end*/) override {}
+    void removeSelection(int /*index*/) override {}
+    void setSelection(int /*index*/, int /*start*/, int /*end*/) override {}
+    int cursorPosition() const override { return 0; }
+    void setCursorPosition(int /*position*/) override {}
+    QString text(int start, int end) const override { return caption().mid(start, end - start); }
+    int characterCount() const override { return static_cast<int>(caption().size()); }
+    QRect characterRect(int /*offset*/) const override { return rect(); }
+    int offsetAtPoint(const QPoint& /*point*/) const override { return 0; }
+    void scrollToSubstring(int /*start*/, int /*end*/) override {}
+    QString attributes(int offset, int* start, int* end) const override;
+
+    void announce(const AccessibleChange& change);
     void forget() { control_ = nullptr; }
 
-protected:
-    CanvasWindow& canvas() const { return *window_; }  ///< only while valid
-    Control& control() const { return *control_; }     ///< the same
-
 private:
-    QPointer<CanvasWindow> window_;
-    Control* control_;
-    QAccessible::Role role_;
-};
+    bool is(AccessibleRole role) const { return isValid() && AccessibleTree::roleOf(*control_) == role; }
+    DraggedValue range() const { return isValid() ? AccessibleTree::rangeOf(*control_) : DraggedValue{}; }
+    QString caption() const;
+    void send(QAccessible::Event kind);
 
-/// The one for the control's kind.
-AccessibleControl* makeAccessibleControl(CanvasWindow& window, Control& control);
+    AccessibleForm& form_;  ///< owns this one
+    Control* control_;      ///< null: it has gone
+};
 
 }  // namespace corvane

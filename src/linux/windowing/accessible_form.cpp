@@ -24,7 +24,7 @@ AccessibleForm* accessibleForm(CanvasWindow& window) {
 void offerAccessibleForms() { QAccessible::installFactory(makeAccessibleForm); }
 
 AccessibleForm::AccessibleForm(CanvasWindow& window)
-    : QAccessibleWidget(&window, QAccessible::Window), window_(window) {
+    : QAccessibleWidget(&window, QAccessible::Window), DrawnAccess(window), window_(&window) {
     window.rememberAccessible();
 }
 
@@ -40,70 +40,74 @@ void AccessibleForm::forget() {
         QAccessible::deleteAccessibleInterface(id);
     }
     made_.clear();
+    news_.forget();
+    leave();
 }
 
-std::vector<Control*> AccessibleForm::named() const {
-    std::vector<Control*> found;
-    if (!window_.bound()) return found;
-    for (Control* each : window_.form().controls()) {
-        if (!each->AccessibleName.empty()) found.push_back(each);
+AccessibleControl* AccessibleForm::controlOf(Control* control) const {
+    if (control == nullptr || !isBound() || control->AccessibleName.empty()) return nullptr;
+    QAccessible::Id& id = made_[control];
+    if (id == 0) {
+        auto* const made = new AccessibleControl(const_cast<AccessibleForm&>(*this), *control);
+        id = QAccessible::registerAccessibleInterface(made);
     }
-    return found;
-}
-
-AccessibleControl* AccessibleForm::controlOf(Control& control) const {
-    if (control.AccessibleName.empty() || !window_.bound()) return nullptr;
-    QAccessible::Id& id = made_[&control];
-    if (id == 0) id = QAccessible::registerAccessibleInterface(makeAccessibleControl(window_, control));
     return static_cast<AccessibleControl*>(QAccessible::accessibleInterface(id));
 }
 
-int AccessibleForm::childCount() const { return static_cast<int>(named().size()); }
+void AccessibleForm::announce(Control& control, PropertyId property) {
+    AccessibleControl* const child = controlOf(&control);
+    if (child == nullptr) return;
+    if (const auto change = news_.of(control, property)) child->announce(*change);
+}
+
+int AccessibleForm::childCount() const { return static_cast<int>(tree_.controls().size()); }
 
 QAccessibleInterface* AccessibleForm::child(int index) const {
-    const auto controls = named();
-    if (index < 0 || index >= static_cast<int>(controls.size())) return nullptr;
-    return controlOf(*controls[static_cast<std::size_t>(index)]);
+    return index < 0 ? nullptr : controlOf(tree_.at(static_cast<std::size_t>(index)));
 }
 
 int AccessibleForm::indexOfChild(const QAccessibleInterface* child) const {
-    const auto controls = named();
+    const auto controls = tree_.controls();
     const auto found =
-        std::find_if(controls.begin(), controls.end(), [&](Control* each) { return controlOf(*each) == child; });
+        std::find_if(controls.begin(), controls.end(), [&](Control* each) { return controlOf(each) == child; });
     return found == controls.end() ? -1 : static_cast<int>(found - controls.begin());
 }
 
 QAccessibleInterface* AccessibleForm::childAt(int x, int y) const {
-    const QPointF at = window_.mapFromGlobal(QPointF(x, y));
-    const auto controls = named();
-    const auto top = std::find_if(controls.rbegin(), controls.rend(),
-                                  [&](Control* each) { return each->Visible && window_.placeOf(*each).contains(at); });
-    return top == controls.rend() ? nullptr : controlOf(**top);
+    if (!window_) return nullptr;
+    const QPointF at = window_->mapFromGlobal(QPointF(x, y));
+    return controlOf(tree_.hit(at.x(), at.y()));
 }
 
 QAccessibleInterface* AccessibleForm::focusChild() const {
-    Control* const focused = window_.bound() && window_.hasFocus() ? window_.focused() : nullptr;
-    return focused != nullptr ? controlOf(*focused) : QAccessibleWidget::focusChild();
+    Control* const focused = tree_.focused();
+    return focused != nullptr ? controlOf(focused) : QAccessibleWidget::focusChild();
 }
 
 QStringList AccessibleForm::actionNames() const {
     QStringList names = QAccessibleWidget::actionNames();
-    if (window_.bound() && window_.form().MouseUp.isTied()) names.prepend(showMenuAction());
+    if (tree_.hasMenu()) names.prepend(showMenuAction());
     return names;
 }
 
 void AccessibleForm::doAction(const QString& name) {
-    if (name == showMenuAction() && window_.bound()) {
-        window_.pressSoon(window_.form(), kRightButton);
+    if (name == showMenuAction()) {
+        tree_.showMenu();
     } else {
         QAccessibleWidget::doAction(name);
     }
 }
 
+QRect AccessibleForm::onScreen(const Control& control) const {
+    const Rectangle at = placeOf(control);
+    const QRect place = QRectF(at.x, at.y, at.width, at.height).toAlignedRect();
+    return {window_->mapToGlobal(QPoint()) + place.topLeft(), place.size()};
+}
+
+bool AccessibleForm::hasKeyboard() const { return window_->hasFocus(); }
+
 void announce(CanvasWindow& window, Control& control, PropertyId property) {
-    AccessibleForm* const form = accessibleForm(window);
-    AccessibleControl* const child = form != nullptr ? form->controlOf(control) : nullptr;
-    if (child != nullptr) child->announce(property);
+    if (AccessibleForm* const form = accessibleForm(window)) form->announce(control, property);
 }
 
 void announceFocus(CanvasWindow& window) {

@@ -2,24 +2,31 @@
 #pragma once
 
 #include <QAccessibleWidget>
+#include <QPointer>
 #include <map>
 
-#include "forms/form.h"
+#include "shell/accessible/accessible_news.h"
+#include "shell/accessible/accessible_tree.h"
+#include "shell/accessible/drawn_access.h"
 
 namespace corvane {
 
 class AccessibleControl;
 class CanvasWindow;
 
-/// A window whose controls are drawn, as assistive programs see it: below it stand the controls that have an
-/// AccessibleName, whether they are shown or not, as what is hidden says by its state. These programs keep what they
-/// have found and where it stands among the others: nothing moves when a control goes and comes. Made when one asks.
-class AccessibleForm : public QAccessibleWidget {
+/// A window whose controls are drawn in the tool kit's words: what AccessibleTree says of it. Made when an assistive
+/// program asks.
+class AccessibleForm : public QAccessibleWidget, private DrawnAccess {
 public:
     explicit AccessibleForm(CanvasWindow& window);
     ~AccessibleForm() override;
 
-    AccessibleControl* controlOf(Control& control) const;  ///< null for one without a name
+    const AccessibleTree& tree() const { return tree_; }
+    bool isBound() const { return form() != nullptr; }
+    QRect onScreen(const Control& control) const;          ///< only while bound
+    AccessibleControl* controlOf(Control* control) const;  ///< null for none and for one without a name
+    /// Tells of the change that a property's notification means, if any.
+    void announce(Control& control, PropertyId property);
     void forget();
 
     int childCount() const override;
@@ -31,9 +38,11 @@ public:
     void doAction(const QString& name) override;
 
 private:
-    std::vector<Control*> named() const;
+    bool hasKeyboard() const override;
 
-    CanvasWindow& window_;
+    QPointer<CanvasWindow> window_;
+    AccessibleTree tree_{*this};
+    AccessibleNews news_;
     mutable std::map<const Control*, QAccessible::Id> made_;
 };
 

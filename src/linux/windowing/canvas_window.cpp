@@ -126,11 +126,6 @@ bool CanvasWindow::isOpaque(const Picture& picture) const { return !imageOf(pict
 
 // --- Assistive programs ------------------------------------------------------------------------------------------
 
-QRectF CanvasWindow::placeOf(const Control& control) const {
-    const Rectangle place = live()->pixelsOf(control);
-    return {place.x, place.y, place.width, place.height};
-}
-
 void CanvasWindow::controlChanged(Control& control, PropertyId property) {
     if (QAccessible::isActive()) announce(*this, control, property);
 }

@@ -21,15 +21,7 @@ public:
 
     WindowFrame& frame() override { return *this; }
 
-    // For assistive programs; only while bound.
     bool bound() const { return live() != nullptr; }
-    Form& form() const { return live()->form(); }
-    QRectF placeOf(const Control& control) const;  ///< where it takes the mouse
-    void pressSoon(Control& control, int button) { live()->pressSoon(control, button); }
-    void setValueSoon(MouseControl& control, double value) { live()->setValueSoon(control, value); }
-    Control* focused() const { return live() != nullptr ? live()->focused() : nullptr; }
-    void setFocused(Control* control) { live()->setFocused(control); }
-    bool isHeld(const Control& control) const { return live() != nullptr && live()->pressed() == &control; }
     void rememberAccessible() { isKnown_ = true; }  ///< assistive programs know of this window
 
     // Also handed over by a surface elsewhere on the screen.

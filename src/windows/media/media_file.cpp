@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "windows/files/plain_file.h"
-#include "windows/media/sound/sound_header.h"
+#include "shell/media/sound_header.h"
 
 namespace corvane {
 

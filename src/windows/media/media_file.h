@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "windows/media/sound/media_content.h"
+#include "shell/media/media_content.h"
 
 namespace corvane {
 

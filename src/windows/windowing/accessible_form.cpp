@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "windows/windowing/accessible_form.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 
@@ -12,6 +11,10 @@ namespace corvane {
 
 namespace {
 
+RECT toRect(const Rectangle& place) {
+    return {std::lround(place.x), std::lround(place.y), std::lround(place.right()), std::lround(place.bottom())};
+}
+
 BSTR toBstr(const std::string& text) { return SysAllocString(toWide(text).c_str()); }
 
 void setNumber(VARIANT& variant, LONG number) {
@@ -19,53 +22,49 @@ void setNumber(VARIANT& variant, LONG number) {
     variant.lVal = number;
 }
 
-const MouseControl* asMouse(const Control* control) { return dynamic_cast<const MouseControl*>(control); }
-
-bool hasValue(const Control* control) {
-    const MouseControl* const mouse = asMouse(control);
-    return mouse != nullptr && mouse->AccessibleValue;
-}
-
-bool isPressable(const Control& control) {
-    return control.kind() == ControlKind::CommandButton ||
-           (control.kind() == ControlKind::Image && static_cast<const Image&>(control).Click.isTied());
-}
-
 LONG roleOf(const Control& control) {
-    if (hasValue(&control)) return ROLE_SYSTEM_SLIDER;
-    if (const MouseControl* const mouse = asMouse(&control); mouse != nullptr && mouse->Checkable) {
-        return ROLE_SYSTEM_CHECKBUTTON;
+    switch (AccessibleTree::roleOf(control)) {
+        case AccessibleRole::Slider:
+            return ROLE_SYSTEM_SLIDER;
+        case AccessibleRole::Text:
+            return ROLE_SYSTEM_STATICTEXT;
+        case AccessibleRole::Button: {
+            const auto* const mouse = dynamic_cast<const MouseControl*>(&control);
+            return mouse != nullptr && mouse->Checkable ? ROLE_SYSTEM_CHECKBUTTON : ROLE_SYSTEM_PUSHBUTTON;
+        }
+        case AccessibleRole::Movie:
+            return ROLE_SYSTEM_ANIMATION;
+        case AccessibleRole::Graphic:
+            break;
     }
-    if (isPressable(control)) return ROLE_SYSTEM_PUSHBUTTON;
-    return control.kind() == ControlKind::Label ? ROLE_SYSTEM_STATICTEXT : ROLE_SYSTEM_GRAPHIC;
+    return ROLE_SYSTEM_GRAPHIC;
+}
+
+bool is(const Control* control, AccessibleRole role) {
+    return control != nullptr && AccessibleTree::roleOf(*control) == role;
 }
 
 }  // namespace
 
-std::vector<Control*> AccessibleForm::children() const {
-    std::vector<Control*> found;
-    if (window_ == nullptr || !window_->isBound()) return found;
-    for (Control* each : window_->shownForm().controls()) {
-        if (!each->AccessibleName.empty()) found.push_back(each);
-    }
-    return found;
+AccessibleForm::AccessibleForm(CanvasWindow& window) : DrawnAccess(window), window_(&window) {}
+
+void AccessibleForm::leave() {
+    DrawnAccess::leave();
+    window_ = nullptr;
 }
 
 LONG AccessibleForm::childOf(const Control& control) const {
-    const std::vector<Control*> all = children();
-    const auto found = std::find(all.begin(), all.end(), &control);
-    return found == all.end() ? CHILDID_SELF : static_cast<LONG>(found - all.begin()) + 1;
+    const auto index = tree_.indexOf(control);
+    return index ? static_cast<LONG>(*index) + 1 : CHILDID_SELF;
 }
 
 bool AccessibleForm::isSelf(const VARIANT& child) const {
-    return window_ != nullptr && window_->isBound() && child.vt == VT_I4 && child.lVal == CHILDID_SELF;
+    return form() != nullptr && child.vt == VT_I4 && child.lVal == CHILDID_SELF;
 }
 
 Control* AccessibleForm::controlOf(const VARIANT& child) const {
     if (child.vt != VT_I4 || child.lVal <= 0) return nullptr;
-    const std::vector<Control*> all = children();
-    const auto at = static_cast<std::size_t>(child.lVal) - 1;
-    return at < all.size() ? all[at] : nullptr;
+    return tree_.at(static_cast<std::size_t>(child.lVal) - 1);
 }
 
 HRESULT AccessibleForm::QueryInterface(REFIID wanted, void** given) {
@@ -97,7 +96,7 @@ HRESULT AccessibleForm::get_accParent(IDispatch** parent) {
 }
 
 HRESULT AccessibleForm::get_accChildCount(long* count) {
-    *count = static_cast<long>(children().size());
+    *count = static_cast<long>(tree_.controls().size());
     return S_OK;
 }
 
@@ -110,18 +109,17 @@ HRESULT AccessibleForm::get_accName(VARIANT child, BSTR* name) {
     *name = nullptr;
     const Control* const control = controlOf(child);
     if (control == nullptr && !isSelf(child)) return E_INVALIDARG;
-    *name = toBstr(control != nullptr ? control->AccessibleName : window_->shownForm().Caption.get());
+    *name = toBstr(control != nullptr ? AccessibleTree::nameOf(*control) : tree_.name());
     return S_OK;
 }
 
 HRESULT AccessibleForm::get_accValue(VARIANT child, BSTR* value) {
     *value = nullptr;
     const Control* const control = controlOf(child);
-    if (control == nullptr) return DISP_E_MEMBERNOTFOUND;
-    if (hasValue(control)) {
-        *value = toBstr(std::to_string(std::lround(asMouse(control)->AccessibleValue().value)));
-    } else if (control->kind() == ControlKind::Label) {
-        *value = toBstr(static_cast<const Label*>(control)->Caption);
+    if (is(control, AccessibleRole::Slider)) {
+        *value = toBstr(std::to_string(std::lround(AccessibleTree::rangeOf(*control).value)));
+    } else if (is(control, AccessibleRole::Text)) {
+        *value = toBstr(AccessibleTree::captionOf(*control));
     }
     return *value != nullptr ? S_OK : DISP_E_MEMBERNOTFOUND;
 }
@@ -129,8 +127,9 @@ HRESULT AccessibleForm::get_accValue(VARIANT child, BSTR* value) {
 HRESULT AccessibleForm::get_accDescription(VARIANT child, BSTR* text) {
     *text = nullptr;
     const Control* const control = controlOf(child);
-    if (control == nullptr || control->ToolTipText.get().empty()) return S_FALSE;
-    *text = toBstr(control->ToolTipText);
+    const std::string told = control != nullptr ? AccessibleTree::descriptionOf(*control) : std::string();
+    if (told.empty()) return S_FALSE;
+    *text = toBstr(told);
     return S_OK;
 }
 
@@ -141,54 +140,64 @@ HRESULT AccessibleForm::get_accRole(VARIANT child, VARIANT* role) {
     return S_OK;
 }
 
-HRESULT AccessibleForm::get_accState(VARIANT child, VARIANT* state) {
+HRESULT AccessibleForm::get_accState(VARIANT child, VARIANT* told) {
     const Control* const control = controlOf(child);
     if (control == nullptr && !isSelf(child)) return E_INVALIDARG;
     LONG bits = 0;
     if (control != nullptr) {
-        if (!control->Visible || IsWindowVisible(window_->handle()) == 0) bits |= STATE_SYSTEM_INVISIBLE;
-        if (!control->Enabled) bits |= STATE_SYSTEM_UNAVAILABLE;
-        if (control->Visible && control->TabIndex >= 0) bits |= STATE_SYSTEM_FOCUSABLE;
-        if (control == window_->focused()) bits |= STATE_SYSTEM_FOCUSED;
-        if (const MouseControl* const mouse = asMouse(control); mouse != nullptr && mouse->Checked) {
-            bits |= STATE_SYSTEM_CHECKED;
-        }
+        const AccessibleState state = tree_.stateOf(*control);
+        const auto add = [&bits](bool holds, LONG bit) { bits |= holds ? bit : 0; };
+        add(state.hidden, STATE_SYSTEM_INVISIBLE);
+        add(state.offscreen, STATE_SYSTEM_OFFSCREEN);
+        add(state.disabled, STATE_SYSTEM_UNAVAILABLE);
+        add(state.focusable, STATE_SYSTEM_FOCUSABLE);
+        add(state.focused, STATE_SYSTEM_FOCUSED);
+        add(state.pressed, STATE_SYSTEM_PRESSED);
+        add(state.checked, STATE_SYSTEM_CHECKED);
+        add(state.readOnly, STATE_SYSTEM_READONLY);
     }
-    setNumber(*state, bits);
+    setNumber(*told, bits);
     return S_OK;
 }
 
 HRESULT AccessibleForm::get_accFocus(VARIANT* child) {
-    if (window_ == nullptr || GetFocus() != window_->handle()) {
+    if (form() == nullptr || !hasKeyboard()) {
         child->vt = VT_EMPTY;
         return S_FALSE;
     }
-    setNumber(*child, window_->focused() != nullptr ? childOf(*window_->focused()) : CHILDID_SELF);
+    const Control* const control = tree_.focused();
+    setNumber(*child, control != nullptr ? childOf(*control) : CHILDID_SELF);
+    return S_OK;
+}
+
+HRESULT AccessibleForm::accSelect(long flags, VARIANT child) {
+    Control* const control = controlOf(child);
+    if (control == nullptr || flags != SELFLAG_TAKEFOCUS) return DISP_E_MEMBERNOTFOUND;
+    tree_.takeFocus(*control);
     return S_OK;
 }
 
 HRESULT AccessibleForm::get_accDefaultAction(VARIANT child, BSTR* action) {
     *action = nullptr;
-    const Control* const control = controlOf(child);
-    if (control == nullptr || !isPressable(*control)) return DISP_E_MEMBERNOTFOUND;
+    if (!is(controlOf(child), AccessibleRole::Button)) return DISP_E_MEMBERNOTFOUND;
     *action = toBstr("Press");
     return S_OK;
 }
 
 HRESULT AccessibleForm::accDoDefaultAction(VARIANT child) {
     Control* const control = controlOf(child);
-    if (control == nullptr || !isPressable(*control)) return DISP_E_MEMBERNOTFOUND;
-    window_->pressSoon(*control);
+    if (!is(control, AccessibleRole::Button)) return DISP_E_MEMBERNOTFOUND;
+    tree_.press(*control);
     return S_OK;
 }
 
 HRESULT AccessibleForm::put_accValue(VARIANT child, BSTR value) {
     Control* const control = controlOf(child);
-    if (!hasValue(control)) return DISP_E_MEMBERNOTFOUND;
+    if (!is(control, AccessibleRole::Slider)) return DISP_E_MEMBERNOTFOUND;
     wchar_t* end = nullptr;
     const double wanted = std::wcstod(value, &end);
     if (end == value || !std::isfinite(wanted)) return E_INVALIDARG;
-    window_->setValueSoon(static_cast<MouseControl&>(*control), wanted);
+    tree_.setValue(*control, wanted);
     return S_OK;
 }
 
@@ -197,7 +206,7 @@ HRESULT AccessibleForm::accLocation(long* left, long* top, long* width, long* he
     if (control == nullptr && !isSelf(child)) return E_INVALIDARG;
     RECT place{};
     GetClientRect(window_->handle(), &place);
-    if (control != nullptr) place = window_->screenPlace(*control);
+    if (control != nullptr) place = toRect(placeOf(*control));
     MapWindowPoints(window_->handle(), nullptr, reinterpret_cast<POINT*>(&place), 2);
     *left = place.left;
     *top = place.top;
@@ -214,14 +223,11 @@ HRESULT AccessibleForm::accHitTest(long left, long top, VARIANT* child) {
     RECT client{};
     GetClientRect(window_->handle(), &client);
     if (PtInRect(&client, at) == 0) return S_FALSE;
-    LONG found = CHILDID_SELF;
-    const std::vector<Control*> all = children();
-    for (std::size_t i = 0; i < all.size(); ++i) {
-        const RECT place = window_->screenPlace(*all[i]);
-        if (all[i]->Visible && PtInRect(&place, at) != 0) found = static_cast<LONG>(i) + 1;  // the topmost comes last
-    }
-    setNumber(*child, found);
+    const Control* const found = tree_.hit(at.x, at.y);
+    setNumber(*child, found != nullptr ? childOf(*found) : CHILDID_SELF);
     return S_OK;
 }
+
+bool AccessibleForm::hasKeyboard() const { return GetFocus() == window_->handle(); }
 
 }  // namespace corvane

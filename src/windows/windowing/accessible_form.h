@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <string>
-#include <vector>
-
-#include "forms/form.h"
+#include "shell/accessible/accessible_tree.h"
+#include "shell/accessible/drawn_access.h"
 #include "windows/api.h"
 // After windows.h:
 #include <oleacc.h>
@@ -13,19 +11,17 @@ namespace corvane {
 
 class CanvasWindow;
 
-/// What assistive programs are told of a window whose controls are drawn: each control with a name as a child, numbered
-/// from 1 by its place in the form. One that is not seen stays a child, because what blinks or is empty for a while
-/// would otherwise go, and all behind it change their numbers. Lives as long as one of them asks; the window tells it
-/// when it goes.
-class AccessibleForm final : public IAccessible {
+/// A window whose controls are drawn in the system's words: what AccessibleTree says of it, its controls numbered
+/// from 1. Lives as long as an assistive program asks; the window tells it when it goes.
+class AccessibleForm final : public IAccessible, private DrawnAccess {
 public:
-    explicit AccessibleForm(CanvasWindow& window) : window_(&window) {}
+    explicit AccessibleForm(CanvasWindow& window);
     virtual ~AccessibleForm() = default;
     AccessibleForm(const AccessibleForm&) = delete;
     AccessibleForm& operator=(const AccessibleForm&) = delete;
 
     /// The window goes: every question fails from now on.
-    void leave() { window_ = nullptr; }
+    void leave();
     LONG childOf(const Control& control) const;
 
     // IUnknown, IDispatch: asked for by no script here.
@@ -53,7 +49,7 @@ public:
     HRESULT STDMETHODCALLTYPE get_accFocus(VARIANT* child) override;
     HRESULT STDMETHODCALLTYPE get_accSelection(VARIANT*) override { return DISP_E_MEMBERNOTFOUND; }
     HRESULT STDMETHODCALLTYPE get_accDefaultAction(VARIANT child, BSTR* action) override;
-    HRESULT STDMETHODCALLTYPE accSelect(long, VARIANT) override { return DISP_E_MEMBERNOTFOUND; }
+    HRESULT STDMETHODCALLTYPE accSelect(long flags, VARIANT child) override;
     HRESULT STDMETHODCALLTYPE accLocation(long* left, long* top, long* width, long* height, VARIANT child) override;
     HRESULT STDMETHODCALLTYPE accNavigate(long, VARIANT, VARIANT*) override { return DISP_E_MEMBERNOTFOUND; }
     HRESULT STDMETHODCALLTYPE accHitTest(long left, long top, VARIANT* child) override;
@@ -62,12 +58,14 @@ public:
     HRESULT STDMETHODCALLTYPE put_accValue(VARIANT child, BSTR value) override;
 
 private:
-    std::vector<Control*> children() const;
     /// The control of a child's number; null: the form itself, or there is none.
     Control* controlOf(const VARIANT& child) const;
     bool isSelf(const VARIANT& child) const;
 
+    bool hasKeyboard() const override;
+
     CanvasWindow* window_;
+    AccessibleTree tree_{*this};
     ULONG references_ = 1;
 };
 

@@ -168,13 +168,9 @@ bool CanvasWindow::isOpaque(const Picture& picture) const {
 // --- Assistive programs ------------------------------------------------------------------------------------------
 
 void CanvasWindow::focusChanged() {
-    if (!isBound() || focused() == nullptr) return;
-    NotifyWinEvent(EVENT_OBJECT_FOCUS, handle(), OBJID_CLIENT, accessible_->childOf(*focused()));
-}
-
-RECT CanvasWindow::screenPlace(const Control& control) const {
-    const Rectangle place = live()->pixelsOf(control);
-    return {std::lround(place.x), std::lround(place.y), std::lround(place.right()), std::lround(place.bottom())};
+    const Control* const focused = isBound() ? live()->focused() : nullptr;
+    if (focused == nullptr) return;
+    NotifyWinEvent(EVENT_OBJECT_FOCUS, handle(), OBJID_CLIENT, accessible_->childOf(*focused));
 }
 
 LRESULT CanvasWindow::message(UINT message, WPARAM first, LPARAM second) {

@@ -29,13 +29,7 @@ public:
     void keyboardCame(bool here);
     void askToClose() override;
 
-    // For assistive programs; only while bound.
     bool isBound() const { return live() != nullptr; }
-    Form& shownForm() const { return live()->form(); }
-    void pressSoon(Control& control) { live()->pressSoon(control, kLeftButton); }
-    void setValueSoon(MouseControl& control, double value) { live()->setValueSoon(control, value); }
-    Control* focused() const { return live() != nullptr ? live()->focused() : nullptr; }
-    RECT screenPlace(const Control& control) const;  ///< pixels of the client area
 
     // Surface
     void setCaption(const std::string& text) override;

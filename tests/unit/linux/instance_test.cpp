@@ -2,7 +2,7 @@
 #include <QEventLoop>
 #include <QTimer>
 
-#include "linux/instance.h"
+#include "linux/socket_instance.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -37,26 +37,26 @@ struct Instances : ::testing::Test {
 /// START-02: Two folders run side by side
 /// START-01
 TEST_F(Instances, OneAFolder) {
-    Instance first("/some/folder", runtime.path());
+    SocketInstance first("/some/folder", runtime.path());
     EXPECT_TRUE(first.acquire());
     EXPECT_TRUE(first.acquire());
-    EXPECT_FALSE(Instance("/some/folder", runtime.path()).acquire());
-    EXPECT_FALSE(Instance("/some/./folder/", runtime.path()).acquire());
-    EXPECT_TRUE(Instance("/other/folder", runtime.path()).acquire());
+    EXPECT_FALSE(SocketInstance("/some/folder", runtime.path()).acquire());
+    EXPECT_FALSE(SocketInstance("/some/./folder/", runtime.path()).acquire());
+    EXPECT_TRUE(SocketInstance("/other/folder", runtime.path()).acquire());
 }
 
 /// START-03: The next one may start when the first has gone
 TEST_F(Instances, TheNextMayStartWhenTheFirstHasGone) {
-    { EXPECT_TRUE(Instance("/some/folder", runtime.path()).acquire()); }
-    EXPECT_TRUE(Instance("/some/folder", runtime.path()).acquire());
+    { EXPECT_TRUE(SocketInstance("/some/folder", runtime.path()).acquire()); }
+    EXPECT_TRUE(SocketInstance("/some/folder", runtime.path()).acquire());
 }
 
 /// CMD-16: A second start hands them to the player that runs, and ends
 TEST_F(Instances, ALaterOneHandsItsFilesOver) {
-    Instance first("/some/folder", runtime.path());
+    SocketInstance first("/some/folder", runtime.path());
     listenTo(first);
     ASSERT_TRUE(first.acquire());
-    Instance second("/some/folder", runtime.path());
+    SocketInstance second("/some/folder", runtime.path());
     ASSERT_FALSE(second.acquire());
     ASSERT_TRUE(second.call({"/a b.mp3", "/\xE9.wav"}));
     EXPECT_TRUE(test::waitUntil([this] { return !got.empty(); }));
@@ -65,11 +65,11 @@ TEST_F(Instances, ALaterOneHandsItsFilesOver) {
 
 /// CMD-16
 TEST_F(Instances, ManyFilesAreHandedOverWhole) {
-    Instance first("/some/folder", runtime.path());
+    SocketInstance first("/some/folder", runtime.path());
     listenTo(first);
     ASSERT_TRUE(first.acquire());
     const Texts many(2000, "/a/folder/with/a/rather/long/name/song.mp3");
-    ASSERT_TRUE(Instance("/some/folder", runtime.path()).call(many));
+    ASSERT_TRUE(SocketInstance("/some/folder", runtime.path()).call(many));
     EXPECT_TRUE(test::waitUntil([this] { return !got.empty(); }));
     EXPECT_EQ(got, many);
 }
@@ -78,11 +78,11 @@ TEST_F(Instances, OneThatHasOnlyJustBegunTakesFilesAsWell) {
     std::atomic<bool> done = false;
     bool taken = false;
     std::thread sender([&] {
-        taken = Instance("/some/folder", runtime.path()).call({"/a.mp3"});
+        taken = SocketInstance("/some/folder", runtime.path()).call({"/a.mp3"});
         done = true;
     });
     EXPECT_FALSE(test::waitUntil([&] { return done.load(); }, 200)) << "it did not wait for the first one to listen";
-    Instance first("/some/folder", runtime.path());
+    SocketInstance first("/some/folder", runtime.path());
     listenTo(first);
     EXPECT_TRUE(first.acquire());
     EXPECT_TRUE(test::waitUntil([this] { return !got.empty(); }));
@@ -93,32 +93,32 @@ TEST_F(Instances, OneThatHasOnlyJustBegunTakesFilesAsWell) {
 
 /// CMD-19: A second start without files is a call all the same, and the panel comes to the front
 TEST_F(Instances, ALaterOneWithoutFilesIsACallAllTheSame) {
-    Instance first("/some/folder", runtime.path());
+    SocketInstance first("/some/folder", runtime.path());
     int calls = 0;
     first.onCall([&](const Texts& files) { calls += files.empty() ? 1 : 100; });
     ASSERT_TRUE(first.acquire());
-    ASSERT_TRUE(Instance("/some/folder", runtime.path()).call({}));
+    ASSERT_TRUE(SocketInstance("/some/folder", runtime.path()).call({}));
     EXPECT_TRUE(test::waitUntil([&] { return calls > 0; }));
     EXPECT_EQ(calls, 1);
 }
 
 /// CMD-16
 TEST_F(Instances, MoreThanAMegabyteIsHandedOverWholeAndWhatDoesNotFitIsCounted) {
-    Instance first("/some/folder", runtime.path());
+    SocketInstance first("/some/folder", runtime.path());
     listenTo(first);
     ASSERT_TRUE(first.acquire());
     const Texts many(8000, std::string(400, 'x'));
-    EXPECT_EQ(Instance::fitting(many), many.size());
+    EXPECT_EQ(first.fitting(many), many.size());
     bool taken = false;
-    std::thread sender([&] { taken = Instance("/some/folder", runtime.path()).call(many); });
+    std::thread sender([&] { taken = SocketInstance("/some/folder", runtime.path()).call(many); });
     EXPECT_TRUE(test::waitUntil([this] { return !got.empty(); }));
     sender.join();
     EXPECT_TRUE(taken);
     EXPECT_EQ(got, many);
 
     const Texts tooMany(12'000, std::string(400, 'x'));
-    EXPECT_EQ(Instance::fitting(tooMany), Instance::kMostBytes / 401);
-    EXPECT_FALSE(Instance("/some/folder", runtime.path()).call(tooMany));
+    EXPECT_EQ(first.fitting(tooMany), first.mostBytes() / 401);
+    EXPECT_FALSE(SocketInstance("/some/folder", runtime.path()).call(tooMany));
 }
 
 /// Connects as a later start does; -1 when it cannot.
@@ -138,7 +138,7 @@ int callerOf(const std::string& folder) {
 /// CMD-21: Callers that say nothing, say too much or come when no descriptor is left are turned away, and the next is
 ///     heard
 TEST_F(Instances, CallersThatSayNothingOrTooMuchAreDroppedAndTheNextIsHeard) {
-    Instance first("/some/folder", runtime.path());
+    SocketInstance first("/some/folder", runtime.path());
     int calls = 0;
     first.onCall([&](const Texts&) { ++calls; });
     ASSERT_TRUE(first.acquire());
@@ -148,13 +148,13 @@ TEST_F(Instances, CallersThatSayNothingOrTooMuchAreDroppedAndTheNextIsHeard) {
     for (int i = 0; i < 6; ++i) silent.push_back(callerOf(runtime.path()));
     const std::string noise(1U << 20U, 'x');
     std::thread talker([&] {
-        for (std::size_t sent = 0; sent < 3 * Instance::kMostBytes; sent += noise.size()) {
+        for (std::size_t sent = 0; sent < 3 * first.mostBytes(); sent += noise.size()) {
             if (send(loud, noise.data(), noise.size(), MSG_NOSIGNAL) < 0) return;
         }
     });
     EXPECT_FALSE(test::waitUntil([&] { return calls > 0; }, 2'500)) << "nobody has closed";
     talker.join();
-    ASSERT_TRUE(Instance("/some/folder", runtime.path()).call({"/a.mp3"}));
+    ASSERT_TRUE(SocketInstance("/some/folder", runtime.path()).call({"/a.mp3"}));
     EXPECT_TRUE(test::waitUntil([&] { return calls > 0; }));
     for (const int caller : silent) close(caller);
     close(loud);
@@ -163,7 +163,7 @@ TEST_F(Instances, CallersThatSayNothingOrTooMuchAreDroppedAndTheNextIsHeard) {
 /// CMD-21
 TEST_F(Instances, WithoutADescriptorLeftACallIsTurnedAwayAndDoesNotSpin) {
     SpareDescriptors::keep();
-    Instance first("/some/folder", runtime.path());
+    SocketInstance first("/some/folder", runtime.path());
     int calls = 0;
     first.onCall([&](const Texts&) { ++calls; });
     ASSERT_TRUE(first.acquire());
@@ -182,29 +182,29 @@ TEST_F(Instances, WithoutADescriptorLeftACallIsTurnedAwayAndDoesNotSpin) {
     EXPECT_LT(busy, 0.3) << "it is told of the caller again and again";
     char byte = 0;
     EXPECT_EQ(read(caller, &byte, 1), 0) << "the caller is turned away";
-    ASSERT_TRUE(Instance("/some/folder", runtime.path()).call({"/a.mp3"}));
+    ASSERT_TRUE(SocketInstance("/some/folder", runtime.path()).call({"/a.mp3"}));
     EXPECT_TRUE(test::waitUntil([&] { return calls > 0; })) << "the next one is heard";
     close(caller);
 }
 
 TEST_F(Instances, OneThatTakesNothingIsGivenUp) {
-    Instance first("/some/folder", runtime.path());
+    SocketInstance first("/some/folder", runtime.path());
     ASSERT_TRUE(first.acquire());
     const Texts many(16'000, std::string(240, 'x'));  // more than a socket holds while nobody reads
     QElapsedTimer passed;
     passed.start();
-    EXPECT_FALSE(Instance("/some/folder", runtime.path()).call(many));
+    EXPECT_FALSE(SocketInstance("/some/folder", runtime.path()).call(many));
     EXPECT_LT(passed.elapsed(), 10000);
 }
 
 TEST_F(Instances, NobodyIsThereToHandFilesTo) {
-    EXPECT_FALSE(Instance("/some/folder", runtime.path()).call({"/a.mp3"}));
+    EXPECT_FALSE(SocketInstance("/some/folder", runtime.path()).call({"/a.mp3"}));
 }
 
 /// START-44: A start without a place for its lock runs all the same
 TEST_F(Instances, WithoutAPlaceForTheLockAPlayerStartsAllTheSame) {
-    EXPECT_TRUE(Instance("/some/folder", "").acquire());
-    EXPECT_TRUE(Instance("/some/folder", runtime.in("nowhere")).acquire());
+    EXPECT_TRUE(SocketInstance("/some/folder", "").acquire());
+    EXPECT_TRUE(SocketInstance("/some/folder", runtime.in("nowhere")).acquire());
 }
 
 struct RuntimeFolders : ::testing::Test {
@@ -272,8 +272,8 @@ TEST_F(RuntimeFolders, WithinTheSystemsItIsOneOfItsOwn) {
     const bool isVictim = setresgid(victim, victim, victim) == 0 && setresuid(victim, victim, victim) == 0;
     unsetenv("XDG_RUNTIME_DIR");
     const std::string place = runtimeFolder(program);
-    Instance first(program, place);
-    Instance second(program, place);
+    SocketInstance first(program, place);
+    SocketInstance second(program, place);
     const bool apart = first.acquire() && !second.acquire();
     _exit(isVictim && apart && place == program + "/.corvane-run" ? 0 : 1);
 }
@@ -304,7 +304,7 @@ TEST_F(RuntimeFolders, ANeighboursFolderIsNotUsedAndNothingOfTheVictimsChanges) 
         }
         ASSERT_EQ(lchown(squatted.c_str(), kNeighbour, kNeighbour), 0);
         if (!link) {  // every name that the lock or the socket could have
-            const std::string name = Instance(home.in("program"), "").fileName(".lock");
+            const std::string name = SocketInstance(home.in("program"), "").fileName(".lock");
             fs::create_symlink(home.in("private/precious"), squatted / name);
         }
         EXPECT_EXIT(endAsVictim(kVictim, home.in("program")), ::testing::ExitedWithCode(0), "") << way;

@@ -9,7 +9,8 @@
 #include <optional>
 
 #include "linux/command_line.h"
-#include "linux/program_folder.h"
+#include "linux/files/qt_files.h"
+#include "linux/posix_folders.h"
 #include "linux/window_system.h"
 #include "unit/linux/offscreen.h"
 
@@ -71,8 +72,14 @@ struct ProgramFolders : ::testing::Test {
         fs::create_directories(folder.in(place + "/PANELSET"));
         folder.write(place + "/PANELSET/DEFAULT.CSV", "skin");
     }
-    FolderChoice choice() const { return {folder.in("bin"), "", "", folder.in("home")}; }
+    FolderChoice choice() const {
+        return {"", userFolder("", folder.in("home")), {folder.in("bin"), folder.in("share/corvane")}};
+    }
+    std::string ready(FolderChoice chosen) { return ProgramFolder(std::move(chosen), folders, files).ready(); }
+
     test::TemporaryFolder folder;
+    PosixFolders folders;
+    QtFiles files;
 };
 
 /// START-43: The program's folder is the one chosen by the environment, else its own with skins beside it, else the
@@ -81,33 +88,23 @@ TEST_F(ProgramFolders, TheChosenOneWins) {
     ship("bin");
     FolderChoice wanted = choice();
     wanted.chosen = folder.in("chosen/");
-    EXPECT_EQ(programFolder(wanted), folder.in("chosen"));
+    EXPECT_EQ(ready(wanted), folder.in("chosen"));
     EXPECT_FALSE(fs::exists(folder.in("chosen"))) << "nothing is put there";
-}
-
-TEST_F(ProgramFolders, TheManualLiesBesideTheProgramOrIsInstalled) {
-    EXPECT_EQ(manualFile(folder.in("bin")), "");
-    fs::create_directories(folder.in("share/corvane/manual"));
-    folder.write("share/corvane/manual/index.html", "installed");
-    EXPECT_EQ(manualFile(folder.in("bin")), folder.in("share/corvane/manual/index.html"));
-    fs::create_directories(folder.in("bin/manual"));
-    folder.write("bin/manual/index.html", "beside");
-    EXPECT_EQ(manualFile(folder.in("bin")), folder.in("bin/manual/index.html"));
 }
 
 /// START-43
 TEST_F(ProgramFolders, TheProgramsOwnWithSkinsBeside) {
     ship("bin");
-    EXPECT_EQ(programFolder(choice()), folder.in("bin"));
+    EXPECT_EQ(ready(choice()), folder.in("bin"));
 }
 
 /// START-43
 TEST_F(ProgramFolders, ElseTheUsersFilledWithTheShippedSkinsOnce) {
     ship("share/corvane");
-    EXPECT_EQ(programFolder(choice()), folder.in("home/.local/share/corvane"));
+    EXPECT_EQ(ready(choice()), folder.in("home/.local/share/corvane"));
     EXPECT_EQ(folder.bytes("home/.local/share/corvane/PANELSET/DEFAULT.CSV"), "skin");
     folder.write("home/.local/share/corvane/PANELSET/DEFAULT.CSV", "mine");
-    programFolder(choice());
+    ready(choice());
     EXPECT_EQ(folder.bytes("home/.local/share/corvane/PANELSET/DEFAULT.CSV"), "mine");
 }
 
@@ -116,35 +113,40 @@ TEST_F(ProgramFolders, ElseTheUsersFilledWithTheShippedSkinsOnce) {
 TEST_F(ProgramFolders, WithoutAPlaceOfTheUsersTheShippedSkinsAreUsed) {
     ship("share/corvane");
     FolderChoice homeless = choice();
-    homeless.home = "/proc/none";  // where not even root can make a folder
-    EXPECT_EQ(programFolder(homeless), folder.in("share/corvane"));
+    homeless.user = "/proc/none/corvane";  // where not even root can make a folder
+    EXPECT_EQ(ready(homeless), folder.in("share/corvane"));
     EXPECT_FALSE(fs::exists(folder.in("share/corvane/PANELSET/.shipped"))) << "nothing is written there";
 }
 
-/// Sets HOME for its life; null takes it away.
-class Home {
+/// A variable of the environment as a test wants it, for its life; null: not set.
+class Variable {
 public:
-    explicit Home(const char* home) { home != nullptr ? setenv("HOME", home, 1) : unsetenv("HOME"); }
-    Home(const Home&) = delete;
-    Home& operator=(const Home&) = delete;
-    ~Home() { before_ ? setenv("HOME", before_->c_str(), 1) : unsetenv("HOME"); }
+    Variable(const char* name, const char* value) : name_(name) {
+        if (const char* const before = std::getenv(name); before != nullptr) before_ = before;
+        set(value);
+    }
+    Variable(const Variable&) = delete;
+    Variable& operator=(const Variable&) = delete;
+    ~Variable() { set(before_ ? before_->c_str() : nullptr); }
 
 private:
-    std::optional<std::string> before_ =
-        std::getenv("HOME") != nullptr ? std::optional<std::string>(std::getenv("HOME")) : std::nullopt;
+    void set(const char* value) { value != nullptr ? setenv(name_, value, 1) : unsetenv(name_); }
+    const char* name_;
+    std::optional<std::string> before_;
 };
 
 /// FAULT-13: A home that the environment does not name is the one that the system has recorded
 TEST(ProgramFolder, WithoutAHomeInTheEnvironmentTheRecordedOneIsTaken) {
+    const Variable noData("XDG_DATA_HOME", nullptr);
     {
-        const Home given("/somewhere/else");
-        EXPECT_EQ(folderChoiceOfEnvironment().home, "/somewhere/else");
+        const Variable given("HOME", "/somewhere/else");
+        EXPECT_EQ(folderChoiceOfEnvironment().user, "/somewhere/else/.local/share/corvane");
     }
     const passwd* const user = getpwuid(getuid());
     ASSERT_NE(user, nullptr);
     for (const char* const missing : {static_cast<const char*>(nullptr), ""}) {
-        const Home none(missing);
-        EXPECT_EQ(folderChoiceOfEnvironment().home, user->pw_dir);
+        const Variable none("HOME", missing);
+        EXPECT_EQ(folderChoiceOfEnvironment().user, std::string(user->pw_dir) + "/.local/share/corvane");
     }
 }
 
@@ -160,7 +162,7 @@ struct GivenSkins : ProgramFolders {
     }
     std::string own(const std::string& name) const { return "home/.local/share/corvane/PANELSET/" + name; }
     bool has(const std::string& name) const { return fs::exists(folder.in(own(name))); }
-    void start() { programFolder(choice()); }
+    void start() { ready(choice()); }
 };
 
 TEST_F(GivenSkins, ASkinThatIsNewComesToAFolderThatHasOthers) {
@@ -230,12 +232,9 @@ TEST_F(GivenSkins, NothingButSkinsIsGiven) {
     EXPECT_FALSE(has("LICENSE"));
 }
 
-TEST_F(ProgramFolders, TheDataHomeCountsWhenItIsAbsolute) {
-    FolderChoice wanted = choice();
-    wanted.dataHome = folder.in("data");
-    EXPECT_EQ(programFolder(wanted), folder.in("data/corvane"));
-    wanted.dataHome = "data";
-    EXPECT_EQ(programFolder(wanted), folder.in("home/.local/share/corvane"));
+TEST(UserFolders, TheDataHomeCountsWhenItIsAbsolute) {
+    EXPECT_EQ(userFolder("/data/", "/home"), "/data/corvane");
+    EXPECT_EQ(userFolder("data", "/home"), "/home/.local/share/corvane");
 }
 
 /// Ends the process, 0 if the check holds for a user to whom rights apply: root, who may write everywhere, first
@@ -256,9 +255,9 @@ TEST_F(ProgramFolders, TheDataHomeCountsWhenItIsAbsolute) {
 TEST_F(ProgramFolders, AReadOnlyProgramFolderIsNotOne) {
     ship("bin");
     fs::permissions(folder.in("bin"), fs::perms::owner_read | fs::perms::owner_exec);
-    EXPECT_EXIT(endAsUserWith(folder.path(),
-                              [this] { return programFolder(choice()) == folder.in("home/.local/share/corvane"); }),
-                ::testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(
+        endAsUserWith(folder.path(), [this] { return ready(choice()) == folder.in("home/.local/share/corvane"); }),
+        ::testing::ExitedWithCode(0), "");
     fs::permissions(folder.in("bin"), fs::perms::owner_all);
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "shell/instance_call.h"
+#include "shell/program/instance_call.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "shell/shipped_skins.h"
+#include "shell/program/shipped_skins.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 
 #include "unit/windows/folder_rig.h"
 #include "windows/about.h"
-#include "windows/program_folder.h"
+#include "windows/known_folders.h"
 
 namespace corvane {
 namespace {
@@ -99,23 +99,25 @@ struct ProgramFolders : DesktopFiles {
         }
         test::writeFile(folder.in("bin\\PANELSET\\DEFAULT.CSV"), "skin");
     }
-    FolderChoice choice{folder.in("bin"), "", folder.in("data")};
+    std::string ready() { return ProgramFolder(choice, folders, files).ready(); }
+    KnownFolders folders;
+    FolderChoice choice{"", folder.in("data\\Corvane"), {folder.in("bin")}};
 };
 
 /// WIN-16: The program's folder is the chosen one, else its own where the skins lie and it can be written, else the
 ///     user's
 TEST_F(ProgramFolders, TheChosenOneWinsThenTheProgramsOwn) {
-    EXPECT_EQ(programFolder(choice), folder.in("bin"));
+    EXPECT_EQ(ready(), folder.in("bin"));
     choice.chosen = folder.in("chosen\\");
-    EXPECT_EQ(programFolder(choice), folder.in("chosen"));
+    EXPECT_EQ(ready(), folder.in("chosen"));
     choice.chosen = "C:\\";
-    EXPECT_EQ(programFolder(choice), "C:\\");
+    EXPECT_EQ(ready(), "C:\\");
 }
 
 /// WIN-16
 TEST_F(ProgramFolders, WithoutSkinsBesideTheProgramItIsTheUsers) {
-    choice.program = folder.in("elsewhere");
-    EXPECT_EQ(programFolder(choice), folder.in("data\\Corvane"));
+    choice.shipped = {folder.in("elsewhere")};
+    EXPECT_EQ(ready(), folder.in("data\\Corvane"));
     EXPECT_TRUE(files.readable(folder.in("data\\Corvane")));
 }
 
@@ -125,11 +127,11 @@ TEST_F(ProgramFolders, AnUpdatesNewSkinsReachTheUser) {
     const std::string taken = "bin\\.corvane-" + std::to_string(GetCurrentProcessId());
     CreateDirectoryW(systemPath(folder.in(taken)).c_str(), nullptr);
     const std::string own = folder.in("data\\Corvane");
-    EXPECT_EQ(programFolder(choice), own);
+    EXPECT_EQ(ready(), own);
     EXPECT_EQ(files.read(own + "\\PANELSET\\DEFAULT.CSV", 10), "skin");
     DeleteFileW(systemPath(own + "\\PANELSET\\DEFAULT.CSV").c_str());
     test::writeFile(folder.in("bin\\PANELSET\\BRASS.CSV"), "new");
-    EXPECT_EQ(programFolder(choice), own);
+    EXPECT_EQ(ready(), own);
     EXPECT_EQ(files.read(own + "\\PANELSET\\BRASS.CSV", 10), "new");
     EXPECT_EQ(files.lookUp(own + "\\PANELSET\\DEFAULT.CSV"), std::nullopt) << "what the user deletes stays deleted";
 }
@@ -141,7 +143,7 @@ TEST_F(ProgramFolders, AboutTellsWhatIsThereAndMakesNothing) {
     const std::string here = aboutText("corvane 1", choice);
     EXPECT_TRUE(here.starts_with("corvane 1\nFolder:            " + folder.in("bin") + "\n")) << here;
     EXPECT_NE(here.find("Skins:             DEFAULT\n"), std::string::npos) << here;
-    choice.program = folder.in("elsewhere");
+    choice.shipped = {folder.in("elsewhere")};
     const std::string first = aboutText("corvane 1", choice);
     EXPECT_NE(first.find(folder.in("data\\Corvane") + " (made at the first start)\n"), std::string::npos) << first;
     EXPECT_FALSE(files.readable(folder.in("data\\Corvane")));

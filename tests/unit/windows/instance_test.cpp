@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "windows/instance.h"
+#include "windows/window_instance.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ using Texts = std::vector<std::string>;
 
 struct Instances : ::testing::Test {
     void listen(Instance& first) {
-        first.onFiles([this](const Texts& files) { given.push_back(files); });
+        first.onCall([this](const Texts& files) { given.push_back(files); });
         ASSERT_TRUE(first.acquire());
     }
     /// The window that a first start listens with.
@@ -29,28 +29,28 @@ struct Instances : ::testing::Test {
 };
 
 TEST_F(Instances, ASecondStartHandsItsFilesOver) {
-    Instance first(folder.path());
-    Instance second(folder.path() + "\\");
+    WindowInstance first(folder.path());
+    WindowInstance second(folder.path() + "\\");
     listen(first);
     EXPECT_FALSE(second.acquire());
-    EXPECT_TRUE(second.handOver({"C:\\a b.wav", "C:\\\xE6\x97\xA5.wav"}));
+    EXPECT_TRUE(second.call({"C:\\a b.wav", "C:\\\xE6\x97\xA5.wav"}));
     EXPECT_EQ(given, std::vector<Texts>{(Texts{"C:\\a b.wav", "C:\\\xE6\x97\xA5.wav"})});
 }
 
 /// WIN-48
 TEST_F(Instances, WithoutFilesTheFirstIsOnlyAskedToBeSeen) {
-    Instance first(folder.path());
-    Instance second(folder.path());
+    WindowInstance first(folder.path());
+    WindowInstance second(folder.path());
     listen(first);
     EXPECT_FALSE(second.acquire());
-    EXPECT_TRUE(second.handOver({}));
+    EXPECT_TRUE(second.call({}));
     EXPECT_EQ(given, std::vector<Texts>{Texts{}});
 }
 
 TEST_F(Instances, EachFolderHasItsOwn) {
-    Instance first(folder.path());
+    WindowInstance first(folder.path());
     const test::TriedFolder elsewhere;
-    Instance other(elsewhere.path());
+    WindowInstance other(elsewhere.path());
     listen(first);
     EXPECT_TRUE(other.acquire());
 }
@@ -63,13 +63,13 @@ TEST_F(Instances, AFirstStartThatIsAboutToListenIsWaitedFor) {
     Texts got;
     std::thread late([&] {
         Sleep(300);
-        Instance first(folder.path());
-        first.onFiles([&](const Texts& files) { got = files; });
+        WindowInstance first(folder.path());
+        first.onCall([&](const Texts& files) { got = files; });
         listens = first.acquire();
         WindowsLoop().runUntil([&] { return handed.load(); }, 5000);
     });
-    const Instance second(folder.path());
-    EXPECT_TRUE(second.handOver({"C:\\a.wav"}));
+    const WindowInstance second(folder.path());
+    EXPECT_TRUE(second.call({"C:\\a.wav"}));
     handed = true;
     late.join();
     EXPECT_TRUE(listens);
@@ -77,27 +77,27 @@ TEST_F(Instances, AFirstStartThatIsAboutToListenIsWaitedFor) {
 }
 
 TEST_F(Instances, WithoutAFirstItIsGivenUpInTime) {
-    const Instance alone(folder.path());
+    const WindowInstance alone(folder.path());
     const ULONGLONG begun = GetTickCount64();
-    EXPECT_FALSE(alone.handOver({"C:\\a.wav"}));
+    EXPECT_FALSE(alone.call({"C:\\a.wav"}));
     EXPECT_LT(GetTickCount64() - begun, 3000U);
 }
 
 TEST_F(Instances, AsManyFilesAsFitAreHandedOver) {
     const std::vector<std::string> files(40, std::string(30'000, 'x'));
-    EXPECT_EQ(Instance::fitting(files), 34U);
-    Instance first(folder.path());
-    const Instance second(folder.path());
+    WindowInstance first(folder.path());
+    const WindowInstance second(folder.path());
+    EXPECT_EQ(second.fitting(files), 34U);
     listen(first);
-    EXPECT_FALSE(second.handOver(files));
-    EXPECT_TRUE(second.handOver(Texts(files.begin(), files.begin() + 34)));
+    EXPECT_FALSE(second.call(files));
+    EXPECT_TRUE(second.call(Texts(files.begin(), files.begin() + 34)));
     ASSERT_EQ(given.size(), 1U);
     EXPECT_EQ(given[0].size(), 34U);
 }
 
 /// WIN-48
 TEST_F(Instances, WhatIsNoHandOverIsRefused) {
-    Instance first(folder.path());
+    WindowInstance first(folder.path());
     listen(first);
     const HWND window = listener();
     ASSERT_NE(window, nullptr);

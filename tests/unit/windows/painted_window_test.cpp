@@ -78,13 +78,13 @@ TEST_F(PaintedForm, TabReachesTheButtonAndSpacePressesIt) {
     send(WM_KEYDOWN, VK_SPACE, 1);
     EXPECT_EQ(seen, Texts{"key 32"}) << "without a ring the key is the form's";
     send(WM_KEYDOWN, VK_TAB, 1);
-    EXPECT_EQ(canvas.focused(), &button);
+    EXPECT_EQ(canvas.live()->focused(), &button);
     seen.clear();
     send(WM_KEYDOWN, VK_SPACE, 1);
     EXPECT_EQ(seen, (Texts{"click", "up"}));
     send(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(150, 20));
     send(WM_LBUTTONUP, 0, MAKELPARAM(150, 20));
-    EXPECT_EQ(canvas.focused(), nullptr) << "the mouse takes the ring away";
+    EXPECT_EQ(canvas.live()->focused(), nullptr) << "the mouse takes the ring away";
 }
 
 /// WIN-05: Screen readers are told names, roles and values of the painted controls and may press and set them, as

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "windows/windows_process.h"
+#include "windows/own_process.h"
 
 #include <gtest/gtest.h>
 

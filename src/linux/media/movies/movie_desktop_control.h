@@ -8,7 +8,7 @@
 #include "linux/media/movies/movie_player.h"
 #include "linux/media/movies/movie_players.h"
 #include "linux/windowing/movie_surface.h"
-#include "shell/movie_state_control.h"
+#include "shell/media/movie_state_control.h"
 
 namespace corvane {
 

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "shell/movie_state_control.h"
+#include "shell/media/movie_state_control.h"
 #include "windows/media/movies/filter_graph.h"
 #include "windows/media/ui_post.h"
 #include "windows/message_window.h"

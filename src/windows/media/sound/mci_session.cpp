@@ -59,7 +59,7 @@ void MciSession::play(std::uint64_t number, const Part& part) {
     {
         const std::lock_guard lock(mutex_);
         number_ = number;
-        clock_.hold(part.from ? facts_.axis.fromPlace(*part.from, part.timeFormat) : part.standing);
+        clock_.hold(part.from);
     }
     post([number, part](MciSession& self) { self.playNow(number, part); });
 }
@@ -195,16 +195,9 @@ std::optional<std::int64_t> MciSession::devicePlace() const {
 
 void MciSession::playNow(std::uint64_t number, const Part& part) {
     if (!isCurrent(number)) return;
-    const MciAxis& axis = facts_.axis;  // does not change any more
-    const std::int64_t from = part.from ? axis.fromPlace(*part.from, part.timeFormat) : part.standing;
-    const std::int64_t to = part.to ? axis.endOf(*part.to, from, part.timeFormat) : axis.length;
     silence();
-    end_ = to;
-    if ((part.to || axis.length > 0) && from >= to) {
-        end_ = from;
-        return end(number);
-    }
-    if (const MCIERROR error = start(number, from, to); error != 0) fail(mciErrorText(error));
+    end_ = part.to >= 0 ? part.to : facts_.axis.length;
+    if (const MCIERROR error = start(number, part.from, end_); error != 0) fail(mciErrorText(error));
 }
 
 /// A window for each play: what an earlier one still has to say goes nowhere.

@@ -10,8 +10,8 @@
 #include <optional>
 #include <string>
 
-#include "windows/media/sound/mci_axis.h"
-#include "windows/media/sound/mci_clock.h"
+#include "shell/media/mci_axis.h"
+#include "shell/media/mci_clock.h"
 #include "windows/media/sound/mci_device.h"
 #include "windows/media/sound/mci_thread.h"
 #include "windows/message_window.h"
@@ -31,18 +31,14 @@ public:
     struct Source {
         std::string deviceType;  ///< "Sequencer", "CDAudio" or "": by the file
         std::string path;
-        std::uint64_t opening = 0;  ///< the asker's own number
     };
-    /// A play as it was asked for, in the control's time format.
+    /// What is played, units of the axis; a `to` below 0: to the device's own end.
     struct Part {
-        std::optional<std::int32_t> from, to;
-        std::int64_t standing = 0;  ///< the device's place, used without a from
-        int timeFormat = 0;
+        std::int64_t from = 0, to = 0;
     };
 
     MciSession(MciThread& thread, Source source, Listener listener);
 
-    std::uint64_t opening() const { return source_.opening; }
     void open();
     void waitOpened(int milliseconds);
     /// Its first job has been begun; until then it waits for what the thread does for others.
