@@ -2,8 +2,8 @@
 #include <algorithm>
 
 #include "fuzz.h"
-#include "shell/program/instance_call.h"
 #include "shell/printable.h"
+#include "shell/program/instance_call.h"
 
 namespace corvane {
 namespace {

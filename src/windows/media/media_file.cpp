@@ -4,8 +4,8 @@
 #include <array>
 #include <optional>
 
-#include "windows/files/plain_file.h"
 #include "shell/media/sound_header.h"
+#include "windows/files/plain_file.h"
 
 namespace corvane {
 
