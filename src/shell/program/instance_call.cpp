@@ -16,7 +16,10 @@ std::size_t fittingInCall(const std::vector<std::string>& files, std::size_t mos
 }
 
 bool CallReader::take(std::string_view piece) {
-    if (piece.size() > most_ - text_.size()) return text_.clear(), false;
+    if (piece.size() > most_ - text_.size()) {
+        text_.clear();
+        return false;
+    }
     text_ += piece;
     return true;
 }
