@@ -68,18 +68,21 @@ def new_song(stage, heard):
     return next((hz for hz in TONES if same_pitch(now, hz) and hz not in heard), None)
 
 
+def editor_aside(stage):
+    """Moves the open editor clear of the file manager; its play list."""
+    stage.desk.tool("windowmove", stage.player.wait_for_window("Play List").id, 400, 480)
+    return wait("the editor aside", lambda: [n for n in stage.accessibility.find(stage.player.process.pid, name="PLAY LIST",
+                                             role="list") if n["place"][1] > 500])[0]
+
+
 # EDIT-32
 @story("drops: files from a file manager are added in the editor")
 def into_the_editor(stage):
     stage.player.start()
     stage.player.press(EDITOR)
-    place = stage.accessibility.wait_for(stage.player.process.pid, name="PLAY LIST", role="list")
+    stage.accessibility.wait_for(stage.player.process.pid, name="PLAY LIST", role="list")
     with FileManager(stage, folder_of_songs(stage)) as files:
-        editor = stage.player.wait_for_window("Play List")
-        stage.desk.tool("windowmove", editor.id, 400, 480)
-        place = wait("the editor aside", lambda: [n for n in stage.accessibility.find(stage.player.process.pid, name="PLAY LIST",
-                                                  role="list") if n["place"][1] > 500])[0]
-        files.drag_all_to(*place.middle)
+        files.drag_all_to(*editor_aside(stage).middle)
         for name in NAMES:
             stage.accessibility.wait_for(stage.player.process.pid, name=name, role="list item")
     found = stage.accessibility.find(stage.player.process.pid, name="readme.txt", role="list item")

@@ -11,8 +11,10 @@ from harness.media import disc, movie, picture, tone
 from harness.player import EDITOR, NEXT, PAUSE, PLAY, POWER, PREVIOUS, REPEAT, STOP
 from harness.signs import media_windows, told, wait_for_told
 from harness.story import story
+from screen import read_skin
+from stories.dropped import editor_aside
 from stories.hand import open_menu
-from stories.windows import close_by, home_with_songs, items, node, open_editor, open_settings
+from stories.windows import close_by, home_with_songs, items, name_skin, node, open_editor, open_settings
 
 LONG = 120  # seconds of what must not end by itself under a slow checker
 SOUND, TRACK = "Sound File Now On Play", "CD Audio Now On Play"
@@ -136,12 +138,20 @@ def settings(stage):
     open_settings(stage)
     close_by(stage, "Cancel")
     open_settings(stage)
-    for name in ("Start key", "Delay Time"):
-        stage.desk.key("Tab")
+    for bitmap, told_wrong in (("ODD.BMP", "this part does not lie inside the bitmap"), ("NONE.BMP", "NONE.BMP Not found!!")):
+        name_skin(stage, bitmap, "DEFAULT.CSV")
+        stage.player.press_control("OK")
+        answer_box(stage, told_wrong)
+        node(stage, name="Top Window")
+    name_skin(stage, "ODD.BMP", "ODD.CSV")
     close_by(stage, "OK")
+    equal(stage.player.setting("BITMAPFILE"), "ODD.BMP", "stored skin")
     open_settings(stage)
     stage.desk.key("Escape")
     stage.player.wait_for_panel()
+    end(stage)
+    stage.player.skin = read_skin(stage.player.folder / "PANELSET" / "ODD.CSV")
+    stage.player.start()
     end(stage)
 
 
@@ -155,6 +165,14 @@ def drops(stage):
     with FileManager(stage, folder) as files:
         files.drag_all_to(*stage.player.button(PLAY))
         wait_for_told(stage, "Total FileNo", "2", 15)
+        stage.player.press(EDITOR)
+        node(stage, name="PLAY LIST", role="list")
+        before = len(items(stage, "PLAY LIST"))
+        files.drag_all_to(*editor_aside(stage).middle)
+        wait("what was dropped is in the editor's list", lambda: len(items(stage, "PLAY LIST")) == before + 2, 15)
+        stage.desk.focus(stage.player.wait_for_window("Play List"))
+        stage.desk.key("Escape")  # its buttons hang over the screen's edge
+        stage.player.wait_for_panel()
     play(stage, SOUND)
     end(stage)
 
