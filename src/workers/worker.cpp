@@ -24,6 +24,7 @@ public:
     enum class Thread { Own, Kept };
     static bool launch(const std::shared_ptr<Running>& running, Thread thread = Thread::Own);
     static bool endAll(Steady::time_point due);
+    static void leaveKept();
     void giveUp() { givenUp_ = true; }
     bool wait(Steady::time_point due);
 
@@ -39,13 +40,14 @@ private:
         std::size_t kept = 0;                         ///< threads that wait
         std::size_t keptOrBusy = 0;                   ///< those, and what may be kept when its task has ended
         int ends = 0;                                 ///< calls of endAll() that wait: nothing is kept
+        unsigned age = 0;                             ///< calls of leaveKept(): threads from before are not kept
     };
     static All& all() {
         static auto* const tasks = new All;
         return *tasks;
     }
-    static void serve() noexcept;
-    static std::shared_ptr<Running> next() noexcept;
+    static void serve(unsigned age) noexcept;
+    static std::shared_ptr<Running> next(unsigned age) noexcept;
     void work() noexcept;
     void tellBroken() noexcept;
     void leave() noexcept;
@@ -57,8 +59,10 @@ private:
 };
 
 bool Worker::Running::launch(const std::shared_ptr<Running>& running, Thread thread) {
+    unsigned age = 0;
     {
         const std::lock_guard lock(all().mutex);
+        age = all().age;
         all().tasks.push_back(running);
         if (thread == Thread::Kept && all().handed.size() < all().kept) {
             all().handed.push_back(running);
@@ -69,10 +73,10 @@ bool Worker::Running::launch(const std::shared_ptr<Running>& running, Thread thr
     }
     try {
         // Not joined: it may hang in the system for as long as a drive does.
-        std::thread([task = running, thread]() mutable {
+        std::thread([task = running, thread, age]() mutable {
             task->work();
             task.reset();
-            if (thread == Thread::Kept) serve();
+            if (thread == Thread::Kept) serve(age);
         }).detach();
         return true;
     } catch (...) {
@@ -83,21 +87,23 @@ bool Worker::Running::launch(const std::shared_ptr<Running>& running, Thread thr
     }
 }
 
-void Worker::Running::serve() noexcept {
-    while (const std::shared_ptr<Running> task = next()) task->work();
+void Worker::Running::serve(unsigned age) noexcept {
+    while (const std::shared_ptr<Running> task = next(age)) task->work();
 }
 
 /// Waits for another task; null: the thread is not kept any longer. What was handed over is taken by one of those that
 /// wait, because none of them leaves before.
-std::shared_ptr<Worker::Running> Worker::Running::next() noexcept {
+std::shared_ptr<Worker::Running> Worker::Running::next(unsigned age) noexcept {
     All& here = all();
     std::unique_lock lock(here.mutex);
-    if (here.kept < kMostKept) {
+    const bool mayTake = age == here.age;
+    if (here.kept < kMostKept && mayTake) {
         ++here.kept;
-        here.wanted.wait_until(lock, Steady::now() + kKept, [&] { return !here.handed.empty() || here.ends > 0; });
+        here.wanted.wait_until(lock, Steady::now() + kKept,
+                               [&] { return !here.handed.empty() || here.ends > 0 || age != here.age; });
         --here.kept;
     }
-    if (here.handed.empty()) {
+    if (here.handed.empty() || !mayTake) {
         --here.keptOrBusy;
         here.left.notify_all();
         return nullptr;
@@ -149,6 +155,14 @@ bool Worker::Running::endAll(Steady::time_point due) {
     return left;
 }
 
+void Worker::Running::leaveKept() {
+    std::unique_lock lock(all().mutex);
+    ++all().age;
+    all().wanted.notify_all();
+    // A task that is handed over now must not find one of them. They wait for nothing else: this takes no time.
+    all().left.wait(lock, [] { return all().kept == 0; });
+}
+
 Worker& Worker::operator=(Worker&& other) noexcept {
     giveUp();
     running_ = std::move(other.running_);
@@ -193,6 +207,8 @@ bool Worker::runOnKept(Task task, std::function<void()> broken) noexcept {
         return false;  // no memory
     }
 }
+
+void Worker::leaveKept() noexcept { Running::leaveKept(); }
 
 bool Worker::endAll(std::chrono::milliseconds patience) noexcept { return Running::endAll(Steady::now() + patience); }
 

@@ -41,9 +41,11 @@ public:
     static bool runOnKept(Task task, std::function<void()> broken = {}) noexcept;
     static constexpr std::size_t kMostKept = 4;
     static constexpr std::chrono::milliseconds kKept{20'000};
-    /// At the program's end: gives up all tasks and waits for them together; kept threads
-    /// leave. False: some run on, and the program must
-    /// end without taking down what they may use.
+    /// What has been begun for such tasks so far takes no further one: it leaves at once, or when its task has ended.
+    /// For a caller that gives up rights which only threads begun later go without.
+    static void leaveKept() noexcept;
+    /// At the program's end: gives up all tasks and waits for them together; kept threads leave. False: some run on,
+    /// and the program must end without taking down what they may use.
     static bool endAll(std::chrono::milliseconds patience) noexcept;
 
 private:

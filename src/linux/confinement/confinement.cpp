@@ -7,6 +7,9 @@
 #include <filesystem>
 #include <string_view>
 
+#include "drives/drive_calls.h"
+#include "workers/worker.h"
+
 namespace corvane {
 
 namespace {
@@ -14,6 +17,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kLists = 100;
+/// One drive that hangs, and what lies behind it in the row.
+constexpr DriveCalls::Patience kAllLinks = 2 * DriveCalls::kPatience;
 
 /// ":0", "unix:0" and the path of a socket are displays of this machine.
 bool isOfHost(std::string_view display) {
@@ -38,19 +43,26 @@ bool namesBusHost(std::string_view addresses) {
            addresses.find(";tcp:") != std::string_view::npos || addresses.find(";nonce-tcp:") != std::string_view::npos;
 }
 
-/// The folders of those files that are links: a save follows them. A link's name comes from the user alone.
+/// The folder of what a name is a link to; "" when it is none.
+std::string linkedFolder(const std::string& name) {
+    std::error_code failed;
+    if (!fs::is_symlink(fs::symlink_status(name, failed))) return {};
+    const fs::path target = fs::weakly_canonical(name, failed);
+    return failed ? std::string() : target.parent_path().string();
+}
+
+/// The folders of those files that are links: a save follows them. A link's name comes from the user alone. A place
+/// that does not answer in time is left out: what cannot be asked about cannot be saved either.
 void addLinked(std::vector<std::string>& places, const fs::path& folder) {
-    std::vector<std::string> names{"KADO.INI"};
+    std::vector<DriveCalls::Each> names{{(folder / "KADO.INI").string(), DriveCalls::kPatience}};
     for (int number = 0; number < kLists; ++number) {
         std::array<char, 16> name{};
         std::snprintf(name.data(), name.size(), "FILE%02d.INI", number);
-        names.emplace_back(name.data());
+        names.push_back({(folder / name.data()).string(), DriveCalls::kPatience});
     }
-    std::error_code failed;
-    for (const std::string& name : names) {
-        if (!fs::is_symlink(fs::symlink_status(folder / name, failed))) continue;
-        const fs::path target = fs::weakly_canonical(folder / name, failed);
-        if (!failed) places.push_back(target.parent_path().string());
+    const auto linked = DriveCalls::all().askEach<std::string>(names, kAllLinks, linkedFolder);
+    for (const std::optional<std::string>& place : linked) {
+        if (place && !place->empty()) places.push_back(*place);
     }
 }
 
@@ -87,7 +99,9 @@ Confinement confine(const std::string& programFolder, const std::string& runtime
     };
     Confinement confinement;
     confinement.network = namesHost(variables);
-    confinement.writing = boundWriting(placesToWrite(programFolder, runtimeFolder, variables));
+    const std::vector<std::string> places = placesToWrite(programFolder, runtimeFolder, variables);
+    Worker::leaveKept();  // what a thread gives up, one that runs already keeps
+    confinement.writing = boundWriting(places);
     confinement.calls = refuseCalls(confinement.network);
     return confinement;
 }

@@ -24,12 +24,13 @@ using Variables = std::function<std::string(const char* name)>;
 bool namesHost(const Variables& variables);
 
 /// Where the player writes: its folder, what the settings and lists in it are links to, the folder for what runs
-/// (lock and socket; "" when there is none), what libraries of the desktop keep for the next start.
+/// (lock and socket; "" when there is none), what libraries of the desktop keep for the next start. A link that leads
+/// to a drive that does not answer in time is left out.
 std::vector<std::string> placesToWrite(const std::string& programFolder, const std::string& runtimeFolder,
                                        const Variables& variables);
 
-/// Gives up for good what a player never needs. To be called before the first thread begins, with folders that exist.
-/// What the kernel does not offer is left out.
+/// Gives up for good what a player never needs. To be called before the first thread begins, with folders that exist;
+/// threads that have asked a drive before take no other task. What the kernel does not offer is left out.
 Confinement confine(const std::string& programFolder, const std::string& runtimeFolder);
 
 }  // namespace corvane

@@ -11,6 +11,7 @@ from harness.expect import check, equal, wait
 from harness.media import movie, picture, tone
 from harness.player import NEXT, PLAY, REPEAT, REPEAT_LAMP, STOP
 from harness.story import story
+from stories.confined import about_lines
 
 NO_ANSWER = "The drive does not answer."
 AT_ONCE = 3  # seconds: a busy machine
@@ -174,3 +175,22 @@ def pipes_in_a_list(stage):
     stage.player.press(PLAY)
     stage.sound.wait_for(440)
     equal(stage.player.power_off(), 0, "exit code")
+
+
+@story("faults: a list that is a link to a drive that does not answer holds back neither the start nor --about")
+def list_on_a_stalled_drive(stage):
+    drive = Drive(stage)
+    (drive.folder / "list").write_text("[FILELIST]\r\n")
+    os.symlink(drive.folder / "list", stage.player.folder / "FILE57.INI")
+    drive.stall("all")
+    try:
+        with within("--about", LOOK + SLACK):
+            about_lines(stage, **drive.environment)
+        with within("the start", LOOK + SLACK):
+            stage.player.start(panel=False, **drive.environment)
+            stage.player.wait_for_panel(LOOK + SLACK)
+        check_panel(stage)
+        with within("the end", AT_ONCE + SLACK):
+            equal(stage.player.power_off(), 0, "exit code")
+    finally:
+        drive.answer()

@@ -185,5 +185,28 @@ TEST(Worker, NoShortTaskWaitsForAnotherOneAndFewThreadsAreKept) {
     EXPECT_TRUE(comesTrue([] { return Here::alive == 0; }));
 }
 
+/// What a thread gives up, those that run already keep: none of them takes another task.
+TEST(Worker, NoThreadFromBeforeTakesAShortTaskOnceTheyAreToLeave) {
+    auto gate = std::make_shared<Gate>();
+    auto tasks = std::make_shared<std::atomic<int>>(0);
+    const auto count = [tasks](const Worker::GiveUp&) {
+        EXPECT_EQ(++here.tasks, 1);
+        ++*tasks;
+    };
+    ASSERT_TRUE(Worker::runOnKept(count));
+    ASSERT_TRUE(Worker::runOnKept([gate](const Worker::GiveUp&) {
+        ++here.tasks;
+        gate->wait();
+    }));
+    ASSERT_TRUE(comesTrue([&] { return *tasks == 1; }));
+    Worker::leaveKept();
+    EXPECT_TRUE(comesTrue([] { return Here::alive == 1; })) << "one waits for a task, the other has one";
+    gate->open();
+    EXPECT_TRUE(comesTrue([] { return Here::alive == 0; })) << "a busy one leaves behind its task";
+    ASSERT_TRUE(Worker::runOnKept(count));
+    ASSERT_TRUE(comesTrue([&] { return *tasks == 2; }));
+    EXPECT_TRUE(Worker::endAll(kDeadline));
+}
+
 }  // namespace
 }  // namespace corvane
