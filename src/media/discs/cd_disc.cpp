@@ -19,6 +19,7 @@
 #include "drives/descriptor.h"
 #include "drives/drive_calls.h"
 #include "media/discs/cd_image.h"
+#include "types/text.h"
 
 namespace corvane {
 
@@ -121,11 +122,12 @@ int driveStatus(const std::string& place) {
 OpenedDisc openThroughLibrary(const std::string& place, int driver) {
     silenceLibrary();
     DiscHandle handle(cdio_open(place.c_str(), static_cast<driver_id_t>(driver)));
-    if (!handle) return {nullptr, "No disc can be read at " + place};
+    if (!handle) return {nullptr, "No disc can be read at " + text::onOneLine(place)};
     std::vector<CdTrack> tracks = readTracks(handle.get());
-    if (!hasAudio(tracks)) return {nullptr, "There is no audio disc at " + place};
+    if (!hasAudio(tracks)) return {nullptr, "There is no audio disc at " + text::onOneLine(place)};
     DriveDisc::Drive drive(cdio_cddap_identify_cdio(handle.get(), CDDA_MESSAGE_FORGETIT, nullptr));
-    if (!drive || cdio_cddap_open(drive.get()) != 0) return {nullptr, "The drive cannot read audio: " + place};
+    if (!drive || cdio_cddap_open(drive.get()) != 0)
+        return {nullptr, "The drive cannot read audio: " + text::onOneLine(place)};
     return {std::make_unique<DriveDisc>(std::move(handle), std::move(drive), std::move(tracks)), ""};
 }
 
@@ -139,7 +141,7 @@ OpenedDisc openDisc(const std::string& place, const Abandoned& flag) {
                                 : std::filesystem::is_regular_file(place, failed)
                                     ? "Of the images of discs, only those with a sheet (.cue) can be read: "
                                     : "No disc can be read at ";
-        return std::make_shared<OpenedDisc>(OpenedDisc{nullptr, why + place});
+        return std::make_shared<OpenedDisc>(OpenedDisc{nullptr, why + text::onOneLine(place)});
     });
     if (!opened) return {nullptr, DriveCalls::kNoAnswer};
     return std::move(**opened);

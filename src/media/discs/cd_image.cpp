@@ -126,7 +126,7 @@ public:
             std::string reason;
             lengths.push_back(lengthOf(file, reason));
             if (*flag_) return kGivenUp;
-            if (!reason.empty()) return sheet_.files[file].name + ": " + reason;
+            if (!reason.empty()) return text::onOneLine(sheet_.files[file].name) + ": " + reason;
         }
         auto layout = layOut(sheet_, lengths);
         if (!layout) return "The disc is longer than a disc can be.";
@@ -240,7 +240,7 @@ bool isDiscImage(const std::string& path) {
 OpenedDisc openImage(const std::string& path, const Abandoned& flag) {
     Sheet read = readSheet(path, {DriveCalls::kLongPatience, flag.get()});
     if (!read.sheet) return {nullptr, read.reason};
-    if (!hasAudio(*read.sheet)) return {nullptr, "There is no audio disc at " + path};
+    if (!hasAudio(*read.sheet)) return {nullptr, "There is no audio disc at " + text::onOneLine(path)};
     auto disc = std::make_unique<ImageDisc>(std::move(*read.sheet), read.folder, flag);
     if (std::string reason = disc->layOutFiles(); !reason.empty()) return {nullptr, std::move(reason)};
     return {std::move(disc), ""};

@@ -6,6 +6,7 @@
 
 #include "drives/spare_descriptors.h"
 #include "media/midi/fluid_library.h"
+#include "types/text.h"
 
 namespace corvane {
 
@@ -50,7 +51,7 @@ std::string Synthesizer::load() {
     fluid().delete_fluid_settings(settings_);
     synth_ = nullptr;
     settings_ = nullptr;
-    return "The sounds for MIDI cannot be read: " + font->path();
+    return "The sounds for MIDI cannot be read: " + text::onOneLine(font->path());
 }
 
 bool Synthesizer::claim(const void* user) {

@@ -194,6 +194,24 @@ TEST_F(CdImage, WhatAFileOfTheSheetIsNotIsTold) {
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
 }
 
+/// A reason stands in a box of questions: names make no lines in it.
+TEST_F(CdImage, ANameMakesNoLineInAReason) {
+    const std::string odd = "x\nThe program must be updated\r\nPress Ignore";
+    const auto isOneLine = [](const std::string& reason) {
+        return !reason.empty() && reason.find_first_of("\r\n") == std::string::npos;
+    };
+    fs::create_directory(folder.in(odd));
+    folder.write(odd + "/data.bin", std::string(kCdBytesPerSector * 10, 'x'));
+    folder.write(odd + "/data.cue", "FILE data.bin BINARY\nTRACK 01 MODE1/2352\nINDEX 01 00:00:00\n");
+    folder.write(odd + "/disc.iso", "no disc");
+    for (const char* const name : {"/data.cue", "/disc.iso", "/none", ""}) {
+        const std::string reason = openDisc(folder.in(odd + name)).reason;
+        EXPECT_TRUE(isOneLine(reason)) << name << ": " << reason;
+    }
+    const std::string reason = openThroughLibrary(folder.in(odd + "/none"), 0).reason;
+    EXPECT_TRUE(isOneLine(reason)) << reason;
+}
+
 /// MEDIA-21
 TEST_F(CdImage, ASheetThatIsNoFileHoldsNobodyUp) {
     ASSERT_EQ(mkfifo(folder.in("pipe.cue").c_str(), 0600), 0);
