@@ -2,7 +2,6 @@
 #include "media/movies/movie_duration.h"
 
 #include <algorithm>
-#include <array>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -14,6 +13,17 @@ namespace corvane {
 namespace {
 
 constexpr std::uintmax_t kCountedProgramBytes = 64U << 20U;
+/// What is counted: nothing else is opened, as no format that names other files.
+constexpr const char* kCounted = "mpeg,mpegvideo,m4v,h261,h263,h264,hevc,vc1,mp3,aac,ac3";
+
+bool isCounted(std::string_view format) {
+    for (std::string_view left = kCounted; !left.empty();) {
+        const std::string_view one = left.substr(0, left.find(','));
+        if (one == format) return true;
+        left.remove_prefix(std::min(left.size(), one.size() + 1));
+    }
+    return false;
+}
 
 struct CloseInput {
     void operator()(AVFormatContext* input) const { av().avformat_close_input(&input); }
@@ -29,6 +39,7 @@ Input openInput(const std::string& path, AvSource& source) {
     source.feed(*context);
     AVDictionary* options = nullptr;
     av().av_dict_set(&options, "protocol_whitelist", "file", 0);
+    av().av_dict_set(&options, "format_whitelist", kCounted, 0);
     const int failed = av().avformat_open_input(&context, ("file:" + path).c_str(), nullptr, &options);
     av().av_dict_free(&options);
     if (failed < 0) return nullptr;  // the context is gone as well
@@ -54,9 +65,7 @@ double startsAt(const AVFormatContext& input, const AVStream& stream) {
 
 bool lengthIsGuessed(const std::string& format, std::uintmax_t bytes) {
     if (format == "mpeg") return bytes <= kCountedProgramBytes;
-    static constexpr std::array<std::string_view, 10> kBare{"mpegvideo", "m4v", "h261", "h263", "h264",
-                                                            "hevc",      "vc1", "mp3",  "aac",  "ac3"};
-    return std::find(kBare.begin(), kBare.end(), format) != kBare.end();
+    return isCounted(format);
 }
 
 std::optional<double> countedLength(const std::string& path, const std::atomic<bool>& stop) {
