@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <memory>
@@ -74,14 +75,17 @@ struct Entries {
     std::vector<std::string> names, links;
 };
 
+/// Ends early when nobody waits for it any more.
 template <class Wanted>
-Entries entriesOf(const std::string& folder, Kind kind, const Wanted& wanted) {
+Entries entriesOf(const std::string& folder, Kind kind, const Wanted& wanted, const std::atomic<bool>& givenUp) {
     if (isDiscPath(folder)) return {kind == Kind::File ? tracksOf(folder, wanted) : std::vector<std::string>(), {}};
     const std::unique_ptr<DIR, int (*)(DIR*)> dir(opendir(folder.c_str()), closedir);
     Entries found;
     if (!dir) return found;
     const int descriptor = dirfd(dir.get());
-    while (const dirent* entry = readdir(dir.get())) {
+    for (std::size_t seen = 0; seen < kMostEntries && !givenUp; ++seen) {
+        const dirent* const entry = readdir(dir.get());
+        if (entry == nullptr) break;
         if (entry->d_name[0] == '.' || !wanted(std::string_view(entry->d_name))) continue;
         const Kind is = kindOf(descriptor, *entry);
         if (is == kind) found.names.emplace_back(entry->d_name);
@@ -99,10 +103,11 @@ constexpr std::size_t kMostLinks = 4096;
 template <class Wanted>
 std::vector<std::string> entries(const std::string& folder, Kind kind, const Wanted& wanted) {
     using Clock = std::chrono::steady_clock;
-    Entries found = DriveCalls::all()
-                        .ask<Entries>(folder, DriveCalls::kLongPatience,
-                                      [folder, kind, wanted] { return entriesOf(folder, kind, wanted); })
-                        .value_or(Entries());
+    const auto givenUp = std::make_shared<std::atomic<bool>>(false);
+    const auto look = [folder, kind, wanted, givenUp] { return entriesOf(folder, kind, wanted, *givenUp); };
+    std::optional<Entries> answer = DriveCalls::all().ask<Entries>(folder, DriveCalls::kLongPatience, look);
+    *givenUp = !answer;
+    Entries found = std::move(answer).value_or(Entries());
     found.links.resize(std::min(found.links.size(), kMostLinks));
     const Clock::time_point due = Clock::now() + 2 * DriveCalls::kPatience;  // one that hangs, and the rest
     for (std::string& link : found.links) {

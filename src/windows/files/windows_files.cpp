@@ -29,7 +29,7 @@ std::string inFolder(const std::string& folder, std::string_view name) {
     return std::string(folder).append(ends ? "" : "\\").append(name);
 }
 
-/// Calls visit with each entry that matches; a path that cannot be listed has none.
+/// Calls visit with each entry that matches, up to kMostEntries; a path that cannot be listed has none.
 template <class Visit>
 void forEach(const std::string& pattern, const Visit& visit) {
     const std::wstring path = systemPath(pattern);
@@ -38,9 +38,10 @@ void forEach(const std::string& pattern, const Visit& visit) {
     const HANDLE search = FindFirstFileExW(path.c_str(), FindExInfoBasic, &found, FindExSearchNameMatch, nullptr,
                                            FIND_FIRST_EX_LARGE_FETCH);
     if (search == INVALID_HANDLE_VALUE) return;
+    std::size_t seen = 0;
     do {
         visit(found);
-    } while (FindNextFileW(search, &found) != 0);
+    } while (++seen < kMostEntries && FindNextFileW(search, &found) != 0);
     FindClose(search);
 }
 

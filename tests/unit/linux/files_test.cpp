@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <fcntl.h>
 #include <grp.h>
 #include <gtest/gtest.h>
 #include <linux/filter.h>
@@ -14,8 +15,11 @@
 #include <csignal>
 #include <cstddef>
 
+#include "drives/descriptor.h"
 #include "linux/files/qt_files.h"
+#include "shell/file_patterns.h"
 #include "unit/linux/offscreen.h"
+#include "workers/worker.h"
 
 namespace corvane {
 namespace {
@@ -84,6 +88,7 @@ bool forbidUmask() {
 
 TEST_F(DesktopFiles, TheMaskOfAllThreadsIsLeftAlone) {
     constexpr int kCannotForbid = 77;
+    Worker::leaveKept();  // the child has none of its parent's threads
     const pid_t child = fork();
     if (child == 0) {
         if (!forbidUmask()) _exit(kCannotForbid);
@@ -101,6 +106,7 @@ TEST_F(DesktopFiles, AGroupThatCannotBeKeptLeavesNothingToAnotherGroup) {
     folder.write("shared.ini", "old");
     ASSERT_EQ(chmod(folder.in("shared.ini").c_str(), 0676), 0);
     ASSERT_EQ(chown(folder.path().c_str(), kNobody, kNobody), 0);
+    Worker::leaveKept();  // the child has none of its parent's threads
     const pid_t child = fork();
     if (child == 0) {
         const bool ready = setgroups(0, nullptr) == 0 && setgid(kNobody) == 0 && setuid(kNobody) == 0;
@@ -159,6 +165,19 @@ TEST_F(DesktopFiles, ListsTwentyThousandFilesQuickly) {
     passed.start();
     EXPECT_EQ(files.list(folder.path(), "*.wav;*.mp3").size(), 10000U);
     EXPECT_LT(passed.elapsed(), 1000);
+}
+
+/// What is listed fills a box that the panel waits for.
+TEST_F(DesktopFiles, OfACrowdOfFilesNoMoreAreLookedAtThanTheBound) {
+    const Descriptor at(open(folder.path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    ASSERT_TRUE(at);
+    for (std::size_t i = 0; i < kMostEntries + 100; ++i) {
+        const std::string name = "track" + std::to_string(i) + ".mp3";
+        ASSERT_TRUE(Descriptor(openat(at.get(), name.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600))) << i;
+    }
+    const std::size_t listed = files.list(folder.path(), "*.mp3").size();
+    EXPECT_LE(listed, kMostEntries);
+    EXPECT_GE(listed, kMostEntries - 2) << "the folder's own two names count";
 }
 
 }  // namespace
