@@ -24,6 +24,8 @@ namespace {
 constexpr DriveCalls::Patience kPatience = DriveCalls::kPatience;  ///< of each look
 constexpr std::size_t kHeadBytes = 12;
 constexpr std::size_t kPiece = 32 * 1024;  ///< bytes read at a time: the library asks for a few
+/// All of it is held in memory; the largest of the usual ones has some 150 MB, large collections a few hundred.
+constexpr std::int64_t kMostBytes = std::int64_t{1} << 30;
 constexpr std::size_t kMostInFolder = 1000;
 /// Below what is no folder: should the library ever ask the system itself, no drive is touched.
 constexpr const char* kNameBegin = "/dev/null/";
@@ -130,6 +132,10 @@ SoundFont::~SoundFont() {
 std::unique_ptr<SoundFont> SoundFont::open(const std::string& path, std::string& reason) {
     std::unique_ptr<DriveFile> file = DriveFile::open(path, kPatience, reason);
     if (!file) return nullptr;
+    if (file->size() > kMostBytes) {
+        reason = "It is larger than 1 GiB.";
+        return nullptr;
+    }
     std::array<char, kHeadBytes> head{};
     const std::int64_t got = file->read(0, head.data(), head.size());
     const std::string_view bytes(head.data(), head.size());

@@ -405,6 +405,25 @@ TEST_F(StalledDrive, ASoundFontThatIsNoneIsToldAtOnce) {
     }
 }
 
+/// All of a soundfont is held in memory: one of another size than any has is refused before it is read.
+TEST_F(StalledDrive, ASoundFontThatIsTooLargeIsRefusedUnread) {
+    folder_.write("giant.sf2", std::string("RIFF\xFF\xFF\xFF\xFFsfbk", 12));
+    const NamedSoundFont named(folder_.in("giant.sf2"));
+    constexpr std::uintmax_t kMost = std::uintmax_t{1} << 30;
+    std::filesystem::resize_file(folder_.in("giant.sf2"), kMost + 1);
+    const auto begin = Clock::now();
+    EXPECT_EQ(Synthesizer().load(),
+              "The sounds for MIDI cannot be read: " + folder_.in("giant.sf2") + "\r\nIt is larger than 1 GiB.");
+    EXPECT_LT(taken(begin), kAtOnce);
+}
+
+/// The soundfont's name makes no line of its own in the reason.
+TEST_F(StalledDrive, ASoundFontsNameMakesNoLineInAReason) {
+    folder_.write("odd\nPress Ignore.sf2", std::string("RIFF\x04\0\0\0sfbk", 12));
+    const NamedSoundFont named(folder_.in("odd\nPress Ignore.sf2"));
+    EXPECT_EQ(Synthesizer().load(), "The sounds for MIDI cannot be read: " + folder_.in("odd Press Ignore.sf2"));
+}
+
 /// What is asked of a disc that is being opened is done when it is open.
 TEST_F(StalledDrive, ADiscThatIsOpeningKeepsThePlaceOfItsFirstPlay) {
     test::writeImage(folder_.in("drive"), "tones", {{440, 300}, {660, 300}, {880, 300}});
