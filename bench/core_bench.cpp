@@ -133,10 +133,11 @@ int main(int argc, char** argv) {
     const int runs = argc > 2 ? std::atoi(argv[2]) : 10;  // NOLINT: 0 for what is no number
     require(runs > 0, "RUNS is not a number");
     qputenv("CORVANE_FOLDER", QByteArray::fromStdString(folder.string()));
+    EndSignals endSignals;
     int ownArguments = 1;
     const QApplication application(ownArguments, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    LinuxDesktop desktop({}, folder.string());
+    LinuxDesktop desktop({}, folder.string(), "", endSignals);
     Player player(desktop.ports());
     registerStartupForms(player);
     registerPanelForms(player);

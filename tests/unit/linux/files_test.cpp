@@ -18,6 +18,7 @@
 #include "drives/descriptor.h"
 #include "linux/files/qt_files.h"
 #include "shell/file_patterns.h"
+#include "unit/linux/fork_alone.h"
 #include "unit/linux/offscreen.h"
 #include "workers/worker.h"
 
@@ -89,7 +90,7 @@ bool forbidUmask() {
 TEST_F(DesktopFiles, TheMaskOfAllThreadsIsLeftAlone) {
     constexpr int kCannotForbid = 77;
     Worker::leaveKept();  // the child has none of its parent's threads
-    const pid_t child = fork();
+    const pid_t child = test::forkAlone();
     if (child == 0) {
         if (!forbidUmask()) _exit(kCannotForbid);
         _exit(files.replace(folder.in("fresh.ini"), "x") ? 0 : 1);
@@ -107,7 +108,7 @@ TEST_F(DesktopFiles, AGroupThatCannotBeKeptLeavesNothingToAnotherGroup) {
     ASSERT_EQ(chmod(folder.in("shared.ini").c_str(), 0676), 0);
     ASSERT_EQ(chown(folder.path().c_str(), kNobody, kNobody), 0);
     Worker::leaveKept();  // the child has none of its parent's threads
-    const pid_t child = fork();
+    const pid_t child = test::forkAlone();
     if (child == 0) {
         const bool ready = setgroups(0, nullptr) == 0 && setgid(kNobody) == 0 && setuid(kNobody) == 0;
         _exit(ready && files.replace(folder.in("shared.ini"), "new") ? 0 : 1);

@@ -13,6 +13,7 @@
 #include "fake/fake_machine.h"
 #include "linux/files/qt_files.h"
 #include "storage/play_lists.h"
+#include "unit/linux/fork_alone.h"
 #include "unit/linux/offscreen.h"
 
 namespace corvane {
@@ -52,7 +53,7 @@ PlayList listOf(const std::string& name) {
 void killAtARandomMoment(const std::string& file, std::mt19937& random) {
     int pipes[2] = {-1, -1};
     ASSERT_EQ(pipe(pipes), 0);
-    const pid_t child = fork();
+    const pid_t child = test::forkAlone();
     ASSERT_GE(child, 0);
     if (child == 0) saveForEver(file, pipes[1]);
     char begun = 0;
