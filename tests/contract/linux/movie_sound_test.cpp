@@ -84,5 +84,20 @@ TEST_F(MovieSound, OpensAndPlaysInSilenceBesideAServerThatSaysNothing) {
     EXPECT_EQ(rig_.control->State(), kMovieRunning);
 }
 
+/// The player that is kept for the next movie has found the server before, and looks for it again.
+TEST_F(MovieSound, OpensTheNextMovieBesideAServerThatHasFallenSilent) {
+    ASSERT_TRUE(rig_.open(MovieRig::sample("colours.avi"))) << rig_.reason;
+    rig_.control->Run();
+    ASSERT_TRUE(hears());
+    rig_.control->FileName("");
+    server_.hang(true);
+    ASSERT_TRUE(rig_.open(MovieRig::sample("clip.mov"))) << rig_.reason;
+    server_.hang(false);
+    ASSERT_TRUE(rig_.open(MovieRig::sample("colours.avi"))) << rig_.reason;
+    server_.forget();
+    rig_.control->Run();
+    EXPECT_TRUE(hears());
+}
+
 }  // namespace
 }  // namespace corvane

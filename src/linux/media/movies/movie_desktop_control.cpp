@@ -9,6 +9,8 @@ DesktopMovieControl::DesktopMovieControl(Form& form, MoviePlayers& players)
     : MovieStateControl(form, players.loop(), players.windows()), players_(players) {
     ticks_.setInterval(kProgressMs);
     QObject::connect(&ticks_, &QTimer::timeout, &ticks_, [this] { look(); });
+    again_.setSingleShot(true);
+    QObject::connect(&again_, &QTimer::timeout, &again_, [this] { openMovie(FileName()); });
 }
 
 DesktopMovieControl::~DesktopMovieControl() {
@@ -21,13 +23,14 @@ bool DesktopMovieControl::borrowPlayer(std::string& reason) {
     player_ = players_.take(reason);
     if (!player_) return false;
     player_->listen({[this] { opened(); }, [this](const std::string& why) { failed(why); }, [this] { ended(); },
-                     [this] { frameReady.raise(); }});
+                     [this] { frameReady.raise(); }, [this] { again_.start(0); }});
     player_->setRate(wantedRate());
     player_->frames().setTarget(target_);
     return true;
 }
 
 bool DesktopMovieControl::openMovie(const std::string& path) {
+    again_.stop();
     std::string reason;
     if (borrowPlayer(reason)) {
         player_->open(path);
@@ -38,6 +41,7 @@ bool DesktopMovieControl::openMovie(const std::string& path) {
 }
 
 void DesktopMovieControl::closeMovie() {
+    again_.stop();
     if (player_) player_->close();
 }
 

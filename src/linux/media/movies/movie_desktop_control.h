@@ -43,6 +43,7 @@ private:
     MoviePlayers& players_;
     std::unique_ptr<MoviePlayer> player_;
     QTimer ticks_;
+    QTimer again_;  ///< opens the movie with another player, when no call of the one before is under way
     QSize target_;
 };
 

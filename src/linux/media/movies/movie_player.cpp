@@ -28,6 +28,8 @@ constexpr std::uint64_t tagged(Tag tag, std::uint32_t number) { return std::uint
 /// Program streams have no index: an exact seek must start well before its target.
 double seekOffset(const std::string& format) { return format.starts_with("mpeg") ? 2 : 0; }
 
+constexpr const char* kSoundServer = "pulse";  ///< as the library names it when it plays through one
+
 constexpr int kMostUnits = 1'000'000'000;
 constexpr int kMostSide = 8'192;
 constexpr double kMostArea = kMostMoviePixels;
@@ -128,6 +130,13 @@ void MoviePlayer::askForSound() {
 }
 
 void MoviePlayer::load(bool heard) {
+    if (!heard && soundOutput_ == kSoundServer) {
+        // The library still has the server's stream of the movie before, and waits for it to take leave.
+        stuck_ = true;
+        close();
+        if (listener_.unusable) listener_.unusable();
+        return;
+    }
     if (heard != heard_) setSound(heard);
     command(tagged(kLoad, number_), {"loadfile", source().begin(path_).c_str()});
 }

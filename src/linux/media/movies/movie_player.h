@@ -34,6 +34,7 @@ public:
         std::function<void(const std::string& reason)> failed;
         std::function<void()> ended;  ///< played to its end; stands there, paused
         std::function<void()> frameReady;
+        std::function<void()> unusable;  ///< stuck() before the movie was begun: another player can open it
     };
 
     /// Null when the library cannot make one; `reason` says why, in words.
@@ -59,11 +60,12 @@ public:
     QSize picture() const { return picture_; }  ///< empty without one
     MovieFrames& frames() { return *library_->frames; }
 
-    /// The movie plays in silence because no sound server answered, or the one there was has gone.
-    /// It did not come to an end with a file for longer than kOpenPatience: it is not to be used again.
+    /// It did not come to an end with a file for longer than kOpenPatience, or is held by a sound server that has
+    /// fallen silent: it is not to be used again.
     bool stuck() const { return stuck_; }
     static constexpr std::chrono::seconds kOpenPatience{20};
 
+    /// The movie plays in silence because no sound server answered, or the one there was has gone.
     bool soundLost() const { return !silent_ && soundOutput_ == "null"; }
     void findSoundAgain();
     /// So long a movie waits for a sound server that says nothing, and then plays in silence.
