@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A sound file, through the demuxers and decoders that the player uses: whatever it says of itself, what comes out
 // keeps to the bounds.
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include <vector>
 
-#include "fuzz.h"
 #include "media/sound/file_sound.h"
+#include "memory_file.h"
 
 namespace {
 
@@ -15,21 +12,6 @@ using corvane::fuzz::require;
 
 constexpr std::size_t kMostFrames = 48'000;
 constexpr std::size_t kPiece = 1'000;
-
-/// The bytes as a file without a name.
-class MemoryFile {
-public:
-    MemoryFile(const std::uint8_t* data, std::size_t size) : file_(memfd_create("sound", MFD_CLOEXEC)) {
-        require(file_ >= 0 && write(file_, data, size) == static_cast<ssize_t>(size), "there is memory for the file");
-    }
-    MemoryFile(const MemoryFile&) = delete;
-    MemoryFile& operator=(const MemoryFile&) = delete;
-    ~MemoryFile() { close(file_); }
-    std::string path() const { return "/proc/self/fd/" + std::to_string(file_); }
-
-private:
-    int file_;
-};
 
 void checkFormat(const corvane::SoundBackend& sound) {
     const corvane::PcmFormat format = sound.format();
@@ -57,7 +39,7 @@ std::size_t readOn(corvane::SoundBackend& sound, std::size_t most) {
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const MemoryFile file(data, size);
+    const corvane::fuzz::MemoryFile file(data, size);
     corvane::OpenedSound opened = corvane::FileSound::open(file.path());
     require(opened.sound ? opened.reason.empty() : !opened.reason.empty(), "a sound or a reason");
     if (!opened.sound) return 0;

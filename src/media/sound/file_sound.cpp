@@ -82,7 +82,7 @@ void FileSound::estimateLength() {
     if (stream.duration > 0) {
         frames = toFrames(stream.duration);
     } else if (input_->file().duration > 0) {
-        frames = av().av_rescale_q(input_->file().duration, AV_TIME_BASE_Q, AVRational{1, format_.rate});
+        frames = av().av_rescale_q(input_->file().duration, AVRational{1, AV_TIME_BASE}, AVRational{1, format_.rate});
     }
     const bool guessed = input_->file().duration_estimation_method == AVFMT_DURATION_FROM_BITRATE;
     frames_ = std::clamp<std::int64_t>(saturatedDifference(frames, skip_), 0, mostFrames());

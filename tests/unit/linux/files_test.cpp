@@ -20,7 +20,6 @@
 #include "shell/file_patterns.h"
 #include "unit/linux/fork_alone.h"
 #include "unit/linux/offscreen.h"
-#include "workers/worker.h"
 
 namespace corvane {
 namespace {
@@ -89,7 +88,6 @@ bool forbidUmask() {
 
 TEST_F(DesktopFiles, TheMaskOfAllThreadsIsLeftAlone) {
     constexpr int kCannotForbid = 77;
-    Worker::leaveKept();  // the child has none of its parent's threads
     const pid_t child = test::forkAlone();
     if (child == 0) {
         if (!forbidUmask()) _exit(kCannotForbid);
@@ -107,7 +105,6 @@ TEST_F(DesktopFiles, AGroupThatCannotBeKeptLeavesNothingToAnotherGroup) {
     folder.write("shared.ini", "old");
     ASSERT_EQ(chmod(folder.in("shared.ini").c_str(), 0676), 0);
     ASSERT_EQ(chown(folder.path().c_str(), kNobody, kNobody), 0);
-    Worker::leaveKept();  // the child has none of its parent's threads
     const pid_t child = test::forkAlone();
     if (child == 0) {
         const bool ready = setgroups(0, nullptr) == 0 && setgid(kNobody) == 0 && setuid(kNobody) == 0;
