@@ -144,7 +144,7 @@ TEST_F(PaintedForm, AHiddenControlStaysToldOfAndIsNotMet) {
     long count = 0;
     told->get_accChildCount(&count);
     EXPECT_EQ(count, 2);
-    EXPECT_EQ(state(1), STATE_SYSTEM_INVISIBLE);
+    EXPECT_EQ(state(1), STATE_SYSTEM_INVISIBLE | STATE_SYSTEM_OFFSCREEN);
     EXPECT_EQ(state(2) & STATE_SYSTEM_INVISIBLE, 0);
     BSTR name = nullptr;
     ASSERT_EQ(told->get_accName(child(2), &name), S_OK);
