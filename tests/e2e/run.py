@@ -55,9 +55,8 @@ def work(theatre_kind, program, names, results):
     try:
         with theatre_kind(program, PROOFS) as theatre:
             while True:
-                try:
-                    name = names.get_nowait()
-                except queue.Empty:
+                name = names.get()
+                if name is None:
                     break
                 began = time.monotonic()
                 told = outcome(theatre, known[name])
@@ -112,6 +111,8 @@ def main():
         names.put(name)
     workers = [multiprocessing.Process(target=work, args=(theatre_kind, options.program, names, results))
                for _ in range(min(options.workers, len(chosen)))]
+    for _ in workers:
+        names.put(None)
     left, failed, told = len(workers), 0, 0
     try:
         for worker in workers:
@@ -131,7 +132,8 @@ def main():
                 worker.terminate()
             worker.join(10)
     if told < len(chosen):
-        print(f"FAIL stories that were not told: {len(chosen) - told}")
+        codes = ", ".join(str(worker.exitcode) for worker in workers)
+        print(f"FAIL stories that were not told: {len(chosen) - told}; the workers ended with {codes}")
         failed += 1
     return 1 if failed else 0
 
