@@ -98,7 +98,7 @@ protected:
 
 private:
     bool take(QDropEvent& event) {
-        if (!dropped || !dropData(*event.mimeData()).hasFiles) {
+        if (!dropped || !offersFiles(*event.mimeData())) {
             event.ignore();
             return false;
         }

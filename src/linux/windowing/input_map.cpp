@@ -121,10 +121,11 @@ std::vector<std::string> pathsOfUriList(const QByteArray& list) {
     return paths;
 }
 
+bool offersFiles(const QMimeData& data) { return data.hasFormat(QStringLiteral("text/uri-list")); }
+
 DropData dropData(const QMimeData& data) {
-    const QString format = QStringLiteral("text/uri-list");
-    if (!data.hasFormat(format)) return {};
-    return {true, pathsOfUriList(data.data(format))};
+    if (!offersFiles(data)) return {};
+    return {true, pathsOfUriList(data.data(QStringLiteral("text/uri-list")))};
 }
 
 }  // namespace corvane

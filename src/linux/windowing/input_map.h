@@ -24,6 +24,8 @@ int typedCharacter(const QKeyEvent& event);
 /// Paths of a list of file addresses ("file:///a%20b", one a line), byte for byte, in order; other addresses are left
 /// out.
 std::vector<std::string> pathsOfUriList(const QByteArray& list);
+/// Whether a drag offers files. What it offers is not asked for: its source may be slow to hand it over, or never do.
+bool offersFiles(const QMimeData& data);
 DropData dropData(const QMimeData& data);
 
 }  // namespace corvane

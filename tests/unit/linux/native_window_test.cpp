@@ -268,6 +268,37 @@ TEST_F(NativeDialogs, FilesDroppedOnThePlayListAreTaken) {
     EXPECT_FALSE(other.isAccepted());
 }
 
+/// A drag of files that counts how often its source was asked for them.
+class AskedMime : public QMimeData {
+public:
+    mutable int asked = 0;
+
+protected:
+    QStringList formats() const override { return {QStringLiteral("text/uri-list")}; }
+    bool hasFormat(const QString& format) const override { return formats().contains(format); }
+    QVariant retrieveData(const QString&, QMetaType) const override {
+        ++asked;
+        return QByteArray("file:///home/ann/Music/apple.wav\r\n");
+    }
+};
+
+TEST_F(NativeDialogs, ADragOverThePlayListAsksItsSourceForNothingBeforeItIsDropped) {
+    Editor& form = openEditor();
+    QWidget& list = *view(form.lstFileList[0]).viewport();
+    const AskedMime files;
+    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &files, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&list, &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDragMoveEvent move(QPoint(6, 6), Qt::CopyAction, &files, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&list, &move);
+    EXPECT_TRUE(move.isAccepted());
+    EXPECT_EQ(files.asked, 0) << "a source that never answers would hold the program at each move";
+    QDropEvent drop(QPoint(6, 6), Qt::CopyAction, &files, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&list, &drop);
+    settle();
+    EXPECT_EQ(form.lstFileList[0].items(), (Texts{"apple.wav"}));
+}
+
 /// EDIT-51
 TEST_F(NativeDialogs, TheSplitterFollowsTheMouse) {
     Editor& form = openEditor();
