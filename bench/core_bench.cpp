@@ -9,8 +9,10 @@
 #include <fstream>
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "dialogs/forms.h"
+#include "engine/mdlPublicFunction.h"
 #include "engine/player.h"
 #include "linux/linux_desktop.h"
 #include "listedit/forms.h"
@@ -70,12 +72,12 @@ void makeFiles(const fs::path& folder) {
     }
 }
 
-PlayList fullList() {
+PlayList fullList(int count, const std::string& folder = "/home/person/Music/An album of many songs") {
     PlayList list;
     list.listName = "Measured";
-    for (int index = 0; index < mdlDefinePublic::kMaxFiles; ++index) {
+    for (int index = 0; index < count; ++index) {
         const std::string name = "Track number " + std::to_string(index) + ".mp3";
-        list.entries.push_back({name, "/home/person/Music/An album of many songs/" + name});
+        list.entries.push_back({name, folder + "/" + name});
     }
     return list;
 }
@@ -91,12 +93,53 @@ void measureSettings(Player& player, const fs::path& folder, int runs) {
 
 void measureLists(Player& player, int runs) {
     const std::string file = listFileName(player, 9, 9);
-    const PlayList list = fullList();
+    const PlayList list = fullList(mdlDefinePublic::kMaxFiles);
     measure("list save, 256 entries", runs,
             [&] { require(writePlayList(player, file, list), "the list was not saved"); });
     measure("list load, 256 entries", runs, [&] {
         require(readPlayList(player, file).entries.size() == list.entries.size(), "the list was not loaded");
     });
+}
+
+/// The longest list there can be, of files that are there.
+void measureLongLists(Player& player, const fs::path& folder, int runs) {
+    constexpr int kCount = mdlDefinePublic::kMaxLongFiles;
+    const fs::path files = folder / "many";
+    makeFiles(files);
+    const Conveniences before = std::exchange(player.conveniences, kAllConveniences);
+    const std::string file = listFileName(player, player.gPageNumber, player.gListNumber);
+    const PlayList list = fullList(kCount, files.string());
+    measure("list save, 9,999 entries", runs,
+            [&] { require(writePlayList(player, file, list), "the long list was not saved"); });
+    measure("list load, 9,999 entries", runs, [&] {
+        loadListAtStart(player);
+        require(player.gFileCount == kCount, "the long list was not loaded");
+    });
+    measure("shuffle, 9,999 entries", runs, [&] { mdlPublicFunction::ShuffleList(player); });
+    DropData dropped{true, {}};
+    for (const ListEntry& each : list.entries) dropped.files.push_back(each.path);
+    measure("drop of 9,999 files", runs,
+            [&] { require(mdlPublicFunction::takeFiles(player, dropped) == kCount, "files of the drop are missing"); });
+    const fs::path foreign = folder / "long.m3u8";
+    {
+        std::ofstream out(foreign, std::ios::binary);
+        for (const ListEntry& each : list.entries) out << "#EXTINF:1,x\nmany/" << each.name << "\n";
+    }
+    measure("drop of a list of 9,999 entries", runs, [&] {
+        require(mdlPublicFunction::takeFiles(player, {true, {foreign.string()}}) == kCount, "entries are missing");
+    });
+    measure("drop of a folder of 20,000 files", runs, [&] {
+        require(mdlPublicFunction::takeFiles(player, {true, {files.string()}}) == kCount, "files are missing");
+    });
+    player.editorFolder = folder.string();
+    measure("editor opened on 9,999 entries", runs, [&] {
+        player.ports.loop.enter([&] { player.forms.load(FormId::FileList).Show(); });
+        QApplication::processEvents();
+        const auto& editor = static_cast<FileListControls&>(*player.forms.find(FormId::FileList));
+        require(editor.lstFileList[0].count() == kCount, "the editor does not show the list");
+        player.ports.loop.enter([&] { player.forms.unload(FormId::FileList); });
+    });
+    player.conveniences = before;
 }
 
 void measureSkin(Player& player, int runs) {
@@ -151,6 +194,7 @@ int main(int argc, char** argv) {
     player.gTextPath = root + "PANELSET/DEFAULT.CSV";
     measureSettings(player, folder, runs);
     measureLists(player, runs);
+    measureLongLists(player, folder, runs);
     measureSkin(player, runs);
     measureFolder(player, folder, runs);
     player.forms.clear();

@@ -7,3 +7,5 @@ if(failed OR NOT found MATCHES "shlibs:Depends=([^\n]+)")
   message(FATAL_ERROR "dpkg-shlibdeps does not tell the packages of the libraries (dpkg-dev installed?)\n${remarks}")
 endif()
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "${CMAKE_MATCH_1}, timgm6mb-soundfont")
+# Qt's part for Wayland, which is loaded when it is needed.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "${CPACK_DEBIAN_PACKAGE_DEPENDS}, qt6-wayland")

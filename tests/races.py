@@ -23,7 +23,7 @@ KNOWN = pathlib.Path(__file__).with_name("races.txt")
 REPORT = re.compile(r"^WARNING: ThreadSanitizer: (.*?) \(pid=\d+\)\n(.*?)^SUMMARY:.*?$", re.M | re.S)
 FRAME = re.compile(r"^    #\d+ (.*) \((\S+?)\+0x[0-9a-f]+\)")
 THREAD = re.compile(r"^  Thread (T\d+) '([^']*)'", re.M)
-SANITIZER = "libtsan.so"
+SANITIZER = ("libtsan.so", "libc.so")  # made what it did for who called it
 LIBRARY = re.compile(r"^(lib|ld-)[\w+.-]+\.so")
 FREES = re.compile(r"free|operator delete")
 STANDARD_HEADERS = re.compile(r" /usr/include/(c\+\+|x86_64-linux-gnu/c\+\+)/")
@@ -62,6 +62,8 @@ def owner(body):
 def maker(access):
     """The library that made the access, "" for code of ours, None when it cannot be told."""
     frames = [f for f in access.frames if not f[1].startswith(SANITIZER)]
+    if frames and access.frames[0][0].startswith("operator new") and QT_HEADERS.search(frames[0][0]):
+        return QT  # made for a call that it queues
     while frames and STANDARD_HEADERS.search(frames[0][0]):
         frames = frames[1:]
     if not frames:

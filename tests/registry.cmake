@@ -94,7 +94,7 @@ endfunction()
 function(corvane_register_rules)
   set(text ${PROJECT_SOURCE_DIR}/src ${tests} ${tools} ${PROJECT_SOURCE_DIR}/docs ${PROJECT_SOURCE_DIR}/packaging
       ${PROJECT_SOURCE_DIR}/CMakeLists.txt ${PROJECT_SOURCE_DIR}/CONTRIBUTING.md)
-  foreach(rule machine rooms house calls thread_reports runner)
+  foreach(rule machine rooms house calls thread_reports runner other_systems)
     corvane_register(rules:${rule} 180 rules COMMAND ${python} ${tests}/rules/${rule}.py READS ${text})
   endforeach()
   corvane_register(rules:book 180 rules COMMAND ${python} ${tests}/rules/book.py --check READS ${text})
@@ -115,7 +115,9 @@ function(corvane_register_shipped)
                    READS ${PROJECT_SOURCE_DIR}/PANELSET ${tools}/skin)
   corvane_register(shipped:installed 180 shipped COMMAND ${python} ${tests}/package/installed.py ${CMAKE_BINARY_DIR}
                    READS ${programs} ${PROJECT_SOURCE_DIR}/PANELSET ${PROJECT_SOURCE_DIR}/docs/manual
-                         ${PROJECT_SOURCE_DIR}/packaging ${tests}/package)
+                         ${PROJECT_SOURCE_DIR}/packaging ${tests}/package ${PROJECT_SOURCE_DIR}/THIRD_PARTY.md)
+  corvane_register(shipped:options 180 shipped COMMAND ${python} ${tests}/package/options.py ${CMAKE_BINARY_DIR}
+                   READS ${programs} ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/packaging ${tests}/package)
   corvane_register(shipped:hardened 180 shipped COMMAND ${python} ${tests}/package/hardened.py ${CMAKE_BINARY_DIR}
                    READS ${programs} ${PROJECT_SOURCE_DIR}/cmake ${tests}/package)
 endfunction()

@@ -28,9 +28,10 @@ class Playing:
         self.folder = session.folder / "player"
         self.folder.mkdir()
         shutil.copytree(skins, self.folder / "PANELSET")
-        (self.folder / "KADO.INI").write_text(f"[KADO]\r\nAUTOPLAY=ON\r\nINTERVAL={PICTURE_SECONDS}\r\n")
+        # Nobody is there to close a box about names that are not played: those are told on the error stream alone.
+        (self.folder / "KADO.INI").write_text(f"[KADO]\r\nAUTOPLAY=ON\r\nINTERVAL={PICTURE_SECONDS}\r\n[CONVENIENCES]\r\nPLAYS=OFF\r\n")
         self.skin = read_skin(self.folder / "PANELSET" / "DEFAULT.CSV")
-        self.process = session.popen([program, *files], env={"CORVANE_FOLDER": str(self.folder)}, stdin=subprocess.DEVNULL)
+        self.process = session.popen([program, "--open", *(str(pathlib.Path(file).absolute()) for file in files)], env={"CORVANE_FOLDER": str(self.folder)}, stdin=subprocess.DEVNULL)
         self.screen = Screen(session.framebuffer)
         self.seen = None
 
@@ -76,6 +77,12 @@ def watch(playing, place, pictures, count):
     return number
 
 
+def entries_in(files):
+    """How many entries the names may become: each file one, each folder all that lie in it."""
+    folders = [pathlib.Path(file) for file in files if pathlib.Path(file).is_dir()]
+    return len(files) + sum(sum(each.is_file() for each in folder.rglob("*")) for folder in folders)
+
+
 def main():
     program, pictures, files = sys.argv[1], pathlib.Path(sys.argv[2]), sys.argv[3:]
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
@@ -89,14 +96,16 @@ def main():
                 print("   the panel did not appear", file=sys.stderr)
                 return 1
             window, place = found
-            taken = watch(playing, place, pictures, len(files))
+            taken = watch(playing, place, pictures, entries_in(files))
             code = playing.power_off(window)
+            if code != 0:
+                playing.screen.save(pictures / "at_the_end.png")
         finally:
             end_process(playing.process)
     if code != 0:
         print(f"   the player did not end by its power key (code {code})", file=sys.stderr)
         return 1
-    print(f"   played {len(files)} files, {taken} pictures in {pictures}")
+    print(f"   played {len(files)} names, {taken} pictures in {pictures}")
     return 0 if taken else 1
 
 

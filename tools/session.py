@@ -42,12 +42,15 @@ def poll(condition, seconds, pause=0.02):
 class Session:
     """Servers start in start() and end in stop(), also as a context manager. `environment` is what programs inside get."""
 
-    def __init__(self, screen="1280x960", display=True, sound=True, accessibility=False):
+    def __init__(self, screen="1280x960", display=True, sound=True, accessibility=False, sound_in_shared_memory=False):
         self.screen = screen
+        self.sound_in_shared_memory = sound_in_shared_memory
         self.wanted = {"display": display, "sound": sound, "accessibility": accessibility}
         self.folder = None
         self.environment = {}
         self.framebuffer = None  # the X server's screen as an XWD file that follows what is shown
+        self.hands = {}  # what mouse and keyboard go through where it is not `environment`
+        self.before_moves = []  # what they must do before they move to a place
         self._servers = []
 
     def __enter__(self):
@@ -69,9 +72,12 @@ class Session:
         self.environment = {name: os.environ[name] for name in KEPT_VARIABLES if name in os.environ}
         self.environment.update(XDG_RUNTIME_DIR=str(runtime), XDG_CONFIG_HOME=str(self.folder / "config"),
                                 XDG_CACHE_HOME=str(self.folder / "cache"), XDG_DATA_HOME=str(self.folder / "data"))
+        # The machine's own bus tells of its sleep, which is no matter of what runs here.
+        self.environment["DBUS_SYSTEM_BUS_ADDRESS"] = f"unix:path={self.folder}/no_system_bus"
         self._start_bus()
         if self.wanted["display"]:
             self._start_display()
+            self._start_manager()
         if self.wanted["accessibility"] and ACCESSIBILITY_LAUNCHER.exists():
             self.environment["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
             self._spawn("accessibility", [str(ACCESSIBILITY_LAUNCHER), "--launch-immediately"])
@@ -97,6 +103,14 @@ class Session:
         """Runs a short command inside the session and returns its output; a failing one raises."""
         return subprocess.run(command, env=self.environment, check=True, capture_output=True, text=True, timeout=30,
                               **options).stdout
+
+    def fallen(self):
+        """The names of servers that broke down, each with its code; one that was asked to end is none."""
+        return [f"{name} (code {server.returncode})" for name, server, _ in self._servers if server.poll()]
+
+    def pid_of(self, name):
+        """Of one of the session's servers."""
+        return next(server.pid for known, server, _ in self._servers if known == name)
 
     def restart_sound(self):
         """Kills the sound server and starts another one in the same place."""
@@ -153,6 +167,8 @@ class Session:
         os.close(reader)
         self.environment.update(DISPLAY=f":{int(number)}", QT_QPA_PLATFORM="xcb")
         self.framebuffer = shown / "Xvfb_screen0"
+
+    def _start_manager(self):
         manager = self._spawn("openbox", ["openbox", "--sm-disable"])
         self._await("openbox", manager, self._window_manager_runs)
 
@@ -165,9 +181,13 @@ class Session:
         socket = pathlib.Path(self.environment["XDG_RUNTIME_DIR"], "pulse_socket")
         socket.unlink(missing_ok=True)
         self.environment["PULSE_SERVER"] = f"unix:{socket}"
-        # On no bus at all: it would hold the name there that the tests' own servers want.
+        # On no bus at all: it would hold the name there that the tests' own servers want. Without shared memory: with it
+        # PulseAudio 16 ends itself now and then (an assertion of pa_memblock_unref in the sink's thread, as a program that
+        # played leaves) while its monitor is recorded.
+        memory = "no" if self.sound_in_shared_memory else "yes"
         server = self._spawn("pulseaudio", [
-            "env", "-u", "DISPLAY", "DBUS_SESSION_BUS_ADDRESS=unix:path=/dev/null", "pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "--disallow-exit",
+            "env", "-u", "DISPLAY", "DBUS_SESSION_BUS_ADDRESS=unix:path=/dev/null", "pulseaudio", "-n", f"--disable-shm={memory}",
+            "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "--disallow-exit",
             "-L", f"module-native-protocol-unix socket={socket} auth-anonymous=1", "-L", "module-null-sink sink_name=nul"])
         self._await("pulseaudio", server, lambda: self._sound_answers(socket))
 

@@ -127,3 +127,32 @@ def processor_figures(stage):
             yield ratio(f"processor, {name}, beside {other}", ours, theirs[other], None if other == "audacious" else most)
     rendering = [midi - wave for midi, wave in zip(shares["MIDI, 4 notes"], shares["WAV"])]
     yield Figure("processor, rendering 4 notes", rendering, "% of a core", RENDERING_SHARE, "MIDI, 4 notes, without what a WAV takes")
+
+
+def music_cost(stage, pid):
+    """Seconds of processor in 30 and wake-ups a second, of a player and of the sound server for it."""
+    server = stage.sound_server()
+    before = [(processor_seconds(each), wake_ups(each)) for each in (pid, server)]
+    wait_quietly(stage.seconds)
+    after = [(processor_seconds(each), wake_ups(each)) for each in (pid, server)]
+    spent = [(now[0] - then[0], now[1] - then[1]) for now, then in zip(after, before)]
+    return [(seconds / stage.seconds * LONG_SECONDS, woken / stage.seconds) for seconds, woken in spent]
+
+
+def music_figures(stage):
+    """What an hour of music costs a battery: each player with its window, and what the sound server does for it."""
+    stage.add_flac()
+    for name, file in (("MP3", "music.mp3"), ("WAV", "music.wav"), ("FLAC", "music.flac")):
+        ours, theirs = [], []
+        for _ in range(stage.runs):
+            with stage.player(stage.files(file), AUTOPLAY="ON", CONVENIENCES="ON", rest=2 * SETTLE_SECONDS) as player:
+                ours.append(music_cost(stage, player.process.pid))
+            with stage.audacious(stage.media / file, window=True) as process:
+                wait_quietly(2 * SETTLE_SECONDS)
+                theirs.append(music_cost(stage, process.pid))
+        for at, (what, unit) in enumerate((("processor", "s in 30"), ("wake-ups", "a second"))):
+            both = [[sum(part[at] for part in run) for run in runs] for runs in (ours, theirs)]
+            yield Figure(f"{what}, {name}, player and sound server", both[0], unit)
+            yield Figure(f"{what}, {name}, the sound server's part", [run[1][at] for run in ours], unit)
+            yield Figure(f"{what}, {name}, audacious and sound server", both[1], unit, None, "reference")
+            yield ratio(f"{what}, {name}, both beside audacious", *both, 1)

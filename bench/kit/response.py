@@ -203,8 +203,26 @@ def look_through(stage, **settings):
     return waits
 
 
+def picture_at_start(stage):
+    """Seconds from the panel's full size to the picture that the list begins with."""
+    player = stage.new_player(stage.files("photo0.jpg"), AUTOPLAY="ON")
+    width, height = player.skin[0][4:6]
+    try:
+        watch_middle(stage)
+        began = time.monotonic()
+        player.start(panel=False)
+        full = stage.eyes.wait_for_size(began, width, height)
+        return stage.eyes.wait_for_colour(began, PHOTO_COLOURS[0], "the picture") - full
+    finally:
+        stage.eyes.unwatch()
+        player.stop()
+        shutil.rmtree(player.folder, ignore_errors=True)
+
+
 def picture_figures(stage):
     first, kept, new = [], [], []
+    starts = [picture_at_start(stage) for _ in range(stage.runs + 1)][1:]
+    yield milliseconds("end of opening to first picture, 12 megapixels", starts, 20, "AUTOPLAY, full size to shown")
     for _ in range(stage.runs):
         waits = look_through(stage, IMAGEHIDE="OFF")
         first.append(waits[0])

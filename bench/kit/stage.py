@@ -25,7 +25,7 @@ class Stage:
         self.program = program
         self.runs = runs  # of each figure
         self.seconds = seconds  # for which processor time is counted
-        self.session = Session(SCREEN)
+        self.session = Session(SCREEN, sound_in_shared_memory=True)  # as users have it
         self._started = 0
 
     def __enter__(self):
@@ -49,6 +49,13 @@ class Stage:
 
     def files(self, *names):
         return [self.media / name for name in names]
+
+    def add_flac(self, name="music"):
+        if not (self.media / f"{name}.flac").exists():
+            material.encode(["-i", str(self.media / f"{name}.wav")], self.media / f"{name}.flac")
+
+    def sound_server(self):
+        return self.session.pid_of("pulseaudio")
 
     def new_player(self, files=(), **settings):
         """A player with a folder of its own, not started yet."""
@@ -94,11 +101,11 @@ class Stage:
             yield Mpv(process, path)
 
     @contextlib.contextmanager
-    def audacious(self, path):
-        """audacious without a window and without settings of its own, playing one file."""
+    def audacious(self, *paths, window=False):
+        """audacious without settings of its own, and without a window unless it shall have one, playing these files."""
         self._started += 1
         settings = self.folder / f"audacious{self._started}"
-        with self.process(["audacious", "-H", path], env={"XDG_CONFIG_HOME": str(settings)}) as process:
+        with self.process(["audacious", *([] if window else ["-H"]), *paths], env={"XDG_CONFIG_HOME": str(settings)}) as process:
             wait("audacious plays", lambda: "Corked: no" in self.session.run(["pactl", "list", "sink-inputs"]), 10)
             yield process
 

@@ -41,6 +41,7 @@ CustomControls::CustomControls()
       txtCustom(controlArray<TextBox, kKeys + 1>(this, "txtCustom")),
       cboCustom(controlArray<ComboBox, 3>(this, "cboCustom")),
       cmdCustom(controlArray<CommandButton, 2>(this, "cmdCustom")),
+      cmdMore(this, "cmdMore"),
       tmrCustom(this, "tmrCustom") {
     Caption = "Corvane - Custom Setup";
     nameControls();
@@ -68,6 +69,8 @@ void CustomControls::nameControls() {
     cmdCustom[kOk].Default = true;
     cmdCustom[kCancel].Caption = "Cancel";
     cmdCustom[kCancel].Cancel = true;
+    cmdMore.Caption = "More…";
+    cmdMore.ToolTipText = "The conveniences, one by one";
 
     for (std::size_t i = 0; i < txtCustom.size(); ++i) {
         lblCustom[i].Labels = &txtCustom[i];
@@ -104,6 +107,7 @@ void CustomControls::orderTabs() {
     for (std::size_t i = 0; i < kKeys; ++i) txtCustom[i].TabIndex = next++;
     for (const List each : {kBitmaps, kTexts}) cboCustom[each].TabIndex = next++;
     txtCustom[kDelay].TabIndex = next++;
+    cmdMore.TabIndex = next++;
     for (CommandButton& each : cmdCustom) each.TabIndex = next++;
 }
 
@@ -133,9 +137,12 @@ void CustomControls::placeGroups() {
         top += frameHeight(lines) + kMargin;
     }
     const Twips bottom = top;
+    constexpr Twips kButtonStep = kButtonWidth + pixels(8);
     const Twips right = kWidth - kMargin - kButtonWidth;
-    place(lblCustom[kVersion], kMargin, bottom, right - kButtonWidth - kMargin - kMargin - kMargin, kLine);
-    place(cmdCustom[kOk], right - kButtonWidth - pixels(8), bottom, kButtonWidth, kLine);
+    const Twips more = right - 2 * kButtonStep - kMargin;
+    place(lblCustom[kVersion], kMargin, bottom, more - 2 * kMargin, kLine);
+    place(cmdMore, more, bottom, kButtonWidth, kLine);
+    place(cmdCustom[kOk], right - kButtonStep, bottom, kButtonWidth, kLine);
     place(cmdCustom[kCancel], right, bottom, kButtonWidth, kLine);
     SetSize(kWidth, bottom + kLine + kMargin);
 }

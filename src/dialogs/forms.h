@@ -5,7 +5,8 @@
 
 namespace corvane {
 
-/// Registers the popup menu's form frmMenuWindow and the settings dialog frmCustom with the form host.
+/// Registers the popup menu's form frmMenuWindow, the settings dialog frmCustom with its page frmConveniences, and
+/// frmFind, the window that finds an entry, with the form host.
 void registerDialogForms(Player& player);
 
 }  // namespace corvane

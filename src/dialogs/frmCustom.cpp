@@ -41,10 +41,13 @@ int characters(const std::string& text) {
 
 frmCustom::frmCustom(Player& player) : player_(player) {
     Load.tie([this] { Form_Load(); });
-    CloseRequest.tie([this](bool) { cmdCustom_Click(kCancel); });
+    Unload.tie([this] { Form_Unload(); });
+    CloseRequest.tie([this](bool) { Form_CloseRequest(); });
+    Activate.tie([this] { showPage(); });
     for (CommandButton& button : cmdCustom) {
         button.Click.tie([this, index = button.index()] { cmdCustom_Click(index); });
     }
+    cmdMore.Click.tie([this] { cmdMore_Click(); });
     KeyDown.tie([this](const KeyArgs& key) {
         if (key.keyCode == kKeyF1 && key.shift == 0) player_.ports.dialogs.help();
     });
@@ -141,6 +144,25 @@ void frmCustom::tmrCustom_Timer() {
     if (blinking_ < 0) return;
     Image& highlight = imgCustom[static_cast<std::size_t>(blinking_)];
     highlight.Visible = !highlight.Visible;
+}
+
+/// The page goes with the dialog that it belongs to.
+void frmCustom::Form_Unload() { player_.forms.unload(FormId::Conveniences); }
+
+/// While the page is up, the dialog behind it neither goes nor comes in front of it.
+void frmCustom::Form_CloseRequest() {
+    if (!showPage()) cmdCustom_Click(kCancel);
+}
+
+bool frmCustom::showPage() {
+    auto* const page = player_.forms.find(FormId::Conveniences);
+    if (page != nullptr) player_.ports.windows.activate(*page);
+    return page != nullptr;
+}
+
+void frmCustom::cmdMore_Click() {
+    Enabled = false;
+    player_.forms.load(FormId::Conveniences).Show();
 }
 
 void frmCustom::cmdCustom_Click(int index) {

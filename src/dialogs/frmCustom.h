@@ -32,6 +32,7 @@ public:
     std::array<TextBox, kKeys + 1> txtCustom;
     std::array<ComboBox, 3> cboCustom;
     std::array<CommandButton, 2> cmdCustom;
+    CommandButton cmdMore;  ///< opens the page of conveniences
     Timer tmrCustom;
 
 private:
@@ -52,7 +53,11 @@ private:
     void tieFields();
 
     void Form_Load();
+    void Form_Unload();
+    void Form_CloseRequest();
+    bool showPage();
     void cmdCustom_Click(int index);
+    void cmdMore_Click();
     void txtCustom_GotFocus(int index);
     void txtCustom_LostFocus(int index);
     int txtCustom_KeyPress(int character) const;

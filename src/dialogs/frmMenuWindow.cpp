@@ -10,7 +10,6 @@ namespace corvane {
 using mdlDefinePublic::kCustomOff;
 using mdlDefinePublic::kCustomPlay;
 using mdlDefinePublic::kCustomRepeat;
-using mdlPublicFunction::CloseFile;
 using mdlPublicFunction::messageBox;
 using mdlPublicFunction::NextFile;
 using mdlPublicFunction::PauseFile;
@@ -19,6 +18,7 @@ using mdlPublicFunction::powerOff;
 using mdlPublicFunction::PrevFile;
 using mdlPublicFunction::SetVolume;
 using mdlPublicFunction::ShuffleList;
+using mdlPublicFunction::stopAll;
 using mdlPublicFunction::toggleRepeat;
 
 frmMenuWindow::frmMenuWindow(Player& player) : player_(player) {
@@ -67,7 +67,7 @@ void frmMenuWindow::PlayCmd_Click(int index) {
             if (panel->cmdMainPanel[kStop].Enabled) PauseFile(player_);
             break;
         case kStopEntry:
-            CloseFile(player_, false);
+            stopAll(player_);
             break;
         case kPrevEntry:
             player_.gBackPending = true;  // goes back one file at once

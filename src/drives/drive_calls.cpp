@@ -182,11 +182,13 @@ bool DriveCalls::settle(const std::string& path, const std::shared_ptr<Call>& ca
     return false;
 }
 
-/// Paths that are asked about one after the other. Behind one that hangs, another thread goes on.
+/// Paths that are asked about one after the other. Behind one that hangs, another thread goes on. Who waits is woken
+/// for a batch of answers: a thread that is woken for each takes longer than the answer.
 class DriveCalls::Row {
 public:
     Row(std::vector<Each> paths, std::function<void(std::size_t)> question, Clock::time_point end)
-        : paths_(std::move(paths)), question_(std::move(question)), end_(end) {
+        : paths_(std::move(paths)), question_(std::move(question)), end_(end), begun_(paths_.size()) {
+        calls_.reserve(paths_.size());
         for (std::size_t i = 0; i < paths_.size(); ++i) calls_.push_back(std::make_shared<Call>());
     }
     const Each& path(std::size_t at) const { return paths_[at]; }
@@ -196,28 +198,71 @@ public:
 
     /// On its thread, which ends behind a question that nobody waits for any more.
     void ask(DriveCalls& drives) {
+        std::string plainFolder;  // of the path before: none of its parts is a link
         while (Clock::now() < end_) {
             const std::size_t at = next_++;
             if (at >= paths_.size()) return;
-            ask(drives, at);
+            {
+                const std::lock_guard lock(mutex_);
+                begun_[at] = Clock::now();
+            }
+            ask(drives, at, plainFolder);
+            finish(at);
             if (at < left_) return;
         }
     }
 
+    /// Waits for that answer, and takes those behind it that are there by then. False: it is overdue, or given up.
+    bool wait(std::size_t at, const std::atomic<bool>* giveUp) {
+        std::unique_lock lock(mutex_);
+        const auto waitsFrom = Clock::now();
+        while (!calls_[at]->isDone() && !(giveUp != nullptr && *giveUp)) {
+            const auto now = Clock::now();
+            const auto due = std::min(end_, begun_[at].value_or(waitsFrom) + paths_[at].patience);
+            if (now >= due) return false;
+            batch_.wait_until(lock, giveUp != nullptr ? std::min(due, now + kLook) : due);
+        }
+        return calls_[at]->isDone();
+    }
+    Clock::time_point dueOf(std::size_t at) {
+        const std::lock_guard lock(mutex_);
+        return std::min(end_, begun_[at].value_or(Clock::now()) + paths_[at].patience);
+    }
+
 private:
-    void ask(DriveCalls& drives, std::size_t at) noexcept {
+    static constexpr std::size_t kBatch = 256;
+
+    void finish(std::size_t at) {
+        calls_[at]->finish();
+        const std::lock_guard lock(mutex_);
+        if (++finished_ % kBatch == 0 || at + 1 == paths_.size() || at < left_) batch_.notify_all();
+    }
+
+    void ask(DriveCalls& drives, std::size_t at, std::string& plainFolder) noexcept {
         Call& call = *calls_[at];
         try {
             const Each& path = paths_[at];
             if (!drives.mayAsk(path.path, std::min(end_, Clock::now() + path.patience), nullptr)) {
                 call.tell([](Call& one) { one.refused = true; });
-            } else if (drives.follow(path.path, call)) {
+            } else if (isPlain(path.path, call, plainFolder) || drives.follow(path.path, call)) {
+                if (call.links.empty()) plainFolder = folderOf(path.path);
                 question_(at);
             }
         } catch (...) {
             call.tell([](Call& one) { one.refused = true; });  // there is no memory: no answer
         }
-        call.finish();
+    }
+
+    /// The name lies in the folder of the one before, which no link leads to, and is none itself: one look instead of
+    /// one at each part of the path.
+    static bool isPlain(const std::string& path, Call& call, const std::string& plainFolder) {
+        if (plainFolder.empty() || path.size() >= PATH_MAX || path.rfind('/') != plainFolder.size() ||
+            !isBelow(path, plainFolder)) {
+            return false;
+        }
+        call.tell([&](Call& one) { one.at = path; });
+        std::array<char, 1> target{};
+        return readlink(path.c_str(), target.data(), target.size()) < 0;
     }
 
     const std::vector<Each> paths_;
@@ -226,6 +271,10 @@ private:
     std::vector<std::shared_ptr<Call>> calls_;
     std::atomic<std::size_t> next_{0};  ///< to be asked about
     std::atomic<std::size_t> left_{0};
+    std::mutex mutex_;  ///< guards the rest
+    std::condition_variable batch_;
+    std::vector<std::optional<Clock::time_point>> begun_;
+    std::size_t finished_ = 0;
 };
 
 std::vector<bool> DriveCalls::runEach(const std::vector<Each>& paths, Wait longest,
@@ -237,10 +286,9 @@ std::vector<bool> DriveCalls::runEach(const std::vector<Each>& paths, Wait longe
     for (std::size_t at = 0; at < paths.size() && !isOver();) {
         if (!Worker::runOnKept([this, row](const Worker::GiveUp&) { row->ask(*this); })) break;
         for (bool goesOn = true; goesOn && at < paths.size(); ++at) {
-            const Clock::time_point due = std::min(end, Clock::now() + paths[at].patience);
-            goesOn = row->call(at)->wait(due, longest.giveUp);
+            goesOn = row->wait(at, longest.giveUp);
             if (!goesOn) row->leave(at + 1);
-            answered[at] = settle(paths[at].path, row->call(at), goesOn, due);
+            answered[at] = settle(paths[at].path, row->call(at), goesOn, row->dueOf(at));
         }
     }
     row->leave(paths.size());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "drives/drive_file.h"
 
+#include <sys/stat.h>
 #include <sys/uio.h>
 
 #include <algorithm>
@@ -59,6 +60,18 @@ std::int64_t DriveFile::read(std::int64_t from, char* to, std::size_t count) {
     if (!read || read->got < 0) return failure_ = read ? kUnreadable : DriveCalls::kNoAnswer, -1;
     std::memcpy(to, read->bytes.get(), static_cast<std::size_t>(read->got));
     return read->got;
+}
+
+std::optional<std::chrono::milliseconds> DriveFile::untouchedFor() {
+    using std::chrono::system_clock;
+    const auto written = DriveCalls::all().ask<std::optional<timespec>>(path_, wait_, [handle = handle_] {
+        struct stat told {};
+        const bool answered = fstat(handle->file.descriptor.get(), &told) == 0;
+        return answered ? std::optional(told.st_mtim) : std::nullopt;
+    });
+    if (!written || !*written) return std::nullopt;
+    const auto at = std::chrono::seconds((*written)->tv_sec) + std::chrono::nanoseconds((*written)->tv_nsec);
+    return std::chrono::duration_cast<std::chrono::milliseconds>(system_clock::now().time_since_epoch() - at);
 }
 
 std::optional<std::string> DriveFile::readWhole(std::size_t limit) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -34,6 +35,8 @@ public:
     /// Copies up to `count` bytes from a place; fewer also before the end, 0 at the end. -1: it cannot be read, or the
     /// wait was over.
     std::int64_t read(std::int64_t from, char* to, std::size_t count);
+    /// How long ago it was written to last, as its drive tells; none when that does not answer.
+    std::optional<std::chrono::milliseconds> untouchedFor();
     /// All of it; empty when it cannot be read or is longer than limit bytes.
     std::optional<std::string> readWhole(std::size_t limit);
     /// Why a read has failed, in words; empty while none has. A decoder may have made something of the rest.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 
@@ -13,7 +14,19 @@
 
 namespace corvane {
 
-enum class FormId { Startup, MainPanel, MenuWindow, MciWindow, MovieWindow, ImageWindow, FileList, Custom };
+enum class FormId {
+    Startup,
+    MainPanel,
+    MenuWindow,
+    MciWindow,
+    MovieWindow,
+    ImageWindow,
+    FileList,
+    Custom,
+    Find,
+    Conveniences
+};
+inline constexpr std::size_t kForms = static_cast<std::size_t>(FormId::Conveniences) + 1;
 
 /// Buttons of the panel by index.
 enum PanelButton {

@@ -53,6 +53,7 @@ void mediaFailed(Player& player, const std::string& reason) {
 void listReplaced(Player& player) {
     ++player.lists;
     ++player.turns;
+    player.shuffled = false;
     clearCustomPositions(player);
     player.gBackPending = false;
     auto* panel = player.forms.find<MainPanelControls>();

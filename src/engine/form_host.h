@@ -54,9 +54,9 @@ private:
 
     Ports& ports_;
     TimerDriver timers_;
-    std::array<Factory, 8> factories_;
-    std::array<std::unique_ptr<Form>, 8> loaded_;
-    std::array<bool, 8> unloading_{};
+    std::array<Factory, kForms> factories_;
+    std::array<std::unique_ptr<Form>, kForms> loaded_;
+    std::array<bool, kForms> unloading_{};
     std::vector<std::unique_ptr<Form>> gone_;
     int loading_ = 0;  ///< Load events that run
     EventLoop::Watch quiet_;

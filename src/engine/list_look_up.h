@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "engine/mdlDefinePublic.h"
 #include "platform/ports.h"
 
 namespace corvane {
@@ -19,6 +18,6 @@ inline constexpr std::size_t kMostMissing = 1024;
 /// own name of each file, or nothing where there is no such file; those behind a full list (`room` files found) or
 /// behind kMostMissing missing ones have no answer.
 std::vector<std::optional<std::string>> lookUpForList(Files& files, const std::vector<std::string>& paths,
-                                                      std::size_t room = mdlDefinePublic::kMaxFiles);
+                                                      std::size_t room);
 
 }  // namespace corvane

@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <string>
 
+#include "engine/conveniences.h"
+#include "engine/list_column.h"
 #include "types/media_types.h"
 
 namespace corvane::mdlDefinePublic {
-
-inline constexpr int kMaxFiles = 256;  ///< entries of a play list
 
 inline constexpr std::int16_t kCustomOff = 0;
 inline constexpr std::int16_t kCustomPlay = 1;    ///< a stop position ends the file
@@ -39,6 +38,8 @@ inline constexpr std::int16_t kFullVolume = 15;  ///< gVolume at its loudest
 
 /// The shared player state, read and written by every form.
 struct PlayerState {
+    Conveniences conveniences;  ///< in force
+
     // Settings.
     std::int16_t gWindowPos = kNoneOnTop;  ///< what stays on top
     std::int16_t gDelayTime = 500;         ///< milliseconds
@@ -65,11 +66,11 @@ struct PlayerState {
     std::int16_t gKeyVolumeDown = 'd';
 
     // The play list: entries 0 to gFileCount - 1.
-    std::array<std::string, kMaxFiles> gFilePath;
-    std::array<std::string, kMaxFiles> gFileTitle;
+    ListColumn<std::string> gFilePath;
+    ListColumn<std::string> gFileTitle;
     std::int16_t gFileCount = 0;
-    std::array<std::int32_t, kMaxFiles> gStartPosition{};  ///< in the unit of the entry's kind; 0 none
-    std::array<std::int32_t, kMaxFiles> gStopPosition{};
+    ListColumn<std::int32_t> gStartPosition;  ///< in the unit of the entry's kind; 0 none
+    ListColumn<std::int32_t> gStopPosition;
 
     // The engine.
     std::int16_t gFileIndex = 0;
@@ -105,5 +106,10 @@ struct PlayerState {
     std::string gBitmapPath;
     std::string gTextPath;
 };
+
+/// How many entries its list may hold.
+constexpr std::size_t maxFiles(const PlayerState& state) {
+    return state.conveniences.longLists ? kMaxLongFiles : kMaxFiles;
+}
 
 }  // namespace corvane::mdlDefinePublic

@@ -19,6 +19,15 @@ namespace corvane::mdlPublicFunction {
 std::string GetExtension(std::string_view path);
 /// Text before the first "."; a path without a dot: the whole path.
 std::string GetBaseName(std::string_view path);
+/// A file's type, in capitals, and its title, by the way that is in force: the two above, or with `names` what follows
+/// and what is before the last dot of the file's own name, folders and hidden files' first dots left alone. A file
+/// without such a dot has no type; its title is its whole name.
+std::string typeOf(const Conveniences& ways, std::string_view path);
+std::string titleOf(const Conveniences& ways, std::string_view name);
+/// Adds today's types; the decoders are asked when one is first looked for.
+void addTypesOfToday(Player& player);
+/// A list takes files of that name, where there are any.
+bool isPlayed(const Player& player, std::string_view path);
 /// A path whose doubled separator starts at its third character loses one of the two.
 std::string withoutDoubledSeparator(std::string path, char separator);
 
@@ -35,6 +44,8 @@ void skipToPrevious(Player& player);
 /// NextFile would go to another file.
 bool canGoForward(const Player& player);
 void CloseFile(Player& player, bool keepImage);
+/// Plays that entry of the list from its beginning, whatever played before. Nothing where the list has no such entry.
+void playEntry(Player& player, int entry);
 void ShuffleList(Player& player);
 /// The list may begin by itself soon: what its first file needs is made ready.
 void prepareFirst(Player& player);
@@ -53,8 +64,28 @@ void showList(Player& player);
 /// Replaces the list by the files, in order, by the rules of a drop on the panel. Returns how many were taken.
 int takeFiles(Player& player, const DropData& dropped);
 /// Replaces the list by the files and plays its first one, whatever played before. False: none of them can be taken;
-/// nothing was done.
+/// nothing was done. What folders and lists hold comes later, where nobody waits for it.
 bool openFiles(Player& player, const std::vector<std::string>& files);
+/// A drop with the convenience PLAYS: its files replace the list and the first one plays; with Shift they are added to
+/// its end, and what plays goes on. Of one without a file that is played a box says why, and nothing changes.
+void playDropped(Player& player, const DropData& dropped);
+/// What the files that a person gave are to become.
+enum class Given {
+    AsList,   ///< they are the list, played or not
+    AtStart,  ///< the same, and it begins; where there is none, with PLAYS, a box says why
+    ToOpen,   ///< their first one plays; where there is none, nothing happens but, with PLAYS, a box that says why
+    ToPlay,   ///< their first one plays; where there is none, a box says why
+    ToAdd     ///< they come behind the list's end; where there is none, a box says why
+};
+/// Takes them, at once, or by Player::reading where they may be many: then the player stays as it is until all are
+/// found. What replaces the list replaces what is still being read, and is given up when another list comes.
+void giveFiles(Player& player, const std::vector<std::string>& named, Given how);
+/// Files that a start was given: the list, empty until they are found; with `plays` it begins.
+void giveAtStart(Player& player, const std::vector<std::string>& named, bool plays);
+/// What is read for the list is given up, and what is open is closed.
+void stopAll(Player& player);
+/// "1 file", "20 files"
+std::string filesText(std::size_t count);
 /// The entries have moved or changed: no custom start or stop position belongs to one any more.
 void clearCustomPositions(Player& player);
 

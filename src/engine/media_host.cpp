@@ -10,7 +10,7 @@ namespace corvane {
 void MediaHost::registerMedium(std::int16_t kind, Factory factory) { factories_[kind] = std::move(factory); }
 
 std::shared_ptr<OpenMedium> MediaHost::make(const std::string& path) const {
-    MediaType type = types_.toOpen(mdlPublicFunction::GetExtension(path));
+    MediaType type = types_.toOpen(mdlPublicFunction::typeOf(state_.conveniences, path));
     const Factory& factory = factories_.at(type.kind);
     return factory(std::move(type));
 }

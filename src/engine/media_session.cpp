@@ -8,14 +8,14 @@
 
 #include "engine/mdlPublicFunction.h"
 #include "engine/media_time.h"
+#include "engine/opened_lists.h"
+#include "lists/foreign_list.h"
 
 namespace corvane {
 
 using mdlDefinePublic::kFullVolume;
 using mdlPublicFunction::canGoForward;
-using mdlPublicFunction::CloseFile;
-using mdlPublicFunction::GetBaseName;
-using mdlPublicFunction::GetExtension;
+using mdlPublicFunction::isPlayed;
 using mdlPublicFunction::isProgressing;
 using mdlPublicFunction::openFiles;
 using mdlPublicFunction::openLengthUs;
@@ -28,6 +28,8 @@ using mdlPublicFunction::setVolumeLevel;
 using mdlPublicFunction::ShuffleList;
 using mdlPublicFunction::skipToNext;
 using mdlPublicFunction::skipToPrevious;
+using mdlPublicFunction::stopAll;
+using mdlPublicFunction::titleOf;
 using mdlPublicFunction::toggleRepeat;
 
 namespace {
@@ -42,9 +44,9 @@ std::int64_t sum(std::int64_t a, std::int64_t b) {
     return a + b;
 }
 
-std::string titleOf(const Player& player, const std::string& path) {
+std::string nameOf(const Player& player, const std::string& path) {
     const std::size_t separator = path.rfind(player.ports.files.separator());
-    return GetBaseName(separator == std::string::npos ? path : path.substr(separator + 1));
+    return titleOf(player.conveniences, separator == std::string::npos ? path : path.substr(separator + 1));
 }
 
 }  // namespace
@@ -60,6 +62,13 @@ bool MediaSession::isWatched() const {
     if (!state_.ready || state_.status != MediaState::Status::Playing) return false;
     const auto medium = player_.media.current();
     return medium && medium->isWatched();
+}
+
+std::vector<std::string> MediaSession::mimeTypes() const {
+    std::vector<std::string> types = player_.types.mimeTypes();
+    if (!player_.conveniences.lists) return types;
+    for (std::string& each : listMimeTypes()) types.push_back(std::move(each));
+    return types;
 }
 
 std::int64_t MediaSession::positionUs() const {
@@ -113,7 +122,15 @@ void MediaSession::nameTrack(MediaState& seen) {
         seen.title = player_.gFileTitle[index];
         seen.number = player_.gFileIndex + 1;
     }
-    if (seen.title.empty()) seen.title = titleOf(player_, seen.path);
+    if (seen.title.empty()) seen.title = nameOf(player_, seen.path);
+    if (player_.texts.find(seen.path) == nullptr) player_.texts.expect(seen.path);
+    if (const FileTexts* const texts = player_.texts.find(seen.path)) {
+        if (!texts->title.empty()) seen.title = texts->title;
+        seen.artist = texts->artist;
+        seen.album = texts->album;
+        seen.albumNumber = texts->track;
+        if (texts->cover) seen.cover = texts->cover->path();
+    }
 
     const bool isSame = state_.track != 0 && state_.path == seen.path &&
                         (player_.gFileIndex == trackIndex_ || (open && player_.opening.number == trackOpening_));
@@ -202,7 +219,7 @@ MediaSession::Answer MediaSession::playPause() {
 
 MediaSession::Answer MediaSession::stop() {
     if (isBusy()) return Answer::Busy;
-    CloseFile(player_, false);
+    stopAll(player_);
     return Answer::Done;
 }
 
@@ -225,8 +242,9 @@ MediaSession::Answer MediaSession::seekTo(std::uint32_t track, std::int64_t posi
 
 MediaSession::Answer MediaSession::open(const std::string& path) {
     if (isBusy()) return Answer::Busy;
-    if (!player_.types.knows(GetExtension(path))) return Answer::NotSupported;
-    if (!player_.ports.files.lookUp(path)) return Answer::Invalid;
+    const bool isFile = isPlayed(player_, path) || isNameOfList(player_, path);
+    const bool isThere = isFile && player_.ports.files.lookUp(path);
+    if (!isThere && !opensAsFolder(player_, path)) return isFile ? Answer::Invalid : Answer::NotSupported;
     openFiles(player_, {path});
     return Answer::Done;
 }

@@ -29,6 +29,9 @@ struct MediaState {
     std::uint32_t track = 0;  ///< another number for another track; 0: there is none
     std::string title;
     std::string path;
+    std::string artist, album;  ///< "": not known
+    int albumNumber = 0;        ///< its number on the album; 0: not known
+    std::string cover;          ///< path of a picture; "": none
     int number = 0;             ///< its place in the list from 1; 0: the list was replaced and does not hold it
     std::int64_t lengthUs = 0;  ///< microseconds; 0: not open, or not known
 
@@ -59,7 +62,7 @@ public:
 
     const MediaState& state() const { return state_; }
     /// Of the files that open() takes, by their names in the shared database of types.
-    std::vector<std::string> mimeTypes() const { return player_.types.mimeTypes(); }
+    std::vector<std::string> mimeTypes() const;
     std::int64_t positionUs() const;  ///< microseconds from the track's beginning; 0 while stopped
 
     Event<> Changed;             ///< state() has changed

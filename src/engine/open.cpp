@@ -60,15 +60,21 @@ void PlayFile(Player& player) {
 }
 
 void prepareNext(Player& player) {
-    if (const auto next = nextEntry(player)) {
-        const std::string& path = player.gFilePath[*next];
-        player.media.make(path)->makeReady(path);
-    }
+    const auto next = nextEntry(player);
+    if (!next) return player.ports.media.expectNothing();
+    const std::string& path = player.gFilePath[*next];
+    player.texts.expect(path);
+    player.media.make(path)->makeReady(path);
+}
+
+void prepareOtherNext(Player& player) {
+    if (player.media.isOpen() && !player.pictureAwaited) prepareNext(player);
 }
 
 void prepareFirst(Player& player) {
-    if (player.gFileCount == 0 || !(player.gAutoPlay || player.playsAtStart)) return;
-    player.media.make(player.gFilePath[0])->makeReady(player.gFilePath[0]);
+    const bool begins = player.gAutoPlay || player.playsAtStart || player.remembered.openAtUs;
+    if (player.gFileCount == 0 || !begins) return;
+    player.media.make(currentPath(player))->makeReady(currentPath(player));
 }
 
 }  // namespace corvane::mdlPublicFunction

@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "engine/hands.h"
 #include "engine/hold_times.h"
 #include "engine/panel_texts.h"
 #include "engine/player.h"
@@ -12,6 +13,7 @@ namespace corvane {
 using mdlPublicFunction::currentPath;
 using mdlPublicFunction::setSlider;
 using mdlPublicFunction::setTime;
+using mdlPublicFunction::shownTime;
 
 OpenMedium::OpenMedium(Player& player, MediaType type) : player_(player), type_(std::move(type)) {}
 
@@ -20,7 +22,8 @@ bool OpenMedium::canOpen(const std::string& /*path*/) const { return true; }
 MainPanelControls* OpenMedium::panel() const { return player_.forms.find<MainPanelControls>(); }
 
 void OpenMedium::showTime(const std::string& text) const {
-    if (auto* shown = panel()) setTime(*shown, text);
+    player_.elapsedText = text;
+    if (auto* shown = panel()) setTime(*shown, shownTime(player_, *this, text));
 }
 
 void OpenMedium::showSlide(double position, double length) const {

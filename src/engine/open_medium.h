@@ -12,6 +12,9 @@ namespace corvane {
 
 struct Player;
 
+/// What a key asks of a movie beside playing it.
+enum class MovieKey { Subtitles, Sound, ChapterBack, ChapterForth, Frame };
+
 /// One file as its kind of media plays it: a sound, a disc track, a movie, a picture. Each kind is one class in
 /// src/players/. The playback procedures decide when something is done, the medium how. It lives from its opening until
 /// the file is closed or another one is opened, which may happen inside its own calls: whoever calls it holds it
@@ -74,6 +77,16 @@ public:
     virtual bool isWaitedFor() const { return false; }
     /// It has ended, and the delay before the next file runs: it is not brought back.
     virtual bool isHandingOver() const { return false; }
+
+    // --- The whole screen --------------------------------------------------------------------------------------------
+
+    virtual bool fillsScreen() const { return false; }  ///< where it is seen, it is seen on the whole screen
+    /// Player::wholeScreen is another one: it is seen as that says.
+    virtual void takeWholeScreen() {}
+
+    // --- What movies carry -------------------------------------------------------------------------------------------
+
+    virtual void obey(MovieKey /*key*/) {}  ///< nothing for what is no movie
 
     // --- Custom positions --------------------------------------------------------------------------------------------
 

@@ -25,7 +25,8 @@ void setSlider(Player& player, MainPanelControls& panel, double position, double
 
 void showEntry(Player& player, MainPanelControls& panel) {
     panel.lblMainPanel[kNumberLabel].Caption = zeroPadded(player.gFileIndex + 1, 3);
-    panel.lblMainPanel[kTitleLabel].Caption = player.gFileTitle[static_cast<std::size_t>(player.gFileIndex)];
+    const auto index = static_cast<std::size_t>(player.gFileIndex);
+    panel.lblMainPanel[kTitleLabel].Caption = player.texts.show(player.gFilePath[index], player.gFileTitle[index]);
 }
 
 const std::string& currentPath(const Player& player) {

@@ -14,7 +14,7 @@ void nameStepButtons(MainPanelControls& panel, bool paused);
 void showPlaying(Player& player, MainPanelControls& panel);
 void setTime(MainPanelControls& panel, const std::string& text);
 void setSlider(Player& player, MainPanelControls& panel, double position, double length);
-/// File number "000" and title of the current entry.
+/// File number "000" and title of the current entry, by its texts or its name.
 void showEntry(Player& player, MainPanelControls& panel);
 /// A picture stays up while the next file is opened, unless pictures are hidden between files.
 bool keepsPicture(const Player& player);
@@ -30,6 +30,8 @@ void closeMedia(Player& player, MainPanelControls& panel, bool keepImage);
 void askAboutFile(Player& player, const std::string& path, const std::string& reason);
 /// The entry that comes after this one is likely to be wanted soon.
 void prepareNext(Player& player);
+/// The same when the list, or what follows its last entry, has become another one while a file is open.
+void prepareOtherNext(Player& player);
 const std::string& currentPath(const Player& player);
 
 }  // namespace corvane::mdlPublicFunction

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/hands.h"
 #include "engine/mdlPublicFunction.h"
+#include "engine/panel_texts.h"
 
 namespace corvane::mdlPublicFunction {
 
@@ -10,7 +12,7 @@ constexpr std::uint32_t kHideFlags = 0x93;  // no size, no move, no activate, hi
 
 void stopAndLeave(Player& player, MainPanelControls& panel) {
     panel.cmdMainPanel[kPower].Enabled = false;
-    CloseFile(player, false);
+    stopAll(player);
     player.forms.unload<MainPanelControls>();
 }
 
@@ -66,6 +68,7 @@ void toggleRepeat(Player& player) {
     panel->cmdMainPanel[kRepeat].Picture = images[player.gRepeat ? kRepeatOnImage : kRepeatOffImage].Picture;
     panel->cmdMainPanel[kRepeat].Checked = player.gRepeat;
     lightLamp(*panel, kRepeatLamp, player.gRepeat);
+    prepareOtherNext(player);  // what comes after the last entry
 }
 
 bool commandKey(Player& player, int character) {
@@ -85,7 +88,7 @@ bool commandKey(Player& player, int character) {
     } else if (character == player.gKeyPause) {
         if (buttons[kPause].Enabled) PauseFile(player);
     } else if (character == player.gKeyStop) {
-        CloseFile(player, false);
+        stopAll(player);
     } else if (character == player.gKeyPrev) {
         PrevFile(player);
     } else if (character == player.gKeyNext) {
@@ -102,6 +105,7 @@ bool commandKey(Player& player, int character) {
 
 void fixedKeyDown(Player& player, const KeyArgs& key) {
     if (key.keyCode == kKeyF1 && key.shift == 0) player.ports.dialogs.help();
+    if (player.conveniences.hands && (screenKey(player, key) || movieKey(player, key))) return;
     if (key.shift != kAltMask) return;
     if (key.keyCode == kKeyF4) {
         player.gAltMenuArmed = false;

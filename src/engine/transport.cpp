@@ -159,6 +159,13 @@ void CloseFile(Player& player, bool keepImage) {
     nameStepButtons(*panel, false);
 }
 
+void playEntry(Player& player, int entry) {
+    if (entry < 0 || entry >= player.gFileCount) return;
+    CloseFile(player, keepsPicture(player));
+    player.gFileIndex = static_cast<std::int16_t>(entry);
+    PlayFile(player);
+}
+
 void closeMedia(Player& player, MainPanelControls& panel, bool keepImage) {
     forgetBackPress(player, panel);
     player.gSlideState = mdlDefinePublic::kNoDrag;
@@ -169,6 +176,7 @@ void closeMedia(Player& player, MainPanelControls& panel, bool keepImage) {
     player.media.setCurrent(nullptr);
     panel.pctSlide.Width = kTwipsPerPixel;
     setTime(panel, "");
+    player.elapsedText.clear();
     panel.lblMainPanel[kTimeLabel].ToolTipText = "";
 }
 

@@ -40,6 +40,9 @@ public:
     Event<MouseArgs> MouseDown;
     Event<MouseArgs> MouseMove;
     Event<MouseArgs> MouseUp;
+    Event<WheelArgs> MouseWheel;  ///< the form's is raised for a control that has not tied it
+    /// What the tip says where the pointer rests, x as MouseArgs has it; not tied or empty: ToolTipText.
+    std::function<std::string(float x)> TipAt;
     Event<DropData> OLEDragDrop;
 };
 

@@ -19,6 +19,8 @@ public:
     Property<int> SelLength{*this, PropertyId::SelLength, 0};  ///< characters
     int MaxLength = 0;                                         ///< characters; 0: no limit
     Event<> Change;
+    /// Tied: Up, Down, Page Up and Page Down, which a line of text has no use for, as they go down.
+    Event<KeyArgs> KeyDown;
     /// A typed character, before it is taken: the handler returns the character to take, 0 to drop it.
     std::function<int(int)> KeyPress;
 

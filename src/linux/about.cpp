@@ -8,24 +8,33 @@
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <utility>
 #include <vector>
 
+#include "confinement/confinement.h"
 #include "drives/drive_calls.h"
-#include "linux/confinement/confinement.h"
-#include "linux/files/qt_files.h"
+#include "drives/graphics_devices.h"
+#include "files/posix_files.h"
+#include "linux/display_opening.h"
+#include "linux/pictures/qt_pictures.h"
 #include "linux/posix_folders.h"
 #include "linux/socket_instance.h"
+#include "linux/window_system.h"
 #include "media/discs/cd_disc.h"
 #include "media/midi/fluid_library.h"
 #include "media/midi/synthesizer.h"
+#include "media/movies/graphics_display.h"
 #include "media/movies/movie_library.h"
+#include "media/sound/av_kinds.h"
 #include "media/sound/av_library.h"
 #include "media/sound/pulse_link.h"
-#include "shell/program/about_lines.h"
+#include "program/about_lines.h"
+#include "types/media_types.h"
+#include "workers/worker.h"
 
 namespace corvane {
 
@@ -34,6 +43,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kServerMs = 1000;
+constexpr std::chrono::milliseconds kDriverPatience{3'000};
 
 /// One line, at once: what follows may take a moment.
 void tell(const char* what, const std::string& found) {
@@ -109,6 +119,45 @@ std::string movieVersion() {
     return "libmpv " + std::to_string(version >> 16) + '.' + std::to_string(version & 0xFFFF);
 }
 
+struct Driver {
+    std::string name;
+    std::string reason = "the graphics driver does not answer";
+};
+
+/// Asks for the driver as the first movie would.
+std::string movies(GraphicsChoice choice) {
+    constexpr const char* kPainted = "painted: ";
+    const Displays there = displaysOfEnvironment();
+    const std::string platform = platformToAskFor(there);
+    const std::string why =
+        whyNoGraphics(choice, platform.empty() ? there.chosen : platform, there.x11, !graphicsDevices().empty());
+    if (!why.empty()) return kPainted + why;
+    const auto driver = std::make_shared<Driver>();
+    Worker asker;
+    const bool begun = asker.start([driver](const Worker::GiveUp&) {
+        std::string reason;
+        if (const auto found = GraphicsDisplay::open(reason)) driver->name = found->renderer();
+        driver->reason = reason;
+    });
+    if (!begun) return std::string(kPainted) + Worker::kRefused;
+    if (!asker.wait(kDriverPatience)) return std::string(kPainted) + Driver().reason;
+    if (driver->name.empty()) return kPainted + driver->reason;
+    if (choice != GraphicsChoice::On && drawsBySoftware(driver->name))
+        return kPainted + driver->name + " draws by software";
+    return "shown by the graphics driver, " + driver->name;
+}
+
+/// Of the types of today those that nothing here decodes.
+std::string typesWithoutDecoder() {
+    QtPictures pictures;
+    std::vector<std::string> missing;
+    for (const MediaType& type : typesOfToday()) {
+        const bool isPicture = type.kind == mdlDefinePublic::mkImage;
+        if (!(isPicture ? pictures.shows(type.extension) : avPlays(type.extension))) missing.push_back(type.extension);
+    }
+    return missing.empty() ? "none" : joined(missing);
+}
+
 std::string libraries() {
     const scmp_version* const seccomp = seccomp_version();
     return joined(
@@ -122,9 +171,9 @@ std::string libraries() {
 
 }  // namespace
 
-void tellAbout(const std::string& version) {
+void tellAbout(const std::string& version, const std::function<GraphicsChoice(const std::string& folder)>& choiceIn) {
     PosixFolders folders;
-    QtFiles files;
+    PosixFiles files;
     const ProgramFolder program(folderChoiceOfEnvironment(), folders, files);
     const std::string folder = program.named();
     const std::string runtime = runtimeFolder(folder);
@@ -134,10 +183,15 @@ void tellAbout(const std::string& version) {
     const std::string skins = program.skins();
     tell("Skins", asked(skins, [skins] { return skinsIn(skins); }));
     tellConfinement(confined);
+    tell("Windows", windowsTold(displaysOfEnvironment()));
     tell("Sound server", soundServer());
     tell("CD drives", asked("/dev/cdrom", drives));
     tell("Sounds for MIDI", asked("/usr/share/sounds/sf2", soundsForMidi));
     tell("Libraries", libraries());
+    const auto choice = DriveCalls::all().ask<GraphicsChoice>(folder, DriveCalls::kPatience,
+                                                              [folder, choiceIn] { return choiceIn(folder); });
+    tell("Movies", movies(choice.value_or(GraphicsChoice::Auto)));
+    tell("Types without a decoder", typesWithoutDecoder());
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("XDG_RUNTIME_DIR", runtime.c_str());
     int none = 0;

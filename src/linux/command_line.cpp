@@ -29,7 +29,9 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments, const std
 std::string helpText() {
     return usageText() +
            "  CORVANE_CDROM      the CD drive, or a .cue image that stands for one\n"
-           "  CORVANE_SOUNDFONT  the soundfont for MIDI files\n";
+           "  CORVANE_SOUNDFONT  the soundfont for MIDI files\n"
+           "  CORVANE_AUDIO      null: plays without a sound\n"
+           "  CORVANE_GRAPHICS   on or off: movies are shown by the graphics driver, or never\n";
 }
 
 }  // namespace corvane

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "shell/program/command_line.h"
+#include "program/command_line.h"
 
 namespace corvane {
 

@@ -17,17 +17,25 @@
 
 #include "drives/descriptor.h"
 #include "drives/drive_calls.h"
-#include "linux/media/ui_post.h"
+#include "linux/qt_post.h"
 #include "workers/worker.h"
 
 namespace corvane {
 
 namespace {
 
+/// Whoever started the program may have it ignore some: it is to outlive a terminal.
+bool isIgnored(int signal) {
+    struct sigaction now {};
+    return sigaction(signal, nullptr, &now) == 0 && now.sa_handler == SIG_IGN;
+}
+
 sigset_t ours() {
     sigset_t set{};
     sigemptyset(&set);
-    for (const int each : {SIGTERM, SIGINT, SIGHUP}) sigaddset(&set, each);
+    for (const int each : {SIGTERM, SIGINT, SIGHUP}) {
+        if (!isIgnored(each)) sigaddset(&set, each);
+    }
     return set;
 }
 
@@ -44,7 +52,7 @@ struct EndSignals::Watch {
     Descriptor stop{eventfd(0, EFD_CLOEXEC)};
 
     std::mutex mutex;            ///< guards what follows
-    std::optional<UiPost> post;  ///< none: nobody listens
+    std::optional<QtPost> post;  ///< none: nobody listens
     std::function<void()> asked;
 
     void run() {

@@ -8,7 +8,8 @@ namespace corvane {
 
 /// The system's signals to end (terminate, interrupt, hang up). They are kept from all threads and read by one of our
 /// own, so that they are heard also while the user-interface thread waits: a wait that takes DriveCalls::hurried as its
-/// flag ends. While nobody listens, and where the system refuses the thread, they do what they do to every program.
+/// flag ends. One that the program was started to ignore stays ignored. While nobody listens, and where the system
+/// refuses the thread, they do what they do to every program.
 class EndSignals {
 public:
     /// Before all threads that must not have the signals.

@@ -6,7 +6,7 @@
 
 #include <climits>
 
-#include "shell/printable.h"
+#include "types/printable.h"
 
 namespace corvane {
 

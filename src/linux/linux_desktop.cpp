@@ -3,6 +3,8 @@
 
 #include <QApplication>
 
+#include "linux/bus/mpris.h"
+#include "linux/display_opening.h"
 #include "linux/error_stream.h"
 
 namespace corvane {
@@ -11,22 +13,24 @@ LinuxDesktop::LinuxDesktop(CommandLine line, std::string folder, const std::stri
     : context_{loop_, scaleOf(qgetenv("CORVANE_SCALE").toStdString()), {}},
       post_(loop_),
       pictures_(post_),
+      manners_(&Mpris::userBus, DesktopSettings::userFolder()),
       windows_(context_),
       dialogs_(context_),
-      instance_(folder, runtimeFolder(folder)),
+      instance_(folder, runtimeFolder(folder), SessionDisplay::of(displaysOfEnvironment())),
+      texts_(QtPost(loop_), runtimeFolder(folder)),
       process_(std::move(line), std::move(folder), {files_, instance_, tellOnErrors, removeUnfinishedFiles}),
-      media_(makeMedia(loop_, windows_)),
+      calls_({loop_, timers_, dialogs_, windows_, instance_, process_, QCoreApplication::quit}),
+      media_(makeMedia(loop_, windows_, process_.programFolder())),
       sound_(makeSoundDevices(loop_)),
-      closing_([this] { return context_.box.data(); }, [this] { askToClose(); }),
+      closing_([this] { return context_.box.data(); }, [this] { calls_.askToClose(); }),
       signals_(endSignals),
-      ports_{loop_, *media_, pictures_, *sound_, files_, windows_, timers_, clock_, dialogs_, process_, random_} {
+      ports_{loop_,   *media_, pictures_, *sound_,  files_,  windows_,
+             timers_, clock_,  dialogs_,  process_, random_, &texts_} {
+    ports_.lengths = &lengths_;
+    ports_.work = &work_;
     dialogs_.setManual(manual);
-    signals_.listen([this] { askToClose(); });
-    process_.onEnd([this] { stop(); });
-    instance_.onCall([this](const std::vector<std::string>& files) {
-        if (!files.empty()) windows_.dropFiles({true, files, true});
-        bringForward();
-    });
+    windows_.askOfMotion([this] { return manners_.manners().lessMotion; });
+    signals_.listen([this] { calls_.askToClose(); });
 }
 
 LinuxDesktop::~LinuxDesktop() {
@@ -35,23 +39,10 @@ LinuxDesktop::~LinuxDesktop() {
     post_.stop();
 }
 
-void LinuxDesktop::bringForward() {
-    if (!context_.box) return windows_.bringForward();
-    context_.box->raise();
-    context_.box->activateWindow();
-}
-
-void LinuxDesktop::askToClose() {
-    dialogs_.refuse();
-    windows_.requestClose();
-}
-
-void LinuxDesktop::stop() {
-    loop_.stop();
-    timers_.stopAll();
-    dialogs_.refuse();
-    windows_.hideAll();
-    QCoreApplication::quit();
+void LinuxDesktop::tellOfOtherSession() {
+    if (process_.seenElsewhere().empty() || !process_.startedByDesktop()) return;
+    dialogs_.messageBox(process_.seenElsewhere() + "\n\nEnd it there to play here.", "Corvane", Buttons::Ok,
+                        Icon::Information);
 }
 
 }  // namespace corvane

@@ -3,7 +3,7 @@
 
 #include <QObject>
 
-#include "shell/program/woken_loop.h"
+#include "program/woken_loop.h"
 
 namespace corvane {
 

@@ -3,7 +3,7 @@
 
 #include <QObject>
 
-#include "shell/program/numbered_timers.h"
+#include "program/numbered_timers.h"
 
 namespace corvane {
 

@@ -13,6 +13,7 @@
 #include <QElapsedTimer>
 #include <QSocketNotifier>
 #include <QTimer>
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdlib>
@@ -21,13 +22,12 @@
 #include <string_view>
 
 #include "drives/spare_descriptors.h"
-#include "shell/program/instance_call.h"
+#include "program/instance_call.h"
 
 namespace corvane {
 
 namespace {
 
-constexpr std::size_t kMostBytes = std::size_t{4} << 20U;
 constexpr int kMessageMs = 2000;  ///< who is silent for so long is dropped, on both sides
 constexpr int kConnectMs = 1000;  ///< a first start holds its lock a moment before it listens
 constexpr int kConnectPauseMs = 10;
@@ -46,6 +46,20 @@ bool withAddress(const std::string& path, const Call& call) {
     const sockaddr_un address = addressOf(path);
     if (path.size() >= sizeof address.sun_path) return false;
     return call(reinterpret_cast<const sockaddr*>(&address), static_cast<socklen_t>(sizeof address)) == 0;
+}
+
+/// A lock that says nothing keeps nobody out, so that a full disk is no matter.
+void writeDisplay(int lock, const SessionDisplay& display) {
+    const std::string text = display.text();
+    const bool written =
+        ftruncate(lock, 0) == 0 && pwrite(lock, text.data(), text.size(), 0) == static_cast<ssize_t>(text.size());
+    if (!written && ftruncate(lock, 0) != 0) return;
+}
+
+SessionDisplay readDisplay(int lock) {
+    std::array<char, 512> text{};
+    const ssize_t got = pread(lock, text.data(), text.size(), 0);
+    return SessionDisplay::read({text.data(), static_cast<std::size_t>(std::max<ssize_t>(got, 0))});
 }
 
 }  // namespace
@@ -75,11 +89,14 @@ private:
     Descriptor from_;
     SocketInstance& instance_;
     QSocketNotifier ready_;
-    CallReader reader_{kMostBytes};
+    CallReader reader_{kMostInCall};
 };
 
-SocketInstance::SocketInstance(std::string folder, std::string runtimeFolder)
-    : Instance(kMostBytes), folder_(std::move(folder)), runtimeFolder_(std::move(runtimeFolder)) {}
+SocketInstance::SocketInstance(std::string folder, std::string runtimeFolder, SessionDisplay display)
+    : Instance(kMostInCall),
+      folder_(std::move(folder)),
+      runtimeFolder_(std::move(runtimeFolder)),
+      display_(std::move(display)) {}
 
 SocketInstance::~SocketInstance() {
     if (socket_) unlinkat(place_.handle(), fileName(".socket").c_str(), 0);
@@ -102,9 +119,16 @@ bool SocketInstance::takePlace() {
                               O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY, 0600));
     if (!lock_) return true;
     const bool only = flock(lock_.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
-    if (only) listen();
+    if (only) {
+        writeDisplay(lock_.get(), display_);
+        listen();
+    } else {
+        other_ = readDisplay(lock_.get());
+    }
     return only;
 }
+
+std::string SocketInstance::elsewhere() const { return display_.isOther(other_) ? other_.name() : std::string(); }
 
 void SocketInstance::listen() {
     const std::string socketName = fileName(".socket");

@@ -5,8 +5,9 @@
 #include <string>
 
 #include "drives/descriptor.h"
-#include "linux/private_folder.h"
-#include "shell/program/instance.h"
+#include "drives/private_folder.h"
+#include "linux/session_display.h"
+#include "program/instance.h"
 
 namespace corvane {
 
@@ -15,9 +16,12 @@ namespace corvane {
 /// is the only one. A call gives up who does not answer within a second or takes nothing for two.
 class SocketInstance : public QObject, public Instance {
 public:
-    /// folder: the program folder. Nothing is touched before acquire().
-    SocketInstance(std::string folder, std::string runtimeFolder);
+    /// folder: the program folder; display: where the player is seen, which the lock says to those who come later.
+    /// Nothing is touched before acquire().
+    SocketInstance(std::string folder, std::string runtimeFolder, SessionDisplay display = {});
     ~SocketInstance() override;
+
+    std::string elsewhere() const override;
 
     /// Name of the lock (".lock") or the socket (".socket").
     std::string fileName(const char* ending) const;
@@ -34,7 +38,9 @@ private:
 
     std::string folder_;
     std::string runtimeFolder_;
-    PrivateFolder place_;  ///< once it was asked for
+    SessionDisplay display_;
+    SessionDisplay other_;  ///< of the player that has the place
+    PrivateFolder place_;   ///< once it was asked for
     Descriptor lock_;
     Descriptor socket_;
     int receivers_ = 0;

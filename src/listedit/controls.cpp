@@ -3,6 +3,7 @@
 
 #include "listedit/filters.h"
 #include "listedit/frmFileList.h"
+#include "types/folding.h"
 
 namespace corvane {
 
@@ -14,11 +15,17 @@ FileListControls::FileListControls(const MediaTypes& types)
       imgFileList(this, "imgFileList"),
       fleFileList(this, "fleFileList"),
       cboFileList(controlArray<ComboBox, 4>(this, "cboFileList")),
-      lstFileList(controlArray<TippedListBox, 2>(this, "lstFileList")),
+      lstFileList(controlArray<PlayListBox, 2>(this, "lstFileList")),
       txtListName(this, "txtListName"),
       hscrFileList(this, "hscrFileList"),
       hscrPageList(this, "hscrPageList"),
-      cmdFileList(controlArray<CommandButton, 10>(this, "cmdFileList")) {
+      cmdFileList(controlArray<CommandButton, 10>(this, "cmdFileList")),
+      lblDetail(controlArray<Label, 4>(this, "lblDetail")),
+      cmdEdit(controlArray<CommandButton, 5>(this, "cmdEdit")),
+      lblSort(this, "lblSort"),
+      cboSort(this, "cboSort"),
+      txtFind(this, "txtFind"),
+      lblStatus(this, "lblStatus") {
     Caption = "Corvane - Play List";
     nameControls();
     fillChoices(types);
@@ -52,6 +59,32 @@ void FileListControls::nameControls() {
     txtListName.AccessibleName = "List name";
     hscrFileList.AccessibleName = "List number";
     hscrPageList.AccessibleName = "Page number";
+    nameEditing();
+}
+
+void FileListControls::nameEditing() {
+    constexpr std::array<const char*, 5> kCaptions = {"Undo", "Redo", "Stop", "Next", "Export…"};
+    constexpr std::array<const char*, 5> kTips = {"Takes the last change back (Ctrl+Z)", "Makes it again (Ctrl+Y)",
+                                                  "Reads no further lengths and folders (Esc for folders)",
+                                                  "The next entry that holds the text (F3)",
+                                                  "Writes the list for other players: M3U8 and XSPF"};
+    for (std::size_t i = 0; i < cmdEdit.size(); ++i) {
+        cmdEdit[i].Caption = kCaptions[i];
+        cmdEdit[i].ToolTipText = kTips[i];
+    }
+    for (const Edit each : {kUndo, kRedo, kStopReading}) cmdEdit[each].Enabled = false;
+    constexpr std::array<const char*, 4> kDetails = {"TITLE", "ARTIST", "ALBUM", "LENGTH"};
+    for (std::size_t i = 0; i < kDetails.size(); ++i) {
+        lblDetail[i].Caption = kDetails[i];
+        lblDetail[i].Visible = false;
+    }
+    lblSort.Caption = "SORT";
+    lblSort.Labels = &cboSort;
+    cboSort.AccessibleName = "Sort by";
+    cboSort.setItems({"Name", "Path", "Length"});
+    txtFind.AccessibleName = "Find";
+    txtFind.MaxLength = text::kMostToFind;
+    txtFind.ToolTipText = "Any part of a name or a path (Ctrl+F)";
 }
 
 void FileListControls::fillChoices(const MediaTypes& types) {
@@ -81,6 +114,8 @@ void FileListControls::orderTabs() {
                                                          &cmdFileList[kAddAll],
                                                          &cmdFileList[kDelete],
                                                          &cmdFileList[kClear],
+                                                         &cmdEdit[kUndo],
+                                                         &cmdEdit[kRedo],
                                                          &cmdFileList[kPage],
                                                          &hscrPageList,
                                                          &cmdFileList[kList],
@@ -91,8 +126,13 @@ void FileListControls::orderTabs() {
                                                          &cboFileList[kMovieZoom],
                                                          &cboFileList[kImageZoom],
                                                          &cboFileList[kInterval],
+                                                         &cboSort,
                                                          &cmdFileList[kOk],
-                                                         &cmdFileList[kCancel]}) {
+                                                         &cmdFileList[kCancel],
+                                                         &cmdEdit[kStopReading],
+                                                         &txtFind,
+                                                         &cmdEdit[kFindNext],
+                                                         &cmdEdit[kExport]}) {
         each->TabIndex = next++;
     }
 }

@@ -7,8 +7,11 @@ namespace corvane {
 
 std::vector<TypeFilter> typeFilters(const MediaTypes& types) {
     // A filter whose entry tells its patterns: "MP3 File(*.MP3)".
-    const auto told = [&types](const std::string& name, TypeGroup group) {
-        return TypeFilter{name + "(" + types.patternsOf(group) + ")", types.filterOf(group)};
+    // Of more types than are always there it tells those alone.
+    const MediaTypes always;
+    const auto told = [&](const std::string& name, TypeGroup group) {
+        const std::string all = types.patternsOf(group), shown = always.patternsOf(group);
+        return TypeFilter{name + "(" + shown + (all == shown ? ")" : ";\u2026)"), types.filterOf(group)};
     };
     return {
         {"All Files(MultiMediaFiles)", types.patterns()},

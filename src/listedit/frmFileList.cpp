@@ -22,6 +22,8 @@ frmFileList::frmFileList(Player& player)
       layout_(*this) {
     tieButtons();
     tieBoxes();
+    tieEditing();
+    tieDetails();
     tieWindow();
     layout_.setUp();
 }
@@ -57,13 +59,19 @@ void frmFileList::tieBoxes() {
 void frmFileList::tieWindow() {
     Load.tie([this] { Form_Load(); });
     Unload.tie([this] { Form_Unload(); });
-    Resize.tie([this] { layout_.place(); });
+    Resize.tie([this] {
+        layout_.place();
+        showDetails();
+    });
     CloseRequest.tie([this](bool) { cancel(); });
     KeyDown.tie([this](const KeyArgs& key) {
         if (key.keyCode == kKeyF1 && key.shift == 0) player_.ports.dialogs.help();
     });
     MouseDown.tie([this](const MouseArgs& mouse) { dragWindow(mouse); });
     for (Label& label : lblFileList) {
+        label.MouseDown.tie([this](const MouseArgs& mouse) { dragWindow(mouse); });
+    }
+    for (Label& label : lblDetail) {
         label.MouseDown.tie([this](const MouseArgs& mouse) { dragWindow(mouse); });
     }
     imgFileList.MouseDown.tie([this](const MouseArgs& mouse) { splitting_ = mouse.button == kLeftButton; });
@@ -99,7 +107,7 @@ void frmFileList::cmdFileList_Click(int index) {
     switch (index) {
         case kList:
         case kPage:
-            reload();
+            if (mayLoseChanges()) reload();
             break;
         case kSave:
             save();
@@ -159,9 +167,7 @@ void frmFileList::hscrFileList_Change() {
     } else if (value > 9) {
         hscrFileList.Value = 0;
     } else {
-        player_.gListNumber = static_cast<std::int16_t>(value);
-        showListNumber();
-        reload();
+        turnTo(hscrFileList, player_.gListNumber, value);
     }
 }
 
@@ -172,9 +178,7 @@ void frmFileList::hscrPageList_Change() {
     } else if (value > 9) {
         hscrPageList.Value = 0;
     } else {
-        player_.gPageNumber = static_cast<std::int16_t>(value);
-        showPageNumber();
-        reload();
+        turnTo(hscrPageList, player_.gPageNumber, value);
     }
 }
 
@@ -201,7 +205,9 @@ void frmFileList::ok() {
     returnToPanel(player_, kId);
 }
 
-void frmFileList::cancel() { returnToPanel(player_, kId); }
+void frmFileList::cancel() {
+    if (mayLoseChanges()) returnToPanel(player_, kId);
+}
 
 void frmFileList::writeChoices() {
     if (const auto seconds = interval()) player_.gInterval = *seconds;  // what was typed; chosen, it counts already

@@ -11,8 +11,9 @@ namespace {
 
 constexpr Twips pixels(int count) { return static_cast<Twips>(count) * kTwipsPerPixel; }
 
-constexpr Twips kWidth = pixels(860), kHeight = pixels(520);
-constexpr Twips kMinWidth = pixels(760), kMinHeight = pixels(380);
+constexpr Twips kStatusHeight = pixels(34);  ///< the last line, below all that there has always been
+constexpr Twips kWidth = pixels(860), kHeight = pixels(520) + kStatusHeight;
+constexpr Twips kMinWidth = pixels(760), kMinHeight = pixels(380) + kStatusHeight;
 constexpr Twips kFirstSplit = pixels(206);
 
 constexpr Twips kMargin = pixels(12);
@@ -25,6 +26,14 @@ constexpr Twips kPlayListWidth = pixels(308);    ///< in a window of the first s
 constexpr Twips kMostNumberWidth = pixels(120);  ///< of "Page 10"
 constexpr Twips kStepperWidth = pixels(48);
 constexpr Twips kChoiceWidth = pixels(122);
+constexpr Twips kFindWidth = pixels(150);
+constexpr Twips kNextWidth = pixels(64);
+
+// The play list's columns: the names keep so much, and each column gets its share of what is left.
+constexpr Twips kNameColumn = pixels(210);
+constexpr Twips kTextColumn = pixels(130);
+constexpr Twips kLengthColumn = pixels(64);
+constexpr Twips kScrollRoom = pixels(20);
 
 constexpr Twips kFieldTop = kMargin + kHeadingHeight;
 constexpr Twips kListHeadingTop = kFieldTop + kFieldHeight + pixels(10);
@@ -58,6 +67,7 @@ void EditorLayout::place() {
     placeCommands();
     placePlayList();
     placeBottom();
+    placeStatus();
 }
 
 Twips EditorLayout::filesRight() const {
@@ -67,7 +77,9 @@ Twips EditorLayout::filesRight() const {
 
 namespace {
 /// Where the lists end and the bottom row begins.
-Twips listBottom(const Form& form) { return form.Height - kMargin - kFieldHeight - kHeadingHeight - pixels(10); }
+Twips listBottom(const Form& form) {
+    return form.Height - kStatusHeight - kMargin - kFieldHeight - kHeadingHeight - pixels(10);
+}
 }  // namespace
 
 void EditorLayout::placeFolders() {
@@ -96,6 +108,11 @@ void EditorLayout::placeCommands() {
         corvane::place(form_.cmdFileList[button], filesRight() + kMargin, top, kCommandWidth, kFieldHeight);
         top += kFieldHeight + kGap;
     }
+    top += kGap;
+    for (const auto button : {FileListControls::kUndo, FileListControls::kRedo}) {
+        corvane::place(form_.cmdEdit[button], filesRight() + kMargin, top, kCommandWidth, kFieldHeight);
+        top += kFieldHeight + kGap;
+    }
 }
 
 void EditorLayout::placePlayList() {
@@ -113,13 +130,46 @@ void EditorLayout::placePlayList() {
     for (ListBox& list : form_.lstFileList) {
         corvane::place(list, left, kListTop, width, nameTop - kGap - kListTop);
     }
+    placeColumns();
     corvane::place(form_.txtListName, left, nameTop, width - kCommandWidth - kGap, kFieldHeight);
     corvane::place(buttons[FileListControls::kSave], left + width - kCommandWidth, nameTop, kCommandWidth,
                    kFieldHeight);
 }
 
+/// As many columns as there is room for beside the names, their headings above them.
+void EditorLayout::placeColumns() {
+    const ListBox& list = form_.lstFileList[0];
+    details_.clear();
+    columns_.clear();
+    Twips spare = list.Width - kScrollRoom - kNameColumn - kLengthColumn;
+    if (spare >= kTextColumn) {
+        for (const RowDetail text : {kTitleDetail, kArtistDetail, kAlbumDetail}) {
+            if (!offersTexts_ || spare < kTextColumn) break;
+            details_.push_back(text);
+            spare -= kTextColumn;
+        }
+        if (offersLengths_) details_.push_back(kLengthDetail);
+    }
+    const auto texts = static_cast<Twips>(details_.size()) - (offersLengths_ ? 1 : 0);
+    const Twips more = texts > 0 ? spare / (texts + 1) : 0;
+    Twips left = list.Width - kScrollRoom - (offersLengths_ ? kLengthColumn : 0) - texts * (kTextColumn + more);
+    for (Label& heading : form_.lblDetail) {
+        heading.Visible = std::find(details_.begin(), details_.end(), heading.index()) != details_.end();
+    }
+    for (const RowDetail each : details_) {
+        const Twips width = each == kLengthDetail ? kLengthColumn : kTextColumn + more;
+        columns_.push_back({left, width - kGap});
+        Label& heading = form_.lblDetail.at(each);
+        corvane::place(heading, list.Left + left, kListHeadingTop, width - kGap, kHeadingHeight);
+        left += width;
+    }
+    if (columns_.empty()) return;
+    Label& names = form_.lblFileList[FileListControls::kPlayListHeading];
+    names.SetSize(columns_.front().left - kGap, kHeadingHeight);
+}
+
 void EditorLayout::placeBottom() {
-    const Twips top = form_.Height - kMargin - kFieldHeight;
+    const Twips top = form_.Height - kStatusHeight - kMargin - kFieldHeight;
     Twips left = kMargin;
     for (int i = 0; i < 3; ++i) {
         const auto at = static_cast<std::size_t>(i);
@@ -128,10 +178,25 @@ void EditorLayout::placeBottom() {
         corvane::place(form_.cboFileList[FileListControls::kMovieZoom + at], left, top, kChoiceWidth, kFieldHeight);
         left += kChoiceWidth + kGap;
     }
+    corvane::place(form_.lblSort, left, top - kHeadingHeight, kChoiceWidth, kHeadingHeight);
+    corvane::place(form_.cboSort, left, top, kChoiceWidth, kFieldHeight);
     const Twips right = form_.Width - kMargin - kCommandWidth;
     corvane::place(form_.cmdFileList[FileListControls::kOk], right - kCommandWidth - kGap, top, kCommandWidth,
                    kFieldHeight);
     corvane::place(form_.cmdFileList[FileListControls::kCancel], right, top, kCommandWidth, kFieldHeight);
+}
+
+void EditorLayout::placeStatus() {
+    const Twips top = form_.Height - kMargin - kFieldHeight;
+    const Twips last = form_.Width - kMargin - kCommandWidth;
+    const Twips next = last - kGap - kNextWidth;
+    const Twips field = next - kGap - kFindWidth;
+    const Twips stop = field - kMargin - kNextWidth;
+    corvane::place(form_.lblStatus, kMargin, top, stop - kMargin - kMargin, kFieldHeight);
+    corvane::place(form_.cmdEdit[FileListControls::kStopReading], stop, top, kNextWidth, kFieldHeight);
+    corvane::place(form_.txtFind, field, top, kFindWidth, kFieldHeight);
+    corvane::place(form_.cmdEdit[FileListControls::kFindNext], next, top, kNextWidth, kFieldHeight);
+    corvane::place(form_.cmdEdit[FileListControls::kExport], last, top, kCommandWidth, kFieldHeight);
 }
 
 }  // namespace corvane

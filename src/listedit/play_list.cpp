@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <limits>
+#include <numeric>
 #include <utility>
 
-#include "engine/list_look_up.h"
 #include "engine/mdlPublicFunction.h"
+#include "engine/opened_lists.h"
 #include "listedit/frmFileList.h"
 #include "storage/play_lists.h"
 #include "types/text.h"
@@ -13,24 +14,24 @@
 
 namespace corvane {
 
-using mdlDefinePublic::kMaxFiles;
-using mdlPublicFunction::GetBaseName;
-using mdlPublicFunction::GetExtension;
+using mdlDefinePublic::maxFiles;
 using mdlPublicFunction::listReplaced;
 using mdlPublicFunction::messageBox;
 using mdlPublicFunction::showList;
-using mdlPublicFunction::withoutDoubledSeparator;
+using mdlPublicFunction::titleOf;
 
 std::string frmFileList::currentListFile() const {
     return listFileName(player_, player_.gPageNumber, player_.gListNumber);
 }
 
 void frmFileList::reload() {
+    dropped_.stop();  // it was dropped on another list
     PlayList list = readPlayList(player_, currentListFile());
-    for (ListBox& box : lstFileList) box.clear();
+    reading_ = true;
     txtListName.Text = std::move(list.listName);
-    for (ListEntry& entry : list.entries) addRow(std::move(entry.name), std::move(entry.path));
-    fitHorizontalRange();
+    setRows(std::move(list.entries));
+    reading_ = false;
+    listIsRead();
 }
 
 void frmFileList::save() {
@@ -39,11 +40,19 @@ void frmFileList::save() {
     if (messageBox(player_, question, Buttons::OkCancel, Icon::Question) != Answer::Ok) return;
 
     PlayList list{txtListName.Text, {}};
-    const int count = std::min(lstFileList[0].count(), kMaxFiles);
+    const int count = std::min(lstFileList[0].count(), static_cast<int>(maxFiles(player_)));
     for (int i = 0; i < count; ++i) list.entries.push_back({lstFileList[0].item(i), lstFileList[1].item(i)});
     const std::string file = currentListFile();
     const auto told = [this](const std::string& text) { messageBox(player_, text, Buttons::Ok, Icon::Stop); };
     if (!writePlayList(player_, file, list)) return told(text::onOneLine(file) + " Can't save!!");
+    const int left = lstFileList[0].count() - count;
+    if (left == 0) history_.markSaved();
+    savedName_ = txtListName.Text;
+    showState();
+    if (left > 0 && player_.conveniences.longLists) {
+        told("A list takes " + std::to_string(count) + " entries. The last " + std::to_string(left) +
+             " of this one are not saved.");
+    }
 
     std::erase_if(list.entries, [](const ListEntry& entry) { return canBeStored(entry.path); });
     if (list.entries.empty()) return;
@@ -52,20 +61,16 @@ void frmFileList::save() {
          (others > 0 ? " So are " + std::to_string(others) + " more." : ""));
 }
 
-void frmFileList::addRow(std::string name, std::string path) {
-    lstFileList[0].addItem(std::move(name));
-    lstFileList[1].addItem(std::move(path));
-}
-
-void frmFileList::addFile(const std::string& name) {
-    addRow(name, text::joinPath(fleFileList.Path, name, player_.ports.files.separator()));
+ListEntry frmFileList::entryOf(const std::string& name) const {
+    return {name, text::joinPath(fleFileList.Path, name, player_.ports.files.separator())};
 }
 
 void frmFileList::addSelected() {
     if (fleFileList.ListIndex < 0) return;
-    for (const int index : fleFileList.selectedIndices()) addFile(fleFileList.item(index));
+    std::vector<ListEntry> added;
+    for (const int index : fleFileList.selectedIndices()) added.push_back(entryOf(fleFileList.item(index)));
     leaveFiles();
-    fitHorizontalRange();
+    insertRows(std::move(added));
 }
 
 /// What was added is not added again by the next command.
@@ -75,65 +80,76 @@ void frmFileList::leaveFiles() {
 }
 
 void frmFileList::addAll() {
-    if (fleFileList.count() == 0) return;
-    for (const std::string& name : fleFileList.items()) addFile(name);
+    std::vector<ListEntry> added;
+    for (const std::string& name : fleFileList.items()) added.push_back(entryOf(name));
+    if (added.empty()) return;
     leaveFiles();
-    fitHorizontalRange();
+    insertRows(std::move(added));
 }
 
 void frmFileList::fleFileList_DblClick() {
     const int index = fleFileList.ListIndex;
     if (index < 0 || index >= fleFileList.count()) return;
-    addFile(fleFileList.item(index));
+    ListEntry added = entryOf(fleFileList.item(index));
     leaveFiles();
-    fitHorizontalRange();
+    insertRows({std::move(added)});
 }
 
 void frmFileList::deleteSelected() {
-    if (lstFileList[0].ListIndex < 0) return;
-    std::array<std::vector<std::string>, 2> kept;
-    for (int i = 0; i < lstFileList[0].count(); ++i) {
-        if (lstFileList[0].isSelected(i)) continue;
-        kept[0].push_back(lstFileList[0].item(i));
-        kept[1].push_back(lstFileList[1].item(i));
-    }
-    for (std::size_t i = 0; i < kept.size(); ++i) lstFileList[i].setItems(std::move(kept[i]));
-    fitHorizontalRange();
+    if (lstFileList[0].ListIndex >= 0) removeRows(lstFileList[0].selectedIndices());
 }
 
 void frmFileList::clearList() {
-    for (ListBox& list : lstFileList) list.clear();
-    txtListName.Text = "";
-    fitHorizontalRange();
+    std::vector<int> all(static_cast<std::size_t>(lstFileList[0].count()));
+    std::iota(all.begin(), all.end(), 0);
+    make({ListChange::Kind::Went, rows(), std::move(all), txtListName.Text, {}});
 }
 
 void frmFileList::lstFileList_DblClick() {
     const int index = lstFileList[0].ListIndex;
-    for (ListBox& list : lstFileList) list.removeItem(index);
-    lstFileList[0].ListIndex = -1;
-    fitHorizontalRange();
+    if (index >= 0 && index < lstFileList[0].count()) removeRows({index});
 }
 
+/// Behind what is being read already, in the order of the drops.
 void frmFileList::lstFileList_OLEDragDrop(const DropData& dropped) {
     if (!dropped.hasFiles) return;
-    Files& files = player_.ports.files;
-    std::vector<std::string> paths;
-    for (const std::string& file : dropped.files) {
-        if (player_.types.knows(GetExtension(file))) paths.push_back(withoutDoubledSeparator(file, files.separator()));
-    }
     constexpr std::size_t kAnyNumber = std::numeric_limits<std::size_t>::max();  // the save tells what does not fit
-    auto names = lookUpForList(files, paths, kAnyNumber);
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        if (names[i]) addRow(std::move(*names[i]), std::move(paths[i]));
+    const bool isBehind = dropped_.isReading();
+    const auto taken = [this](FoundFiles found) { insertFound(std::move(found)); };
+    if (isBehind || isReadElsewhere(player_, dropped.files)) {
+        if (dropped_.begin(openingRules(player_), dropped.files, kAnyNumber, taken)) return showState();
+        if (isBehind) return;
     }
-    fitHorizontalRange();
+    insertFound(findFiles(player_, dropped.files, kAnyNumber));
+}
+
+void frmFileList::insertFound(FoundFiles found) {
+    found = takeFound(player_, std::move(found));
+    tellLeftOut(player_, found);
+    std::vector<ListEntry> added;
+    added.reserve(found.files.size());
+    for (TakenFile& file : found.files) {
+        // A row's title is its name up to the type.
+        added.push_back(
+            {file.named ? file.title + file.name.substr(std::min(file.name.find('.'), file.name.size())) : file.name,
+             std::move(file.path)});
+    }
+    insertRows(std::move(added));
 }
 
 void frmFileList::fitHorizontalRange() {
     constexpr int kRoomPixels = 80;
+    constexpr std::size_t kMostKept = 65'536;
+    if (widths_.size() > kMostKept) widths_.clear();
+    if (!layout_.details().empty()) {
+        lstFileList[0].HorizontalExtent = 0;  // names are shortened in front of the columns
+        return;
+    }
     int widest = 0;
     for (const std::string& name : lstFileList[0].items()) {
-        widest = std::max(widest, player_.ports.windows.textWidth(*this, name));
+        const auto [width, isNew] = widths_.try_emplace(name, 0);
+        if (isNew) width->second = player_.ports.windows.textWidth(*this, name);
+        widest = std::max(widest, width->second);
     }
     lstFileList[0].HorizontalExtent = widest + kRoomPixels;
 }
@@ -141,9 +157,9 @@ void frmFileList::fitHorizontalRange() {
 void frmFileList::takeListIntoPlayer() {
     player_.gFilePath.fill("");
     player_.gFileTitle.fill("");
-    const int count = std::min(lstFileList[0].count(), kMaxFiles);
+    const int count = std::min(lstFileList[0].count(), static_cast<int>(maxFiles(player_)));
     for (int i = 0; i < count; ++i) {
-        player_.gFileTitle[static_cast<std::size_t>(i)] = GetBaseName(lstFileList[0].item(i));
+        player_.gFileTitle[static_cast<std::size_t>(i)] = titleOf(player_.conveniences, lstFileList[0].item(i));
         player_.gFilePath[static_cast<std::size_t>(i)] = lstFileList[1].item(i);
     }
     player_.gFileCount = static_cast<std::int16_t>(count);

@@ -8,9 +8,12 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 
+#include "confinement/confinement.h"
 #include "dialogs/forms.h"
 #include "drives/spare_descriptors.h"
+#include "engine/machine_sleep.h"
 #include "engine/mdlPublicFunction.h"
 #include "engine/media_session.h"
 #include "engine/player.h"
@@ -19,8 +22,9 @@
 #include "linux/bus/bus_probe.h"
 #include "linux/bus/idle_bus.h"
 #include "linux/bus/mpris.h"
+#include "linux/bus/sleep_bus.h"
 #include "linux/command_line.h"
-#include "linux/confinement/confinement.h"
+#include "linux/display_opening.h"
 #include "linux/end_signals.h"
 #include "linux/error_stream.h"
 #include "linux/linux_desktop.h"
@@ -29,7 +33,12 @@
 #include "listedit/forms.h"
 #include "panel/forms.h"
 #include "players/forms.h"
+#include "players/moving_picture.h"
 #include "startup/forms.h"
+#include "storage/profile_file.h"
+#include "storage/resume.h"
+#include "storage/settings.h"
+#include "storage/settings_schema.h"
 #include "workers/worker.h"
 
 namespace {
@@ -92,19 +101,46 @@ private:
     EndSignals& signals_;
 };
 
+GraphicsChoice graphicsBy(const std::string& setting) {
+    const char* const variable = std::getenv("CORVANE_GRAPHICS");
+    return graphicsChoice(variable == nullptr ? "" : variable, setting);
+}
+
+GraphicsChoice graphicsIn(const std::string& folder) {
+    PosixFiles files;
+    const std::string settings = readProfileFile(files, folder + "/KADO.INI");
+    return graphicsBy(ProfileSection(settings, kSettingsSection).get(kGraphicsKey));
+}
+
+/// What the machine's sleep and the screen's lock ask of the player.
+SleepBus sleepHeardBy(LinuxDesktop& desktop, MachineSleep& sleep) {
+    const auto sleeps = [&desktop, &sleep](bool begins) {
+        if (begins) desktop.screenCloses();
+        desktop.ports().loop.post([&sleep, begins] { begins ? sleep.begins() : sleep.isOver(); });
+    };
+    return {desktop.workerPost(), &SleepBus::systemBusAnswers, &SleepBus::systemBus, sleeps,
+            [&desktop] { desktop.screenCloses(); }};
+}
+
 int runPlayer(CommandLine line, std::string folder, const std::string& manual, EndSignals& endSignals) {
     LinuxDesktop desktop(std::move(line), std::move(folder), manual, endSignals);
     Player player(desktop.ports());
     const EndWithoutDisplay end(desktop, player, endSignals);
     registerForms(player);
     IdleBus idle(&Mpris::userBus);
+    const Resume resume(player);
+    const MovingPicture moving(player);
     MediaSession session(player);
     session.keepAwakeBy(&idle);
     const Mpris mpris(session, desktop.ports().loop, &Mpris::userBus);
+    MachineSleep sleep(player);
+    const SleepBus sleepBus = sleepHeardBy(desktop, sleep);
     bool started = false;
     desktop.ports().loop.enter([&] { started = startProgram(player); });
+    desktop.chooseGraphics(graphicsBy(ReadSettingText(player, kGraphicsKey)));
     // The list begins when the opening is over: until then there is time to load what its first file needs.
     if (started) mdlPublicFunction::prepareFirst(player);
+    if (!started) desktop.tellOfOtherSession();
     const int result = started && !desktop.ports().process.ending() ? QApplication::exec() : 0;
     player.forms.clear();
     return result;
@@ -129,10 +165,10 @@ int main(int argc, char** argv) {
         tellOnErrors("The system lets it open too few files to run.");
         return 1;
     }
-    if (line.about) tellAbout("corvane " CORVANE_VERSION);
+    if (line.about) tellAbout("corvane " CORVANE_VERSION, &graphicsIn);
     // Before the tool kit begins its threads: what they inherit, none of them gets rid of.
     PosixFolders folders;
-    QtFiles files;
+    PosixFiles files;
     const ProgramFolder program(folderChoiceOfEnvironment(), folders, files);
     std::string folder = program.ready();
     confine(folder, runtimeFolder(folder));
@@ -141,14 +177,18 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationName(QStringLiteral("corvane"));
     QCoreApplication::setApplicationVersion(QStringLiteral(CORVANE_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("corvane"));
-    const std::string platform =
-        platformToAskFor(qgetenv("QT_QPA_PLATFORM").toStdString(), qgetenv("DISPLAY").toStdString());
+    const Displays displays = displaysOfEnvironment();
+    const std::string platform = platformToAskFor(displays);
     if (!platform.empty()) qputenv("QT_QPA_PLATFORM", platform.c_str());
     qunsetenv("SESSION_MANAGER");  // a session manager must not start or save the player by itself
+    // Beside its portal, that input method is looked for by its process, which a confined program may not ask about.
+    if (!qEnvironmentVariableIsSet("IBUS_USE_PORTAL")) qputenv("IBUS_USE_PORTAL", "1");
     Mpris::startNoBus();
     leaveSilentBuses();
     int ownArguments = std::min(argc, 1);  // Qt must not take options out of file names
+    std::optional<DisplayOpening> opening(std::in_place, displays.chosen);
     const Application application(ownArguments, argv);
+    opening.reset();
     QApplication::setQuitOnLastWindowClosed(false);
     std::setlocale(LC_NUMERIC, "C");
     const int result = runPlayer(std::move(line), std::move(folder), program.manual(), endSignals);

@@ -8,8 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "linux/files/qt_files.h"
+#include "files/posix_files.h"
 #include "skintool/skin_preview.h"
+#include "skintool/skin_words.h"
 #include "skintool/template_skin.h"
 
 namespace {
@@ -19,20 +20,6 @@ namespace fs = std::filesystem;
 
 constexpr int kFine = 0, kFound = 1, kFailed = 2;
 constexpr double kMinScale = 0.5, kMaxScale = 4.0;
-constexpr const char* kHelp =
-    "Usage: corvane-skin new NAME [FOLDER]\n"
-    "       corvane-skin check SKIN\n"
-    "       corvane-skin preview SKIN FOLDER [--scale FACTOR]\n"
-    "\n"
-    "Begins, checks and shows skins of corvane. SKIN is the path of the bitmap, of the\n"
-    "CSV file, or of both without the ending.\n"
-    "\n"
-    "  new       writes a plain skin NAME to begin with; overwrites nothing\n"
-    "  check     tells each mistake with its line; ends with 1 when there is one\n"
-    "  preview   writes a PNG of every state of the panel into FOLDER\n"
-    "  --scale   size of these pictures, 0.5 to 4\n"
-    "  -h, --help, --version\n";
-
 int failed(const std::string& reason) {
     std::fprintf(stderr, "corvane-skin: %s\n", reason.c_str());
     return kFailed;
@@ -57,7 +44,7 @@ int begin(const std::string& name, const fs::path& folder) {
     fs::create_directories(folder, error);
     for (const auto& [file, bytes] : files) {
         const std::string path = (folder / file).string();
-        if (bytes.empty() || !QtFiles().replace(path, bytes)) return failed(path + " cannot be written");
+        if (bytes.empty() || !PosixFiles().replace(path, bytes)) return failed(path + " cannot be written");
         std::printf("%s\n", path.c_str());
     }
     return kFine;
@@ -84,7 +71,7 @@ int preview(const std::string& path, const fs::path& folder, double scale) {
     fs::create_directories(folder, error);
     for (const auto& [name, image] : states) {
         const std::string file = (folder / (name + ".png")).string();
-        if (!QtFiles().replace(file, encoded(image, "PNG"))) return failed(file + " cannot be written");
+        if (!PosixFiles().replace(file, encoded(image, "PNG"))) return failed(file + " cannot be written");
         std::printf("%s\n", file.c_str());
     }
     return kFine;
@@ -110,7 +97,7 @@ int run(std::vector<std::string> words) {
     if (count >= 2 && words[0] == "new" && count <= 3) return begin(words[1], count == 3 ? words[2] : ".");
     if (count == 2 && words[0] == "check") return check(words[1]);
     if (count == 3 && words[0] == "preview") return preview(words[1], words[2], scale);
-    std::fputs(kHelp, stderr);
+    std::fputs(skinUsage().c_str(), stderr);
     return kFailed;
 }
 
@@ -119,7 +106,7 @@ int run(std::vector<std::string> words) {
 int main(int argc, char** argv) {
     const std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
     for (const std::string& word : words) {
-        if (word == "--help" || word == "-h") return std::fputs(kHelp, stdout) < 0 ? kFailed : kFine;
+        if (word == "--help" || word == "-h") return std::fputs(skinUsage().c_str(), stdout) < 0 ? kFailed : kFine;
         if (word == "--version") return std::puts("corvane-skin " CORVANE_VERSION) < 0 ? kFailed : kFine;
     }
     qputenv("QT_QPA_PLATFORM", "offscreen");  // panels are painted, never shown

@@ -8,14 +8,16 @@
 #include "listedit/forms.h"
 #include "panel/forms.h"
 #include "players/forms.h"
+#include "players/moving_picture.h"
 #include "startup/forms.h"
+#include "storage/resume.h"
+#include "winapi/api.h"
+#include "winapi/idle_state.h"
+#include "winapi/program/known_folders.h"
+#include "winapi/program/own_process.h"
+#include "winapi/program/standard_stream.h"
 #include "windows/about.h"
-#include "windows/api.h"
-#include "windows/idle_state.h"
-#include "windows/known_folders.h"
 #include "windows/media_keys.h"
-#include "windows/own_process.h"
-#include "windows/standard_stream.h"
 #include "windows/windows_desktop.h"
 #include "workers/worker.h"
 // After windows.h:
@@ -46,6 +48,8 @@ void runPlayer(CommandLine line) {
     Player player(desktop.ports());
     registerForms(player);
     IdleState idle;
+    const Resume resume(player);
+    const MovingPicture moving(player);
     MediaSession session(player);
     session.keepAwakeBy(&idle);
     const MediaKeys keys(session, desktop.loop());

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/hands.h"
 #include "engine/hold_times.h"
 #include "engine/mdlPublicFunction.h"
 #include "panel/frmMainPanel.h"
 
 namespace corvane {
 
-using mdlPublicFunction::CloseFile;
+using mdlPublicFunction::changeTimeShown;
 using mdlPublicFunction::knobLevel;
 using mdlPublicFunction::NextFile;
 using mdlPublicFunction::PauseFile;
@@ -16,6 +17,7 @@ using mdlPublicFunction::SetVolume;
 using mdlPublicFunction::setVolumeLevel;
 using mdlPublicFunction::showPopupMenu;
 using mdlPublicFunction::ShuffleList;
+using mdlPublicFunction::stopAll;
 using mdlPublicFunction::toggleRepeat;
 
 void frmMainPanel::cmdMainPanel_Click(int index) {
@@ -39,7 +41,7 @@ void frmMainPanel::cmdMainPanel_Click(int index) {
             PauseFile(player_);
             break;
         case kStop:
-            CloseFile(player_, false);
+            stopAll(player_);
             break;
         case kPrev:
             if (holdEngaged_) break;  // the hold has sought already: the click must not change the file
@@ -55,10 +57,10 @@ void frmMainPanel::cmdMainPanel_Click(int index) {
             openBeside(FormId::FileList);
             break;
         case kVolumeDown:
-            SetVolume(player_, 1);
+            if (!holdEngaged_) SetVolume(player_, 1);  // else the hold has turned it already
             break;
         case kVolumeUp:
-            SetVolume(player_, 0);
+            if (!holdEngaged_) SetVolume(player_, 0);
             break;
         default:
             break;
@@ -67,6 +69,9 @@ void frmMainPanel::cmdMainPanel_Click(int index) {
 
 /// The editor and the settings dialog show the panel again when they close.
 void frmMainPanel::openBeside(FormId id) {
+    player_.wholeScreen.reset();
+    player_.reading.stop();  // nothing may begin to play beneath a dialog
+    player_.forms.unload(FormId::Find);
     Hide();
     Enabled = false;
     player_.forms.load(id).Show();
@@ -78,6 +83,10 @@ void frmMainPanel::pctMainPanel_Click() {
 
 /// A label drags the window; a click on one that lies on the display picture means the display.
 void frmMainPanel::lblMainPanel_Click(const Label& label) {
+    if (player_.conveniences.hands && &label == &lblMainPanel[kTimeLabel] && !isStopped()) {
+        changeTimeShown(player_);
+        return;
+    }
     const PictureBox& display = pctMainPanel;
     const bool onDisplay = display.Visible && label.Left >= display.Left && label.Top >= display.Top &&
                            label.Left < display.Left + display.Width && label.Top < display.Top + display.Height;
@@ -85,7 +94,10 @@ void frmMainPanel::lblMainPanel_Click(const Label& label) {
 }
 
 void frmMainPanel::cmdMainPanel_MouseDown(int index, const MouseArgs& mouse) {
-    if (mouse.button != kLeftButton || (index != kPrev && index != kNext)) return;
+    if (mouse.button != kLeftButton) return;
+    if (player_.conveniences.hands && index == kVolumeUp) beginVolumeHold(Hold::Louder);
+    if (player_.conveniences.hands && index == kVolumeDown) beginVolumeHold(Hold::Softer);
+    if (index != kPrev && index != kNext) return;
     endHold();  // of a press whose release never came
     if (const auto medium = player_.media.current()) medium->leaveWholeScreen();
     const bool shift = (mouse.shift & kShiftMask) != 0;
@@ -95,6 +107,13 @@ void frmMainPanel::cmdMainPanel_MouseDown(int index, const MouseArgs& mouse) {
         hold_ = shift ? Hold::NextShift : Hold::Next;
     }
     tmrPrevNext.Interval = kHoldMs;
+    tmrPrevNext.restart();
+}
+
+void frmMainPanel::beginVolumeHold(Hold direction) {
+    endHold();
+    hold_ = direction;
+    tmrPrevNext.Interval = kVolumeHoldMs;
     tmrPrevNext.restart();
 }
 
@@ -113,7 +132,7 @@ void frmMainPanel::cmdMainPanel_MouseUp(int /*index*/, const MouseArgs& mouse) {
 void frmMainPanel::endHold() {
     tmrPrevNext.Enabled = false;
     const bool steppedFast = tmrPrevNext.Interval == kFastStepMs;
-    if (steppedFast) tmrPrevNext.Interval = kHoldMs;
+    tmrPrevNext.Interval = kHoldMs;
     holdEngaged_ = false;
     hold_ = Hold::None;
     if (const auto medium = player_.media.current()) medium->endHold(steppedFast);

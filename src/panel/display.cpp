@@ -35,6 +35,7 @@ void frmMainPanel::blinkTime() {
 
 /// The clock counts 0 to 11 in both halves of the day.
 void frmMainPanel::showClock() {
+    if (player_.reading.isTold()) return;  // that stands there
     const LocalTime now = player_.ports.clock.localTime();
     const bool afternoon = now.hour > 11;
     lblMainPanel[kTextLabel].Caption = zeroPadded(now.year % 100, 2) + "/" + zeroPadded(now.month, 2) + "/" +

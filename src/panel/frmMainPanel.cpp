@@ -14,17 +14,17 @@ using mdlPublicFunction::chooseVolumeDevice;
 using mdlPublicFunction::CloseFile;
 using mdlPublicFunction::commandKey;
 using mdlPublicFunction::findVolume;
-using mdlPublicFunction::fixedKeyDown;
 using mdlPublicFunction::fixedKeyUp;
 using mdlPublicFunction::followVolume;
+using mdlPublicFunction::giveFiles;
+using mdlPublicFunction::Given;
 using mdlPublicFunction::lightLamp;
 using mdlPublicFunction::messageBox;
-using mdlPublicFunction::openFiles;
 using mdlPublicFunction::placeIndicator;
+using mdlPublicFunction::playDropped;
 using mdlPublicFunction::powerOff;
 using mdlPublicFunction::putVolumeBack;
 using mdlPublicFunction::SetWindowZOrder;
-using mdlPublicFunction::takeFiles;
 
 void registerPanelForms(Player& player) {
     player.forms.registerForm(FormId::MainPanel, [&player] { return std::make_unique<frmMainPanel>(player); });
@@ -35,6 +35,7 @@ frmMainPanel::frmMainPanel(Player& player) : player_(player) {
     tieButtons();
     tieMouse();
     tieValues();
+    tieHands();
     tmrDisplay.Tick.tie([this] { tmrDisplay_Timer(); });
     tmrPrevNext.Tick.tie([this] { tmrPrevNext_Timer(); });
     tmrPlayBack.Tick.tie([this] { tmrPlayBack_Timer(); });
@@ -44,7 +45,7 @@ void frmMainPanel::tieForm() {
     Load.tie([this] { Form_Load(); });
     Unload.tie([this] { Form_Unload(); });
     KeyPress.tie([this](int character) { commandKey(player_, character); });
-    KeyDown.tie([this](const KeyArgs& key) { fixedKeyDown(player_, key); });
+    KeyDown.tie([this](const KeyArgs& key) { Form_KeyDown(key); });
     KeyUp.tie([this](const KeyArgs& key) { fixedKeyUp(player_, key); });
     LostFocus.tie([this] { player_.gAltMenuArmed = false; });  // Alt+Tab: the release is another window's
     CloseRequest.tie([this](bool /*altHeld*/) { powerOff(player_); });
@@ -78,16 +79,18 @@ void frmMainPanel::tieMouse() {
     pctMainPanel.Click.tie([this] { pctMainPanel_Click(); });
     pctMainPanel.MouseDown.tie([this](const MouseArgs& mouse) { dragWindow(mouse); });
     pctMainPanel.MouseUp.tie([this](const MouseArgs& mouse) { popUpOnRight(mouse); });
-    pctSlide.MouseDown.tie([this](const MouseArgs& /*mouse*/) { pctSlide_MouseDown(); });
+    pctSlide.MouseDown.tie([this](const MouseArgs& mouse) { pctSlide_MouseDown(mouse); });
     pctSlide.MouseMove.tie([this](const MouseArgs& mouse) { pctSlide_MouseMove(mouse); });
     pctSlide.MouseUp.tie([this](const MouseArgs& mouse) { pctSlide_MouseUp(mouse); });
 }
 
 void frmMainPanel::takeDropped(const DropData& dropped) {
     if (dropped.toPlay) {
-        openFiles(player_, dropped.files);
+        giveFiles(player_, dropped.files, Given::ToOpen);
+    } else if (player_.conveniences.plays) {
+        playDropped(player_, dropped);
     } else {
-        takeFiles(player_, dropped);
+        giveFiles(player_, dropped.hasFiles ? dropped.files : std::vector<std::string>(), Given::AsList);
     }
 }
 
@@ -121,6 +124,8 @@ void frmMainPanel::Form_Load() {
 }
 
 void frmMainPanel::Form_Unload() {
+    player_.forms.unload(FormId::Find);
+    player_.reading.stop();
     player_.ports.sound.WaveOutChanged.tie({});
     putVolumeBack(player_);
     WindowState = WindowState::Normal;

@@ -14,7 +14,15 @@ public:
     explicit frmMainPanel(Player& player);
 
 private:
-    enum class Hold : std::int16_t { None = 0, Previous = 1, Next = 2, PreviousShift = 3, NextShift = 4 };
+    enum class Hold : std::int16_t {
+        None = 0,
+        Previous = 1,
+        Next = 2,
+        PreviousShift = 3,
+        NextShift = 4,
+        Louder,
+        Softer
+    };
 
     void tieForm();
     void tieButtons();
@@ -38,6 +46,7 @@ private:
     void imgMainPanel_MouseUp(int index, const MouseArgs& mouse);
     void openBeside(FormId id);
     void takeDropped(const DropData& dropped);
+    void beginVolumeHold(Hold direction);
     void endHold();
 
     // Press and hold (sequencing.cpp).
@@ -51,9 +60,14 @@ private:
     void beginSlide();
     void slide(double place);
     void endSlide();
-    void pctSlide_MouseDown();
+    void pctSlide_MouseDown(const MouseArgs& mouse);
     void pctSlide_MouseMove(const MouseArgs& mouse);
     void pctSlide_MouseUp(const MouseArgs& mouse);
+
+    // The wheel, the slider's tip, the keys of the window that finds (hands.cpp).
+    void tieHands();
+    void Form_KeyDown(const KeyArgs& key);
+    std::string slideTip(float x) const;
 
     // The slider and the knob without the mouse (values.cpp).
     DraggedValue slideValue() const;

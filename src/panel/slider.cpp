@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
 #include <cmath>
 
 #include "engine/mdlPublicFunction.h"
@@ -45,7 +46,13 @@ void frmMainPanel::endSlide() {
     player_.gSlideState = kNoDrag;
 }
 
-void frmMainPanel::pctSlide_MouseDown() { beginSlide(); }
+void frmMainPanel::pctSlide_MouseDown(const MouseArgs& mouse) {
+    beginSlide();
+    if (!player_.conveniences.hands || mouse.button != kLeftButton) return;
+    // A press at an end means that end, as near to it as the slider goes.
+    const double last = player_.gSlideWidth - 1.0;
+    if (last >= 1.0) slide(std::clamp(static_cast<double>(mouse.x), 1.0, last));
+}
 
 void frmMainPanel::pctSlide_MouseMove(const MouseArgs& mouse) { slide(static_cast<double>(mouse.x)); }
 

@@ -11,19 +11,21 @@ namespace corvane {
 
 namespace {
 
-PictureReader readerOf(const std::string& start, PictureReader jpeg, PictureReader png) {
+PictureReader readerOf(const std::string& start, const PictureReader& jpeg, const PictureReader& png,
+                       const PictureReader& other) {
     if (start.starts_with("BM")) return readBmp;
     if (start.starts_with("GIF87a") || start.starts_with("GIF89a")) return readGif;
     if (start.starts_with("\xFF\xD8\xFF")) return jpeg;
     if (start.starts_with("\x89PNG\r\n\x1A\n")) return png;
-    return nullptr;
+    return other;
 }
 
 }  // namespace
 
-PicturePixels readPicture(PictureBytes& file, const DecodingBounds& bounds, PictureReader jpeg, PictureReader png) {
-    const PictureReader reader = readerOf(file.part(0, 8), jpeg, png);
-    if (reader == nullptr) return PicturePixels::failed("This is not a picture of a known format.");
+PicturePixels readPicture(PictureBytes& file, const DecodingBounds& bounds, const PictureReader& jpeg,
+                          const PictureReader& png, const PictureReader& other) {
+    const PictureReader reader = readerOf(file.part(0, 8), jpeg, png, other);
+    if (!reader) return PicturePixels::failed("This is not a picture of a known format.");
     if (file.size() > kMaxPictureBytes) {
         return PicturePixels::failed("The picture is too large (" + std::to_string(file.size() / 1'000'000) + " MB).");
     }

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "forms/event.h"
+#include "platform/sound_level.h"
 
 namespace corvane {
 
@@ -30,6 +31,9 @@ public:
     virtual void DeviceType(const std::string& type) = 0;
     virtual const std::string& DeviceType() const = 0;
     virtual void FileName(const std::string& path) = 0;
+    /// How loud the file that is opened next is played, and how exactly its ends are kept; default AsRecorded.
+    /// Sequences and discs, and a desktop that reads no such tags, leave it.
+    virtual void Level(SoundLevel /*level*/) {}
 
     /// "Open", "Close", "Play", "Pause", "Stop" or "Seek"; another word does nothing. Without an open device all but
     /// "Open" do nothing. "Open" waits at most about 200 ms for the length; a file that cannot be played raises Failed

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "forms/controls.h"
 
@@ -10,6 +11,12 @@ namespace corvane {
 inline constexpr int kMovieStopped = 0;
 inline constexpr int kMoviePaused = 1;
 inline constexpr int kMovieRunning = 2;
+
+/// A part of a movie.
+struct MovieChapter {
+    double seconds = 0;  ///< where it begins
+    std::string title;   ///< one harmless line; "" none
+};
 
 /// The movie control: shows one movie on its form. Assigning a file name opens the movie and does not start it: the
 /// position is exactly 0 until the first Run, and the duration after the end. Events are posted through the EventLoop,
@@ -45,6 +52,17 @@ public:
     virtual void Pause() = 0;
     virtual void Stop() = 0;  ///< stops and raises no StateChange to stopped
     virtual int State() const = 0;
+
+    // What a movie carries besides. A desktop without it leaves it; nothing happens unless a movie is open.
+    /// The next of its subtitles, at first none: those inside the file, those beside it, none. Says on the picture
+    /// which.
+    virtual void NextSubtitles() {}
+    virtual void NextSoundTrack() {}  ///< the next of the sounds that it can be heard with; says which
+    virtual std::vector<MovieChapter> Chapters() const { return {}; }  ///< in order
+    /// Saves the picture that is seen as `name`.png where the user keeps pictures, over no other file; says where it
+    /// went, or why it did not.
+    virtual void SaveFrame(const std::string& /*name*/) {}
+    virtual void ShowText(const std::string& /*text*/) {}  ///< one line on the picture, for a moment
 
     Event<> OpenComplete;
     Event<int, int>

@@ -13,8 +13,12 @@
 #include "forms/form.h"
 #include "forms/menu.h"
 #include "platform/event_loop.h"
+#include "platform/file_texts.h"
+#include "platform/file_work.h"
+#include "platform/length_reader.h"
 #include "platform/mci_control.h"
 #include "platform/movie_control.h"
+#include "platform/sound_level.h"
 
 namespace corvane {
 
@@ -25,12 +29,17 @@ public:
     virtual std::unique_ptr<MciControl> makeMciControl() = 0;
     /// The control belongs to the form's paint order; the caller owns it.
     virtual std::unique_ptr<MovieControl> makeMovieControl(Form& form) = 0;
+    /// Whether the decoders that are there play files of that type of sound or movie; "FLAC", "MKV". Asked once for
+    /// each of the types that not every desktop plays.
+    virtual bool plays(const std::string& /*extension*/) { return false; }
     /// Hints: this file is likely to be opened next, by the MCI control, by that with "CDAudio", or by the movie
     /// control. Makes ready in workers what it will need and returns at once; a desktop with nothing to make ready
-    /// leaves it.
-    virtual void expectSound(const std::string& /*path*/) {}
+    /// leaves it. The level: as the control will be told.
+    virtual void expectSound(const std::string& /*path*/, SoundLevel /*level*/) {}
     virtual void expectDisc(const std::string& /*path*/) {}
     virtual void expectMovie(const std::string& /*path*/) {}
+    /// What was expected comes no more, and none of these in its place.
+    virtual void expectNothing() {}
 };
 
 inline constexpr int kDenseFactor = 2;     ///< a dense picture has so many times the pixels across and down
@@ -51,6 +60,8 @@ public:
     };
 
     virtual ~Pictures() = default;
+    /// The same of pictures, "WEBP": only files named so are given to decoders of the system.
+    virtual bool shows(const std::string& /*extension*/) { return false; }
     /// Decodes a file (BMP, JPEG turned upright, GIF's first picture) and waits for it, for some seconds at most: skins
     /// are read so. A damaged or too large file fails with a reason.
     virtual Decoded decode(const std::string& path) = 0;
@@ -63,6 +74,28 @@ public:
     /// A hint: this file is likely to be begun next. Decodes it in a worker; at most one is kept. Not while what was
     /// begun is on its way.
     virtual void decodeAhead(const std::string& path) = 0;
+    /// One of the pictures that a file holds which are shown one after the other.
+    struct Frame {
+        Picture picture;       ///< as large as the file's first; empty: there is none any more
+        int milliseconds = 0;  ///< how long it is seen
+        bool isLast = false;   ///< it stays
+    };
+    /// Such pictures on their way; gone: nothing is told any more.
+    class Frames {
+    public:
+        Frames() = default;
+        Frames(const Frames&) = delete;
+        Frames& operator=(const Frames&) = delete;
+        virtual ~Frames() = default;
+        /// Asks for the next one, which is decoded in a worker and told in a posted event. One at a time.
+        virtual void next() = 0;
+    };
+    /// The pictures of a file in their order, from the first on, as often as the file asks for. Nothing is decoded
+    /// before next(). A file that holds a single one, or what would take too much, has none. Null: none of any file is
+    /// shown so.
+    virtual std::unique_ptr<Frames> frames(const std::string& /*path*/, std::function<void(Frame)> /*told*/) {
+        return nullptr;
+    }
     /// A part of a picture; empty when the cell is not wholly inside it or has no area.
     virtual Picture cut(const Picture& whole, const Cell& cell) = 0;
     /// The plain picture with another one's pixels for dense screens; parts cut out of it have both. `dense` gives a
@@ -112,7 +145,7 @@ struct Drive {
     bool isHome = false;  ///< the user's own folder, where looking for files begins
 };
 
-/// Files and folders. Paths and names are bytes as the file system has them.
+/// Files and folders. Paths and names are bytes as the file system has them. Looking and reading: any thread.
 class Files {
 public:
     virtual ~Files() = default;
@@ -147,6 +180,8 @@ public:
     virtual Twips screenWidth() = 0;      ///< the panel's screen, twips
     virtual Twips screenHeight() = 0;
     virtual int doubleClickTimeMs() = 0;
+    /// The user has asked the desktop for less motion. May become known, or change, while the program runs.
+    virtual bool prefersReducedMotion() = 0;
     /// Puts the window in the z-order; flags as the platform defines them (0x01 no size, 0x02 no move, 0x10 no
     /// activate, 0x40 show, 0x80 hide).
     virtual void SetWindowPos(Form& form, int insertAfter, std::uint32_t flags) = 0;
@@ -197,11 +232,18 @@ public:
     virtual void help() = 0;  ///< opens the help
 };
 
+/// Those of the files named to a start that a list takes, in order; `tell` gets a line for each other one.
+using ListTaker = std::function<std::vector<std::string>(const std::vector<std::string>& named,
+                                                         const std::function<void(const std::string& line)>& tell)>;
+
 /// The process and its surroundings.
 class Process {
 public:
     virtual ~Process() = default;
-    virtual bool onlyInstance() = 0;                     ///< false: another one runs on the same program folder
+    /// False: another one runs on the same program folder, and was given the files to open that a list takes. Who
+    /// started the program is told what none takes.
+    virtual bool onlyInstance(const ListTaker& taken) = 0;
+    virtual bool startedByDesktop() { return false; }    ///< from its menu, or to open files (--open)
     virtual int platformId() = 0;                        ///< 1: the old family; 2 otherwise
     virtual std::string programFolder() = 0;             ///< without a trailing separator, unless a root
     virtual std::string commandLine() = 0;               ///< arguments joined by blanks
@@ -237,6 +279,9 @@ struct Ports {
     Dialogs& dialogs;
     Process& process;
     Random& random;
+    TextReader* texts = nullptr;      ///< null: this desktop reads no tags
+    LengthReader* lengths = nullptr;  ///< null: this desktop tells lengths only of what plays
+    FileWork* work = nullptr;         ///< null: files are asked for while all wait
 };
 
 }  // namespace corvane

@@ -11,10 +11,10 @@
 
 namespace corvane {
 
-using mdlPublicFunction::GetBaseName;
 using mdlPublicFunction::mediaFailed;
 using mdlPublicFunction::packedSeconds;
 using mdlPublicFunction::prepareNext;
+using mdlPublicFunction::titleOf;
 using mdlPublicFunction::tmsfSecondBack;
 using mdlPublicFunction::TmsfToText;
 
@@ -39,8 +39,8 @@ std::int32_t usToPacked(std::int64_t us, std::int16_t track) {
 int trackOf(std::int32_t packed) { return static_cast<int>(static_cast<std::uint32_t>(packed) & 0xFFU); }
 
 /// The last two characters of the name; empty when they are no number. A number below 1 is one, of no track.
-std::optional<std::int16_t> trackNumber(const std::string& path) {
-    const std::string name = GetBaseName(path);
+std::optional<std::int16_t> trackNumber(const Conveniences& ways, const std::string& path) {
+    const std::string name = titleOf(ways, path);
     const auto number = parseNumber(std::string_view(name).substr(name.size() - std::min<std::size_t>(name.size(), 2)));
     if (!number) return std::nullopt;
     return static_cast<std::int16_t>(*number);
@@ -50,7 +50,7 @@ class DiscTrack : public MciMedium {
 public:
     using MciMedium::MciMedium;
 
-    bool canOpen(const std::string& path) const override { return trackNumber(path).has_value(); }
+    bool canOpen(const std::string& path) const override { return trackNumber(player_.conveniences, path).has_value(); }
     void makeReady(const std::string& path) const override { player_.ports.media.expectDisc(path); }
     void open() override;
     void step() override;
@@ -91,7 +91,7 @@ void DiscTrack::open() {
 
 /// False: its number is that of no track, and the failure was shown.
 bool DiscTrack::OpenCDTrack() {
-    const std::int16_t track = trackNumber(path()).value_or(0);
+    const std::int16_t track = trackNumber(player_.conveniences, path()).value_or(0);
     if (track < 1) {
         mediaFailed(player_, "A disc has no track " + std::to_string(track) + ".");
         return false;

@@ -3,11 +3,13 @@
 
 #include <cmath>
 
+#include "engine/hands.h"
 #include "engine/mdlPublicFunction.h"
 #include "players/media_window.h"
 
 namespace corvane {
 
+using mdlPublicFunction::changeWholeScreen;
 using mdlPublicFunction::SetWindowZOrder;
 using mdlPublicFunction::showPopupMenu;
 
@@ -33,7 +35,7 @@ frmImageWindow::frmImageWindow(Player& player) : player_(player) {
     pctImage.MouseDown.tie([this](const MouseArgs& mouse) { pctImage_MouseDown(mouse); });
     pctImage.MouseMove.tie([this](const MouseArgs& mouse) { pctImage_MouseMove(mouse); });
     pctImage.MouseUp.tie([this](const MouseArgs& mouse) { pctImage_MouseUp(mouse); });
-    pctImage.DblClick.tie([this] { WindowState = WindowState::Minimized; });
+    pctImage.DblClick.tie([this] { pctImage_DblClick(); });
     MouseDown.tie([this](const MouseArgs& mouse) {
         if (mouse.button == kLeftButton) player_.ports.windows.beginDrag(*this);
     });
@@ -72,6 +74,15 @@ void frmImageWindow::pctImage_MouseUp(const MouseArgs& mouse) {
         showPopupMenu(player_);
     } else {
         panning_ = false;
+    }
+}
+
+/// A picture that is kept beside another file is not the one that is open.
+void frmImageWindow::pctImage_DblClick() {
+    if (player_.conveniences.hands && player_.media.playsIn(kId)) {
+        changeWholeScreen(player_);
+    } else {
+        WindowState = WindowState::Minimized;
     }
 }
 

@@ -17,6 +17,7 @@ private:
     void pctImage_MouseDown(const MouseArgs& mouse);
     void pctImage_MouseMove(const MouseArgs& mouse);
     void pctImage_MouseUp(const MouseArgs& mouse);
+    void pctImage_DblClick();
     void panTo(float x, float y);
 
     Player& player_;

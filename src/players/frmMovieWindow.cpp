@@ -10,6 +10,7 @@
 
 namespace corvane {
 
+using mdlPublicFunction::changeWholeScreen;
 using mdlPublicFunction::mediaFailed;
 using mdlPublicFunction::NextFile;
 using mdlPublicFunction::SetWindowZOrder;
@@ -110,7 +111,11 @@ void frmMovieWindow::amvMovie_Timer() { progressIn(player_, kId); }
 
 void frmMovieWindow::amvMovie_DblClick() {
     doubleClickedAt = player_.ports.clock.milliseconds();
-    if (!isFullScreen()) WindowState = WindowState::Minimized;
+    if (player_.conveniences.hands) {
+        changeWholeScreen(player_);
+    } else if (!isFullScreen()) {
+        WindowState = WindowState::Minimized;
+    }
 }
 
 void frmMovieWindow::amvMovie_MouseDown(const MouseArgs& mouse) {

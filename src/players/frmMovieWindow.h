@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "engine/hands.h"
 #include "engine/player.h"
 
 namespace corvane {
@@ -21,7 +22,7 @@ private:
     void amvMovie_MouseUp(const MouseArgs& mouse);
     void tmrMovie_Timer();
     void sizeToMovie();
-    bool isFullScreen() const { return player_.gMovieZoom == mdlDefinePublic::kFullScreenZoom; }
+    bool isFullScreen() const { return mdlPublicFunction::isWholeScreen(player_, player_.gMovieZoom); }
 
     Player& player_;
 };

@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "engine/hands.h"
 #include "engine/mdlPublicFunction.h"
 #include "players/forms.h"
 #include "players/frmImageWindow.h"
@@ -14,9 +15,12 @@ namespace corvane {
 
 using mdlPublicFunction::CloseFile;
 using mdlPublicFunction::commandKey;
+using mdlPublicFunction::findKey;
 using mdlPublicFunction::fixedKeyDown;
 using mdlPublicFunction::fixedKeyUp;
 using mdlPublicFunction::powerOff;
+using mdlPublicFunction::seekKey;
+using mdlPublicFunction::stepInWindow;
 
 void registerPlayerForms(Player& player) {
     player.forms.registerForm(FormId::MciWindow, [&player] { return std::make_unique<frmMCIWindow>(player); });
@@ -27,7 +31,13 @@ void registerPlayerForms(Player& player) {
 
 void tieMediaWindow(Player& player, Form& window) {
     window.KeyPress.tie([&player](int character) { commandKey(player, character); });
-    window.KeyDown.tie([&player](const KeyArgs& key) { fixedKeyDown(player, key); });
+    window.KeyDown.tie([&player](const KeyArgs& key) {
+        if (findKey(player, key)) return;
+        if (!player.conveniences.hands || !seekKey(player, key)) fixedKeyDown(player, key);
+    });
+    window.MouseWheel.tie([&player](const WheelArgs& wheel) {
+        if (player.conveniences.hands) stepInWindow(player, wheel.notches);
+    });
     window.KeyUp.tie([&player](const KeyArgs& key) { fixedKeyUp(player, key); });
     window.LostFocus.tie([&player] { player.gAltMenuArmed = false; });
     window.CloseRequest.tie([&player, &window](bool altHeld) {

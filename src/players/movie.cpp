@@ -4,9 +4,12 @@
 
 #include <cmath>
 
+#include "engine/hands.h"
 #include "engine/mdlPublicFunction.h"
 #include "engine/panel_texts.h"
 #include "players/media.h"
+#include "players/movie_chapters.h"
+#include "types/frame_name.h"
 #include "types/numbers.h"
 
 namespace corvane {
@@ -14,12 +17,13 @@ namespace corvane {
 using mdlDefinePublic::kCustomOff;
 using mdlDefinePublic::kCustomPlay;
 using mdlDefinePublic::kCustomRepeat;
-using mdlDefinePublic::kFullScreenZoom;
+using mdlPublicFunction::isWholeScreen;
 using mdlPublicFunction::nameStepButtons;
 using mdlPublicFunction::NextFile;
 using mdlPublicFunction::PauseFile;
 using mdlPublicFunction::prepareNext;
 using mdlPublicFunction::showPlaying;
+using mdlPublicFunction::windowZoom;
 
 namespace {
 
@@ -51,8 +55,11 @@ public:
     bool isHandingOver() const override;
     std::optional<std::int32_t> position() const override;
 
+    bool fillsScreen() const override { return isWholeScreen(player_, player_.gMovieZoom); }
+    void takeWholeScreen() override;
     void leaveWholeScreen() override;
     bool takeWholeScreenBack() override;
+    void obey(MovieKey key) override;
     bool hold(bool back, bool shift) override;
     void endHold(bool steppedFast) override;
 
@@ -61,7 +68,7 @@ private:
     MovieWindowControls* movieWindow() const { return player_.forms.find<MovieWindowControls>(); }
     MovieWindowControls* opened() const;    ///< null until its file has been opened
     MovieWindowControls* seekable() const;  ///< null behind its end
-    bool fillsScreen() const { return player_.gMovieZoom == kFullScreenZoom; }
+    void stepChapter(MovieControl& movie, bool back);
     void goTo(MovieControl& movie, double seconds) const;
     void runAfterSteps(MovieWindowControls& window) const;
 };
@@ -92,12 +99,8 @@ void Movie::OpenMovie() {
     window.WindowState = WindowState::Normal;
     window.tmrMovie.Enabled = false;
     movie.FileName("1");  // releases whatever the control held
-    if (fillsScreen()) {
-        movie.MovieWindowSize(0);
-        movie.FullScreenMode(true);
-    } else {
-        movie.MovieWindowSize(player_.gMovieZoom);
-    }
+    movie.MovieWindowSize(windowZoom(player_.gMovieZoom));
+    if (fillsScreen()) movie.FullScreenMode(true);
     movie.Rate(1.0);
     movie.FileName(path());
     window.Caption = player_.gFileTitle[static_cast<std::size_t>(player_.gFileIndex)];
@@ -225,6 +228,20 @@ std::optional<std::int32_t> Movie::position() const {
     return static_cast<std::int32_t>(std::nearbyint(window->amvMovie->CurrentPosition()));
 }
 
+/// Its window goes while the movie fills the screen, as that of one whose zoom does so.
+void Movie::takeWholeScreen() {
+    auto* const window = movieWindow();
+    if (window == nullptr) return;
+    window->amvMovie->FullScreenMode(fillsScreen());
+    if (!window->started || window->isHandingOver()) return;
+    if (fillsScreen()) {
+        window->Hide();
+    } else {
+        window->WindowState = WindowState::Normal;
+        window->Show();
+    }
+}
+
 void Movie::leaveWholeScreen() {
     auto* const window = movieWindow();
     if (fillsScreen() && window != nullptr) window->amvMovie->FullScreenMode(false);
@@ -235,6 +252,34 @@ bool Movie::takeWholeScreenBack() {
     if (!fillsScreen() || window == nullptr) return false;
     window->amvMovie->FullScreenMode(true);
     return true;
+}
+
+void Movie::obey(MovieKey key) {
+    auto* const window = opened();
+    if (window == nullptr) return;
+    MovieControl& movie = *window->amvMovie;
+    switch (key) {
+        case MovieKey::Subtitles:
+            movie.NextSubtitles();
+            break;
+        case MovieKey::Sound:
+            movie.NextSoundTrack();
+            break;
+        case MovieKey::ChapterBack:
+        case MovieKey::ChapterForth:
+            if (!window->isHandingOver()) stepChapter(movie, key == MovieKey::ChapterBack);
+            break;
+        case MovieKey::Frame:
+            movie.SaveFrame(frameName(player_.gFileTitle[static_cast<std::size_t>(player_.gFileIndex)], positionUs()));
+            break;
+    }
+}
+
+void Movie::stepChapter(MovieControl& movie, bool back) {
+    const std::vector<MovieChapter> chapters = movie.Chapters();
+    const auto next = chapterBeside(chapters, movie.CurrentPosition(), back);
+    if (next) seekTo(std::llround(chapters[*next].seconds * kSecondUs));
+    movie.ShowText(chapterText(chapters, next));
 }
 
 /// Held next alone plays at double speed; with Shift it steps and stays paused; previous steps fast.
@@ -293,7 +338,7 @@ void startMovie(Player& player, MovieWindowControls& window) {
     window.started = true;
     const std::int32_t start = player.gStartPosition[static_cast<std::size_t>(player.gFileIndex)];
     if (start != 0 && player.gCustomMode != kCustomOff) window.amvMovie->CurrentPosition(start);
-    if (player.gMovieZoom != kFullScreenZoom) window.Show();
+    if (!isWholeScreen(player, player.gMovieZoom)) window.Show();
     window.amvMovie->Run();
 }
 

@@ -2,6 +2,7 @@
 // Still pictures. Their unit is the whole second of the slide clock.
 #include <algorithm>
 
+#include "engine/hands.h"
 #include "engine/mdlPublicFunction.h"
 #include "engine/panel_texts.h"
 #include "players/media.h"
@@ -9,6 +10,7 @@
 namespace corvane {
 
 using mdlPublicFunction::isStillOpen;
+using mdlPublicFunction::isWholeScreen;
 using mdlPublicFunction::mediaFailed;
 using mdlPublicFunction::messageBox;
 using mdlPublicFunction::MsecToText;
@@ -17,6 +19,8 @@ using mdlPublicFunction::nextWhilePlaying;
 using mdlPublicFunction::prepareNext;
 using mdlPublicFunction::previousWhilePlaying;
 using mdlPublicFunction::setTime;
+using mdlPublicFunction::shownTime;
+using mdlPublicFunction::windowZoom;
 
 namespace {
 
@@ -42,9 +46,16 @@ double screenShare(std::int16_t zoom) {
     }
 }
 
+/// As it is set, or by hand on the whole screen or not.
+std::int16_t zoomInForce(const Player& player) {
+    if (!player.wholeScreen) return player.gImageZoom;
+    return *player.wholeScreen ? mdlDefinePublic::kFullScreenZoom : windowZoom(player.gImageZoom);
+}
+
 double zoomFactor(Player& player, const PictureBox& box) {
-    if (player.gImageZoom == 1) return 2.0;
-    const double share = screenShare(player.gImageZoom);
+    const std::int16_t zoom = zoomInForce(player);
+    if (zoom == 1) return 2.0;
+    const double share = screenShare(zoom);
     if (share == 0) return 1.0;
     const double byWidth = player.ports.windows.screenWidth() * share / kTwips / box.Width;
     const double byHeight = player.ports.windows.screenHeight() * share / kTwips / box.Height;
@@ -80,7 +91,7 @@ void show(Player& player, const Picture& picture) {
     box.SetSize(static_cast<float>(picture.width()), static_cast<float>(picture.height()));
 
     const double factor = zoomFactor(player, box);
-    if (player.gImageZoom != 0 && factor != 1.0) scale(player, box, factor);
+    if (zoomInForce(player) != 0 && factor != 1.0) scale(player, box, factor);
     place(player, window);
     box.Visible = true;
     // One that the user has minimised stays so until a play command shows it: a slide show must not pop up.
@@ -94,12 +105,11 @@ void startSlideClock(Player& player) {
     auto* window = player.forms.find<ImageWindowControls>();
     if (panel == nullptr || window == nullptr) return;
     player.gLength = player.gInterval;
-    if (player.gInterval == 0) {
-        setTime(*panel, "99:99");
-        return;
-    }
-    setTime(*panel, "00:00");
-    player.gImageElapsed = 0;
+    const auto medium = player.media.current();
+    if (player.gInterval != 0) player.gImageElapsed = 0;
+    player.elapsedText = player.gInterval == 0 ? "99:99" : "00:00";
+    setTime(*panel, medium ? shownTime(player, *medium, player.elapsedText) : player.elapsedText);
+    if (player.gInterval == 0) return;
     if (player.gPlaying) window->tmrImage.restart();  // else it was paused while it was decoded
 }
 
@@ -162,6 +172,8 @@ public:
     bool takesCustomPositions() const override { return false; }
     std::optional<std::int32_t> position() const override { return std::nullopt; }
     bool hold(bool /*back*/, bool /*shift*/) override { return false; }
+    bool fillsScreen() const override { return isWholeScreen(player_, player_.gImageZoom); }
+    void takeWholeScreen() override;
 
 private:
     void OpenImage();
@@ -169,10 +181,12 @@ private:
     void showElapsed(std::int32_t milliseconds) const;
 };
 
-/// A picture is decoded ahead only while another one shows: that is when one waits for the next, and it takes much
-/// memory.
+/// A picture is decoded ahead only while another one shows, which is when one waits for the next, and while the opening
+/// runs, when it is the first of all: it takes much memory.
 void StillPicture::makeReady(const std::string& path) const {
-    if (player_.media.playsIn(FormId::ImageWindow)) player_.ports.pictures.decodeAhead(path);
+    player_.ports.media.expectNothing();
+    const bool isFirst = player_.forms.find<MainPanelControls>() == nullptr;
+    if (isFirst || player_.media.playsIn(FormId::ImageWindow)) player_.ports.pictures.decodeAhead(path);
 }
 
 /// Begins to decode the picture. It is shown at once when that is done already, else in an event of its own, unless the
@@ -235,6 +249,13 @@ void StillPicture::progress() {
     // The product is formed in 16 bits and wraps above 32767.
     showElapsed(static_cast<std::int16_t>(static_cast<std::uint16_t>(player_.gImageElapsed * 1000)));
     if (player_.gImageElapsed >= player_.gInterval) NextFile(player_);
+}
+
+/// The picture that is awaited is shown so when it comes.
+void StillPicture::takeWholeScreen() {
+    const auto* const window = imageWindow();
+    if (window == nullptr || player_.pictureAwaited) return;
+    show(player_, Picture(window->pctImage.Picture.get()));
 }
 
 bool StillPicture::isProgressing() const {

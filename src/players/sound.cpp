@@ -2,6 +2,7 @@
 // Sound files and MIDI sequences. Their unit is the millisecond.
 #include <cmath>
 
+#include "engine/level_choice.h"
 #include "engine/mdlPublicFunction.h"
 #include "engine/panel_texts.h"
 #include "players/mci_medium.h"
@@ -23,7 +24,9 @@ class Sound : public MciMedium {
 public:
     using MciMedium::MciMedium;
 
-    void makeReady(const std::string& path) const override { player_.ports.media.expectSound(path); }
+    void makeReady(const std::string& path) const override {
+        player_.ports.media.expectSound(path, soundLevelOf(player_, path));
+    }
     void open() override;
     void step() override;
     void back() override;
@@ -46,6 +49,7 @@ private:
 
 void Sound::open() {
     setDeviceType();
+    player_.forms.load<MciWindowControls>().mmcMci->Level(soundLevelOf(player_, path()));
     OpenMciFile();
     const MciControl* const mci = control();
     player_.gLength = mci != nullptr ? mci->Length() : 0;

@@ -20,15 +20,6 @@ Rectangle rectangle(Twips left, Twips top, Twips width, Twips height) {
             static_cast<double>(height)};
 }
 
-/// Whole pixels of the skin that a place fills.
-PixelPlace snapped(const Rectangle& twips) {
-    const Rectangle cells = twips.scaled(1.0 / static_cast<double>(kTwipsPerPixel));
-    const auto whole = [](double edge) { return static_cast<int>(std::lround(edge)); };
-    const int left = whole(cells.x);
-    const int top = whole(cells.y);
-    return {left, top, whole(cells.right()) - left, whole(cells.bottom()) - top};
-}
-
 const Picture kNoPicture;
 
 }  // namespace
@@ -113,6 +104,14 @@ const Picture& pictureShown(const Control& control, bool pressed) {
         default:
             return kNoPicture;
     }
+}
+
+PixelPlace snapped(const Rectangle& twips) {
+    const Rectangle cells = twips.scaled(1.0 / static_cast<double>(kTwipsPerPixel));
+    const auto whole = [](double edge) { return static_cast<int>(std::lround(edge)); };
+    const int left = whole(cells.x);
+    const int top = whole(cells.y);
+    return {left, top, whole(cells.right()) - left, whole(cells.bottom()) - top};
 }
 
 std::vector<CompositionStep> compositionOf(const Form& form, const Control* pressed) {

@@ -30,6 +30,9 @@ struct PixelPlace {
     bool operator==(const PixelPlace&) const = default;
 };
 
+/// The whole pixels of the skin that a place, in twips, fills.
+PixelPlace snapped(const Rectangle& twips);
+
 /// A step of composing a painted form at its skin's own resolution, bottom to top.
 struct CompositionStep {
     const Control* control = nullptr;

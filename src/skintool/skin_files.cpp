@@ -4,7 +4,7 @@
 #include <filesystem>
 
 #include "engine/dense_skin.h"
-#include "linux/files/qt_files.h"
+#include "files/posix_files.h"
 #include "linux/pictures/qt_pictures.h"
 #include "panel/skin_builder.h"
 #include "types/text.h"
@@ -76,7 +76,7 @@ Skin readSkin(const SkinFiles& files) {
     if (files.text.empty()) {
         skin.mistakes.push_back({0, true, "there is no text file " + files.name + std::string(kTextEnding)});
     } else {
-        skin.text = QtFiles().read(files.text, kMostSkinTextBytes);
+        skin.text = PosixFiles().read(files.text, kMostSkinTextBytes);
         if (!skin.text) skin.mistakes.push_back({0, true, files.text + " cannot be read, or is larger than 4 MiB"});
     }
     return skin;

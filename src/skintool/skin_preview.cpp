@@ -4,8 +4,9 @@
 #include "engine/mdlPublicFunction.h"
 #include "linux/pictures/qt_pictures.h"
 #include "linux/qt_loop.h"
-#include "linux/windowing/canvas_window.h"
+#include "linux/windowing/media_canvas.h"
 #include "panel/skin_builder.h"
+#include "shell/windowing/make_drawn.h"
 
 namespace corvane {
 
@@ -18,7 +19,9 @@ constexpr int kIndicatorPhases = 3;
 class DressedPanel {
 public:
     DressedPanel(const Skin& skin, double scale)
-        : background_(&opening_, "imgDummyPanel"), context_(loop_, scale), window_(makeDrawnWindow(panel_, context_)) {
+        : background_(&opening_, "imgDummyPanel"),
+          context_(loop_, scale),
+          window_(makeDrawn<CanvasWindow, MediaCanvas>(panel_, context_)) {
         applyPanelRecord(*skin.text, skin.bitmap, pictures_, state_, background_);
         applied_ = applySkin(*skin.text, skin.bitmap, pictures_, state_, panel_);
         panel_.SetSize(static_cast<float>(state_.gPanelWidth) * kTwipsPerPixel,

@@ -5,10 +5,12 @@
 #include <string>
 
 #include "engine/dense_skin.h"
+#include "engine/left_out.h"
 #include "engine/mdlPublicFunction.h"
 #include "panel/skin_builder.h"
 #include "startup/forms.h"
 #include "storage/play_lists.h"
+#include "storage/resume.h"
 #include "storage/settings.h"
 #include "types/text.h"
 
@@ -59,15 +61,18 @@ frmStartup::frmStartup(Player& player)
 
 bool frmStartup::Form_Initialize(Player& player) {
     Process& process = player.ports.process;
-    if (!process.onlyInstance()) {
+    const char separator = player.ports.files.separator();
+    const std::string folder = process.programFolder();
+    player.gIniFile = text::joinPath(folder, "KADO.INI", separator);
+    readConveniences(player);
+    if (player.conveniences.kinds) mdlPublicFunction::addTypesOfToday(player);
+    const auto taken = [&player](const auto& named, const auto& tell) { return filesForList(player, named, tell); };
+    if (!process.onlyInstance(taken)) {
         process.end();
         return false;
     }
     player.gIsWin9x = process.platformId() == kOldFamily;
 
-    const char separator = player.ports.files.separator();
-    const std::string folder = process.programFolder();
-    player.gIniFile = text::joinPath(folder, "KADO.INI", separator);
     player.gListFileStem = text::joinPath(folder, "FILE", separator);
     readSkinNames(player);
     player.forms.load(FormId::MenuWindow);
@@ -117,6 +122,7 @@ void frmStartup::growTo(int step) {
 }
 
 void frmStartup::tmrOpenClose_Timer(int index) {
+    if (player_.ports.windows.prefersReducedMotion()) skipTo(index);
     imgDummyPanel.Visible = false;
     growTo(player_.gAnimationStep);
     if (index == kOpening) {
@@ -124,6 +130,12 @@ void frmStartup::tmrOpenClose_Timer(int index) {
     } else {
         stepClosing();
     }
+}
+
+/// The last step comes at once: the panel stands where it would have come to, or is gone.
+void frmStartup::skipTo(int index) {
+    player_.gAnimationStep = index == kOpening ? kSteps : 1;
+    if (index == kClosing) Hide();
 }
 
 /// Goes the step's share of the way that is left over from the screen's or the panel's edge.
@@ -146,9 +158,22 @@ void frmStartup::stepOpening() {
     if (player.ports.process.ending()) return;  // the skin cannot be applied
     panel.Show();
     player.forms.unload(FormId::Startup);
+    beginList(player);
+    tellWhatWaits(player);
+}
+
+/// What the start was given plays, in an event of its own.
+void frmStartup::beginList(Player& player) {
+    if (player.remembered.openAtUs) {
+        player.ports.loop.post([&player] {
+            if (!player.ports.process.ending()) goOnWhereLeft(player);
+        });
+        return;
+    }
     if (!player.gAutoPlay && !player.playsAtStart) return;
     player.ports.loop.post([&player] {
-        if (!player.ports.process.ending()) mdlPublicFunction::PlayFile(player);
+        if (player.ports.process.ending() || player.media.isOpen()) return;  // what was given has begun by itself
+        mdlPublicFunction::PlayFile(player);
     });
 }
 

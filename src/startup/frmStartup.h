@@ -25,7 +25,9 @@ public:
 private:
     void Form_Load();
     void tmrOpenClose_Timer(int index);
+    void skipTo(int index);
     void stepOpening();
+    static void beginList(Player& player);
     void stepClosing();
     void loadSkin();
     void growTo(int step);

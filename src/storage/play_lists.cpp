@@ -4,19 +4,20 @@
 #include <algorithm>
 #include <utility>
 
-#include "engine/list_look_up.h"
 #include "engine/mdlPublicFunction.h"
+#include "engine/opened_lists.h"
 #include "storage/profile_file.h"
+#include "storage/resume.h"
 #include "types/numbers.h"
 
 namespace corvane {
 
 using mdlDefinePublic::kMaxFiles;
-using mdlPublicFunction::GetBaseName;
-using mdlPublicFunction::GetExtension;
+using mdlDefinePublic::kMaxLongFiles;
+using mdlDefinePublic::maxFiles;
+using mdlPublicFunction::giveAtStart;
 using mdlPublicFunction::showList;
-using mdlPublicFunction::takeFiles;
-using mdlPublicFunction::withoutDoubledSeparator;
+using mdlPublicFunction::titleOf;
 
 namespace {
 
@@ -41,6 +42,17 @@ std::string storedEntry(ListEntry entry) {
     return entry.name + '|' + entry.path;
 }
 
+/// What the file holds behind the list's end would be read as more of it.
+void emptyBehind(Player& player, const std::string& file, std::size_t end, std::vector<ProfileKey>& keys) {
+    const std::string text = readProfileFile(player.ports.files, file);
+    const ProfileSection section(text, kListSection);
+    for (std::size_t i = end; i < kMaxLongFiles; ++i) {
+        std::string key = entryKey(static_cast<int>(i));
+        if (section.get(key).empty()) break;
+        keys.emplace_back(std::move(key), storedEntry({}));
+    }
+}
+
 /// Puts an entry at the next free index.
 class ListFiller {
 public:
@@ -62,19 +74,17 @@ private:
 };
 
 void fillFromCommandLine(Player& player, std::string_view commandLine) {
-    const char separator = player.ports.files.separator();
-    std::vector<std::string> paths;
+    std::vector<std::string> names;
     while (!commandLine.empty()) {
         const std::size_t blank = std::min(commandLine.find(' '), commandLine.size());
         const std::string_view piece = commandLine.substr(0, blank);
         commandLine.remove_prefix(std::min(blank + 1, commandLine.size()));
-        if (!player.types.knows(GetExtension(piece))) continue;
-        paths.push_back(withoutDoubledSeparator(std::string(piece), separator));
+        names.emplace_back(piece);
     }
-    const auto names = lookUpForList(player.ports.files, paths);
+    if (isReadElsewhere(player, names)) return giveAtStart(player, names, false);
     ListFiller filler(player);
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        if (names[i]) filler.add(GetBaseName(*names[i]), std::move(paths[i]));
+    for (TakenFile& file : filesTaken(player, names, maxFiles(player)).files) {
+        filler.add(std::move(file.title), std::move(file.path));
     }
     filler.finish();
 }
@@ -83,7 +93,7 @@ void fillFromFile(Player& player) {
     ListFiller filler(player);
     const std::string file = listFileName(player, player.gPageNumber, player.gListNumber);
     for (ListEntry& entry : readPlayList(player, file).entries) {
-        filler.add(GetBaseName(entry.name), std::move(entry.path));
+        filler.add(titleOf(player.conveniences, entry.name), std::move(entry.path));
     }
     filler.finish();
 }
@@ -105,19 +115,29 @@ PlayList readPlayList(Player& player, const std::string& file) {
     const std::string text = readProfileFile(player.ports.files, file);
     const ProfileSection section(text, kListSection);
     PlayList list{section.get(kListNameKey), {}};
-    for (int i = 0; i < kMaxFiles; ++i) {
-        auto entry = splitEntry(section.get(entryKey(i)));
-        if (!entry) break;
-        list.entries.push_back(std::move(*entry));
-    }
+    const auto take = [&](int from, int end) {
+        for (int i = from; i < end; ++i) {
+            auto entry = splitEntry(section.get(entryKey(i)));
+            if (!entry) break;
+            list.entries.push_back(std::move(*entry));
+        }
+    };
+    take(0, kMaxFiles);
+    take(kMaxFiles, static_cast<int>(maxFiles(player)));
     return list;
 }
 
 bool writePlayList(Player& player, const std::string& file, const PlayList& list) {
     std::vector<ProfileKey> keys{{kListNameKey, list.listName}};
-    for (int i = 0; i < kMaxFiles; ++i) {
-        const auto index = static_cast<std::size_t>(i);
-        keys.emplace_back(entryKey(i), storedEntry(index < list.entries.size() ? list.entries[index] : ListEntry{}));
+    const auto add = [&](std::size_t index) {
+        keys.emplace_back(entryKey(static_cast<int>(index)),
+                          storedEntry(index < list.entries.size() ? list.entries[index] : ListEntry{}));
+    };
+    for (std::size_t i = 0; i < kMaxFiles; ++i) add(i);
+    const std::size_t most = maxFiles(player);
+    if (most > kMaxFiles) {
+        for (std::size_t i = kMaxFiles; i < std::min(list.entries.size(), most); ++i) add(i);
+        emptyBehind(player, file, std::max<std::size_t>(list.entries.size(), kMaxFiles), keys);
     }
     return writeProfileFile(player.ports.files, file, kListSection, keys);
 }
@@ -126,13 +146,15 @@ bool canBeStored(std::string_view path) { return path.size() + 1 < kProfileBuffe
 
 void loadListAtStart(Player& player) {
     const std::string commandLine = player.ports.process.commandLine();
-    if (commandLine.empty()) {
-        fillFromFile(player);
-    } else {
-        fillFromCommandLine(player, commandLine);
-    }
     const std::vector<std::string> opened = player.ports.process.filesToOpen();
-    if (!opened.empty()) player.playsAtStart = takeFiles(player, DropData{true, opened}) > 0;
+    const bool isGiven = !commandLine.empty() || !opened.empty();
+    const bool isRemembered = takeRemembered(player, !isGiven);
+    if (!commandLine.empty()) {
+        fillFromCommandLine(player, commandLine);
+    } else if (!isRemembered) {
+        fillFromFile(player);
+    }
+    if (!opened.empty()) giveAtStart(player, opened, true);
 }
 
 }  // namespace corvane

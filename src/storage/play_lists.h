@@ -19,7 +19,7 @@ struct ListEntry {
 /// The contents of a play-list file.
 struct PlayList {
     std::string listName;
-    std::vector<ListEntry> entries;  ///< at most 256 when read
+    std::vector<ListEntry> entries;  ///< at most maxFiles() when read
 };
 
 /// Path of the file of a list; page and list number 0 to 9.
@@ -28,12 +28,15 @@ std::string listFileName(const Player& player, int page, int list);
 /// Splits a stored entry at its first bar, or at its first comma when it has no bar. Empty: the entry ends the list.
 std::optional<ListEntry> splitEntry(std::string_view value);
 
-/// Reads a list up to the first entry that ends it. A missing file is an empty list.
+/// Reads a list up to the first entry that ends it. A missing file is an empty list. With long lists, what follows from
+/// entry 256 on is read behind that, up to the first that ends it: a start without them keeps it when it saves, also
+/// where it makes the list shorter.
 PlayList readPlayList(Player& player, const std::string& file);
 
-/// Writes the list's name and all 256 entries, the unused ones as a bar, with one replacement of the file. A name that
-/// holds a bar is written with "_" instead, and one that would push the end of its path out of what a read returns is
-/// shortened. False: nothing was written.
+/// Writes the list's name and all 256 entries, the unused ones as a bar, with one replacement of the file. With long
+/// lists those behind them follow, and what the file held behind the list's end is a bar; else all of that stays. A
+/// name that holds a bar is written with "_" instead, and one that would push the end of its path out of what a read
+/// returns is shortened. False: nothing was written.
 bool writePlayList(Player& player, const std::string& file, const PlayList& list);
 
 /// Whether a path comes back whole from a list's file; a longer one is read cut.

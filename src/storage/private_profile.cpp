@@ -168,4 +168,23 @@ std::string withProfileKeys(std::string_view text, std::string_view section, con
     return result;
 }
 
+std::string withoutProfileKeys(std::string_view text, std::string_view section, const std::vector<std::string>& keys) {
+    if (keys.empty()) return std::string(text);
+    const auto isGone = [&keys](std::string_view line) {
+        const auto found = keyLine(line);
+        return found && std::any_of(keys.begin(), keys.end(),
+                                    [&](const std::string& each) { return sameWithoutCase(each, found->key); });
+    };
+    std::string result(text.substr(0, text.size() - text::withoutMark(text).size()));
+    text = text::withoutMark(text);
+    bool inside = false;
+    while (!text.empty()) {
+        const std::string_view before = text;
+        const std::string_view line = takeLine(text);
+        if (const auto name = sectionName(line)) inside = sameWithoutCase(*name, section);
+        if (!inside || !isGone(line)) result.append(before.substr(0, before.size() - text.size()));
+    }
+    return result;
+}
+
 }  // namespace corvane

@@ -42,4 +42,7 @@ private:
 /// that reading would change (blanks or quotes around it) is put in quotes, which reading takes off again.
 std::string withProfileKeys(std::string_view text, std::string_view section, const std::vector<ProfileKey>& keys);
 
+/// The text without the lines of these keys in that section. All other lines stay to the byte.
+std::string withoutProfileKeys(std::string_view text, std::string_view section, const std::vector<std::string>& keys);
+
 }  // namespace corvane

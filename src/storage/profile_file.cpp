@@ -8,11 +8,13 @@ std::string readProfileFile(Files& files, const std::string& path) {
 }
 
 bool writeProfileFile(Files& files, const std::string& path, std::string_view section,
-                      const std::vector<ProfileKey>& keys) {
+                      const std::vector<ProfileKey>& keys, const std::vector<std::string>& gone) {
     const auto text = files.read(path, kMostProfileBytes);
     // What cannot be read must not be lost by a setting written over it.
     if (!text && files.lookUp(path)) return false;
-    return files.replace(path, withProfileKeys(text.value_or(std::string()), section, keys));
+    const std::string left = withoutProfileKeys(text.value_or(std::string()), section, gone);
+    const std::string changed = withProfileKeys(left, section, keys);
+    return changed.size() <= kMostProfileBytes && files.replace(path, changed);
 }
 
 }  // namespace corvane

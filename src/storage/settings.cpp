@@ -37,16 +37,36 @@ struct Reader {
     void operator()(const KeySetting& key) const {
         state.*key.variable = characterCode(text).value_or(fresh.*key.variable);
     }
+    void operator()(const ConvenienceSetting& each) const {
+        const bool on = text == switchText(true);
+        if (!on && text != switchText(false)) return;
+        if (each.one == nullptr) {
+            state.conveniences = on ? kAllConveniences : Conveniences();
+        } else {
+            state.conveniences.*each.one = on;
+        }
+    }
+    void operator()(const DesktopSetting& /*text*/) const {}
     void operator()(const TextSetting& one) const { state.*one.variable = text.empty() ? fresh.*one.variable : text; }
 };
 
-void readThose(Player& player, ReadAt when, const SettingsSchema& schema) {
+void readThose(const Player& player, PlayerState& into, ReadAt when, const SettingsSchema& schema) {
     const std::string file = readProfileFile(player.ports.files, player.gIniFile);
-    const ProfileSection section(file, kSettingsSection);
+    const ProfileSection settings(file, kSettingsSection);
+    const ProfileSection conveniences(file, kConveniencesSection);
     const PlayerState fresh;
     for (const Setting& each : schema) {
-        if (each.readAt == when) std::visit(Reader{player, fresh, section.get(each.key)}, each.value);
+        if (each.readAt != when) continue;
+        const ProfileSection& section = std::string_view(each.section) == kSettingsSection ? settings : conveniences;
+        std::visit(Reader{into, fresh, section.get(each.key)}, each.value);
     }
+}
+
+Conveniences conveniencesBy(const Player& player, const SettingsSchema& schema) {
+    PlayerState read;
+    read.conveniences = player.ports.process.startedByDesktop() ? kAllConveniences : Conveniences();
+    readThose(player, read, ReadAt::Conveniences, schema);
+    return read.conveniences;
 }
 
 /// Bytes of the UTF-8 sequence that a byte begins; 0 when it begins none.
@@ -75,9 +95,28 @@ bool writeSettings(Player& player, const std::vector<ProfileKey>& keys) {
 
 std::string switchText(bool on) { return on ? "ON" : "OFF"; }
 
-void readSkinNames(Player& player) { readThose(player, ReadAt::Skin, settingsSchema()); }
+void readConveniences(Player& player) { player.conveniences = conveniencesChosen(player); }
 
-void readSettings(Player& player, const SettingsSchema& schema) { readThose(player, ReadAt::Start, schema); }
+Conveniences conveniencesChosen(Player& player) { return conveniencesBy(player, settingsSchema()); }
+
+Conveniences conveniencesAsStarted(Player& player) {
+    SettingsSchema schema = settingsSchema();
+    std::erase_if(schema, [](const Setting& each) { return convenienceOf(each) != nullptr; });
+    return conveniencesBy(player, schema);
+}
+
+bool writeConveniences(Player& player, const std::vector<ProfileKey>& keys, bool asStarted) {
+    std::vector<std::string> gone;
+    for (const Setting& each : convenienceSettings()) {
+        if (asStarted) gone.emplace_back(each.key);
+    }
+    if (keys.empty() && gone.empty()) return true;
+    return writeProfileFile(player.ports.files, player.gIniFile, kConveniencesSection, keys, gone);
+}
+
+void readSkinNames(Player& player) { readThose(player, player, ReadAt::Skin, settingsSchema()); }
+
+void readSettings(Player& player, const SettingsSchema& schema) { readThose(player, player, ReadAt::Start, schema); }
 
 bool writeSettings(Player& player, WrittenBy writer, const std::vector<ProfileKey>& asTyped,
                    const SettingsSchema& schema) {

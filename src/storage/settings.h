@@ -22,6 +22,15 @@ bool writeSettings(Player& player, const std::vector<ProfileKey>& keys);
 /// "ON" or "OFF".
 std::string switchText(bool on);
 
+/// Reads which conveniences are in force: by how the player was started, where the settings file does not say.
+void readConveniences(Player& player);
+/// What the next reading of them would put in force, were the player started the same way.
+Conveniences conveniencesChosen(Player& player);
+/// The same, were no convenience chosen one by one.
+Conveniences conveniencesAsStarted(Player& player);
+/// Sets the keys of conveniences with one replacement of the settings file; asStarted: takes all others of them out of
+/// it. False: nothing was written.
+bool writeConveniences(Player& player, const std::vector<ProfileKey>& keys, bool asStarted);
 /// Reads the skin's file names, which are needed before all other settings.
 void readSkinNames(Player& player);
 /// Reads every other setting. What is missing or makes no sense keeps its default.

@@ -15,6 +15,8 @@ constexpr std::int16_t kMost16 = std::numeric_limits<std::int16_t>::max();
 const SettingsSchema& settingsSchema() {
     constexpr WrittenBy kDialog = WrittenBy::SettingsDialog;
     constexpr WrittenBy kEditor = WrittenBy::Editor;
+    constexpr WrittenBy kPage = WrittenBy::Conveniences;
+    constexpr ReadAt kFirst = ReadAt::Conveniences;
     static const SettingsSchema kSchema = {
         {"POWER_Click",   KeySetting{&State::gKeyPower},      kDialog, "ends the program"},
         {"MIN_Click",     KeySetting{&State::gKeyMin},        kDialog, "minimises the panel"},
@@ -47,6 +49,19 @@ const SettingsSchema& settingsSchema() {
         {"INTERVAL",      NumberSetting{&State::gInterval, 0, kMost16}, kEditor, "seconds that a picture stays"},
         {"FILENUM",       NumberSetting{&State::gListNumber, 0, 9}, kEditor, "the list"},
         {"PAGENUM",       NumberSetting{&State::gPageNumber, 0, 9}, kEditor, "the page"},
+        {kGraphicsKey,    DesktopSetting{"AUTO"}, WrittenBy::Hand,
+         "on Linux, movies by the graphics driver: AUTO where it has a card, ON always, OFF never"},
+        {"CONVENIENCES",  ConvenienceSetting{nullptr}, kPage, "all of the <a href=\"#conveniences\">conveniences</a>", kFirst},
+        {"NAMES",        ConvenienceSetting{&Conveniences::names}, kPage, "a file's kind is what follows the last dot of its name", kFirst, kConveniencesSection},
+        {"KINDS",        ConvenienceSetting{&Conveniences::kinds}, kPage, "FLAC, MP4, PNG and the other types of today", kFirst, kConveniencesSection},
+        {"TEXTS",        ConvenienceSetting{&Conveniences::texts}, kPage, "title and artist by the tags of the file", kFirst, kConveniencesSection},
+        {"LOUDNESS",     ConvenienceSetting{&Conveniences::loudness}, kPage, "equal loudness by the tags, albums without seams", kFirst, kConveniencesSection},
+        {"LISTS",        ConvenienceSetting{&Conveniences::lists}, kPage, "lists of other players, and folders", kFirst, kConveniencesSection},
+        {"LONG",         ConvenienceSetting{&Conveniences::longLists}, kPage, "lists of up to 9,999 entries", kFirst, kConveniencesSection},
+        {"PLAYS",        ConvenienceSetting{&Conveniences::plays}, kPage, "what is dropped plays at once", kFirst, kConveniencesSection},
+        {"FIND",         ConvenienceSetting{&Conveniences::find}, kPage, "Ctrl+F finds an entry of the list", kFirst, kConveniencesSection},
+        {"HANDS",        ConvenienceSetting{&Conveniences::hands}, kPage, "slider, wheel, double-click and keys as in players of today", kFirst, kConveniencesSection},
+        {"RESUME",       ConvenienceSetting{&Conveniences::resume}, kPage, "what played goes on at the next start", kFirst, kConveniencesSection},
     };
     return kSchema;
 }
@@ -60,6 +75,19 @@ std::vector<KeySetting> keySettings(const SettingsSchema& schema) {
     return keys;
 }
 
+bool Conveniences::*convenienceOf(const Setting& setting) {
+    const auto* const one = std::get_if<ConvenienceSetting>(&setting.value);
+    return one == nullptr ? nullptr : one->one;
+}
+
+std::vector<Setting> convenienceSettings(const SettingsSchema& schema) {
+    std::vector<Setting> settings;
+    for (const Setting& each : schema) {
+        if (convenienceOf(each) != nullptr) settings.push_back(each);
+    }
+    return settings;
+}
+
 namespace {
 
 struct Texts {
@@ -68,6 +96,10 @@ struct Texts {
     std::string operator()(const SwitchSetting& one) const { return switchText(state.*one.variable); }
     std::string operator()(const KeySetting& key) const { return characterText(state.*key.variable); }
     std::string operator()(const TextSetting& text) const { return state.*text.variable; }
+    std::string operator()(const DesktopSetting& text) const { return text.byDefault; }
+    std::string operator()(const ConvenienceSetting& each) const {
+        return switchText(each.one == nullptr ? state.conveniences == kAllConveniences : state.conveniences.*each.one);
+    }
 };
 
 }  // namespace

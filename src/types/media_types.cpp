@@ -63,19 +63,48 @@ MediaTypes::MediaTypes() {
         // Its pattern in the filter ends with the filter's parenthesis, so that filter shows no such file.
         {"AIFF", mkMciFile, "Sound File Now On Play",      TypeGroup::Sound,     kSound,      {"audio/x-aiff"}, nullptr, "*.AIFF)"},
     };
+    there_.assign(types_.size(), There::Yes);
 }
 // clang-format on
 
+bool MediaTypes::has(const std::string& extension) const {
+    return std::any_of(types_.begin(), types_.end(),
+                       [&](const MediaType& each) { return each.extension == extension; });
+}
+
 bool MediaTypes::add(MediaType type) {
-    if (!isExtension(type.extension) || knows(type.extension) || type.kind == mkNone) return false;
+    if (!isExtension(type.extension) || has(type.extension) || type.kind == mkNone) return false;
     types_.push_back(std::move(type));
+    there_.push_back(There::Yes);
     return true;
+}
+
+void MediaTypes::addWhereThere(std::vector<MediaType> types, std::function<bool(const MediaType&)> isThere) {
+    isThere_ = std::move(isThere);
+    for (MediaType& type : types) {
+        if (add(std::move(type))) there_.back() = There::NotAsked;
+    }
+}
+
+bool MediaTypes::isThere(std::size_t index) const {
+    There& there = there_[index];
+    if (there == There::NotAsked) there = isThere_(types_[index]) ? There::Yes : There::No;
+    return there == There::Yes;
 }
 
 const MediaType* MediaTypes::find(std::string_view extension) const {
     const auto found =
         std::find_if(types_.begin(), types_.end(), [&](const MediaType& each) { return each.extension == extension; });
-    return found != types_.end() ? &*found : nullptr;
+    if (found == types_.end() || !isThere(static_cast<std::size_t>(found - types_.begin()))) return nullptr;
+    return &*found;
+}
+
+std::unordered_map<std::string, std::int16_t> MediaTypes::kindsThatMayBeThere() const {
+    std::unordered_map<std::string, std::int16_t> kinds;
+    for (std::size_t i = 0; i < types_.size(); ++i) {
+        if (there_[i] != There::No) kinds.emplace(types_[i].extension, types_[i].kind);
+    }
+    return kinds;
 }
 
 MediaType MediaTypes::toOpen(const std::string& extension) const {
@@ -85,42 +114,28 @@ MediaType MediaTypes::toOpen(const std::string& extension) const {
 
 std::vector<std::string> MediaTypes::mimeTypes() const {
     std::vector<std::string> names;
-    for (const MediaType& type : types_) {
-        for (const std::string& name : type.mimeTypes) {
+    for (std::size_t i = 0; i < types_.size(); ++i) {
+        if (there_[i] == There::No) continue;
+        for (const std::string& name : types_[i].mimeTypes) {
             if (std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
         }
     }
     return names;
 }
 
-namespace {
-
-std::string pattern(const MediaType& type) { return "*." + type.extension; }
-
-void append(std::string& patterns, const std::string& pattern) { patterns += (patterns.empty() ? "" : ";") + pattern; }
-
-}  // namespace
-
-std::string MediaTypes::patterns() const {
-    std::string all;
-    for (const MediaType& type : types_) append(all, pattern(type));
-    return all;
-}
-
-std::string MediaTypes::patternsOf(TypeGroup group) const {
-    std::string found;
-    for (const MediaType& type : types_) {
-        if (type.group == group) append(found, pattern(type));
+std::string MediaTypes::joined(TypeGroup group, bool ofAll, bool asFilter) const {
+    std::string patterns;
+    for (std::size_t i = 0; i < types_.size(); ++i) {
+        const MediaType& type = types_[i];
+        if ((!ofAll && type.group != group) || !isThere(i)) continue;
+        if (!patterns.empty()) patterns += ';';
+        patterns += asFilter && !type.groupPattern.empty() ? type.groupPattern : "*." + type.extension;
     }
-    return found;
+    return patterns;
 }
 
-std::string MediaTypes::filterOf(TypeGroup group) const {
-    std::string found;
-    for (const MediaType& type : types_) {
-        if (type.group == group) append(found, type.groupPattern.empty() ? pattern(type) : type.groupPattern);
-    }
-    return found;
-}
+std::string MediaTypes::patterns() const { return joined(TypeGroup::None, true, false); }
+std::string MediaTypes::patternsOf(TypeGroup group) const { return joined(group, false, false); }
+std::string MediaTypes::filterOf(TypeGroup group) const { return joined(group, false, true); }
 
 }  // namespace corvane

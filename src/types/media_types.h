@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace corvane::mdlDefinePublic {
@@ -49,13 +51,21 @@ public:
     /// was added: the extension is known already, or is not one of capitals and digits, or the type has no kind.
     bool add(MediaType type);
 
+    /// Adds types of which it is not known whether they can be played here: `isThere` is asked once for each, when it
+    /// is first looked for. One that is not there is none, here and in whatever is told of the types. Those that are
+    /// known already are passed over.
+    void addWhereThere(std::vector<MediaType> types, std::function<bool(const MediaType&)> isThere);
+
+    /// Those that may be there as well.
     const std::vector<MediaType>& all() const { return types_; }
     /// One of them, by its extension in capitals; null: it is none. Valid until the next add().
     const MediaType* find(std::string_view extension) const;
     bool knows(std::string_view extension) const { return find(extension) != nullptr; }
+    /// The kinds, by extension, of those that are there or were not asked for yet; asks for none.
+    std::unordered_map<std::string, std::int16_t> kindsThatMayBeThere() const;
     /// The type by which a file of that extension (in capitals) is opened: one that is not known is tried as a sound.
     MediaType toOpen(const std::string& extension) const;
-    /// Their names in the shared database of types, each once.
+    /// Their names in the shared database of types, each once. Asks for none.
     std::vector<std::string> mimeTypes() const;
     /// Patterns of all types, or of those of a group; ";" between.
     std::string patterns() const;
@@ -64,7 +74,17 @@ public:
     std::string filterOf(TypeGroup group) const;
 
 private:
+    enum class There { Yes, No, NotAsked };
+    bool isThere(std::size_t index) const;
+    bool has(const std::string& extension) const;
+    std::string joined(TypeGroup group, bool ofAll, bool asFilter) const;
+
     std::vector<MediaType> types_;
+    mutable std::vector<There> there_;  ///< of each; as many
+    std::function<bool(const MediaType&)> isThere_;
 };
+
+/// What is played today beside the types that always are, where it can be decoded.
+std::vector<MediaType> typesOfToday();
 
 }  // namespace corvane

@@ -3,11 +3,11 @@
 
 #include <vector>
 
-#include "shell/program/about_lines.h"
-#include "windows/files/windows_files.h"
-#include "windows/known_folders.h"
-#include "windows/media/sound/mm_api.h"
-#include "windows/text.h"
+#include "program/about_lines.h"
+#include "winapi/files/windows_files.h"
+#include "winapi/program/known_folders.h"
+#include "winapi/sound/mm_api.h"
+#include "winapi/text.h"
 
 namespace corvane {
 

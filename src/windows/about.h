@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "shell/program/program_folder.h"
+#include "program/program_folder.h"
 
 namespace corvane {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <utility>
 
-#include "windows/text.h"
+#include "winapi/text.h"
 // After windows.h:
 #include <shlobj.h>
 
@@ -114,10 +114,14 @@ public:
         known_ = false;
         return S_OK;
     }
-    HRESULT STDMETHODCALLTYPE Drop(IDataObject* object, DWORD, POINTL at, DWORD* effect) override {
+    HRESULT STDMETHODCALLTYPE Drop(IDataObject* object, DWORD keys, POINTL at, DWORD* effect) override {
         known_ = offers(object, CF_HDROP) || offersText(object);
         answer(effect);
-        if (*effect != DROPEFFECT_NONE && dropped_) dropped_(dataOf(object), {at.x, at.y});
+        if (*effect != DROPEFFECT_NONE && dropped_) {
+            DropData data = dataOf(object);
+            data.toAdd = (keys & MK_SHIFT) != 0;
+            dropped_(data, {at.x, at.y});
+        }
         known_ = false;
         return S_OK;
     }

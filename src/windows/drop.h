@@ -6,7 +6,7 @@
 #include <span>
 
 #include "forms/input.h"
-#include "windows/api.h"
+#include "winapi/api.h"
 // After windows.h:
 #include <oleidl.h>
 

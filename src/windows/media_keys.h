@@ -2,8 +2,8 @@
 #pragma once
 
 #include "engine/media_session.h"
-#include "windows/message_window.h"
-#include "windows/windows_loop.h"
+#include "winapi/message_window.h"
+#include "winapi/program/windows_loop.h"
 
 namespace corvane {
 

@@ -3,9 +3,9 @@
 
 #include <utility>
 
-#include "windows/known_folders.h"
-#include "windows/own_process.h"
-#include "windows/standard_stream.h"
+#include "winapi/program/known_folders.h"
+#include "winapi/program/own_process.h"
+#include "winapi/program/standard_stream.h"
 
 namespace corvane {
 
@@ -17,20 +17,20 @@ constexpr int kSessionEndMs = 3000;  ///< the system itself waits for five secon
 
 WindowsDesktop::WindowsDesktop(CommandLine line, std::string folder, const std::string& manual)
     : context_{loop_, scaleOf(variable(L"CORVANE_SCALE")), nullptr},
-      post_(loop_),
+      post_(loop_.uiPost()),
       pictures_(makePictures(post_)),
       windows_(context_),
       dialogs_(context_),
       instance_(folder),
       process_(std::move(line), std::move(folder),
                {files_, instance_, tellOnErrors, removeUnfinishedFiles, platformFamily()}),
+      calls_({loop_, timers_, dialogs_, windows_, instance_, process_, [this] { loop_.quit(); }}),
       media_(makeMedia(loop_, windows_)),
       sound_(makeSoundDevices(loop_)),
       ports_{loop_, *media_, *pictures_, *sound_, files_, windows_, timers_, clock_, dialogs_, process_, random_} {
+    ports_.work = &work_;
     dialogs_.setManual(manual);
     dialogs_.onTaken([this] { windows_.loseMouse(); });
-    process_.onEnd([this] { stop(); });
-    instance_.onCall([this](const std::vector<std::string>& files) { takeOver(files); });
     context_.sessionAsked = [this] { dialogs_.refuse(); };
     context_.sessionEnds = [this] { endWithSession(); };
 }
@@ -40,24 +40,11 @@ WindowsDesktop::~WindowsDesktop() {
     post_.stop();
 }
 
-void WindowsDesktop::takeOver(const std::vector<std::string>& files) {
-    if (!files.empty()) windows_.dropFiles({true, files, true});
-    if (!dialogs_.raiseBox()) windows_.bringForward();
-}
-
 /// The system ends the process soon after its windows have answered: all that is to be put back, is put back before.
 void WindowsDesktop::endWithSession() {
     if (process_.ending()) return;
     windows_.requestClose();
     loop_.pumpInside([this] { return process_.ending(); }, kSessionEndMs);
-}
-
-void WindowsDesktop::stop() {
-    loop_.stop();
-    timers_.stopAll();
-    dialogs_.refuse();
-    windows_.hideAll();
-    loop_.quit();
 }
 
 }  // namespace corvane

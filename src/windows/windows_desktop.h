@@ -3,16 +3,17 @@
 
 #include <memory>
 
-#include "shell/program/seeded_random.h"
-#include "shell/program/started_program.h"
-#include "windows/files/windows_files.h"
+#include "program/seeded_random.h"
+#include "program/started_program.h"
+#include "shell/desktop_calls.h"
+#include "winapi/files/windows_files.h"
+#include "winapi/program/window_instance.h"
+#include "winapi/program/windows_loop.h"
+#include "winapi/program/windows_time.h"
 #include "windows/media/media.h"
-#include "windows/media/ui_post.h"
-#include "windows/window_instance.h"
 #include "windows/windowing/windows_dialogs.h"
 #include "windows/windowing/windows_windows.h"
-#include "windows/windows_loop.h"
-#include "windows/windows_time.h"
+#include "workers/file_worker.h"
 
 namespace corvane {
 
@@ -31,15 +32,14 @@ public:
     void run() { loop_.run(); }
 
 private:
-    void takeOver(const std::vector<std::string>& files);
     void endWithSession();
-    void stop();
 
     WindowsLoop loop_;
     DesktopContext context_;
     UiPost post_;
     std::unique_ptr<Pictures> pictures_;
     WindowsFiles files_;
+    FileWorker work_{post_, std::make_shared<WindowsFiles>()};
     WindowsWindows windows_;
     WindowsTimers timers_;
     WindowsClock clock_;
@@ -47,6 +47,7 @@ private:
     WindowInstance instance_;
     StartedProgram process_;
     SeededRandom random_{finestTime};
+    DesktopCalls calls_;
     std::unique_ptr<Media> media_;
     std::unique_ptr<SoundDevices> sound_;
     Ports ports_;

@@ -86,7 +86,7 @@ void PictureWorker::Shared::answer(PictureQueue::Answer answer) const {
 
 PictureWorker::PictureWorker(Post post, Load load, StampOf stampOf) : shared_(std::make_shared<Shared>()) {
     shared_->post = std::move(post);
-    shared_->load = load;
+    shared_->load = std::move(load);
     shared_->stampOf = stampOf;
     shared_->asked = asked_;
 }

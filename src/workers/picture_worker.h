@@ -19,7 +19,7 @@ public:
     using Decoded = Pictures::Decoded;
     using GiveUp = std::atomic<bool>;
     /// Decodes a file; any thread. Ends soon once it is given up: its result is dropped then.
-    using Load = Decoded (*)(const std::string& path, const GiveUp& givenUp);
+    using Load = std::function<Decoded(const std::string& path, const GiveUp& givenUp)>;
     using StampOf = PictureQueue::Stamp (*)(const std::string& path, const GiveUp& givenUp);
     /// Brings an event from any thread to the event loop; does nothing once the loop has gone.
     using Post = std::function<void(EventLoop::Handler)>;

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <condition_variable>
 #include <deque>
+#include <iterator>
+#include <list>
 #include <mutex>
 #include <thread>
 #include <utility>
@@ -38,7 +40,10 @@ private:
         std::condition_variable wanted;               ///< a kept thread
         std::deque<std::shared_ptr<Running>> handed;  ///< to threads that wait: never more than those
         std::size_t kept = 0;                         ///< threads that wait
-        std::size_t keptOrBusy = 0;                   ///< those, and what may be kept when its task has ended
+        std::size_t leaving = 0;                      ///< kept ones that take no further task, and are not over yet
+        std::size_t keptOrBusy = 0;                   ///< those that wait, and what may be kept when its task has ended
+        std::list<std::thread> threads;               ///< that run
+        std::list<std::thread> over;                  ///< that have nothing more to do, and are joined soon
         int ends = 0;                                 ///< calls of endAll() that wait: nothing is kept
         unsigned age = 0;                             ///< calls of leaveKept(): threads from before are not kept
     };
@@ -46,6 +51,13 @@ private:
         static auto* const tasks = new All;
         return *tasks;
     }
+    /// Threads are joined, not detached: the threads' library of some systems gives what it keeps about a detached one
+    /// to the next before the system is done with the first, and the next then never begins its task. What is over ends
+    /// at once.
+    static void joinOver() noexcept;
+    struct JoinsAtEnd {
+        ~JoinsAtEnd() { joinOver(); }
+    };
     static void serve(unsigned age) noexcept;
     static std::shared_ptr<Running> next(unsigned age) noexcept;
     void work() noexcept;
@@ -59,10 +71,11 @@ private:
 };
 
 bool Worker::Running::launch(const std::shared_ptr<Running>& running, Thread thread) {
-    unsigned age = 0;
+    static const JoinsAtEnd joinsAtEnd;
+    joinOver();
     {
         const std::lock_guard lock(all().mutex);
-        age = all().age;
+        const unsigned age = all().age;
         all().tasks.push_back(running);
         if (thread == Thread::Kept && all().handed.size() < all().kept) {
             all().handed.push_back(running);
@@ -70,21 +83,36 @@ bool Worker::Running::launch(const std::shared_ptr<Running>& running, Thread thr
             return true;
         }
         if (thread == Thread::Kept) ++all().keptOrBusy;
+        try {
+            all().threads.emplace_back();
+            const auto self = std::prev(all().threads.end());
+            // Nobody waits for it before it is over: it may hang in the system for as long as a drive does.
+            *self = std::thread([task = running, thread, age, self]() mutable {
+                task->work();
+                task.reset();
+                if (thread == Thread::Kept) serve(age);
+                const std::lock_guard last(all().mutex);
+                all().over.splice(all().over.end(), all().threads, self);
+                if (thread == Thread::Kept) --all().leaving;
+                all().left.notify_all();
+            });
+            return true;
+        } catch (...) {
+            all().threads.remove_if([](const std::thread& one) { return !one.joinable(); });
+            if (thread == Thread::Kept) --all().keptOrBusy;
+        }
     }
-    try {
-        // Not joined: it may hang in the system for as long as a drive does.
-        std::thread([task = running, thread, age]() mutable {
-            task->work();
-            task.reset();
-            if (thread == Thread::Kept) serve(age);
-        }).detach();
-        return true;
-    } catch (...) {
-        running->leave();
+    running->leave();
+    return false;
+}
+
+void Worker::Running::joinOver() noexcept {
+    std::list<std::thread> over;
+    {
         const std::lock_guard lock(all().mutex);
-        if (thread == Thread::Kept) --all().keptOrBusy;
-        return false;
+        over.swap(all().over);
     }
+    for (std::thread& one : over) one.join();
 }
 
 void Worker::Running::serve(unsigned age) noexcept {
@@ -102,9 +130,11 @@ std::shared_ptr<Worker::Running> Worker::Running::next(unsigned age) noexcept {
         here.wanted.wait_until(lock, Steady::now() + kKept,
                                [&] { return !here.handed.empty() || here.ends > 0 || age != here.age; });
         --here.kept;
+        here.left.notify_all();  // leaveKept() waits for that, not for the task that may come next
     }
     if (here.handed.empty() || !mayTake) {
         --here.keptOrBusy;
+        ++here.leaving;
         here.left.notify_all();
         return nullptr;
     }
@@ -156,11 +186,14 @@ bool Worker::Running::endAll(Steady::time_point due) {
 }
 
 void Worker::Running::leaveKept() {
-    std::unique_lock lock(all().mutex);
-    ++all().age;
-    all().wanted.notify_all();
-    // A task that is handed over now must not find one of them. They wait for nothing else: this takes no time.
-    all().left.wait(lock, [] { return all().kept == 0; });
+    {
+        std::unique_lock lock(all().mutex);
+        ++all().age;
+        all().wanted.notify_all();
+        // A task that is handed over now must not find one of them. They wait for nothing else: this takes no time.
+        all().left.wait(lock, [] { return all().kept == 0 && all().leaving == 0; });
+    }
+    joinOver();  // a copy of the process, which has none of them, must find none to join
 }
 
 Worker& Worker::operator=(Worker&& other) noexcept {

@@ -119,6 +119,8 @@ TEST_P(FilesContract, ReplacesAndCreatesAFile) {
     stage->makeFile(in("old.ini"), "a long old content");
     EXPECT_TRUE(files.replace(in("old.ini"), "new"));
     EXPECT_EQ(stage->bytesOf(in("old.ini")), "new");
+    EXPECT_TRUE(files.replace(in("old.ini"), "n"));
+    EXPECT_EQ(stage->bytesOf(in("old.ini")), "n") << "one byte is a content, too";
     EXPECT_TRUE(files.replace(in("fresh.ini"), ""));
     EXPECT_EQ(stage->bytesOf(in("fresh.ini")), "");
     EXPECT_EQ(files.list(stage->root(), "*"), (Texts{"fresh.ini", "old.ini"})) << "nothing is left beside";

@@ -13,6 +13,7 @@ public:
     Twips screenWidth() override { return 15000; }
     Twips screenHeight() override { return 12000; }
     int doubleClickTimeMs() override { return 500; }
+    bool prefersReducedMotion() override { return false; }
     void SetWindowPos(Form& /*form*/, int /*insertAfter*/, std::uint32_t /*flags*/) override {}
     void beginDrag(Form& /*form*/) override {}
     void activate(Form& /*form*/) override {}

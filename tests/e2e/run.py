@@ -6,7 +6,8 @@ Prints one line a story, "PASS name (seconds)", "SKIP name: why" where this mach
 ends with 1 when one failed. Each is played once: what fails has failed, and so has a story in which a process of the
 program ended badly or not at all. --file: of that file's stories. CORVANE_STORIES names patterns as well. A failed story leaves its screen, its sound, the program's messages and what a crash
 left (the core, and gdb's account of it where there is one) in build/e2e/. --windows: the program is a Windows one; the
-stories of windows_stories/ are played, under Wine. --memory: the program runs under valgrind, as tests/memcheck has it.
+stories of windows_stories/ are played, under Wine. --session KIND: those of session_stories/ or sound_stories/, in a session of that kind
+(harness/sessions.py). --memory: the program runs under valgrind, as tests/memcheck has it.
 """
 
 import argparse
@@ -61,8 +62,8 @@ def work(theatre_kind, program, names, results):
                 began = time.monotonic()
                 told = outcome(theatre, known[name])
                 results.put((name, time.monotonic() - began, *told))
-    except SessionError as error:
-        results.put(("private desktop", 0.0, "FAIL", str(error)))
+    except Exception as error:  # noqa: BLE001: what ends a worker is told as a failure
+        results.put(("private desktop", 0.0, "FAIL", str(error) if isinstance(error, SessionError) else f"{type(error).__name__}: {error}"))
     finally:
         results.put(None)
 
@@ -73,6 +74,7 @@ def main():
     parser.add_argument("--list", action="store_true", help="only names the stories")
     parser.add_argument("--file", default="", help="only stories of this file of stories/")
     parser.add_argument("--windows", action="store_true")
+    parser.add_argument("--session", metavar="KIND")
     parser.add_argument("--memory", action="store_true")
     parser.add_argument("--without", action="append", default=[], metavar="BEGIN", help="leaves out the stories whose names begin so")
     parser.add_argument("program", nargs="?", default=PROJECT / "build" / "release" / "corvane", type=pathlib.Path)
@@ -89,7 +91,11 @@ def main():
         from harness.wine import WineTheatre as theatre_kind
 
         options.workers = 1  # they share a prefix
-    folder = "windows_stories" if options.windows else "stories"
+    if options.session:
+        from harness.sessions import KINDS, SessionTheatre
+
+        theatre_kind = functools.partial(SessionTheatre, KINDS[options.session])
+    folder = "windows_stories" if options.windows else KINDS[options.session].stories if options.session else "stories"
     load_stories(folder)
     patterns = options.patterns or os.environ.get("CORVANE_STORIES", "").splitlines()
     idle = [begin for begin in options.without if not any(told.name.startswith(begin) for told in STORIES)]
@@ -128,7 +134,7 @@ def main():
             print(f"{word} {name}: {why}" if why else f"{word} {name} ({seconds:.1f} s)", flush=True)
     finally:
         for worker in workers:
-            if worker.is_alive():
+            if left and worker.is_alive():
                 worker.terminate()
             worker.join(10)
     if told < len(chosen):

@@ -85,7 +85,7 @@ double FakeDrawnSurface::labelWidth(const std::string& text, double /*height*/) 
 }
 
 bool FakeDrawnSurface::labelFits(const std::string& text, double height, double width) const {
-    return labelWidth(text, height) <= width;
+    return static_cast<double>(text.size()) * height / 2 <= width;
 }
 
 void FakeDrawnSurface::fillScreen(bool fill) {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "fake/fake_files.h"
-#include "shell/program/program_folder.h"
+#include "program/program_folder.h"
 
 namespace corvane {
 

@@ -16,8 +16,10 @@
 #include "fake/fake_pictures.h"
 #include "fake/fake_process.h"
 #include "fake/fake_sound.h"
+#include "fake/fake_texts.h"
 #include "fake/fake_time.h"
 #include "fake/fake_windows.h"
+#include "fake/fake_work.h"
 #include "fake/schedule.h"
 #include "platform/ports.h"
 
@@ -40,9 +42,13 @@ public:
     FakePictures pictures{loop, schedule, log};
     FakeSound sound{loop, log};
     FakeMedia media{loop, windows, schedule, log};
+    FakeTexts texts{loop, schedule};
+    FakeWork work{loop, schedule, files};  ///< only where a test gives it to the ports
 
     /// The ports; the machine must outlive their users.
-    Ports ports() { return {loop, media, pictures, sound, files, windows, timers, clock, dialogs, process, random}; }
+    Ports ports() {
+        return {loop, media, pictures, sound, files, windows, timers, clock, dialogs, process, random, &texts};
+    }
 
     /// Lets time pass: timers, devices and posted events run in the order of their time. Can be called while a box is
     /// up; what must wait then waits.

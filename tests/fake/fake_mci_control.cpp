@@ -138,6 +138,7 @@ void FakeMciControl::open() {
     device_.reset();
     playing_ = paused_ = false;
     position_ = 0;
+    level_ = wanted_;
     if (deviceType_ == "CDAudio") {
         const FakeDisc* disc = media_.discAt(fileName_);
         if (disc == nullptr) return fail("no disc");

@@ -20,6 +20,9 @@ public:
     void DeviceType(const std::string& type) override;
     const std::string& DeviceType() const override { return deviceType_; }
     void FileName(const std::string& path) override;
+    void Level(SoundLevel level) override { wanted_ = level; }
+    /// That the file which is open is played at.
+    SoundLevel level() const { return level_; }
     void Command(std::string_view command) override;
     bool Opening() const override { return opening_; }
     void TimeFormat(int format) override;
@@ -70,6 +73,7 @@ private:
     Generation present_;  ///< of the present open, play or seek
     std::string deviceType_;
     std::string fileName_;
+    SoundLevel wanted_ = SoundLevel::AsRecorded, level_ = SoundLevel::AsRecorded;
     int format_ = kFormatMilliseconds;
     int intervalMs_ = 1000;
     int track_ = 1;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,7 @@ struct FakeMovieFile {
     int height = 0;
     std::string failure;  ///< not empty: it cannot be played, for this reason
     int openMs = 0;       ///< time from the file name to OpenComplete
+    std::vector<MovieChapter> chapters{};
 };
 
 /// Media controls over devices that keep the virtual time.
@@ -39,17 +41,25 @@ public:
     FakeMedia(EventLoop& theLoop, Windows& theWindows, Schedule& theSchedule, CallLog& theLog)
         : loop(theLoop), windows(theWindows), schedule(theSchedule), log(theLog) {}
 
+    bool plays(const std::string& extension) override { return decodes.count(extension) != 0; }
     std::unique_ptr<MciControl> makeMciControl() override;
     std::unique_ptr<MovieControl> makeMovieControl(Form& form) override;
-    void expectSound(const std::string& path) override { expect("sound", path); }
+    void expectSound(const std::string& path, SoundLevel level) override {
+        expect("sound", path);
+        expectedLevel = level;
+    }
     void expectDisc(const std::string& path) override { expect("disc", path); }
     void expectMovie(const std::string& path) override { expect("movie", path); }
+    void expectNothing() override { ++expectedNothing; }
 
-    std::vector<std::string> expected;            ///< files that were hinted at, in order
-    std::vector<std::string> expectedAs;          ///< as what they were: "sound", "disc" or "movie"
-    std::map<std::string, FakeSoundFile> sounds;  ///< by path
-    std::map<std::string, FakeMovieFile> movies;  ///< by path
-    std::map<std::string, FakeDisc> discs;        ///< by the folder that stands for the disc; "" the drive's
+    std::set<std::string> decodes;                      ///< types of today that are there
+    std::vector<std::string> expected;                  ///< files that were hinted at, in order
+    SoundLevel expectedLevel = SoundLevel::AsRecorded;  ///< of the sound that was hinted at last
+    int expectedNothing = 0;                            ///< times that what was hinted at was taken back
+    std::vector<std::string> expectedAs;                ///< as what they were: "sound", "disc" or "movie"
+    std::map<std::string, FakeSoundFile> sounds;        ///< by path
+    std::map<std::string, FakeMovieFile> movies;        ///< by path
+    std::map<std::string, FakeDisc> discs;              ///< by the folder that stands for the disc; "" the drive's
 
     /// The disc of a place: the folder itself, the folder that holds the file, or the drive's; null: none.
     const FakeDisc* discAt(const std::string& place) const;

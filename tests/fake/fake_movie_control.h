@@ -29,6 +29,13 @@ public:
     void Rate(double rate) override;
     int ImageSourceWidth() const override { return opened_ ? opened_->width : 0; }
     int ImageSourceHeight() const override { return opened_ ? opened_->height : 0; }
+    void NextSubtitles() override { tell("NextSubtitles"); }
+    void NextSoundTrack() override { tell("NextSoundTrack"); }
+    std::vector<MovieChapter> Chapters() const override {
+        return opened_ ? opened_->chapters : std::vector<MovieChapter>();
+    }
+    void SaveFrame(const std::string& name) override { tell("SaveFrame " + name); }
+    void ShowText(const std::string& text) override { tell("ShowText " + text); }
     void Run() override;
     void Pause() override;
     void Stop() override;
@@ -43,6 +50,7 @@ public:
 private:
     void finishOpening(const FakeMovieFile& file);
     void size();
+    void tell(const std::string& call) { media_.log.did("movie." + call); }
     void change(int state);
     double positionNow() const;
     void settle();  ///< the position is now, nothing planned any more

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fake/fake_native.h"
 
+#include <cstdint>
 #include <utility>
+
+#include "fake/fake_pictures.h"
 
 namespace corvane {
 
@@ -99,6 +102,12 @@ std::unique_ptr<NativeStepper> FakeSurface::makeStepper(const ScrollBar& bar, Na
 
 std::unique_ptr<NativeChoice> FakeSurface::makeChoice(const ItemsControl& control, NativeEvents& events) {
     return kept<FakeChoice>(control, events);
+}
+
+Picture FakeThumbnails::answer() {
+    Picture picture = makePicture(3, 2, std::vector<std::uint32_t>(6, 0x804020));
+    std::exchange(done_, {})(picture);
+    return picture;
 }
 
 std::unique_ptr<NativeList> FakeSurface::makeList(const ItemsControl& control, NativeEvents& events) {

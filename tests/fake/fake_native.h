@@ -121,11 +121,38 @@ public:
     void refresh(bool keep) override;
     void setExtent(int pixels) override { extent = pixels; }
     void select(const std::vector<RowRange>& rows, int row) override;
+    void showDetails(const std::vector<RowColumn>& shownColumns, bool withPictures) override {
+        columns = shownColumns, pictures = withPictures;
+        ++detailed;
+    }
+    std::vector<RowColumn> columns;
+    bool pictures = false;
+    int detailed = 0;  ///< how often it was told to show them
     std::vector<RowRange> selected;
     int current = -1;
     int extent = 0;
     int refreshed = 0;
     bool keptPlace = false;
+};
+
+/// Small pictures in memory, each there when it is told to be.
+class FakeThumbnails : public ThumbnailReader {
+public:
+    void read(const std::string& path, Done done) override {
+        asked.push_back(path);
+        done_ = std::move(done);
+    }
+    void giveUp() override {
+        ++givenUp;
+        done_ = {};
+    }
+    /// The picture that was asked for last has come.
+    Picture answer();
+    std::vector<std::string> asked;
+    int givenUp = 0;
+
+private:
+    Done done_;
 };
 
 /// A dialog's window in memory, on a screen of 1000 by 800 pixels.
@@ -139,6 +166,7 @@ public:
     std::unique_ptr<NativeChoice> makeChoice(const ItemsControl& control, NativeEvents& events) override;
     std::unique_ptr<NativeList> makeList(const ItemsControl& control, NativeEvents& events) override;
 
+    ThumbnailReader* thumbnails() override { return reader; }
     bool framesHold() const override { return hold; }
     PixelSize textSize(const std::string& /*text*/) const override { return sample; }
     double leastScale() const override { return 1.0; }
@@ -164,6 +192,7 @@ public:
         return dynamic_cast<N&>(*controls_.at(&control));
     }
 
+    ThumbnailReader* reader = nullptr;
     bool hold = true;
     PixelSize sample{174, 14};  ///< of every text, in the window's font
     PixelRect screen{0, 0, 1000, 800};

@@ -50,6 +50,31 @@ private:
     Pictures::Cell cell_;
 };
 
+/// Each is told in an event of its own.
+class FakeFrames : public Pictures::Frames {
+public:
+    FakeFrames(FakeLoop& loop, std::vector<Pictures::Frame> frames, int& asked,
+               std::function<void(Pictures::Frame)> told)
+        : loop_(loop),
+          frames_(std::move(frames)),
+          asked_(asked),
+          told_(std::make_shared<std::function<void(Pictures::Frame)>>(std::move(told))) {}
+    void next() override {
+        ++asked_;
+        const Pictures::Frame frame = at_ < frames_.size() ? frames_[at_++] : Pictures::Frame();
+        loop_.post([frame, who = std::weak_ptr(told_)] {
+            if (const auto call = who.lock()) (*call)(frame);
+        });
+    }
+
+private:
+    FakeLoop& loop_;
+    std::vector<Pictures::Frame> frames_;
+    int& asked_;
+    std::shared_ptr<std::function<void(Pictures::Frame)>> told_;
+    std::size_t at_ = 0;
+};
+
 }  // namespace
 
 Picture makePicture(int width, int height, std::vector<std::uint32_t> pixels) {
@@ -112,6 +137,11 @@ Picture FakePictures::cut(const Picture& whole, const Cell& cell) {
     if (whole.empty() || cell.width < 1 || cell.height < 1 || cell.x < 0 || cell.y < 0) return {};
     if (cell.width > whole.width() - cell.x || cell.height > whole.height() - cell.y) return {};
     return Picture(std::make_shared<Part>(whole.data(), cell));
+}
+
+std::unique_ptr<Pictures::Frames> FakePictures::frames(const std::string& path, std::function<void(Frame)> told) {
+    log_.did("pictures.frames " + path);
+    return std::make_unique<FakeFrames>(loop_, moving[path], framesAsked, std::move(told));
 }
 
 int FakePictures::paintStretched(PictureBox& box, float width, float height) {

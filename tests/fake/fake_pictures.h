@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -23,6 +25,7 @@ class FakePictures : public Pictures {
 public:
     FakePictures(FakeLoop& loop, Schedule& schedule, CallLog& log) : loop_(loop), schedule_(schedule), log_(log) {}
 
+    bool shows(const std::string& extension) override { return decodes.count(extension) != 0; }
     Decoded decode(const std::string& path) override;
     std::optional<Decoded> begin(const std::string& path, std::function<void(Decoded)> done) override;
     void giveUp() override;
@@ -34,6 +37,12 @@ public:
     void add(const std::string& path, int width, int height, std::vector<std::uint32_t> pixels);
     void addBroken(const std::string& path, std::string reason);
 
+    std::unique_ptr<Frames> frames(const std::string& path, std::function<void(Frame)> told) override;
+    /// The pictures of a file that moves, in the order in which they are asked for; behind them comes an empty one.
+    std::map<std::string, std::vector<Frame>> moving;
+    int framesAsked = 0;
+
+    std::set<std::string> decodes;  ///< types of today that are there
     int decodingMs = 0;  ///< how long what is begun takes; 0: it is done at once, as if it had been decoded ahead
     bool isDecoding() const { return begun_.has_value(); }
 

@@ -16,10 +16,11 @@ class FakeProcess : public Process {
 public:
     FakeProcess(EventLoop& loop, CallLog& log) : loop_(loop), log_(log) {}
 
-    bool onlyInstance() override {
+    bool onlyInstance(const ListTaker& /*taken*/) override {
         log_.did("process.onlyInstance");
         return isOnlyInstance;
     }
+    bool startedByDesktop() override { return byDesktop; }
     int platformId() override { return platform; }
     std::string programFolder() override { return folder; }
     std::string commandLine() override { return arguments; }
@@ -31,6 +32,7 @@ public:
     bool ending() const override { return ended_.has_value(); }
 
     bool isOnlyInstance = true;
+    bool byDesktop = false;
     int platform = 2;
     std::string folder = "/app";
     std::string arguments;

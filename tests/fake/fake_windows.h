@@ -23,6 +23,7 @@ public:
     Twips screenWidth() override { return static_cast<Twips>(screenWidthPixels) * kTwipsPerPixel; }
     Twips screenHeight() override { return static_cast<Twips>(screenHeightPixels) * kTwipsPerPixel; }
     int doubleClickTimeMs() override { return doubleClickMs; }
+    bool prefersReducedMotion() override { return reducedMotion; }
     void SetWindowPos(Form& form, int insertAfter, std::uint32_t flags) override;
     void beginDrag(Form& form) override { log_.did("windows.beginDrag " + form.name()); }
     void activate(Form& form) override;
@@ -32,6 +33,7 @@ public:
     int screenWidthPixels = 1024;
     int screenHeightPixels = 768;
     int doubleClickMs = 400;
+    bool reducedMotion = false;
     int charWidthPixels = 8;  ///< of each byte of a text
 
     const std::vector<Form*>& attached() const { return attached_; }

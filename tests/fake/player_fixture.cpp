@@ -72,6 +72,11 @@ void PlayerFixture::setList(const std::vector<std::string>& paths) {
     player.gStopPosition.fill(0);
 }
 
+void PlayerFixture::act(const std::function<void()>& action) {
+    machine.loop.enter(action);
+    machine.settle();
+}
+
 void PlayerFixture::click(int index) {
     const MouseArgs left{kLeftButton, 0, 0, 0};
     press(button(index), left);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -42,6 +43,9 @@ protected:
 
     /// The list of the player; titles are the names without folder and extension.
     void setList(const std::vector<std::string>& paths);
+
+    /// Does it as an event of the loop, and all that it leads to at once.
+    void act(const std::function<void()>& action);
 
     // Raise an event as the user or the desktop would.
     void click(int button);

@@ -2,8 +2,8 @@
 #include <algorithm>
 
 #include "fuzz.h"
-#include "shell/printable.h"
-#include "shell/program/instance_call.h"
+#include "program/instance_call.h"
+#include "types/printable.h"
 
 namespace corvane {
 namespace {
@@ -17,7 +17,10 @@ void checkCall(std::string_view said, std::size_t piece, std::size_t most) {
     CallReader whole(most), inPieces(most);
     const bool taken = whole.take(said);
     require(taken == (said.size() <= most), "only what is too long is refused");
-    if (!taken) return require(whole.files().empty(), "nothing of what is too long counts");
+    if (!taken) {
+        while (!said.empty() && inPieces.take(said.substr(0, piece))) said.remove_prefix(std::min(piece, said.size()));
+        return require(whole.files().empty() && inPieces.files().empty(), "nothing of what is too long counts");
+    }
     while (!said.empty()) {
         require(inPieces.take(said.substr(0, piece)), "the parts are no longer than the whole");
         said.remove_prefix(std::min(piece, said.size()));

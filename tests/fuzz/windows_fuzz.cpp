@@ -3,11 +3,11 @@
 #include <limits>
 #include <string>
 
+#include "controls/mci_axis.h"
+#include "controls/media_content.h"
+#include "controls/sound_header.h"
 #include "fuzz.h"
 #include "platform/mci_control.h"
-#include "shell/media/mci_axis.h"
-#include "shell/media/media_content.h"
-#include "shell/media/sound_header.h"
 
 // What the Windows program reads of others without the system's help: what a file is by its first bytes, and the
 // numbers that a sound device tells of a disc and of places on it.

@@ -8,8 +8,8 @@
 
 #include "engine/dense_skin.h"
 #include "fake/player_fixture.h"
+#include "files/posix_files.h"
 #include "golden/expected_panel.h"
-#include "linux/files/qt_files.h"
 #include "linux/pictures/qt_pictures.h"
 #include "linux/windowing/qt_windows.h"
 #include "unit/linux/offscreen.h"
@@ -47,7 +47,7 @@ public:
     DesktopContext context{machine.loop, 1.0, {}};
     QtWindows windows{context};
     QtPictures pictures;
-    QtFiles files;
+    PosixFiles files;
     Ports ports{machine.loop,   machine.media, pictures,        machine.sound,   files,         windows,
                 machine.timers, machine.clock, machine.dialogs, machine.process, machine.random};
     Player player{ports};

@@ -198,7 +198,9 @@ class Rewriter:
         elif kind == K.UNARY_OPERATOR:
             self.unary(cursor, file, start, end, mode)
         elif kind in LITERALS:
-            self.constant(file, start, end, mode, is_string=kind == K.STRING_LITERAL)
+            # Also of a macro's text, whose kind is not seen where it is named.
+            letter = cursor.type.element_type.spelling.removeprefix("const ") if kind == K.STRING_LITERAL else ""
+            self.constant(file, start, end, mode, letter)
         elif kind == K.DECL_REF_EXPR:
             self.named(cursor, file, start, end, mode)
         elif kind == K.IF_STMT:
@@ -281,7 +283,7 @@ class Rewriter:
             number = self.add(file, start, "operator", "! taken away", fixed)
             file.wrap(start, end, f"{name}::turned({number}, ", ")")
 
-    def constant(self, file, start, end, mode, is_string=False):
+    def constant(self, file, start, end, mode, letter=""):
         name, fixed = mode
         text = file.text(start, end)
         if not WRITTEN.match(text):
@@ -289,7 +291,7 @@ class Rewriter:
         if file.bytes[end:end + 1] == b">":
             return  # a template's argument: around comparisons there are blanks
         number = self.add(file, start, "constant", f"{text[:40]} -> another", fixed)
-        file.wrap(start, end, f"{name}::constant<const {'wchar_t' if text.startswith('L') else 'char'}*>({number}, " if is_string else f"{name}::constant({number}, ", ")")
+        file.wrap(start, end, f"{name}::constant{f'<const {letter}*>' if letter else ''}({number}, ", ")")
 
     def named(self, cursor, file, start, end, mode):
         meant = cursor.referenced
@@ -318,7 +320,8 @@ class Rewriter:
                 return
         file.done.add(("turned", start, end))
         number = self.add(file, start, "branch", f"{what} turned round", mode[1])
-        file.wrap(start, end, f"{mode[0]}::turned({number}, ", ")")
+        # In brackets, because "a, b" is one value.
+        file.wrap(start, end, f"{mode[0]}::turned({number}, (", "))")
 
     def branch(self, cursor, file, mode):
         close = self.closing_bracket(file, file.bytes.index(b"(", cursor.extent.start.offset))

@@ -3,7 +3,11 @@
 
 #include <cstdlib>
 #include <fstream>
-#include <vector>
+#include <string>
+
+#ifdef __unix__
+#include <sys/mman.h>
+#endif
 
 namespace mutation {
 
@@ -13,7 +17,27 @@ unsigned char* covered = nullptr;
 namespace {
 
 constexpr int kMost = 65536;
-unsigned char seen[kMost];
+constexpr const char* kReport = "MUTATION_COVERAGE";
+unsigned char* seen = nullptr;
+
+unsigned char* cleared() {
+#ifdef __unix__
+    // What copies of this process come by counts, too.
+    void* const shared = mmap(nullptr, kMost, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    return shared == MAP_FAILED ? nullptr : static_cast<unsigned char*>(shared);
+#else
+    return static_cast<unsigned char*>(std::calloc(kMost, 1));
+#endif
+}
+
+/// Programs that a test starts do not write over what it came by.
+void keepFromOthers() {
+#ifdef __unix__
+    unsetenv(kReport);
+#else
+    _putenv((std::string(kReport) + '=').c_str());
+#endif
+}
 
 /// Writes a line a test: its name, its milliseconds and the numbers of the places it came by. The line named "-" is for
 /// what is done outside tests.
@@ -33,7 +57,7 @@ private:
             if (seen[id] != 0) out_ << ' ' << id;
             seen[id] = 0;
         }
-        out_ << '\n';
+        out_ << std::endl;  // a copy of this process has nothing to write
     }
 
     std::ofstream out_;
@@ -42,13 +66,15 @@ private:
 /// Before any static object is made: tables are broken, too.
 __attribute__((constructor(101))) void readEnvironment() {
     if (const char* const number = std::getenv("MUTANT")) active = std::atoi(number);
-    if (std::getenv("MUTATION_COVERAGE") != nullptr) covered = seen;
+    if (std::getenv(kReport) != nullptr) covered = seen = cleared();
 }
 
 const bool kListening = [] {
-    const char* const path = std::getenv("MUTATION_COVERAGE");
-    if (path != nullptr) testing::UnitTest::GetInstance()->listeners().Append(new CoverageWriter(path));
-    return path != nullptr;
+    const char* const path = std::getenv(kReport);
+    if (path == nullptr) return false;
+    testing::UnitTest::GetInstance()->listeners().Append(new CoverageWriter(path));
+    keepFromOthers();
+    return true;
 }();
 
 }  // namespace

@@ -112,6 +112,8 @@ struct Broken {
             return kOtherText;
         } else if constexpr (std::is_same_v<T, const wchar_t*>) {
             return L"#mutant#";
+        } else if constexpr (std::is_pointer_v<T> && !std::is_same_v<T, const char*>) {
+            return nullptr;  // a handle that the system gives a number
         } else {
             static_assert(std::is_same_v<T, const char*>);
             return kOtherText.data();

@@ -5,7 +5,7 @@
 Prints "PASS name" and "FAIL name: why" lines; ends with 1 when one failed.
 """
 
-import gzip
+import json
 import os
 import pathlib
 import re
@@ -32,8 +32,8 @@ def said(done):
 
 
 class Installed:
-    def __init__(self, place):
-        self.place = place
+    def __init__(self, place, build):
+        self.place, self.build = place, build
         self.share = place / "share"
         # Neither a display nor the session's folders: what is asked here needs none.
         self.environment = {"PATH": os.environ["PATH"], "HOME": str(place / "home"), "XDG_RUNTIME_DIR": str(place / "none")}
@@ -46,7 +46,9 @@ class Installed:
                   "share/corvane/manual/index.html", "share/corvane/manual/skins.html", "share/applications/corvane.desktop",
                   "share/mime/packages/corvane.xml", "share/metainfo/org.corvane.corvane.metainfo.xml",
                   "share/icons/hicolor/scalable/apps/corvane.svg", "share/man/man1/corvane.1.gz", "share/man/man1/corvane-skin.1.gz",
-                  "share/doc/corvane/copyright", "share/doc/corvane/GPL-3.0.txt", "share/doc/corvane/CC0-1.0.txt"]
+                  *(f"share/{place}" for name in ("corvane", "corvane-skin") for place in
+                    (f"bash-completion/completions/{name}", f"zsh/vendor-completions/_{name}", f"fish/vendor_completions.d/{name}.fish")),
+                  "share/doc/corvane/copyright", "share/doc/corvane/corvane.cdx.json", "share/doc/corvane/GPL-3.0.txt", "share/doc/corvane/CC0-1.0.txt"]
         return ", ".join(name for name in wanted if not (self.place / name).is_file())
 
     def modes_are_ordinary(self):
@@ -69,6 +71,22 @@ class Installed:
                 if done.returncode != 0 or not done.stdout.startswith(start):
                     return f"{name} {word}: code {done.returncode}: {said(done)}"
         return "" if not (self.place / "home").exists() else "they made a folder"
+
+    def a_start_without_a_display_is_one_line_and_code_1(self):
+        """Whatever is set to something that nobody serves; and what the line must name."""
+        for settings, told in (({}, "neither DISPLAY nor WAYLAND_DISPLAY"), ({"DISPLAY": ":4711"}, ":4711"), ({"DISPLAY": "nonsense"}, "nonsense"),
+                               ({"DISPLAY": "x" * 9000}, "xxx"), ({"DISPLAY": ":4711\n\x1b[2J"}, ":4711"),
+                               ({"WAYLAND_DISPLAY": "wayland-4711"}, "wayland-4711"),
+                               ({"WAYLAND_DISPLAY": "wayland-4711", "DISPLAY": ":4711"}, "DISPLAY=:4711"),
+                               ({"QT_QPA_PLATFORM": "nonsense"}, "nonsense"), ({"QT_QPA_PLATFORM": "xcb"}, "xcb"),
+                               ({"QT_QPA_PLATFORM": "xcb;wayland", "DISPLAY": ":4711"}, "xcb;wayland"),
+                               ({"QT_QPA_PLATFORM_PLUGIN_PATH": str(self.place / "none"), "DISPLAY": ":4711"}, ":4711")):
+            done = run(self.place / "bin" / "corvane", env=self.environment | {"CORVANE_FOLDER": str(self.place / "home")} | settings)
+            lines = done.stderr.splitlines()
+            if done.returncode != 1 or len(lines) != 1 or not lines[0].startswith("corvane: ") or told not in lines[0] or "\x1b" in lines[0]:
+                return f"{str(settings)[:60]}: code {done.returncode}: {said(done)}"
+        shutil.rmtree(self.place / "home", ignore_errors=True)
+        return ""
 
     def skins_are_in_order(self):
         for text in sorted((self.share / "corvane" / "PANELSET").glob("*.CSV")):
@@ -107,14 +125,35 @@ class Installed:
                 return f"{size}"
         return ""
 
-    def pages_of_the_handbook_name_every_option(self):
-        for name in ("corvane", "corvane-skin"):
-            page = gzip.decompress((self.share / "man" / "man1" / f"{name}.1.gz").read_bytes()).decode().replace("\\-", "-")
-            options = set(re.findall(r"--\w+|CORVANE_\w+", self.program(name, "--help").stdout))
-            missing = sorted(option for option in options if option not in page)
-            if missing or not options:
-                return f"{name}: {missing}"
-        return ""
+    def the_bill_of_materials_names_all_that_is_linked(self):
+        """Each of its components stands in our table, is installed with just that version, and of the libraries that the
+        programs name and those that they load later none is left out."""
+        bill = json.loads((self.share / "doc" / "corvane" / "corvane.cdx.json").read_text(encoding="utf-8"))
+        parts = {part["name"]: part for part in bill["components"]}
+        table = re.search(r"## In the program\n(.*?)\nThe Windows program", (PROJECT / "THIRD_PARTY.md").read_text(encoding="utf-8"), re.S)[1]
+        listed = set(re.findall(r"`([^`]+)`", "".join(line.split("|")[2] for line in table.splitlines() if line.startswith("| "))))
+        if (bill["bomFormat"], bill["specVersion"], bill["metadata"]["component"]["name"]) != ("CycloneDX", "1.5", "corvane"):
+            return "not of its kind"
+        if set(parts) != listed or sorted(bill["dependencies"][0]["dependsOn"]) != sorted(parts) or len(parts) != len(bill["components"]):
+            return f"other parts than the table: {sorted(set(parts) ^ listed)}"
+        if not shutil.which("dpkg-query"):
+            return ""
+        asked = {name: run("dpkg-query", "-W", "-f", "${Version} ${source:Package}\n", name).stdout.split() for name in parts}
+        wrong = [name for name, part in parts.items() if not asked[name] or part.get("version") != asked[name][0] or not part["licenses"][0]["license"]["name"]]
+        if wrong:
+            return f"other versions than are installed: {wrong}"
+        sources, left_out = {told[1] for told in asked.values()}, []
+        for program in (self.place / "bin/corvane", self.place / "bin/corvane-skin", self.build / "packaging/libcorvane_loaded.so"):
+            needed = set(re.findall(r"NEEDED.*\[(.*)\]", run("readelf", "-dW", program).stdout))
+            found = dict(re.findall(r"(\S+) => (/\S+)", run("ldd", program).stdout))
+            for name in needed & set(found):  # not the loader, which is the C library's
+                path = os.path.realpath(found[name])
+                owner = next((done.stdout.split(": ")[0] for place in (path, path.removeprefix("/usr")) if (done := run("dpkg", "-S", place)).returncode == 0), "")
+                if not owner or run("dpkg-query", "-W", "-f", "${source:Package}", owner).stdout not in sources:
+                    left_out.append(f"{name} ({owner or 'of nobody'})")
+            if not needed & set(found):
+                return f"{program} names no libraries"
+        return ", ".join(sorted(set(left_out)))
 
     def desktop_file_is_valid(self):
         done = run("desktop-file-validate", self.share / "applications" / "corvane.desktop")
@@ -152,15 +191,16 @@ def main():
         if done.returncode:
             print(f"FAIL the build can be installed: {said(done)}")
             return 1
-        installed = Installed(place)
+        installed = Installed(place, build)
         # Modes first: what follows writes into the tree.
         for test in ("modes_are_ordinary", "files_are_there", "pictures_of_the_manual_are_there", "programs_speak_without_a_display",
+                     "a_start_without_a_display_is_one_line_and_code_1",
                      "skins_are_in_order", "a_skin_can_be_begun_checked_and_shown", "icons_have_their_sizes",
-                     "pages_of_the_handbook_name_every_option", "desktop_file_is_valid", "metadata_are_valid", "every_file_type_is_opened"):
+                     "the_bill_of_materials_names_all_that_is_linked", "desktop_file_is_valid", "metadata_are_valid", "every_file_type_is_opened"):
             name = test.replace("_", " ")
             try:
                 why = getattr(installed, test)()
-            except (OSError, AttributeError, struct.error, subprocess.SubprocessError) as error:
+            except (OSError, AttributeError, KeyError, TypeError, ValueError, struct.error, subprocess.SubprocessError) as error:
                 why = f"{type(error).__name__}: {error}"
             print(f"FAIL {name}: {why}" if why else f"PASS {name}")
             failed = failed or bool(why)

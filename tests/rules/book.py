@@ -32,15 +32,18 @@ TOPICS = {
     "PANEL": "The panel's construction and end", "BTN": "Buttons, holds and the mouse on the panel", "KEY": "Keys",
     "SEQ": "Next, previous and holds through a file", "DISP": "The display", "SLIDER": "The seek slider",
     "DROP": "Files dropped on the panel", "KIND": "Kinds of media", "OPEN": "Opening and starting a file",
-    "MOVE": "Pause, next, previous, close", "TIME": "Times as texts", "PIC": "Pictures, fitted and zoomed", "VOL": "Volume",
+    "MOVE": "Pause, next, previous, close", "TIME": "Times as texts", "PIC": "Pictures, fitted and zoomed", "ANIM": "Pictures that move", "VOL": "Volume",
     "MCI": "The window of sounds and tracks", "MOVIE": "The movie window", "IMG": "The image window",
     "EDIT": "The play-list editor", "MENU": "The popup menu", "DIAL": "The settings dialog", "COM": "What all windows share",
     "MEDIA": "Sounds, discs and movies as devices", "REM": "Media keys and remote controls", "FAULT": "Faults, long life, safety",
-    "ACC": "Assistive programs and the keyboard on the panel", "WIN": "The Windows program"}
+    "TEXT": "Texts of tags", "LOUD": "Loudness and seams", "ACC": "Assistive programs and the keyboard on the panel", "WIN": "The Windows program",
+    "HAND": "Today's ways of the mouse and the keys", "FIND": "The window that finds an entry",
+    "RESUME": "What goes on at the next start", "SESS": "Desktops of every make",
+    "DESK": "The desktop's manners and its session"}
 # Where tests lie and run. "fake": the machine in memory; "real": the desktop's own parts; "end to end": the built program,
 # driven as a person would. Contracts are written once and run against all that answer them.
 PLACES = {"unit/linux": "real", "unit/windows": "Wine", "contract/linux": "real", "contract/windows": "Wine", "golden": "real",
-          "e2e/stories": "end to end", "e2e/windows_stories": "Wine end to end", "contract": "fake and real"}
+          "e2e/stories": "end to end", "e2e/session_stories": "every desktop", "e2e/sound_stories": "PipeWire", "e2e/windows_stories": "Wine end to end", "contract": "fake and real"}
 ID = re.compile(r"[A-Z]{2,6}-\d{2,3}")
 IDS = re.compile(rf"{ID.pattern}(?:, {ID.pattern})*,?")
 TEST = re.compile(r'^TEST(?:_F|_P)?\(\s*(\w+)\s*,\s*(\w+)\s*\)|^@story\("((?:[^"\\]|\\.)*)"\)')

@@ -10,7 +10,7 @@ import re
 import sys
 
 PROJECT = pathlib.Path(__file__).resolve().parents[2]
-FOLDERS = ("src", "tests", "tools", "bench", "docs", "packaging", ".ci")
+FOLDERS = ("src", "tests", "tools", "bench", "docs", "packaging", "debian", ".ci")
 TOP_FILES = ("play", "check", "CMakeLists.txt", "README.md", "CONTRIBUTING.md", "THIRD_PARTY.md")
 CODE = (".cpp", ".h", ".py", ".sh")
 MOST_LINES = 500
@@ -34,7 +34,8 @@ def files():
 
 
 def is_code(path):
-    return path.suffix in CODE or path.name in ("play", "check", "run", "package", "try_package")
+    return path.suffix in CODE or path.name in ("play", "check", "run", "on_system", "package", "source", "try_package", "test_package",
+                                                "plays-a-sound")
 
 
 def missing_licence(path, text):
@@ -72,7 +73,7 @@ RULES = {
 
 def executables():
     """What is run by name can be run."""
-    for name in ("play", "check", ".ci/run", "tests/e2e/run.py", "tests/package/installed.py", "tools/package", "tools/session.py", "tools/try_package"):
+    for name in ("play", "check", ".ci/run", "tests/e2e/run.py", "tests/package/installed.py", "tools/on_system", "tools/package", "tools/session.py", "tools/try_package"):
         if not os.access(PROJECT / name, os.X_OK):
             yield name
     # One that cannot be run is passed over by ./check without a word.

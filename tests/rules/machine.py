@@ -10,7 +10,7 @@ import re
 import sys
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2] / "src"
-DESKTOPS = {"linux", "windows", "drives", "media", "workers", "skintool", "main"}  # the rooms that may; all others are the core
+DESKTOPS = {"linux", "windows", "drives", "media", "files", "confinement", "winapi", "workers", "skintool", "main"}  # the rooms that may; all others are the core
 STANDARD_HEADERS = set("""algorithm any array atomic bit bitset cassert cctype cerrno cfloat charconv cinttypes climits cmath
     compare complex concepts cstddef cstdio cstdint cstring cwchar deque exception functional initializer_list iomanip ios istream
     iterator limits list locale map memory new numbers numeric optional ostream queue random ranges ratio regex set span

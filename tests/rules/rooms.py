@@ -16,7 +16,7 @@ import subprocess
 import sys
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2] / "src"
-UPPER = {"drives", "media", "linux", "windows", "skintool", "main"}  # what no room of the core may reach
+UPPER = {"drives", "media", "files", "confinement", "winapi", "linux", "windows", "skintool", "main"}  # what no room of the core may reach
 LIBRARY = re.compile(r"corvane_library\((\w+)(?:\s+DEPENDS\s+([\w\s]+))?\)")
 
 

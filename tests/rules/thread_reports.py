@@ -19,6 +19,11 @@ COUNTED = ("    #0 std::__atomic_base<int>::fetch_sub(int) /usr/include/c++/12/b
            "    #1 deref() /usr/include/x86_64-linux-gnu/qt6/QtCore/qbasicatomic.h:66 (corvane+0x30)\n" + OURS)
 CALLED = OURS + "\n    #2 dl_iterate_phdr_cb <null> (libtsan.so.2+0x1)"
 LINKER = "    #0 malloc <null> (libtsan.so.2+0x1)\n    #1 strdup string/strdup.c:42 (ld-linux-x86-64.so.2+0x2)"
+QUEUED = OURS + "\n    #2 QtPrivate::FunctorCall<corvane::Thing>::call() /usr/include/x86_64-linux-gnu/qt6/QtCore/q.h:1 (corvane+0x30)"
+MADE_BY_QT = ("    #0 operator new(unsigned long) tsan_new_delete.cpp:64 (libtsan.so.2+0x1)\n"
+              "    #1 QMetaObject::invokeMethod() /usr/include/x86_64-linux-gnu/qt6/QtCore/qobjectdefs.h:3 (corvane+0x30)\n" + OURS)
+MADE_BY_US = "    #0 operator new(unsigned long) tsan_new_delete.cpp:64 (libtsan.so.2+0x1)\n" + OURS
+READ_FIRST = ("Read of size 8 at 0x1 by main thread:", "Previous write of size 8 at 0x1 by thread T2:")
 FREED = "    #0 free <null> (libtsan.so.2+0x1)\n    #1 <null> <null> (libglib-2.0.so.0+0x2)"
 FREED_BY_US = "    #0 operator delete(void*) <null> (libtsan.so.2+0x1)\n" + OURS
 LOST = "    [failed to restore the stack]"
@@ -50,6 +55,10 @@ CASES = {
     "ours reads the linker's memory without its lock": (race(LINKER, OURS), True),
     "ours writes what the linker lends": (race(CALLED, LINKER), True),
     "ours reads what another library wrote meanwhile": (race(QT, CALLED), True),
+    "a queued call reads what Qt made for it": (race(QUEUED, MADE_BY_QT, heads=READ_FIRST), False),
+    "a queued call reads what ours made": (race(QUEUED, MADE_BY_US, heads=READ_FIRST), True),
+    "a queued call reads what ours wrote": (race(QUEUED, OURS, heads=READ_FIRST), True),
+    "ours reads, without a call, what Qt made": (race(OURS, MADE_BY_QT, heads=READ_FIRST), True),
     "a library below ours": (race(QT, QT), False),
     "a count in Qt's headers": (race(QT, COUNTED, heads=ATOMIC), False),
     "a plain write in Qt's headers": (race(QT, COUNTED), True),

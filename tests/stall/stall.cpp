@@ -2,8 +2,9 @@
 // A drive that does not answer, for tests: loaded before the system's library, it holds every call that asks for a file
 // below the folder CORVANE_STALL_FOLDER for as long as the file that CORVANE_STALL_SWITCH names holds a word for it:
 // "read" (what is in an open file), "open" (that and opening), "all" (that, and looking at names), "write" (flushing).
-// A signal does not end the waiting. A drive that was pulled out does not hold: "gone" (reads fail with an input error,
-// names are not there) and "dead" (the same, names belong to no device any more).
+// A signal does not end the waiting. "slow" holds each call for a moment, as a far machine does: kSlowMs, a read
+// kSlowReadMs. A drive that was pulled out does not hold: "gone" (reads fail with an input error, names are not there)
+// and "dead" (the same, names belong to no device any more).
 #include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -25,6 +26,8 @@ namespace {
 enum class Call { Read, Open, Look, Write };
 
 constexpr int kLookMs = 10;       ///< between two looks at the switch
+constexpr int kSlowMs = 50;       ///< there and back again over a net
+constexpr int kSlowReadMs = 5;    ///< much of what is read was sent ahead
 constexpr int kErrorSeen = 0x20;  ///< what ferror() looks for in a stream of the system's library
 
 template <class Function>
@@ -107,6 +110,7 @@ bool fails(Place place, Call call) {
     if (!isBelow(place)) return false;
     char now = word();
     for (; holds(now, call); now = word()) poll(nullptr, 0, kLookMs);
+    if (now == 's') poll(nullptr, 0, call == Call::Read ? kSlowReadMs : kSlowMs);
     if (!isPulledOut(now)) return false;
     errno = call == Call::Read || call == Call::Write ? EIO : now == 'g' ? ENOENT : ENODEV;
     return true;

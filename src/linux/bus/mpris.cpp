@@ -255,7 +255,11 @@ QVariantMap Mpris::metadata() const {
     if (state.lengthUs > 0) data[QStringLiteral("mpris:length")] = qlonglong{state.lengthUs};
     data[QStringLiteral("xesam:title")] = toQString(state.title);
     data[QStringLiteral("xesam:url")] = addressOf(state.path);
-    if (state.number > 0) data[QStringLiteral("xesam:trackNumber")] = state.number;
+    const int number = state.albumNumber > 0 ? state.albumNumber : state.number;
+    if (number > 0) data[QStringLiteral("xesam:trackNumber")] = number;
+    if (!state.artist.empty()) data[QStringLiteral("xesam:artist")] = QStringList(toQString(state.artist));
+    if (!state.album.empty()) data[QStringLiteral("xesam:album")] = toQString(state.album);
+    if (!state.cover.empty()) data[QStringLiteral("mpris:artUrl")] = addressOf(state.cover);
     return data;
 }
 

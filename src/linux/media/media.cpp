@@ -5,12 +5,13 @@
 #include <functional>
 #include <utility>
 
-#include "linux/media/movies/movie_players.h"
-#include "linux/media/sound/desktop_mci_control.h"
+#include "linux/media/desktop_station.h"
+#include "linux/media/movies/desktop_movies.h"
 #include "media/midi/midi_sound.h"
-#include "media/movies/movie_library.h"
+#include "media/sound/av_kinds.h"
 #include "media/sound/av_library.h"
 #include "media/sound/silence.h"
+#include "media/sound/sound_devices.h"
 #include "workers/worker.h"
 
 namespace corvane {
@@ -29,20 +30,31 @@ void prepareSound(const std::string& path, Synthesizer& synthesizer) {
     }
 }
 
-class LinuxMedia : public Media {
+class AllMedia : public LinuxMedia {
 public:
-    LinuxMedia(EventLoop& loop, Windows& windows) : station_(loop, silenceWanted()), movies_(loop, windows) {
-        QTimer::singleShot(kWarmUpMs, &station_.timers, [this] { station_.output.warmUp(); });
+    AllMedia(EventLoop& loop, Windows& windows, const std::string& programFolder)
+        : station_(loop, silenceWanted()), movies_(loop, windows, programFolder) {
+        QTimer::singleShot(kWarmUpMs, &owner_, [this] { station_.output.warmUp(); });
     }
-    ~LinuxMedia() override { station_.post.stop(); }
 
-    void expectSound(const std::string& path) override {
+    void chooseGraphics(GraphicsChoice choice) override { movies_.players().chooseGraphics(choice); }
+    bool plays(const std::string& extension) override { return avPlays(extension); }
+    void expectSound(const std::string& path, SoundLevel level) override {
+        station_.ahead.expect(path, level);
         prepare([path, synthesizer = station_.synthesizer] { prepareSound(path, *synthesizer); });
     }
-    void expectDisc(const std::string& /*path*/) override { station_.output.warmUp(); }
-    void expectMovie(const std::string& /*path*/) override { prepare(loadMovieLibrary); }
+    void expectDisc(const std::string& /*path*/) override {
+        station_.ahead.drop();
+        station_.output.warmUp();
+    }
+    void expectNothing() override { station_.ahead.drop(); }
+    void expectMovie(const std::string& /*path*/) override {
+        station_.ahead.drop();
+        station_.output.warmUp();
+        movies_.players().prepare();
+    }
 
-    std::unique_ptr<MciControl> makeMciControl() override { return std::make_unique<DesktopMciControl>(station_); }
+    std::unique_ptr<MciControl> makeMciControl() override { return std::make_unique<OutputMciControl>(station_); }
     std::unique_ptr<MovieControl> makeMovieControl(Form& form) override { return movies_.makeControl(form); }
 
 private:
@@ -52,14 +64,19 @@ private:
         Worker::run([load = std::move(load)](const Worker::GiveUp&) { load(); });
     }
 
-    SoundStation station_;
-    MoviePlayers movies_;
+    DesktopStation station_;
+    DesktopMovies movies_;
+    QObject owner_;  ///< of what is timed here
 };
 
 }  // namespace
 
-std::unique_ptr<Media> makeMedia(EventLoop& loop, Windows& windows) {
-    return std::make_unique<LinuxMedia>(loop, windows);
+std::unique_ptr<SoundDevices> makeSoundDevices(EventLoop& loop) {
+    return std::make_unique<PulseSoundDevices>(QtPost(loop));
+}
+
+std::unique_ptr<LinuxMedia> makeMedia(EventLoop& loop, Windows& windows, const std::string& programFolder) {
+    return std::make_unique<AllMedia>(loop, windows, programFolder);
 }
 
 }  // namespace corvane

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QFocusEvent>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QSignalBlocker>
 #include <QValidator>
 
 #include "linux/native/native_form_window.h"
+#include "linux/windowing/input_map.h"
 #include "linux/windowing/shown_text.h"
 
 namespace corvane {
@@ -37,6 +39,7 @@ public:
                          [this](const QString& text) { events().typed(text.toStdString()); });
         QObject::connect(&edit(), &QLineEdit::selectionChanged, &edit(), [this] { tellSelection(); });
         QObject::connect(&edit(), &QLineEdit::cursorPositionChanged, &edit(), [this] { tellSelection(); });
+        colourHint();
     }
 
     void setText(const std::string& wanted) override {
@@ -64,10 +67,35 @@ protected:
             event->type() == QEvent::FocusIn && static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason;
         if (byMouse || event->type() == QEvent::MouseButtonPress) tellMouse(NativeMouse::Act::Press);
         if (event->type() == QEvent::MouseButtonRelease) tellMouse(NativeMouse::Act::Release);
+        if (event->type() == QEvent::PaletteChange) colourHint();
+        if (event->type() == QEvent::KeyPress && tellKey(*static_cast<QKeyEvent*>(event))) return true;
         return WidgetControl::eventFilter(watched, event);
     }
 
 private:
+    /// The field's text, faint: not every theme says what it is to be, and the tool kit's black is not seen in the
+    /// dark.
+    void colourHint() const {
+        QPalette palette = edit().palette();
+        QColor hint = palette.color(QPalette::Active, QPalette::Text);
+        hint.setAlpha(kHintAlpha);
+        if (palette.color(QPalette::Active, QPalette::PlaceholderText) == hint) return;
+        palette.setColor(QPalette::PlaceholderText, hint);
+        edit().setPalette(palette);
+    }
+    bool tellKey(const QKeyEvent& event) {
+        switch (event.key()) {
+            case Qt::Key_Up:
+            case Qt::Key_Down:
+            case Qt::Key_PageUp:
+            case Qt::Key_PageDown: {
+                const KeyArgs key = keyArgs(event);
+                return key.shift == 0 && events().fieldKey({key.keyCode, 0, event.isAutoRepeat()});
+            }
+            default:
+                return false;
+        }
+    }
     void tellMouse(NativeMouse::Act act) {
         NativeMouse mouse;
         mouse.act = act;
@@ -78,6 +106,8 @@ private:
         const int from = any ? edit().selectionStart() : edit().cursorPosition();
         events().selectionMoved(from, any ? edit().selectionEnd() : from);
     }
+
+    static constexpr int kHintAlpha = 140;  ///< of 255
 
     QLineEdit& edit() const { return static_cast<QLineEdit&>(widget()); }
 };

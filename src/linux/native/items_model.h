@@ -21,6 +21,9 @@ public:
 
     QString tip(int row, bool isCut) const;  ///< what a row says to the pointer; "": nothing of its own
 
+    QString detail(int row, int column) const;  ///< what a row says in a column
+    bool isPicture(int row) const;              ///< a small picture stands before it, or will
+
     /// The control's items have changed.
     void refresh();
     /// The control goes: the model is empty from now on.

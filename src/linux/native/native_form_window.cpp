@@ -26,8 +26,9 @@ Qt::WindowFlags flagsOf(const Form& form) {
 
 NativeWindow::NativeWindow(Form& form, DesktopContext& context)
     : QDialog(nullptr, flagsOf(form)),
-      FormWindow(*this, form, context),
+      DialogWindow(form, context.loop, context, native_, *this, context),
       style_(std::make_unique<QuietMnemonicStyle>()),
+      thumbnails_(context.loop),
       native_(context.loop, *this) {
     setObjectName(QString::fromStdString(form.name()));
     if (context.scale > 1.0) {
@@ -85,6 +86,12 @@ void NativeWindow::focusFirst(const Control& control) {
 
 void NativeWindow::setTitle(const std::string& text) { setWindowTitle(shownTitle(text)); }
 
+/// Where nobody manages the windows, nobody else gives it the keyboard.
+void NativeWindow::show(bool shown) {
+    setVisible(shown);
+    if (shown) activateWindow();
+}
+
 void NativeWindow::setState(WindowState state) {
     setWindowState(state == WindowState::Minimized   ? Qt::WindowMinimized
                    : state == WindowState::Maximized ? Qt::WindowMaximized
@@ -113,18 +120,12 @@ PixelRect NativeWindow::room() const {
     return {free.x(), free.y(), free.width(), free.height()};
 }
 
-PixelPoint NativeWindow::onScreen(Twips left, Twips top) const {
-    const PixelPoint corner = context().cornerFor(form());
-    return {corner.x + context().toPixels(left), corner.y + context().toPixels(top)};
-}
-
 void NativeWindow::soon(EventLoop::Handler handler) { QTimer::singleShot(0, this, std::move(handler)); }
 
 void NativeWindow::moveEvent(QMoveEvent* event) {
     QDialog::moveEvent(event);
     if (!bound() || !isVisible()) return;
-    const QPoint at = frameGeometry().topLeft() - context().origin(form());
-    native_.moved(context().toTwips(at.x()), context().toTwips(at.y()));
+    cornerIs({frameGeometry().x(), frameGeometry().y()});
 }
 
 void NativeWindow::resizeEvent(QResizeEvent* event) {
@@ -156,6 +157,7 @@ bool NativeWindow::event(QEvent* event) {
         case QEvent::KeyRelease:
             watchAlt(*static_cast<QKeyEvent*>(event));
             if (takeHelpKey(*static_cast<QKeyEvent*>(event))) return true;
+            if (event->type() == QEvent::KeyPress && native_.key(keyArgs(*static_cast<QKeyEvent*>(event)))) return true;
             break;
         case QEvent::WindowActivate:
             native_.activated();

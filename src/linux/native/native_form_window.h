@@ -6,18 +6,18 @@
 #include <memory>
 
 #include "linux/native/widget_control.h"
+#include "linux/pictures/thumbnails.h"
 #include "linux/windowing/form_window.h"
-#include "shell/native/native_form.h"
+#include "shell/native/dialog_window.h"
 
 namespace corvane {
 
 /// The window of a dialog form, a widget for each of its controls.
-class NativeWindow : public QDialog, public FormWindow, public NativeSurface {
+class NativeWindow : public QDialog, public DialogWindow<QtFrame> {
 public:
     NativeWindow(Form& form, DesktopContext& context);
     ~NativeWindow() override;
 
-    int textWidth(const std::string& text) override { return native_.textWidth(text); }
     void beginDrag() override { dragging_ = true; }
     void reject() override { native_.cancel(); }
 
@@ -30,6 +30,7 @@ public:
     std::unique_ptr<NativeChoice> makeChoice(const ItemsControl& control, NativeEvents& events) override;
     std::unique_ptr<NativeList> makeList(const ItemsControl& control, NativeEvents& events) override;
 
+    ThumbnailReader* thumbnails() override { return &thumbnails_; }
     bool framesHold() const override { return true; }
     PixelSize textSize(const std::string& text) const override;
     double leastScale() const override { return 1.0; }
@@ -37,13 +38,12 @@ public:
     void focusFirst(const Control& control) override;
     void setTitle(const std::string& text) override;
     void enable(bool enabled) override { setEnabled(enabled); }
-    void show(bool shown) override { setVisible(shown); }
+    void show(bool shown) override;
     void setState(WindowState state) override;
     void setInner(PixelSize size, PixelSize least) override;
     PixelSize outer() const override { return {width(), height()}; }
     void moveOuter(const PixelRect& place) override;
     PixelRect room() const override;
-    PixelPoint onScreen(Twips left, Twips top) const override;
     void soon(EventLoop::Handler handler) override;
 
     // For the widgets.
@@ -55,8 +55,6 @@ public:
 
 protected:
     void onBound() override { native_.bind(form()); }
-    void onUnbinding() override { native_.unbind(); }
-    void propertyChanged(Control& control, PropertyId property) override { native_.changed(control, property); }
 
     bool event(QEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -74,6 +72,7 @@ private:
 
     std::map<const Control*, QWidget*> widgets_;
     std::unique_ptr<QStyle> style_;
+    Thumbnails thumbnails_;
     NativeForm native_;
     bool dragging_ = false;  ///< the form asked to be moved with the pointer
     QPoint pressedAt_;       ///< of the screen, at the last press

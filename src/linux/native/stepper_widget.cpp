@@ -40,10 +40,11 @@ protected:
             QAbstractSlider::keyPressEvent(event);
         }
     }
-    void mouseReleaseEvent(QMouseEvent* /*event*/) override {
-        setRepeatAction(SliderNoAction);
-        pressed_ = Part::None;
-        update();
+    void mouseReleaseEvent(QMouseEvent* /*event*/) override { letGo(); }
+    /// What its step puts up gets the release.
+    void focusOutEvent(QFocusEvent* event) override {
+        letGo();
+        QAbstractSlider::focusOutEvent(event);
     }
     void paintEvent(QPaintEvent* /*event*/) override {
         QPainter painter(this);
@@ -64,6 +65,12 @@ protected:
 
 private:
     enum class Part { None, Less, More };
+
+    void letGo() {
+        setRepeatAction(SliderNoAction);
+        pressed_ = Part::None;
+        update();
+    }
 
     QRect partRect(Part part) const {
         const int half = width() / 2;

@@ -3,53 +3,31 @@
 
 #include <sys/stat.h>
 
-#include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <cmath>
-#include <optional>
 #include <utility>
 #include <vector>
 
 #include "drives/drive_file.h"
+#include "linux/pictures/system_frames.h"
+#include "linux/pictures/system_picture.h"
+#include "linux/pictures/thumbnails.h"
+#include "media/pictures/drive_bytes.h"
 #include "media/pictures/jpeg_reader.h"
 #include "media/pictures/png_reader.h"
-#include "pictures/picture_file.h"
+#include "pictures/gif_frames.h"
+#include "types/text.h"
 
 namespace corvane {
 
 namespace {
 
 constexpr int kBytesOfPixel = 4;
-constexpr std::chrono::seconds kLongestWait{5};  ///< for a picture that somebody stands and waits for
 
 std::int64_t pixelsOf(QSize size) { return static_cast<std::int64_t>(size.width()) * size.height(); }
 
 /// Held by all pictures that live; a picture can be made by the worker.
 std::atomic<std::int64_t> held{0};
-
-/// A file on a drive that may stop answering.
-class DriveBytes : public PictureBytes {
-public:
-    DriveBytes(DriveFile& file, const std::function<bool()>& givenUp) : file_(file), givenUp_(givenUp) {}
-    std::int64_t size() override { return file_.size(); }
-    std::string part(std::int64_t from, std::int64_t count) override {
-        std::string bytes(static_cast<std::size_t>(std::clamp<std::int64_t>(size() - from, 0, count)), '\0');
-        std::size_t had = 0;
-        while (had < bytes.size() && !givenUp_()) {
-            const std::int64_t got =
-                file_.read(from + static_cast<std::int64_t>(had), bytes.data() + had, bytes.size() - had);
-            if (got <= 0) break;
-            had += static_cast<std::size_t>(got);
-        }
-        bytes.resize(had);
-        return bytes;
-    }
-
-private:
-    DriveFile& file_;
-    const std::function<bool()>& givenUp_;
-};
 
 Picture pictureOf(PicturePixels decoded) {
     auto* const pixels = new std::vector<std::uint32_t>(std::move(decoded.pixels));
@@ -73,22 +51,62 @@ PictureQueue::Stamp stampOf(const std::string& path, const PictureWorker::GiveUp
         .value_or(Stamp{});
 }
 
+/// Of a file that is named for a decoder of the system; none for any other.
+PictureReader systemReaderFor(const std::string& path) {
+    const std::size_t dot = path.rfind('.');
+    if (dot == std::string::npos) return {};
+    const std::string decoder = systemDecoderOf(text::capitals(path.substr(dot + 1)));
+    if (decoder.empty()) return {};
+    return [decoder](PictureBytes& file, const DecodingBounds& bounds) { return readBySystem(file, bounds, decoder); };
+}
+
 /// flag: what ends a wait for the drive at once; may be null.
 Pictures::Decoded load(const std::string& path, const std::atomic<bool>* flag, const std::function<bool()>& givenUp) {
     std::string reason;
     const auto opened = DriveFile::open(path, {DriveCalls::kPatience, flag}, reason);
     if (!opened) return {{}, reason};
     DriveBytes file(*opened, givenUp);
-    Pictures::Decoded decoded = QtPictures::decodeFrom(file, givenUp);
+    Pictures::Decoded decoded = QtPictures::decodeFrom(file, givenUp, systemReaderFor(path));
     if (opened->failure().empty()) return decoded;
     return {{}, opened->failure()};  // no decoder can know why it got no more
 }
 
-Pictures::Decoded loadAwaited(const std::string& path, const PictureWorker::GiveUp& givenUp) {
-    return load(path, &givenUp, [&givenUp] { return givenUp.load(); });
+/// What moves in a file; null: nothing.
+std::unique_ptr<FrameReader> openFrames(const std::string& path, const std::function<bool()>& givenUp) {
+    std::string reason;
+    const auto opened = DriveFile::open(path, {DriveCalls::kPatience, nullptr}, reason);
+    if (!opened || opened->size() > kMostMovingBytes) return nullptr;
+    DriveBytes file(*opened, givenUp);
+    std::string bytes = file.part(0, opened->size());
+    if (static_cast<std::int64_t>(bytes.size()) < opened->size()) return nullptr;
+    if (bytes.starts_with("GIF8")) return gifFrames(std::move(bytes));
+    return systemDecoderOf("WEBP").empty() ? nullptr : systemFrames(bytes);
 }
 
 }  // namespace
+
+Pictures::Decoded decodeThumbnail(const std::string& path, const PictureWorker::GiveUp& givenUp) {
+    constexpr std::int64_t kMostThumbnailBytes = std::int64_t{64} << 20;
+    constexpr std::chrono::seconds kLongestThumbnail{4};
+    std::string reason;
+    const auto opened = DriveFile::open(path, {DriveCalls::kPatience, &givenUp}, reason);
+    if (!opened || opened->size() > kMostThumbnailBytes) return {{}, reason};
+    const auto until = std::chrono::steady_clock::now() + kLongestThumbnail;
+    const std::function<bool()> isOver = [&givenUp, until] {
+        return givenUp || std::chrono::steady_clock::now() > until;
+    };
+    DriveBytes file(*opened, isOver);
+    PicturePixels decoded = readPicture(file, {kMaxHeldTogether, isOver}, readJpeg, readPng);
+    if (!decoded.reason.empty() || !opened->failure().empty() || isOver()) return {{}, decoded.reason};
+    const QImage whole = imageOf(pictureOf(std::move(decoded)));
+    if (whole.width() <= kThumbnailSide && whole.height() <= kThumbnailSide) {
+        return {Picture(std::make_shared<QtPicture>(whole.copy())), ""};
+    }
+    const QSize side(kThumbnailSide, kThumbnailSide);
+    const QSize size = whole.size().scaled(side, Qt::KeepAspectRatio).expandedTo({1, 1});
+    return {Picture(std::make_shared<QtPicture>(whole.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation))),
+            ""};
+}
 
 const QImage& DenseSource::image() {
     if (const auto ask = std::exchange(ask_, {})) {
@@ -144,43 +162,21 @@ QImage denseImageOf(const Picture& picture) {
     return own != nullptr ? own->dense() : QImage();
 }
 
-QtPictures::QtPictures(PictureWorker::Post post) {
-    if (post) worker_.emplace(std::move(post), &loadAwaited, &stampOf);
+QtPictures::QtPictures(PictureWorker::Post post)
+    : WorkerPictures({load, stampOf, openFrames, pictureOf}, std::move(post)) {}
+
+bool QtPictures::shows(const std::string& extension) {
+    return extension == "PNG" || !systemDecoderOf(extension).empty();
 }
 
-Pictures::Decoded QtPictures::decodeFrom(PictureBytes& file, const std::function<bool()>& givenUp) {
-    PicturePixels decoded = readPicture(file, {held, givenUp}, readJpeg, readPng);
+Pictures::Decoded QtPictures::decodeFrom(PictureBytes& file, const std::function<bool()>& givenUp,
+                                         const PictureReader& other) {
+    PicturePixels decoded = readPicture(file, {held, givenUp}, readJpeg, readPng, other);
     if (!decoded.reason.empty()) return {{}, decoded.reason, decoded.lacksRoom};
     return {pictureOf(std::move(decoded)), ""};
 }
 
-Pictures::Decoded QtPictures::decode(const std::string& path) {
-    const auto until = std::chrono::steady_clock::now() + kLongestWait;
-    const auto isLate = [until] { return std::chrono::steady_clock::now() > until; };
-    Decoded decoded = load(path, nullptr, isLate);
-    if (decoded.picture.empty() && isLate()) return {{}, "The picture takes too long to be read."};
-    return decoded;
-}
-
-std::optional<Pictures::Decoded> QtPictures::begin(const std::string& path, std::function<void(Decoded)> done) {
-    if (!worker_) return decode(path);
-    return worker_->begin(path, std::move(done));
-}
-
-void QtPictures::giveUp() {
-    if (worker_) worker_->giveUp();
-}
-
-void QtPictures::decodeAhead(const std::string& path) {
-    if (worker_) worker_->decodeAhead(path);
-}
-
-bool QtPictures::isIdle() const { return !worker_ || worker_->isIdle(); }
-
-Picture QtPictures::cut(const Picture& whole, const Cell& cell) {
-    if (whole.empty() || cell.x < 0 || cell.y < 0 || cell.width <= 0 || cell.height <= 0) return {};
-    if (cell.width > whole.width() || cell.x > whole.width() - cell.width) return {};
-    if (cell.height > whole.height() || cell.y > whole.height() - cell.height) return {};
+Picture QtPictures::cutInside(const Picture& whole, const Cell& cell) {
     const QRect part(cell.x, cell.y, cell.width, cell.height);
     const auto* const own = dynamic_cast<const QtPicture*>(whole.data().get());
     if (own == nullptr) return Picture(std::make_shared<QtPicture>(imageOf(whole).copy(part)));
@@ -191,15 +187,6 @@ Picture QtPictures::cut(const Picture& whole, const Cell& cell) {
 Picture QtPictures::paired(const Picture& plain, std::function<Picture()> dense) {
     return Picture(std::make_shared<QtPicture>(imageOf(plain), QSize(plain.width(), plain.height()),
                                                std::make_shared<DenseSource>(std::move(dense))));
-}
-
-int QtPictures::paintStretched(PictureBox& box, float width, float height) {
-    if (box.Picture.get().empty()) return kInvalidPicture;
-    if (!std::isfinite(width) || !std::isfinite(height) || width > kMaxPaintedSide || height > kMaxPaintedSide) {
-        return kOutOfMemoryForPicture;
-    }
-    box.setPainted(std::max(width, 1.0F), std::max(height, 1.0F));
-    return 0;
 }
 
 }  // namespace corvane

@@ -5,13 +5,13 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "pictures/picture_budget.h"
 #include "pictures/picture_check.h"
+#include "pictures/picture_file.h"
 #include "platform/ports.h"
-#include "workers/picture_worker.h"
+#include "workers/worker_pictures.h"
 
 namespace corvane {
 
@@ -59,26 +59,22 @@ QImage imageOf(const Picture& picture);
 /// Its pixels for dense screens, read when they are first asked for; null for none.
 QImage denseImageOf(const Picture& picture);
 
-/// Pictures by readers of our own, libjpeg and libpng: BMP, JPEG, GIF and PNG by their content, whatever the name. A
-/// file that ends too early counts as damaged, one on a drive that does not answer as not readable.
-class QtPictures : public Pictures {
+/// Pictures by readers of our own, libjpeg and libpng: BMP, JPEG, GIF and PNG by their content, whatever the name. What
+/// is none of them is given to a decoder of the system when the file is named for one (system_picture.h). A file that
+/// ends too early counts as damaged, one on a drive that does not answer as not readable.
+class QtPictures : public WorkerPictures {
 public:
     /// Without a loop to post to, what is begun is decoded at once.
     explicit QtPictures(PictureWorker::Post post = {});
 
-    Decoded decode(const std::string& path) override;
-    std::optional<Decoded> begin(const std::string& path, std::function<void(Decoded)> done) override;
-    void giveUp() override;
-    void decodeAhead(const std::string& path) override;
+    bool shows(const std::string& extension) override;
     /// The picture in a file. Any thread.
-    static Decoded decodeFrom(PictureBytes& file, const std::function<bool()>& givenUp);
-    bool isIdle() const;  ///< nothing is being decoded
-    Picture cut(const Picture& whole, const Cell& cell) override;
-    int paintStretched(PictureBox& box, float width, float height) override;
+    static Decoded decodeFrom(PictureBytes& file, const std::function<bool()>& givenUp,
+                              const PictureReader& other = {});
     Picture paired(const Picture& plain, std::function<Picture()> dense) override;
 
-private:
-    std::optional<PictureWorker> worker_;
+protected:
+    Picture cutInside(const Picture& whole, const Cell& cell) override;
 };
 
 }  // namespace corvane

@@ -6,6 +6,8 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QToolTip>
+#include <QWheelEvent>
+#include <utility>
 
 #include "linux/windowing/canvas_window.h"
 #include "linux/windowing/input_map.h"
@@ -44,6 +46,14 @@ void CanvasWindow::mouseReleaseEvent(QMouseEvent* event) {
     DrawnWindow* const window = live();
     if (window == nullptr) return;
     window->mouseUp(buttonCode(event->button()), shiftState(event->modifiers()), placeIn(event->position()));
+}
+
+void CanvasWindow::wheelEvent(QWheelEvent* event) {
+    constexpr double kNotch = QWheelEvent::DefaultDeltasPerStep;
+    event->accept();
+    DrawnWindow* const window = live();
+    if (window == nullptr) return;
+    window->wheelTurned(event->angleDelta().y() / kNotch, shiftState(event->modifiers()), placeIn(event->position()));
 }
 
 void CanvasWindow::keyPressEvent(QKeyEvent* event) { keyDown(*event); }
@@ -85,16 +95,25 @@ void CanvasWindow::dragEnterEvent(QDragEnterEvent* event) {
     if (window != nullptr && window->takesFiles()) event->acceptProposedAction();
 }
 
+/// Shift pressed on the way asks for another action, which has to be accepted anew.
+void CanvasWindow::dragMoveEvent(QDragMoveEvent* event) {
+    const DrawnWindow* const window = live();
+    if (window != nullptr && window->takesFiles()) event->acceptProposedAction();
+}
+
 void CanvasWindow::dropEvent(QDropEvent* event) {
     DrawnWindow* const window = live();
     if (window == nullptr) return;
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    window->dropped(dropData(*event->mimeData()), placeIn(event->position()));
+    DropData files = dropData(*event->mimeData());
+    files.toAdd = event->modifiers().testFlag(Qt::ShiftModifier);
+    window->dropped(files, placeIn(event->position()));
 }
 
 void CanvasWindow::moveEvent(QMoveEvent* event) {
     QWidget::moveEvent(event);
+    if (event->spontaneous() && asksAgain()) return;
     if (DrawnWindow* const window = live()) window->moved();
 }
 
@@ -103,8 +122,9 @@ void CanvasWindow::changeEvent(QEvent* event) {
     DrawnWindow* const window = live();
     if (window == nullptr) return;
     if (event->type() == QEvent::WindowStateChange) {
-        window->minimised(isMinimized());
+        window->minimised(isMinimised());
     } else if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+        if (std::exchange(away_, false)) window->minimised(false);
         window->activated();
     }
 }

@@ -12,15 +12,14 @@
 #include "linux/windowing/focus_ring.h"
 #include "linux/windowing/foreign_focus.h"
 #include "linux/windowing/label_text.h"
-#include "linux/windowing/media_canvas.h"
 #include "linux/windowing/qt_brush.h"
 #include "linux/windowing/shown_text.h"
-#include "shell/windowing/media_window.h"
-#include "shell/windowing/painted_window.h"
 
 namespace corvane {
 
 namespace {
+
+constexpr int kSettlingMs = 1000;
 
 bool placesItself() { return !QGuiApplication::platformName().startsWith(QLatin1String("wayland")); }
 
@@ -34,6 +33,8 @@ CanvasWindow::CanvasWindow(DesktopContext& context) : QtFrame(*this, context) {
     setFocusPolicy(Qt::StrongFocus);
     setAcceptDrops(true);
     setMouseTracking(true);
+    settling_.setSingleShot(true);
+    connect(&settling_, &QTimer::timeout, this, [this] { settles_ = false; });
 }
 
 CanvasWindow::~CanvasWindow() = default;
@@ -43,11 +44,30 @@ void CanvasWindow::setCaption(const std::string& text) { setWindowTitle(shownTit
 /// Nobody types into a window that came up by itself: a file that begins while the user is in another program.
 void CanvasWindow::showUp() {
     const bool leavesFocus = willLeaveFocus(*this);
+    wanted_ = pos();
+    settles_ = true;
+    settling_.start(kSettlingMs);
     show();
     if (!leavesFocus) activate();
 }
 
+/// Window managers that count a border first, which they then leave away, put what is shown beside its place. Asked
+/// once more, they put it there; what they answer then counts.
+bool CanvasWindow::asksAgain() {
+    if (!settles_ || !isVisible() || pos() == wanted_) return false;
+    settles_ = false;
+    move(wanted_);
+    return true;
+}
+
+void CanvasWindow::showMinimised() {
+    away_ = !placesItself();
+    showMinimized();
+}
+
 void CanvasWindow::restore() {
+    if (away_) hide();  // a program cannot bring such a window back, only show it anew
+    away_ = false;
     showNormal();
     activate();
 }
@@ -69,6 +89,12 @@ void CanvasWindow::setPlace(const PixelPlace& place) {
     }
     setGeometry(wanted);
     setFixedSize(wanted.size());
+    wanted_ = wanted.topLeft();
+}
+
+void CanvasWindow::moveTo(PixelPoint corner) {
+    wanted_ = QPoint(corner.x, corner.y);
+    move(wanted_);
 }
 
 void CanvasWindow::placeWanted() {
@@ -136,15 +162,6 @@ void CanvasWindow::focusChanged() {
 
 void CanvasWindow::formGoes() {
     if (isKnown_) forgetControls(*this);
-}
-
-std::unique_ptr<DrawnWindow> makeDrawnWindow(Form& form, DesktopContext& context) {
-    if (form.style() == FormStyle::Media) {
-        auto surface = std::make_unique<MediaCanvas>(context);
-        MediaCanvas& media = *surface;
-        return std::make_unique<MediaWindow>(form, context.loop, context, std::move(surface), media);
-    }
-    return std::make_unique<PaintedWindow>(form, context.loop, context, std::make_unique<CanvasWindow>(context));
 }
 
 }  // namespace corvane

@@ -3,6 +3,7 @@
 
 #include <QPoint>
 #include <QRectF>
+#include <QTimer>
 #include <QWidget>
 
 #include "linux/windowing/form_window.h"
@@ -33,15 +34,15 @@ public:
     void setCaption(const std::string& text) override;
     void setUsable(bool usable) override { setEnabled(usable); }
     void showUp() override;
-    void showMinimised() override { showMinimized(); }
+    void showMinimised() override;
     void restore() override;
-    bool isMinimised() const override { return isMinimized(); }
+    bool isMinimised() const override { return isMinimized() || away_; }
     bool takesInput() const override;
     bool isAltDown() const override;
     void takeKeyboard() override { setFocus(); }
     PixelPlace place() const override;
     void setPlace(const PixelPlace& place) override;
-    void moveTo(PixelPoint corner) override { move(corner.x, corner.y); }
+    void moveTo(PixelPoint corner) override;
     void placeWanted() override;
     bool isDrag(int across, int down) const override;
     bool dragBySystem() override;
@@ -69,21 +70,26 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     bool focusNextPrevChild(bool /*next*/) override { return false; }  // Tab is a key like any other
 
 private:
+    bool asksAgain();
+
     ScaledPicture scaled_;
     FocusRing* ring_ = nullptr;  ///< a child widget, made when it is first needed
     bool isKnown_ = false;       ///< to assistive programs
+    bool away_ = false;          ///< minimised, where nobody tells (Wayland)
+    bool settles_ = false;       ///< it has just been shown: elsewhere is no place that anybody chose
+    QTimer settling_;
+    QPoint wanted_;  ///< where it was put last
 };
-
-/// A window of that form on a surface of this desktop: painted from pictures, or for movies and pictures.
-std::unique_ptr<DrawnWindow> makeDrawnWindow(Form& form, DesktopContext& context);
 
 }  // namespace corvane

@@ -40,11 +40,6 @@ std::vector<ScreenArea> DesktopContext::areas() const {
     return all;
 }
 
-QPoint DesktopContext::origin(const Form& form) const {
-    const PixelPoint corner = cornerFor(form);
-    return {corner.x, corner.y};
-}
-
 void QtFrame::activate() {
     widget_.raise();
     widget_.activateWindow();

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QPoint>
 #include <QPointer>
 #include <QWidget>
 #include <string>
@@ -25,7 +24,6 @@ struct DesktopContext final : Screens {
     std::vector<ScreenArea> areas() const override;
 
     QScreen* screen() const;  ///< the panel's; the primary one before it is shown
-    QPoint origin(const Form& form) const;
 
     EventLoop& loop;
     double scale;  ///< logical screen pixels to a form's pixel (15 twips), 0.5 to 4; from CORVANE_SCALE
@@ -59,16 +57,6 @@ protected:
 private:
     QWidget& widget_;
     DesktopContext& context_;
-};
-
-/// The window of a form that is a widget itself.
-class FormWindow : public BoundWindow, public QtFrame {
-public:
-    FormWindow(QWidget& widget, Form& form, DesktopContext& context)
-        : BoundWindow(form, context.loop), QtFrame(widget, context) {}
-
-    WindowFrame& frame() override { return *this; }
-    void refresh() override { QtFrame::refresh(); }
 };
 
 /// Text as the form has it: UTF-8 where it is valid, else byte by byte (so that nothing is lost from sight).

@@ -40,6 +40,7 @@ bool FullScreenWindow::event(QEvent* event) {
         case QEvent::MouseButtonDblClick:
         case QEvent::MouseMove:
         case QEvent::MouseButtonRelease:
+        case QEvent::Wheel:
             return mouse(event);
         case QEvent::FocusOut:
             owner_.focusLost(static_cast<QFocusEvent*>(event)->reason());
@@ -66,8 +67,13 @@ bool FullScreenWindow::mouse(QEvent* event) {
 
 void FullScreenWindow::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    painter.fillRect(rect(), Qt::black);
-    if (owner_.movie() != nullptr) owner_.movie()->paint(painter, rect());
+    QRegion black(rect());
+    if (owner_.movie() != nullptr) black -= owner_.movie()->covered(rect(), devicePixelRatioF());
+    for (const QRect& part : black) painter.fillRect(part, Qt::black);
+    if (owner_.movie() == nullptr) return;
+    owner_.movie()->paint(painter, rect());
+    painter.end();
+    owner_.movie()->showIn(*this, rect());
 }
 
 void FullScreenWindow::resizeEvent(QResizeEvent* event) {

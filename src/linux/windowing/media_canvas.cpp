@@ -25,7 +25,10 @@ MediaCanvas::MediaCanvas(DesktopContext& context) : CanvasWindow(context) {
 MediaCanvas::~MediaCanvas() = default;
 
 void MediaCanvas::setMovie(Control* movie) {
-    if (movie_ != nullptr) movie_->frameReady.tie({});
+    if (movie_ != nullptr) {
+        movie_->frameReady.tie({});
+        movie_->leave();
+    }
     control_ = movie;
     movie_ = dynamic_cast<MovieSurface*>(movie);
     if (movie_ != nullptr) movie_->frameReady.tie([this] { showFrame(); });
@@ -49,10 +52,12 @@ void MediaCanvas::filledSizeChanged() {
 }
 
 void MediaCanvas::showFrame() {
-    if (filled()) {
-        fullScreen_->update();
+    QWidget& shown = filled() ? static_cast<QWidget&>(*fullScreen_) : *this;
+    const QRect area = filled() ? shown.rect() : movieArea();
+    if (movie_->isDue()) {
+        shown.repaint(area);
     } else {
-        update(movieArea());
+        shown.update(area);
     }
 }
 
@@ -62,6 +67,7 @@ std::optional<PixelSize> MediaCanvas::filled() const {
 }
 
 void MediaCanvas::fillScreen(bool fill) {
+    if (movie_ != nullptr) movie_->leave();
     if (!fill) {
         if (fullScreen_) fullScreen_->hide();
         return;
@@ -69,6 +75,8 @@ void MediaCanvas::fillScreen(bool fill) {
     if (!fullScreen_) fullScreen_ = std::make_unique<FullScreenWindow>(*this);
     if (context().screen() != nullptr) fullScreen_->setScreen(context().screen());
     const bool leavesFocus = willLeaveFocus(*fullScreen_);
+    // Where nobody manages the windows, the state alone makes it no larger.
+    if (context().screen() != nullptr) fullScreen_->setGeometry(context().screen()->geometry());
     fullScreen_->showFullScreen();
     if (!leavesFocus) fullScreen_->activateWindow();
 }
@@ -95,10 +103,15 @@ void MediaCanvas::setPlace(const PixelPlace& place) {
 
 void MediaCanvas::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
-    paintForm(painter, event->region());
-    if (movie_ == nullptr || !control_->Visible || filled()) return;
     const QRect area = movieArea();
-    if (!area.isEmpty()) movie_->paint(painter, area);
+    const bool shows = movie_ != nullptr && control_->Visible && !filled();
+    const QRect covered = shows ? movie_->covered(area, devicePixelRatioF()) : QRect();
+    paintForm(painter, event->region() - covered);
+    if (movie_ == nullptr || filled()) return;
+    if (area.isEmpty() || !control_->Visible) return movie_->leave();
+    movie_->paint(painter, area);
+    painter.end();
+    movie_->showIn(*this, area);
 }
 
 }  // namespace corvane

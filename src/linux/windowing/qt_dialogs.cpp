@@ -22,17 +22,9 @@ namespace corvane {
 namespace {
 
 QMessageBox::Icon toIcon(Icon icon) {
-    switch (icon) {
-        case Icon::Stop:
-            return QMessageBox::Critical;
-        case Icon::Question:
-            return QMessageBox::Question;
-        case Icon::Exclamation:
-            return QMessageBox::Warning;
-        case Icon::Information:
-            break;
-    }
-    return QMessageBox::Information;
+    if (icon == Icon::Stop) return QMessageBox::Critical;
+    if (icon == Icon::Question) return QMessageBox::Question;
+    return icon == Icon::Exclamation ? QMessageBox::Warning : QMessageBox::Information;
 }
 
 struct AnswerButton {
@@ -129,6 +121,13 @@ std::optional<Answer> QtDialogs::ask(const Box& asked) {
         if (each.button == pressed) return each.answer;
     }
     return std::nullopt;
+}
+
+bool QtDialogs::raiseBox() {
+    if (!context_.box) return false;
+    context_.box->raise();
+    context_.box->activateWindow();
+    return true;
 }
 
 void QtDialogs::closeBox() {

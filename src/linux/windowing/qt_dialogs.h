@@ -19,6 +19,7 @@ public:
     ~QtDialogs() override;
 
     void help() override;
+    bool raiseBox() override;
 
 protected:
     std::optional<Answer> ask(const Box& box) override;

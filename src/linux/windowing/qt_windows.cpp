@@ -5,7 +5,6 @@
 
 #include "linux/native/native_window.h"
 #include "linux/windowing/accessible_form.h"
-#include "linux/windowing/canvas_window.h"
 
 namespace corvane {
 
@@ -17,8 +16,7 @@ QWidget* widgetIn(BoundWindow* window) {
 
 }  // namespace
 
-QtWindows::QtWindows(DesktopContext& context)
-    : FormWindows(context.loop, context), context_(context), screens_([this] { screensChanged(); }) {
+QtWindows::QtWindows(DesktopContext& context) : FormWindowsOn(context), screens_([this] { screensChanged(); }) {
     offerAccessibleForms();
 }
 
@@ -26,12 +24,8 @@ int QtWindows::doubleClickTimeMs() { return QApplication::doubleClickInterval();
 
 QWidget* QtWindows::widgetOf(const Form& form) const { return widgetIn(windowOf(form)); }
 
-void QtWindows::panelIs(BoundWindow* panel) { context_.panel = widgetIn(panel); }
+void QtWindows::panelIs(BoundWindow* panel) { context().panel = widgetIn(panel); }
 
-std::unique_ptr<BoundWindow> QtWindows::makeWindow(Form& form) {
-    if (form.style() == FormStyle::Hidden) return nullptr;
-    if (form.style() == FormStyle::Dialog) return makeNativeWindow(form, context_);
-    return makeDrawnWindow(form, context_);
-}
+std::unique_ptr<BoundWindow> QtWindows::makeDialog(Form& form) { return makeNativeWindow(form, context()); }
 
 }  // namespace corvane

@@ -14,6 +14,9 @@ namespace corvane {
 /// direction of writing around, are seen as a replacement mark.
 QString shownText(const std::string& text);
 
+/// As shownText(), for a row of a list: shortened in its middle where it is longer than a list is ever wide.
+QString shownRow(const std::string& text);
+
 /// As shownText(), with the line breaks kept and a text that would not fit a box of that width shortened: words in the
 /// middle, very long lines in the middle, lines at the end. widthPixels: logical, of the widest word.
 QString shownLines(const std::string& text, const QFont& font, int widthPixels);

@@ -13,11 +13,13 @@
 #include <filesystem>
 #include <map>
 #include <mutex>
+#include <string_view>
 #include <system_error>
 
 #include "drives/drive_calls.h"
 #include "media/discs/cd_disc.h"
 #include "media/discs/cd_image.h"
+#include "types/text.h"
 
 namespace corvane {
 
@@ -28,6 +30,7 @@ using Clock = std::chrono::steady_clock;
 
 /// Nobody but the system's owner could make a folder of that name.
 constexpr const char* kRoot = "/corvane-cd/";
+constexpr const char* kFolderName = "corvane-cd";  ///< in every path below
 constexpr const char* kDefaultDevice = "/dev/cdrom";
 /// A list of many tracks looks each one up: for so long the drives and their tracks are taken from memory.
 constexpr std::chrono::seconds kTracksKept{3};
@@ -51,6 +54,8 @@ struct DiscPath {
 };
 
 std::optional<DiscPath> discPathOf(const std::string& path) {
+    // Every file of a drop is asked about, and hardly any is one.
+    if (path.find(kFolderName) == std::string::npos) return std::nullopt;
     for (const std::string& root : roots()) {
         if (!path.starts_with(root) || path.size() == root.size()) continue;
         const std::size_t end = std::min(path.find('/', root.size()), path.size());
@@ -121,14 +126,14 @@ public:
         return {};
     }
 
-    /// Of a drive that holds a disc.
-    std::vector<int> audioTracks(const std::string& drive) {
+    /// Of a drive that holds a disc, or of a sheet; `ask` reads them.
+    std::vector<int> audioTracks(const std::string& drive, std::vector<int> (*ask)(const std::string&)) {
         {
             const std::lock_guard lock(mutex_);
             const auto kept = read_.find(drive);
             if (kept != read_.end() && Clock::now() < kept->second.until) return kept->second.tracks;
         }
-        const std::vector<int> tracks = audioTracksOfDrive(drive);
+        const std::vector<int> tracks = ask(drive);
         const std::lock_guard lock(mutex_);
         read_[drive] = {tracks, Clock::now() + kTracksKept};
         return tracks;
@@ -191,7 +196,7 @@ std::optional<std::vector<std::string>> discTracks(const std::string& folder) {
     if (isDiscImage(place)) {
         for (const int number : audioTracksOfImage(place)) names.push_back(trackName(number));
     } else if (driveHoldsDisc(place)) {
-        for (const int number : Shelf::all().audioTracks(place)) names.push_back(trackName(number));
+        for (const int number : Shelf::all().audioTracks(place, audioTracksOfDrive)) names.push_back(trackName(number));
     }
     return names;
 }
@@ -202,6 +207,23 @@ bool isDiscTrack(const std::string& path) {
     return tracks && std::find(tracks->begin(), tracks->end(), path.substr(slash + 1)) != tracks->end();
 }
 
+std::string sheetOfTrack(const std::string& path) {
+    constexpr std::string_view kEnding = ".cue";
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string::npos || slash <= kEnding.size()) return {};
+    const std::string_view ending = std::string_view(path).substr(slash - kEnding.size(), kEnding.size());
+    return text::sameWithoutCase(ending, kEnding) ? path.substr(0, slash) : std::string();
+}
+
+bool isSheetTrack(const std::string& path) {
+    const std::string sheet = sheetOfTrack(path);
+    std::error_code failed;
+    if (sheet.empty() || !fs::is_regular_file(sheet, failed)) return false;
+    const std::vector<int> tracks = Shelf::all().audioTracks(sheet, audioTracksOfImage);
+    const std::string name = fs::path(path).filename().string();
+    return std::any_of(tracks.begin(), tracks.end(), [&](int number) { return trackName(number) == name; });
+}
+
 std::string discPlace(const std::string& entry) {
     if (const auto disc = discPathOf(entry)) {
         if (std::string place = Shelf::all().placeOf(disc->folder); !place.empty()) return place;
@@ -209,6 +231,7 @@ std::string discPlace(const std::string& entry) {
         std::error_code failed;
         const fs::path path(entry);
         if (isDiscImage(entry) || fs::is_block_file(path, failed)) return entry;
+        if (const std::string sheet = sheetOfTrack(entry); fs::is_regular_file(sheet, failed)) return sheet;
         const fs::path folder = fs::is_directory(path, failed) ? path : path.parent_path();
         if (std::string image = imageIn(folder); !image.empty()) return image;
     }

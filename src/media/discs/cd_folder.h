@@ -29,6 +29,13 @@ std::optional<std::vector<std::string>> discTracks(const std::string& folder);
 /// Whether the path is a track of a disc that is there now. Waits for a drive.
 bool isDiscTrack(const std::string& path);
 
+/// The sheet of which the path names a track, as if the sheet were a folder ("DISC.cue/Track01.cda"); "" when it does
+/// not look like that. Asks nobody.
+std::string sheetOfTrack(const std::string& path);
+
+/// Whether the sheet is there and has that track. Waits for a drive.
+bool isSheetTrack(const std::string& path);
+
 /// The disc that an entry stands for: the disc of its folder, or the image that the path names or that lies in its
 /// folder; else CORVANE_CDROM, else the first drive. "" when there is none.
 std::string discPlace(const std::string& entry);

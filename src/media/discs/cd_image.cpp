@@ -6,15 +6,19 @@
 #include <cctype>
 #include <cmath>
 #include <filesystem>
+#include <iterator>
 #include <optional>
+#include <utility>
 
 #include "discs/cue_sheet.h"
+#include "discs/sheet_files.h"
 #include "drives/drive_calls.h"
 #include "drives/drive_file.h"
 #include "drives/plain_file.h"
 #include "media/sound/file_sound.h"
 #include "media/sound/resampled_sound.h"
 #include "types/text.h"
+#include "types/text_encoding.h"
 
 namespace corvane {
 
@@ -207,12 +211,53 @@ private:
 struct Sheet {
     std::optional<CueSheet> sheet;
     std::string reason, folder;
+    std::string name;  ///< its own
 };
+
+/// Names of those of its files that are there.
+std::vector<std::string> filesThere(const Sheet& read, DriveCalls::Wait wait) {
+    std::vector<std::string> there;
+    for (const CueFile& file : read.sheet->files) {
+        if (isThere((fs::path(read.folder) / file.name).string(), wait)) there.push_back(file.name);
+    }
+    return there;
+}
+
+bool hasFiles(const Sheet& read, DriveCalls::Wait wait) {
+    return filesThere(read, wait).size() == read.sheet->files.size();
+}
+
+/// The files of a folder, up to a bound.
+std::vector<std::string> filesIn(const std::string& folder, DriveCalls::Wait wait) {
+    const auto look = [folder] {
+        std::vector<std::string> names;
+        std::error_code failed;
+        std::size_t looked = 0;
+        for (fs::directory_iterator entry(folder, failed), end; !failed && entry != end; entry.increment(failed)) {
+            if (++looked > kMostNamesBeside) break;
+            std::error_code none;
+            if (entry->is_regular_file(none)) names.push_back(entry->path().filename().string());
+        }
+        return names;
+    };
+    return DriveCalls::all().ask<std::vector<std::string>>(folder, wait, look).value_or(std::vector<std::string>());
+}
+
+/// Whether all files of the sheet are there, others in the place of those that are not.
+bool findFiles(Sheet& read, DriveCalls::Wait wait) {
+    std::vector<std::string> names = filesThere(read, wait);
+    if (names.size() == read.sheet->files.size()) return true;
+    std::vector<std::string> others = filesIn(read.folder, wait);
+    std::move(others.begin(), others.end(), std::back_inserter(names));
+    standInForMissing(*read.sheet, read.name, names);
+    return hasFiles(read, wait);
+}
 
 Sheet readSheet(const std::string& path, DriveCalls::Wait wait) {
     const std::string place = sheetOf(path, wait);
     Sheet read;
     read.folder = fs::path(place).parent_path().string();
+    read.name = fs::path(place).filename().string();
     const auto file = DriveFile::open(place, wait, read.reason);
     if (!file) return read;
     const auto text = file->readWhole(kMostCueBytes);
@@ -220,10 +265,15 @@ Sheet readSheet(const std::string& path, DriveCalls::Wait wait) {
         read.reason = file->failure().empty() ? "The sheet of the disc is too long." : file->failure();
         return read;
     }
-    ReadCueSheet sheet = readCueSheet(*text);
-    read.sheet = std::move(sheet.sheet);
-    read.reason = std::move(sheet.reason);
-    return read;
+    const auto as = [&read](ReadCueSheet sheet) {
+        return Sheet{std::move(sheet.sheet), std::move(sheet.reason), read.folder, read.name};
+    };
+    read = as(readCueSheet(text::toUtf8(*text)));
+    if (!read.sheet || text::isUtf8(*text) || hasFiles(read, wait)) return read;
+    // Files are named by the sheet's own bytes where a system took them as they came.
+    Sheet raw = as(readCueSheet(*text));
+    Sheet other = read;
+    return (raw.sheet && hasFiles(raw, wait)) || !findFiles(other, wait) ? raw : read;
 }
 
 bool hasAudio(const CueSheet& sheet) {
@@ -240,6 +290,7 @@ bool isDiscImage(const std::string& path) {
 OpenedDisc openImage(const std::string& path, const Abandoned& flag) {
     Sheet read = readSheet(path, {DriveCalls::kLongPatience, flag.get()});
     if (!read.sheet) return {nullptr, read.reason};
+    findFiles(read, {DriveCalls::kLongPatience, flag.get()});
     if (!hasAudio(*read.sheet)) return {nullptr, "There is no audio disc at " + text::onOneLine(path)};
     auto disc = std::make_unique<ImageDisc>(std::move(*read.sheet), read.folder, flag);
     if (std::string reason = disc->layOutFiles(); !reason.empty()) return {nullptr, std::move(reason)};
@@ -248,15 +299,22 @@ OpenedDisc openImage(const std::string& path, const Abandoned& flag) {
 
 std::vector<int> audioTracksOfImage(const std::string& path) {
     std::vector<int> tracks;
-    const Sheet read = readSheet(path, DriveCalls::kLongPatience);
-    if (!read.sheet) return tracks;
-    for (const CueFile& file : read.sheet->files) {
-        if (!isThere((fs::path(read.folder) / file.name).string(), DriveCalls::kLongPatience)) return tracks;
-    }
+    Sheet read = readSheet(path, DriveCalls::kLongPatience);
+    if (!read.sheet || !findFiles(read, DriveCalls::kLongPatience)) return tracks;
     for (const CueTrack& track : read.sheet->tracks) {
         if (track.audio) tracks.push_back(track.number);
     }
     return tracks;
+}
+
+TrackTexts textsOfImage(const std::string& path, int track) {
+    const Sheet read = readSheet(path, DriveCalls::kPatience);
+    if (!read.sheet) return {};
+    const auto& tracks = read.sheet->tracks;
+    const auto found =
+        std::find_if(tracks.begin(), tracks.end(), [&](const CueTrack& one) { return one.number == track; });
+    if (found == tracks.end()) return {};
+    return {found->title, found->performer.empty() ? read.sheet->performer : found->performer, read.sheet->title};
 }
 
 }  // namespace corvane

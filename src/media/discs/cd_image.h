@@ -21,4 +21,11 @@ OpenedDisc openImage(const std::string& path, const Abandoned& flag = std::make_
 /// Numbers of an image's audio tracks, found without a look into its sounds; none: there is no disc.
 std::vector<int> audioTracksOfImage(const std::string& path);
 
+/// What the sheet of an image says of one of its tracks, in the bytes that it has; "": nothing.
+struct TrackTexts {
+    std::string title, performer;
+    std::string album;  ///< the disc's title
+};
+TrackTexts textsOfImage(const std::string& path, int track);
+
 }  // namespace corvane

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "media/midi/fluid_library.h"
+#include "media/midi/sound_font_limits.h"
 #include "types/text.h"
 
 namespace corvane {
@@ -140,9 +141,10 @@ std::unique_ptr<SoundFont> SoundFont::open(const std::string& path, std::string&
     const std::int64_t got = file->read(0, head.data(), head.size());
     const std::string_view bytes(head.data(), head.size());
     if (got == static_cast<std::int64_t>(kHeadBytes) && bytes.substr(0, 4) == "RIFF" && bytes.substr(8) == "sfbk")
-        return std::unique_ptr<SoundFont>(new SoundFont(path, std::move(file)));
-    reason = file->failure().empty() ? "It is not a soundfont." : file->failure();
-    return nullptr;
+        reason = tooMuchInSoundFont(*file);
+    else
+        reason = file->failure().empty() ? "It is not a soundfont." : file->failure();
+    return reason.empty() ? std::unique_ptr<SoundFont>(new SoundFont(path, std::move(file))) : nullptr;
 }
 
 std::unique_ptr<SoundFont> SoundFont::find(std::string& reason) {

@@ -15,6 +15,9 @@ namespace {
 constexpr std::uintmax_t kCountedProgramBytes = 64U << 20U;
 /// What is counted: nothing else is opened, as no format that names other files.
 constexpr const char* kCounted = "mpeg,mpegvideo,m4v,h261,h263,h264,hevc,vc1,mp3,aac,ac3";
+/// What says how long it is.
+constexpr const char* kStating =
+    "avi,mov,mp4,matroska,webm,asf,flv,mpegts,ogg,rm,mpeg,mpegvideo,m4v,h261,h263,h264,hevc,vc1,mp3,aac,ac3";
 
 bool isCounted(std::string_view format) {
     for (std::string_view left = kCounted; !left.empty();) {
@@ -33,13 +36,13 @@ struct FreePacket {
 };
 using Input = std::unique_ptr<AVFormatContext, CloseInput>;
 
-Input openInput(const std::string& path, AvSource& source) {
+Input openInput(const std::string& path, AvSource& source, const char* formats) {
     AVFormatContext* context = av().avformat_alloc_context();
     if (context == nullptr) return nullptr;
     source.feed(*context);
     AVDictionary* options = nullptr;
     av().av_dict_set(&options, "protocol_whitelist", "file", 0);
-    av().av_dict_set(&options, "format_whitelist", kCounted, 0);
+    av().av_dict_set(&options, "format_whitelist", formats, 0);
     const int failed = av().avformat_open_input(&context, ("file:" + path).c_str(), nullptr, &options);
     av().av_dict_free(&options);
     if (failed < 0) return nullptr;  // the context is gone as well
@@ -68,12 +71,28 @@ bool lengthIsGuessed(const std::string& format, std::uintmax_t bytes) {
     return isCounted(format);
 }
 
+std::optional<double> statedLength(const std::string& path, const std::atomic<bool>& stop) {
+    if (!loadAv()) return std::nullopt;
+    std::string reason;
+    const std::unique_ptr<AvSource> source = AvSource::open(path, &stop, reason);
+    if (!source) return std::nullopt;
+    const Input input = openInput(path, *source, kStating);
+    if (!input || stop || !source->file().failure().empty()) return std::nullopt;
+    const std::int64_t bytes = std::max<std::int64_t>(source->file().size(), 0);
+    if (lengthIsGuessed(input->iformat->name, static_cast<std::uintmax_t>(bytes))) {
+        constexpr std::int64_t kMostCounted = std::int64_t{64} << 20U;
+        return bytes <= kMostCounted ? countedLength(path, stop) : std::nullopt;
+    }
+    if (input->duration == AV_NOPTS_VALUE || input->duration <= 0) return std::nullopt;
+    return static_cast<double>(input->duration) / AV_TIME_BASE;
+}
+
 std::optional<double> countedLength(const std::string& path, const std::atomic<bool>& stop) {
     if (!loadAv()) return std::nullopt;
     std::string reason;
     const std::unique_ptr<AvSource> source = AvSource::open(path, &stop, reason);
     if (!source) return std::nullopt;
-    const Input input = openInput(path, *source);
+    const Input input = openInput(path, *source, kCounted);
     const std::unique_ptr<AVPacket, FreePacket> packet(av().av_packet_alloc());
     if (!input || !packet) return std::nullopt;
     source->opened();

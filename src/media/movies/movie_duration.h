@@ -17,4 +17,8 @@ bool lengthIsGuessed(const std::string& format, std::uintmax_t bytes);
 /// asked for. Reads the whole file: call it in a worker.
 std::optional<double> countedLength(const std::string& path, const std::atomic<bool>& stop);
 
+/// The length of a local movie file in seconds as the file states it, counted where that would be a guess and the file
+/// is short; empty when it cannot be read, states none, or `stop` was asked for. Call it in a worker.
+std::optional<double> statedLength(const std::string& path, const std::atomic<bool>& stop);
+
 }  // namespace corvane

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <clocale>
+#include <string_view>
 #include <utility>
 
 #include "drives/spare_descriptors.h"
@@ -27,7 +28,7 @@ struct Option {
 };
 
 /// A movie is a local file and nothing else: no configuration, no scripts, no network, no file that it refers to.
-constexpr std::array<Option, 37> kOptions{{
+constexpr std::array<Option, 40> kOptions{{
     {"config", "no", Without::Refuse},
     {"load-scripts", "no", Without::Refuse},
     {"ytdl", "no", Without::Refuse},
@@ -35,11 +36,13 @@ constexpr std::array<Option, 37> kOptions{{
     {"demuxer-lavf-o", "protocol_whitelist=[file]", Without::Refuse},
     {"stream-lavf-o", "protocol_whitelist=[file]", Without::Refuse},
     {"autoload-files", "no", Without::Refuse},
+    {"embeddedfonts", "no", Without::Refuse},  // fonts that lie in a movie are not given to the reader of fonts
     {"ordered-chapters", "no", Without::Refuse},
     {"resume-playback", "no", Without::Refuse},
     {"save-position-on-quit", "no", Without::Refuse},
     {"vo", "libmpv", Without::Refuse},
     {"hwdec", "no", Without::Refuse},
+    {"video-rotate", "no", Without::Refuse},  // drawing by software, it ends the program at a picture that is turned
     {"demuxer-max-bytes", "32MiB", Without::Refuse},
     {"demuxer-max-back-bytes", "8MiB", Without::Refuse},
     {"vd-lavc-o", "max_pixels=9437184", Without::Refuse},
@@ -56,6 +59,7 @@ constexpr std::array<Option, 37> kOptions{{
     {"input-cursor", "no", Without::Play},
     {"input-media-keys", "no", Without::Play},
     {"sid", "no", Without::Play},
+    {"sub-visibility", "no", Without::Refuse},  // a file can make one line take gigabytes to be drawn: we draw them
     {"keepaspect", "no", Without::Play},      // its frames have their shape already; rounded, it would add a black line
     {"sws-allow-zimg", "no", Without::Play},  // its colours are wrong in memory
     {"sws-fast", "yes", Without::Play},       // half the work of a frame; what it rounds off is not seen
@@ -106,8 +110,9 @@ std::string refusedMovieOption(const std::function<int(const char* name, const c
 
 MovieHandle makeMovieHandle(std::string& reason) {
     if (!loadMovieLibrary()) return reason = SpareDescriptors::reason("The movie player is not installed"), nullptr;
-    loadAv();                         // the same libraries, with our bounds
-    std::setlocale(LC_NUMERIC, "C");  // the library refuses to work with another one
+    loadAv();  // the same libraries, with our bounds
+    // The library refuses to work with another one. Set once: another thread may be using it.
+    if (std::string_view(std::setlocale(LC_NUMERIC, nullptr)) != "C") std::setlocale(LC_NUMERIC, "C");
     // Two owners: what is made after the patience is over goes with the worker.
     const auto made = std::make_shared<Made>();
     Worker worker;

@@ -18,6 +18,8 @@ namespace corvane {
     X(mpv_set_property_async)                 \
     X(mpv_command_async)                      \
     X(mpv_set_wakeup_callback)                \
+    X(mpv_hook_add)                           \
+    X(mpv_hook_continue)                      \
     X(mpv_wait_event)                         \
     X(mpv_error_string)                       \
     X(mpv_client_api_version)                 \
@@ -26,10 +28,11 @@ namespace corvane {
     X(mpv_render_context_set_update_callback) \
     X(mpv_render_context_update)              \
     X(mpv_render_context_render)              \
+    X(mpv_render_context_report_swap)         \
     X(mpv_render_context_free)
 
-/// The movie library, loaded when the first movie is opened: with all that it brings it would cost a panel that only
-/// waits much of its memory, and time at every start.
+/// The movie library, loaded when a movie comes next, or is opened: with all that it brings it would cost a panel
+/// that only waits much of its memory, and time at every start.
 struct MovieLibrary {
 #define CORVANE_DECLARE(name) decltype(&::name) name = nullptr;
     CORVANE_MPV(CORVANE_DECLARE)

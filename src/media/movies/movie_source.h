@@ -20,6 +20,9 @@ public:
 
     /// A file is to be opened next; returns the address that the library is told. The one before is given up.
     std::string begin(const std::string& path);
+    /// Bytes that are to be read beside the file begun last, as if they were a file of that name; returns the address
+    /// that the library is told. They go with the file.
+    std::string lend(const std::string& name, std::string bytes);
     /// The file is not wanted any more: reads of it that wait for its drive come back.
     void giveUp();
     /// The file begun last plays: it may be read as far as it goes. Before, reading ends after kMostToOpen bytes, so
@@ -34,7 +37,9 @@ public:
 private:
     struct File;
     struct Stream;
+    struct Lent;
     static int open(void* self, char* address, void* info);
+    static int openLent(File& file, const char* address, void* info);
 
     mutable std::mutex mutex_;
     std::shared_ptr<File> file_;  ///< begun last

@@ -1,17 +1,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "media/pictures/jpeg_reader.h"
 
+#include <unistd.h>
+
 #include <array>
+#include <atomic>
+#include <chrono>
 #include <csetjmp>
 #include <cstdio>
+#include <functional>
+#include <memory>
 #include <new>
 #include <optional>
 #include <string>
+#include <utility>
 // After stdio:
 #include <jerror.h>
 #include <jpeglib.h>
 
 #include "pictures/upright_rows.h"
+#include "workers/worker.h"
 
 namespace corvane {
 
@@ -22,8 +30,11 @@ constexpr int kBytesOfPixel = 4;
 constexpr unsigned kEighths = 8;
 constexpr std::uint32_t kOpaque = 0xFF000000U;
 
-/// One decoding. The library comes back from an error by a long jump into read(): what needs to be destroyed lives
-/// outside of it, here.
+/// The picture that several readers put their rows into.
+using Rows = std::shared_ptr<UprightRows>;
+
+/// One decoding, of the whole or of a part. The library comes back from an error by a long jump into read(): what needs
+/// to be destroyed lives outside of it, here.
 class JpegReader {
 public:
     JpegReader(PictureBytes& file, const DecodingBounds& bounds) : file_(file), bounds_(bounds) {
@@ -45,22 +56,33 @@ public:
         if (created_) jpeg_destroy_decompress(&jpeg_);
     }
 
-    PicturePixels read() {
-        switch (run()) {
+    /// Called with the rows as soon as there are some to be put in, and how many there will be; returns how many of
+    /// them this one reads.
+    using Divide = std::function<int(const Rows& rows, int count)>;
+
+    /// `others`: whether those that read the other rows have done so, when its own are read.
+    PicturePixels read(const Divide& divide = {}, const std::function<bool()>& others = {}) {
+        switch (run(divide)) {
             case Outcome::Read:
-                return rows_->take();
+                return !others || others() ? rows_->take() : PicturePixels::damaged();
             case Outcome::TooLarge:
                 return PicturePixels::tooLarge(size(), lacksRoom_);
             default:
                 return failure();
         }
     }
+    /// Reads from a row on into the rows of another reader of the same file. False: it has failed.
+    bool readInto(const Rows& rows, int from) {
+        rows_ = rows;
+        first_ = from;
+        return run({}) == Outcome::Read;
+    }
 
 private:
     enum class Outcome { Read, TooLarge, Failed };
 
     /// What it calls is not put in line, so that a jump back finds nothing half done here.
-    Outcome run() {
+    Outcome run(const Divide& divide) {
         if (setjmp(back_) != 0) return Outcome::Failed;
         jpeg_create_decompress(&jpeg_);
         created_ = true;
@@ -71,8 +93,9 @@ private:
         if (!findRoom()) return Outcome::TooLarge;
         chooseColours();
         jpeg_start_decompress(&jpeg_);
-        beginRows();
-        while (jpeg_.output_scanline < jpeg_.output_height) readRow();
+        beginRows(divide);
+        if (first_ > 0) jpeg_skip_scanlines(&jpeg_, static_cast<JDIMENSION>(first_));
+        while (jpeg_.output_scanline < end_) readRow();
         return Outcome::Read;
     }
 
@@ -121,10 +144,11 @@ private:
         jpeg_.out_color_space = ink ? JCS_CMYK : JCS_EXT_BGRX;
     }
 
-    [[gnu::noinline]] void beginRows() {
+    [[gnu::noinline]] void beginRows(const Divide& divide) {
         const PictureSize held{static_cast<int>(jpeg_.output_width), static_cast<int>(jpeg_.output_height)};
-        rows_.emplace(size(), held, orientationOf(file_));
+        if (!rows_) rows_ = std::make_shared<UprightRows>(size(), held, orientationOf(file_));
         row_.resize(jpeg_.output_width);
+        end_ = divide ? static_cast<JDIMENSION>(divide(rows_, held.height)) : jpeg_.output_height;
     }
     [[gnu::noinline]] void readRow() {
         const int y = static_cast<int>(jpeg_.output_scanline);
@@ -200,12 +224,81 @@ private:
     bool lacksRoom_ = false;  ///< because of other pictures
     std::int64_t at_ = 0;     ///< of the file, behind the piece
     std::string piece_;
-    std::optional<UprightRows> rows_;
+    Rows rows_;
+    int first_ = 0;  ///< row that it reads
+    JDIMENSION end_ = 0;
     std::vector<std::uint32_t> row_;
 };
 
+class WholeBytes : public PictureBytes {
+public:
+    explicit WholeBytes(std::shared_ptr<const std::string> bytes) : bytes_(std::move(bytes)) {}
+    std::int64_t size() override { return static_cast<std::int64_t>(bytes_->size()); }
+    std::string part(std::int64_t from, std::int64_t count) override {
+        return from < size() ? bytes_->substr(static_cast<std::size_t>(from), static_cast<std::size_t>(count)) : "";
+    }
+
+private:
+    std::shared_ptr<const std::string> bytes_;
+};
+
+/// The lower part of a picture on its way; held by the thread that reads it as well.
+struct LowerPart {
+    std::shared_ptr<const std::string> bytes;
+    std::int64_t held = 0;
+    Rows rows;
+    int first = 0;
+    std::atomic<bool> givenUp{false};
+    bool runs = false;    ///< in a thread of its own
+    bool isRead = false;  ///< known when that has ended
+
+    void read() {
+        WholeBytes file(bytes);
+        const DecodingBounds bounds{held, [this] { return givenUp.load(); }};
+        isRead = JpegReader(file, bounds).readInto(rows, first);
+    }
+};
+
+/// Worth a second thread: its lower rows can be reached without the colours of the upper ones.
+bool isWorthTwo(PictureBytes& file) {
+    constexpr std::int64_t kLeastPixels = 1'000'000;
+    constexpr std::int64_t kMostBytes = std::int64_t{32} << 20;
+    if (sysconf(_SC_NPROCESSORS_ONLN) < 2 || file.size() > kMostBytes) return false;
+    const JpegWork work = jpegWorkOf(file);
+    return work.scans == 1 && work.size.pixels() >= kLeastPixels;
+}
+
 }  // namespace
 
-PicturePixels readJpeg(PictureBytes& file, const DecodingBounds& bounds) { return JpegReader(file, bounds).read(); }
+PicturePixels readJpeg(PictureBytes& file, const DecodingBounds& bounds) {
+    constexpr double kUpperShare = 0.7;  // the lower part must unpack the upper rows' codes as well
+    return isWorthTwo(file) ? readJpegByTwo(file, bounds, kUpperShare) : JpegReader(file, bounds).read();
+}
+
+PicturePixels readJpegByTwo(PictureBytes& file, const DecodingBounds& bounds, double upperShare) {
+    constexpr int kRowsOfBlocks = 16;
+    constexpr std::chrono::milliseconds kLook{20};
+    const auto lower = std::make_shared<LowerPart>();
+    lower->bytes = std::make_shared<const std::string>(file.part(0, file.size()));
+    lower->held = bounds.held;
+    Worker worker;
+    const auto divide = [&](const Rows& rows, int count) {
+        lower->rows = rows;
+        lower->first = static_cast<int>(count * upperShare) / kRowsOfBlocks * kRowsOfBlocks;
+        if (lower->first <= 0) return count;
+        lower->runs = worker.start([lower](const Worker::GiveUp& /*it has its own*/) { lower->read(); });
+        return lower->runs ? lower->first : count;
+    };
+    const auto others = [&] {
+        while (lower->runs && !worker.wait(kLook)) {
+            if (bounds.givenUp()) return false;
+        }
+        return !lower->runs || lower->isRead;
+    };
+    WholeBytes whole(lower->bytes);
+    PicturePixels result = JpegReader(whole, bounds).read(divide, others);
+    lower->givenUp = true;
+    return result;
+}
 
 }  // namespace corvane

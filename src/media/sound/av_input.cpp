@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "media/sound/av_input.h"
 
+extern "C" {
+#include <libavutil/intreadwrite.h>
+}
+
 #include <sstream>
 
 #include "drives/spare_descriptors.h"
+#include "media/sound/av_kinds.h"
 
 namespace corvane {
 
@@ -26,13 +31,33 @@ int interrupted(void* cancelled) { return static_cast<const std::atomic<bool>*>(
 
 }  // namespace
 
+int AvInput::openContainer(AVFormatContext*& container, AvSource& source, const std::atomic<bool>* cancelled,
+                           Edits edits) {
+    container = av().avformat_alloc_context();
+    if (!container) return AVERROR(ENOMEM);
+    if (cancelled) {
+        container->interrupt_callback.callback = interrupted;
+        container->interrupt_callback.opaque = const_cast<std::atomic<bool>*>(cancelled);
+    }
+    source.feed(*container);
+    AVDictionary* options = nullptr;
+    av().av_dict_set(&options, "protocol_whitelist", "file", 0);
+    const char* const named = formatByName(source.file().path());
+    av().av_dict_set(&options, "format_whitelist", named != nullptr ? named : kFormats, 0);
+    if (edits == Edits::BeginAlone) av().av_dict_set(&options, "advanced_editlist", "0", 0);
+    // The prefix keeps a name such as "http:..." a file name.
+    const std::string name = "file:" + source.file().path();
+    const int error = av().avformat_open_input(&container, name.c_str(), nullptr, &options);
+    av().av_dict_free(&options);
+    return error;
+}
+
 std::unique_ptr<AvInput> AvInput::open(std::unique_ptr<DriveFile> file, const std::atomic<bool>* cancelled,
-                                       std::string& reason) {
+                                       std::string& reason, Edits edits) {
     if (!loadAv()) {
         reason = SpareDescriptors::reason("The libraries that decode sound are not installed.");
         return nullptr;
     }
-    const std::string name = "file:" + file->path();
     std::unique_ptr<AvInput> input(new AvInput);
     input->source_ = AvSource::of(std::move(file), cancelled);
     if (!input->source_) return nullptr;
@@ -43,20 +68,13 @@ std::unique_ptr<AvInput> AvInput::open(std::unique_ptr<DriveFile> file, const st
     }
     input->packet_ = av().av_packet_alloc();
     input->frame_ = av().av_frame_alloc();
-    input->file_ = av().avformat_alloc_context();
-    if (!input->file_ || !input->packet_ || !input->frame_) return nullptr;
-    if (cancelled) {
-        input->file_->interrupt_callback.callback = interrupted;
-        input->file_->interrupt_callback.opaque = const_cast<std::atomic<bool>*>(cancelled);
-    }
-    input->source_->feed(*input->file_);
-    AVDictionary* options = nullptr;
-    av().av_dict_set(&options, "protocol_whitelist", "file", 0);
-    av().av_dict_set(&options, "format_whitelist", kFormats, 0);
-    // The prefix keeps a name such as "http:..." a file name.
-    int error = av().avformat_open_input(&input->file_, name.c_str(), nullptr, &options);
-    av().av_dict_free(&options);
+    if (!input->packet_ || !input->frame_) return nullptr;
+    int error = openContainer(input->file_, *input->source_, cancelled, edits);
     if (error >= 0) error = av().avformat_find_stream_info(input->file_, nullptr);
+    if (input->source_->tellsTooMuchBeside()) {
+        reason = "The file tells too much beside its sound.";
+        return nullptr;
+    }
     if (error < 0) {
         reason = source.failure().empty() ? "The file holds no sound that can be played (" + words(error) + ")."
                                           : source.failure();
@@ -113,6 +131,26 @@ bool AvInput::seekByte(std::int64_t position) {
 
 bool AvInput::seekTime(std::int64_t timestamp) {
     return av().av_seek_frame(file_, stream_->index, timestamp, AVSEEK_FLAG_BACKWARD) >= 0;
+}
+
+void AvInput::eachTag(const std::function<void(const char* name, const char* value)>& take) const {
+    for (const AVDictionary* const tags : {file_->metadata, stream_->metadata}) {
+        for (const AVDictionaryEntry* tag = nullptr; (tag = av().av_dict_get(tags, "", tag, AV_DICT_IGNORE_SUFFIX));)
+            take(tag->key, tag->value);
+    }
+}
+
+LeftOut leftOutOf(const AVPacket& packet) {
+    size_t size = 0;
+    const std::uint8_t* data = av().av_packet_get_side_data(&packet, AV_PKT_DATA_SKIP_SAMPLES, &size);
+    if (!data || size < 8) return {};
+    return {AV_RL32(data), AV_RL32(data + 4)};
+}
+
+LeftOut leftOutOf(const AVFrame& frame) {
+    const AVFrameSideData* const side = av().av_frame_get_side_data(&frame, AV_FRAME_DATA_SKIP_SAMPLES);
+    if (side == nullptr || side->size < 8) return {};
+    return {AV_RL32(side->data), AV_RL32(side->data + 4)};
 }
 
 bool AvInput::isFormat(const char* name) const {

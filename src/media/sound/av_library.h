@@ -19,6 +19,7 @@ namespace corvane {
     X(avformat_find_stream_info) \
     X(avformat_close_input)      \
     X(av_find_best_stream)       \
+    X(av_find_input_format)      \
     X(av_read_frame)             \
     X(av_seek_frame)             \
     X(avio_alloc_context)        \
@@ -26,6 +27,7 @@ namespace corvane {
     X(avio_size)
 #define CORVANE_AVCODEC(X)           \
     X(avcodec_find_decoder)          \
+    X(avcodec_find_decoder_by_name)  \
     X(avcodec_alloc_context3)        \
     X(avcodec_free_context)          \
     X(avcodec_parameters_to_context) \
@@ -38,19 +40,21 @@ namespace corvane {
     X(av_packet_unref)               \
     X(av_packet_get_side_data)       \
     X(av_get_audio_frame_duration2)
-#define CORVANE_AVUTIL(X) \
-    X(av_frame_alloc)     \
-    X(av_frame_free)      \
-    X(av_dict_set)        \
-    X(av_dict_free)       \
-    X(av_strerror)        \
-    X(av_version_info)    \
-    X(av_rescale)         \
-    X(av_rescale_q)       \
-    X(av_log_set_level)   \
-    X(av_max_alloc)       \
-    X(av_malloc)          \
-    X(av_free)            \
+#define CORVANE_AVUTIL(X)     \
+    X(av_frame_alloc)         \
+    X(av_frame_free)          \
+    X(av_frame_get_side_data) \
+    X(av_dict_get)            \
+    X(av_dict_set)            \
+    X(av_dict_free)           \
+    X(av_strerror)            \
+    X(av_version_info)        \
+    X(av_rescale)             \
+    X(av_rescale_q)           \
+    X(av_log_set_level)       \
+    X(av_max_alloc)           \
+    X(av_malloc)              \
+    X(av_free)                \
     X(av_channel_layout_default)
 #define CORVANE_SWRESAMPLE(X) \
     X(swr_alloc_set_opts2)    \

@@ -40,13 +40,30 @@ void AvSource::feed(AVFormatContext& input) {
 int AvSource::read(void* self, std::uint8_t* to, int count) {
     AvSource& source = *static_cast<AvSource*>(self);
     if (source.mostToRead_ <= 0 || (source.giveUp_ != nullptr && *source.giveUp_)) return AVERROR_EXIT;
+    if (source.until_ != std::chrono::steady_clock::time_point::max() &&
+        std::chrono::steady_clock::now() > source.until_)
+        return AVERROR_EXIT;
     const std::int64_t got =
         source.file_->read(source.at_, reinterpret_cast<char*>(to), static_cast<std::size_t>(std::max(count, 0)));
     if (got < 0) return AVERROR(EIO);
     if (got == 0) return AVERROR_EOF;
     source.at_ += got;
-    if (source.mostToRead_ != INT64_MAX) source.mostToRead_ -= got;
-    return static_cast<int>(got);
+    if (source.mostToRead_ == INT64_MAX) return static_cast<int>(got);
+    source.mostToRead_ -= got;
+    source.countBeside(to, got);
+    return source.tellsTooMuchBeside() ? AVERROR_EXIT : static_cast<int>(got);
+}
+
+/// By the names of the pieces, CHAP and CHAPTER, PRIV, GEO and GEOB, PIC and APIC, whose case does not count: the
+/// pieces themselves lie where each format has them.
+void AvSource::countBeside(const std::uint8_t* bytes, std::int64_t count) {
+    constexpr std::uint32_t kSmall = 0x20, kThree = 0xFFFFFF, kChap = 0x63686170, kPriv = 0x70726976, kGeo = 0x67656F,
+                            kPic = 0x706963;
+    for (std::int64_t i = 0; i < count; ++i) {
+        letters_ = letters_ << 8U | (bytes[i] | kSmall);
+        const std::uint32_t three = letters_ & kThree;
+        if (letters_ == kChap || letters_ == kPriv || three == kGeo || three == kPic) ++beside_;
+    }
 }
 
 std::int64_t AvSource::seek(void* self, std::int64_t offset, int whence) {

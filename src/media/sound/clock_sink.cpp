@@ -6,7 +6,7 @@
 namespace corvane {
 
 namespace {
-constexpr double kBufferSeconds = 0.08;
+constexpr double kBufferSeconds = kHeldBySinkMs / 1000.0;
 }
 
 ClockSink::ClockSink(PcmFormat format, double pendingFrames)

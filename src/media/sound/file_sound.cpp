@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "media/sound/file_sound.h"
 
-extern "C" {
-#include <libavutil/intreadwrite.h>
-}
-
 #include <algorithm>
 #include <chrono>
 
@@ -29,28 +25,17 @@ bool pcm(AVCodecID codec) { return codec >= AV_CODEC_ID_FIRST_AUDIO && codec < A
 
 bool makesSense(int rate) { return rate >= kLeastSourceRate && rate <= kMostSourceRate; }
 
-struct Skip {
-    std::int64_t start = 0, end = 0;
-};
-
-Skip skipOf(const AVPacket& packet) {
-    size_t size = 0;
-    const std::uint8_t* data = av().av_packet_get_side_data(&packet, AV_PKT_DATA_SKIP_SAMPLES, &size);
-    if (!data || size < 8) return {};
-    return {AV_RL32(data), AV_RL32(data + 4)};
-}
-
 }  // namespace
 
-OpenedSound FileSound::open(const std::string& path, const Abandoned& flag) {
+OpenedSound FileSound::open(const std::string& path, const Abandoned& flag, SoundLevel level) {
     std::string reason;
     auto file = DriveFile::open(path, {DriveCalls::kLongPatience, flag.get()}, reason);
-    return file ? open(std::move(file), flag) : OpenedSound{nullptr, std::move(reason)};
+    return file ? open(std::move(file), flag, level) : OpenedSound{nullptr, std::move(reason)};
 }
 
-OpenedSound FileSound::open(std::unique_ptr<const DriveFile> file, const Abandoned& flag) {
+OpenedSound FileSound::open(std::unique_ptr<const DriveFile> file, const Abandoned& flag, SoundLevel level) {
     OpenedSound opened;
-    std::unique_ptr<FileSound> sound(new FileSound(flag));
+    std::unique_ptr<FileSound> sound(new FileSound(flag, level));
     sound->file_ = std::move(file);
     sound->input_ = AvInput::open(sound->file_->again(), &sound->abandoned, opened.reason);
     if (sound->input_ && sound->begin(opened.reason)) opened.sound = std::move(sound);
@@ -93,6 +78,7 @@ void FileSound::estimateLength() {
 bool FileSound::begin(std::string& reason) {
     choosePlaces();
     if (!firstSound(reason)) return false;
+    if (level_ != SoundLevel::AsRecorded) takeLevel();
     input_->opened();
     reason.clear();
     return rewind() || reopen();
@@ -107,7 +93,8 @@ bool FileSound::firstSound(std::string& reason) {
         const AVPacket* packet = input_->nextPacket();
         if (packet && firstByte < 0) {
             firstByte = packet->pos;
-            skip_ = places_ == Places::Indexed ? skipOf(*packet).start : 0;
+            lead_ = leftOutOf(*packet).start;
+            skip_ = places_ == Places::Indexed ? lead_ : 0;
         }
         input_->send(packet);
         frame = input_->nextFrame();
@@ -154,8 +141,8 @@ bool FileSound::rewind() {
 
 bool FileSound::reopen() {
     std::string reason;
-    std::unique_ptr<AvInput> input = AvInput::open(file_->again(), &abandoned, reason);
-    if (!input || !input->startDecoder(places_ == Places::Indexed)) return false;
+    std::unique_ptr<AvInput> input = AvInput::open(file_->again(), &abandoned, reason, edits_);
+    if (!input || !input->startDecoder(places_ == Places::Indexed || wholeBlocks_)) return false;
     input_ = std::move(input);
     input_->opened();
     standAtStart();
@@ -203,16 +190,28 @@ void FileSound::silence(std::int64_t count) {
                                         static_cast<std::size_t>(format_.channels));
 }
 
+/// Goes on over frames that give nothing yet: short ones stay in the resampler at first.
 bool FileSound::takeFrame() {
-    const AVFrame* frame = input_->nextFrame();
-    while (frame && aligning_ && !stampsCount_) frame = input_->nextFrame();
-    if (!frame) return false;
-    if (aligning_ && frame->best_effort_timestamp != AV_NOPTS_VALUE) {
-        at_ = std::clamp(toFrames(saturatedDifference(frame->best_effort_timestamp, origin_)), -mostFrames(),
-                         mostFrames());
-        aligning_ = false;
+    const auto width = static_cast<std::size_t>(format_.channels);
+    for (const std::size_t before = buffer_.size(); buffer_.size() == before;) {
+        const AVFrame* frame = input_->nextFrame();
+        while (frame && aligning_ && !stampsCount_) frame = input_->nextFrame();
+        if (!frame) return false;
+        const bool aligned = aligning_ && frame->best_effort_timestamp != AV_NOPTS_VALUE;
+        if (aligned) {
+            at_ = std::clamp(toFrames(saturatedDifference(frame->best_effort_timestamp, origin_)), -mostFrames(),
+                             mostFrames());
+            aligning_ = false;
+        }
+        convert(*frame);
+        if (!wholeBlocks_) continue;
+        // Newer decoders give the first block, which is no sound yet, and say so; older ones keep it.
+        const auto silent =
+            std::min(static_cast<std::size_t>(fromSource(leftOutOf(*frame).start)), (buffer_.size() - before) / width);
+        const auto from = buffer_.begin() + static_cast<std::ptrdiff_t>(before);
+        buffer_.erase(from, from + static_cast<std::ptrdiff_t>(silent * width));
+        if (aligned) at_ += static_cast<std::int64_t>(silent);
     }
-    convert(*frame);
     return true;
 }
 
@@ -261,7 +260,9 @@ std::size_t FileSound::read(float* samples, std::size_t count) {
                 if (left <= 0) break;
                 frames = std::min(frames, static_cast<std::size_t>(left));
             }
-            std::copy_n(buffer_.data() + used_, frames * width, samples + given * width);
+            float* const to = samples + given * width;
+            std::copy_n(buffer_.data() + used_, frames * width, to);
+            if (factor_ != 1) std::for_each_n(to, frames * width, [this](float& sample) { sample *= factor_; });
             given += frames;
         }
         used_ += frames * width;
@@ -392,7 +393,7 @@ void FileSound::measureIndexed(AvInput& input) {
                 : fromSource(std::max(0, av().av_get_audio_frame_duration2(
                                              const_cast<AVCodecParameters*>(&input.codec()), packet->size)));
         samples = std::min(saturatedSum(samples, std::max<std::int64_t>(lasts, 0)), mostFrames());
-        cut = fromSource(skipOf(*packet).end);
+        cut = fromSource(leftOutOf(*packet).end);
     }
     const std::lock_guard lock(mutex_);
     marks_ = std::move(marks);

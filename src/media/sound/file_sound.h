@@ -7,6 +7,7 @@
 
 #include "media/sound/av_input.h"
 #include "media/sound/sound_backend.h"
+#include "platform/sound_level.h"
 
 struct SwrContext;
 
@@ -16,10 +17,11 @@ namespace corvane {
 /// or where its places are only estimated: such files are measured packet by packet.
 class FileSound : public SoundBackend {
 public:
-    static OpenedSound open(const std::string& path,
-                            const Abandoned& flag = std::make_shared<std::atomic<bool>>(false));
+    static OpenedSound open(const std::string& path, const Abandoned& flag = std::make_shared<std::atomic<bool>>(false),
+                            SoundLevel level = SoundLevel::AsRecorded);
     /// The same of a file that is open already.
-    static OpenedSound open(std::unique_ptr<const DriveFile> file, const Abandoned& flag);
+    static OpenedSound open(std::unique_ptr<const DriveFile> file, const Abandoned& flag,
+                            SoundLevel level = SoundLevel::AsRecorded);
     ~FileSound() override;
 
     PcmFormat format() const override { return format_; }
@@ -41,9 +43,12 @@ private:
         std::int64_t sample;  ///< counted from the first packet
     };
 
-    explicit FileSound(const Abandoned& flag) : SoundBackend(flag) {}
+    FileSound(const Abandoned& flag, SoundLevel level) : SoundBackend(flag), level_(level) {}
     bool begin(std::string& reason);
     bool firstSound(std::string& reason);
+    void takeLevel();  ///< by the tags: how loud it is to be, and its true ends
+    void endOgg();
+    void endEdited();
     void measureAll(AvInput& input);
     bool rewind();
     bool reopen();  ///< back to the very start
@@ -75,6 +80,11 @@ private:
     Places places_ = Places::Stamped;
     std::int64_t origin_ = 0;  ///< Stamped: time stamp of the first frame
     std::int64_t skip_ = 0;    ///< Indexed: decoder delay, dropped from the front; frames of ours
+    std::int64_t lead_ = 0;    ///< samples of the file that its first packet asks to be dropped
+    const SoundLevel level_;
+    float factor_ = 1;  ///< by which the samples are multiplied
+    AvInput::Edits edits_ = AvInput::Edits::Obeyed;
+    bool wholeBlocks_ = false;  ///< the decoder leaves its last block whole; the stated length ends it
     std::vector<float> buffer_;
     std::size_t used_ = 0;        ///< samples of buffer_ already given
     std::int64_t at_ = 0;         ///< frame of the next sample of the buffer

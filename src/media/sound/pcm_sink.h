@@ -10,6 +10,10 @@
 
 namespace corvane {
 
+/// How much sound a sink takes ahead. Enough for few wake-ups, of the reader and of the server, and for a busy machine.
+/// A pause, a seek and another sound are heard at once all the same: the server takes back what it has not played.
+inline constexpr int kHeldBySinkMs = 400;
+
 /// Where samples go: a stream of the sound server, or a clock that swallows them. Used from one thread; no call blocks
 /// for longer than a few milliseconds.
 class PcmSink {

@@ -7,8 +7,6 @@ namespace corvane {
 
 namespace {
 
-// Long enough for a reader that looks every 20 ms, short enough that a pause is heard at once.
-constexpr unsigned kBufferMs = 100;
 constexpr int kOpenWaitMs = 500;
 
 }  // namespace
@@ -33,7 +31,7 @@ std::unique_ptr<PulseSink> PulseSink::open(PulseLink& link, PcmFormat format) {
         const auto frame = static_cast<std::uint32_t>(pa_frame_size(&spec));
         pa_buffer_attr buffer;
         buffer.maxlength = static_cast<std::uint32_t>(-1);
-        buffer.tlength = spec.rate * kBufferMs / 1000 * frame;
+        buffer.tlength = spec.rate * kHeldBySinkMs / 1000 * frame;
         buffer.prebuf = frame;
         buffer.minreq = static_cast<std::uint32_t>(-1);
         buffer.fragsize = static_cast<std::uint32_t>(-1);

@@ -19,12 +19,13 @@ namespace {
 using Steady = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
-constexpr milliseconds kPeriod{20};         ///< between two looks while playing
-constexpr milliseconds kRingOut{300};       ///< what ended is heard so long before the stream is held
-constexpr milliseconds kKeepStream{5'000};  ///< an idle stream wakes now and then: it goes after this
-constexpr milliseconds kStuck{3'000};       ///< a server that takes nothing for so long counts as gone
-constexpr milliseconds kLeave{500};         ///< for the reading thread at the end
-constexpr std::size_t kBlock = 2048;        ///< frames read at a time, so that a command waits little
+constexpr milliseconds kPeriod{kHeldBySinkMs / 4};  ///< between two looks while playing
+constexpr milliseconds kUnplaced{10};               ///< while the server has not said when a run began
+constexpr milliseconds kRingOut{300};               ///< what ended is heard so long before the stream is held
+constexpr milliseconds kKeepStream{5'000};          ///< an idle stream wakes now and then: it goes after this
+constexpr milliseconds kStuck{3'000};               ///< a server that takes nothing for so long counts as gone
+constexpr milliseconds kLeave{500};                 ///< for the reading thread at the end
+constexpr std::size_t kBlock = 2048;                ///< frames read at a time, so that a command waits little
 
 /// An end is told early, so the next sound waits for the tail of the one before, but not for a lame server.
 constexpr double kMostTailSeconds = 0.1;
@@ -92,6 +93,7 @@ private:
     bool done_ = true;  ///< the end was told, or nothing was begun
     bool corked_ = true;
     Run state_ = Run::Stopped;
+    bool placed_ = false;  ///< the clock stands where the sink said, since the run began
     Steady::time_point idleSince_;
     std::vector<float> block_;
 };
@@ -155,7 +157,7 @@ void SoundOutput::Reader::replaceLostSink() {
         takeSink(format_, pending);
         sink_->hold(false);
     }
-    corked_ = false;
+    corked_ = placed_ = false;
 }
 
 /// A new part: seeks, and gets the stream ready. What rings out from the part before is left alone.
@@ -194,6 +196,7 @@ void SoundOutput::Reader::obey(Guard& guard) {
     if (seen_ == changes) return;
     seen_ = changes;
     end_.reset();
+    placed_ = false;
     const Run before = state_;
     state_ = part ? wanted : Run::Stopped;
     if (state_ == Run::Playing && current_ != number) return begin(guard);
@@ -253,7 +256,8 @@ void SoundOutput::Reader::pump(Guard& guard) {
     }
 }
 
-/// Leads the clock that position() reads after what the sink says, in small steps.
+/// Leads the clock that position() reads after what the sink says: at once as it first says where a run began, later in
+/// small steps.
 void SoundOutput::Reader::follow() {
     const std::optional<double> pending = sink_->pending();
     if (!ticking) return;
@@ -264,8 +268,9 @@ void SoundOutput::Reader::follow() {
     if (!pending) return;
     const double error = static_cast<double>(read_) - *pending - heard;
     const bool far = error > rate * 0.3 || error < -rate * 0.3;
-    heard += far ? error : error * 0.15;
-    heard = std::clamp(heard, static_cast<double>(reading_.from), static_cast<double>(read_));
+    heard += far || !std::exchange(placed_, true) ? error : error * 0.15;
+    // Below the beginning while the server has not begun to be heard.
+    heard = std::clamp(heard, static_cast<double>(reading_.from) - rate, static_cast<double>(read_));
 }
 
 bool SoundOutput::Reader::finished() {
@@ -329,6 +334,7 @@ void SoundOutput::Reader::run() {
             continue;
         }
         Steady::duration nap = kPeriod;
+        if (!placed_) nap = kUnplaced;
         if (atEnd_) nap = milliseconds(5);
         wake.wait_for(guard, nap, [this] { return quit || seen_ != changes; });
     }

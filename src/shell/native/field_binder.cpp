@@ -31,6 +31,11 @@ public:
     FieldText filtered(FieldText given) override {
         return form().bound() && own.KeyPress ? takenByKeys(given, own.KeyPress) : std::move(given);
     }
+    bool fieldKey(const KeyArgs& key) override {
+        if (!form().bound() || !own.KeyDown.isTied()) return false;
+        form().run([this, &key] { own.KeyDown.raise(key); });
+        return true;
+    }
     void mouse(const NativeMouse& mouse) override {
         mouseDown_ = mouse.act != NativeMouse::Act::Release;
         if (mouseDown_ || !again_) return;

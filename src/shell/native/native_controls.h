@@ -7,8 +7,10 @@
 
 #include "forms/form.h"
 #include "forms/lists.h"
+#include "forms/picture.h"
 #include "platform/event_loop.h"
 #include "shell/native/pixels.h"
+#include "shell/native/thumbnail_reader.h"
 
 // The controls and the window of a dialog as a desktop has them. They do what they are told and tell what the user
 // does; what either means is decided in binder.h and native_form.h. All on the user-interface thread; texts are UTF-8
@@ -34,6 +36,13 @@ struct RowRange {
     bool operator==(const RowRange&) const = default;
 };
 
+/// A column of a list, pixels from the list's left edge.
+struct RowColumn {
+    int left = 0;
+    int width = 0;
+    bool operator==(const RowColumn&) const = default;
+};
+
 /// A field's text and the cursor in it, UTF-16 units.
 struct FieldText {
     std::u16string text;
@@ -57,11 +66,18 @@ public:
     virtual void chosen(int /*row*/) {}                            ///< a drop-down list; also the same row again
     virtual void typed(const std::string&) {}                      ///< a field or an editable list: the whole text
     virtual FieldText filtered(FieldText given) { return given; }  ///< a field: what of a typed text is let through
-    virtual void selectionMoved(int /*from*/, int /*to*/) {}       ///< a field: UTF-16 units
+    /// A field: Up, Down, Page Up or Page Down went down alone. True: it is taken.
+    virtual bool fieldKey(const KeyArgs& /*key*/) { return false; }
+    virtual void selectionMoved(int /*from*/, int /*to*/) {}                             ///< a field: UTF-16 units
     virtual void rowsSelected(const std::vector<RowRange>& /*all*/, int /*current*/) {}  ///< a list
-    virtual void currentMoved(int /*row*/) {}  ///< a list: without a change of the selection
-    virtual void opened(int /*row*/) {}        ///< a list: double-clicked; folders: Enter as well
-    virtual void dropped(const DropData&) {}   ///< a list that takes files
+    virtual void currentMoved(int /*row*/) {}           ///< a list: without a change of the selection
+    virtual void opened(int /*row*/) {}                 ///< a list: double-clicked; folders: Enter as well
+    virtual void dropped(const DropData&) {}            ///< a list that takes files
+    virtual bool key(const KeyArgs&) { return false; }  ///< a list: a key went down; true: the form took it
+    virtual void rowsDragged(int /*before*/) {
+    }  ///< a list: the selected rows, in front of that row; the count: behind all
+    virtual void rowsSeen(const RowRange& /*rows*/) {}  ///< a list that shows details: other rows are seen now
+    virtual Picture rowPicture(int /*row*/) const { return {}; }  ///< a list asks: none, or not there yet
 };
 
 class NativeControl {
@@ -122,13 +138,16 @@ public:
     virtual void setCursor(int /*cursor*/) {}              ///< UTF-16 units
 };
 
-/// Reads its rows from the control of the form, when they are seen.
+/// Reads its rows from the control of the form, when they are seen. Where the control moves rows, they can be dragged.
 class NativeList : public virtual NativeControl {
 public:
     /// The control has other items. keepPlace: scrolled and current as before, as far as there are rows.
     virtual void refresh(bool keepPlace) = 0;
     virtual void setExtent(int pixels) = 0;  ///< width of the rows; 0: as wide as the list
     virtual void select(const std::vector<RowRange>& rows, int current) = 0;  ///< current -1: it stays
+    /// What rows show besides their texts, and that it has changed. pictures: each leaves room for one in front. The
+    /// list tells which rows are seen then. A desktop that shows no details leaves it.
+    virtual void showDetails(const std::vector<RowColumn>& /*columns*/, bool /*pictures*/) {}
 };
 
 /// The window of a dialog.
@@ -144,6 +163,8 @@ public:
     virtual std::unique_ptr<NativeStepper> makeStepper(const ScrollBar& bar, NativeEvents& events) = 0;
     virtual std::unique_ptr<NativeChoice> makeChoice(const ItemsControl& control, NativeEvents& events) = 0;
     virtual std::unique_ptr<NativeList> makeList(const ItemsControl& control, NativeEvents& events) = 0;
+    /// Of this window alone; null: lists show no pictures.
+    virtual ThumbnailReader* thumbnails() { return nullptr; }
 
     /// A control is placed from the corner of its frame, not of the window.
     virtual bool framesHold() const = 0;

@@ -41,9 +41,13 @@ public:
     void popUp(MenuItem& menu) final;
 
     bool isBoxUp() const { return boxes_ > 0; }
+    /// Brings a box that is up to the front, with the keyboard; false: none is.
+    virtual bool raiseBox() = 0;
     /// Answers the box that is up with its refusal and closes the menu.
     void refuse();
     /// Called when a box or a menu comes up: it takes the pointer.
+    /// A menu that is up would keep a lock of the screen from mouse and keyboard.
+    void putMenuAway() { closeMenu(); }
     void onTaken(std::function<void()> handler) { taken_ = std::move(handler); }
     void setManual(std::string path) { manual_ = std::move(path); }  ///< "" or the path of its first page
 

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <utility>
 
+#include "forms/row_habits.h"
 #include "shell/native/tab_order.h"
 
 namespace corvane {
@@ -85,6 +86,7 @@ void NativeForm::rescale() {
     takeScale();
     takeSize();
     for (const auto& each : binders_) each->flush();
+    if (shownBefore_ && form_->Resizable) putInSight();
 }
 
 int NativeForm::textWidth(const std::string& text) const {
@@ -134,13 +136,19 @@ void NativeForm::takeSize() {
 void NativeForm::putInPlace() {
     shownBefore_ = true;
     takeSize();
+    if (!putInSight()) return;
+    if (const Control* const first = firstFocused(*form_)) surface_.focusFirst(*first);
+}
+
+/// No larger than there is room for, and inside of it. False: there is no screen.
+bool NativeForm::putInSight() {
     const PixelRect room = surface_.room();
-    if (room.width <= 0) return;
+    if (room.width <= 0) return false;
     PixelSize size = surface_.outer();
     if (form_->Resizable) size = {std::min(size.width, room.width), std::min(size.height, room.height)};
     const PixelPoint middle = surface_.onScreen(form_->Left + form_->Width / 2, form_->Top + form_->Height / 2);
     surface_.moveOuter(placedInside(room, middle, size));
-    if (const Control* const first = firstFocused(*form_)) surface_.focusFirst(*first);
+    return true;
 }
 
 void NativeForm::moved(Twips left, Twips top) {
@@ -190,6 +198,14 @@ bool NativeForm::helpKey(int shift) {
     if (!bound() || !form_->KeyDown.isTied()) return false;
     post([this, shift] { form_->KeyDown.raise({kKeyF1, shift}); });
     return true;
+}
+
+bool NativeForm::key(const KeyArgs& key) {
+    const auto* const keys = bound() ? dynamic_cast<const TakesKeys*>(form_) : nullptr;
+    if (keys == nullptr || !keys->takeKey) return false;
+    bool taken = false;
+    run([&] { taken = keys->takeKey(key); });
+    return taken;
 }
 
 MouseArgs NativeForm::args(const NativeMouse& mouse) const {

@@ -16,7 +16,8 @@ namespace corvane {
 
 /// A dialog form on its window: a binder for each of its controls, the window's size, place and state, the first
 /// focus. Escape presses the form's Cancel button. Of the form's own key events F1 alone is raised: its controls take
-/// the other keys. The form may go inside each of its events; nothing of it is touched afterwards.
+/// the other keys, and what they leave a form that takes keys. The form may go inside each of its events; nothing of it
+/// is touched afterwards.
 class NativeForm {
 public:
     /// Both outlive it.
@@ -41,8 +42,9 @@ public:
     void sized(PixelSize inner);
     void stateIs(WindowState state);
     void mouse(const NativeMouse& mouse);
-    bool helpKey(int shift);  ///< F1 went down; true: the form takes it
-    void cancel();            ///< Escape
+    bool helpKey(int shift);       ///< F1 went down; true: the form takes it
+    bool key(const KeyArgs& key);  ///< a key went down that no control took; true: the form takes it
+    void cancel();                 ///< Escape
     void askToClose(bool altHeld);
 
     // For binders.
@@ -68,6 +70,7 @@ private:
     void formChanged(PropertyId property);
     void takeSize();
     void putInPlace();
+    bool putInSight();
     void flush();
     EventLoop::Handler whileBound(EventLoop::Handler handler) const;
 

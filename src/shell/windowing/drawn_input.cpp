@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What mouse, keyboard, drops and assistive programs do to the drawn controls of a window.
+#include <algorithm>
+#include <cmath>
+
 #include "shell/drops.h"
 #include "shell/windowing/drawn_window.h"
 
@@ -37,6 +40,22 @@ void DrawnWindow::mouseUp(int button, int shift, Place at) {
     if (bound()) pointer_.release(button, shift, toForm(at));
 }
 
+/// A fine wheel tells parts of a notch. They belong to one control and one direction.
+void DrawnWindow::wheelTurned(double notches, int shift, Place at) {
+    constexpr double kMostNotches = 10;  // of one event: nobody turns it so far
+    if (!isReachable() || std::isnan(notches) || notches == 0) return;
+    Control* const under = pointer_.hit(toForm(at));
+    if (under != wheeled_ || notches * wheelRest_ < 0) wheelRest_ = 0;
+    wheeled_ = under;
+    wheelRest_ += std::clamp(notches, -kMostNotches, kMostNotches);
+    const double whole = std::trunc(wheelRest_);
+    if (whole == 0) return;
+    wheelRest_ -= whole;
+    auto* const control = dynamic_cast<MouseControl*>(under);
+    MouseControl& taker = control != nullptr && control->MouseWheel.isTied() ? *control : form();
+    enter([&] { taker.MouseWheel.raise({static_cast<int>(whole), shift}); });
+}
+
 void DrawnWindow::loseMouse() {
     pointer_.lose();
     surface_->letMouseGo();
@@ -56,7 +75,15 @@ void DrawnWindow::dragStep(PixelPoint now) {
 DrawnWindow::Tip DrawnWindow::tipAt(Place at) const {
     if (!bound()) return {};
     const Control& control = controlAt(at);
-    return {toolTip(control), pixelsOf(control)};
+    const Rectangle place = pixelsOf(control);
+    if (const auto* const mouse = dynamic_cast<const MouseControl*>(&control); mouse != nullptr && mouse->TipAt) {
+        // Twips: no control that is drawn in pixels has such a tip.
+        const double x = toForm(at).x - hitRect(control).x;
+        const std::string text = mouse->TipAt(static_cast<float>(x));
+        // A pixel on, another text is due.
+        if (!text.empty()) return {text, {std::floor(at.x), place.y, 1, place.height}, true};
+    }
+    return {toolTip(control), place};
 }
 
 // --- Drops -------------------------------------------------------------------------------------------------------
@@ -84,7 +111,7 @@ bool DrawnWindow::keyDown(const KeyArgs& key, bool isRepeat, int character) {
     if (!bound()) return false;
     if (takeFocusKey(key, isRepeat)) return true;
     enter([&] {
-        form().KeyDown.raise(key);
+        form().KeyDown.raise({key.keyCode, key.shift, isRepeat});
         if (character != 0 && bound()) raiseTyped(character);
     });
     return false;
@@ -152,11 +179,13 @@ void DrawnWindow::showRing() {
 
 // --- Assistive programs ------------------------------------------------------------------------------------------
 
-/// The mouse could press something here now: no box and no menu is up, and the window is on the screen.
-bool DrawnWindow::takesMouse() const {
-    return bound() && surface_->frame().isShown() && surface_->takesInput() && !pointer_.holdsButton() &&
-           !eventLoop().held();
+/// The mouse means something here now: no box and no menu is up, and no button is held.
+bool DrawnWindow::isReachable() const {
+    return bound() && surface_->takesInput() && !pointer_.holdsButton() && !eventLoop().held();
 }
+
+/// It could press something here: the window is on the screen as well.
+bool DrawnWindow::takesMouse() const { return isReachable() && surface_->frame().isShown(); }
 
 void DrawnWindow::clickMiddle(Control& control, int button) {
     if (takesMouse() && (&control == &form() || control.Visible)) pointer_.click(control, button);

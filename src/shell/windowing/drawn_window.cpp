@@ -5,7 +5,14 @@
 #include <cmath>
 #include <utility>
 
+#include "pictures/bitmap_picture.h"
+
 namespace corvane {
+
+bool Surface::isOpaque(const Picture& picture) const {
+    const auto bitmap = bitmapOf(picture);
+    return bitmap && bitmap->opaque();
+}
 
 DrawnWindow* Surface::live() const { return window_ != nullptr && window_->bound() ? window_ : nullptr; }
 

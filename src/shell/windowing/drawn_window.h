@@ -44,6 +44,8 @@ public:
     void mouseDown(int button, int shift, Place at, PixelPoint onScreen, bool isDouble);
     void mouseMoved(int shift, bool anyHeld, Place at, PixelPoint onScreen);
     void mouseUp(int button, int shift, Place at);
+    /// notches: above 0 away from the user; parts of one are gathered until they are whole.
+    void wheelTurned(double notches, int shift, Place at);
     /// The release will be another's: a box or a menu is up, the window is minimised.
     void loseMouse();
     bool holdsMouse() const { return pointer_.holdsButton(); }
@@ -62,8 +64,9 @@ public:
     void settlePlace();
     virtual void paint(Brush& brush) const = 0;
     struct Tip {
-        std::string text;  ///< empty: none
-        Rectangle place;   ///< while the pointer is inside, pixels
+        std::string text;    ///< empty: none
+        Rectangle place;     ///< while the pointer is inside, pixels
+        bool moves = false;  ///< it says something else at each place of the control
     };
     Tip tipAt(Place at) const;
     const Control& controlAt(Place at) const { return *pointer_.hit(toForm(at)); }
@@ -115,16 +118,19 @@ private:
     void showRing();
     bool takesMouse() const;
     void clickMiddle(Control& control, int button);
+    bool isReachable() const;
 
     std::unique_ptr<Surface> surface_;
     const Screens& screens_;
     Pointer pointer_{*this};
     KeyboardFocus keyboard_;
-    Rectangle ring_;        ///< as it was told to the surface
-    PixelPoint pressedAt_;  ///< of the screen
-    PixelPoint windowAt_;   ///< the window's place at the press
-    bool stale_ = false;    ///< the form's place or size has changed since the window took it
-    bool taking_ = false;   ///< form and window are being brought in step
+    Rectangle ring_;                    ///< as it was told to the surface
+    PixelPoint pressedAt_;              ///< of the screen
+    PixelPoint windowAt_;               ///< the window's place at the press
+    const Control* wheeled_ = nullptr;  ///< where the wheel was turned last; only compared
+    double wheelRest_ = 0;              ///< of a notch, turned there so far
+    bool stale_ = false;                ///< the form's place or size has changed since the window took it
+    bool taking_ = false;               ///< form and window are being brought in step
 };
 
 }  // namespace corvane

@@ -18,6 +18,16 @@ PixelPlace touched(const Rectangle& place) {
             static_cast<int>(std::ceil(place.bottom())) - top};
 }
 
+/// Composed with the skin, in its whole pixels; the others are drawn on it, to a part of one.
+bool isComposed(const Control& control) {
+    return control.kind() != ControlKind::Label && control.kind() != ControlKind::Shape;
+}
+
+bool isPlace(PropertyId property) {
+    return property == PropertyId::Left || property == PropertyId::Top || property == PropertyId::Width ||
+           property == PropertyId::Height;
+}
+
 }  // namespace
 
 void PaintedWindow::onBound() {
@@ -39,8 +49,19 @@ std::string PaintedWindow::toolTip(const Control& control) const {
     std::string own = DrawnWindow::toolTip(control);
     if (!own.empty() || control.kind() != ControlKind::Label) return own;
     const auto& label = static_cast<const Label&>(control);
-    const Rectangle place = pixels(labelPlace(form(), label));
+    const Rectangle place = textPlace(label, pixels(labelPlace(form(), label)));
     return surface().labelFits(label.Caption, place.height, place.width) ? std::string() : label.Caption.get();
+}
+
+Rectangle PaintedWindow::textPlace(const Label& label, const Rectangle& place) const {
+    constexpr std::size_t kUsualDigits = 3;
+    const std::string& text = label.Caption;
+    if (text.size() <= kUsualDigits || text.find_first_not_of("0123456789") != std::string::npos) return place;
+    for (double height = place.height; height > place.height / 2; height -= 1) {
+        if (!surface().labelFits(text, height, place.width)) continue;
+        return {place.x, place.y + (place.height - height) / 2, place.width, height};
+    }
+    return place;
 }
 
 void PaintedWindow::repaint(const Control& control) {
@@ -64,6 +85,9 @@ void PaintedWindow::controlChanged(Control& control, PropertyId property) {
         }
         return;
     }
+    // The slider's bar grows ten times a second, and by a pixel every few times.
+    if (isPlace(property) && isComposed(control) && snapped(painted_[&control]) == snapped(paintPlace(form(), control)))
+        return;
     repaint(control);
 }
 
@@ -76,7 +100,9 @@ void PaintedWindow::paint(Brush& brush) const {
             brush.disc(place, static_cast<const Shape&>(*control).FillColor, coverAbove(*control));
         } else if (control->kind() == ControlKind::Label) {
             const auto& label = static_cast<const Label&>(*control);
-            if (!label.Caption.get().empty()) brush.text(label.Caption, place, label.ForeColor, coverAbove(label));
+            if (!label.Caption.get().empty()) {
+                brush.text(label.Caption, textPlace(label, place), label.ForeColor, coverAbove(label));
+            }
         }
     }
 }

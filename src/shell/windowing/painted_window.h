@@ -25,6 +25,9 @@ protected:
 
 private:
     void repaint(const Control& control);
+    /// Where in its place a label's text is drawn: a number of more digits than skins have room for is drawn smaller
+    /// rather than cut.
+    Rectangle textPlace(const Label& label, const Rectangle& place) const;
     std::vector<Rectangle> coverAbove(const Control& control) const;  ///< opaque pictures over it
 
     std::map<const Control*, Rectangle> painted_;  ///< where each control was last drawn, twips

@@ -88,8 +88,10 @@ public:
     virtual void showRing(const Rectangle& place) = 0;
     /// Of a label that is so high: how wide its text is, and whether it can be seen whole in that width.
     virtual double labelWidth(const std::string& text, double height) const = 0;
-    virtual bool labelFits(const std::string& text, double height, double width) const = 0;
-    virtual bool isOpaque(const Picture& picture) const = 0;
+    virtual bool labelFits(const std::string& text, double height, double width) const {
+        return labelWidth(text, height) <= width;
+    }
+    virtual bool isOpaque(const Picture& picture) const;
 
     // For assistive programs, while there are any.
     virtual void controlChanged(Control& /*control*/, PropertyId /*property*/) {}

@@ -4,8 +4,7 @@
 #include <memory>
 
 #include "platform/ports.h"
-#include "windows/media/ui_post.h"
-#include "windows/windows_loop.h"
+#include "winapi/program/windows_loop.h"
 
 namespace corvane {
 

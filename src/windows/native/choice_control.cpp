@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 
+#include "winapi/text.h"
 #include "windows/native/native_form_window.h"
-#include "windows/text.h"
+#include "windows/windowing/shown_text.h"
 
 namespace corvane {
 
@@ -27,7 +28,7 @@ public:
         ask(CB_RESETCONTENT);
         widest_ = 0;
         for (const std::string& each : items) {
-            ask(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(toWide(each).c_str()));
+            ask(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(shownText(each).c_str()));
             widest_ = std::max(widest_, textSize(each).width);
         }
         ask(WM_SETREDRAW, TRUE);
@@ -43,7 +44,7 @@ public:
         return {{text.begin(), text.end()}, static_cast<int>(cursor)};
     }
     void setField(const std::string& text) override {
-        if (text != fromWide(windowText())) setWindowText(text);
+        if (shownText(text) != windowText()) setWindowText(text);
     }
     void setCursor(int cursor) override { ask(CB_SETEDITSEL, 0, MAKELPARAM(cursor, cursor)); }
 

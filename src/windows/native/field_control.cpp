@@ -2,8 +2,9 @@
 #include <algorithm>
 #include <string>
 
+#include "winapi/text.h"
 #include "windows/native/native_form_window.h"
-#include "windows/text.h"
+#include "windows/windowing/shown_text.h"
 
 namespace corvane {
 
@@ -17,10 +18,11 @@ public:
     }
 
     void setText(const std::string& wanted) override {
-        if (wanted != fromWide(windowText())) write(toWide(wanted));
+        const std::wstring shown = shownText(wanted);
+        if (shown != windowText()) write(shown);
     }
     void setHint(const std::string& text) override {
-        ask(EM_SETCUEBANNER, FALSE, reinterpret_cast<LPARAM>(toWide(text).c_str()));
+        ask(EM_SETCUEBANNER, FALSE, reinterpret_cast<LPARAM>(shownText(text).c_str()));
     }
     void select(int from, int to) override { ask(EM_SETSEL, static_cast<WPARAM>(from), to); }
     std::u16string text() const override {
@@ -50,6 +52,7 @@ protected:
         NativeMouse mouse;
         mouse.act = message == WM_LBUTTONDOWN ? NativeMouse::Act::Press : NativeMouse::Act::Release;
         if (message == WM_LBUTTONDOWN || message == WM_LBUTTONUP) events().mouse(mouse);
+        if (message == WM_KEYDOWN && tellKey(first, second)) return 0;
         return SystemControl::message(message, first, second);
     }
     void focusChanged(bool got) override {
@@ -60,6 +63,11 @@ protected:
     }
 
 private:
+    bool tellKey(WPARAM code, LPARAM details) {
+        if (code != VK_UP && code != VK_DOWN && code != VK_PRIOR && code != VK_NEXT) return false;
+        constexpr LPARAM kRepeated = 0x40000000;
+        return shiftState() == 0 && events().fieldKey({static_cast<int>(code), 0, (details & kRepeated) != 0});
+    }
     void write(const std::wstring& text) {
         writing_ = true;
         SetWindowTextW(handle(), text.c_str());

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
+#include <cstdlib>
+#include <optional>
 #include <vector>
 
+#include "forms/row_habits.h"
 #include "shell/native/list_rows.h"
 #include "windows/drop.h"
 #include "windows/native/native_form_window.h"
-#include "windows/text.h"
+#include "windows/windowing/shown_text.h"
 
 namespace corvane {
 
@@ -21,6 +24,8 @@ public:
     ListControl(NativeWindow& window, const ItemsControl& control, NativeEvents& told)
         : SystemControl(window, control, told, WC_LISTBOXW, styleOf(control), WS_EX_CLIENTEDGE), items_(control) {
         if (items_.OLEDragDrop.isTied()) DragAcceptFiles(handle(), TRUE);
+        const auto* const rows = dynamic_cast<const MovesRows*>(&control);
+        movesRows_ = rows != nullptr && rows->moveRows;
     }
 
     void refresh(bool keepPlace) override {
@@ -31,7 +36,7 @@ public:
         ask(LB_RESETCONTENT);
         int widest = 0;
         for (const std::string& each : items_.items()) {
-            ask(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(toWide(each).c_str()));
+            ask(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(shownText(each).c_str()));
             if (!keepPlace) widest = std::max(widest, textSize(each).width);
         }
         if (keepPlace) {
@@ -81,6 +86,12 @@ protected:
             events().dropped(data);
             return 0;
         }
+        if (movesRows_ && message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) {
+            if (drag(message, first, {GET_X_LPARAM(second), GET_Y_LPARAM(second)})) return 0;
+        }
+        if (message == WM_CAPTURECHANGED) endDrag();
+        const bool keyDown = message == WM_KEYDOWN || message == WM_SYSKEYDOWN;
+        if (keyDown && events().key({static_cast<int>(first), shiftState()})) return 0;
         if (message == WM_KEYDOWN && first == VK_RETURN && takesEnter()) {
             events().opened(current());
             return 0;
@@ -106,6 +117,56 @@ private:
             HIWORD(found) == 0 && ask(LB_GETITEMRECT, LOWORD(found), reinterpret_cast<LPARAM>(&place)) > 0;
         return inIt && PtInRect(&place, at) != 0 ? LOWORD(found) : -1;
     }
+    /// The left button on a row, without Shift or Ctrl, and what follows until it comes up. True: the list of the
+    /// system is not to see it, which would select the rows on the way.
+    bool drag(UINT message, WPARAM keys, POINT at) {
+        if (message == WM_LBUTTONDOWN && (keys & (MK_SHIFT | MK_CONTROL)) == 0 && rowAt(at) >= 0) return grab(at);
+        if (!grabbed_) return false;
+        if (message == WM_MOUSEMOVE) dragTo(at);
+        if (message == WM_LBUTTONUP) return endPress();
+        return message == WM_MOUSEMOVE;
+    }
+    /// True: one of several selected rows, which stay selected until it is known whether they are dragged.
+    bool grab(POINT at) {
+        grabbed_ = at;
+        isHeld_ = ask(LB_GETSEL, static_cast<WPARAM>(rowAt(at))) > 0 && ask(LB_GETSELCOUNT) > 1;
+        if (!isHeld_) return false;
+        SetFocus(handle());
+        SetCapture(handle());
+        return true;
+    }
+    bool endPress() {
+        const std::optional<int> before = draggedTo_;
+        const LPARAM from = MAKELPARAM(grabbed_->x, grabbed_->y);
+        const bool wasHeld = isHeld_;
+        endDrag();
+        if (wasHeld) ReleaseCapture();
+        if (!before && !wasHeld) return false;
+        if (!before) DefSubclassProc(handle(), WM_LBUTTONDOWN, MK_LBUTTON, from);
+        // Where it went down: the list's own release would select as far as the pointer is.
+        if (!before || !wasHeld) DefSubclassProc(handle(), WM_LBUTTONUP, 0, from);
+        if (before) events().rowsDragged(*before);
+        return true;
+    }
+    /// The row in front of which a release would put the rows, with a mark beside it; near an edge the list goes on.
+    void dragTo(POINT at) {
+        const bool isFar = std::abs(at.x - grabbed_->x) >= GetSystemMetrics(SM_CXDRAG) ||
+                           std::abs(at.y - grabbed_->y) >= GetSystemMetrics(SM_CYDRAG);
+        if (!draggedTo_ && !isFar) return;
+        POINT onScreen = at;
+        ClientToScreen(handle(), &onScreen);
+        LBItemFromPt(handle(), onScreen, TRUE);  // scrolls
+        const auto rowHeight = std::max(1, static_cast<int>(ask(LB_GETITEMHEIGHT)));
+        const int y = std::clamp(static_cast<int>(at.y), 0, std::max(0, clientSize().height - 1));
+        const int row = static_cast<int>(ask(LB_GETTOPINDEX)) + (y + rowHeight / 2) / rowHeight;
+        draggedTo_ = std::min(row, items_.count());
+        DrawInsert(window().handle(), handle(), std::min(row, items_.count() - 1));
+    }
+    void endDrag() {
+        if (draggedTo_) DrawInsert(window().handle(), handle(), -1);
+        grabbed_.reset();
+        draggedTo_.reset();
+    }
     void tipOfRowAt(POINT at) {
         const int row = rowAt(at);
         if (row == tipped_) return;
@@ -118,7 +179,11 @@ private:
     }
 
     const ItemsControl& items_;
-    std::string tip_;  ///< of the list itself
+    bool movesRows_ = false;
+    std::optional<POINT> grabbed_;  ///< where the button went down on a row
+    bool isHeld_ = false;           ///< the list of the system has not seen that
+    std::optional<int> draggedTo_;  ///< rows are being dragged
+    std::string tip_;               ///< of the list itself
     static constexpr int kNoRow = -2;
     int tipped_ = kNoRow;  ///< the row that the tip was set for; -1: none
 };

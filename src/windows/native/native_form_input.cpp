@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <array>
 #include <cstdlib>
 #include <optional>
+#include <string_view>
 
 #include "windows/native/native_form_window.h"
 
 namespace corvane {
 
 bool NativeWindow::filter(MSG& message) {
-    if (!isBound()) return false;
-    if (takeHelpKey(message)) return true;
+    if (!bound()) return false;
+    if (takeHelpKey(message) || takeFormKey(message)) return true;
     const bool enterOrEscape =
         message.message == WM_KEYDOWN && (message.wParam == VK_RETURN || message.wParam == VK_ESCAPE);
     if (enterOrEscape) {
@@ -25,6 +27,16 @@ bool NativeWindow::takeHelpKey(const MSG& message) {
     constexpr LPARAM kRepeated = 0x40000000;
     const bool pressed = message.message == WM_KEYDOWN && message.wParam == VK_F1 && (message.lParam & kRepeated) == 0;
     return pressed && native_.helpKey(shiftState());
+}
+
+/// A field takes a change of its own text back itself.
+bool NativeWindow::takeFormKey(const MSG& message) {
+    if (message.message != WM_KEYDOWN) return false;
+    std::array<wchar_t, 8> name{};
+    GetClassNameW(message.hwnd, name.data(), static_cast<int>(name.size()));
+    const bool inField = std::wstring_view(name.data()) == WC_EDITW;
+    if (inField && (message.wParam == 'Z' || message.wParam == 'Y')) return false;
+    return native_.key({static_cast<int>(message.wParam), shiftState()});
 }
 
 /// What the system asks and tells of a control.
@@ -64,7 +76,7 @@ LRESULT NativeWindow::defaultNumber() const {
 }
 
 LRESULT NativeWindow::message(UINT message, WPARAM first, LPARAM second) {
-    if (!isBound()) return FormWindow::message(message, first, second);
+    if (!bound()) return SystemWindow::message(message, first, second);
     if (const auto answer = controlMessage(message, first, second)) return *answer;
     if (const auto told = nativeMouse(message, second, {})) {
         mouse(*told);
@@ -95,14 +107,14 @@ LRESULT NativeWindow::message(UINT message, WPARAM first, LPARAM second) {
             sizeChanged(first);
             return 0;
         case WM_GETMINMAXINFO:
-            if (shownForm().Resizable) {
+            if (form().Resizable) {
                 reinterpret_cast<MINMAXINFO*>(second)->ptMinTrackSize = {least_.width, least_.height};
             }
             return 0;
         default:
             break;
     }
-    return FormWindow::message(message, first, second);
+    return SystemWindow::message(message, first, second);
 }
 
 bool NativeWindow::command(WPARAM first, LPARAM second) {

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <utility>
 
-#include "windows/text.h"
+#include "windows/windowing/shown_text.h"
 
 namespace corvane {
 
@@ -23,8 +23,8 @@ constexpr DWORD kExtendedStyle = WS_EX_APPWINDOW | WS_EX_CONTROLPARENT;
 }  // namespace
 
 NativeWindow::NativeWindow(Form& form, DesktopContext& context)
-    : FormWindow(form, context), native_(context.loop, *this) {
-    create(styleOf(form), kExtendedStyle);
+    : DialogWindow(form, context.loop, context, native_, context), native_(context.loop, *this) {
+    create(styleOf(form), kExtendedStyle, form.Caption);
     tips_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0,
                             0, handle(), nullptr, GetModuleHandleW(nullptr), nullptr);
 }
@@ -36,7 +36,7 @@ NativeWindow::~NativeWindow() {
 
 void NativeWindow::onBound() {
     makeFont();
-    native_.bind(shownForm());
+    native_.bind(form());
 }
 
 void NativeWindow::takeScale() {
@@ -64,7 +64,7 @@ void NativeWindow::makeFont() {
 PixelSize NativeWindow::textSize(const std::string& text) const {
     const HDC screen = GetDC(handle());
     const HGDIOBJ before = SelectObject(screen, font_);
-    const std::wstring wide = toWide(text);
+    const std::wstring wide = shownText(text);
     SIZE size{};
     GetTextExtentPoint32W(screen, wide.c_str(), static_cast<int>(wide.size()), &size);
     SelectObject(screen, before);
@@ -90,7 +90,7 @@ SystemControl* NativeWindow::controlOf(HWND widget) const {
 }
 
 HMENU NativeWindow::numberOf(const Control& control) {
-    const auto& controls = shownForm().controls();
+    const auto& controls = form().controls();
     const auto at = std::find(controls.begin(), controls.end(), &control) - controls.begin();
     return reinterpret_cast<HMENU>(static_cast<UINT_PTR>(kFirstNumber + static_cast<UINT>(at)));
 }
@@ -108,7 +108,7 @@ void NativeWindow::orderTabs(const std::vector<const Control*>& order) {
 }
 
 void NativeWindow::setTip(HWND widget, const std::string& text) {
-    std::wstring wide = toWide(text);
+    std::wstring wide = shownTip(text);
     TOOLINFOW tool{};
     tool.cbSize = sizeof tool;
     tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
@@ -121,7 +121,7 @@ void NativeWindow::setTip(HWND widget, const std::string& text) {
 
 // --- The window --------------------------------------------------------------------------------------------------
 
-void NativeWindow::setTitle(const std::string& text) { SetWindowTextW(handle(), toWide(text).c_str()); }
+void NativeWindow::setTitle(const std::string& text) { SetWindowTextW(handle(), shownText(text).c_str()); }
 
 void NativeWindow::show(bool shown) {
     ShowWindow(handle(), shown ? SW_SHOW : SW_HIDE);
@@ -166,17 +166,11 @@ PixelRect NativeWindow::room() const {
             static_cast<int>(work.bottom - work.top)};
 }
 
-PixelPoint NativeWindow::onScreen(Twips left, Twips top) const {
-    const PixelPoint corner = context().cornerFor(shownForm());
-    return {corner.x + context().toPixels(left), corner.y + context().toPixels(top)};
-}
-
 void NativeWindow::placeChanged() {
     if (IsWindowVisible(handle()) == 0 || IsIconic(handle()) != 0) return;
     RECT at{};
     GetWindowRect(handle(), &at);
-    const POINT origin = context().origin(shownForm());
-    native_.moved(context().toTwips(at.left - origin.x), context().toTwips(at.top - origin.y));
+    cornerIs({static_cast<int>(at.left), static_cast<int>(at.top)});
 }
 
 void NativeWindow::sizeChanged(WPARAM kind) {

@@ -7,19 +7,18 @@
 #include <string>
 #include <vector>
 
-#include "shell/native/native_form.h"
+#include "shell/native/dialog_window.h"
 #include "windows/native/system_control.h"
 #include "windows/windowing/form_window.h"
 
 namespace corvane {
 
 /// The window of a dialog form, a control of the system for each of its controls.
-class NativeWindow : public FormWindow, public NativeSurface {
+class NativeWindow : public DialogWindow<SystemWindow> {
 public:
     NativeWindow(Form& form, DesktopContext& context);
     ~NativeWindow() override;
 
-    int textWidth(const std::string& text) override { return native_.textWidth(text); }
     void beginDrag() override;
     void takeScale() override;
     bool filter(MSG& message) override;
@@ -46,7 +45,6 @@ public:
     PixelSize outer() const override;
     void moveOuter(const PixelRect& place) override;
     PixelRect room() const override;
-    PixelPoint onScreen(Twips left, Twips top) const override;
     void soon(EventLoop::Handler handler) override { context().loop.afterMessage(std::move(handler)); }
 
     // For the controls.
@@ -62,8 +60,8 @@ public:
 
 protected:
     void onBound() override;
-    void onUnbinding() override { native_.unbind(); }
-    void propertyChanged(Control& control, PropertyId property) override { native_.changed(control, property); }
+    bool hasForm() const override { return bound(); }
+    void askToClose() override { native_.askToClose(isAltHeld()); }
     LRESULT message(UINT message, WPARAM first, LPARAM second) override;
 
 private:
@@ -74,6 +72,7 @@ private:
     void sizeChanged(WPARAM kind);
     void mouse(const NativeMouse& mouse);
     bool takeHelpKey(const MSG& message);
+    bool takeFormKey(const MSG& message);
     bool command(WPARAM first, LPARAM second);
     LRESULT defaultNumber() const;
     SystemControl* controlOf(HWND widget) const;

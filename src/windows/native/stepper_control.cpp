@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "winapi/text.h"
 #include "windows/native/native_form_window.h"
-#include "windows/text.h"
 
 namespace corvane {
 

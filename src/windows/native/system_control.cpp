@@ -2,7 +2,7 @@
 #include "windows/native/system_control.h"
 
 #include "windows/native/native_form_window.h"
-#include "windows/text.h"
+#include "windows/windowing/shown_text.h"
 
 namespace corvane {
 
@@ -22,11 +22,11 @@ SystemControl::~SystemControl() { RemoveWindowSubclass(handle_, &SystemControl::
 LRESULT CALLBACK SystemControl::procedure(HWND widget, UINT message, WPARAM first, LPARAM second, UINT_PTR /*id*/,
                                           DWORD_PTR self) {
     auto& control = *reinterpret_cast<SystemControl*>(self);
-    if (control.window_.isBound()) {
+    if (control.window_.bound()) {
         if (const auto answer = control.message(message, first, second)) return *answer;
     }
     const LRESULT answer = DefSubclassProc(widget, message, first, second);
-    if ((message == WM_SETFOCUS || message == WM_KILLFOCUS) && control.window_.isBound()) {
+    if ((message == WM_SETFOCUS || message == WM_KILLFOCUS) && control.window_.bound()) {
         // Another window in front takes nothing from the control.
         const auto other = reinterpret_cast<HWND>(first);
         if (other != nullptr && GetAncestor(other, GA_ROOT) == control.window_.handle() && other != widget &&
@@ -42,7 +42,9 @@ std::optional<LRESULT> SystemControl::message(UINT /*message*/, WPARAM /*first*/
 }
 
 void SystemControl::place(const PixelRect& room) {
-    ::SetWindowPos(handle_, nullptr, room.left, room.top, room.width, room.height, SWP_NOZORDER | SWP_NOACTIVATE);
+    // Bits that are moved along belong to the size before, and what they leave is not always drawn again.
+    ::SetWindowPos(handle_, nullptr, room.left, room.top, room.width, room.height,
+                   SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
 }
 
 void SystemControl::setTip(const std::string& text) { window_.setTip(handle_, text); }
@@ -50,7 +52,7 @@ void SystemControl::setTip(const std::string& text) { window_.setTip(handle_, te
 PixelSize SystemControl::textSize(const std::string& text) const { return window_.textSize(text); }
 
 void SystemControl::setWindowText(const std::string& text) const {
-    SetWindowTextW(handle_, toWide(text).c_str());
+    SetWindowTextW(handle_, shownText(text).c_str());
     InvalidateRect(handle_, nullptr, TRUE);
 }
 

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "shell/native/native_controls.h"
-#include "windows/api.h"
+#include "winapi/api.h"
 
 namespace corvane {
 

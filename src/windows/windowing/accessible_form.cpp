@@ -4,8 +4,8 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "windows/text.h"
 #include "windows/windowing/canvas_window.h"
+#include "windows/windowing/shown_text.h"
 
 namespace corvane {
 
@@ -15,7 +15,7 @@ RECT toRect(const Rectangle& place) {
     return {std::lround(place.x), std::lround(place.y), std::lround(place.right()), std::lround(place.bottom())};
 }
 
-BSTR toBstr(const std::string& text) { return SysAllocString(toWide(text).c_str()); }
+BSTR toBstr(const std::string& text) { return SysAllocString(shownText(text).c_str()); }
 
 void setNumber(VARIANT& variant, LONG number) {
     variant.vt = VT_I4;

@@ -3,7 +3,7 @@
 
 #include "shell/accessible/accessible_tree.h"
 #include "shell/accessible/drawn_access.h"
-#include "windows/api.h"
+#include "winapi/api.h"
 // After windows.h:
 #include <oleacc.h>
 

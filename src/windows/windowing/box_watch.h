@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "windows/message_window.h"
+#include "winapi/message_window.h"
 
 namespace corvane {
 

@@ -53,7 +53,7 @@ bool CanvasWindow::mouse(UINT message, LPARAM place) {
     ClientToScreen(handle(), &at);
     const PixelPoint onScreen{static_cast<int>(at.x), static_cast<int>(at.y)};
     if (message == WM_MOUSEMOVE) {
-        if (!window->isDragged()) tip_.over(&window->controlAt(here));
+        if (!window->isDragged()) tipOver(here);
         // Who holds a button has the pointer's captured: a release elsewhere is told.
         window->mouseMoved(shiftState(), true, here, onScreen);
     } else if (what.down) {
@@ -64,6 +64,20 @@ bool CanvasWindow::mouse(UINT message, LPARAM place) {
         window->mouseUp(what.button, shiftState(), here);
         if (held && !window->holdsMouse()) letMouseGo();
     }
+    return true;
+}
+
+/// The system tells the wheel to the window with the keyboard: where the pointer is elsewhere, it is not this one's.
+bool CanvasWindow::wheel(HWND over, UINT message, WPARAM turned, LPARAM place) {
+    if (message != WM_MOUSEWHEEL) return false;
+    DrawnWindow* const window = live();
+    POINT at{GET_X_LPARAM(place), GET_Y_LPARAM(place)};
+    ScreenToClient(over, &at);
+    RECT client{};
+    GetClientRect(over, &client);
+    if (window == nullptr || PtInRect(&client, at) == 0) return false;
+    const double notches = static_cast<double>(GET_WHEEL_DELTA_WPARAM(turned)) / WHEEL_DELTA;
+    window->wheelTurned(notches, shiftState(), placeIn(at));
     return true;
 }
 
@@ -119,6 +133,14 @@ void CanvasWindow::askToClose() {
 /// at: pixels of the client area.
 void CanvasWindow::dropped(const DropData& data, POINT at) {
     if (DrawnWindow* const window = live()) window->dropped(data, placeIn(at));
+}
+
+/// A tip that says something else at each place begins afresh with each.
+void CanvasWindow::tipOver(DrawnWindow::Place at) {
+    const Control& control = live()->controlAt(at);
+    const auto* const mouse = dynamic_cast<const MouseControl*>(&control);
+    const bool moves = mouse != nullptr && mouse->TipAt && live()->tipAt(at).moves;
+    tip_.over(&control, moves ? static_cast<int>(at.x) : 0);
 }
 
 std::string CanvasWindow::tipUnderPointer() const {

@@ -5,13 +5,10 @@
 #include <cstdlib>
 #include <utility>
 
-#include "shell/windowing/painted_window.h"
-#include "windows/text.h"
 #include "windows/windowing/accessible_form.h"
-#include "windows/windowing/bitmap_picture.h"
 #include "windows/windowing/gdi_brush.h"
 #include "windows/windowing/label_font.h"
-#include "windows/windowing/media_canvas.h"
+#include "windows/windowing/shown_text.h"
 
 namespace corvane {
 
@@ -42,7 +39,7 @@ CanvasWindow::~CanvasWindow() {
     accessible_->Release();
 }
 
-void CanvasWindow::setCaption(const std::string& text) { SetWindowTextW(handle(), toWide(text).c_str()); }
+void CanvasWindow::setCaption(const std::string& text) { SetWindowTextW(handle(), shownText(text).c_str()); }
 
 void CanvasWindow::takeScale() {
     if (DrawnWindow* const window = live()) window->scaleChanged();
@@ -51,7 +48,7 @@ void CanvasWindow::takeScale() {
 int CanvasWindow::textWidth(const std::string& text) {
     const HDC screen = GetDC(handle());
     const HGDIOBJ before = SelectObject(screen, GetStockObject(DEFAULT_GUI_FONT));
-    const std::wstring wide = toWide(text);
+    const std::wstring wide = shownText(text);
     SIZE size{};
     GetTextExtentPoint32W(screen, wide.c_str(), static_cast<int>(wide.size()), &size);
     SelectObject(screen, before);
@@ -144,7 +141,7 @@ void CanvasWindow::paint() {
         RECT client{};
         GetClientRect(handle(), &client);
         GdiBrush brush(painting.rcPaint, {static_cast<int>(client.right), static_cast<int>(client.bottom)},
-                       context().scale(), scaled_);
+                       context().scale(), stretched_);
         window->paint(brush);
         brush.ring(ring_);
         brush.show(screen);
@@ -153,16 +150,7 @@ void CanvasWindow::paint() {
 }
 
 double CanvasWindow::labelWidth(const std::string& text, double height) const {
-    return LabelFont(height).width(toWide(text));
-}
-
-bool CanvasWindow::labelFits(const std::string& text, double height, double width) const {
-    return labelWidth(text, height) <= width;
-}
-
-bool CanvasWindow::isOpaque(const Picture& picture) const {
-    const auto bitmap = bitmapOf(picture);
-    return bitmap && bitmap->opaque();
+    return LabelFont(height).width(shownText(text));
 }
 
 // --- Assistive programs ------------------------------------------------------------------------------------------
@@ -174,7 +162,7 @@ void CanvasWindow::focusChanged() {
 }
 
 LRESULT CanvasWindow::message(UINT message, WPARAM first, LPARAM second) {
-    if (mouse(message, second) || key(message, first, second)) return 0;
+    if (mouse(message, second) || wheel(handle(), message, first, second) || key(message, first, second)) return 0;
     DrawnWindow* const window = live();
     switch (message) {
         case WM_PAINT:
@@ -227,15 +215,6 @@ LRESULT CanvasWindow::message(UINT message, WPARAM first, LPARAM second) {
             break;
     }
     return SystemWindow::message(message, first, second);
-}
-
-std::unique_ptr<DrawnWindow> makeDrawnWindow(Form& form, DesktopContext& context) {
-    if (form.style() == FormStyle::Media) {
-        auto surface = std::make_unique<MediaCanvas>(context);
-        MediaCanvas& media = *surface;
-        return std::make_unique<MediaWindow>(form, context.loop, context, std::move(surface), media);
-    }
-    return std::make_unique<PaintedWindow>(form, context.loop, context, std::make_unique<CanvasWindow>(context));
 }
 
 }  // namespace corvane

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "shell/windowing/drawn_window.h"
+#include "shell/windowing/pixel_brush.h"
 #include "windows/drop.h"
 #include "windows/windowing/form_window.h"
-#include "windows/windowing/scaled_picture.h"
 #include "windows/windowing/tool_tip.h"
 
 namespace corvane {
@@ -25,6 +25,7 @@ public:
 
     // Input of a surface elsewhere on the screen, in the place of this window's own. True: it was the form's.
     bool mouse(UINT message, LPARAM place);
+    bool wheel(HWND over, UINT message, WPARAM turned, LPARAM place);
     bool key(UINT message, WPARAM code, LPARAM details);
     void keyboardCame(bool here);
     void askToClose() override;
@@ -51,8 +52,6 @@ public:
     void paintAllAnew() override { InvalidateRect(handle(), nullptr, FALSE); }
     void showRing(const Rectangle& place) override;
     double labelWidth(const std::string& text, double height) const override;
-    bool labelFits(const std::string& text, double height, double width) const override;
-    bool isOpaque(const Picture& picture) const override;
     void focusChanged() override;
     void later(EventLoop::Handler handler) override;
 
@@ -70,18 +69,16 @@ private:
     void typed(wchar_t unit);
     void dropped(const DropData& data, POINT at);
     std::string tipUnderPointer() const;
+    void tipOver(DrawnWindow::Place at);
 
     AccessibleForm* accessible_;  ///< shared with those who ask
     ToolTip tip_;
     DropTarget dropTarget_;
-    ScaledPicture scaled_;
+    StretchedPicture stretched_;
     Rectangle ring_;          ///< empty: there is none
     bool minimised_ = false;  ///< as it was told last
     wchar_t high_ = 0;        ///< first half of a character that comes in two
     std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
-
-/// A window of that form on a surface of this desktop: painted from pictures, or for movies and pictures.
-std::unique_ptr<DrawnWindow> makeDrawnWindow(Form& form, DesktopContext& context);
 
 }  // namespace corvane

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "windows/api.h"
+#include "winapi/api.h"
 
 namespace corvane {
 

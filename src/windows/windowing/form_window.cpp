@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "windows/resource.h"
-#include "windows/text.h"
 #include "windows/windowing/box_watch.h"
+#include "windows/windowing/shown_text.h"
 
 namespace corvane {
 
@@ -60,11 +60,6 @@ std::vector<ScreenArea> DesktopContext::areas() const {
     return all;
 }
 
-POINT DesktopContext::origin(const Form& form) const {
-    const PixelPoint corner = cornerFor(form);
-    return {corner.x, corner.y};
-}
-
 SystemWindow::~SystemWindow() {
     if (handle_ == nullptr) return;
     SetWindowLongPtrW(handle_, GWLP_USERDATA, 0);
@@ -85,7 +80,7 @@ void SystemWindow::create(DWORD style, DWORD extendedStyle, const std::string& t
         return RegisterClassExW(&made);
     }();
     (void)known;
-    handle_ = CreateWindowExW(extendedStyle, kFormClass, toWide(title).c_str(), style, 0, 0, 1, 1, nullptr, nullptr,
+    handle_ = CreateWindowExW(extendedStyle, kFormClass, shownText(title).c_str(), style, 0, 0, 1, 1, nullptr, nullptr,
                               program, nullptr);
     SetWindowLongPtrW(handle_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
 }
@@ -136,10 +131,6 @@ void SystemWindow::activate() {
 void SystemWindow::stack(int insertAfter, std::uint32_t flags) {
     ::SetWindowPos(handle_, reinterpret_cast<HWND>(static_cast<LONG_PTR>(insertAfter)), 0, 0, 0, 0,
                    flags | SWP_NOMOVE | SWP_NOSIZE);
-}
-
-void FormWindow::askToClose() {
-    if (bound()) later([this, alt = isAltHeld()] { form().CloseRequest.raise(alt); });
 }
 
 bool anotherProgramIsInFront() {

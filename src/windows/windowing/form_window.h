@@ -7,8 +7,8 @@
 
 #include "shell/windowing/bound_window.h"
 #include "shell/windowing/screens.h"
-#include "windows/api.h"
-#include "windows/windows_loop.h"
+#include "winapi/api.h"
+#include "winapi/program/windows_loop.h"
 
 namespace corvane {
 
@@ -26,7 +26,6 @@ struct DesktopContext final : Screens {
     double scale() const { return factor(); }
     RECT screen() const;    ///< the panel's; the primary one before it is shown
     RECT workArea() const;  ///< of that screen, without the task bar
-    POINT origin(const Form& form) const;
 
     WindowsLoop& loop;
     double wanted;  ///< size of the windows, 0.5 to 4; from CORVANE_SCALE
@@ -72,24 +71,6 @@ private:
 
     DesktopContext& context_;
     HWND handle_ = nullptr;
-};
-
-/// The window of a form that is a window of the system itself.
-class FormWindow : public BoundWindow, public SystemWindow {
-public:
-    FormWindow(Form& form, DesktopContext& context) : BoundWindow(form, context.loop), SystemWindow(context) {}
-
-    WindowFrame& frame() override { return *this; }
-    void refresh() override { SystemWindow::refresh(); }
-    bool isBound() const { return bound(); }
-    Form& shownForm() const { return form(); }  ///< only while bound
-
-protected:
-    void create(DWORD style, DWORD extendedStyle) { SystemWindow::create(style, extendedStyle, form().Caption); }
-    bool hasForm() const override { return bound(); }
-    void askToClose() override;
-    void run(const EventLoop::Handler& handler) { enter(handler); }
-    void later(EventLoop::Handler handler) { BoundWindow::post(std::move(handler)); }
 };
 
 /// Another program's window has the keyboard: what opens by itself leaves it there.

@@ -56,7 +56,8 @@ LRESULT CALLBACK FullScreenWindow::procedure(HWND handle, UINT message, WPARAM f
 
 LRESULT FullScreenWindow::message(UINT message, WPARAM first, LPARAM second) {
     if (message == WM_MOUSEMOVE) pointerMoved();
-    if (owner_.mouse(message, second) || owner_.key(message, first, second)) return 0;
+    if (owner_.mouse(message, second) || owner_.wheel(handle_, message, first, second)) return 0;
+    if (owner_.key(message, first, second)) return 0;
     switch (message) {
         case WM_TIMER:
             hidden_ = true;

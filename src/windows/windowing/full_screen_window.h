@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "windows/api.h"
+#include "winapi/api.h"
 
 namespace corvane {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "windows/api.h"
+#include "winapi/api.h"
 
 namespace corvane {
 

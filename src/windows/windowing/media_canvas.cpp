@@ -3,13 +3,7 @@
 
 #include <cmath>
 
-#include "windows/windowing/full_screen_window.h"
-
 namespace corvane {
-
-MediaCanvas::MediaCanvas(DesktopContext& context) : CanvasWindow(context) {}
-
-MediaCanvas::~MediaCanvas() = default;
 
 void MediaCanvas::setMovie(Control* movie) {
     if (movie_ != nullptr) movie_->setHost(nullptr, RECT{});

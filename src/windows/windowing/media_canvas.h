@@ -5,17 +5,15 @@
 
 #include "shell/windowing/media_window.h"
 #include "windows/windowing/canvas_window.h"
+#include "windows/windowing/full_screen_window.h"
 #include "windows/windowing/movie_surface.h"
 
 namespace corvane {
 
-class FullScreenWindow;
-
 /// The surface of a form that shows a movie or a picture.
 class MediaCanvas : public CanvasWindow, public MediaSurface {
 public:
-    explicit MediaCanvas(DesktopContext& context);
-    ~MediaCanvas() override;
+    using CanvasWindow::CanvasWindow;
 
     // MediaSurface
     void setMovie(Control* movie) override;

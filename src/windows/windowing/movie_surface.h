@@ -2,7 +2,7 @@
 #pragma once
 
 #include "shell/windowing/screen_filling.h"
-#include "windows/api.h"
+#include "winapi/api.h"
 
 namespace corvane {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "windows/windowing/tool_tip.h"
 
-#include "windows/text.h"
+#include "windows/windowing/shown_text.h"
 
 namespace corvane {
 
@@ -29,16 +29,17 @@ ToolTip::ToolTip(HWND owner) : owner_(owner) {
 
 ToolTip::~ToolTip() { DestroyWindow(tip_); }
 
-void ToolTip::over(const void* part) {
-    if (part == part_) return;
+void ToolTip::over(const void* part, int place) {
+    if (part == part_ && place == place_) return;
     part_ = part;
+    place_ = place;
     SendMessageW(tip_, TTM_POP, 0, 0);
 }
 
 bool ToolTip::notify(LPARAM details, const std::function<std::string()>& text) {
     auto* const header = reinterpret_cast<NMHDR*>(details);
     if (header->hwndFrom != tip_ || header->code != TTN_GETDISPINFOW) return false;
-    shown_ = toWide(text());
+    shown_ = shownTip(text());
     reinterpret_cast<NMTTDISPINFOW*>(details)->lpszText = shown_.data();
     return true;
 }

@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "windows/api.h"
+#include "winapi/api.h"
 
 namespace corvane {
 
@@ -17,8 +17,8 @@ public:
     ToolTip& operator=(const ToolTip&) = delete;
     ~ToolTip();
 
-    /// part: what the pointer is over now; a tip of another part goes away.
-    void over(const void* part);
+    /// part: what the pointer is over now, and where in it, when that matters; a tip of elsewhere goes away.
+    void over(const void* part, int place = 0);
     /// True: the message was the tip's. text is asked for what to show; empty: nothing.
     bool notify(LPARAM details, const std::function<std::string()>& text);
 
@@ -26,6 +26,7 @@ private:
     HWND tip_ = nullptr;
     HWND owner_;
     const void* part_ = nullptr;
+    int place_ = 0;
     std::wstring shown_;
 };
 

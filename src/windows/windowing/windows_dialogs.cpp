@@ -3,8 +3,9 @@
 
 #include <utility>
 
-#include "windows/text.h"
+#include "winapi/text.h"
 #include "windows/windowing/box_watch.h"
+#include "windows/windowing/shown_text.h"
 
 namespace corvane {
 
@@ -69,7 +70,7 @@ HMENU made(const std::vector<MenuEntry>& entries) {
         const bool isMenu = !each.entries.empty();
         const auto number =
             isMenu ? reinterpret_cast<UINT_PTR>(made(each.entries)) : static_cast<UINT_PTR>(each.command) + 1;
-        AppendMenuW(menu, (isMenu ? MF_POPUP : MF_STRING) | state, number, toWide(each.caption).c_str());
+        AppendMenuW(menu, (isMenu ? MF_POPUP : MF_STRING) | state, number, shownText(each.caption).c_str());
     }
     return menu;
 }
@@ -90,7 +91,7 @@ std::optional<Answer> WindowsDialogs::ask(const Box& box) {
     {
         // Without an owner all windows of the thread are disabled, and the box may outlive the one it lies over.
         const BoxWatch watch(shown ? over : nullptr, leavesKeyboard);
-        button = MessageBoxW(nullptr, toWide(box.text).c_str(), toWide(box.title).c_str(), kind);
+        button = MessageBoxW(nullptr, shownLines(box.text).c_str(), shownText(box.title).c_str(), kind);
     }
     if (before != nullptr && IsWindow(before) != 0) SetActiveWindow(before);
     return button == 0 ? std::nullopt : std::optional(answerOf(button));
@@ -100,7 +101,7 @@ void WindowsDialogs::closeBox() {
     if (const HWND box = BoxWatch::box()) PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(refusedBy(shown_)), 0);
 }
 
-bool WindowsDialogs::raiseBox() const { return BoxWatch::raise(); }
+bool WindowsDialogs::raiseBox() { return BoxWatch::raise(); }
 
 void WindowsDialogs::closeMenu() {
     wanted_.reset();

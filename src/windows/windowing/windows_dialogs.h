@@ -15,7 +15,7 @@ public:
     explicit WindowsDialogs(DesktopContext& context) : NativeDialogs(context.loop), context_(context) {}
 
     void help() override;
-    bool raiseBox() const;  ///< brings a box that is up to the front; false: none is
+    bool raiseBox() override;
 
 protected:
     std::optional<Answer> ask(const Box& box) override;

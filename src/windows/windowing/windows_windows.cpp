@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "windows/native/native_form_window.h"
-#include "windows/windowing/canvas_window.h"
 
 namespace corvane {
 
@@ -12,27 +11,31 @@ namespace corvane {
 static_assert(SWP_NOSIZE == 0x01 && SWP_NOMOVE == 0x02 && SWP_NOACTIVATE == 0x10 && SWP_SHOWWINDOW == 0x40 &&
               SWP_HIDEWINDOW == 0x80);
 
-WindowsWindows::WindowsWindows(DesktopContext& context) : FormWindows(context.loop, context), context_(context) {
-    context_.loop.onMessage([](MSG& message) {
+WindowsWindows::WindowsWindows(DesktopContext& context) : FormWindowsOn(context) {
+    context.loop.onMessage([](MSG& message) {
         SystemWindow* const window = SystemWindow::of(GetAncestor(message.hwnd, GA_ROOT));
         return window != nullptr && window->filter(message);
     });
 }
 
-WindowsWindows::~WindowsWindows() { context_.loop.onMessage({}); }
+bool WindowsWindows::prefersReducedMotion() {
+    BOOL animated = TRUE;
+    return SystemParametersInfoW(SPI_GETCLIENTAREAANIMATION, 0, &animated, 0) != FALSE && animated == FALSE;
+}
+
+WindowsWindows::~WindowsWindows() { context().loop.onMessage({}); }
 
 void WindowsWindows::panelIs(BoundWindow* panel) {
-    context_.panel = panel != nullptr ? dynamic_cast<SystemWindow&>(panel->frame()).handle() : nullptr;
+    context().panel = panel != nullptr ? dynamic_cast<SystemWindow&>(panel->frame()).handle() : nullptr;
 }
 
 void WindowsWindows::bury(std::unique_ptr<BoundWindow> gone) {
-    context_.loop.afterMessage([window = std::shared_ptr<BoundWindow>(std::move(gone))] {});  // its code may be running
+    context().loop.afterMessage(
+        [window = std::shared_ptr<BoundWindow>(std::move(gone))] {});  // its code may be running
 }
 
-std::unique_ptr<BoundWindow> WindowsWindows::makeWindow(Form& form) {
-    if (form.style() == FormStyle::Hidden) return nullptr;
-    if (form.style() == FormStyle::Dialog) return std::make_unique<NativeWindow>(form, context_);
-    return makeDrawnWindow(form, context_);
+std::unique_ptr<BoundWindow> WindowsWindows::makeDialog(Form& form) {
+    return std::make_unique<NativeWindow>(form, context());
 }
 
 }  // namespace corvane

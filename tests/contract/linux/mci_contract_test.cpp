@@ -4,7 +4,7 @@
 #include <string>
 
 #include "contract/linux/mci_rig.h"
-#include "linux/media/sound/desktop_mci_control.h"
+#include "linux/media/desktop_station.h"
 #include "unit/linux/cd_image.h"
 
 namespace corvane {
@@ -15,11 +15,11 @@ class SoundsOnly : public Media {
 public:
     explicit SoundsOnly(EventLoop& loop) : station_(loop, true) {}
     ~SoundsOnly() override { station_.post.stop(); }
-    std::unique_ptr<MciControl> makeMciControl() override { return std::make_unique<DesktopMciControl>(station_); }
+    std::unique_ptr<MciControl> makeMciControl() override { return std::make_unique<OutputMciControl>(station_); }
     std::unique_ptr<MovieControl> makeMovieControl(Form& /*form*/) override { return nullptr; }
 
 private:
-    SoundStation station_;
+    DesktopStation station_;
 };
 
 class DesktopMciStage : public MciStage {

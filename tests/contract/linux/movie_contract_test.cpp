@@ -8,12 +8,12 @@ namespace {
 /// Media that makes movie controls only.
 class MoviesOnly : public Media {
 public:
-    MoviesOnly(EventLoop& loop, Windows& windows) : players_(loop, windows) {}
+    MoviesOnly(EventLoop& loop, Windows& windows) : movies_(loop, windows) {}
     std::unique_ptr<MciControl> makeMciControl() override { return nullptr; }
-    std::unique_ptr<MovieControl> makeMovieControl(Form& form) override { return players_.makeControl(form); }
+    std::unique_ptr<MovieControl> makeMovieControl(Form& form) override { return movies_.makeControl(form); }
 
 private:
-    MoviePlayers players_;
+    DesktopMovies movies_;
 };
 
 class DesktopMovieStage : public MovieStage {

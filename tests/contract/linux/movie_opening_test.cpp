@@ -6,7 +6,7 @@
 
 #include "contract/linux/movie_rig.h"
 #include "contract/linux/network_lures.h"
-#include "linux/media/movies/movie_player.h"
+#include "media/movies/movie_player.h"
 #include "unit/linux/memory_peak.h"
 
 namespace corvane {
@@ -193,13 +193,13 @@ TEST_F(MovieFile, ADestroyedControlTellsNothing) {
 
 TEST_F(MovieFile, ThePlayerOfAControlThatWentIsUsedAgain) {
     std::string reason;
-    std::unique_ptr<MoviePlayer> player = rig_.players.take(reason);
+    std::unique_ptr<MoviePlayer> player = rig_.movies.players().take(reason);
     const MoviePlayer* const first = player.get();
-    rig_.players.giveBack(std::move(player));
+    rig_.movies.players().giveBack(std::move(player));
     ASSERT_TRUE(rig_.open(MovieRig::sample("colours.avi")));
     rig_.control->Rate(3);
     rig_.makeControl();
-    EXPECT_EQ(rig_.players.take(reason).get(), first);
+    EXPECT_EQ(rig_.movies.players().take(reason).get(), first);
 }
 
 /// OPEN-39

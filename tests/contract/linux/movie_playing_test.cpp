@@ -1,10 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <memory>
 #include <ostream>
+#include <vector>
 
 #include "contract/linux/movie_rig.h"
+#include "unit/linux/cd_image.h"
 
 namespace corvane {
 namespace {
@@ -229,6 +236,91 @@ TEST(Movie, ThePictureFillsItsPlaceToThePixel) {
         EXPECT_EQ(QSize(columns, rows), expected.size()) << area.width();
         EXPECT_TRUE(isLit(expected.left(), expected.top())) << area.width();
         EXPECT_TRUE(isLit(expected.right(), expected.bottom())) << area.width();
+    }
+}
+
+/// A picture whose lines begin where the library wants them, as those of a window do.
+struct AlignedPicture {
+    static constexpr std::size_t kAlignment = 64;
+    explicit AlignedPicture(QSize size)
+        : bytes(static_cast<std::size_t>(size.width() * size.height() * 4) + kAlignment),
+          image(first(), size.width(), size.height(), size.width() * 4, QImage::Format_RGB32) {
+        image.fill(Qt::magenta);
+    }
+    std::uint8_t* first() {
+        void* place = bytes.data();
+        std::size_t room = bytes.size();
+        return static_cast<std::uint8_t*>(std::align(kAlignment, kAlignment, place, room));
+    }
+    std::vector<std::uint8_t> bytes;
+    QImage image;
+};
+
+/// MOVIE-51: A frame that is painted as it comes is the same as when it is painted later
+TEST(Movie, AFrameThatIsPaintedAsItComesIsTheSameLater) {
+    constexpr QSize kSize(640, 480);
+    MovieRig rig;
+    AlignedPicture now(kSize);
+    int due = 0, left = 0;
+    rig.surface->setTarget(kSize);
+    rig.surface->frameReady.tie([&] {
+        due += rig.surface->isDue() ? 1 : 0;
+        QPainter painter(&now.image);
+        rig.surface->paint(painter, QRect(QPoint(), kSize));
+        left += rig.surface->isDue() ? 1 : 0;
+    });
+    ASSERT_TRUE(rig.open(MovieRig::sample(kAvi.name))) << rig.reason;
+    rig.control->CurrentPosition(1.0);
+    rig.control->Run();
+    ASSERT_TRUE(MovieRig::until([&] { return due > 5; }));
+    rig.control->Pause();
+    const int before = due;
+    rig.control->CurrentPosition(0.5);
+    ASSERT_TRUE(MovieRig::until([&] { return due > before; }));
+    EXPECT_EQ(left, 0);
+    EXPECT_EQ(rig.surface->covered(QRect(QPoint(), kSize), 1), QRect(QPoint(), kSize));
+    EXPECT_EQ(rig.painted(kSize), now.image);
+    EXPECT_NE(now.image.pixelColor(320, 240), QColor(Qt::magenta));
+}
+
+/// A film of dark and light halves that no codec has softened.
+std::string halves(const std::filesystem::path& path, int dark, int light) {
+    constexpr int kSide = 64, kFrames = 50;
+    std::string plane;
+    for (int i = 0; i < kSide * kSide; ++i) plane += static_cast<char>(i % kSide < kSide / 2 ? dark : light);
+    std::ofstream out(path, std::ios::binary);
+    out << "YUV4MPEG2 W" << kSide << " H" << kSide << " F25:1 Ip A1:1 C420jpeg\n";
+    for (int i = 0; i < kFrames; ++i) out << "FRAME\n" << plane << std::string(kSide * kSide / 2, '\x80');
+    return path;
+}
+
+/// How far a border's pixels go beyond the halves beside it, in steps of light.
+int ringing(const QImage& seen) {
+    int darkest = 255, lightest = 0;
+    for (int x = 0; x < seen.width(); ++x) {
+        darkest = std::min(darkest, qGreen(seen.pixel(x, seen.height() / 2)));
+        lightest = std::max(lightest, qGreen(seen.pixel(x, seen.height() / 2)));
+    }
+    const int dark = qGreen(seen.pixel(2, seen.height() / 2));
+    const int light = qGreen(seen.pixel(seen.width() - 3, seen.height() / 2));
+    return std::max(dark - darkest, lightest - light);
+}
+
+/// MOVIE-52: A film that is made larger keeps its borders sharp; made smaller it has none that ring
+TEST(Movie, BordersAreSharpWhenItIsLargerAndPlainWhenSmaller) {
+    constexpr QSize kLarge(192, 192), kSmall(24, 24);
+    constexpr int kOften = 20;
+    const test::ScratchFolder folder;
+    MovieRig rig;
+    ASSERT_TRUE(rig.open(halves(folder.path() / "film.avi", 50, 205))) << rig.reason;
+    for (const bool larger : {false, true, false}) {
+        rig.surface->setTarget(larger ? kLarge : kSmall);
+        int right = 0;  // the player takes another filter a little later
+        EXPECT_TRUE(MovieRig::until([&] {
+            rig.control->CurrentPosition(right % 2 == 0 ? 0.8 : 0.2);  // a frame of its own
+            right = (ringing(rig.painted(larger ? kLarge : kSmall)) > 2) == larger ? right + 1 : 0;
+            return right > kOften;
+        })) << larger;
     }
 }
 

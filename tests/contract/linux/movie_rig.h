@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "contract/rig_windows.h"
-#include "linux/media/movies/movie_players.h"
+#include "linux/media/movies/desktop_movies.h"
 #include "linux/windowing/movie_surface.h"
 #include "unit/linux/offscreen.h"
 
@@ -28,7 +28,7 @@ public:
         changes.clear();
         reason.clear();
         opened = progress = 0;
-        control = players.makeControl(form);
+        control = movies.makeControl(form);
         surface = dynamic_cast<MovieSurface*>(control.get());
         control->OpenComplete.tie([this] { ++opened; });
         control->Progress.tie([this] { ++progress; });
@@ -68,7 +68,7 @@ public:
     QApplication& qt = offscreenApplication();
     RigLoop loop;
     RigWindows windows;
-    MoviePlayers players{loop, windows};
+    DesktopMovies movies{loop, windows};
     Form form{"frmMovieWindow", FormStyle::Media};
     std::unique_ptr<MovieControl> control;
     MovieSurface* surface = nullptr;

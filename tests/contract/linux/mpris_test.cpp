@@ -154,7 +154,10 @@ TEST_F(MprisContract, TheRootInterfaceIsComplete) {
     EXPECT_EQ(all["SupportedUriSchemes"].toStringList(), QStringList("file"));
 }
 
+/// The desktop starts the player with its conveniences.
 TEST_F(MprisContract, TheTypesAreThoseOfTheDesktopEntry) {
+    player.conveniences = kAllConveniences;
+    player.types.addWhereThere(typesOfToday(), [](const MediaType& /*type*/) { return true; });
     offer();
     const QStringList types = getAll(kRoot)["SupportedMimeTypes"].toStringList();
     QFile file(QStringLiteral(CORVANE_SOURCE_DIR "/packaging/corvane.desktop"));
@@ -206,6 +209,22 @@ TEST_F(MprisContract, MetadataHasTheTypesOfTheDocument) {
     player.gFileCount = 0;
     click(kStop);
     EXPECT_TRUE(metadata().isEmpty()) << "there is no track";
+}
+
+/// TEXT-11
+TEST_F(MprisContract, TextsOfTagsHaveTheTypesOfTheDocument) {
+    player.conveniences.texts = true;
+    machine.texts.files["/m/one.wav"] = {"Title", "Artist", "Album", 7, std::make_shared<CoverFile>("/m/a b.jpg")};
+    offer();
+    click(kPlay);
+    look();
+    const QVariantMap data = metadata();
+    EXPECT_EQ(data["xesam:title"], "Title");
+    EXPECT_EQ(data["xesam:artist"].typeId(), QMetaType::QStringList);
+    EXPECT_EQ(data["xesam:artist"].toStringList(), QStringList("Artist"));
+    EXPECT_EQ(data["xesam:album"], "Album");
+    EXPECT_EQ(data["xesam:trackNumber"], 7) << "on its album";
+    EXPECT_EQ(data["mpris:artUrl"], "file:///m/a%20b.jpg");
 }
 
 TEST_F(MprisContract, AnAddressKeepsEveryByte) {

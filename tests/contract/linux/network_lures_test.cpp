@@ -9,7 +9,7 @@
 #include "contract/linux/movie_rig.h"
 #include "contract/linux/network_lures.h"
 #include "contract/linux/network_takers.h"
-#include "linux/media/sound/desktop_mci_control.h"
+#include "linux/media/desktop_station.h"
 #include "linux/pictures/qt_pictures.h"
 #include "unit/linux/cd_image.h"
 
@@ -64,9 +64,9 @@ protected:
 /// MEDIA-13
 TEST_P(NetworkLures, CallNobodyAsSounds) {
     test::RigLoop loop;
-    SoundStation station(loop, true);
+    DesktopStation station(loop, true);
     {
-        DesktopMciControl control(station);
+        OutputMciControl control(station);
         bool failed = false;
         control.Failed.tie([&](const std::string& reason) {
             failed = true;
@@ -83,9 +83,9 @@ TEST_P(NetworkLures, CallNobodyAsSounds) {
 /// MEDIA-13
 TEST_P(NetworkLures, CallNobodyAsDiscs) {
     test::RigLoop loop;
-    SoundStation station(loop, true);
+    DesktopStation station(loop, true);
     {
-        DesktopMciControl control(station);
+        OutputMciControl control(station);
         bool failed = false;
         control.Failed.tie([&](const std::string& /*reason*/) { failed = true; });
         control.DeviceType("CDAudio");
@@ -149,10 +149,10 @@ const Lure kLures[] = {
          return "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:9\n#EXTINF:9,\nhttp://" + host +
                 "/a.ts\n#EXT-X-ENDLIST\n";
      },
-     Taker::Sounds},
+     test::kMisnamedLists},
     {"parts.mpg",
      [](const std::string& host) { return "#EXTM3U\n#EXT-X-STREAM-INF:BANDWIDTH=1\nhttp://" + host + "/inner.m3u8\n"; },
-     Taker::Sounds},
+     test::kMisnamedLists},
     {"key.m3u8",
      [](const std::string& host) {
          return "#EXTM3U\n#EXT-X-TARGETDURATION:9\n#EXT-X-KEY:METHOD=AES-128,URI=\"http://" + host +
@@ -193,9 +193,9 @@ TEST(NetworkLuresThemselves, AreReadAsFarAsTheyHoldSoundOrPicturesThemselves) {
     MovieRig rig;
     EXPECT_TRUE(rig.open(mov)) << rig.reason;
     test::RigLoop loop;
-    SoundStation station(loop, true);
+    DesktopStation station(loop, true);
     {
-        DesktopMciControl control(station);
+        OutputMciControl control(station);
         control.FileName(mkv);
         control.Command("Open");
         control.TimeFormat(kFormatMilliseconds);

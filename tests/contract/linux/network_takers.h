@@ -20,6 +20,9 @@ namespace corvane::test {
 /// Who takes a lure at its word when nothing forbids it. Nobody: no library here does; others read such lists.
 enum class Taker { Sounds, Movies, Nobody };
 
+/// Of lists of streams under a name of another kind: from version 7 on, FFmpeg knows them by their own names alone.
+constexpr Taker kMisnamedLists = LIBAVFORMAT_VERSION_MAJOR < 61 ? Taker::Sounds : Taker::Nobody;
+
 /// Those that somebody here takes.
 template <class Lures>
 auto takenOf(const Lures& lures) {

@@ -10,7 +10,7 @@
 #include "contract/linux/mci_rig.h"
 #include "contract/linux/movie_sound_rig.h"
 #include "contract/linux/tone_steps.h"
-#include "linux/media/sound/desktop_mci_control.h"
+#include "linux/media/desktop_station.h"
 #include "media/midi/midi_sound.h"
 #include "media/sound/file_sound.h"
 #include "unit/linux/cd_image.h"
@@ -54,8 +54,8 @@ protected:
         if (!HeardServer::exists()) GTEST_SKIP() << "no sound server to start";
         ASSERT_TRUE(server.start());
         std::ofstream(folder.path() / "stairs.mid", std::ios::binary) << stairs();
-        station = std::make_unique<SoundStation>(loop, false);
-        control = std::make_unique<DesktopMciControl>(*station);
+        station = std::make_unique<DesktopStation>(loop, false);
+        control = std::make_unique<OutputMciControl>(*station);
         control->FileName(GetParam().begins < 0 ? (folder.path() / "stairs.mid").string()
                                                 : test::soundData(GetParam().name));
         control->Command("Open");
@@ -118,8 +118,8 @@ protected:
     HeardServer server;
     test::ScratchFolder folder;
     test::RigLoop loop;
-    std::unique_ptr<SoundStation> station;
-    std::unique_ptr<DesktopMciControl> control;
+    std::unique_ptr<DesktopStation> station;
+    std::unique_ptr<OutputMciControl> control;
     std::vector<std::pair<HeardServer::Steady::time_point, int>> notes;
 };
 
@@ -159,9 +159,9 @@ TEST(PositionOfASequence, IsKeptToFiveMillisecondsThroughSeeksAndPauses) {
     constexpr int kExact = 5;
     test::offscreenApplication();
     test::RigLoop loop;
-    SoundStation station(loop, true);
+    DesktopStation station(loop, true);
     {
-        DesktopMciControl control(station);
+        OutputMciControl control(station);
         control.FileName(test::soundSample("chime.mid"));
         control.Command("Open");
         control.TimeFormat(kFormatMilliseconds);

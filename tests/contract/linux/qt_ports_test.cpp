@@ -13,10 +13,10 @@
 #include "contract/files_contract.h"
 #include "contract/pictures_contract.h"
 #include "contract/timers_contract.h"
-#include "linux/files/qt_files.h"
-#include "linux/media/ui_post.h"
+#include "files/posix_files.h"
 #include "linux/pictures/qt_pictures.h"
 #include "linux/qt_loop.h"
+#include "linux/qt_post.h"
 #include "linux/qt_time.h"
 #include "unit/linux/offscreen.h"
 
@@ -75,7 +75,7 @@ public:
 
 private:
     test::TemporaryFolder folder_;
-    QtFiles files_;
+    PosixFiles files_;
     rlimit before_{};
     bool limited_ = false;
 };
@@ -97,7 +97,7 @@ public:
 
 private:
     test::TemporaryFolder folder_;
-    UiPost post_{loop()};
+    QtPost post_{loop()};
     QtPictures pictures_{post_};
 };
 
@@ -154,8 +154,8 @@ TEST(LocalClock, TellsTheTimeOfItsZoneNotThatOfGreenwich) {
     }
 }
 
-TEST(QtFiles, ANameOfTensOfThousandsOfFoldersIsRefusedAtOnce) {
-    QtFiles files;
+TEST(PosixFiles, ANameOfTensOfThousandsOfFoldersIsRefusedAtOnce) {
+    PosixFiles files;
     for (const std::string part : {"/a", "/.", "/.."}) {
         std::string path;
         for (int i = 0; i < 40'000; ++i) path += part;

@@ -8,7 +8,7 @@
 #include "contract/linux/mci_rig.h"
 #include "contract/linux/network_lures.h"
 #include "contract/linux/network_takers.h"
-#include "linux/media/sound/desktop_mci_control.h"
+#include "linux/media/desktop_station.h"
 #include "unit/linux/cd_image.h"
 
 namespace corvane {
@@ -41,13 +41,13 @@ class SoundNetworkTest : public testing::TestWithParam<Lure> {};
 TEST_P(SoundNetworkTest, OpensNoConnection) {
     test::offscreenApplication();
     test::RigLoop loop;
-    SoundStation station(loop, true);
+    DesktopStation station(loop, true);
     const Listener listener;
     const test::ScratchFolder folder;
     const std::string path = layOut(GetParam(), folder, listener);
 
     bool failed = false;
-    DesktopMciControl control(station);
+    OutputMciControl control(station);
     control.Failed.tie([&](const std::string& reason) {
         failed = true;
         EXPECT_NE(reason, "");
@@ -75,7 +75,7 @@ constexpr Lure kLures[] = {
     {"stream.m3u8", "#EXTM3U\n#EXT-X-TARGETDURATION:10\n#EXTINF:10,\nhttp://127.0.0.1:@/a.ts\n#EXT-X-ENDLIST\n",
      Taker::Sounds},
     {"stream.mp3", "#EXTM3U\n#EXT-X-TARGETDURATION:10\n#EXTINF:10,\nhttp://127.0.0.1:@/a.ts\n#EXT-X-ENDLIST\n",
-     Taker::Sounds},
+     test::kMisnamedLists},
     {"list.pls", "[playlist]\nFile1=http://127.0.0.1:@/a.mp3\nNumberOfEntries=1\n", Taker::Movies},
     {"session.sdp",
      "v=0\no=- 0 0 IN IP4 127.0.0.1\ns=x\nc=IN IP4 127.0.0.1\nt=0 0\nm=audio @ RTP/AVP 0\n"
@@ -96,9 +96,9 @@ INSTANTIATE_TEST_SUITE_P(Lures, SoundNetworkControl, testing::ValuesIn(test::tak
 TEST(SoundNetworkNameTest, ANameLikeAnAddressIsAFilesName) {
     test::offscreenApplication();
     test::RigLoop loop;
-    SoundStation station(loop, true);
+    DesktopStation station(loop, true);
     const Listener listener;
-    DesktopMciControl control(station);
+    OutputMciControl control(station);
     bool failed = false;
     control.Failed.tie([&](const std::string& /*reason*/) { failed = true; });
     control.FileName("http://127.0.0.1:" + listener.port() + "/a.mp3");

@@ -14,8 +14,9 @@
 
 #include "contract/linux/mci_rig.h"
 #include "contract/sound_devices_contract.h"
-#include "linux/media/sound/desktop_mci_control.h"
-#include "linux/media/sound/sound_devices.h"
+#include "linux/media/desktop_station.h"
+#include "linux/qt_post.h"
+#include "media/sound/sound_devices.h"
 
 namespace corvane {
 namespace {
@@ -71,7 +72,7 @@ class ServedSoundStage : public SoundStage {
 public:
     ServedSoundStage(bool reached) : reached_(reached && haveServer()) {
         if (reached_) server_.start();
-        sound_ = std::make_unique<PulseSoundDevices>(&loop_);
+        sound_ = std::make_unique<PulseSoundDevices>(QtPost(loop_));
     }
     EventLoop& loop() override { return loop_; }
     bool waitFor(const std::function<bool()>& condition, int atMostMs) override {
@@ -157,9 +158,9 @@ TEST_F(SoundServerTest, AVolumeIsFoundAgainWhenTheServerReturns) {
 TEST_F(SoundServerTest, PlaysOnInSilenceAndIsHeardAgain) {
     server.start();
     test::RigLoop loop;
-    SoundStation station(loop, false);
+    DesktopStation station(loop, false);
     {
-        DesktopMciControl control(station);
+        OutputMciControl control(station);
         int done = 0;
         control.Done.tie([&](int /*code*/) { ++done; });
         control.FileName(test::soundSample("scale.wav"));
@@ -182,9 +183,9 @@ TEST_F(SoundServerTest, PlaysOnInSilenceAndIsHeardAgain) {
 TEST_F(SoundServerTest, AServerThatHangsHoldsNothingUpAndIsHeardWhenItGoesOn) {
     server.start();
     test::RigLoop loop;
-    SoundStation station(loop, false);
+    DesktopStation station(loop, false);
     {
-        DesktopMciControl control(station);
+        OutputMciControl control(station);
         int done = 0;
         control.Done.tie([&](int /*code*/) { ++done; });
         control.FileName(test::soundSample("scale.wav"));
@@ -206,11 +207,11 @@ TEST_F(SoundServerTest, AServerThatHangsHoldsNothingUpAndIsHeardWhenItGoesOn) {
         server.hang(true);
         QElapsedTimer clock;
         clock.start();
-        DesktopMciControl control(station);
+        OutputMciControl control(station);
         control.FileName(test::soundSample("scale.wav"));
         control.Command("Open");
         control.Command("Play");
-        PulseSoundDevices sound(&loop);
+        PulseSoundDevices sound(QtPost{loop});
         EXPECT_EQ(sound.waveOutGetVolume(), std::nullopt);
         EXPECT_LT(clock.elapsed(), 2'000) << "nobody waits for it";
         EXPECT_TRUE(test::waitUntil([&] { return control.Position() > 500; }, 10'000)) << "it plays by the clock";
@@ -222,7 +223,7 @@ TEST_F(SoundServerTest, AServerThatHangsHoldsNothingUpAndIsHeardWhenItGoesOn) {
 TEST_F(SoundServerTest, AStreamIsGivenBackWhenNothingPlays) {
     server.start();
     test::RigLoop loop;
-    SoundStation station(loop, false);
+    DesktopStation station(loop, false);
     station.output.warmUp();
     EXPECT_TRUE(test::waitUntil([&] { return server.streams() == 1; }, 3000));
     EXPECT_TRUE(test::waitUntil([&] { return server.streams() == 0; }, 15'000));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "windows/idle_state.h"
+#include "winapi/idle_state.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "contract/windows/media_rig.h"
-#include "windows/media/media_file.h"
-#include "windows/media/sound/windows_mci_control.h"
+#include "winapi/media_file.h"
+#include "winapi/sound/windows_mci_control.h"
 
 namespace corvane {
 namespace {
@@ -48,7 +48,7 @@ protected:
     }
 
     WindowsLoop loop_;
-    MciStation station_{loop_};
+    MciStation station_{loop_, loop_.uiPost()};
     WindowsMciControl control_{station_};
     test::ScratchFolder folder_;
     std::string reason_;

@@ -5,8 +5,8 @@
 #include <optional>
 
 #include "contract/windows/media_rig.h"
-#include "windows/handle.h"
-#include "windows/media/sound/windows_mci_control.h"
+#include "winapi/handle.h"
+#include "winapi/sound/windows_mci_control.h"
 
 namespace corvane {
 namespace {
@@ -46,7 +46,7 @@ protected:
     }
 
     WindowsLoop loop_;
-    std::optional<MciStation> made_{std::in_place, loop_};
+    std::optional<MciStation> made_{std::in_place, loop_, loop_.uiPost()};
     MciStation& station_ = *made_;
     WindowsMciControl control_{station_};
     std::shared_ptr<Handle> answers_ = std::make_shared<Handle>(CreateEventW(nullptr, TRUE, FALSE, nullptr));

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contract/mci_control_contract.h"
 #include "contract/windows/media_rig.h"
-#include "windows/media/sound/windows_mci_control.h"
+#include "winapi/sound/windows_mci_control.h"
 
 namespace corvane {
 namespace {
@@ -11,7 +11,7 @@ using test::sample;
 /// Media that makes multimedia controls only.
 class SoundsOnly : public Media {
 public:
-    explicit SoundsOnly(WindowsLoop& loop) : station_(loop) {}
+    explicit SoundsOnly(WindowsLoop& loop) : station_(loop, loop.uiPost()) {}
     std::unique_ptr<MciControl> makeMciControl() override { return std::make_unique<WindowsMciControl>(station_); }
     std::unique_ptr<MovieControl> makeMovieControl(Form& /*form*/) override { return nullptr; }
 

@@ -10,7 +10,7 @@ namespace {
 /// Media that makes movie controls only, each shown in the host.
 class MoviesOnly : public Media {
 public:
-    MoviesOnly(WindowsLoop& loop, Windows& windows) : loop_(loop), post_(loop), windows_(windows) {}
+    MoviesOnly(WindowsLoop& loop, Windows& windows) : loop_(loop), post_(loop.uiPost()), windows_(windows) {}
     ~MoviesOnly() override { post_.stop(); }
     std::unique_ptr<MciControl> makeMciControl() override { return nullptr; }
     std::unique_ptr<MovieControl> makeMovieControl(Form& form) override {

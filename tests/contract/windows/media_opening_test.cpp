@@ -123,16 +123,25 @@ TEST_F(OpenedMovie, AFileWithoutAPicturePlaysAllTheSame) {
     EXPECT_TRUE(rig_.until([&] { return rig_.control->CurrentPosition() > 0.5; }));
 }
 
+/// The sample with its sound's stream hidden. Two graphs that are made and let go at once share a device of Wine's
+/// DirectSound, which is then freed twice and takes the heap with it: only one of those opened together may have sound.
+std::string silentMovie() {
+    std::string bytes = bytesOf(sample("colours.avi"));
+    return bytes.replace(bytes.find("auds"), 4, "none");
+}
+
 /// WIN-26: Of many movies opened one after the other only the last is told of; one without a picture plays
 TEST_F(OpenedMovie, OnlyTheLastOfManyFilesIsToldOf) {
+    const std::string silent = folder_.write("silent.avi", silentMovie());
     rig_.control->FileName(sample("NOTES.txt"));
-    rig_.control->FileName(sample("bars.mpg"));
+    rig_.control->FileName(silent);
     rig_.control->FileName(sample("clip.mov"));
     ASSERT_TRUE(rig_.until([&] { return rig_.opened > 0; }, 15'000));
     rig_.until([] { return false; }, 500);
     EXPECT_EQ(rig_.opened, 1);
     EXPECT_EQ(rig_.reason, "");
     EXPECT_EQ(rig_.control->FileName(), sample("clip.mov"));
+    EXPECT_TRUE(rig_.open(silent)) << rig_.reason;  // it would have been told of
 }
 
 /// WIN-24

@@ -2,8 +2,7 @@
 #include "contract/pictures_contract.h"
 #include "contract/windows/media_rig.h"
 #include "pictures/picture_budget.h"
-#include "windows/media/ui_post.h"
-#include "windows/pictures/windows_pictures.h"
+#include "winapi/pictures/windows_pictures.h"
 
 namespace corvane {
 namespace {
@@ -43,7 +42,7 @@ public:
 
 private:
     test::ScratchFolder folder_;
-    UiPost post_{loop_};
+    UiPost post_ = loop_.uiPost();
     WindowsPictures pictures_{post_};
 };
 
@@ -80,7 +79,7 @@ protected:
 
     test::ScratchFolder folder_;
     WindowsLoop loop_;
-    UiPost post_{loop_};
+    UiPost post_ = loop_.uiPost();
     WindowsPictures pictures_{post_};
 };
 

@@ -7,8 +7,8 @@
 #include <functional>
 #include <string>
 
-#include "windows/text.h"
-#include "windows/windows_loop.h"
+#include "winapi/program/windows_loop.h"
+#include "winapi/text.h"
 
 namespace corvane::test {
 

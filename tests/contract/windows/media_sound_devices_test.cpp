@@ -5,7 +5,7 @@
 
 #include "contract/sound_devices_contract.h"
 #include "contract/windows/media_rig.h"
-#include "windows/media/sound/windows_sound_devices.h"
+#include "winapi/sound/windows_sound_devices.h"
 
 namespace corvane {
 namespace {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contract/native_dialog_contract.h"
 #include "contract/windows/media_rig.h"
+#include "winapi/text.h"
 #include "windows/native/native_form_window.h"
-#include "windows/text.h"
 
 namespace corvane {
 namespace {

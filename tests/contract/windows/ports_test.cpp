@@ -3,7 +3,7 @@
 #include "contract/files_contract.h"
 #include "contract/timers_contract.h"
 #include "unit/windows/folder_rig.h"
-#include "windows/windows_time.h"
+#include "winapi/program/windows_time.h"
 
 namespace corvane {
 namespace {

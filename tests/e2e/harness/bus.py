@@ -40,6 +40,18 @@ class Bus:
                                           int(seconds * SLACK * 1000), None)
         return reply.unpack()
 
+    def tell(self, method, interface=PLAYER, name=NAME, path=OBJECT):
+        """Calls without waiting for the answer; returns when it was sent."""
+        at = time.monotonic()
+        self.connection.call(name, path, interface, method, None, None, Gio.DBusCallFlags.NO_AUTO_START, -1, None, None)
+        self.connection.flush_sync(None)
+        return at
+
+    def has(self, name):
+        """Whether somebody on it has that name."""
+        return self.call("NameHasOwner", GLib.Variant("(s)", (name,)), "org.freedesktop.DBus", "org.freedesktop.DBus",
+                         path="/org/freedesktop/DBus")[0]
+
     def state(self):
         """What it plays: (status, address, position in microseconds); ("", "", 0) while it is not on the bus."""
         try:

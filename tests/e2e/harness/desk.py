@@ -11,6 +11,7 @@ from screen import Screen
 
 from .expect import wait
 
+HANDS = ("mousemove", "mousedown", "mouseup", "click", "key", "keydown", "keyup", "type")  # of xdotool's commands
 COLOUR_TOLERANCE = 26  # of 255; decoders, scaling and colour matrices round
 
 
@@ -39,8 +40,13 @@ class Desk:
 
     def tool(self, *arguments, check=True):
         """One xdotool call; several of its commands may follow each other, `sleep` among them."""
-        words = ["xdotool", *map(str, arguments)]
-        return subprocess.run(words, env=self.session.environment, check=check, capture_output=True, text=True, timeout=60).stdout
+        words = list(map(str, arguments))
+        if words[0] == "mousemove" and self.session.hands:
+            # No hand presses in the very moment in which it arrives, and no compositor counts on it.
+            words = [*self.session.before_moves, *words[:3], "sleep", "0.05", *words[3:]]
+        words.insert(0, "xdotool")
+        environment = {**self.session.environment, **(self.session.hands if any(each in HANDS for each in arguments) else {})}
+        return subprocess.run(words, env=environment, check=check, capture_output=True, text=True, timeout=60).stdout
 
     # Windows.
 

@@ -133,6 +133,15 @@ class Dragging:
         self._tell(window.id, "XdndPosition", 0, int(place[0]) << 16 | int(place[1]), 0, self._atom("XdndActionCopy"))
         self._tell(window.id, "XdndDrop", 0, 0)
 
+    def paste(self, content, keys, seconds=3.0):
+        """Has copied a text, and serves whoever pastes it by the keys."""
+        text = self._atom("UTF8_STRING")
+        self._offered = {self._atom("TARGETS"): struct.pack("I", text), text: content}
+        self._x.XSetSelectionOwner(self._display, self._atom("CLIPBOARD"), self._own, 0)
+        self._x.XFlush(self._display)
+        keys()
+        self._serve(lambda event: False, seconds)
+
     def tell(self, window, name, *numbers):
         """A message as it comes, whatever it says; nothing is offered, and who asks is told so for a moment."""
         self._offered = {}

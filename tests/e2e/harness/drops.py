@@ -84,11 +84,12 @@ class FileManager:
         wait("the files' menu", lambda: np.abs(self.desk.wait_until_still(*self._view()) - before).max() > 60)
         self.desk.key("Down", "Return")
 
-    def drag_all_to(self, x, y):
-        """Drags every file of the folder to a point of the screen and lets go there."""
+    def drag_all_to(self, x, y, shift=False):
+        """Drags every file of the folder to a point of the screen and lets go there; with Shift held then, or without."""
         from_x, from_y = self.first_file()
         self.desk.drag((from_x, from_y), (x, y), steps=25, pause=0.03, release=False)
-        self.desk.tool("sleep", 0.2, "mousemove", int(x) + 1, int(y), "sleep", 0.2, "mouseup", 1)
+        held = ["keydown", "Shift_L", "sleep", 0.2] if shift else []
+        self.desk.tool(*held, "sleep", 0.2, "mousemove", int(x) + 1, int(y), "sleep", 0.2, "mouseup", 1, *(["sleep", 0.3, "keyup", "Shift_L"] if shift else []))
 
     def drag_text_to(self, x, y):
         """Drags the text of its address line, selected, to a point of the screen and lets go there: a text, no file."""

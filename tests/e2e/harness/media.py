@@ -7,10 +7,14 @@ import wave
 import numpy as np
 from PIL import Image
 
+from .expect import SLACK
 from .sound import RATE
 
 SECTOR_BYTES = 2352
 SECTORS_A_SECOND = 75
+PICTURES_A_SECOND = 25
+FEW_PICTURES_A_SECOND = 5  # under a checker: more would leave a slow program's panel no time to answer
+FIXED_RATES = (".mpg", ".mpeg", ".m1v", ".mpv", ".vob", ".ts", ".m2ts", ".mts")  # kinds that have no such rate
 
 
 def tone_samples(hz, seconds, level=0.4):
@@ -55,10 +59,15 @@ def picture(path, colour, size=(320, 240)):
     return path
 
 
+def picture_rate(path):
+    """Of a movie of that name, pictures a second."""
+    return PICTURES_A_SECOND if SLACK == 1 or path.suffix in FIXED_RATES else FEW_PICTURES_A_SECOND
+
+
 def movie(path, colour, hz, seconds, size=(320, 240)):
     """A movie of one colour and one tone; AVI with motion JPEG and PCM, else the extension's usual codecs."""
     codecs = ["-c:v", "mjpeg", "-q:v", "2", "-c:a", "pcm_s16le"] if path.suffix == ".avi" else []
-    encode(["-f", "lavfi", "-i", f"color=0x{colour[1:]}:s={size[0]}x{size[1]}:r=25:d={seconds}",
+    encode(["-f", "lavfi", "-i", f"color=0x{colour[1:]}:s={size[0]}x{size[1]}:r={picture_rate(path)}:d={seconds}",
             "-f", "lavfi", "-i", f"sine=frequency={hz}:duration={seconds}:sample_rate={RATE}", *codecs], path)
     return path
 
@@ -87,4 +96,4 @@ def write_disc(folder, sounds):
 
 def encode(inputs, path):
     command = ["ffmpeg", "-v", "error", "-y", *inputs, str(path)]
-    subprocess.run(command, check=True, stdin=subprocess.DEVNULL, timeout=60)
+    subprocess.run(command, check=True, stdin=subprocess.DEVNULL, timeout=60 * SLACK)

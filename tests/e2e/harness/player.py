@@ -1,8 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The program under test: its folder, its panel, its controls."""
 
-import os
-import pathlib
 import re
 import shutil
 import time
@@ -70,7 +68,10 @@ class Player:
     def start_another(self, *arguments, folder=None, **environment):
         """One more process beside it, on the same folder unless told otherwise; its end is looked at like the first one's."""
         folder = folder or self.folder
-        return self._runs.start([self.program, *arguments], {"CORVANE_FOLDER": str(folder), **environment}).process
+        process = self._runs.start([self.program, *arguments], {"CORVANE_FOLDER": str(folder), **environment}).process
+        patiently = process.wait
+        process.wait = lambda timeout=None: patiently(timeout and timeout * SLACK)
+        return process
 
     def wait_for_panel(self, seconds=START_SECONDS):
         """The last picture of the opening stands there as well: the panel is what is still there at the next look, or, where
@@ -118,6 +119,8 @@ class Player:
 
     def wait_for_no_box(self):
         wait("no box", lambda: not self.boxes())
+        if SLACK > 1:
+            self.texts()  # its window goes first; only who answers has left its loop, which keeps keys and clicks from the panel
 
     def running(self):
         return self.process is not None and self.process.poll() is None
@@ -258,15 +261,3 @@ def sink_volume(session):
 
 def set_sink_volume(session, *volumes):
     session.run(["pactl", "set-sink-volume", "nul", *map(str, volumes)])
-
-
-def process_count(program):
-    """How many processes run this program."""
-    count = 0
-    for entry in pathlib.Path("/proc").iterdir():
-        if entry.name.isdigit():
-            try:
-                count += os.path.samefile(entry / "exe", program)
-            except OSError:
-                continue
-    return count

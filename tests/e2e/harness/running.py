@@ -45,6 +45,15 @@ class HeapWatch(NoWatch):
         loaded = " ".join(filter(None, (wanted.get("LD_PRELOAD"), MALLOC_CHECKER)))
         return {"MALLOC_PERTURB_": "165", "GLIBC_TUNABLES": "glibc.malloc.check=3", "LD_PRELOAD": loaded}
 
+    def found(self, folder):
+        """What a sanitized program said is kept behind the beginning of a name that CORVANE_REPORTS tells, a file a process:
+        confined as it is, it can write no report there itself."""
+        kept = os.environ.get("CORVANE_REPORTS")
+        if kept and not self._possible:
+            for log in folder.glob("program*.log"):
+                shutil.copy(log, ".".join((kept, *folder.parts[-3:], log.stem)))  # the session's name tells runs apart
+        return ""
+
 
 @functools.cache
 def is_sanitized(program):

@@ -1,9 +1,12 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Recognises which file of a list is open: by what the panel tells, by ear and by eye, all at one time."""
 
-from .expect import StoryFailure, wait
+import collections
+
+from .expect import StoryFailure, equal, wait
 from .sound import same_pitch
 
+Entry = collections.namedtuple("Entry", "path kind tones colour")  # of a list: see lacking()
 NEXT_SECONDS = 8  # for the next file to be heard or seen: a busy machine
 
 
@@ -57,3 +60,15 @@ def wait_for_entry(stage, number, entry, seconds=NEXT_SECONDS):
         wait("its signs", complete, seconds)
     except StoryFailure:
         raise StoryFailure(f"file {number} ({entry.path.name}) not within {seconds:g} s: {reasons[-1]}") from None
+
+
+def play_through(stage, entries):
+    """Until each entry of the list that plays has been told with its title, heard and seen, in order, and the list's end; no box was
+    put up."""
+    stage.desk.rest()
+    for number, entry in enumerate(entries, 1):
+        wait_for_entry(stage, number, entry)
+        equal(told(stage, "Tittle"), entry.path.stem, "the title")
+    wait_for_told(stage, "FileNo", "001")
+    stage.sound.wait_for_silence()
+    equal(stage.player.boxes(), [], "boxes")

@@ -14,9 +14,12 @@ from .expect import StoryFailure, wait
 RATE = 44100
 FRAME_BYTES = 4  # two channels of 16 bits
 WINDOW, HOP = 4096, 512  # 93 ms, 12 ms
+BLOCK = 220  # samples, 5 ms
 QUIET = 0.004  # root mean square of a full scale of 1
 SAME_PITCH = 0.02  # a part of the frequency; a semitone is 0.059
 LOWEST_HZ, HIGHEST_HZ = 150, 5000
+UNSTEADY = -1.0  # a pitch that is none: something sounds, but too little of it
+LEAST_HEARD = 0.03  # seconds: with less, the peak of a tone of LOWEST_HZ lies anywhere (up to 23 ms), and of 440 Hz up to 8
 LENGTH_ERROR = 0.4  # seconds: a busy machine begins a tone late; far less than one that is heard twice
 
 
@@ -50,6 +53,15 @@ def pitch(samples):
     left, middle, right = np.log(spectrum[peak - 1 : peak + 2] + 1e-12)
     bend = left - 2 * middle + right
     return (peak + (0.5 * (left - right) / bend if bend else 0.0)) * RATE / len(samples)
+
+
+def pitch_of_moment(samples):
+    """The same of a moment, 0 when it is quiet; UNSTEADY when what is heard in it is so little that it may be the rest of any
+    tone that has just ended, or the begin of one."""
+    blocks = samples[: len(samples) // BLOCK * BLOCK].reshape(-1, BLOCK)
+    loud = np.sqrt(np.mean(blocks**2, axis=1)) >= QUIET
+    hz = pitch(samples)
+    return UNSTEADY if hz and np.count_nonzero(loud) * BLOCK < LEAST_HEARD * RATE else hz
 
 
 def tones_in(samples, shortest=0.06):
@@ -121,7 +133,7 @@ class Recorder:
         return tuple(np.sqrt(np.mean(pairs**2, axis=0))) if len(pairs) else (0.0, 0.0)
 
     def pitch_now(self):
-        return pitch(self.samples(self.now() - 0.1))
+        return pitch_of_moment(self.samples(self.now() - 0.1))
 
     def wait_for(self, hz, seconds=6.0):
         """Until that tone sounds; returns about when it was heard."""

@@ -9,12 +9,13 @@ import struct
 from PIL import Image
 
 from .expect import wait
-from .media import disc, encode, picture, steps, sweep_samples
+from .media import disc, encode, picture, picture_rate, steps, sweep_samples
 from .signs import middle_of_screen, told
 
 SECONDS = 8  # of each
 RATIO = 1.08  # from one second's tone to the next one's
 SAME = 0.02  # a part of the frequency
+LOOKS = 12  # that differ are told of a failure
 NOTE = 85  # the sequence's first; its notes are semitones
 NOTES_A_SECOND = 5
 OCARINA, TICKS = 79, 480
@@ -54,7 +55,7 @@ def write_movie(path, tones, size=(320, 240)):
     stills.mkdir()
     for second, colour in enumerate([*SHADES, SHADES[-1]]):  # the very last one is shown for a frame only
         Image.new("RGB", size, colour).save(stills / f"{second:02}.png")
-    encode(["-framerate", "1", "-i", str(stills / "%02d.png"), "-i", str(sound), "-vf", "fps=25", "-t", str(SECONDS),
+    encode(["-framerate", "1", "-i", str(stills / "%02d.png"), "-i", str(sound), "-vf", f"fps={picture_rate(path)}", "-t", str(SECONDS),
             "-c:v", "mjpeg", "-q:v", "2", "-c:a", "pcm_s16le"], path)
     return path
 
@@ -95,8 +96,9 @@ def wait_for_stair(stage, stairs, number, least=0, most=SECONDS, seconds=8):
     def found():
         place = second_of(stair, stage.sound.pitch_now()) if stair.tones else 0
         seen = second_seen(stage, stair) if stair.colours else None
-        looked[:] = [told(stage, "FileNo"), told(stage, "Display"), place, seen]
-        right = looked[:2] == [f"{number:03}", stair.kind] and place is not None and least <= place <= most
+        now = [told(stage, "FileNo"), told(stage, "Display"), place, seen]
+        looked[:] = [*looked, *([now] if looked[-1:] != [now] else [])][-LOOKS:]
+        right = now[:2] == [f"{number:03}", stair.kind] and place is not None and least <= place <= most
         return right and bool(stair.colours) == (seen is not None) and place + 1
 
     try:

@@ -118,6 +118,9 @@ class Theatre:
         shutil.rmtree(stage.seen, ignore_errors=True)
         try:
             why, skipped = play_once(told, stage, proof)
+            fallen = self.session.fallen()
+            if fallen:
+                why = f"{why}; of the private desktop ended by itself: {', '.join(fallen)}".lstrip("; ")
             if why:
                 return f"{why} (and then: {skipped})" if skipped else why
             shutil.rmtree(proof, ignore_errors=True)

@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The Windows program on the private desktop, under Wine."""
 
+import signal
 import time
 
 from wine import Wine, windows_path
@@ -10,8 +11,8 @@ from .player import Player
 from .running import NoWatch
 from .story import Theatre
 
-# Wine itself answers a signal; no message of it reaches the program.
-BY_A_SIGNAL = {1, 143, -15}
+# No message of a signal reaches the program: the system ends its process. Whatever else ends it is its own doing.
+BY_A_SIGNAL = {-signal.SIGTERM}
 STANDS_SECONDS = 0.5
 FIRST_START_SECONDS = 60  # the desktop of a new server comes up with the first program
 

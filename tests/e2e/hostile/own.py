@@ -8,7 +8,7 @@ import os
 from . import pictures
 from .parts import noise, with_hole
 
-LIST, SETTINGS, SKIN, SHEET = "FILE00.INI", "KADO.INI", "DEFAULT.BMP", "DEFAULT.CSV"
+LIST, SETTINGS, SKIN, SHEET, RESUME = "FILE00.INI", "KADO.INI", "DEFAULT.BMP", "DEFAULT.CSV", "RESUME.INI"
 
 
 def bytes_at(name, content):
@@ -64,6 +64,44 @@ def lists():
         ("commas", bytes_at(LIST, entries(b"a" + b"," * 400, b","))),
         ("numbers", bytes_at(LIST, lines("FILELIST", [b"LIST-01=a|/a.wav", b"LIST99999999999=a|/a.wav", b"LIST000 =a|/a.wav", b" LIST001= a|/a.wav"]))),
         ("no_dots", bytes_at(LIST, entries(b"title|/no/dot", b"x|/", b"y|.", b"z|..", b"t|//"))),
+    ]
+
+
+def with_conveniences(name, content):
+    """Read by a player that has them on alone."""
+    write = bytes_at(name, content)
+
+    def write_both(folder):
+        bytes_at(SETTINGS, lines("KADO", [b"CONVENIENCES=ON"]))(folder)
+        write(folder)
+
+    return write_both
+
+
+def resumes():
+    """What goes on at the next start, and the entries behind the 256th one."""
+
+    def kept(*rows, entry=b"0", at=b"1000", places=()):
+        listed = [b"%s%d=%s" % (key, number, row) for number, row in enumerate(rows) for key in (b"TITLE", b"PATH")]
+        placed = [b"%d=%s" % (number, place) for number, place in enumerate(places)]
+        return lines("RESUME", [b"ENTRY=" + entry, b"OPENAT=" + at]) + lines("PLACES", placed) + lines("LIST", listed)
+
+    numbers = (b"-1", b"2147483647", b"-2147483648", b"99999999999999999999", b"1e9", b"nan", b"&HFFFFFFFF", b"")
+    odd = (b"/dev/zero", b"/proc/self/mem", b"/dev/tty", b"x", b"..", b"//", b"\x1b]0;x\x07", b"\xe2\x80\xaegnp.wav", b"\xff\xfe.wav", b"/" + b"a/" * 15_000 + b".wav", b"x" * 200_000 + b".wav", b"http://127.0.0.1:9/x.mp3", b"|", b"<img src=/x>.wav")
+    return [
+        *((f"{name}", with_conveniences(RESUME, content)) for name, content in contents("RESUME", "ENTRY")),
+        *((f"list_{name}", with_conveniences(RESUME, content)) for name, content in contents("LIST", "PATH0")),
+        *((name, with_conveniences(RESUME, write)) for name, write in kinds_of_place()),
+        *((f"entry_{n}", with_conveniences(RESUME, kept(b"/a.wav", b"/b.wav", entry=number))) for n, number in enumerate(numbers)),
+        *((f"at_{n}", with_conveniences(RESUME, kept(b"/a.wav", at=number, places=[number + b"|/a.wav"] * 3))) for n, number in enumerate(numbers)),
+        *((f"path_{n}", with_conveniences(RESUME, kept(path, path))) for n, path in enumerate(odd)),
+        ("crowd", with_conveniences(RESUME, kept(*[b"/a.wav"] * 200_000, entry=b"9998"))),
+        ("places", with_conveniences(RESUME, kept(b"/a.wav", places=[b"5|" + b"/x" * 9000] * 400))),
+        ("large", with_conveniences(RESUME, kept(*[b"/" + b"x" * 30_000] * 260))),
+        ("too_large", with_conveniences(RESUME, kept(*[b"/" + b"x" * 30_000] * 9999))),
+        ("behind_256", with_conveniences(LIST, entries(*[b"a.wav|/a.wav"] * 256, *(title + b".wav|" + path for title, path in zip(odd, odd[1:]))))),
+        ("behind_9999", with_conveniences(LIST, entries(*[b"a.wav|/a.wav"] * 12_000) + b"LIST99999=a|/a.wav\r\nLIST256=b|/b.wav\r\n")),
+        ("twice", with_conveniences(LIST, entries(*[b"a.wav|/a.wav"] * 300) + b"LIST256=b.wav|/b.wav\r\n" * 100_000)),
     ]
 
 
@@ -124,4 +162,4 @@ def bitmaps():
 
 @functools.cache
 def all_of(kind):
-    return {"lists": lists, "settings": settings, "skins": lambda: [*sheets(), *bitmaps()]}[kind]()
+    return {"lists": lists, "settings": settings, "resumes": resumes, "skins": lambda: [*sheets(), *bitmaps()]}[kind]()

@@ -112,6 +112,8 @@ def about(stage):
     check("VL Gothic" in told["Japanese fonts"], told["Japanese fonts"])
     for library in ("Qt", "libmpv", "FFmpeg", "FluidSynth", "libcdio", "libpulse", "libseccomp"):
         check(f"{library} " in told["Libraries"] and "missing" not in told["Libraries"], told["Libraries"])
+    without = told["Types without a decoder"].split(", ")
+    check(not {"FLAC", "OPUS", "MKV", "PNG", "WEBP", "SVG"} & set(without), f"types without a decoder: {without}")
     with socket.socket(socket.AF_UNIX) as silent:  # takes the connection and never says a word
         silent.bind(str(stage.folder / "silent"))
         silent.listen()

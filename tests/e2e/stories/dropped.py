@@ -89,6 +89,60 @@ def into_the_editor(stage):
     check(not found, "a text file was taken")
 
 
+# DROP-35, DROP-36, EDIT-107
+@story("drops: what is left out is told in one box: of opened files always, over the editor where nothing is played; a plain player is silent")
+def left_out(stage):
+    notes = stage.media / "notes"
+    (notes / "empty").mkdir(parents=True)
+    text = notes / "readme.txt"
+    text.write_text("nothing to play")
+    first, song = tone(stage.media / "first.wav", 880, 60), tone(stage.media / "song.wav", 440, 60)
+
+    def hand(*files):
+        equal(stage.player.start_another("--open", *files).wait(10), 0, "exit code of the later start")
+
+    def close_box(said):
+        stage.player.wait_for_box(said)
+        equal(len(stage.player.boxes()), 1, "boxes")
+        stage.leave_picture(said.split(":")[0].replace("/", "_")[-40:])
+        stage.desk.tool("windowfocus", "--sync", stage.player.boxes()[0].id)
+        stage.desk.key("Return")
+        stage.player.wait_for_no_box()
+        steady("no other box", lambda: not stage.player.boxes(), 0.8)
+
+    def hear_beside_box(hz, said):
+        if not stage.watch.command:  # of a slow program the box is there before the sound is open, which waits for it then
+            stage.sound.wait_for(hz)
+        close_box(said)
+        stage.sound.wait_for(hz)
+
+    stage.player.settings(CONVENIENCES="ON")
+    stage.player.start("--open", first, text)
+    hear_beside_box(880, "readme.txt: left out")
+    hand(text, song, notes / "gone.wav")
+    hear_beside_box(440, "gone.wav: left out, because there is no such file")
+    hand(notes / "empty", text)
+    close_box("empty: left out, because nothing in it can be played here")
+    stage.player.press(STOP)
+    stage.sound.wait_for_silence()
+    stage.player.press(EDITOR)
+    stage.accessibility.wait_for(stage.player.process.pid, name="PLAY LIST", role="list")
+    with FileManager(stage, notes) as files:
+        files.drag_all_to(*editor_aside(stage).middle)
+        close_box("readme.txt: left out, because it is none of the kinds that are played")
+    stage.desk.tool("windowfocus", "--sync", stage.player.wait_for_window("Play List").id)
+    stage.desk.key("Escape")
+    stage.player.wait_for_panel()
+    equal(stage.player.power_off(), 0, "exit code")
+
+    stage.player.settings()
+    stage.player.start(first)
+    hand(text, song)
+    stage.sound.wait_for(440)
+    steady("no box", lambda: not stage.player.boxes(), 0.8)
+    equal(stage.player.power_off(), 0, "exit code of the plain player")
+
+
 @story("opened: files opened from a file manager are played at once, whatever played")
 def from_a_file_manager(stage):
     songs = folder_of_songs(stage)

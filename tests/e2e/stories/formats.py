@@ -1,12 +1,10 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The formats that no other story plays, as entries of one list: each heard or seen to its end."""
 
-import collections
-
 from harness.expect import check, equal, steady, wait
 from harness.media import encode, movie, tone
 from harness.player import PLAY
-from harness.signs import told, wait_for_entry, wait_for_told
+from harness.signs import Entry, play_through, told, wait_for_told
 from harness.sound import LENGTH_ERROR
 from harness.story import story
 
@@ -27,8 +25,6 @@ MOVIES = {"qt": ("Quick Time File Now On Play", ["-f", "mov"]), "mpeg": ("Mpeg F
 COLOURS = ("#C83232", "#32A046", "#3250C8")
 REPEATED = 300  # times half a minute
 FIRST_HZ = 400  # of the list; each file is a good semitone higher
-
-Entry = collections.namedtuple("Entry", "path kind tones colour")
 
 
 def entries_of(folder):
@@ -57,13 +53,7 @@ def further_formats(stage):
     stage.player.save_list([entry.path for entry in entries])
     stage.player.start()
     stage.player.press(PLAY)
-    stage.desk.rest()
-    for number, entry in enumerate(entries, 1):
-        wait_for_entry(stage, number, entry)
-        equal(told(stage, "Tittle"), entry.path.stem, "the title")
-    wait_for_told(stage, "FileNo", "001")  # the list's end
-    stage.sound.wait_for_silence()
-    equal(stage.player.boxes(), [], "boxes")
+    play_through(stage, entries)
     heard = stage.sound.expect_exactly([entry.tones[0] for entry in entries if entry.tones], longest_gap=LONGEST_GAP)
     for entry, sounding in zip((entry for entry in entries if entry.tones), heard):
         check(abs(sounding.length - SECONDS) <= LENGTH_ERROR + CODER_SECONDS, f"{entry.path.name} was heard for {sounding.length:.2f} s")

@@ -6,6 +6,7 @@ import os
 import pathlib
 import re
 import subprocess
+import time
 
 from harness import PROJECT
 from harness.expect import check, equal, wait
@@ -25,8 +26,19 @@ def limit(stage, count):
 
 
 def first_beyond(stage):
-    """The lowest number of a descriptor above all that it has open."""
-    return 1 + max(int(entry.name) for entry in pathlib.Path(f"/proc/{stage.player.process.pid}/fd").iterdir())
+    """The lowest number of a descriptor above all that it has open, once it opens and closes none for a while."""
+    quiet = 0.3
+    known = since = None
+
+    def settled():
+        nonlocal known, since
+        now = {int(entry.name) for entry in pathlib.Path(f"/proc/{stage.player.process.pid}/fd").iterdir()}
+        if now != known:
+            known, since = now, time.monotonic()
+        return time.monotonic() - since >= quiet
+
+    wait("what it has open settles", settled, PLAYS)
+    return 1 + max(known)
 
 
 def check_panel(stage):

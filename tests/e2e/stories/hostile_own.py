@@ -110,6 +110,11 @@ def settings(stage):
     attack(stage, "settings")
 
 
+@story("hostile: what goes on at the next start and the ends of long lists, made by others, end in a panel or a box")
+def resumes(stage):
+    attack(stage, "resumes")
+
+
 @story("hostile: skins of others end in a panel or a box, and a good file plays")
 def skins(stage):
     attack(stage, "skins")

@@ -1,6 +1,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Pictures that were made to freeze or to bloat the player: the panel answers, memory stays, a good picture follows."""
 
+import base64
+import os
 import pathlib
 import struct
 import time
@@ -105,11 +107,54 @@ def answered(stage, what, act, condition):
 # PIC-28
 @story("pictures: hostile ones never hold the panel, and a good one follows")
 def hostile(stage):
+    each_and_a_good_one(stage, hostile_files(stage.media), INTERVAL=0, IMAGEHIDE="ON")
+
+
+# PIC-81, PIC-82
+@story("pictures: hostile drawings, endless ones among them, never hold the panel, and a good picture follows")
+def hostile_drawings(stage):
+    each_and_a_good_one(stage, drawings(stage.media), INTERVAL=0, IMAGEHIDE="ON", CONVENIENCES="ON")
+
+
+def drawings(folder):
+    """Some never end within a minute; some name themselves, other files, or parts of each other in a circle."""
+    names = 'xmlns="http://www.w3.org/2000/svg" xmlns:xlink="http://www.w3.org/1999/xlink"'
+    os.mkfifo(folder / "pipe")
+
+    def of(name, content, before=""):
+        path = folder / f"{name}.svg"
+        path.write_text(f'{before}<svg {names} width="1000" height="1000">{content}</svg>')
+        return path
+
+    def image(address):
+        return f'<image width="1000" height="1000" xlink:href="{address}"/>'
+
+    corners = "".join(f" L {i * 7919 % 1000} {i * 104729 % 1000}" for i in range(100_000))
+    steps = "".join(f'<g id="a{i}">' + f'<use xlink:href="#a{i - 1}"/>' * 10 + "</g>" for i in range(1, 12))
+    entities = '<!ENTITY e0 "aaaaaaaaaa">' + "".join(f'<!ENTITY e{i} "{f"&e{i - 1};" * 10}">' for i in range(1, 12))
+    return [
+        of("itself", image(folder / "itself.svg")),
+        of("pipe", image(folder / "pipe")),
+        of("endless", image("/dev/zero") + '<rect width="9" height="9"/>'),
+        of("nested", image("data:image/png;base64," + base64.b64encode(f"<svg {names}>{image(folder / 'itself.svg')}</svg>".encode()).decode())),
+        of("style", "", f'<?xml-stylesheet type="text/css" href="{folder / "pipe"}"?>'),
+        of("circle_of_uses", '<g id="a"><use xlink:href="#b"/></g><g id="b"><use xlink:href="#a"/></g>'),
+        of("many_uses", f'<defs><g id="a0"><rect width="900" height="900" fill-opacity="0.1"/></g>{steps}</defs><use xlink:href="#a11"/>'),
+        of("entities", "<text>&e11;</text>", f"<!DOCTYPE svg [{entities}]>"),
+        of("deep", "<g>" * 200_000 + "</g>" * 200_000),
+        of("circles", '<circle cx="500" cy="500" r="490" fill-opacity="0.01"/>' * 100_000),
+        of("many", "<g/>" * 5_000_000),
+        of("corners", f'<path fill-rule="evenodd" d="M0 0{corners}z"/>'),
+        of("strokes", f'<path fill="none" stroke="#000" stroke-width="200" stroke-linejoin="round" d="M0 0{corners}z"/>'),
+    ]
+
+
+def each_and_a_good_one(stage, files, **settings):
+    """Plays, stops and plays each; a good picture behind each is shown."""
     player = stage.player
-    player.settings(INTERVAL=0, IMAGEHIDE="ON")
+    player.settings(**settings)
     good = picture(stage.media / "good.bmp", GREEN)
     slowest = 0.0
-    files = hostile_files(stage.media)
     player.start(*[path for each in files for path in (each, good)])
     for index, each in enumerate(files):
         try:
@@ -136,7 +181,7 @@ def hostile(stage):
             raise StoryFailure(f"{each.name}: {failure}") from failure
     peak = peak_megabytes(stage)
     stage.leave_text("hostile_pictures", f"slowest answer {slowest:.2f} s, most memory {peak:.0f} MB, {len(files)} files\n")
-    check(peak < MOST_MEGABYTES, f"{peak:.0f} MB")
+    check(peak < MOST_MEGABYTES or stage.watch.command, f"{peak:.0f} MB")
     equal(player.power_off(), 0, "exit code")
 
 
@@ -200,7 +245,7 @@ def two_hundred(stage):
     x, y = middle_of_screen(stage)
     stage.desk.wait_for_colour(x - width // 2 + 20, y - height // 2 + 20, "#FFFFFF")
     stage.leave_picture("two_hundred_megapixels")
-    check(peak_megabytes(stage) < MOST_MEGABYTES, f"{peak_megabytes(stage):.0f} MB")
+    check(peak_megabytes(stage) < MOST_MEGABYTES or stage.watch.command, f"{peak_megabytes(stage):.0f} MB")
     answered(stage, "next", lambda: player.key("period"), lambda: [w.size for w in media_windows(stage)] == [(width, width // 3)])
     stage.leave_picture("the_next_one")
     equal(player.power_off(), 0, "exit code")

@@ -23,7 +23,7 @@ TEXT_BYTES = 4 << 20
 MOST_SECONDS_MORE = 0.5
 MOST_MEGABYTES_MORE = 8
 ANSWER_SECONDS = 2.0
-SIDE = 9000  # pixels
+SIDE = 6300  # pixels: of the most that are decoded
 
 
 def giants(folder):

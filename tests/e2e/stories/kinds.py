@@ -9,6 +9,7 @@ from harness.story import story
 
 FORWARD, BACK = 3, 1  # steps of a second
 PICTURE_SECONDS = 2
+NEARLY_A_SECOND = 0.88
 
 
 def start_list(stage, first=1, **settings):
@@ -49,7 +50,8 @@ def pause_step_and_go_on(stage, stairs, number):
     wait_for_stair(stage, stairs, number, 1, 1)
     stage.player.press(PAUSE)
     stage.sound.wait_for_silence()
-    last = [second for tone in stage.sound.tones(stage.sound.now() - 4) if (second := second_of(stair, tone.hz)) is not None][-1]
+    heard = [tone for tone in stage.sound.tones(stage.sound.now() - 4) if second_of(stair, tone.hz) is not None][-1]
+    last = second_of(stair, heard.hz)
     paused = stage.sound.now()
     for count in range(FORWARD):
         text = step(stage, NEXT)
@@ -63,8 +65,9 @@ def pause_step_and_go_on(stage, stairs, number):
     wanted = last + FORWARD - BACK
     stage.player.press(PLAY)
     first = second_of(stair, stage.sound.first_tone(paused).hz)
-    # A movie is stepped from the next whole second.
-    check(first in ((wanted, wanted + 1) if stair.colours else (wanted,)), f"{stair.path.name}: goes on at {first}, expected {wanted}")
+    # A movie is stepped from the next whole second; of a second that was heard to its end too little is left to be recognised.
+    may_be_next = stair.colours or heard.length > NEARLY_A_SECOND
+    check(first in ((wanted, wanted + 1) if may_be_next else (wanted,)), f"{stair.path.name}: goes on at {first}, expected {wanted}")
     wait_for_stair(stage, stairs, number, wanted + 1, wanted + 2)
 
 

@@ -378,13 +378,14 @@ def interval_field(stage):
     return wait("the interval", lambda: [each for each in nodes(stage, role="combo box") if each["label"] == "INTERVAL"])[0]
 
 
-def type_interval(stage, text):
+def type_interval(stage, text, leaves=True):
     """Types it and leaves the field."""
     x, y, _, height = interval_field(stage)["place"]
     stage.desk.click(x + 12, y + height // 2)
     stage.desk.key("ctrl+a")
     stage.desk.type(text)
-    stage.desk.key("Tab")
+    if leaves:
+        stage.desk.key("Tab")
 
 
 @story("editor: a typed interval counts from OK on, is held in its range, and is shown when the editor opens again")

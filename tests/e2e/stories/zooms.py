@@ -4,7 +4,7 @@
 from PIL import Image, ImageDraw
 
 from harness.desk import rgb
-from harness.expect import check, wait
+from harness.expect import SLACK, check, wait
 from harness.media import encode, picture
 from harness.player import PLAY
 from harness.story import story
@@ -28,11 +28,15 @@ def card(path, size):
     return path, size, frame
 
 
-def film(path, size, seconds=20):
+SECONDS = round(20 * max(1, SLACK / 2))  # of a movie: longer than anybody looks at it
+PICTURES_A_SECOND = 10 if SLACK == 1 else 2
+
+
+def film(path, size, seconds=SECONDS):
     """A silent movie of a card, every pixel as it is in the card."""
     still, _, frame = card(path.with_suffix(".png"), size)
     codec = {".avi": ["-c:v", "rawvideo", "-pix_fmt", "bgr24"], ".mov": ["-c:v", "qtrle", "-pix_fmt", "rgb24"]}[path.suffix]
-    encode(["-loop", "1", "-framerate", "10", "-t", str(seconds), "-i", str(still), *codec], path)
+    encode(["-loop", "1", "-framerate", str(PICTURES_A_SECOND), "-t", str(seconds), "-i", str(still), *codec], path)
     return path, size, frame
 
 
@@ -206,12 +210,16 @@ def zoomed_movies(stage):
 # MOVIE-12
 @story("movies: from the whole screen to a picture's window and back to the whole screen, and then to nothing")
 def full_screen_and_back(stage):
+    go_from_window_to_window(stage)
+
+
+def go_from_window_to_window(stage, **settings):
     screen = stage.desk.screen
     x, y = screen.width * 0.48, screen.height * 0.48
     shown, size, frame = film(stage.media / "small.avi", (320, 240))
     still = picture(stage.media / "still.bmp", CORNERS[0], (320, 240))
     place, scale = fitted(size, (screen.width, screen.height))
-    stage.player.settings(MOVIEZOOM=5, DELAYTIME=50, IMAGEHIDE="OFF")
+    stage.player.settings(MOVIEZOOM=5, DELAYTIME=50, IMAGEHIDE="OFF", **settings)
     stage.player.start(shown, still, shown)
     stage.player.press(PLAY)
     stage.desk.move(screen.width * 0.55, screen.height * 0.55)

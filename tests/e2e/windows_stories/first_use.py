@@ -4,6 +4,7 @@
 import re
 import shutil
 
+from harness import PROJECT
 from harness.expect import check, equal, steady, wait
 from harness.looks import wait_for_exact_panel
 from harness.media import movie, picture, steps, tone
@@ -11,17 +12,25 @@ from harness.player import AUTO_LAMP, EDITOR, PLAY, STOP, read_profile
 from harness.story import story
 
 RED, GREEN, BLUE = "#C83232", "#32A046", "#3250C8"
-# Middles of controls in the editor, pixels of a window of the size it is laid out for.
-ADD_ALL, LIST_NAME, SAVE, OK = (484, 130), (645, 441), (804, 440), (708, 495)
-EDITOR_SIZE = (860, 520)
+# Controls of the editor, as its kept text names them.
+ADD_ALL, LIST_NAME, SAVE, OK = "cmdFileList(3)", "txtListName", "cmdFileList(1)", "cmdFileList(6)"
+LAYOUT = (PROJECT / "tests" / "data" / "forms" / "editor.txt").read_text(encoding="utf-8").splitlines()
 
 
-def click_in_editor(stage, window, place):
-    """Clicks a place of the editor, which may be larger than it was laid out."""
+def laid_out(name):
+    """Left, top, width, height of a control or, as the first, of the form, in the units of its text."""
+    line = next(line for line in LAYOUT if line.startswith(f"{name} kind "))
+    return [int(number) for number in re.search(r" at (-?\d+),(-?\d+) (\d+)x(\d+)", line).groups()]
+
+
+def click_in_editor(stage, window, name):
+    """Clicks the middle of a control; the editor may be larger than it was laid out."""
     told = stage.session.run(["xwininfo", "-id", str(window.id)])  # inside the frame, unlike other tools
     left, top = (int(re.search(rf"Absolute upper-left {axis}:\s+(-?\d+)", told)[1]) for axis in "XY")
-    width, height = EDITOR_SIZE
-    stage.desk.click(left + place[0] * window.width // width, top + place[1] * window.height // height)
+    x, y, control_width, control_height = laid_out(name)
+    width, height = laid_out("frmFileList")[2:]
+    stage.desk.click(left + (x + control_width // 2) * window.width // width,
+                     top + (y + control_height // 2) * window.height // height)
 
 
 def answer_box(stage, key):
@@ -93,6 +102,8 @@ def editor(stage):
         window = player.wait_for_window("Play List", 15)
         stage.desk.wait_until_still(window.x, window.y, *window.size, seconds=10)
         click_in_editor(stage, window, ADD_ALL)
+        stage.desk.rest()
+        stage.leave_picture("editor")
         click_in_editor(stage, window, LIST_NAME)
         stage.desk.type("Evening")
         click_in_editor(stage, window, SAVE)
@@ -113,6 +124,38 @@ def editor(stage):
         song.unlink()
 
 
+# WIN-75: A dialog that is made larger or smaller is drawn as a whole
+@story("windows: the editor made larger shows all its controls, and made smaller again looks as before")
+def resized(stage):
+    player = stage.player
+    folder = stage.media / "album"
+    folder.mkdir(parents=True)
+    player.settings(CONVENIENCES="ON")
+    player.save_list([tone(folder / "one.wav", 440, 3), tone(folder / "two.mp3", 554, 4), picture(folder / "red.bmp", RED)])
+    player.start()
+    player.press(EDITOR)
+    window = player.wait_for_window("Play List", 15)
+    stage.desk.tool("windowmove", "--sync", window.id, 0, 20)
+    stage.desk.rest()
+
+    def seen():
+        now = player.wait_for_window("Play List", 15)
+        stage.desk.wait_until_still(now.x, now.y, *now.size, seconds=10)
+        return stage.desk.area(now.x, now.y, *now.size)
+
+    before = seen()
+    height, width = before.shape[:2]
+    stage.desk.tool("windowsize", window.id, 1200, 800)
+    wait("it is larger", lambda: player.wait_for_window("Play List", 15).size[0] > width + 200)
+    larger = seen()
+    stage.leave_picture("larger")
+    for name, part in {"the status line": larger[-60:, :200], "the last buttons": larger[-120:, -110:]}.items():
+        check((part.max(axis=2) < 110).sum() > 40, f"{name} shows no text")
+    stage.desk.tool("windowsize", window.id, width, height)
+    wait("it looks as before", lambda: (now := seen()).shape == before.shape and (now != before).any(axis=2).sum() == 0, 15)
+    stage.leave_picture("as_before")
+
+
 # WIN-32: Settings are kept for the next start
 @story("windows: settings are kept and in force at the next start")
 def settings(stage):
@@ -122,6 +165,7 @@ def settings(stage):
     player.desk.click(*player.middle(21))
     window = player.wait_for_window("Custom Setup", 15)
     stage.desk.wait_until_still(window.x, window.y, *window.size, seconds=10)
+    stage.leave_picture("settings")
     stage.desk.key("alt+a")  # Auto Start
     stage.desk.key("Return")
     wait("the setting is stored", lambda: player.setting("AUTOPLAY") == "ON", 10)

@@ -12,6 +12,7 @@ from harness.story import story
 SAFE = {"advapi32.dll", "comctl32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll", "oleaut32.dll", "shell32.dll",
         "user32.dll"}
 HEADERS = ["x86_64-w64-mingw32-objdump", "-p"]
+GUARD = b"*** stack smashing detected ***"  # what a guarded frame would say: linked where there is one, and only there
 
 
 # WIN-51: No library is taken from the program's folder
@@ -23,3 +24,4 @@ def hardened(stage):
     check("kernel32.dll" in imports, "the file tells its libraries")
     for flag in ("HIGH_ENTROPY_VA", "DYNAMIC_BASE", "NX_COMPAT"):
         check(flag in told, f"{flag} is not set")
+    check(GUARD in stage.player.program.read_bytes(), "no frame is guarded")

@@ -132,23 +132,32 @@ class Hands:
     def answered(self, name, act):
         """Acts, and waits for the panel's answer: another number, or a box. True: another number."""
         before, begun = self.number(), time.monotonic()
-
-        def moved():
-            return np.abs(self.number() - before).max() > 60
-
         act()
-        wait("the panel's answer", lambda: moved() or self.box(), ANSWER_SECONDS)
+        wait("the panel's answer", lambda: self.moved(before) or self.box(), ANSWER_SECONDS)
         self.slowest = max(self.slowest, (time.monotonic() - begun, name))
-        return moved()
+        return self.moved(before)
+
+    def moved(self, before):
+        """Another number stands on the panel; a box that lies over it shows none."""
+        return np.abs(self.number() - before).max() > 60 and not self.box()
 
     def box(self):
         boxes = self.player.boxes()
         return boxes[0] if boxes else None
 
     def ignore(self, box):
+        """Also a box that only tells, as of a folder that holds nothing."""
         self.boxed += 1
         self.stage.desk.focus(box)
         self.stage.desk.key("alt+i")
+        try:
+            wait("the box goes", lambda: all(each.id != box.id for each in self.player.boxes()), LOOK_SECONDS)
+        except StoryFailure:
+            self.close(box)
+
+    def close(self, box):
+        self.stage.desk.focus(box)
+        self.stage.desk.key("Return")
         wait("the box goes", lambda: all(each.id != box.id for each in self.player.boxes()), ANSWER_SECONDS)
 
     def leave(self, name):
@@ -163,7 +172,7 @@ class Hands:
         box = box or self.box()  # it came just then
         if box:
             self.answered(name, lambda: self.ignore(box))
-        wait("the number of the file behind it", lambda: np.abs(self.number() - before).max() > 60, ANSWER_SECONDS)
+        wait("the number of the file behind it", lambda: self.moved(before), ANSWER_SECONDS)
 
     def hear(self, hz):
         if self.stage.sound.pitch_now() == 0:
@@ -221,7 +230,7 @@ def by_hand_over(stage):
     player, goods = stage.player, good_files(stage)
     files = [each for each in hostile_files(stage.media) if each.rpartition("\\")[2] not in SPUN]
     player.settings(INTERVAL=0, DELAYTIME=0)
-    player.start()
+    player.start("--open")  # by the ways of the starts that hand over: one list of kinds
     hands, left_out = Hands(stage), 0
     for index, each in enumerate(files):
         try:
@@ -231,6 +240,7 @@ def by_hand_over(stage):
             wait("the title of the next list", lambda: np.abs(player.look(TITLE_RECORD) - before).max() > 60, ANSWER_SECONDS)
             if player.log().count(": left out, because") > left_out:
                 left_out = player.log().count(": left out, because")
+                hands.close(wait("the box that tells of it", hands.box, ANSWER_SECONDS))
             else:
                 hands.leave(each)
             hands.hear(TONES[index % 2])

@@ -27,6 +27,17 @@ protected:
     }
 };
 
+TEST_F(SkinChoice, F1AloneOpensTheManualMeanwhile) {
+    constexpr int kKeyF1 = 112, kKeyF2 = 113;
+    open();
+    for (const KeyArgs& other : {KeyArgs{kKeyF2, 0}, KeyArgs{kKeyF1, kShiftMask}}) {
+        machine.loop.enter([&] { found()->KeyDown.raise(other); });
+        EXPECT_EQ(machine.log.count("dialogs.help"), 0);
+    }
+    machine.loop.enter([&] { found()->KeyDown.raise({kKeyF1, 0}); });
+    EXPECT_EQ(machine.log.count("dialogs.help"), 1);
+}
+
 /// DIAL-38: A pair that cannot be shown is told in one box, nothing is stored and the dialog stays open
 /// COM-29
 TEST_F(SkinChoice, IsToldInOneBoxAndTheDialogStays) {

@@ -98,14 +98,16 @@ TEST_P(FormWithMedia, MayBeUnloadedByAMediaEvent) {
 }
 
 std::string formName(const ::testing::TestParamInfo<FormId>& info) {
-    static constexpr std::array<const char*, 8> kNames = {"Startup",     "MainPanel",   "MenuWindow", "MciWindow",
-                                                          "MovieWindow", "ImageWindow", "FileList",   "Custom"};
+    static constexpr std::array<const char*, kForms> kNames = {"Startup",     "MainPanel",   "MenuWindow", "MciWindow",
+                                                               "MovieWindow", "ImageWindow", "FileList",   "Custom",
+                                                               "Find",        "Conveniences"};
     return kNames.at(static_cast<std::size_t>(info.param));
 }
 
 INSTANTIATE_TEST_SUITE_P(Forms, EveryForm,
                          ::testing::Values(FormId::Startup, FormId::MainPanel, FormId::MenuWindow, FormId::MciWindow,
-                                           FormId::MovieWindow, FormId::ImageWindow, FormId::FileList, FormId::Custom),
+                                           FormId::MovieWindow, FormId::ImageWindow, FormId::FileList, FormId::Custom,
+                                           FormId::Find, FormId::Conveniences),
                          &formName);
 INSTANTIATE_TEST_SUITE_P(Forms, FormWithTimers,
                          ::testing::Values(FormId::Startup, FormId::MainPanel, FormId::MovieWindow, FormId::ImageWindow,

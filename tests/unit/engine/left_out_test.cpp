@@ -15,7 +15,7 @@ using Names = std::vector<std::string>;
 
 struct LeftOut : PlayerFixture {
     Names taken(const Names& named) {
-        return filesForList(machine.files, named, [this](const std::string& line) { told.push_back(line); });
+        return filesForList(player, named, [this](const std::string& line) { told.push_back(line); });
     }
     Names told;
 };
@@ -26,6 +26,16 @@ TEST_F(LeftOut, WhatAListTakesIsKeptInOrderAndTheRestTold) {
     EXPECT_EQ(taken({"/m/b.mp3", "", "/m/x.mp3", "/m/notes.txt", "/m/a.wav"}), (Names{"/m/b.mp3", "/m/a.wav"}));
     EXPECT_EQ(told, (Names{"/m/x.mp3: left out, because there is no such file",
                            "/m/notes.txt: left out, because it is none of the kinds that are played"}));
+}
+
+/// KIND-26: A file of a type of today that nothing on the machine decodes is left out, and its reason says so
+TEST_F(LeftOut, ATypeWithoutADecoderIsToldSo) {
+    EXPECT_EQ(taken({"/m/photo.avif"}), Names{});
+    player.conveniences.names = player.conveniences.kinds = true;
+    EXPECT_EQ(taken({"/m.x/photo.no 1.avif", "/m/a.b.txt"}), Names{});
+    EXPECT_EQ(told, (Names{"/m/photo.avif: left out, because it is none of the kinds that are played",
+                           "/m.x/photo.no 1.avif: left out, because nothing on this machine decodes AVIF",
+                           "/m/a.b.txt: left out, because it is none of the kinds that are played"}));
 }
 
 /// Each look-up may cost time of the user interface.

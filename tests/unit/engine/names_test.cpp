@@ -32,6 +32,23 @@ TEST(Names, TheBaseNameIsWhatStandsInFrontOfTheFirstDot) {
     EXPECT_EQ(GetBaseName(".mid"), "");
 }
 
+/// KIND-23: With NAMES the type is what follows the last dot of the file's own name, the title what is before it;
+///     without, the first dot of the whole path counts
+TEST(Names, WithTheConvenienceTheLastDotOfTheOwnNameCounts) {
+    Conveniences ways;
+    ways.names = true;
+    EXPECT_EQ(typeOf(ways, "/My.Music/My.Song (live).flac"), "FLAC");
+    EXPECT_EQ(typeOf(ways, "C:\\My.Music\\a b.Mp3"), "MP3");
+    EXPECT_EQ(typeOf({}, "/My.Music/a.mp3"), "MUSIC/A.MP3");
+    EXPECT_EQ(titleOf(ways, "My.Song (live).flac"), "My.Song (live)");
+    EXPECT_EQ(titleOf({}, "My.Song (live).flac"), "My");
+    EXPECT_EQ(titleOf(ways, "no dot"), "no dot");
+    for (const char* none : {"", "/a.b/no dot", "/a/.mp3", ".mp3", "/a.mp3/", "a."})
+        EXPECT_EQ(typeOf(ways, none), "") << none;
+    EXPECT_EQ(titleOf(ways, ".mp3"), ".mp3") << "a hidden file, of no type";
+    EXPECT_EQ(typeOf(ways, "/a/..mp3"), "MP3");
+}
+
 /// CMD-04: A piece counts when what follows its first dot, in capitals, is one of the 26 accepted kinds
 /// DROP-03
 TEST(Names, TwentySixExtensionsAreAccepted) {

@@ -13,10 +13,6 @@ protected:
     Opening() {
         for (const char* path : {"/m/one.wav", "/m/two.wav"}) machine.addSound(path, 60000);
     }
-    void act(const std::function<void()>& action) {
-        machine.loop.enter(action);
-        machine.settle();
-    }
 };
 
 /// DISP-11: The file's number is the index and 1 in three digits

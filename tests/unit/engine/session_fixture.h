@@ -41,10 +41,6 @@ protected:
         machine.settle();
         return answer;
     }
-    void act(const std::function<void()>& action) {
-        machine.loop.enter(action);
-        machine.settle();
-    }
     void forget() {
         machine.clearCalls();
         changes = 0;

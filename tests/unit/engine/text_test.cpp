@@ -40,7 +40,10 @@ TEST(TextCapitals, AreMadeOfLettersOfManyAlphabets) {
                                                                     {"日本語", "日本語"},
                                                                     {"ĀÉАΩ×Ÿ", "ĀÉАΩ×Ÿ"},
                                                                     {"😀a", "😀A"}};
-    for (const auto& [small, large] : pairs) EXPECT_EQ(text::capitals(small), large);
+    for (const auto& [small, large] : pairs) {
+        EXPECT_EQ(text::capitals(small), large);
+        EXPECT_EQ(text::capitals(large), large);
+    }
 }
 
 /// Otherwise a file of another name would be taken for one of the player's kinds.

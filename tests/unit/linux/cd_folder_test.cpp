@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "linux/files/qt_files.h"
+#include "files/posix_files.h"
 #include "media/discs/cd_sound.h"
 #include "unit/linux/cd_image.h"
 
@@ -42,7 +42,7 @@ protected:
     Environment runtimeFolder_{"XDG_RUNTIME_DIR", runtime_.path().string()};
     std::string cue_ = test::writeImage(images_.path(), "Vol. 2 (live)", {{440, 75}, {0, 75}, {880, 150}});
     Environment chosen_{"CORVANE_CDROM", cue_};
-    QtFiles files_;
+    PosixFiles files_;
 };
 
 /// MEDIA-15: A disc shows as a folder of its audio tracks, and an entry leads back to its disc

@@ -153,6 +153,29 @@ TEST_F(CdImage, TheSheetBesideARawFileIsTaken) {
     EXPECT_NE(openDisc(folder.in("tones.bin")).reason, "");
 }
 
+/// MEDIA-77
+TEST_F(CdImage, WhatASheetNamesMayLieBesideItAsAnotherFile) {
+    folder.write("one.WAV", wave(440, 1));
+    folder.write("two.aiff", wave(880, 1));
+    const std::string text = "FILE ONE.wav WAVE\n" + kWhole + "FILE two.wav WAVE\nTRACK 02 AUDIO\nINDEX 01 00:00:00\n";
+    const auto disc = sound(text);
+    ASSERT_TRUE(disc);
+    EXPECT_NEAR(test::toneOf(read(*disc, 1)), 440, 1);
+    EXPECT_NEAR(test::toneOf(read(*disc, 1)), 880, 1);
+    EXPECT_EQ(audioTracksOfImage(folder.in("disc.cue")), (std::vector<int>{1, 2}));
+    fs::remove(folder.in("two.aiff"));
+    EXPECT_TRUE(audioTracksOfImage(folder.in("disc.cue")).empty()) << "nothing stands for the second";
+}
+
+/// MEDIA-77
+TEST_F(CdImage, ANameInTheBytesOfTheSheetComesBeforeWhatStandsForIt) {
+    folder.write("\xC9t\xE9.wav", wave(440, 1));
+    folder.write("disc.flac", wave(880, 1));
+    const auto disc = sound("FILE \"\xC9t\xE9.wav\" WAVE\n" + kWhole);
+    ASSERT_TRUE(disc);
+    EXPECT_NEAR(test::toneOf(read(*disc, 1)), 440, 1);
+}
+
 /// MEDIA-21
 TEST_F(CdImage, OtherImagesAreRefusedWithThatReason) {
     for (const char* const name : {"disc.nrg", "disc.toc", "disc.iso", "disc.ccd", "disc"}) {

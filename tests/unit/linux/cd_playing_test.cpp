@@ -4,7 +4,7 @@
 #include <cstdlib>
 
 #include "contract/linux/movie_sound_rig.h"
-#include "linux/media/sound/desktop_mci_control.h"
+#include "linux/media/desktop_station.h"
 #include "unit/linux/cd_image.h"
 
 namespace corvane {
@@ -25,7 +25,7 @@ protected:
         if (!test::HeardServer::exists()) GTEST_SKIP() << "no sound server to start";
         ASSERT_TRUE(server_.start());
         test::writeImage(folder_.path(), "tones", kThreeTones);
-        control_ = std::make_unique<DesktopMciControl>(station_);
+        control_ = std::make_unique<OutputMciControl>(station_);
         control_->Done.tie([this](int code) { done_.push_back(code); });
         control_->Failed.tie([this](const std::string& reason) { failed_ = reason; });
         control_->DeviceType("CDAudio");
@@ -81,8 +81,8 @@ protected:
     test::HeardServer server_;
     test::ScratchFolder folder_;
     test::RigLoop loop_;
-    SoundStation station_{loop_, false};
-    std::unique_ptr<DesktopMciControl> control_;
+    DesktopStation station_{loop_, false};
+    std::unique_ptr<OutputMciControl> control_;
     std::vector<int> done_;
     std::string failed_;
 };

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the kernel refuses: tried in processes of their own, because it cannot be undone.
-#include "linux/confinement/confinement.h"
+#include "confinement/confinement.h"
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -150,6 +150,18 @@ TEST(Confinement, ASingleFileCanBeWrittenAndNothingBesideIt) {
     EXPECT_EQ(refusals.at("write inside"), EACCES);
 }
 
+/// MEDIA-79: Where the user keeps pictures files can be added, and nothing of what is there removed, renamed or emptied
+TEST(Confinement, WherePicturesAreKeptFilesCanOnlyBeAdded) {
+    if (!kernelBoundsWriting()) GTEST_SKIP() << "this kernel has no Landlock";
+    const Refusals refusals =
+        tryAll([](const test::AttemptPlaces& p) { return boundWriting({p.inside}, {p.outside}).places.size() == 2; });
+    for (const char* const add : {"create outside", "write outside"}) EXPECT_EQ(refusals.at(add), 0) << add;
+    for (const char* const other : {"cut off outside", "remove outside", "make a folder outside",
+                                    "remove a folder outside", "rename outside", "socket outside"}) {
+        EXPECT_EQ(refusals.at(other), EACCES) << other;
+    }
+}
+
 /// The environment as a table.
 Variables variables(std::map<std::string, std::string> values) {
     return [values = std::move(values)](const char* name) {
@@ -197,6 +209,12 @@ TEST(Confinement, ASavedFileThatIsALinkIsWrittenWhereItLies) {
     EXPECT_TRUE(holds("/caches/fontconfig"));
     EXPECT_FALSE(holds("/caches"));
     EXPECT_TRUE(holds("/run/user/dconf"));
+    for (const std::string odd : {"here", ".", "", "here\nand there"}) {
+        for (const std::string& each : placesToWrite(
+                 folder.in("own"), "", variables({{"XDG_CACHE_HOME", odd}, {"XDG_RUNTIME_DIR", odd}, {"HOME", odd}}))) {
+            EXPECT_EQ(each.front(), '/') << each << " is another place wherever the program is started";
+        }
+    }
     EXPECT_FALSE(holds("/run/user"));
 }
 

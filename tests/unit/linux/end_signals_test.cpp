@@ -11,6 +11,7 @@
 #include <thread>
 
 #include "drives/drive_calls.h"
+#include "unit/linux/fork_alone.h"
 
 namespace corvane {
 namespace {
@@ -30,8 +31,10 @@ constexpr int kHeard = 3, kNotHeard = 4;
 
 TEST(EndSignals, AreHeardWhileTheUserInterfaceWaits) {
     for (const int each : {SIGTERM, SIGINT, SIGHUP}) {
+        test::leaveThreads();
         EXPECT_EXIT(
             {
+                std::signal(each, SIG_DFL);
                 EndSignals toEnd;
                 toEnd.listen([] {});
                 endAfter(each);
@@ -42,8 +45,10 @@ TEST(EndSignals, AreHeardWhileTheUserInterfaceWaits) {
 }
 
 TEST(EndSignals, EndTheProgramWhileNobodyListens) {
+    test::leaveThreads();
     EXPECT_EXIT(
         {
+            std::signal(SIGTERM, SIG_DFL);
             EndSignals toEnd;
             endAfter(SIGTERM);
         },
@@ -51,6 +56,7 @@ TEST(EndSignals, EndTheProgramWhileNobodyListens) {
         << "before there is a panel";
     EXPECT_EXIT(
         {
+            std::signal(SIGHUP, SIG_DFL);
             EndSignals toEnd;
             toEnd.listen([] {});
             toEnd.leave();
@@ -58,6 +64,24 @@ TEST(EndSignals, EndTheProgramWhileNobodyListens) {
         },
         ::testing::KilledBySignal(SIGHUP), "")
         << "after it has gone";
+}
+
+/// WIN-74: A signal that the player was started to ignore, as a hang-up where it is to outlive its terminal, stays
+/// ignored
+TEST(EndSignals, WhatTheStarterIgnoresStaysIgnored) {
+    test::leaveThreads();
+    EXPECT_EXIT(
+        {
+            std::signal(SIGHUP, SIG_IGN);
+            std::signal(SIGTERM, SIG_DFL);
+            EndSignals toEnd;
+            toEnd.listen([] {});
+            sigset_t kept{};
+            pthread_sigmask(SIG_BLOCK, nullptr, &kept);
+            raise(SIGHUP);
+            _exit(sigismember(&kept, SIGHUP) == 0 && sigismember(&kept, SIGTERM) == 1 ? kNotHeard : kHeard);
+        },
+        ::testing::ExitedWithCode(kNotHeard), "");
 }
 
 }  // namespace

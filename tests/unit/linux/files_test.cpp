@@ -16,8 +16,8 @@
 #include <cstddef>
 
 #include "drives/descriptor.h"
-#include "linux/files/qt_files.h"
-#include "shell/file_patterns.h"
+#include "files/posix_files.h"
+#include "types/file_patterns.h"
 #include "unit/linux/fork_alone.h"
 #include "unit/linux/offscreen.h"
 
@@ -29,7 +29,7 @@ using Texts = std::vector<std::string>;
 
 struct DesktopFiles : ::testing::Test {
     test::TemporaryFolder folder;
-    QtFiles files;
+    PosixFiles files;
 };
 
 TEST_F(DesktopFiles, ReplacingKeepsTheModeAndTheLink) {

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "linux/files/qt_files.h"
+#include "files/posix_files.h"
 #include "unit/linux/offscreen.h"
 
 namespace corvane {
@@ -86,7 +86,7 @@ namespace {
 TEST(FlushedSave, TheNewFileIsFlushedThenRenamedAndThenItsFolderIsFlushed) {
     const test::TemporaryFolder folder;
     folder.write("FILE00.INI", "old");
-    QtFiles files;
+    PosixFiles files;
     const Noting noting;
     ASSERT_TRUE(files.replace(folder.in("FILE00.INI"), "new"));
     const std::vector<std::string> made = noting.made();
@@ -103,7 +103,7 @@ TEST(FlushedSave, TheNewFileIsFlushedThenRenamedAndThenItsFolderIsFlushed) {
 TEST(FlushedSave, WhatCannotBeFlushedTakesNoPlace) {
     const test::TemporaryFolder folder;
     folder.write("FILE00.INI", "old");
-    QtFiles files;
+    PosixFiles files;
     const Noting noting(true);
     EXPECT_FALSE(files.replace(folder.in("FILE00.INI"), "new"));
     EXPECT_EQ(noting.made().size(), 1U);

@@ -6,7 +6,7 @@
 #include <condition_variable>
 #include <mutex>
 
-#include "linux/files/qt_files.h"
+#include "files/posix_files.h"
 
 namespace corvane {
 namespace {
@@ -43,7 +43,7 @@ struct Drive {
 ///     saves, sounds and discs after 10, and it is not asked again before it has answered
 TEST(HungDrive, HoldsTheCallerForAMomentAndOnlyOnce) {
     const auto drive = std::make_shared<Drive>();
-    QtFiles files([drive](const std::string& path) { return drive->look(path); });
+    PosixFiles files([drive](const std::string& path) { return drive->look(path); });
     const auto begin = Clock::now();
     EXPECT_EQ(files.lookUp("/drive/a.wav"), std::nullopt) << "it counts as not being there";
     for (int i = 0; i < 255; ++i) EXPECT_EQ(files.lookUp("/drive/b.wav"), std::nullopt);
@@ -62,7 +62,7 @@ TEST(HungDrive, HoldsTheCallerForAMomentAndOnlyOnce) {
 TEST(HungDrive, MayAnswerAfterTheFilesAreGone) {
     const auto drive = std::make_shared<Drive>();
     {
-        QtFiles files([drive](const std::string& path) { return drive->look(path); });
+        PosixFiles files([drive](const std::string& path) { return drive->look(path); });
         EXPECT_EQ(files.lookUp("/drive/a.wav"), std::nullopt);
     }
     drive->letGo();
@@ -71,7 +71,7 @@ TEST(HungDrive, MayAnswerAfterTheFilesAreGone) {
 /// DROP-17
 TEST(HungDrive, KeepsNoOtherFileOfADropAway) {
     const auto drive = std::make_shared<Drive>();
-    QtFiles files([drive](const std::string& path) { return drive->look(path); });
+    PosixFiles files([drive](const std::string& path) { return drive->look(path); });
     const auto begin = Clock::now();
     const auto names = files.lookUpAll({"/other/a.wav", "/drive/b.wav", "/drive/c.wav", "/another/d.wav"});
     EXPECT_LT(Clock::now() - begin, DriveCalls::kPatience + std::chrono::seconds(2));

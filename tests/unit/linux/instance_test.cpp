@@ -17,6 +17,7 @@
 #include <thread>
 
 #include "drives/spare_descriptors.h"
+#include "unit/linux/fork_alone.h"
 #include "unit/linux/offscreen.h"
 
 namespace corvane {
@@ -72,6 +73,45 @@ TEST_F(Instances, ManyFilesAreHandedOverWhole) {
     ASSERT_TRUE(SocketInstance("/some/folder", runtime.path()).call(many));
     EXPECT_TRUE(test::waitUntil([this] { return !got.empty(); }));
     EXPECT_EQ(got, many);
+}
+
+/// DESK-08
+TEST_F(Instances, ALaterOneKnowsWhereTheFirstIsSeen) {
+    const auto display = [](const char* x11, const char* wayland) {
+        return SessionDisplay::of({"", x11, wayland, ""});
+    };
+    SocketInstance first("/some/folder", runtime.path(), display(":1.0", "wayland-1"));
+    ASSERT_TRUE(first.acquire());
+    EXPECT_EQ(first.elsewhere(), "");
+    const auto seenFrom = [&](const SessionDisplay& here) {
+        SocketInstance later("/some/folder", runtime.path(), here);
+        EXPECT_FALSE(later.acquire());
+        return later.elsewhere();
+    };
+    for (const char* same : {":1", ":1.1", "unix:1"}) EXPECT_EQ(seenFrom(display(same, "")), "") << same;
+    EXPECT_EQ(seenFrom(display(":1", "wayland-0")), "") << "one display of both kinds is enough";
+    EXPECT_EQ(seenFrom(display("", "wayland-1")), "");
+    EXPECT_EQ(seenFrom(display("", "")), "") << "nobody can tell";
+    for (const char* other : {":10", ":2", "far:1"}) EXPECT_EQ(seenFrom(display(other, "")), ":1") << other;
+    EXPECT_EQ(seenFrom(display("", "wayland-0")), ":1");
+}
+
+/// DESK-09: A lock that says nothing, or nothing that makes sense, is one of the same session
+TEST_F(Instances, ALockThatSaysNothingIsOfTheSameSession) {
+    SocketInstance first("/some/folder", runtime.path());
+    ASSERT_TRUE(first.acquire());
+    const auto seen = [&](const std::string& said) {
+        runtime.write(first.fileName(".lock"), said);
+        SocketInstance later("/some/folder", runtime.path(), SessionDisplay::of({"", ":5", "wayland-5", ""}));
+        EXPECT_FALSE(later.acquire());
+        return later.elsewhere();
+    };
+    EXPECT_EQ(seen(""), "");
+    EXPECT_EQ(seen(std::string(5000, 'x')), "");
+    EXPECT_EQ(seen("X11"), "");
+    EXPECT_EQ(seen("X11 :5"), "");
+    EXPECT_EQ(seen("\nX11 :6"), ":6");
+    EXPECT_EQ(seen("X11 :6\x1b[2J\n"), ":6?[2J");
 }
 
 TEST_F(Instances, OneThatHasOnlyJustBegunTakesFilesAsWell) {
@@ -307,6 +347,7 @@ TEST_F(RuntimeFolders, ANeighboursFolderIsNotUsedAndNothingOfTheVictimsChanges) 
             const std::string name = SocketInstance(home.in("program"), "").fileName(".lock");
             fs::create_symlink(home.in("private/precious"), squatted / name);
         }
+        test::leaveThreads();
         EXPECT_EXIT(endAsVictim(kVictim, home.in("program")), ::testing::ExitedWithCode(0), "") << way;
         EXPECT_EQ(home.bytes("private/precious"), "whole") << way;
         EXPECT_EQ(std::distance(fs::directory_iterator(home.in("private")), fs::directory_iterator()), 1) << way;

@@ -11,7 +11,7 @@
 #include <set>
 
 #include "fake/fake_machine.h"
-#include "linux/files/qt_files.h"
+#include "files/posix_files.h"
 #include "storage/play_lists.h"
 #include "unit/linux/fork_alone.h"
 #include "unit/linux/offscreen.h"
@@ -25,7 +25,7 @@ constexpr int kLongestSaveMicroseconds = 6000;
 /// A player whose files are real ones.
 struct SavingPlayer {
     FakeMachine machine;
-    QtFiles files;
+    PosixFiles files;
     Ports ports{machine.loop,   machine.media, machine.pictures, machine.sound,   files,         machine.windows,
                 machine.timers, machine.clock, machine.dialogs,  machine.process, machine.random};
     Player player{ports};
@@ -117,7 +117,7 @@ TEST(KilledSave, WhatAnotherOneIsWritingIsNoLeftover) {
         while (!done) removeUnfinishedFiles(folder.path());
     });
     int failed = 0;
-    for (int i = 0; i < 200; ++i) failed += QtFiles().replace(file, text) ? 0 : 1;
+    for (int i = 0; i < 200; ++i) failed += PosixFiles().replace(file, text) ? 0 : 1;
     done = true;
     other.join();
     EXPECT_EQ(failed, 0);

@@ -5,7 +5,7 @@
 #include <chrono>
 
 #include "fake/player_fixture.h"
-#include "linux/files/qt_files.h"
+#include "files/posix_files.h"
 #include "linux/pictures/qt_pictures.h"
 #include "startup/forms.h"
 #include "unit/linux/memory_peak.h"
@@ -55,7 +55,7 @@ struct LargeFiles : ::testing::Test {
     test::TemporaryFolder folder;
     FakeMachine machine;
     QtPictures pictures;
-    QtFiles files;
+    PosixFiles files;
     Ports ports{machine.loop,   machine.media, pictures,        machine.sound,   files,         machine.windows,
                 machine.timers, machine.clock, machine.dialogs, machine.process, machine.random};
     Player player{ports};

@@ -75,6 +75,15 @@ TEST(MidiFileTest, TheTempoOfOneTrackRulesAllOfThem) {
     EXPECT_DOUBLE_EQ(milliseconds(file), 900);
 }
 
+// Three quarters of a microsecond each; a tempo of no time at all leaves what was.
+/// MEDIA-11
+TEST(MidiFileTest, TheFastestTempoCountsAndNoneDoesNot) {
+    const std::string fast = bytes({0}) + tempo(1) + bytes({0x82, 0x20, 0x90, 60, 1}) + kEnd;
+    EXPECT_DOUBLE_EQ(readMidi(header(0, 1, 96) + track(fast)).sequence.microseconds, 3);
+    const std::string none = bytes({0}) + tempo(0) + bytes({96, 0x90, 60, 1}) + kEnd;
+    EXPECT_DOUBLE_EQ(milliseconds(readMidi(header(0, 1, 96) + track(none))), 500);
+}
+
 /// MEDIA-41
 TEST(MidiFileTest, MergesTracksInOrderOfTimeThenOfTrack) {
     const std::string one = bytes({10, 0x90, 1, 1, 10, 0x90, 2, 1}) + kEnd;
@@ -135,8 +144,9 @@ TEST(MidiFileTest, UnwrapsRiff) {
         std::string text = bigEndian(value, 4);
         return std::string(text.rbegin(), text.rend());
     };
+    const std::string notes(0x010203, 'n');  // no two bytes of the length are the same
     const std::string chunks =
-        "RMIDLIST" + little(3) + "abc" + std::string(1, '\0') + "data" + little(inner.size()) + inner;
+        "RMIDLIST" + little(notes.size()) + notes + std::string(1, '\0') + "data" + little(inner.size()) + inner;
     const std::string riff = "RIFF" + little(chunks.size()) + chunks;
     EXPECT_TRUE(looksLikeMidi(riff));
     EXPECT_DOUBLE_EQ(milliseconds(readMidi(riff)), 500);

@@ -119,5 +119,23 @@ TEST_F(NativeHabits, AClickBesideTheLabelGivesTheFieldTheKeyboard) {
     EXPECT_NE(mark.grab().toImage().pixelColor(mark.width() / 2, mark.height() / 2), dark);
 }
 
+/// WIN-73: The hint of an empty field has the field's own text colour, faint, also under a theme that comes later
+TEST_F(NativeHabits, AHintIsReadUnderADarkTheme) {
+    Editor& form = openEditor();
+    auto& field = widget<QLineEdit>(form.txtFind);
+    const auto hint = [&field] { return field.palette().color(QPalette::PlaceholderText); };
+    for (const QColor text : {QColor(250, 250, 250), QColor(10, 10, 10)}) {
+        QPalette theme = QApplication::palette();
+        theme.setColor(QPalette::Text, text);
+        theme.setColor(QPalette::PlaceholderText, Qt::black);
+        QApplication::setPalette(theme);
+        settle();
+        EXPECT_EQ(hint().rgb(), text.rgb());
+        EXPECT_LT(hint().alpha(), 200);
+        EXPECT_GT(hint().alpha(), 100);
+    }
+    QApplication::setPalette(QPalette());
+}
+
 }  // namespace
 }  // namespace corvane

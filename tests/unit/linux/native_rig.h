@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QTest>
 #include <memory>
 
 #include "dialogs/forms.h"
@@ -87,9 +88,14 @@ protected:
                           up ? Qt::NoButton : Qt::LeftButton, modifiers);
         QCoreApplication::sendEvent(&to, &event);
     }
+    /// The keys go down and up as well: lists of Qt 6.8 ask what is held, not the press alone.
     void click(QWidget& to, QPoint at, Qt::KeyboardModifiers modifiers = {}) {
+        QWindow* const window = to.window()->windowHandle();
+        const Qt::Key held = modifiers == Qt::ShiftModifier ? Qt::Key_Shift : Qt::Key_Control;
+        if (modifiers != Qt::NoModifier) QTest::keyPress(window, held, modifiers);
         mouse(to, QEvent::MouseButtonPress, at, modifiers);
         mouse(to, QEvent::MouseButtonRelease, at, modifiers);
+        if (modifiers != Qt::NoModifier) QTest::keyRelease(window, held);
         settle();
     }
     static QPoint rowOf(QAbstractItemView& view, int row) {

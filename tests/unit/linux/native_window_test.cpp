@@ -36,6 +36,7 @@ TEST_F(NativeDialogs, EachButtonShowsItsCaptionAndFollowsIt) {
     EXPECT_EQ(windowOf(form).windowTitle(), "Corvane - Play List");
 }
 
+/// EDIT-104: Shift and Ctrl select several files, with Shift all between two
 TEST_F(NativeDialogs, ShiftAndControlSelectSeveralFilesAndAddTakesThem) {
     Editor& form = openEditor();
     QAbstractItemView& files = view(form.fleFileList);
@@ -338,6 +339,19 @@ TEST_F(NativeDialogs, ALargerWindowGivesItsSpaceToTheLists) {
     windowOf(form).resize(10, 10);
     settle();
     EXPECT_GT(windowOf(form).width(), 500);
+}
+
+/// COM-30: A dialog that would hang over an edge of the screen opens at that edge
+TEST_F(NativeDialogs, AWindowThatWouldHangOverAnEdgeOpensAtThatEdge) {
+    auto& form = player.forms.load<CustomControls>();
+    form.Move(100'000, 100'000);
+    loop.enter([&] { form.Show(); });
+    settle();
+    const QWidget& window = windowOf(form);
+    const QRect room = window.screen()->availableGeometry();
+    // Without its frame, which is not known before it is shown.
+    EXPECT_EQ(window.x() + window.width(), room.x() + room.width());
+    EXPECT_EQ(window.y() + window.height(), room.y() + room.height());
 }
 
 /// COM-16

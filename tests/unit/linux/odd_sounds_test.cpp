@@ -212,6 +212,65 @@ TEST_F(OddSounds, AFileThatGrowsOrShrinksWhileItPlays) {
     }
 }
 
+/// A good FLAC file with so many comments of that form, in which # is a number that goes down.
+std::string crowdedFlac(const std::string& form, int count) {
+    std::ostringstream plain;
+    plain << std::ifstream(std::string(CORVANE_SOURCE_DIR) + "/tests/data/sound/tone.flac", std::ios::binary).rdbuf();
+    const std::string flac = plain.str();
+    constexpr std::size_t kBlock = 4 + 4;  // behind "fLaC" and the first block's head
+    const std::size_t about = 34;          // bytes that tell of its samples
+    std::string comments = little(0, 4) + little(static_cast<std::uint64_t>(count), 4);
+    for (int i = count; i > 0; --i) {
+        std::string comment = form;
+        if (const std::size_t at = form.find('#'); at != std::string::npos) comment.replace(at, 1, std::to_string(i));
+        comments += little(comment.size(), 4) + comment;
+    }
+    std::size_t samples = 4;
+    for (bool last = false; !last && samples + 4 < flac.size();) {
+        const auto byte = [&](std::size_t at) { return std::size_t{static_cast<unsigned char>(flac[samples + at])}; };
+        last = byte(0) >= 0x80;
+        samples += 4 + (byte(1) << 16U | byte(2) << 8U | byte(3));
+    }
+    return std::string("fLaC\0", 5) + big(about, 3) + flac.substr(kBlock, about) + "\x84" + big(comments.size(), 3) +
+           comments + flac.substr(samples);
+}
+std::string crowdedMp3(const std::string& id, const std::string& content, int count) {
+    std::string frames;
+    for (int i = 0; i < count; ++i) {
+        const std::string data = "n" + std::to_string(i) + content;
+        frames += id + big(data.size(), 4) + std::string(2, '\0') + data;
+    }
+    std::string size;
+    for (int i = 3; i >= 0; --i) size.push_back(static_cast<char>(frames.size() >> (7 * i) & 0x7FU));
+    std::ostringstream plain;
+    plain
+        << std::ifstream(std::string(CORVANE_SOURCE_DIR) + "/tests/data/sound/cbr_bare.mp3", std::ios::binary).rdbuf();
+    return std::string("ID3\x03\0\0", 6) + size + frames + plain.str();
+}
+
+/// FAULT-67: A sound with half a million tags or chapters ends soon, and one with many tags is played
+TEST_F(OddSounds, CrowdsOfTagsAndChapters) {
+    constexpr int kMany = 500'000;
+    const std::string nothing(20, '\0');
+    for (const auto& [what, file] : std::vector<std::pair<const char*, std::string>>{
+             {"names", crowdedFlac("#=v", kMany)},
+             {"one name", crowdedFlac("a=bcdefg", kMany)},
+             {"texts", crowdedMp3("TXXX", std::string("\0v", 2), kMany)}}) {
+        expectHarmless(what, file);
+        EXPECT_TRUE(FileSound::open(path()).sound) << what;
+    }
+    for (const auto& [what, file] : std::vector<std::pair<const char*, std::string>>{
+             {"chapters", crowdedMp3("CHAP", nothing, kMany)},
+             {"private ones", crowdedMp3("PRIV", nothing, kMany)},
+             {"files", crowdedMp3("GEOB", nothing, kMany)},
+             {"chapters that go down", crowdedFlac("Chapter#=00:00:00.000", kMany)}}) {
+        expectHarmless(what, file);
+        EXPECT_EQ(FileSound::open(path()).reason, "The file tells too much beside its sound.") << what;
+    }
+    put(crowdedMp3("CHAP", nothing, 1'000));
+    EXPECT_TRUE(FileSound::open(path()).sound) << "many chapters";
+}
+
 /// MEDIA-73: A sound file is opened once; it is measured and begun anew as the file that was opened
 TEST(SoundOpenedOnce, IsMeasuredAndBegunAnewAsTheFileThatWasOpened) {
     const std::string original = std::string(CORVANE_SOURCE_DIR) + "/tests/data/sound/vbr_bare.mp3";

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "linux/files/own_name.h"
+#include "files/own_name.h"
 
 #include <gtest/gtest.h>
 
-#include "linux/files/qt_files.h"
+#include "files/posix_files.h"
 #include "unit/linux/caseless_folder.h"
 #include "unit/linux/offscreen.h"
 
@@ -21,7 +21,7 @@ struct OwnName : ::testing::Test {
 
 private:
     std::unique_ptr<test::CaselessFolder> caseless_;
-    QtFiles files_;
+    PosixFiles files_;
 };
 
 TEST_F(OwnName, IsTheFilesAndNotWhatWasTypedWhereCaseIsIgnored) {

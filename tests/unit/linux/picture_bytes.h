@@ -152,6 +152,8 @@ struct GifPart {
     int transparent = -1;  ///< colour, -1: none
     bool interlaced = false;
     std::vector<std::uint32_t> colours{};  ///< a table of its own; none: the file's
+    int hundredths = 10;                   ///< of a second that it is seen
+    int leaving = 0;                       ///< what becomes of it: 2 is cleared, 3 gives back what was beneath
 };
 
 inline std::string gifTable(std::vector<std::uint32_t> colours) {
@@ -167,12 +169,15 @@ inline constexpr std::uint32_t kGifBackground = 3;  ///< colour where no picture
 
 /// A GIF file of 128 colours. Its codes all take a byte: the coder is told to forget before they would grow.
 inline std::string gifFile(int width, int height, const std::vector<std::uint32_t>& colours,
-                           const std::vector<GifPart>& parts) {
+                           const std::vector<GifPart>& parts, int repeats = 0) {
     std::string file = "GIF89a" + little(width, 2) + little(height, 2) + '\xE6' + static_cast<char>(kGifBackground) +
                        '\0' + gifTable(colours);
-    if (parts.size() > 1) file += std::string("!\xFF\x0BNETSCAPE2.0\x03\x01\0\0\0", 19);
+    if (parts.size() > 1 && repeats >= 0) {
+        file += std::string("!\xFF\x0BNETSCAPE2.0\x03\x01", 16) + little(static_cast<std::uint32_t>(repeats), 2) + '\0';
+    }
     for (const GifPart& part : parts) {
-        file += std::string("!\xF9\4", 3) + static_cast<char>(part.transparent >= 0 ? 1 : 0) + little(10, 2) +
+        file += std::string("!\xF9\4", 3) + static_cast<char>(part.leaving << 2 | (part.transparent >= 0 ? 1 : 0)) +
+                little(static_cast<std::uint32_t>(part.hundredths), 2) +
                 static_cast<char>(std::max(0, part.transparent)) + '\0';
         file += ',' + little(part.left, 2) + little(part.top, 2) + little(part.dots.width, 2) +
                 little(part.dots.height, 2) +

@@ -6,9 +6,9 @@
 #include <optional>
 #include <string>
 
-#include "linux/media/ui_post.h"
 #include "linux/pictures/qt_pictures.h"
 #include "linux/qt_loop.h"
+#include "linux/qt_post.h"
 #include "unit/linux/offscreen.h"
 
 namespace corvane::test {
@@ -33,7 +33,7 @@ struct PicturesRig : ::testing::Test {
     QApplication& application;
     TemporaryFolder folder;
     QtLoop loop;
-    UiPost post{loop};
+    QtPost post{loop};
     QtPictures pictures{post};
 };
 

@@ -2,14 +2,22 @@
 // A system that has no thread left for us (tests/stall/): every refusal is an answer, and when it is over all goes on.
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
+#include <chrono>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <optional>
+#include <string>
 
 #include "contract/linux/mci_rig.h"
+#include "contract/linux/movie_rig.h"
 #include "drives/drive_calls.h"
+#include "linux/media/desktop_station.h"
 #include "linux/media/media.h"
-#include "linux/media/movies/movie_player.h"
-#include "linux/media/sound/desktop_mci_control.h"
+#include "linux/media/movies/desktop_movies.h"
+#include "media/movies/movie_handle.h"
 #include "media/sound/pulse_link.h"
 #include "unit/linux/offscreen.h"
 
@@ -22,7 +30,10 @@ protected:
         test::offscreenApplication();
         setenv("CORVANE_REFUSE_THREADS", folder_.in("refused").c_str(), 1);
     }
-    ~RefusedThreads() override { unsetenv("CORVANE_REFUSE_THREADS"); }
+    ~RefusedThreads() override {
+        unsetenv("CORVANE_REFUSE_THREADS");
+        post_.stop();
+    }
     void refuse() {
         Worker::endAll(std::chrono::seconds(10));  // none is kept that could take a question
         folder_.write("refused", "threads");
@@ -31,6 +42,9 @@ protected:
 
     test::TemporaryFolder folder_;
     test::RigLoop loop_;
+    QtTimers timers_;
+    QtPost post_;
+    MovieMeans means_ = movieMeans(timers_, post_);
 };
 
 TEST_F(RefusedThreads, ATaskIsNotBegunAndThatIsTold) {
@@ -68,8 +82,8 @@ TEST_F(RefusedThreads, AQuestionThatThrowsHasNoAnswerAndTheDriveIsAskedAgain) {
 /// FAULT-63
 TEST_F(RefusedThreads, ASoundFailsWithThatReasonAndPlaysAfterwards) {
     refuse();
-    SoundStation station(loop_, true);
-    DesktopMciControl control(station);
+    DesktopStation station(loop_, true);
+    OutputMciControl control(station);
     std::optional<std::string> reason;
     int done = 0;
     control.Failed.tie([&](const std::string& why) { reason = why; });
@@ -94,9 +108,9 @@ TEST_F(RefusedThreads, ASoundFailsWithThatReasonAndPlaysAfterwards) {
 /// FAULT-63
 TEST_F(RefusedThreads, AnOutputWithoutAThreadFailsWhatIsPlayed) {
     refuse();
-    SoundStation station(loop_, true);
+    DesktopStation station(loop_, true);
     allow();
-    DesktopMciControl control(station);
+    OutputMciControl control(station);
     std::optional<std::string> reason;
     control.Failed.tie([&](const std::string& why) { reason = why; });
     control.FileName(test::soundSample("scale.wav"));
@@ -128,10 +142,53 @@ TEST_F(RefusedThreads, TheSoundServerIsNotThereUntilThereIsAThread) {
 TEST_F(RefusedThreads, AMoviePlayerIsNotMadeAndLaterIs) {
     refuse();
     std::string reason;
-    EXPECT_EQ(MoviePlayer::make(reason), nullptr);
+    EXPECT_EQ(MoviePlayer::make(means_, MovieDrawing::Painted, reason), nullptr);
     EXPECT_EQ(reason, Worker::kRefused);
     allow();
-    EXPECT_NE(MoviePlayer::make(reason), nullptr);
+    EXPECT_NE(MoviePlayer::make(means_, MovieDrawing::Painted, reason), nullptr);
+}
+
+/// Whether there are letters in the upper half of a picture that has nothing white of its own.
+bool hasLetters(const QImage& seen) {
+    int white = 0;
+    for (int y = 0; y < seen.height() / 2; ++y) {
+        for (int x = 0; x < seen.width(); ++x) white += seen.pixel(x, y) == qRgb(255, 255, 255) ? 1 : 0;
+    }
+    return white > 100;
+}
+
+/// MEDIA-89: A frame that cannot be saved is said to be, in the movie's window
+TEST_F(RefusedThreads, AFrameIsNotSavedAndThatIsSaid) {
+    test::MovieRig rig;
+    const QSize size{960, 640};
+    rig.surface->setTarget(size);
+    ASSERT_TRUE(rig.open(std::string(CORVANE_SOURCE_DIR) + "/tests/data/movies/turned90.mp4")) << rig.reason;
+    ASSERT_TRUE(test::waitUntil([&] { return rig.painted(size).pixel(400, 300) != qRgb(0, 0, 0); }, 5'000));
+    EXPECT_FALSE(hasLetters(rig.painted(size)));
+    refuse();
+    rig.control->SaveFrame("Film");
+    EXPECT_TRUE(test::waitUntil([&] { return hasLetters(rig.painted(size)); }, 5'000));
+    allow();
+}
+
+/// 0: no player came of it, in time.
+int makePlayerWhereTheLibraryHangs(const std::string& refused) {
+    std::ofstream(refused) << "threads";
+    std::filesystem::permissions(refused, std::filesystem::perms::owner_exec, std::filesystem::perm_options::add);
+    const auto begin = std::chrono::steady_clock::now();
+    std::string reason;
+    QtTimers timers;
+    const QtPost post;
+    if (MoviePlayer::make(movieMeans(timers, post), MovieDrawing::Painted, reason)) return 1;
+    if (reason == Worker::kRefused) return 2;
+    return std::chrono::steady_clock::now() - begin < kMovieHandlePatience + std::chrono::seconds(3) ? 0 : 3;
+}
+
+/// FAULT-63
+// In a process of its own, because the library never comes back.
+TEST_F(RefusedThreads, AMovieLibraryThatHangsForWantOfAThreadIsLeft) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(_exit(makePlayerWhereTheLibraryHangs(folder_.in("refused"))), ::testing::ExitedWithCode(0), "");
 }
 
 }  // namespace

@@ -12,8 +12,8 @@
 #include "contract/linux/mci_rig.h"
 #include "contract/linux/movie_rig.h"
 #include "drives/drive_file.h"
-#include "linux/files/qt_files.h"
-#include "linux/media/sound/desktop_mci_control.h"
+#include "files/posix_files.h"
+#include "linux/media/desktop_station.h"
 #include "linux/pictures/qt_pictures.h"
 #include "media/discs/cd_folder.h"
 #include "media/midi/midi_sound.h"
@@ -76,7 +76,7 @@ protected:
     }
 
     test::TemporaryFolder folder_;
-    QtFiles files_;
+    PosixFiles files_;
 };
 
 class StalledCalls : public StalledDrive, public ::testing::WithParamInterface<const char*> {};
@@ -253,10 +253,10 @@ TEST_F(StalledDrive, ADiscFailsInTimeWithThatReason) {
 /// As a drive that has to spin up first: what is asked for before the disc is open cannot know its tracks' lengths.
 TEST_F(StalledDrive, ADiscThatOpensLatePlaysItsTrackWhole) {
     test::RigLoop loop;
-    SoundStation station(loop, true);
+    DesktopStation station(loop, true);
     const std::string disc = test::writeImage(on(""), "disc", {{440, 75}, {660, 75}, {880, 75}});
     {
-        DesktopMciControl control(station);
+        OutputMciControl control(station);
         std::vector<int> done;
         control.Done.tie([&](int code) { done.push_back(code); });
         control.DeviceType("CDAudio");
@@ -421,7 +421,8 @@ TEST_F(StalledDrive, ASoundFontThatIsTooLargeIsRefusedUnread) {
 TEST_F(StalledDrive, ASoundFontsNameMakesNoLineInAReason) {
     folder_.write("odd\nPress Ignore.sf2", std::string("RIFF\x04\0\0\0sfbk", 12));
     const NamedSoundFont named(folder_.in("odd\nPress Ignore.sf2"));
-    EXPECT_EQ(Synthesizer().load(), "The sounds for MIDI cannot be read: " + folder_.in("odd Press Ignore.sf2"));
+    EXPECT_EQ(Synthesizer().load(), "The sounds for MIDI cannot be read: " + folder_.in("odd Press Ignore.sf2") +
+                                        "\r\nIt is not a whole soundfont.");
 }
 
 /// What is asked of a disc that is being opened is done when it is open.
@@ -429,9 +430,9 @@ TEST_F(StalledDrive, ADiscThatIsOpeningKeepsThePlaceOfItsFirstPlay) {
     test::writeImage(folder_.in("drive"), "tones", {{440, 300}, {660, 300}, {880, 300}});
     put("Track02.cda", "");
     test::RigLoop loop;
-    SoundStation station(loop, true);
+    DesktopStation station(loop, true);
     {
-        DesktopMciControl control(station);
+        OutputMciControl control(station);
         control.DeviceType("CDAudio");
         control.FileName(on("Track02.cda"));
         stall("open");
@@ -470,9 +471,9 @@ TEST_F(StalledDrive, ATracksEndIsNotShownAsTheNextOnesStart) {
     test::writeImage(folder_.in("drive"), "tones", {{440, 75}, {660, 75}});
     put("Track01.cda", "");
     test::RigLoop loop;
-    SoundStation station(loop, true);
+    DesktopStation station(loop, true);
     {
-        DesktopMciControl control(station);
+        OutputMciControl control(station);
         int done = 0;
         control.Done.tie([&done](int) { ++done; });
         control.DeviceType("CDAudio");

@@ -8,10 +8,11 @@
 #include <functional>
 #include <optional>
 
+#include "files/posix_files.h"
 #include "linux/command_line.h"
-#include "linux/files/qt_files.h"
 #include "linux/posix_folders.h"
 #include "linux/window_system.h"
+#include "unit/linux/fork_alone.h"
 #include "unit/linux/offscreen.h"
 
 namespace corvane {
@@ -21,9 +22,32 @@ namespace fs = std::filesystem;
 using Texts = std::vector<std::string>;
 
 TEST(WindowSystem, IsX11WhereverItHasADisplayUnlessTheUserChose) {
-    EXPECT_EQ(platformToAskFor("", ":0"), "xcb");
-    EXPECT_EQ(platformToAskFor("wayland", ":0"), "") << "the user's choice stands";
-    EXPECT_EQ(platformToAskFor("", ""), "") << "a Wayland without X11";
+    EXPECT_EQ(platformToAskFor({"", ":0", "", ""}), "xcb");
+    EXPECT_EQ(platformToAskFor({"", ":0", "wayland-0", ""}), "xcb") << "through XWayland";
+    EXPECT_EQ(platformToAskFor({"wayland", ":0", "", ""}), "") << "the user's choice stands";
+    EXPECT_EQ(platformToAskFor({"", "", "wayland-0", ""}), "") << "a Wayland without X11";
+}
+
+TEST(WindowSystem, IsWaylandWhereXWindowsAreNotPlacedEither) {
+    EXPECT_EQ(platformToAskFor({"", ":0", "wayland-1", "/run/sway.sock"}), "wayland;xcb");
+    EXPECT_EQ(platformToAskFor({"", ":0", "", "/run/sway.sock"}), "xcb") << "another display than its own";
+    EXPECT_EQ(platformToAskFor({"xcb", ":0", "wayland-1", "/run/sway.sock"}), "") << "the user's choice stands";
+}
+
+TEST(WindowSystem, IsToldWithWhatItCannot) {
+    const auto placedByPlayer = [](const Displays& there) {
+        return windowsTold(there) == "placed by the player (X11)";
+    };
+    const auto placedByOther = [](const Displays& there) {
+        return windowsTold(there).find("none stays on top") != std::string::npos;
+    };
+    EXPECT_TRUE(placedByPlayer({"", ":0", "wayland-0", ""}));
+    EXPECT_TRUE(placedByPlayer({"xcb", ":0", "wayland-1", "/run/sway.sock"}));
+    EXPECT_TRUE(placedByOther({"", "", "wayland-0", ""}));
+    EXPECT_TRUE(placedByOther({"", ":0", "wayland-1", "/run/sway.sock"}));
+    EXPECT_TRUE(placedByOther({"wayland", ":0", "wayland-0", ""}));
+    EXPECT_EQ(windowsTold({"", "", "", ""}), "there is no display");
+    EXPECT_EQ(windowsTold({"offscreen", ":0", "", ""}), "shown by offscreen");
 }
 
 /// CMD-02: They are joined by blanks
@@ -60,7 +84,7 @@ TEST(CommandLines, Options) {
     EXPECT_TRUE(readCommandLine({"--help"}, "/").help);
     EXPECT_TRUE(readCommandLine({"-h"}, "/").help);
     EXPECT_TRUE(readCommandLine({"--version"}, "/").version);
-    for (const char* name : {"--open FILE", "--help", "--version", "CORVANE_FOLDER", "CORVANE_CDROM",
+    for (const char* name : {"--open [FILE...]", "--help", "--version", "CORVANE_FOLDER", "CORVANE_CDROM",
                              "CORVANE_SOUNDFONT", "CORVANE_SCALE"}) {
         EXPECT_NE(helpText().find(name), std::string::npos) << name;
     }
@@ -79,7 +103,7 @@ struct ProgramFolders : ::testing::Test {
 
     test::TemporaryFolder folder;
     PosixFolders folders;
-    QtFiles files;
+    PosixFiles files;
 };
 
 /// START-43: The program's folder is the one chosen by the environment, else its own with skins beside it, else the
@@ -255,6 +279,7 @@ TEST(UserFolders, TheDataHomeCountsWhenItIsAbsolute) {
 TEST_F(ProgramFolders, AReadOnlyProgramFolderIsNotOne) {
     ship("bin");
     fs::permissions(folder.in("bin"), fs::perms::owner_read | fs::perms::owner_exec);
+    test::leaveThreads();
     EXPECT_EXIT(
         endAsUserWith(folder.path(), [this] { return ready(choice()) == folder.in("home/.local/share/corvane"); }),
         ::testing::ExitedWithCode(0), "");

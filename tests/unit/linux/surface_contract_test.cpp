@@ -5,7 +5,8 @@
 #include <QMouseEvent>
 
 #include "linux/qt_loop.h"
-#include "linux/windowing/canvas_window.h"
+#include "linux/windowing/media_canvas.h"
+#include "shell/windowing/make_drawn.h"
 #include "unit/linux/offscreen.h"
 
 namespace corvane::contract {
@@ -15,7 +16,9 @@ namespace {
 class QtSurfaceStage : public SurfaceStage {
 public:
     QtSurfaceStage() { test::offscreenApplication(); }
-    std::unique_ptr<DrawnWindow> makeWindow(Form& form) override { return makeDrawnWindow(form, context_); }
+    std::unique_ptr<DrawnWindow> makeWindow(Form& form) override {
+        return makeDrawn<CanvasWindow, MediaCanvas>(form, context_);
+    }
     EventLoop& loop() override { return loop_; }
     bool waitFor(const std::function<bool()>& condition) override { return test::waitUntil(condition); }
     void press(DrawnWindow& window, int x, int y, int button, bool isDouble) override {

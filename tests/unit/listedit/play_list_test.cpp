@@ -207,6 +207,23 @@ TEST_F(EditorFixture, SaveAsksByPageAndListNumber) {
     EXPECT_FALSE(machine.files.has("/app/FILE29.INI"));
 }
 
+/// EDIT-105: Rows that a list does not take stay unsaved, and with LONG a box says so
+TEST_F(EditorFixture, RowsThatAListDoesNotTakeStayUnsaved) {
+    for (const bool isLong : {false, true}) {
+        machine.dialogs.boxes.clear();
+        player.conveniences.longLists = isLong;
+        open();
+        std::vector<ListEntry> rows;
+        for (std::size_t i = 0; i <= mdlDefinePublic::maxFiles(player); ++i) rows.push_back({"a.wav", "/x/a.wav"});
+        setRows(rows);
+        save();
+        const std::string& told = machine.dialogs.boxes.back().text;
+        EXPECT_EQ(machine.dialogs.boxes.size(), isLong ? 2U : 1U);
+        EXPECT_EQ(told, isLong ? "A list takes 9999 entries. The last 1 of this one are not saved."
+                               : "PLAY PAGE 1 LIST 1 Save OK?");
+    }
+}
+
 /// LIST-28: LISTNAME takes the name field's text
 /// EDIT-19: Entries are read up to the first that ends the list: three saved ones are three, though 256 keys stand
 ///     there

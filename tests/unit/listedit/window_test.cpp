@@ -55,9 +55,9 @@ TEST_F(EditorFixture, TabReachesEachUsableControlOnce) {
         places.insert(each->TabIndex);
         EXPECT_TRUE(each->Visible) << each->name();
     }
-    EXPECT_EQ(reached, 20);
-    EXPECT_EQ(places.size(), 20U);
-    EXPECT_EQ(*places.rbegin(), 19);
+    EXPECT_EQ(reached, 27);
+    EXPECT_EQ(places.size(), 27U);
+    EXPECT_EQ(*places.rbegin(), 26);
 }
 
 /// EDIT-12: The panel is hidden and disabled meanwhile and comes back where it was

@@ -81,12 +81,6 @@ protected:
         machine.clearCalls();
     }
 
-    /// Does something inside the loop, as an event does.
-    void act(const std::function<void()>& action) {
-        machine.loop.enter(action);
-        machine.settle();
-    }
-
     /// Lets a button go over itself: its click comes before the release.
     void letGo(int index, const MouseArgs& mouse = kLeft) {
         act([&] { button(index).Click.raise(); });

@@ -178,6 +178,30 @@ TEST(BmpReader, RunsThatLeaveThePictureHarmNothing) {
     }
 }
 
+/// PIC-28
+TEST(BmpReader, RunsAndColoursOneByOneFillEachRow) {
+    const auto shown = [](int bits, int compression, const std::string& rows) {
+        const auto picture =
+            read(bitmapFile(3, 2, {.bits = bits, .compression = compression}, greys(1U << bits), rows));
+        std::vector<std::uint32_t> pixels;
+        for (int y = 0; y < 2; ++y) {
+            for (int x = 0; x < 3; ++x) pixels.push_back(at(picture, x, y));
+        }
+        return pixels;
+    };
+    const auto grey = [](const std::vector<std::uint32_t>& shades, std::size_t i) { return shades[i] & 0xFFFFFFU; };
+    for (const int bits : {8, 4}) {
+        const auto shades = greys(1U << bits);
+        // The lower row first: three alike; then one by one, filled up to two bytes.
+        const std::string single = bits == 8 ? "\0\3\1\2\3\0"s : "\0\3\x12\x30"s;
+        const std::string alike = bits == 8 ? "\3\5"s : "\3\x55"s;
+        const auto pixels = shown(bits, bits == 8 ? 1 : 2, alike + "\0\0"s + single + "\0\1"s);
+        const std::vector<std::uint32_t> wanted = {grey(shades, 1), grey(shades, 2), grey(shades, 3),
+                                                   grey(shades, 5), grey(shades, 5), grey(shades, 5)};
+        EXPECT_EQ(pixels, wanted) << bits;
+    }
+}
+
 /// A header, then the same bytes again and again.
 class Endless : public PictureBytes {
 public:
@@ -250,6 +274,22 @@ TEST(GifReader, AHugeScreenWithADotIsTooLarge) {
 }
 
 /// PIC-28
+TEST(GifReader, FortyMegapixelsAreTheMostOfAScreenAndOfAPicture) {
+    const std::string code = "\0\2\2\x4C\1\0;"s;
+    const auto part = [&code](int width, int height) {
+        return ","s + little(0, 4) + little(width, 2) + little(height, 2) + code;
+    };
+    for (const std::string& file : {gifHeader(8000, 5000) + part(1, 1), gifHeader(0, 0) + part(8000, 5000)}) {
+        const PicturePixels picture = read(file);
+        ASSERT_EQ(picture.reason, "");
+        EXPECT_EQ(picture.full, (PictureSize{8000, 5000}));
+        EXPECT_LE(picture.held.pixels(), kMaxHeldPixels);
+    }
+    EXPECT_NE(read(gifHeader(8000, 5001) + part(1, 1)).reason.find("too large"), std::string::npos);
+    EXPECT_NE(read(gifHeader(1, 1) + part(8000, 5001)).reason.find("too large"), std::string::npos);
+}
+
+/// PIC-28
 TEST(GifReader, OfAHundredThousandPicturesTheFirstIsRead) {
     std::string bytes = gifHeader(2, 1) + ","s + little(0, 4) + little(2, 2) + little(1, 2) + "\0\2\2\x4C\1\0"s;
     for (int i = 0; i < 100'000; ++i) {
@@ -295,6 +335,31 @@ TEST(GifReader, CodesThatCannotBeLeaveTheRestAsItsBackground) {
         bytes.back() = bits;
         EXPECT_EQ(read(bytes + packed({4, 1}, 3) + ";").reason, "") << int{bits};
     }
+    std::string wide = start;
+    wide.back() = '\x09';
+    EXPECT_EQ(at(read(wide + packed({512, 1, 1, 1, 1}, 10) + ";"), 0, 0), 0U) << "no colour has nine bits";
+}
+
+/// PIC-28
+TEST(GifReader, MoreCodesThanItsTableHoldsAreRead) {
+    constexpr int kDots = 6000, kDot = 1, kFirstLearned = 6, kMostBits = 12;
+    std::string bits;
+    int learned = kFirstLearned, width = 3;
+    for (int code = 0; code < kDots; ++code) {
+        for (int bit = 0; bit < width; ++bit) bits += static_cast<char>(kDot >> bit & 1);
+        if (code > 0 && ++learned == 1 << width && width < kMostBits) ++width;
+    }
+    std::string packedBits((bits.size() + 7) / 8, '\0');
+    for (std::size_t i = 0; i < bits.size(); ++i) packedBits[i / 8] |= static_cast<char>(bits[i] << (i % 8));
+    std::string file = gifHeader(kDots, 1) + ","s + little(0, 4) + little(kDots, 2) + little(1, 2) + "\0\2"s;
+    for (std::size_t from = 0; from < packedBits.size(); from += 255) {
+        const std::string block = packedBits.substr(from, 255);
+        file += static_cast<char>(block.size()) + block;
+    }
+    const auto picture = read(file + '\0' + ";");
+    ASSERT_EQ(picture.reason, "");
+    EXPECT_EQ(at(picture, kDots - 1, 0), at(picture, 0, 0));
+    EXPECT_NE(picture.pixels.back(), 0U);
 }
 
 TEST(GifReader, APictureThatHangsOverItsScreenIsCut) {

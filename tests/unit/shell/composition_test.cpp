@@ -3,10 +3,10 @@
 
 #include <memory>
 
+#include "controls/movie_size.h"
 #include "shell/drops.h"
-#include "shell/file_patterns.h"
-#include "shell/movie_size.h"
 #include "shell/painted_layout.h"
+#include "types/file_patterns.h"
 
 namespace corvane {
 namespace {

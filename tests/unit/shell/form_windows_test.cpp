@@ -24,6 +24,7 @@ class WindowsInMemory : public FormWindows {
 public:
     WindowsInMemory(EventLoop& loop, const Screens& screens) : FormWindows(loop, screens), loop_(loop), on_(screens) {}
     int doubleClickTimeMs() override { return 400; }
+    bool prefersReducedMotion() override { return false; }
     FakeDrawnSurface& surfaceOf(const Form& form) { return dynamic_cast<FakeDrawnSurface&>(windowOf(form)->frame()); }
     BoundWindow* panel = nullptr;
     std::vector<std::unique_ptr<BoundWindow>> gone;

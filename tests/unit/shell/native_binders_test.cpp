@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Each kind of control of a dialog: what its properties show, what the user's acts become, and that neither echoes.
 #include "forms/item_tips.h"
+#include "forms/row_habits.h"
 #include "shell/native/field_text.h"
 #include "shell/native/list_rows.h"
 #include "unit/shell/native_rig.h"
@@ -418,6 +419,58 @@ TEST_F(NativePlayList, DroppedFilesComeAsAnEventOfTheirOwn) {
     EXPECT_TRUE(files.empty());
     loop.drain();
     EXPECT_EQ(files, (std::vector<std::string>{"/a", "/b"}));
+}
+
+struct KeyedList : ListBox, TakesKeys, MovesRows {
+    using ListBox::ListBox;
+};
+using NativeKeyedList = NativeListOf<KeyedList>;
+
+/// WIN-67: A list's own keys are asked before the tool kit's list has them; what it does not take is left to that
+TEST_F(NativeKeyedList, TakesItsOwnKeys) {
+    bind();
+    EXPECT_FALSE(shown().events.key({46, 0})) << "nothing is tied";
+    std::vector<int> seen;
+    list.takeKey = [&](const KeyArgs& key) {
+        seen.push_back(key.keyCode);
+        list.ListIndex = 2;
+        return key.shift == 0;
+    };
+    EXPECT_TRUE(shown().events.key({46, 0}));
+    EXPECT_FALSE(shown().events.key({38, kAltMask}));
+    EXPECT_EQ(seen, (std::vector<int>{46, 38}));
+    surface.runLater();
+    EXPECT_EQ(shown().current, 2);
+    unbind();
+    EXPECT_FALSE(shown().events.key({46, 0}));
+    EXPECT_EQ(seen.size(), 2U);
+}
+
+/// WIN-68: Rows that were dragged are told with the row that they are to stand in front of, and shown where the form
+///     has put them
+TEST_F(NativeKeyedList, TellsWhereRowsWereDragged) {
+    bind();
+    shown().events.rowsDragged(3);
+    std::vector<int> places;
+    list.moveRows = [&](int before) {
+        places.push_back(before);
+        list.setItems({"b", "a"});
+    };
+    const int refreshed = shown().refreshed;
+    shown().events.rowsDragged(5);
+    surface.runLater();
+    EXPECT_EQ(places, std::vector<int>{5});
+    EXPECT_EQ(shown().refreshed, refreshed + 1);
+    unbind();
+    shown().events.rowsDragged(1);
+    EXPECT_EQ(places.size(), 1U);
+}
+
+TEST_F(NativePlayList, WithoutKeysOfItsOwnTakesNone) {
+    bind();
+    EXPECT_FALSE(shown().events.key({46, 0}));
+    shown().events.rowsDragged(0);
+    EXPECT_EQ(list.item(0), "a");
 }
 
 TEST(ListRows, ATipSaysThePathElseACutName) {

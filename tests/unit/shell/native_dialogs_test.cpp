@@ -16,6 +16,7 @@ public:
     using NativeDialogs::chosen;
     using NativeDialogs::NativeDialogs;
     void help() override {}
+    bool raiseBox() override { return isBoxUp(); }
 
     std::optional<Answer> answer;
     std::function<void()> whileUp = [] {};

@@ -2,6 +2,7 @@
 // A dialog's window: scale, size and place, order of the keys, what its events become.
 #include "shell/native/native_form.h"
 
+#include "forms/row_habits.h"
 #include "unit/shell/native_rig.h"
 
 namespace corvane {
@@ -215,6 +216,31 @@ TEST_F(NativeWindowOf, F1IsTheFormsWhenItWantsIt) {
     EXPECT_TRUE(keys.empty()) << "an event of its own";
     loop.drain();
     EXPECT_EQ(keys, (std::vector<int>{kKeyF1, kCtrlMask}));
+}
+
+struct KeyedForm : Form, TakesKeys {
+    KeyedForm() : Form("frmKeyed", FormStyle::Dialog) {}
+};
+
+/// WIN-69: A key that no control took is the form's, where it takes keys
+TEST(KeysOfAForm, AreWhatNoControlTook) {
+    FakeLoop loop;
+    FakeSurface surface;
+    NativeForm native{loop, surface};
+    KeyedForm form;
+    EXPECT_FALSE(native.key({'Z', kCtrlMask})) << "nothing is bound";
+    native.bind(form);
+    EXPECT_FALSE(native.key({'Z', kCtrlMask})) << "nothing is tied";
+    form.takeKey = [](const KeyArgs& key) { return key.keyCode == 'Z'; };
+    EXPECT_TRUE(native.key({'Z', kCtrlMask}));
+    EXPECT_FALSE(native.key({'Y', kCtrlMask}));
+    native.unbind();
+    EXPECT_FALSE(native.key({'Z', kCtrlMask}));
+}
+
+TEST_F(NativeWindowOf, KeysArePassedByWhereTheFormTakesNone) {
+    bind();
+    EXPECT_FALSE(native.key({'Z', kCtrlMask}));
 }
 
 TEST_F(NativeWindowOf, TheMouseIsTheFormsInTwips) {

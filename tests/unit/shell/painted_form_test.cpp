@@ -68,6 +68,29 @@ TEST_F(PaintedForm, OnlyWhatHasChangedIsDrawnAnew) {
     EXPECT_EQ(toldNow(), Texts{"paint all"});
 }
 
+TEST_F(PaintedForm, WhatGrowsByLessThanAPixelOfTheSkinIsNotDrawnAnew) {
+    CommandButton& bar = button;
+    place(bar, 10, 60, 20, 5);
+    toldNow();
+    for (const bool doubled : {false, true}) {
+        screens.scale = doubled ? 2 : 1;
+        bar.Width = 20.4F * kTwipsPerPixel;
+        EXPECT_EQ(toldNow(), Texts{});
+        bar.Width = 20.6F * kTwipsPerPixel;
+        EXPECT_EQ(toldNow().size(), 2U) << "as it was, and as it is";
+        bar.Width = 21.2F * kTwipsPerPixel;
+        EXPECT_EQ(toldNow(), Texts{});
+        bar.Left = 10.7F * kTwipsPerPixel;
+        EXPECT_EQ(toldNow().size(), 2U);
+        place(bar, 10, 60, 20, 5);
+        toldNow();
+    }
+    title.Caption = "A title";
+    toldNow();
+    title.Left = 100.2F * kTwipsPerPixel;
+    EXPECT_NE(toldNow(), Texts{}) << "letters lie on parts of pixels";
+}
+
 TEST_F(PaintedForm, AHeldButtonIsDrawnAnew) {
     press(20, 20);
     EXPECT_EQ(toldNow(), Texts{"paint 10 10 40 20"});
@@ -98,6 +121,23 @@ TEST_F(PaintedForm, ALabelThatIsCutSaysAllInItsTip) {
     title.ToolTipText = "Frame";
     EXPECT_EQ(window->tipAt({110, 15}).text, "Frame");
     EXPECT_EQ(window->tipAt({190, 90}).text, "") << "the form itself";
+}
+
+/// DISP-13: A number of four digits is drawn smaller where a skin has room for three; anything else keeps its size
+TEST_F(PaintedForm, ANumberOfMoreDigitsIsDrawnSmallerRatherThanCut) {
+    title.Caption = "1234";
+    EXPECT_EQ(drawn()[1], "text 1234 at 100 10 60 20 but 10 10 40 20") << "it fits";
+    title.Width = 32 * kTwipsPerPixel;
+    EXPECT_EQ(drawn()[1], "text 1234 at 100 12 32 16 but 10 10 40 20");
+    EXPECT_EQ(window->tipAt({110, 15}).text, "") << "nothing of it is cut";
+    title.Caption = "123a";
+    EXPECT_EQ(drawn()[1], "text 123a at 100 10 32 20 but 10 10 40 20");
+    title.Width = 10 * kTwipsPerPixel;
+    title.Caption = "123";
+    EXPECT_EQ(drawn()[1], "text 123 at 100 10 10 20 but 10 10 40 20");
+    title.Caption = "123456";
+    EXPECT_EQ(drawn()[1], "text 123456 at 100 10 10 20 but 10 10 40 20") << "no size that can be read would do";
+    EXPECT_EQ(window->tipAt({105, 15}).text, "123456");
 }
 
 TEST_F(PaintedForm, ALabelWithoutAWidthTakesTheMouseAsWideAsItsText) {

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 namespace corvane {
 namespace {
 
@@ -46,6 +48,21 @@ TEST(WindowPlace, OfASmallWindowNeedsAllOfIt) {
 
 TEST(WindowPlace, OfAWindowTooLargeShowsItsCorner) {
     EXPECT_EQ(placeInSight({-3000, 5000, 1200, 900}, {kLeft}), (Rectangle{0, 30, 1200, 900}));
+}
+
+/// DESK-14: On screens far beyond what a display's numbers hold a window stays where it is seen, and comes back from
+/// where none
+///     is
+TEST(WindowPlace, OnThirtyTwoScreensIsTheOneThatShowsIt) {
+    std::vector<ScreenArea> screens;
+    for (int i = 0; i < 32; ++i) screens.push_back(screen(i * 2560.0, 0, 2560, 1440, 30));
+    for (const double x : {0.0, 32'700.0, 32'800.0, 40'000.0, 65'500.0, 81'500.0}) {
+        const Rectangle window{x, 700, 400, 100};
+        EXPECT_EQ(placeInSight(window, screens), window) << x;
+        EXPECT_EQ(placeInSight(window, {screens.front()}).right() <= 2560, true) << x;
+    }
+    EXPECT_EQ(placeInSight({90'000, 700, 400, 100}, screens), (Rectangle{81'520, 700, 400, 100}));
+    EXPECT_EQ(placeInSight({-1e9, 1e9, 400, 100}, screens), (Rectangle{0, 1340, 400, 100}));
 }
 
 TEST(WindowPlace, WithoutAScreenStays) {

@@ -237,6 +237,34 @@ TEST_F(Start, EachStepHidesThePictureBeforeItGrowsAndShowsItAfterwards) {
     EXPECT_EQ(watch.seen, (std::vector<std::string>{"hidden 6000", "shown 6000", "hidden 6000", "shown 5600"}));
 }
 
+/// START-64: Where the desktop asks for less motion the panel comes with the first tick and goes with one
+TEST_F(Start, WithLessMotionThePanelComesAndGoesAtOnce) {
+    machine.windows.reducedMotion = true;
+    ASSERT_TRUE(startProgram(player));
+    step();
+    EXPECT_EQ(window(), nullptr);
+    ASSERT_NE(panel(), nullptr);
+    EXPECT_TRUE(panel()->Visible);
+    EXPECT_FLOAT_EQ(panel()->Left, (kScreenWidth - 6000) * 0.9F) << "where the opening would have ended";
+    EXPECT_FLOAT_EQ(panel()->Top, (kScreenHeight - 1500) * 0.9F);
+    closePanelAt(3000, 1500);
+    step();
+    EXPECT_TRUE(machine.process.ending());
+    EXPECT_EQ(machine.log.count("process.end"), 1);
+    EXPECT_FALSE(window()->Visible) << "nothing small is seen in the corner";
+}
+
+/// START-64
+TEST_F(Start, LessMotionMayBecomeKnownWhileThePanelOpens) {
+    ASSERT_TRUE(startProgram(player));
+    machine.advance(4 * kStepMs);
+    ASSERT_NE(window(), nullptr);
+    machine.windows.reducedMotion = true;
+    step();
+    ASSERT_NE(panel(), nullptr);
+    EXPECT_FLOAT_EQ(panel()->Left, (kScreenWidth - 6000) * 0.9F);
+}
+
 /// START-26: A window that is not in its normal state grows where it is
 TEST_F(Start, AMinimisedWindowGrowsWhereItIs) {
     ASSERT_TRUE(startProgram(player));
@@ -323,6 +351,49 @@ TEST_F(Start, NeitherSavedFilesNorThoseOfTheCommandLinePlayByThemselves) {
     ASSERT_TRUE(startProgram(player));
     machine.advance(50 * kStepMs);
     EXPECT_FALSE(player.gPlaying) << "nothing that was opened is there";
+    EXPECT_TRUE(machine.dialogs.boxes.empty());
+}
+
+/// KIND-24
+TEST_F(Start, TheTypesOfTodayArePlayedWhereTheWaysOfTodayAreOn) {
+    machine.media.decodes = {"FLAC"};
+    ASSERT_TRUE(startProgram(player));
+    EXPECT_FALSE(player.types.knows("FLAC"));
+
+    Player desktops{ports};
+    registerStartupForms(desktops);
+    desktops.forms.registerForm(FormId::MenuWindow, [] { return std::make_unique<MenuWindowControls>(); });
+    machine.process.byDesktop = true;
+    ASSERT_TRUE(startProgram(desktops));
+    EXPECT_TRUE(desktops.types.knows("FLAC"));
+    EXPECT_FALSE(desktops.types.knows("OPUS")) << "nothing decodes it here";
+}
+
+/// DROP-21
+TEST_F(Start, OpenedFilesOfWhichNoneIsPlayedAreTold) {
+    machine.process.byDesktop = true;
+    machine.process.opened = {"/m/gone.wav"};
+    ASSERT_TRUE(startProgram(player));
+    machine.advance(50 * kStepMs);
+    ASSERT_EQ(machine.dialogs.boxes.size(), 1U);
+    EXPECT_EQ(machine.dialogs.boxes[0].text, "/m/gone.wav: left out, because there is no such file");
+}
+
+/// START-62: What a start has to tell of what it was given waits until the panel stands and the list plays
+TEST_F(Start, WhatWasLeftOutIsToldBesideTheMusic) {
+    machine.addSound("/m/a.wav", 3000);
+    machine.files.add("/m/l.m3u8", "http://x/y.mp3\na.wav\n");
+    machine.process.byDesktop = true;
+    machine.process.opened = {"/m/l.m3u8"};
+    bool playedBefore = false;
+    machine.dialogs.whileUp = [&] { playedBefore = player.gPlaying && panel() != nullptr; };
+    ASSERT_TRUE(startProgram(player));
+    machine.advance(14 * kStepMs);
+    EXPECT_TRUE(machine.dialogs.boxes.empty());
+    machine.advance(10 * kStepMs);
+    ASSERT_EQ(machine.dialogs.boxes.size(), 1U);
+    EXPECT_EQ(machine.dialogs.boxes[0].text, "/m/l.m3u8: one entry left out, because it leads to the network");
+    EXPECT_TRUE(playedBefore);
 }
 
 /// START-34: The panel's end shows the start window again, at the panel's own place and size, with step 15

@@ -165,7 +165,7 @@ TEST_F(PlayLists, DamagedFilesAreEmptyLists) {
     }
 }
 
-/// LIST-25: A file over 4 MiB is an empty list and is never written over
+/// LIST-25: A file over 8 MiB is an empty list and is never written over
 TEST_F(PlayLists, AnAbsurdlyLongFileIsAnEmptyListAndIsNeverWrittenOver) {
     list("LIST000=a.mid|1\n;" + std::string(kMostProfileBytes, 'x'));
     EXPECT_TRUE(start().empty());

@@ -241,6 +241,8 @@ TEST(CharacterCode, AndItsTextAreInverse) {
     EXPECT_EQ(characterCode("\xC0\x80"), 0xC0);
     EXPECT_EQ(characterCode("\xE0\x80\x80"), 0xE0);
     EXPECT_EQ(characterCode("\xE3\x81"), 0xE3);
+    EXPECT_EQ(characterCode("\x81\x81\x81\x81"), 0x81);
+    EXPECT_EQ(characterCode("\xF5\x81\x81\x81"), 0xF5);
 }
 
 /// SET-37: An empty skin name, blanks included, is the default skin's
@@ -285,7 +287,7 @@ TEST_F(Settings, AFailedWriteIsSilentAndLeavesTheFile) {
     EXPECT_TRUE(machine.dialogs.boxes.empty());
 }
 
-/// SET-46: A file over 4 MiB reads as empty and is never written over
+/// SET-46: A file over 8 MiB reads as empty and is never written over
 TEST_F(Settings, AnAbsurdlyLongFileReadsAsEmptyAndIsNeverWrittenOver) {
     settings("AUTOPLAY=ON\r\n;" + std::string(kMostProfileBytes, 'x'));
     readSettings(player);
@@ -329,6 +331,61 @@ TEST_F(Settings, TextThatIsNoNumberLeavesWhatWasReadBefore) {
     }
 }
 
+// --- Conveniences ----------------------------------------------------------------------------------------------------
+
+struct ConvenienceKeys : Settings {
+    Conveniences read(const std::string& lines) {
+        machine.files.add("/app/KADO.INI", lines);
+        readConveniences(player);
+        return player.conveniences;
+    }
+};
+
+TEST_F(ConvenienceKeys, APlainStartHasNoneAndTheDesktopsHasAll) {
+    EXPECT_EQ(read(""), Conveniences());
+    machine.process.byDesktop = true;
+    EXPECT_EQ(read(""), kAllConveniences);
+}
+
+/// SET-67: Conveniences are in force by how the player is started, where the settings file does not say otherwise for
+///     all of them or for one
+TEST_F(ConvenienceKeys, TheFileHasTheLastWordForAllAndThenForEach) {
+    EXPECT_EQ(read("[KADO]\nCONVENIENCES=ON\n"), kAllConveniences);
+    Conveniences butNames = kAllConveniences;
+    butNames.names = false;
+    EXPECT_EQ(read("[CONVENIENCES]\nNAMES=OFF\n[KADO]\nCONVENIENCES=ON\n"), butNames);
+    machine.process.byDesktop = true;
+    EXPECT_EQ(read("[CONVENIENCES]\nNAMES=OFF\n"), butNames);
+    EXPECT_EQ(read("[KADO]\nCONVENIENCES=OFF\n"), Conveniences());
+    Conveniences onlyLong;
+    onlyLong.longLists = true;
+    EXPECT_EQ(read("[KADO]\nCONVENIENCES=OFF\n[CONVENIENCES]\nLONG=ON\n"), onlyLong);
+}
+
+TEST_F(ConvenienceKeys, EachHasAKeyOfItsOwn) {
+    std::string expected = "1000000000";  // keys and flags stand in the same order
+    for (const char* key :
+         {"NAMES", "KINDS", "TEXTS", "LOUDNESS", "LISTS", "LONG", "PLAYS", "FIND", "HANDS", "RESUME"}) {
+        const Conveniences one = read("[CONVENIENCES]\n" + std::string(key) + "=ON\n");
+        std::string flags;
+        for (bool each : {one.names, one.kinds, one.texts, one.loudness, one.lists, one.longLists, one.plays, one.find,
+                          one.hands, one.resume}) {
+            flags += each ? '1' : '0';
+        }
+        EXPECT_EQ(flags, expected) << key;
+        std::rotate(expected.rbegin(), expected.rbegin() + 1, expected.rend());
+    }
+}
+
+/// What is neither, and what stands in another section, says nothing.
+TEST_F(ConvenienceKeys, OtherTextsLeaveThemAsTheStartHasThem) {
+    for (const char* odd : {"[KADO]\nCONVENIENCES=on\n", "[KADO]\nCONVENIENCES=YES\nNAMES=ON\n",
+                            "[KADO]\nCONVENIENCES=\n", "[CONVENIENCES]\nNAMES=1\nCONVENIENCES=ON\n", "NAMES=ON\n"}) {
+        machine.process.byDesktop = false;
+        EXPECT_EQ(read(odd), Conveniences()) << odd;
+    }
+}
+
 // --- The schema ------------------------------------------------------------------------------------------------------
 
 struct Values {
@@ -339,13 +396,28 @@ struct Values {
     std::string operator()(const SwitchSetting& /*one*/) const { return "ON, OFF"; }
     std::string operator()(const KeySetting& /*key*/) const { return "a character"; }
     std::string operator()(const TextSetting& /*text*/) const { return "a file's name"; }
+    std::string operator()(const ConvenienceSetting& /*each*/) const { return "ON, OFF"; }
+    std::string operator()(const DesktopSetting& /*text*/) const { return "AUTO, ON, OFF"; }
 };
 
 std::string manualOf(const SettingsSchema& schema) {
     std::vector<std::vector<std::string>> rows;
     for (const Setting& each : schema) {
+        if (each.writtenBy == WrittenBy::Conveniences) continue;
         rows.push_back({each.key, std::visit(Values(), each.value), settingDefault(each), each.meaning,
-                        each.writtenBy == WrittenBy::Editor ? "editor" : "settings"});
+                        each.writtenBy == WrittenBy::Editor ? "editor"
+                        : each.writtenBy == WrittenBy::Hand ? "by hand"
+                                                            : "settings"});
+    }
+    return manualRows(rows);
+}
+
+/// Those of the conveniences, with the section that each stands in.
+std::string conveniencesOf(const SettingsSchema& schema) {
+    std::vector<std::vector<std::string>> rows;
+    for (const Setting& each : schema) {
+        if (each.writtenBy != WrittenBy::Conveniences) continue;
+        rows.push_back({each.key, "[" + std::string(each.section) + "]", each.meaning});
     }
     return manualRows(rows);
 }
@@ -363,12 +435,15 @@ TEST(SettingsSchema, EachKeyStandsThereOnceWithAVariableOfItsOwn) {
         EXPECT_EQ(std::find(numbers.begin(), numbers.end(), variable), numbers.end()) << each.key;
         numbers.push_back(variable);
     }
-    EXPECT_EQ(keys.size(), 25U);
+    EXPECT_EQ(keys.size(), 37U);
     EXPECT_EQ(numbers.size(), 20U);
 }
 
 /// SET-66
-TEST(SettingsSchema, TheManualTellsThem) { expectManualRows("settings", manualOf(settingsSchema())); }
+TEST(SettingsSchema, TheManualTellsThem) {
+    expectManualRows("settings", manualOf(settingsSchema()));
+    expectManualRows("conveniences", conveniencesOf(settingsSchema()));
+}
 
 TEST_F(Settings, EachWriterWritesItsOwnInTheirOrder) {
     EXPECT_TRUE(writeSettings(player, WrittenBy::SettingsDialog, {{kDelayKey, "0700"}}));

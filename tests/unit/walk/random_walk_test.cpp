@@ -28,7 +28,8 @@ constexpr int kCommandsOfOneRun = 4000;  // then the program is ended and starte
 /// One run of the program with its machine.
 class Walk {
 public:
-    explicit Walk(unsigned seed) : random_(seed) {
+    Walk(unsigned seed, const Conveniences& ways) : random_(seed) {
+        player.conveniences = ways;
         registerAllForms(player);
         machine.dialogs.whileUp = [this] { meanwhile(); };
         addMedia();
@@ -52,7 +53,7 @@ public:
 
     /// One random command; its name for the report of a failure.
     std::string step() {
-        switch (pick(17)) {
+        switch (pick(18)) {
             case 0:
             case 1:
                 return clickButton();
@@ -80,6 +81,8 @@ public:
                 return loseFile();
             case 13:
                 return remoteCommand();
+            case 14:
+                return useHands();
             default:
                 return passTime();
         }
@@ -346,6 +349,23 @@ private:
         return passTime();
     }
 
+    /// Keys and wheels of today; on a plain start they do what they did.
+    std::string useHands() {
+        static constexpr std::array<int, 5> kKeys = {kKeyF11, kKeyEscape, kKeyLeft, kKeyRight, kKeyF11};
+        Form* form = player.forms.find(FormId::MovieWindow);
+        if (form == nullptr) form = player.forms.find(FormId::ImageWindow);
+        if (form == nullptr) form = &panel();
+        if (pick(2) == 0) {
+            const int key = kKeys[static_cast<std::size_t>(pick(5))];
+            enter([&] { form->KeyDown.raise({key, 0, false}); });
+            return "hand's key " + std::to_string(key);
+        }
+        const int notches = 1 + pick(3);
+        const WheelArgs turned{pick(2) == 0 ? notches : -notches, 0};
+        enter([&] { pick(2) == 0 ? panel().pctSlide.MouseWheel.raise(turned) : form->MouseWheel.raise(turned); });
+        return "wheel";
+    }
+
     std::string loseFile() {
         if (pick(20) != 0) return passTime();
         machine.files.remove("/m/b.wav");
@@ -430,18 +450,16 @@ private:
     std::vector<std::string> all_;
 };
 
-/// OPEN-48: With nothing open nothing more happens
-/// PANEL-22, OPEN-11, MOVE-45
-TEST(RandomWalk, AnyOrderOfCommandsLeavesASaneState) {
+void walkAround(int commands, const Conveniences& ways) {
     unsigned seed = 1;
-    auto walk = std::make_unique<Walk>(seed);
+    auto walk = std::make_unique<Walk>(seed, ways);
     std::string before;
     int inBoxes = 0;
     std::array<int, 5> seen{};  // commands after which each media kind was open, from -1 up
-    for (int i = 0; i < kCommands && !testing::Test::HasFailure(); ++i) {
+    for (int i = 0; i < commands && !testing::Test::HasFailure(); ++i) {
         if (!walk->isRunning() || i % kCommandsOfOneRun == kCommandsOfOneRun - 1) {
             inBoxes += walk->postedInBoxes;
-            walk = std::make_unique<Walk>(++seed);
+            walk = std::make_unique<Walk>(++seed, ways);
         }
         const std::string command = walk->step();
         walk->machine.clearCalls();
@@ -451,12 +469,19 @@ TEST(RandomWalk, AnyOrderOfCommandsLeavesASaneState) {
         before = command;
         if (walk->isRunning()) ++seen[static_cast<std::size_t>(walk->player.gMediaKind + 1)];
     }
-    EXPECT_GT(inBoxes, kCommands / 100) << "events while a box was up";
+    EXPECT_GT(inBoxes, commands / 100) << "events while a box was up";
     // The walk went everywhere, not only through a closed player.
     for (std::size_t kind = 0; kind < seen.size(); ++kind) {
-        EXPECT_GT(seen[kind], kCommands / 50) << "kind " << static_cast<int>(kind) - 1;
+        EXPECT_GT(seen[kind], commands / 50) << "kind " << static_cast<int>(kind) - 1;
     }
 }
+
+/// OPEN-48: With nothing open nothing more happens
+/// PANEL-22, OPEN-11, MOVE-45
+TEST(RandomWalk, AnyOrderOfCommandsLeavesASaneState) { walkAround(kCommands, {}); }
+
+/// OPEN-48
+TEST(RandomWalk, WithTheConveniencesAsWell) { walkAround(kCommands, kAllConveniences); }
 
 }  // namespace
 }  // namespace corvane

@@ -5,9 +5,10 @@
 #include <optional>
 #include <vector>
 
+#include "shell/windowing/make_drawn.h"
 #include "unit/windows/other_program.h"
 #include "windows/windowing/box_watch.h"
-#include "windows/windowing/canvas_window.h"
+#include "windows/windowing/media_canvas.h"
 #include "windows/windowing/windows_dialogs.h"
 
 namespace corvane {
@@ -18,13 +19,16 @@ namespace {
 struct Shown {
     HWND front = nullptr;
     RECT place{};
+    bool activated = false;  ///< the box was to get the keyboard by being shown
 } shown;
 
 LRESULT CALLBACK noteShown(int code, WPARAM first, LPARAM second) {
     const auto& told = *reinterpret_cast<CWPRETSTRUCT*>(second);
-    if (code == HC_ACTION && told.message == WM_WINDOWPOSCHANGED && told.hwnd == BoxWatch::box() &&
-        (reinterpret_cast<WINDOWPOS*>(told.lParam)->flags & SWP_SHOWWINDOW) != 0) {
+    const bool placed = code == HC_ACTION && told.message == WM_WINDOWPOSCHANGED && told.hwnd == BoxWatch::box();
+    const UINT how = placed ? reinterpret_cast<WINDOWPOS*>(told.lParam)->flags : 0;
+    if ((how & SWP_SHOWWINDOW) != 0) {
         shown.front = GetForegroundWindow();
+        shown.activated = (how & SWP_NOACTIVATE) == 0;
         GetWindowRect(told.hwnd, &shown.place);
     }
     return CallNextHookEx(nullptr, code, first, second);
@@ -79,7 +83,7 @@ struct BoxOfAPanel : ::testing::Test {
     WindowsLoop loop;
     DesktopContext context{loop, 1.0, nullptr};
     Form form{"frmTried", FormStyle::Painted};
-    std::unique_ptr<DrawnWindow> window = makeDrawnWindow(form, context);
+    std::unique_ptr<DrawnWindow> window = makeDrawn<CanvasWindow, MediaCanvas>(form, context);
     CanvasWindow& canvas = static_cast<CanvasWindow&>(window->surface());
     WindowsDialogs dialogs{context};
 };
@@ -96,6 +100,7 @@ TEST_F(BoxOfAPanel, LeavesTheKeyboardToTheProgramThatHasIt) {
     };
     EXPECT_EQ(ask({click, isInFront, pressEnter}), Answer::Abort);
     EXPECT_EQ(shown.front, other.window());
+    EXPECT_FALSE(shown.activated);
 }
 
 /// WIN-62
@@ -120,6 +125,7 @@ TEST_F(BoxOfAPanel, HasTheKeyboardWhereItsProgramHasIt) {
         },
         5000));
     EXPECT_EQ(ask({isInFront, pressEnter}), Answer::Abort);
+    EXPECT_TRUE(shown.activated) << "not by the window manager alone";
 }
 
 /// WIN-62
@@ -127,6 +133,8 @@ TEST_F(BoxOfAPanel, HasTheKeyboardBeforeThereIsAWindow) {
     const test::OtherProgram other;
     ASSERT_TRUE(other.bringToFront(loop));
     EXPECT_EQ(ask({isInFront, pressEnter}), Answer::Abort) << "what was just started is waited for";
+    EXPECT_NE(shown.front, other.window());
+    EXPECT_TRUE(shown.activated);
 }
 
 TEST_F(BoxOfAPanel, LiesOverThePanel) {

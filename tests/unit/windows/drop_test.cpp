@@ -9,8 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "windows/text.h"
-#include "windows/windowing/canvas_window.h"
+#include "shell/windowing/make_drawn.h"
+#include "winapi/text.h"
+#include "windows/windowing/media_canvas.h"
 // After windows.h:
 #include <shlobj.h>
 
@@ -145,7 +146,7 @@ struct DropForm : ::testing::Test {
     Form form{"frmTried", FormStyle::Painted};
     CommandButton button{&form, "cmdTried"};
     Texts seen;
-    std::unique_ptr<DrawnWindow> window = makeDrawnWindow(form, context);
+    std::unique_ptr<DrawnWindow> window = makeDrawn<CanvasWindow, MediaCanvas>(form, context);
     CanvasWindow& canvas = static_cast<CanvasWindow&>(window->surface());
 };
 

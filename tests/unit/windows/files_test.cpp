@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "unit/windows/folder_rig.h"
+#include "winapi/program/known_folders.h"
 #include "windows/about.h"
-#include "windows/known_folders.h"
 
 namespace corvane {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "windows/media/movies/filter_graph.h"
+#include "winapi/movies/filter_graph.h"
 
 #include <gtest/gtest.h>
 

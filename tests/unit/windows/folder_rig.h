@@ -6,8 +6,8 @@
 #include <string>
 
 #include "contract/windows/media_rig.h"
-#include "windows/files/windows_files.h"
-#include "windows/handle.h"
+#include "winapi/files/windows_files.h"
+#include "winapi/handle.h"
 
 namespace corvane::test {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "windows/window_instance.h"
+#include "winapi/program/window_instance.h"
 
 #include <gtest/gtest.h>
 
@@ -8,8 +8,9 @@
 #include <thread>
 #include <vector>
 
+#include "program/instance_call.h"
 #include "unit/windows/folder_rig.h"
-#include "windows/windows_loop.h"
+#include "winapi/program/windows_loop.h"
 
 namespace corvane {
 namespace {
@@ -84,15 +85,15 @@ TEST_F(Instances, WithoutAFirstItIsGivenUpInTime) {
 }
 
 TEST_F(Instances, AsManyFilesAsFitAreHandedOver) {
-    const std::vector<std::string> files(40, std::string(30'000, 'x'));
+    const std::vector<std::string> files(160, std::string(30'000, 'x'));
     WindowInstance first(folder.path());
     const WindowInstance second(folder.path());
-    EXPECT_EQ(second.fitting(files), 34U);
+    EXPECT_EQ(second.fitting(files), 139U) << "four mebibytes";
     listen(first);
     EXPECT_FALSE(second.call(files));
-    EXPECT_TRUE(second.call(Texts(files.begin(), files.begin() + 34)));
+    EXPECT_TRUE(second.call(Texts(files.begin(), files.begin() + 139)));
     ASSERT_EQ(given.size(), 1U);
-    EXPECT_EQ(given[0].size(), 34U);
+    EXPECT_EQ(given[0].size(), 139U);
 }
 
 /// WIN-48
@@ -106,7 +107,7 @@ TEST_F(Instances, WhatIsNoHandOverIsRefused) {
         return SendMessageW(window, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&copied));
     };
     constexpr ULONG_PTR kFiles = 0x434F5246;
-    const std::string large((1U << 20U) + 1, 'x');
+    const std::string large(kMostInCall + 1, 'x');
     EXPECT_EQ(send(1, 4, "a.w"), FALSE) << "another program's";
     EXPECT_EQ(send(kFiles, static_cast<DWORD>(large.size()), large.data()), FALSE);
     EXPECT_EQ(send(kFiles, 4, nullptr), FALSE);

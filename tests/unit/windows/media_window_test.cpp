@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "windows/windowing/canvas_window.h"
+#include "shell/windowing/make_drawn.h"
+#include "windows/windowing/media_canvas.h"
 
 #include <gtest/gtest.h>
 
@@ -7,8 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "pictures/bitmap_picture.h"
 #include "unit/windows/other_program.h"
-#include "windows/windowing/bitmap_picture.h"
 #include "windows/windowing/dib.h"
 #include "windows/windowing/full_screen_window.h"
 
@@ -66,7 +67,7 @@ struct PictureForm : ::testing::Test {
     Form form{"frmTried", FormStyle::Media};
     PictureBox box{&form, "pctTried"};
     Texts seen;
-    std::unique_ptr<DrawnWindow> window = makeDrawnWindow(form, context);
+    std::unique_ptr<DrawnWindow> window = makeDrawn<CanvasWindow, MediaCanvas>(form, context);
     CanvasWindow& canvas = static_cast<CanvasWindow&>(window->surface());
 };
 

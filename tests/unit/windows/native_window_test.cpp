@@ -6,7 +6,8 @@
 #include <set>
 
 #include "forms/item_tips.h"
-#include "windows/text.h"
+#include "forms/row_habits.h"
+#include "winapi/text.h"
 #include "windows/windowing/dib.h"
 #include "windows/windowing/label_font.h"
 
@@ -94,7 +95,9 @@ struct TippedForm : ::testing::Test {
             tool.uId = reinterpret_cast<UINT_PTR>(widget);
             tool.lpszText = text.data();
             SendMessageW(tips, TTM_GETTEXTW, text.size(), reinterpret_cast<LPARAM>(&tool));
-            if (text[0] != L'\0') found = fromWide(text.c_str());
+            if (text[0] == L'\0') return;
+            found = fromWide(text.c_str());
+            tipStyle = GetWindowLongPtrW(tips, GWL_STYLE);
         };
         for (HWND tips = nullptr; (tips = FindWindowExW(nullptr, tips, TOOLTIPS_CLASSW, nullptr)) != nullptr;) {
             if (GetWindow(tips, GW_OWNER) == window.handle()) look(tips);
@@ -102,6 +105,7 @@ struct TippedForm : ::testing::Test {
         return found;
     }
 
+    LONG_PTR tipStyle = 0;  ///< of what said it
     WindowsLoop loop;
     DesktopContext context{loop, 1.0, nullptr};
     Form form{"frmTried", FormStyle::Dialog};
@@ -186,6 +190,8 @@ TEST_F(DialogForm, F1IsTheFormsWhereverTheKeyboardIs) {
 /// WIN-56
 TEST_F(TippedForm, ARowSaysItsPathToThePointer) {
     EXPECT_EQ(tipAt(0), "C:\\music\\one\\01.mp3");
+    EXPECT_NE(tipStyle & TTS_NOPREFIX, 0) << "an ampersand is a part of the name";
+    EXPECT_NE(tipStyle & TTS_ALWAYSTIP, 0) << "also when another window is in front";
     EXPECT_EQ(tipAt(1), "C:\\music\\two\\01.mp3") << "two of one name are told apart";
     EXPECT_EQ(tipAt(2), std::string(200, 'n')) << "it has no path";
     EXPECT_EQ(tipAt(3), "") << "nor has this, and it is not cut";
@@ -197,7 +203,42 @@ TEST_F(TippedForm, ARowSaysItsPathToThePointer) {
     EXPECT_EQ(tipAt(0), "C:\\music\\one\\01.mp3") << "of the new row";
 }
 
-/// What is typed counts as it is, also where an entry says the same; nothing is chosen by leaving the field.
+/// WIN-76: A field whose form listens is told the keys that step, and those alone
+TEST_F(DialogForm, AFieldTellsTheKeysThatStep) {
+    std::vector<int> keys;
+    text.KeyDown.tie([&](const KeyArgs& args) { keys.push_back(args.keyCode); });
+    for (const WPARAM code : {VK_UP, VK_LEFT, VK_NEXT}) key(text, code);
+    loop.runUntil([&] { return keys.size() > 1; }, 2000);
+    EXPECT_EQ(keys, (std::vector<int>{VK_UP, VK_NEXT}));
+}
+
+/// WIN-77: Enter goes into the folder of the current row; no other key does
+TEST(FolderForm, EnterGoesIntoTheFolder) {
+    WindowsLoop loop;
+    DesktopContext context{loop, 1.0, nullptr};
+    Form form{"frmTried", FormStyle::Dialog};
+    form.SetSize(px(400), px(300));
+    FolderBox folders{&form, "dirTried"};
+    folders.Move(px(10), px(10));
+    folders.SetSize(px(120), px(200));
+    NativeWindow window{form, context};
+    for (const char* each : {"one", "two"}) folders.addItem(each);
+    window.bind();
+    form.Show();
+    loop.runUntil([] { return false; }, 50);
+    folders.ListIndex = 1;
+    int opened = 0;
+    folders.DblClick.tie([&opened] { ++opened; });
+    const HWND widget = window.widgetOf(folders);
+    SendMessageW(widget, WM_KEYDOWN, VK_HOME, 1);
+    SendMessageW(widget, WM_MOUSEMOVE, 0, MAKELPARAM(5, 5));
+    EXPECT_FALSE(loop.runUntil([&] { return opened > 0; }, 50));
+    SendMessageW(widget, WM_KEYDOWN, VK_RETURN, 1);
+    EXPECT_TRUE(loop.runUntil([&] { return opened > 0; }, 2000));
+    EXPECT_EQ(opened, 1);
+    window.unbind();
+}
+
 /// WIN-53: What is typed into a list's field counts as it is; nothing is chosen by leaving it
 TEST_F(DialogForm, ATypedTextIsNoChoice) {
     int chosen = 0;
@@ -251,6 +292,80 @@ TEST(Letters, JapaneseOnesAreDrawn) {
         seen.insert({picture.pixels(), picture.pixels() + 40 * 40});
     }
     EXPECT_EQ(seen.size(), letters.size());
+}
+
+struct MovedListBox : ListBox, MovesRows {
+    using ListBox::ListBox;
+};
+
+/// A list of five rows that can be dragged.
+struct DraggedForm : ::testing::Test {
+    DraggedForm() {
+        form.SetSize(px(400), px(300));
+        list.Move(px(30), px(10));
+        list.SetSize(px(120), px(200));
+        list.MultiSelect = true;
+        list.setItems({"a", "b", "c", "d", "e"});
+        list.moveRows = [this](int before) { moved.push_back(before); };
+        window.bind();
+        form.Show();
+        loop.runUntil([] { return false; }, 50);
+    }
+    ~DraggedForm() override { window.unbind(); }
+    void mouse(UINT message, int halfRow, WPARAM keys = MK_LBUTTON) {
+        const HWND widget = window.widgetOf(list);
+        const auto height = static_cast<int>(SendMessageW(widget, LB_GETITEMHEIGHT, 0, 0));
+        SendMessageW(widget, message, keys, MAKELPARAM(5, halfRow * height / 2 + 1));
+    }
+
+    WindowsLoop loop;
+    DesktopContext context{loop, 1.0, nullptr};
+    Form form{"frmTried", FormStyle::Dialog};
+    MovedListBox list{&form, "lstTried"};
+    std::vector<int> moved;
+    NativeWindow window{form, context};
+};
+
+/// WIN-68
+TEST_F(DraggedForm, ARowIsDraggedAndStaysTheSelectedOne) {
+    mouse(WM_LBUTTONDOWN, 0);
+    mouse(WM_MOUSEMOVE, 6);
+    mouse(WM_LBUTTONUP, 6, 0);
+    EXPECT_EQ(moved, std::vector<int>{3});
+    EXPECT_EQ(list.selectedIndices(), std::vector<int>{0});
+    mouse(WM_LBUTTONDOWN, 2);
+    mouse(WM_MOUSEMOVE, 40);
+    mouse(WM_LBUTTONUP, 40, 0);
+    EXPECT_EQ(moved, (std::vector<int>{3, 5})) << "below the last one";
+    EXPECT_EQ(list.selectedIndices(), std::vector<int>{1});
+}
+
+/// WIN-68
+TEST_F(DraggedForm, SeveralSelectedRowsAreDraggedTogether) {
+    mouse(WM_LBUTTONDOWN, 0);
+    mouse(WM_LBUTTONUP, 0, 0);
+    mouse(WM_LBUTTONDOWN, 4, MK_LBUTTON | MK_SHIFT);
+    mouse(WM_LBUTTONUP, 4, MK_SHIFT);
+    ASSERT_EQ(list.selectedIndices(), (std::vector<int>{0, 1, 2}));
+    mouse(WM_LBUTTONDOWN, 2);
+    mouse(WM_MOUSEMOVE, 9);
+    mouse(WM_LBUTTONUP, 9, 0);
+    EXPECT_EQ(moved, std::vector<int>{5});
+    EXPECT_EQ(list.selectedIndices(), (std::vector<int>{0, 1, 2}));
+    mouse(WM_LBUTTONDOWN, 2);
+    mouse(WM_LBUTTONUP, 2, 0);
+    EXPECT_EQ(moved.size(), 1U) << "a click is no drag";
+    EXPECT_EQ(list.selectedIndices(), std::vector<int>{1});
+}
+
+/// WIN-68
+TEST_F(DraggedForm, ADragThatIsTakenAwayMovesNothing) {
+    mouse(WM_LBUTTONDOWN, 0);
+    mouse(WM_MOUSEMOVE, 6);
+    SendMessageW(window.widgetOf(list), WM_CAPTURECHANGED, 0, 0);
+    mouse(WM_MOUSEMOVE, 8, 0);
+    mouse(WM_LBUTTONUP, 8, 0);
+    EXPECT_TRUE(moved.empty());
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "windows/api.h"
-#include "windows/handle.h"
-#include "windows/windows_loop.h"
+#include "winapi/api.h"
+#include "winapi/handle.h"
+#include "winapi/program/windows_loop.h"
 
 namespace corvane::test {
 

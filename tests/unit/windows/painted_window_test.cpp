@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "windows/windowing/canvas_window.h"
+#include "shell/windowing/make_drawn.h"
+#include "windows/windowing/media_canvas.h"
 
 #include <gtest/gtest.h>
 #include <oleacc.h>
 
-#include "windows/text.h"
+#include "winapi/text.h"
 
 namespace corvane {
 namespace {
@@ -52,7 +53,7 @@ struct PaintedForm : ::testing::Test {
     PictureBox slide{&form, "pctTried"};
     double at = 40;
     Texts seen;
-    std::unique_ptr<DrawnWindow> window = makeDrawnWindow(form, context);
+    std::unique_ptr<DrawnWindow> window = makeDrawn<CanvasWindow, MediaCanvas>(form, context);
     CanvasWindow& canvas = static_cast<CanvasWindow&>(window->surface());
 };
 

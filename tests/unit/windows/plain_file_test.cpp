@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "windows/files/plain_file.h"
+#include "winapi/files/plain_file.h"
 
 #include <gtest/gtest.h>
 
 #include "unit/windows/folder_rig.h"
-#include "windows/media/media_file.h"
-#include "windows/media/movies/filter_graph.h"
-#include "windows/pictures/windows_pictures.h"
+#include "winapi/media_file.h"
+#include "winapi/movies/filter_graph.h"
+#include "winapi/pictures/windows_pictures.h"
 
 namespace corvane {
 namespace {
@@ -81,6 +81,8 @@ TEST(PlainFiles, ADeviceIsNoFile) {
         << "it is there";
     EXPECT_FALSE(openPlainFile(L"NUL"));
     EXPECT_FALSE(openPlainFile(toWide(folder.in("NUL"))));
+    // Where a drive is a folder of another system, a device there has the name of a file.
+    EXPECT_FALSE(openPlainFile(L"Z:\\dev\\zero"));
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "windows/own_process.h"
+#include "winapi/program/own_process.h"
 
 #include <gtest/gtest.h>
 
@@ -7,8 +7,8 @@
 #include <string>
 
 #include "unit/windows/folder_rig.h"
-#include "windows/handle.h"
-#include "windows/standard_stream.h"
+#include "winapi/handle.h"
+#include "winapi/program/standard_stream.h"
 
 namespace corvane {
 namespace {

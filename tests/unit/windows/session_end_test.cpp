@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
-#include "windows/windowing/canvas_window.h"
+#include "shell/windowing/make_drawn.h"
+#include "windows/windowing/media_canvas.h"
 
 namespace corvane {
 namespace {
@@ -22,7 +23,7 @@ struct SessionEnd : ::testing::Test {
     WindowsLoop loop;
     DesktopContext context{loop, 1.0, nullptr};
     Form form{"frmTried", FormStyle::Painted};
-    std::unique_ptr<DrawnWindow> window = makeDrawnWindow(form, context);
+    std::unique_ptr<DrawnWindow> window = makeDrawn<CanvasWindow, MediaCanvas>(form, context);
     CanvasWindow& canvas = static_cast<CanvasWindow&>(window->surface());
     int asked = 0;
     bool put = false;

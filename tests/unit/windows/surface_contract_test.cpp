@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contract/surface_contract.h"
 
-#include "windows/windowing/canvas_window.h"
+#include "shell/windowing/make_drawn.h"
+#include "windows/windowing/media_canvas.h"
 
 namespace corvane::contract {
 namespace {
@@ -9,7 +10,9 @@ namespace {
 /// The surface of this desktop.
 class SystemSurfaceStage : public SurfaceStage {
 public:
-    std::unique_ptr<DrawnWindow> makeWindow(Form& form) override { return makeDrawnWindow(form, context_); }
+    std::unique_ptr<DrawnWindow> makeWindow(Form& form) override {
+        return makeDrawn<CanvasWindow, MediaCanvas>(form, context_);
+    }
     EventLoop& loop() override { return loop_; }
     bool waitFor(const std::function<bool()>& condition) override { return loop_.runUntil(condition, 3000); }
     void press(DrawnWindow& window, int x, int y, int button, bool isDouble) override {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "windows/text.h"
+#include "winapi/text.h"
 
 #include <gtest/gtest.h>
 

@@ -3,50 +3,15 @@
 
 #include <gtest/gtest.h>
 
-#include <condition_variable>
-#include <deque>
-#include <mutex>
-#include <new>
-
+#include "unit/workers/posted_events.h"
 #include "workers/worker.h"
 
 namespace corvane {
 namespace {
 
-constexpr std::chrono::seconds kDeadline{10};
+constexpr auto kDeadline = test::PostedEvents::kDeadline;
 
-/// The event loop's end: the test runs what came in.
-class Events {
-public:
-    void post(EventLoop::Handler event) {
-        const std::lock_guard lock(mutex_);
-        if (refused_ > 0) {
-            --refused_;
-            throw std::bad_alloc();
-        }
-        events_.push_back(std::move(event));
-        came_.notify_all();
-    }
-    void refuse(int times) {
-        const std::lock_guard lock(mutex_);
-        refused_ = times;
-    }
-    bool runOne() {
-        std::unique_lock lock(mutex_);
-        if (!came_.wait_for(lock, kDeadline, [this] { return !events_.empty(); })) return false;
-        const EventLoop::Handler event = std::move(events_.front());
-        events_.pop_front();
-        lock.unlock();
-        event();
-        return true;
-    }
-
-private:
-    std::mutex mutex_;
-    std::condition_variable came_;
-    std::deque<EventLoop::Handler> events_;
-    int refused_ = 0;
-};
+using Events = test::PostedEvents;
 
 Pictures::Decoded load(const std::string& path, const PictureWorker::GiveUp& /*givenUp*/) {
     return {{}, "decoded " + path};
@@ -62,7 +27,7 @@ struct PictureWorkerTest : testing::Test {
         std::string told;
         if (auto ready = worker.begin(path, [&](Pictures::Decoded decoded) { told = decoded.reason; }))
             return ready->reason;
-        events->runOne();
+        events->run();
         return told;
     }
 

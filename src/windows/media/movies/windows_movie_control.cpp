@@ -5,7 +5,7 @@
 #include <cmath>
 #include <utility>
 
-#include "windows/text.h"
+#include "winapi/text.h"
 #include "workers/worker.h"
 
 namespace corvane {

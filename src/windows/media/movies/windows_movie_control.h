@@ -6,11 +6,11 @@
 #include <optional>
 #include <string>
 
-#include "shell/media/movie_state_control.h"
-#include "windows/media/movies/filter_graph.h"
-#include "windows/media/ui_post.h"
-#include "windows/message_window.h"
+#include "controls/movie_state_control.h"
+#include "winapi/message_window.h"
+#include "winapi/movies/filter_graph.h"
 #include "windows/windowing/movie_surface.h"
+#include "workers/ui_post.h"
 
 namespace corvane {
 
