@@ -201,7 +201,7 @@ def play_piece(stage, make, movie=False, whole_stop=False):
     stage.sound.wait_for(AFTER, 10)
     left = stage.sound.now()
     rounds = ladder.pieces(stage.sound.tones(began, left))
-    if rounds[0][0] >= stop - HEAR_ERROR:  # what was left where the stop was set
+    if rounds[0][0] >= int(stop):  # what was left where the stop was set
         rounds.pop(0)
     check_pieces(rounds, start, ends, 3)
 
