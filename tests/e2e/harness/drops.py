@@ -28,6 +28,8 @@ def open_by_player(stage, *types):
                                (HOMES["XDG_CONFIG_HOME"], "mimeapps.list", chosen)):
         (stage.folder / folder).mkdir(parents=True, exist_ok=True)
         (stage.folder / folder / name).write_text(text + "\n", encoding="utf-8")
+    # As an installation does: else it is offered only where the system has another program for the type.
+    subprocess.run(["update-desktop-database", str(stage.folder / HOMES["XDG_DATA_HOME"] / "applications")], check=True, timeout=60)
 
 
 class FileManager:
@@ -63,12 +65,17 @@ class FileManager:
         view = self._view()
         self.desk.click(view[0] + view[2] - 30, view[1] + view[3] - 20)  # a free place: takes the focus; a clock at the pointer is seen
         before = self.desk.wait_until_still(*view)
-        self.desk.key("ctrl+a")
-        changed = wait("the selected files", lambda: self._changed(before, view))
-        return changed
+        seen = []
 
-    def _changed(self, before, view):
-        now = self.desk.wait_until_still(*view)
+        def selected():
+            """Files that came up only now are not: who has selected all changes nothing by doing so once more."""
+            self.desk.key("ctrl+a")
+            seen.append(self.desk.wait_until_still(*view))
+            return len(seen) > 1 and np.array_equal(*seen[-2:]) and self._changed(before, seen[-1], view)
+
+        return wait("the selected files", selected, 15)
+
+    def _changed(self, before, now, view):
         rows, columns = np.nonzero(np.abs(now - before).sum(axis=2) > 60)
         if not len(rows):
             return None
