@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <QApplication>
+#include <QIcon>
 #include <clocale>
 #include <csignal>
 #include <cstdio>
@@ -122,6 +123,15 @@ SleepBus sleepHeardBy(LinuxDesktop& desktop, MachineSleep& sleep) {
             [&desktop] { desktop.screenCloses(); }};
 }
 
+/// What lists of windows show where the desktop knows no entry of the program.
+QIcon programIcon() {
+    QIcon icon;
+    for (const int side : {16, 24, 32, 48, 64, 128}) {
+        icon.addFile(QStringLiteral(":/icons/corvane-%1.png").arg(side), {side, side});
+    }
+    return icon;
+}
+
 int runPlayer(CommandLine line, std::string folder, const std::string& manual, EndSignals& endSignals) {
     LinuxDesktop desktop(std::move(line), std::move(folder), manual, endSignals);
     Player player(desktop.ports());
@@ -190,6 +200,7 @@ int main(int argc, char** argv) {
     const Application application(ownArguments, argv);
     opening.reset();
     QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(programIcon());
     std::setlocale(LC_NUMERIC, "C");
     const int result = runPlayer(std::move(line), std::move(folder), program.manual(), endSignals);
     endSignals.stop();

@@ -13,7 +13,7 @@ import sys
 import cairo
 
 PROJECT = pathlib.Path(__file__).resolve().parents[2]
-SIZES = (16, 22, 24, 32, 48, 64, 128, 256)
+SIZES = (16, 22, 24, 32, 48, 64, 128, 256, 512)
 SIDE = 64  # the drawing's own unit
 DETAIL = 32  # pixels; below it texts' bars and the knob's mark are left out
 

@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The desktop's manners, as its portal and its manager of settings tell them, and as they change while the player runs."""
 
+import re
 import subprocess
 
 from harness.expect import check, equal, steady, wait
@@ -183,3 +184,18 @@ def right_to_left(stage):
     stage.leave_picture("editor")
     close_by(stage, "Cancel")
     equal(stage.player.power_off(), 0, "exit code")
+
+
+# DESK-28: Every window of the player has the program's icon, in sizes from 16 to 128, for task bars that know no entry of it
+@story("manners: the panel and the editor have the program's icon, in each size that task bars ask for")
+def icons(stage):
+    stage.player.start()
+
+    def sizes(name):
+        window = stage.player.wait_for_window(name)
+        told = stage.session.run(["xprop", "-id", str(window.id), "_NET_WM_ICON"])
+        return [int(width) for width, height in re.findall(r"Icon \((\d+) x (\d+)\)", told) if width == height]
+
+    equal(sizes("Corvane"), [16, 24, 32, 48, 64, 128], "icons of the panel")
+    stage.player.press(EDITOR)
+    equal(sizes("Play List"), [16, 24, 32, 48, 64, 128], "icons of the editor")
