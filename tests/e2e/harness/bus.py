@@ -12,6 +12,7 @@ gi.require_version("Gio", "2.0")
 from gi.repository import Gio, GLib  # noqa: E402
 
 from .expect import SLACK, wait
+from .lateness import Lateness
 
 NAME = "org.mpris.MediaPlayer2.corvane"
 OBJECT = "/org/mpris/MediaPlayer2"
@@ -52,6 +53,14 @@ class Bus:
         return self.call("NameHasOwner", GLib.Variant("(s)", (name,)), "org.freedesktop.DBus", "org.freedesktop.DBus",
                          path="/org/freedesktop/DBus")[0]
 
+    def process(self, name=NAME):
+        """Of who has that name; 0 when nobody has it."""
+        try:
+            return self.call("GetConnectionUnixProcessID", GLib.Variant("(s)", (name,)), "org.freedesktop.DBus", "org.freedesktop.DBus",
+                             path="/org/freedesktop/DBus")[0]
+        except GLib.Error:
+            return 0
+
     def state(self):
         """What it plays: (status, address, position in microseconds); ("", "", 0) while it is not on the bus."""
         try:
@@ -62,14 +71,17 @@ class Bus:
 
 
 class AnswerWatch:
-    """Asks again and again, from a thread of its own, and keeps how long the slowest answer took; as a context manager."""
+    """Asks again and again, from a thread of its own, and keeps how long the slowest answer took; as a context manager. What the
+    machine let player, bus and asker wait for a processor is no time of the player's."""
 
     PAUSE = 0.03
+    MOST_LATE = 2.0  # seconds of an answer that may be the machine's
 
     def __init__(self, session):
         self._bus = Bus(session)
+        self._daemon = session.pid_of("dbus-daemon")
         self._lock = threading.Lock()
-        self._since = None  # of the question that is out
+        self._since = self._lateness = None  # of the question that is out
         self._slowest = 0.0
         self._asked = 0
         self._ended = threading.Event()
@@ -87,8 +99,7 @@ class AnswerWatch:
     def take(self):
         """Seconds of the slowest answer since the last take, one that is still out with them, and how many there were."""
         with self._lock:
-            out = time.monotonic() - self._since if self._since else 0.0
-            found = max(self._slowest, out), self._asked
+            found = max(self._slowest, self._taken()), self._asked
             self._slowest, self._asked = 0.0, 0
         return found
 
@@ -104,12 +115,20 @@ class AnswerWatch:
         wait("the player answers", asked, CALL_SECONDS)
         return max(found)
 
+    def _taken(self):
+        """Of the question that is out."""
+        if self._since is None:
+            return 0.0
+        return max(0.0, time.monotonic() - self._since - min(self._lateness.seconds(), self.MOST_LATE))
+
     def _ask(self):
         while not self._ended.wait(self.PAUSE):
+            asked = self._bus.process(), self._daemon
             with self._lock:
+                self._lateness = Lateness(*asked)
                 self._since = time.monotonic()
             status = self._bus.state()[0]
             with self._lock:
-                self._slowest = max(self._slowest, time.monotonic() - self._since)
+                self._slowest = max(self._slowest, self._taken())
                 self._asked += bool(status)
                 self._since = None
