@@ -15,6 +15,7 @@ RATE = 44100
 FRAME_BYTES = 4  # two channels of 16 bits
 WINDOW, HOP = 4096, 512  # 93 ms, 12 ms
 BLOCK = 220  # samples, 5 ms
+MOMENT = 0.1  # seconds that are listened to at a time
 QUIET = 0.004  # root mean square of a full scale of 1
 SAME_PITCH = 0.02  # a part of the frequency; a semitone is 0.059
 LOWEST_HZ, HIGHEST_HZ = 150, 5000
@@ -133,12 +134,29 @@ class Recorder:
         return tuple(np.sqrt(np.mean(pairs**2, axis=0))) if len(pairs) else (0.0, 0.0)
 
     def pitch_now(self):
-        return pitch_of_moment(self.samples(self.now() - 0.1))
+        return pitch_of_moment(self.samples(self.now() - MOMENT))
 
     def wait_for(self, hz, seconds=6.0):
-        """Until that tone sounds; returns about when it was heard."""
-        wait(f"a tone of {hz:.0f} Hz (last {self.pitch_now():.0f} Hz)", lambda: same_pitch(self.pitch_now(), hz), seconds)
+        """Until that tone sounds, or has sounded since the last look; returns about when it was heard."""
+        looked = self.now()
+
+        def heard():
+            nonlocal looked
+            before, looked = looked, self.now()
+            ends = np.arange(looked, before, -MOMENT / 2) if looked > before else [looked]
+            return any(same_pitch(pitch_of_moment(self.samples(end - MOMENT, end)), hz) for end in ends)
+
+        wait(f"a tone of {hz:.0f} Hz (last {self.pitch_now():.0f} Hz)", heard, seconds)
         return self.now()
+
+    def expect_steady(self, hz, seconds, longest_gap=0.3):
+        """For so long from now on that tone sounds and no other. longest_gap: seconds of silence that a busy machine may leave."""
+        begin = self.now()
+        wait("the recording goes on", lambda: self.now() >= begin + seconds, seconds + 5)
+        heard = bridge(self.tones(begin, begin + seconds), longest_gap)
+        whole = len(heard) == 1 and same_pitch(heard[0].hz, hz) and heard[0].start - begin <= longest_gap and begin + seconds - heard[0].end <= longest_gap
+        if not whole:
+            raise StoryFailure(f"{hz:.0f} Hz does not sound on from {begin:.2f} s: {', '.join(map(str, heard)) or 'nothing'}")
 
     def wait_for_silence(self, seconds=4.0, lasting=0.3):
         wait("silence", lambda: np.max(np.abs(self.samples(self.now() - lasting)), initial=0.0) < QUIET, seconds)
