@@ -61,6 +61,11 @@ class Accessibility:
         """What was told since the last look: [kind, name of the control, number, text, its states]."""
         return self._ask(f"{pid} events")
 
+    def focused(self, pid):
+        """[role, name, place] of the shown controls that have the focus."""
+        answer = self._ask(f"{pid} focused")
+        return answer if isinstance(answer, list) else []
+
     def labels(self, pid):
         """The texts of the labels that were there at the first call: {name: [before, text, after]}; the seconds of the
         monotonic clock before and after it was read. Empty when they cannot be read."""

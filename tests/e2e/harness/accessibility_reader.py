@@ -6,7 +6,7 @@ Each entry: role, name, text, value, range, states, actions, label (the name of 
 height on the screen) and depth. A line "PID NUMBER do ACTION" or "PID NUMBER set VALUE" acts on the entry of that number
 in the last answer; "PID events" answers with what was told since the last such line: [kind, name, detail, text, states]; "PID labels" with
 the texts of the labels that were there at the first such line: {name: [before, text, after]}, the seconds of the monotonic
-clock before and after it was read.
+clock before and after it was read; "PID focused" with the role, name and place of what has the focus.
 """
 
 import json
@@ -27,6 +27,7 @@ OLDER_ROLES = {"button": "push button"}  # the libraries of newer systems name t
 DEEPEST, MOST_CHILDREN = 12, 400
 
 last_nodes = []  # of the last answer
+cut_short = []  # what went, or did not answer, while the tree was read
 events = []
 labels = {}  # those that are read again and again: {pid: [(name, node)]}
 
@@ -70,15 +71,22 @@ def walk(node, depth, found):
         last_nodes.append(node)
         for index in range(min(node.get_child_count(), MOST_CHILDREN)):
             walk(node.get_child_at_index(index), depth + 1, found)
-    except GLib.Error:
-        return  # it went while it was read
+    except GLib.Error as error:
+        cut_short.append(str(error))  # it went while it was read
 
 
 def tree(pid):
+    """Read once more when something went meanwhile, or a busy program did not answer: the rest is as it is then."""
+    found = tree_at_once(pid)
+    return tree_at_once(pid) if cut_short else found
+
+
+def tree_at_once(pid):
     desktop = Atspi.get_desktop(0)
     desktop.clear_cache()
     found = []
     last_nodes.clear()
+    cut_short.clear()
     for index in range(desktop.get_child_count()):
         program = desktop.get_child_at_index(index)
         try:
@@ -87,6 +95,26 @@ def tree(pid):
         except GLib.Error:
             continue
     return found
+
+
+def focused_in(node, depth=0):
+    """[role, name, place] of what has the focus, without a look at all the rest."""
+    if node is None or depth > DEEPEST:
+        return []
+    try:
+        node.clear_cache()
+        entry = describe(node, depth) if node.get_state_set().contains(Atspi.StateType.FOCUSED) else {}
+        found = [[entry["role"], entry["name"], entry.get("place")]] if "showing" in entry.get("states", ()) else []
+        children = [node.get_child_at_index(index) for index in range(min(node.get_child_count(), MOST_CHILDREN))]
+    except GLib.Error:
+        return []  # it went while it was read
+    return found + [each for child in children for each in focused_in(child, depth + 1)]
+
+
+def focused(pid):
+    desktop = Atspi.get_desktop(0)
+    programs = [desktop.get_child_at_index(index) for index in range(desktop.get_child_count())]
+    return [each for program in programs if program and program.get_process_id() == pid for each in focused_in(program)]
 
 
 def act(node, what, argument):
@@ -100,7 +128,10 @@ def read_labels(pid):
     if not labels.get(pid):
         tree(pid)
         texts = [(node.get_name(), node.get_text_iface()) for node in last_nodes if node.get_role_name() == "label"]
-        labels[pid] = [(name, text) for name, text in texts if text is not None]  # the words of a box are no text
+        known = [(name, text) for name, text in texts if text is not None]  # the words of a box are no text
+        if cut_short:
+            return {}
+        labels[pid] = known
     found = {}
     for name, text in labels[pid]:
         before = time.monotonic()
@@ -125,6 +156,8 @@ def answer_to(line):
         return told
     if rest[0] == "labels":
         return read_labels(int(pid))
+    if rest[0] == "focused":
+        return focused(int(pid))
     number, what, argument = rest
     return act(last_nodes[int(number)], what, argument.strip())
 

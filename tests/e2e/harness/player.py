@@ -119,8 +119,11 @@ class Player:
 
     def wait_for_no_box(self):
         wait("no box", lambda: not self.boxes())
-        if SLACK > 1:
-            self.texts()  # its window goes first; only who answers has left its loop, which keeps keys and clicks from the panel
+        self.texts()  # its window goes first; only who answers has left its loop, which keeps keys and clicks from the panel
+
+    def wait_for_keyboard(self):
+        """Until a window beside the panel has the keyboard: the tree tells of a dialog before the window manager gives it that."""
+        wait("a dialog has the keyboard", lambda: self.desk.focused() in [w.id for w in self.windows() if w.id != self.window.id])
 
     def running(self):
         return self.process is not None and self.process.poll() is None
@@ -236,6 +239,13 @@ class Player:
     def wait_for_text(self, text, seconds=5.0):
         """Until some shown control's name or text holds the text."""
         return self.stage.accessibility.wait_for(self.process.pid, seconds, holding=text)
+
+    def press_tab(self):
+        """Presses Tab, until another control is told to have the focus: one that is pressed before would be one too many."""
+        ask = self.stage.accessibility.focused
+        before = ask(self.process.pid)
+        self.desk.key("Tab")
+        wait("another control has the focus", lambda: (now := ask(self.process.pid)) and now != before)
 
     def press_control(self, name, role="push button"):
         """Clicks the middle of a native control by its caption."""

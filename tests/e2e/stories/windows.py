@@ -84,7 +84,7 @@ def tab_to(stage, name):
     for _ in range(MOST_TABS):
         if any("focused" in n["states"] and n["name"].replace("&", "") == name for n in nodes(stage)):
             return
-        stage.desk.key("Tab")
+        stage.player.press_tab()
     check(False, f"{name} is not reached by Tab")
 
 
