@@ -23,6 +23,7 @@ STATES = {"focused": Atspi.StateType.FOCUSED, "checked": Atspi.StateType.CHECKED
           "focusable": Atspi.StateType.FOCUSABLE}
 TOLD = ("object:text-changed", "object:state-changed:enabled", "object:state-changed:checked",
         "object:state-changed:focused", "object:state-changed:showing", "object:property-change:accessible-value")
+ANSWER_MS, START_MS = 5000, 15000  # until a question is given up; by itself the library waits 800 for a program that runs
 OLDER_ROLES = {"button": "push button"}  # the libraries of newer systems name them anew
 DEEPEST, MOST_CHILDREN = 12, 400
 
@@ -177,6 +178,7 @@ def take_line(channel, _condition, loop):
 
 def main():
     Atspi.init()
+    Atspi.set_timeout(ANSWER_MS, START_MS)
     listener = Atspi.EventListener.new(hear)
     for kind in TOLD:
         listener.register(kind)

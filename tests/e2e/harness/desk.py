@@ -68,6 +68,10 @@ class Desk:
     def focus(self, window):
         self.tool("windowfocus", "--sync", window.id, check=False)
 
+    def wait_for_keyboard(self, window):
+        """Until the keys go to that window: it is seen a moment before."""
+        wait(f"{window.name or window.id} has the keyboard", lambda: self.focused() == window.id)
+
     def focused(self):
         answer = self.tool("getwindowfocus", check=False).strip()
         return int(answer) if answer.isdigit() else 0

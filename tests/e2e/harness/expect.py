@@ -43,6 +43,18 @@ def steady(what, condition, seconds, pause=0.05):
         time.sleep(pause)
 
 
+def standing(what, look, seconds=5.0, looks=4, pause=0.12):
+    """Polls until so many looks in a row find the same, not None; returns it: what was done before has been done."""
+    seen = []
+
+    def stands():
+        seen.append(look())
+        return seen[-1] is not None and seen[-looks:].count(seen[-1]) == looks
+
+    wait(f"{what} stands", stands, seconds, pause)
+    return seen[-1]
+
+
 def check(condition, what):
     if not condition:
         raise StoryFailure(what)

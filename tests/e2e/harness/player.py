@@ -8,6 +8,7 @@ import time
 import numpy as np
 
 from screen import read_skin
+from session import poll
 
 from . import PROJECT
 from .expect import SLACK, StoryFailure, check, wait
@@ -19,6 +20,7 @@ DISPLAY_RECORD, KNOB_RECORD, SLIDER_RECORD = 21, 24, 40
 TOTAL_RECORD, NUMBER_RECORD, TIME_RECORD, KIND_RECORD, TITLE_RECORD = 29, 30, 31, 32, 33
 REPEAT_LAMP, AUTO_LAMP, QUICK_LAMP = (38, 39), (34, 35), (36, 37)  # records of the pictures: off, on
 START_SECONDS = 15
+KEYBOARD_SECONDS = 1
 OPENING_SECONDS = 0.25  # its last picture stands no longer
 
 
@@ -113,9 +115,11 @@ class Player:
         return [w for w in self.windows("^Corvane$") if w.id != panel]
 
     def wait_for_box(self, text, seconds=8.0):
-        """Until a message box is up and says the text."""
+        """Until a message box is up and says the text. The window manager gives it the keyboard a moment after it is seen, unless
+        another program has it."""
         wait(f"a box that says {text!r}", self.boxes, seconds)
         self.wait_for_text(text)
+        poll(lambda: self.desk.focused() in [box.id for box in self.boxes()], KEYBOARD_SECONDS)
 
     def wait_for_no_box(self):
         wait("no box", lambda: not self.boxes())

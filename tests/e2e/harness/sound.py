@@ -9,6 +9,8 @@ from itertools import zip_longest
 
 import numpy as np
 
+from session import poll
+
 from .expect import StoryFailure, wait
 
 RATE = 44100
@@ -21,6 +23,7 @@ SAME_PITCH = 0.02  # a part of the frequency; a semitone is 0.059
 LOWEST_HZ, HIGHEST_HZ = 150, 5000
 UNSTEADY = -1.0  # a pitch that is none: something sounds, but too little of it
 LEAST_HEARD = 0.03  # seconds: with less, the peak of a tone of LOWEST_HZ lies anywhere (up to 23 ms), and of 440 Hz up to 8
+LONGEST_GAP = 0.5  # seconds of a sound that a busy machine drops: what feeds it was held for them and for what was ahead
 LENGTH_ERROR = 0.4  # seconds: a busy machine begins a tone late; far less than one that is heard twice
 
 
@@ -111,7 +114,8 @@ class Recorder:
         self._file.close()
 
     def begin(self):
-        """Another story begins: what was recorded before does not count."""
+        """Another story begins: what was recorded before does not count. The end of what sounded may be recorded late."""
+        poll(lambda: self.now() < MOMENT or not self.pitch_now(), 3)
         self._origin = os.path.getsize(self.path) // FRAME_BYTES * FRAME_BYTES
 
     def now(self):
@@ -161,6 +165,10 @@ class Recorder:
     def wait_for_silence(self, seconds=4.0, lasting=0.3):
         wait("silence", lambda: np.max(np.abs(self.samples(self.now() - lasting)), initial=0.0) < QUIET, seconds)
         return self.now() - lasting
+
+    def last_tone(self, start=0.0, end=None):
+        """The last tone that was heard in a part, of one piece with what a busy machine cut off of it."""
+        return bridge(self.tones(start, end), LONGEST_GAP)[-1]
 
     def tones(self, start=0.0, end=None):
         shift = max(0.0, start)
