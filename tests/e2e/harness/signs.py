@@ -10,10 +10,14 @@ Entry = collections.namedtuple("Entry", "path kind tones colour")  # of a list: 
 NEXT_SECONDS = 8  # for the next file to be heard or seen: a busy machine
 
 
+def all_told(stage):
+    """The texts of the panel's labels, which are read at one time; empty when they cannot be read."""
+    return {name: text for name, (_, text, _) in stage.accessibility.labels(stage.player.process.pid).items()}
+
+
 def told(stage, name):
     """The text of a label of the panel ("FileNo", "Tittle", "Display", "Time", "Total FileNo"), None when it cannot be read."""
-    found = stage.accessibility.labels(stage.player.process.pid).get(name)
-    return found[1] if found else None
+    return all_told(stage).get(name)
 
 
 def told_surely(stage, name):
@@ -37,10 +41,8 @@ def middle_of_screen(stage):
 
 def lacking(stage, number, entry):
     """What is not yet as it must be while that entry of the list plays; an empty text when all is.
-    entry: kind (the panel's text), tones (hertz, one of them sounds), colour ("#RRGGBB" in the screen's middle, or None)."""
-    for name, wanted in (("FileNo", f"{number:03}"), ("Display", entry.kind)):
-        if (now := told(stage, name)) != wanted:
-            return f"{name} says {now!r}, not {wanted!r}"
+    entry: kind (the panel's text), tones (hertz, one of them sounds), colour ("#RRGGBB" in the screen's middle, or None). What is
+    looked at soonest comes first: on a busy machine the rest takes long."""
     if entry.colour and not stage.desk.shows(*middle_of_screen(stage), entry.colour):
         return f"the screen's middle is {stage.desk.colour(*middle_of_screen(stage))}, not {entry.colour}"
     hz = stage.sound.pitch_now()
@@ -48,6 +50,10 @@ def lacking(stage, number, entry):
         return f"{hz:.0f} Hz is heard, not {entry.tones}"
     if hz and not entry.tones:
         return f"{hz:.0f} Hz is heard, no sound is wanted"
+    labels = all_told(stage)
+    for name, wanted in (("FileNo", f"{number:03}"), ("Display", entry.kind), ("Tittle", entry.path.stem)):
+        if (now := labels.get(name)) != wanted:
+            return f"{name} says {now!r}, not {wanted!r}"
     if (count := len(media_windows(stage))) != (1 if entry.colour else 0):
         return f"{count} windows beside the panel"
     return ""
@@ -73,7 +79,6 @@ def play_through(stage, entries):
     stage.desk.rest()
     for number, entry in enumerate(entries, 1):
         wait_for_entry(stage, number, entry)
-        equal(told_surely(stage, "Tittle"), entry.path.stem, "the title")
     wait_for_told(stage, "FileNo", "001")
     stage.sound.wait_for_silence()
     equal(stage.player.boxes(), [], "boxes")

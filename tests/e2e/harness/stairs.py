@@ -10,7 +10,7 @@ from PIL import Image
 
 from .expect import wait
 from .media import disc, encode, picture, picture_rate, steps, sweep_samples
-from .signs import middle_of_screen, told
+from .signs import all_told, middle_of_screen
 
 SECONDS = 8  # of each
 RATIO = 1.08  # from one second's tone to the next one's
@@ -96,10 +96,12 @@ def wait_for_stair(stage, stairs, number, least=0, most=SECONDS, seconds=8):
     def found():
         place = second_of(stair, stage.sound.pitch_now()) if stair.tones else 0
         seen = second_seen(stage, stair) if stair.colours else None
-        now = [told(stage, "FileNo"), told(stage, "Display"), place, seen]
+        right = place is not None and least <= place <= most and bool(stair.colours) == (seen is not None)
+        # To read the labels takes long on a busy machine: meanwhile a second goes by that was not looked at.
+        labels = all_told(stage) if right or not looked else {}
+        now = [labels.get("FileNo"), labels.get("Display"), place, seen]
         looked[:] = [*looked, *([now] if looked[-1:] != [now] else [])][-LOOKS:]
-        right = now[:2] == [f"{number:03}", stair.kind] and place is not None and least <= place <= most
-        return right and bool(stair.colours) == (seen is not None) and place + 1
+        return right and now[:2] == [f"{number:03}", stair.kind] and place + 1
 
     try:
         return wait("it", found, seconds) - 1

@@ -1,14 +1,14 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """One list with every kind, each recognised at every second by ear and eye: pause, steps, previous, next, repeat, shuffle."""
 
-from harness.expect import check, equal, steady, wait
+from harness.expect import check, equal, standing, steady, wait
 from harness.player import NEXT, PAUSE, PLAY, PREVIOUS, REPEAT, REPEAT_LAMP, SHUFFLE
 from harness.signs import told, wait_for_told
 from harness.stairs import SECONDS, one_of_each, second_of, second_seen, wait_for_stair
 from harness.story import story
 
 FORWARD, BACK = 3, 1  # steps of a second
-PICTURE_SECONDS = 2
+PICTURE_SECONDS = 4  # long enough to be seen and paused on a busy machine
 NEARLY_A_SECOND = 0.88
 
 
@@ -25,7 +25,7 @@ def start_list(stage, first=1, **settings):
 def choose(stage, number):
     """Stops and steps to an entry."""
     stage.player.key("c")
-    while (now := int(told(stage, "FileNo"))) != number:
+    while (now := int(wait("a number", lambda: told(stage, "FileNo")))) != number:
         stage.player.key("period" if now < number else "comma")
         wait_for_told(stage, "FileNo", f"{now + (1 if now < number else -1):03}")
 
@@ -50,7 +50,8 @@ def pause_step_and_go_on(stage, stairs, number):
     wait_for_stair(stage, stairs, number, 1, 1)
     stage.player.press(PAUSE)
     stage.sound.wait_for_silence()
-    heard = [tone for tone in stage.sound.tones(stage.sound.now() - 4) if second_of(stair, tone.hz) is not None][-1]
+    heard = stage.sound.last_tone(stage.sound.now() - 4)
+    standing("the time while paused", lambda: told(stage, "Time"))
     last = second_of(stair, heard.hz)
     paused = stage.sound.now()
     for count in range(FORWARD):
@@ -117,11 +118,11 @@ def previous_and_next(stage):
 
 
 def play_to_the_end(stage, stairs, number):
-    """Seeks a file's last second; a picture is left to its interval."""
+    """Seeks a file's last two seconds, well inside; a picture is left to its interval."""
     wait_for_stair(stage, stairs, number, 0, 2)
     if stairs[number - 1].tones:
-        stage.desk.drag(stage.player.slider(0.3), stage.player.slider(1 - 0.8 / SECONDS), steps=4)
-        wait_for_stair(stage, stairs, number, SECONDS - 1, SECONDS - 1)
+        stage.desk.drag(stage.player.slider(0.3), stage.player.slider(1 - 1.7 / SECONDS), steps=4)
+        wait_for_stair(stage, stairs, number, SECONDS - 2, SECONDS - 1)
 
 
 # SEQ-01, SEQ-02, MOVE-14, MOVE-15

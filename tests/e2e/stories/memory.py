@@ -117,7 +117,7 @@ def editor(stage):
     wait("the songs in the play list", lambda: len(items(stage, "PLAY LIST")) == 3)
     stage.desk.click(*node(stage, name="second.wav", role="list item").middle, times=2)
     stage.player.press_control("Save")
-    stage.player.wait_for_text("Save OK?")
+    stage.player.wait_for_box("Save OK?")
     stage.desk.key("Return")
     wait("the list's file", lambda: (stage.player.folder / "FILE00.INI").exists())
     stage.player.press_control("Clear")

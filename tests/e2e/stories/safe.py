@@ -83,7 +83,7 @@ def use_everything(stage):
     stage.player.press(EDITOR)
     node(stage, name="PLAY LIST", role="list")
     stage.player.press_control("Save")
-    stage.player.wait_for_text("Save OK?")
+    stage.player.wait_for_box("Save OK?")
     stage.desk.key("Return")
     wait("the saved list", lambda: any("FILE00.INI" in path for path in written(trace)))
     close_by(stage, "OK")
