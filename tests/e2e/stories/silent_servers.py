@@ -5,11 +5,11 @@ import contextlib
 import os
 import socket
 import threading
-import time
 
-from harness.expect import SLACK, check, equal, wait
+from harness.expect import equal, wait
+from harness.in_time import in_time
 from harness.media import movie, tone
-from harness.player import PLAY, POWER, REPEAT, REPEAT_LAMP
+from harness.player import PLAY, REPEAT, REPEAT_LAMP
 from harness.signs import told
 from harness.story import story
 
@@ -47,9 +47,8 @@ ANSWERS = {"silent": lambda connection: None, "garbage": lambda connection: conn
 
 
 def starts_plays_and_ends(stage, what, heard, **environment):
-    begun = time.monotonic()
-    stage.player.start(**environment)
-    check(time.monotonic() - begun < START_SECONDS * SLACK, f"with a bad {what} the start took {time.monotonic() - begun:.1f} s")
+    with in_time(stage, f"with a bad {what} the start", START_SECONDS):
+        stage.player.start(**environment)
     if not heard:  # the first look at the volume waits: until then the last picture of the opening may stand there
         wait("the panel's texts", lambda: told(stage, "FileNo"))
     stage.player.press(PLAY)
@@ -59,10 +58,8 @@ def starts_plays_and_ends(stage, what, heard, **environment):
     lit = stage.player.lamp_lit(REPEAT_LAMP)
     stage.player.press(REPEAT)
     wait(f"the panel answers with a bad {what}", lambda: stage.player.lamp_lit(REPEAT_LAMP) != lit, AT_ONCE)
-    begun = time.monotonic()
-    stage.player.press(POWER)
-    equal(stage.player.wait_for_end(), 0, "exit code")
-    check(time.monotonic() - begun < END_SECONDS * SLACK, f"with a bad {what} the end took {time.monotonic() - begun:.1f} s")
+    with in_time(stage, f"with a bad {what} the end", END_SECONDS):
+        equal(stage.player.power_off(), 0, "exit code")
     stage.sound.wait_for_silence()
 
 

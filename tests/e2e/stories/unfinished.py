@@ -4,10 +4,11 @@
 import contextlib
 import threading
 
-from harness.expect import check, wait
+from harness.expect import wait
+from harness.in_time import in_time
 from harness.media import encode, tone
-from harness.signs import told
-from harness.stairs import SECONDS, SHADES, Stair, tones_from, wait_for_stair, write_movie
+from harness.signs import wait_for_told
+from harness.stairs import SECONDS, SHADES, Stair, second_seen, tones_from, wait_for_stair, write_movie
 from harness.story import story
 
 PART = 0.55  # of a file's bytes; the seconds below stand well before and well behind it
@@ -50,7 +51,7 @@ def wait_for_second(stage, stair, second):
 def check_heard(stage, stair, second):
     """The next file, and before it, however seldom was looked meanwhile, that second of the film."""
     stage.sound.wait_for(NEXT_HZ, PATIENCE)
-    check(told(stage, "FileNo") == "002", "the next file's number is told")
+    wait_for_told(stage, "FileNo", "002")
     stage.sound.expect_order([stair.tones[second]])
 
 
@@ -126,5 +127,7 @@ def touched(stage):
         for key in "c", "comma", "z":
             stage.player.key(key)
         wait_for_second(stage, stair, 1)
-        stage.player.key("c")
-        wait("its window goes", lambda: len(stage.player.windows()) == 1, 1)
+        with in_time(stage, "to stop", 1):
+            stage.player.key("c")
+            wait("its picture goes", lambda: second_seen(stage, stair) is None, 5)
+        wait("its window goes", lambda: len(stage.player.windows()) == 1)
