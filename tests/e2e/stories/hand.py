@@ -3,7 +3,7 @@
 
 import numpy as np
 
-from harness.expect import check, equal, steady, wait
+from harness.expect import StoryFailure, check, equal, standing, steady, wait
 from harness.media import steps, tone
 from harness.player import (KNOB_RECORD, MINIMISE, NEXT, PAUSE, PLAY, PREVIOUS, REPEAT_LAMP, STOP, VOLUME_DOWN, VOLUME_UP,
                             set_sink_volume, sink_volume)
@@ -119,7 +119,7 @@ def short_hold(stage):
     stage.sound.wait_for(TONES[0])
     stage.player.hold(NEXT, 400)
     stage.sound.wait_for(TONES[1])
-    steady("the second file", lambda: same_pitch(stage.sound.pitch_now(), TONES[1]), 0.6)
+    stage.sound.expect_steady(TONES[1], 0.6)
 
 
 # BTN-23
@@ -240,7 +240,7 @@ def turn_knob(stage):
         near = (expected, expected - 1, expected + 1)
         stage.desk.drag(knob_point(stage, angle + 3), knob_point(stage, angle))
         wait(f"level {near} at {angle} degrees (is {level(stage)})", lambda: level(stage) in near)
-    stood = level(stage)
+    stood = standing("the level", lambda: level(stage))
     stage.desk.drag(knob_point(stage, -88), knob_point(stage, -92))
     equal(level(stage), stood, "level after a drag in the gap")
     check(np.abs(stage.player.look(KNOB_RECORD) - look).sum() > 0, "the indicator has not moved")
@@ -268,7 +268,7 @@ def other_programs(stage):
     stage.player.press(PLAY)
     stage.sound.wait_for(TONES[0])
     set_sink_volume(stage.session, 30000)
-    steady("the song", lambda: same_pitch(stage.sound.pitch_now(), TONES[0]), 0.8)
+    stage.sound.expect_steady(TONES[0], 0.8)
     stage.player.power_off()
     wait("the volume found at the start", lambda: sink_volume(stage.session) == (50000, 20000), 3)
 
@@ -322,7 +322,7 @@ def minimise(stage):
     stage.sound.wait_for(TONES[0])
     stage.player.press(MINIMISE)
     wait("the panel is minimised", lambda: not stage.player.windows())
-    steady("the song", lambda: same_pitch(stage.sound.pitch_now(), TONES[0]), 0.6)
+    stage.sound.expect_steady(TONES[0], 0.6)
     stage.desk.tool("windowmap", stage.player.window.id)
     stage.player.wait_for_panel()
     stage.player.press(STOP)
@@ -416,6 +416,9 @@ def menu_command_with_box(stage):
     equal(stage.player.power_off(), 0, "exit code")
 
 
+MOST_ENTRIES = 12  # of a menu
+
+
 class MenuReader:
     """Reads the menu as a screen reader does: by what is told of the entry that the keys go to."""
 
@@ -424,25 +427,32 @@ class MenuReader:
 
     def go_to(self, *entries):
         """Opens the menu and goes to an entry by the entries above it; returns whether it is told to be checked."""
-        self.stage.accessibility.events(self.pid)
         open_menu(self.stage)
-        for name in entries[:-1]:
-            self._down_to(name)
-            self.stage.desk.key("Right")
-        return self._down_to(entries[-1])
+        entry = self._down_to(entries[0], "Down")
+        for name in entries[1:]:
+            entry = self._down_to(name, "Right")
+        return "checked" in entry[4]
 
-    def _down_to(self, name):
-        seen = []
+    def _down_to(self, name, key):
+        """By that key, which goes to an entry, and Down; returns what is told of the entry."""
+        for _ in range(MOST_ENTRIES):
+            entry = self._told_after(key)
+            if entry[1].replace("&", "") == name:
+                return entry
+            key = "Down"
+        raise StoryFailure(f"there is no entry {name}")
 
-        def arrived():
-            told = [e for e in self.stage.accessibility.events(self.pid) if e[0].startswith("object:state-changed:focused") and e[2]]
-            seen.extend(told)
-            if not seen or seen[-1][1].replace("&", "") != name:
-                self.stage.desk.key("Down")
-                return None
-            return seen[-1]
+    def _told_after(self, key):
+        """The key is pressed once, however late what it does is told: another one would go further meanwhile."""
+        self.stage.accessibility.events(self.pid)
+        self.stage.desk.key(key)
+        told = []
 
-        return "checked" in wait(f"the entry {name}", arrived, pause=0.2)[4]
+        def of_an_entry():
+            told.extend(e for e in self.stage.accessibility.events(self.pid) if e[0].startswith("object:state-changed:focused") and e[2] and e[1])
+            return told
+
+        return wait(f"an entry is told of after {key}", of_an_entry)[-1]
 
     def leave(self, *keys):
         self.stage.desk.key(*keys)

@@ -4,6 +4,9 @@
 import re
 import subprocess
 
+import numpy as np
+
+from harness.bus import Bus
 from harness.expect import check, equal, steady, wait
 from harness.media import tone
 from harness.player import EDITOR
@@ -12,7 +15,7 @@ from harness.story import story
 from session import end_process
 from stories.dark_theme import brightness, check_read
 from stories.hand import open_menu
-from stories.windows import close_by, node
+from stories.windows import close_by, items, node
 
 LOOK, GNOME, MOUSE = "org.freedesktop.appearance", "org.gnome.desktop.interface", "org.gnome.desktop.peripherals.mouse"
 DARK, LIGHT = 1, 2
@@ -36,6 +39,14 @@ def opened_editor(stage, **environment):
     node(stage, name="PLAY LIST", role="list")
 
 
+def change(stage, portal, *setting):
+    """Until the player has been told: what is asked on the same bus is answered behind it."""
+    portal.set(*setting)
+    bus = Bus(stage.session)
+    wait("the player on the bus", lambda: bus.state()[0], 10)
+    bus.close()
+
+
 # DESK-20
 # DESK-26: Colours and font of dialogs and menus follow the desktop while the player runs, in windows that are open too
 @story("manners: dialogs turn dark and light with the desktop, also while they are open, and every text is read")
@@ -54,7 +65,10 @@ def dark_and_light(stage):
         close_by(stage, "Cancel")
         stage.player.wait_for_panel()
         menu = open_menu(stage)
-        darkest, brightest = brightness(stage, (menu.x + 4, menu.y + 4, menu.width - 8, menu.height - 8))
+        inside = menu.x + 4, menu.y + 4, menu.width - 8, menu.height - 8
+        wait("the menu's texts", lambda: np.ptp(brightness(stage, inside)) > 0)
+        stage.desk.wait_until_still(*inside)
+        darkest, brightest = brightness(stage, inside)
         check(darkest < DIM and brightest > BRIGHT - 40, f"the menu: {darkest} to {brightest}")
         stage.leave_picture("menu")
         stage.desk.key("Escape")
@@ -100,7 +114,7 @@ def font_of_the_user(stage):
         stage.leave_picture("menu")
         stage.desk.key("Escape")
         wait("no menu", lambda: len(stage.player.windows()) == 1)
-        portal.set(GNOME, "text-scaling-factor", share(1.0))
+        change(stage, portal, GNOME, "text-scaling-factor", share(1.0))
         steady("no menu comes by itself", lambda: len(stage.player.windows()) == 1, 0.3)
         check(open_menu(stage).height < large, "the menu's texts are as large as before")
         stage.desk.key("Escape")
@@ -108,12 +122,17 @@ def font_of_the_user(stage):
         equal(stage.player.power_off(), 0, "exit code")
 
 
+def clear(stage):
+    stage.player.press_control("Clear")
+    wait("an empty play list", lambda: not items(stage, "PLAY LIST"))
+
+
 # DESK-23
 @story("manners: two clicks are a double-click within the time that the desktop says, and not beyond it")
 def double_click(stage):
     with Portal(stage.session, {(MOUSE, "double-click"): whole(1500)}) as portal:
         opened_editor(stage, HOME=str(stage.media))
-        stage.player.press_control("Clear")
+        clear(stage)
 
         def clicks_apart(seconds):
             row = node(stage, name="song0.wav", role="list item")
@@ -122,8 +141,8 @@ def double_click(stage):
             return len(stage.accessibility.find(stage.player.process.pid, holding="song0.wav", role="list item")) > 1
 
         wait("two slow clicks add the row", lambda: clicks_apart(0.7), 10)
-        portal.set(MOUSE, "double-click", whole(200))
-        stage.player.press_control("Clear")
+        change(stage, portal, MOUSE, "double-click", whole(200))
+        clear(stage)
         steady("two clicks as slow do not", lambda: not clicks_apart(0.7), 3)
         stage.player.press_control("Cancel")
         stage.player.wait_for_box("is not saved. Lose its changes?")
@@ -146,8 +165,7 @@ def manager_of_settings(stage):
 
     says("Greybird-dark", "DejaVu Sans 13")
     opened_editor(stage)
-    light = ground(stage)
-    check(light > BRIGHT, f"without a word the ground is {light}")
+    wait("a light editor without a word", lambda: ground(stage) > BRIGHT)
     small = node(stage, name="Add All", role="push button")["place"][3]
     process = manager()
     try:
@@ -173,8 +191,13 @@ def right_to_left(stage):
     stage.player.save_list([tone(stage.media / "שיר ראשון.wav", 440, 2), stage.media / "gone.wav"], name="ערב")
     stage.player.start("--open", under=("env", "-u", "LC_ALL"), LANG="he_IL.UTF-8")
     menu = open_menu(stage)
-    left, right = (stage.desk.area(x, menu.y + 4, menu.width // 4, menu.height - 8).std() for x in
-                   (menu.x + 4, menu.x + menu.width * 3 // 4 - 4))
+    def spread():
+        return [stage.desk.area(x, menu.y + 4, menu.width // 4, menu.height - 8).std() for x in
+                (menu.x + 4, menu.x + menu.width * 3 // 4 - 4)]
+
+    wait("the menu's texts", lambda: max(spread()) > 5)
+    stage.desk.wait_until_still(menu.x, menu.y, menu.width, menu.height)
+    left, right = spread()
     stage.leave_picture("menu")
     check(left > 1.2 * right, f"the menu's texts are not at its left: {left:.1f} there, {right:.1f} at its right")
     stage.desk.key("Escape")

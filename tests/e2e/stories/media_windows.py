@@ -1,11 +1,11 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The windows of movies and pictures under the hand: order, menu, keys, closing, double-clicks, dragging."""
 
-from harness.expect import check, equal, steady, wait
+from harness.bus import Bus
+from harness.expect import check, equal, standing, steady, wait
 from harness.media import movie, picture
 from harness.player import PAUSE, PLAY, REPEAT_LAMP, sink_volume
 from harness.signs import media_windows, middle_of_screen, told, wait_for_told
-from harness.sound import same_pitch
 from harness.story import story
 
 GREEN, VIOLET = "#32A046", "#8232B4"
@@ -49,9 +49,12 @@ def wait_for_play(stage, number):
 
 
 def check_paused(stage, number):
+    bus = Bus(stage.session)
+    wait("it is paused", lambda: bus.state()[0] == "Paused", 10)
+    bus.close()
     if number == MOVIE:
         stage.sound.wait_for_silence()
-    before = told(stage, "Time")
+    before = standing("the time while paused", lambda: told(stage, "Time"))
     # A picture's time counts whole seconds.
     steady("the time while paused", lambda: told(stage, "Time") == before, 0.5 if number == MOVIE else 1.2)
 
@@ -209,7 +212,7 @@ def double_clicks(stage):
         else:
             wait_for_play(stage, number)
             if number == MOVIE:
-                steady("the movie's sound", lambda: same_pitch(stage.sound.pitch_now(), HZ), 0.8)
+                stage.sound.expect_steady(HZ, 0.8)
             stage.player.press(PAUSE)
         stage.player.press(PLAY)
         equal(media_window(stage).id, window.id, "the window that is shown again")

@@ -114,7 +114,7 @@ def traps_of_a_neighbour(stage):
             stage.player.press(EDITOR)
             stage.desk.focus(stage.player.wait_for_window("Play List"))
             stage.desk.key("alt+s")
-            stage.player.wait_for_window("^Corvane$")
+            stage.desk.wait_for_keyboard(stage.player.wait_for_window("^Corvane$"))
             stage.desk.key("Return")
             wait("the list anew", lambda: saved.stat().st_ino != stored and f"good.wav|{good}" in saved.read_text())
             stage.desk.key("Escape")

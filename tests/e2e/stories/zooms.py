@@ -132,6 +132,7 @@ def zoomed_pictures(stage):
             what = f"{size[0]} by {size[1]} at zoom {zoom}"
             start_and_play(stage, shown, IMAGEZOOM=zoom)
             window = media_window(stage, extent)
+            stage.desk.wait_for_colour(screen.width * 0.48, screen.height * 0.48, INSIDE)  # it is there before it is painted
             area = stage.desk.wait_until_still(window.x, window.y, *window.size)
             stage.leave_picture(f"{size[0]}_zoom{zoom}")
             check_whole(area, (0, 0, *window.size), extent[0] / size[0], frame, what)
@@ -157,11 +158,9 @@ def larger_than_the_screen(stage):
                 stage.desk.tool("keyup", "Shift_L")
             stage.desk.move(screen.width * 0.55, screen.height * 0.55)
             corner = (0 if x > 0 else screen.width - 1, 0 if y > 0 else screen.height - 1)
-            stage.desk.wait_until_still(0, 0, screen.width, screen.height)
+            wait(f"zoom {zoom}: corner {number} at the screen's", lambda: abs(stage.desk.area(*corner, 1, 1)[0, 0] - rgb(CORNERS[number])).max() <= 26)
+            seen = stage.desk.wait_until_still(0, 0, screen.width, screen.height)
             stage.leave_picture(f"zoom{zoom}_corner{number}")
-            seen = stage.desk.area()
-            shade = seen[corner[1], corner[0]]
-            check(abs(shade - rgb(CORNERS[number])).max() <= 26, f"zoom {zoom}: corner {number} is {shade}")
             across, down = seen[screen.height * 2 // 5][::x], seen[:, screen.width * 2 // 5][::y]
             for side, line in (("sideways", across), ("up and down", down)):
                 lit = run_of(line, FRAME)
@@ -179,8 +178,16 @@ def check_control(stage, window, size, zoom, what):
     row = min(width / size[0], height / size[1])
     inner = movie_window(screen, size, zoom)
     wanted = window.x + (inner[0] - width) / 2, window.y + (inner[1] - height) / 2 + row, width, height
-    found = stage.accessibility.wait_for(stage.player.process.pid, name="Movie")["place"]
-    check(all(abs(actual - expected) <= 1.5 for actual, expected in zip(found, wanted)), f"{what}: the control is at {found}, not {wanted}")
+    found = []
+
+    def stands():
+        found[:] = stage.accessibility.wait_for(stage.player.process.pid, name="Movie")["place"]
+        return all(abs(actual - expected) <= 1.5 for actual, expected in zip(found, wanted))
+
+    try:
+        wait("the control", stands)
+    except AssertionError:
+        raise AssertionError(f"{what}: the control is at {found}, not {wanted}") from None
 
 
 # MOVIE-03, MOVIE-04, MOVIE-05, MOVIE-06
