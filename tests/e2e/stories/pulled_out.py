@@ -18,7 +18,7 @@ WAYS = ("gone", "dead")  # names are not there, or belong to no device
 
 def start(stage, drive, *shown, **settings):
     """A list of what lies on the drive, and a sound that lies elsewhere."""
-    good = tone(stage.media / "good.wav", GOOD, 4)
+    good = tone(stage.media / "good.wav", GOOD, 15)
     stage.player.settings(**{"DELAYTIME": 30, **settings})
     stage.player.save_list([*shown, good])
     stage.player.start(**drive.environment)
@@ -86,7 +86,7 @@ def pictures_pulled_out(stage):
     drive = Drive(stage)
     shown = [picture(drive.folder / f"{number}.bmp", colour) for number, colour in enumerate(COLOURS)]
     for way in WAYS:
-        start(stage, drive, *shown, INTERVAL=2)
+        start(stage, drive, *shown, INTERVAL=4)
         stage.desk.wait_for_colour(*middle_of_screen(stage), COLOURS[0])
         drive.stall(way)
         try:
