@@ -140,7 +140,14 @@ TEST_P(MovieControlContract, PausesAndGoesOn) {
     ASSERT_TRUE(stage->waitFor([this] { return changes.size() == 2; }, 2000));
     EXPECT_EQ(changes[1], (std::pair{kMovieRunning, kMoviePaused}));
     EXPECT_EQ(movie->State(), kMoviePaused);
-    const double held = movie->CurrentPosition();
+    double held = -1;  // a frame may be on its way
+    ASSERT_TRUE(stage->waitFor(
+        [&] {
+            const double before = std::exchange(held, movie->CurrentPosition());
+            stage->pass(100);
+            return held == before && held == movie->CurrentPosition();
+        },
+        3000));
     const int sofar = progress;
     stage->pass(600);
     EXPECT_TRUE(isNear(movie->CurrentPosition(), held));

@@ -34,7 +34,7 @@ TEST_P(TimersContract, TicksAgainAndAgainUntilStopped) {
 TEST_P(TimersContract, TakesItsTime) {
     const std::int64_t start = stage->clock().milliseconds();
     const TimerId timer = stage->timers().start(50, [this] { ++ticks; });
-    ASSERT_TRUE(stage->waitFor([this] { return ticks == 4; }, 3000));
+    ASSERT_TRUE(stage->waitFor([this] { return ticks >= 4; }, 3000));
     stage->timers().stop(timer);
     EXPECT_GE(stage->clock().milliseconds() - start, 180);
 }

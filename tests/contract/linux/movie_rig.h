@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <QApplication>
 #include <QColor>
 #include <QImage>
 #include <QPainter>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
@@ -44,6 +47,21 @@ public:
         const int before = opened;
         control->FileName(path);
         return until([&] { return opened > before || !reason.empty(); }) && reason.empty();
+    }
+
+    /// How long a second of the movie takes, between the places that it has reached when it is past these two.
+    double secondTakes(double from, double to) const {
+        using Steady = std::chrono::steady_clock;
+        double place[2] = {};
+        Steady::time_point at[2];
+        for (const int i : {0, 1}) {
+            EXPECT_TRUE(until([&] {
+                place[i] = control->CurrentPosition();
+                at[i] = Steady::now();
+                return place[i] > (i == 0 ? from : to);
+            }));
+        }
+        return std::chrono::duration<double>(at[1] - at[0]).count() / (place[1] - place[0]);
     }
 
     static std::string sample(const std::string& name) { return std::string(CORVANE_SOURCE_DIR) + "/samples/" + name; }

@@ -54,9 +54,11 @@ public:
         environment.insert("DBUS_SESSION_BUS_ADDRESS", "disabled:");
         server_.setProcessEnvironment(environment);
         server_.setStandardErrorFile(QProcess::nullDevice());
-        server_.start("pulseaudio", {"-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "-L",
-                                     "module-native-protocol-unix auth-anonymous=1 socket=" + socket(), "-L",
-                                     "module-null-sink sink_name=nul rate=44100"});
+        // Without shared memory: with it the server ends itself now and then as a program that played leaves.
+        server_.start("pulseaudio",
+                      {"-n", "--disable-shm=yes", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "-L",
+                       "module-native-protocol-unix auth-anonymous=1 socket=" + socket(), "-L",
+                       "module-null-sink sink_name=nul rate=44100"});
         if (!record) return MovieRig::until([this] { return QFileInfo::exists(socket()); }, 10'000);
         recorder_.setStandardErrorFile(QProcess::nullDevice());
         return MovieRig::until(
@@ -99,8 +101,7 @@ public:
         take();
         std::vector<Tone> tones;
         for (std::size_t at = 0; at + kBlock <= samples_.size(); at += kBlock) {
-            const double hertz = toneAt(at);
-            const double seconds = double{kBlock} / kRate;
+            const auto [hertz, seconds] = toneAt(at);
             if (!tones.empty() && std::abs(tones.back().hertz - hertz) <= 0.02 * hertz) {
                 tones.back().seconds += seconds;
             } else {
@@ -148,19 +149,25 @@ private:
         }
     }
 
-    double toneAt(std::size_t start) const {
+    /// A tone of a block's part is as long as that part.
+    Tone toneAt(std::size_t start) const {
+        constexpr double kBlockSeconds = double{kBlock} / kRate;
         std::size_t first = 0;
         std::size_t last = 0;
+        std::size_t begin = 0;
+        std::size_t end = 0;
         int crossings = 0;
         int peak = 0;
         for (std::size_t i = start + 1; i < start + kBlock; ++i) {
             peak = std::max(peak, std::abs(int{samples_[i]}));
+            if (samples_[i] != 0) begin = begin == 0 ? i : begin, end = i;
             if (samples_[i - 1] >= 0 || samples_[i] < 0) continue;
             if (crossings++ == 0) first = i;
             last = i;
         }
-        if (peak < 300 || crossings < 3) return 0;
-        return (crossings - 1) * double{kRate} / static_cast<double>(last - first);
+        if (peak < 300 || crossings < 3) return {0, kBlockSeconds};
+        return {(crossings - 1) * double{kRate} / static_cast<double>(last - first),
+                std::min(static_cast<double>(end - begin + 2) / kRate, kBlockSeconds)};
     }
 
     QTemporaryDir folder_;

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "contract/linux/movie_sound_rig.h"
+#include "unit/linux/stopwatch.h"
 
 namespace corvane {
 namespace {
@@ -35,7 +36,9 @@ TEST_F(MovieSound, ItsTonesAreHeardInOrder) {
         [&] {
             tones.clear();
             for (const Tone& tone : server_.heard()) {
-                if (tone.hertz > 0) tones.push_back(tone.hertz);
+                // None follows itself: what a busy machine leaves out in the middle of one does not end it.
+                const bool goesOn = !tones.empty() && std::abs(tones.back() - tone.hertz) <= 0.02 * tone.hertz;
+                if (tone.hertz > 0 && !goesOn) tones.push_back(tone.hertz);
             }
             return tones.size() >= 5;
         },
@@ -51,10 +54,9 @@ TEST_F(MovieSound, TheClockGoesFromTheStartOverALazyOutput) {
     ASSERT_TRUE(server_.start(false));
     ASSERT_TRUE(rig_.open(MovieRig::sample("clip.mov"))) << rig_.reason;
     rig_.control->Run();
-    QElapsedTimer clock;
-    clock.start();
+    const test::Stopwatch clock;
     ASSERT_TRUE(MovieRig::until([&] { return rig_.control->CurrentPosition() > 1.0; }));
-    EXPECT_LT(clock.elapsed(), 2200);
+    EXPECT_LT(clock.own().count(), 2200);
 }
 
 /// MEDIA-50

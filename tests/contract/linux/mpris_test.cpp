@@ -63,6 +63,7 @@ protected:
         client.connect(kName, kPath, kPlayer, QStringLiteral("Seeked"), &ear, SLOT(onSeeked(qlonglong)));
         client.connect(kName, kPath, kProperties, QStringLiteral("PropertiesChanged"), &ear,
                        SLOT(onChanged(QString, QVariantMap, QStringList)));
+        names();  // an answer behind both: the bus knows who listens
     }
     void look() {
         machine.loop.enter([] {});

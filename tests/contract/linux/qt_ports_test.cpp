@@ -19,6 +19,7 @@
 #include "linux/qt_post.h"
 #include "linux/qt_time.h"
 #include "unit/linux/offscreen.h"
+#include "unit/linux/stopwatch.h"
 
 namespace corvane {
 namespace {
@@ -159,9 +160,9 @@ TEST(PosixFiles, ANameOfTensOfThousandsOfFoldersIsRefusedAtOnce) {
     for (const std::string part : {"/a", "/.", "/.."}) {
         std::string path;
         for (int i = 0; i < 40'000; ++i) path += part;
-        const auto begin = std::chrono::steady_clock::now();
+        const test::Stopwatch clock;
         EXPECT_FALSE(files.lookUp(path + "/b.wav"));
-        EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(300)) << part;
+        EXPECT_LT(clock.own(), std::chrono::milliseconds(300)) << part;
     }
 }
 

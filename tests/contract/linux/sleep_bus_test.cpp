@@ -49,6 +49,13 @@ struct SleepOnBus : ::testing::Test {
         signal << sleeps;
         EXPECT_TRUE(from.send(signal));
     }
+    /// The listening connection knows by now who has which name: one answer comes behind the bus's news of it, another
+    /// one behind what the tool kit makes of that.
+    void learnNames() {
+        const QDBusMessage ask =
+            QDBusMessage::createMethodCall("org.freedesktop.DBus", "/", "org.freedesktop.DBus.Peer", "Ping");
+        for (int i = 0; i < 2; ++i) EXPECT_EQ(own.call(ask).type(), QDBusMessage::ReplyMessage);
+    }
     bool wait(std::size_t count) {
         return test::waitUntil([&] { return told.size() >= count; }, 5000);
     }
@@ -59,7 +66,7 @@ struct SleepOnBus : ::testing::Test {
 TEST_F(SleepOnBus, IsHeardOfTheServiceThatDoesIt) {
     const auto heard = listening();
     ASSERT_TRUE(login.registerService(kLogin));
-    test::waitUntil([] { return false; }, 50);
+    learnNames();
     say(login, true);
     say(login, false);
     ASSERT_TRUE(wait(2));
@@ -67,7 +74,7 @@ TEST_F(SleepOnBus, IsHeardOfTheServiceThatDoesIt) {
     ASSERT_TRUE(login.unregisterService(kLogin));
     QDBusConnection next = bus.connect();
     ASSERT_TRUE(next.registerService(kLogin));
-    test::waitUntil([] { return false; }, 50);
+    learnNames();
     say(next, true);
     EXPECT_TRUE(wait(3));
 }

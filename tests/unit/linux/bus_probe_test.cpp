@@ -12,12 +12,12 @@
 
 #include "drives/descriptor.h"
 #include "unit/linux/offscreen.h"
+#include "unit/linux/stopwatch.h"
 
 namespace corvane {
 namespace {
 
 using std::chrono::milliseconds;
-using Clock = std::chrono::steady_clock;
 constexpr milliseconds kPatience{300};
 
 /// Takes connections and says to each what it was told to; closes it then, if so told.
@@ -64,9 +64,9 @@ class FalseBuses : public testing::TestWithParam<Case> {};
 TEST_P(FalseBuses, AreFoundOutInTime) {
     const test::TemporaryFolder folder;
     const FalseBus bus(folder.in("bus"), GetParam().says, GetParam().closes);
-    const auto begin = Clock::now();
+    const test::Stopwatch clock;
     EXPECT_FALSE(busAnswers("unix:path=" + folder.in("bus"), kPatience));
-    EXPECT_LT(Clock::now() - begin, 2 * kPatience);
+    EXPECT_LT(clock.own(), 2 * kPatience);
 }
 
 const std::string kGreeting = "OK 0123456789abcdef0123456789abcdef\r\n";

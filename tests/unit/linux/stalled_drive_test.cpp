@@ -22,6 +22,7 @@
 #include "unit/linux/cd_image.h"
 #include "unit/linux/midi_score.h"
 #include "unit/linux/offscreen.h"
+#include "unit/linux/stopwatch.h"
 
 namespace corvane {
 namespace {
@@ -71,9 +72,6 @@ protected:
         put("probe", "there");
         return test::waitUntil([this] { return files_.lookUp(on("probe")) && files_.read(on("probe"), 100); }, 5'000);
     }
-    static milliseconds taken(Clock::time_point begin) {
-        return std::chrono::duration_cast<milliseconds>(Clock::now() - begin);
-    }
 
     test::TemporaryFolder folder_;
     PosixFiles files_;
@@ -87,13 +85,13 @@ TEST_P(StalledCalls, AFileIsReadInTimeOrNotAtAllAndTheDriveIsNotAskedAgain) {
     folder_.write("other.ini", "[OTHER]\n");
     ASSERT_EQ(files_.read(on("list.ini"), 100), "[LIST]\n");
     stall(GetParam());
-    const auto begin = Clock::now();
+    const test::Stopwatch clock;
     EXPECT_EQ(files_.read(on("list.ini"), 100), std::nullopt);
-    EXPECT_GE(taken(begin), DriveCalls::kPatience);
+    EXPECT_GE(clock.passed(), DriveCalls::kPatience);
     for (int i = 0; i < 100; ++i) EXPECT_EQ(files_.read(on("list.ini"), 100), std::nullopt);
     EXPECT_EQ(files_.lookUp(on("list.ini")), std::nullopt);
     EXPECT_FALSE(files_.replace(on("list.ini"), "new"));
-    EXPECT_LT(taken(begin), DriveCalls::kPatience + kSlack);
+    EXPECT_LT(clock.own(), DriveCalls::kPatience + kSlack);
     EXPECT_EQ(files_.read(folder_.in("other.ini"), 100), "[OTHER]\n") << "other places go on";
     letGo();
     EXPECT_TRUE(answersAgain());
@@ -108,13 +106,13 @@ TEST_P(StalledCalls, APictureFailsInTimeWithThatReason) {
     QtPictures pictures;
     ASSERT_FALSE(pictures.decode(on("a.jpg")).picture.empty());
     stall(GetParam());
-    const auto begin = Clock::now();
+    const test::Stopwatch clock;
     const auto decoded = pictures.decode(on("a.jpg"));
     EXPECT_TRUE(decoded.picture.empty());
     EXPECT_EQ(decoded.reason, DriveCalls::kNoAnswer);
-    EXPECT_GE(taken(begin), DriveCalls::kPatience);
+    EXPECT_GE(clock.passed(), DriveCalls::kPatience);
     EXPECT_EQ(pictures.decode(on("a.jpg")).reason, DriveCalls::kNoAnswer);
-    EXPECT_LT(taken(begin), DriveCalls::kPatience + kSlack);
+    EXPECT_LT(clock.own(), DriveCalls::kPatience + kSlack);
     letGo();
     EXPECT_TRUE(answersAgain());
     EXPECT_FALSE(pictures.decode(on("a.jpg")).picture.empty());
@@ -124,22 +122,22 @@ TEST_P(StalledCalls, APictureFailsInTimeWithThatReason) {
 TEST_P(StalledCalls, APictureThatIsHintedAtHoldsNobodyUp) {
     put("a.jpg", "no picture");
     stall(GetParam());
-    const auto begin = Clock::now();
+    const test::Stopwatch clock;
     {
         QtPictures pictures;
         pictures.decodeAhead(on("a.jpg"));
-        EXPECT_LT(taken(begin), kAtOnce);
+        EXPECT_LT(clock.own(), kAtOnce);
         EXPECT_EQ(pictures.decode(on("a.jpg")).reason, DriveCalls::kNoAnswer);
-        EXPECT_LT(taken(begin), DriveCalls::kPatience + kSlack);
+        EXPECT_LT(clock.own(), DriveCalls::kPatience + kSlack);
         letGo();
         ASSERT_TRUE(answersAgain());
         stall(GetParam());
         pictures.decodeAhead(on("b.jpg"));
         pictures.decodeAhead(on("a.jpg"));
-        const auto ending = Clock::now();
-        while (taken(ending) < milliseconds(200)) QCoreApplication::processEvents();  // until it waits for the drive
+        const test::Stopwatch ending;
+        while (ending.passed() < milliseconds(200)) QCoreApplication::processEvents();  // until it waits for the drive
     }
-    EXPECT_LT(taken(begin), DriveCalls::kPatience + kSlack + milliseconds(5'000));
+    EXPECT_LT(clock.own(), DriveCalls::kPatience + kSlack + milliseconds(5'000));
 }
 
 /// FAULT-19
@@ -152,7 +150,7 @@ TEST_P(StalledCalls, SoundsFailInTimeWithThatReason) {
     ASSERT_TRUE(holdsMidi(on("a.mid")));
     ASSERT_NE(openCdSound(disc).sound, nullptr);
     stall(GetParam());
-    const auto begin = Clock::now();
+    const test::Stopwatch clock;
     const auto inWorker = [](auto open) { return std::async(std::launch::async, open); };
     auto sound = inWorker([&] { return FileSound::open(on("a.wav")).reason; });
     auto sequence = inWorker([&] { return MidiSound::open(on("a.mid"), synthesizer).reason; });
@@ -160,9 +158,9 @@ TEST_P(StalledCalls, SoundsFailInTimeWithThatReason) {
     EXPECT_EQ(sound.get(), DriveCalls::kNoAnswer);
     EXPECT_EQ(sequence.get(), DriveCalls::kNoAnswer);
     EXPECT_EQ(counted.get(), std::nullopt);
-    EXPECT_GE(taken(begin), DriveCalls::kLongPatience);
+    EXPECT_GE(clock.passed(), DriveCalls::kLongPatience);
     EXPECT_EQ(openCdSound(disc).reason, DriveCalls::kNoAnswer) << "it is not asked again";
-    EXPECT_LT(taken(begin), DriveCalls::kLongPatience + kSlack);
+    EXPECT_LT(clock.own(), DriveCalls::kLongPatience + kSlack);
 }
 
 class LinksToAStalledDrive : public StalledDrive {
@@ -188,17 +186,17 @@ class StalledLinks : public LinksToAStalledDrive, public ::testing::WithParamInt
 TEST_P(StalledLinks, BlockTheDriveAndNotTheFolderTheyLieIn) {
     ASSERT_EQ(read(by("stalled.ini")), "[LIST]\n");
     stall(GetParam());
-    auto begin = Clock::now();
+    const test::Stopwatch stalled;
     EXPECT_EQ(read(by("stalled.ini")), std::nullopt);
-    EXPECT_GE(taken(begin), DriveCalls::kPatience);
-    begin = Clock::now();
+    EXPECT_GE(stalled.passed(), DriveCalls::kPatience);
+    const test::Stopwatch clock;
     EXPECT_EQ(read(by("good.ini")), "[GOOD]\n");
     EXPECT_EQ(read(by("fine.ini")), "[OTHER]\n");
     EXPECT_EQ(read(by("stalled.ini")), std::nullopt) << "it is not asked again";
     EXPECT_EQ(read(by("more.ini")), std::nullopt) << "by another link neither";
     EXPECT_EQ(read(by("drive/more.ini")), std::nullopt);
     EXPECT_EQ(read(on("more.ini")), std::nullopt) << "nor by its own name";
-    EXPECT_LT(taken(begin), kAtOnce);
+    EXPECT_LT(clock.own(), kAtOnce);
     letGo();
     ASSERT_TRUE(answersAgain());
     EXPECT_EQ(read(by("stalled.ini")), "[LIST]\n");
@@ -207,11 +205,11 @@ TEST_P(StalledLinks, BlockTheDriveAndNotTheFolderTheyLieIn) {
 TEST_P(StalledLinks, OfAFolderCountAsTheDriveToo) {
     stall(GetParam());
     EXPECT_EQ(read(by("drive/list.ini")), std::nullopt);
-    const auto begin = Clock::now();
+    const test::Stopwatch clock;
     EXPECT_EQ(read(by("good.ini")), "[GOOD]\n");
     EXPECT_EQ(read(by("drive/more.ini")), std::nullopt);
     EXPECT_EQ(read(on("list.ini")), std::nullopt);
-    EXPECT_LT(taken(begin), kAtOnce);
+    EXPECT_LT(clock.own(), kAtOnce);
 }
 
 TEST_F(LinksToAStalledDrive, AreLeftOutOfAList) {
@@ -219,19 +217,19 @@ TEST_F(LinksToAStalledDrive, AreLeftOutOfAList) {
     ASSERT_EQ(files_.list(by(""), "*.ini").size(), 54U);
     ASSERT_EQ(files_.folders(by("")), std::vector<std::string>{"drive"});
     stall("all");
-    const auto begin = Clock::now();
+    const test::Stopwatch clock;
     EXPECT_EQ(files_.list(folder_.in("links"), "*.ini"), (std::vector<std::string>{"fine.ini", "good.ini"}));
-    EXPECT_LT(taken(begin), DriveCalls::kPatience + kAtOnce);
+    EXPECT_LT(clock.own(), DriveCalls::kPatience + kAtOnce);
 }
 
 TEST_F(LinksToAStalledDrive, LoopsEnd) {
     link("one", "two");
     link("two", "one");
     link("self", "self/self");
-    const auto begin = Clock::now();
+    const test::Stopwatch clock;
     for (const char* name : {"one", "two/list.ini", "self"}) EXPECT_EQ(read(by(name)), std::nullopt) << name;
     EXPECT_EQ(read(by("good.ini")), "[GOOD]\n");
-    EXPECT_LT(taken(begin), kAtOnce);
+    EXPECT_LT(clock.own(), kAtOnce);
 }
 
 INSTANTIATE_TEST_SUITE_P(From, StalledLinks, ::testing::Values("open", "all"),
@@ -244,10 +242,10 @@ INSTANTIATE_TEST_SUITE_P(From, StalledCalls, ::testing::Values("read", "open", "
 TEST_F(StalledDrive, ADiscFailsInTimeWithThatReason) {
     const std::string disc = test::writeImage(on(""), "disc", {{440, 75}});
     stall("open");
-    const auto begin = Clock::now();
+    const test::Stopwatch clock;
     EXPECT_EQ(openCdSound(disc).reason, DriveCalls::kNoAnswer);
-    EXPECT_GE(taken(begin), DriveCalls::kLongPatience);
-    EXPECT_LT(taken(begin), DriveCalls::kLongPatience + kSlack);
+    EXPECT_GE(clock.passed(), DriveCalls::kLongPatience);
+    EXPECT_LT(clock.own(), DriveCalls::kLongPatience + kSlack);
 }
 
 /// As a drive that has to spin up first: what is asked for before the disc is open cannot know its tracks' lengths.
@@ -288,11 +286,11 @@ TEST_F(StalledDrive, ASoundThatIsAbandonedComesBackFromItsRead) {
     stall("read");
     auto read = std::async(std::launch::async, [&] { return sound->read(samples.data(), samples.size()); });
     EXPECT_EQ(read.wait_for(milliseconds(300)), std::future_status::timeout) << "it waits for the drive";
-    const auto begin = Clock::now();
+    const test::Stopwatch clock;
     sound->abandoned = true;
     EXPECT_LT(read.get(), samples.size());
     sound.reset();
-    EXPECT_LT(taken(begin), kAtOnce);
+    EXPECT_LT(clock.own(), kAtOnce);
 }
 
 /// FAULT-20
@@ -318,10 +316,10 @@ TEST_F(StalledDrive, WhatWasGivenUpEarlyDoesNotRefuseTheNextQuestion) {
 TEST_F(StalledDrive, ASaveThatIsNotAnsweredIsRefusedForGood) {
     put("list.ini", "old");
     stall("write");
-    const auto begin = Clock::now();
+    const test::Stopwatch clock;
     EXPECT_FALSE(files_.replace(on("list.ini"), "new"));
-    EXPECT_GE(taken(begin), DriveCalls::kLongPatience);
-    EXPECT_LT(taken(begin), DriveCalls::kLongPatience + kSlack);
+    EXPECT_GE(clock.passed(), DriveCalls::kLongPatience);
+    EXPECT_LT(clock.own(), DriveCalls::kLongPatience + kSlack);
     letGo();
     ASSERT_TRUE(answersAgain());
     EXPECT_EQ(folder_.bytes("drive/list.ini"), "old") << "also when the drive comes back";
@@ -336,7 +334,7 @@ TEST_F(StalledDrive, PipesAndDevicesAreNoFilesAndHoldNobodyUp) {
     for (const char* const name : {"pipe.wav", "pipe.mid", "pipe.jpg", "pipe.cue"}) {
         ASSERT_EQ(mkfifo(on(name).c_str(), 0600), 0);
     }
-    const auto begin = Clock::now();
+    const test::Stopwatch clock;
     for (const std::string& path : {on("pipe.wav"), std::string("/dev/zero"), std::string("/dev/tty")}) {
         EXPECT_EQ(FileSound::open(path).reason, "This is not a file.");
         EXPECT_EQ(MidiSound::open(path, std::make_shared<Synthesizer>()).reason, "This is not a file.");
@@ -347,7 +345,7 @@ TEST_F(StalledDrive, PipesAndDevicesAreNoFilesAndHoldNobodyUp) {
     }
     EXPECT_NE(openCdSound(on("pipe.cue")).reason, "");
     EXPECT_NE(openCdSound("/dev/zero").reason, "");
-    EXPECT_LT(taken(begin), kAtOnce);
+    EXPECT_LT(clock.own(), kAtOnce);
 }
 
 /// The sounds for MIDI lie where the environment says.
@@ -368,9 +366,9 @@ TEST_F(StalledDrive, ASoundFontIsWaitedForLikeEveryFile) {
     for (const char* const how : {"open", "read"}) {
         stall(how);
         Synthesizer synthesizer;
-        const auto begin = Clock::now();
+        const test::Stopwatch clock;
         EXPECT_NE(synthesizer.load().find(DriveCalls::kNoAnswer), std::string::npos) << how;
-        EXPECT_LT(taken(begin), DriveCalls::kPatience * 2 + kSlack) << how;
+        EXPECT_LT(clock.own(), DriveCalls::kPatience * 2 + kSlack) << how;
         letGo();
         ASSERT_TRUE(answersAgain());
         EXPECT_EQ(synthesizer.load(), "") << how;
@@ -386,9 +384,9 @@ TEST_F(StalledDrive, InstrumentsAreThereWhenTheirDriveStopsAnswering) {
     ASSERT_TRUE(opened.sound) << opened.reason;
     stall("read");
     std::vector<float> samples(2 * 44100);
-    const auto begin = Clock::now();
+    const test::Stopwatch clock;
     EXPECT_EQ(opened.sound->read(samples.data(), 4410), 4410U);
-    EXPECT_LT(taken(begin), DriveCalls::kPatience + kSlack);
+    EXPECT_LT(clock.own(), DriveCalls::kPatience + kSlack);
 }
 
 /// FAULT-62
@@ -398,10 +396,10 @@ TEST_F(StalledDrive, ASoundFontThatIsNoneIsToldAtOnce) {
     for (const std::string& path : {folder_.in("pipe"), folder_.path(), folder_.in("none"), folder_.in("text.sf2"),
                                     std::string("/dev/zero"), std::string("/dev/stdin"), std::string()}) {
         const NamedSoundFont named(path);
-        const auto begin = Clock::now();
+        const test::Stopwatch clock;
         const std::string reason = Synthesizer().load();
         EXPECT_NE(reason.find("The sounds for MIDI cannot be read: " + path), std::string::npos) << reason;
-        EXPECT_LT(taken(begin), kAtOnce) << path;
+        EXPECT_LT(clock.own(), kAtOnce) << path;
     }
 }
 
@@ -411,10 +409,10 @@ TEST_F(StalledDrive, ASoundFontThatIsTooLargeIsRefusedUnread) {
     const NamedSoundFont named(folder_.in("giant.sf2"));
     constexpr std::uintmax_t kMost = std::uintmax_t{1} << 30;
     std::filesystem::resize_file(folder_.in("giant.sf2"), kMost + 1);
-    const auto begin = Clock::now();
+    const test::Stopwatch clock;
     EXPECT_EQ(Synthesizer().load(),
               "The sounds for MIDI cannot be read: " + folder_.in("giant.sf2") + "\r\nIt is larger than 1 GiB.");
-    EXPECT_LT(taken(begin), kAtOnce);
+    EXPECT_LT(clock.own(), kAtOnce);
 }
 
 /// The soundfont's name makes no line of its own in the reason.

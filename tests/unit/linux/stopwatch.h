@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+
+namespace corvane::test {
+
+/// Measures what takes long by itself, not because other programs have the processors: begun when it is made.
+class Stopwatch {
+public:
+    using Clock = std::chrono::steady_clock;
+    using Milliseconds = std::chrono::milliseconds;
+
+    /// By the clock on the wall.
+    Milliseconds passed() const { return std::chrono::duration_cast<Milliseconds>(Clock::now() - begin_); }
+    /// Of that, what this program's threads that were ready to run waited for a processor.
+    Milliseconds heldUp() const {
+        return std::clamp(std::chrono::duration_cast<Milliseconds>(waited() - before_), Milliseconds(0), passed());
+    }
+    /// Without it.
+    Milliseconds own() const { return passed() - heldUp(); }
+
+private:
+    /// Of all threads since they began; 0 where the kernel does not count it.
+    static std::chrono::nanoseconds waited() {
+        std::int64_t all = 0;
+        std::error_code gone;
+        for (std::filesystem::directory_iterator threads("/proc/self/task", gone), end; !gone && threads != end;
+             threads.increment(gone)) {
+            std::int64_t ran = 0, ready = 0;
+            if (std::ifstream(threads->path() / "schedstat") >> ran >> ready) all += ready;
+        }
+        return std::chrono::nanoseconds(all);
+    }
+
+    const std::chrono::nanoseconds before_ = waited();
+    const Clock::time_point begin_ = Clock::now();
+};
+
+}  // namespace corvane::test
