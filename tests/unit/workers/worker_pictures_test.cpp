@@ -65,7 +65,7 @@ Picture make(PicturePixels /*pixels*/) { return plain(3, 3); }
 class PicturesTried : public WorkerPictures {
 public:
     explicit PicturesTried(PictureWorker::Post post)
-        : WorkerPictures({load, stampOf, openFrames, make, std::chrono::milliseconds(50)}, std::move(post)) {}
+        : WorkerPictures({load, stampOf, openFrames, make, std::chrono::milliseconds(300)}, std::move(post)) {}
     int cuts = 0;
 
 protected:
