@@ -83,18 +83,22 @@ public:
 };
 
 struct HeldBackPart : ::testing::Test {
+    using Clock = std::chrono::steady_clock;
     std::shared_ptr<Watched> sound = std::make_shared<Watched>();
     SoundOutput output{true};
+    Clock::time_point begin = Clock::now();
     std::uint64_t part = output.play({sound, kPlace, SoundOutput::kToEnd, 0, {}, true});
 
     void SetUp() override {
         ASSERT_TRUE(within10Seconds([&] { return sound->sought.load(); }));
     }
+    /// No longer than that it is held back, also where this program is.
+    bool isOverdue() const { return Clock::now() - begin >= SoundOutput::kMostHeldBack; }
     /// Whether nothing is read for a good while, which is shorter than it is held back at most.
     bool staysUnread() const {
-        const auto until = std::chrono::steady_clock::now() + SoundOutput::kMostHeldBack / 4;
-        while (std::chrono::steady_clock::now() < until) {
-            if (sound->wasRead) return false;
+        const auto until = Clock::now() + SoundOutput::kMostHeldBack / 4;
+        while (Clock::now() < until) {
+            if (sound->wasRead) return isOverdue();
             std::this_thread::yield();
         }
         return true;
@@ -103,7 +107,7 @@ struct HeldBackPart : ::testing::Test {
 
 TEST_F(HeldBackPart, IsHeardOnceItIsReleased) {
     EXPECT_TRUE(staysUnread());
-    EXPECT_EQ(output.position(part), kPlace);
+    EXPECT_TRUE(output.position(part) == kPlace || isOverdue());
     output.release(part);
     EXPECT_TRUE(within10Seconds([&] { return output.position(part) > kPlace; }));
 }
@@ -122,6 +126,7 @@ TEST_F(HeldBackPart, IsHeardInTheEndWhenNobodyReleasesIt) {
 
 TEST_F(HeldBackPart, IsNotReleasedInPlaceOfAnother) {
     const auto other = std::make_shared<Watched>();
+    begin = Clock::now();
     const std::uint64_t next = output.play({other, 0, SoundOutput::kToEnd, 0, {}, true});
     output.release(part);
     ASSERT_TRUE(within10Seconds([&] { return other->sought.load(); }));
