@@ -23,7 +23,7 @@ namespace corvane {
 namespace {
 
 constexpr int kMaxLinks = 40;
-constexpr int kAttempts = 8;
+constexpr int kAttempts = 100;  // another start may take each for a leftover until it is locked
 constexpr std::string_view kBesidePrefix = ".corvane-save-";
 constexpr std::string_view kBesideRandom = "XXXXXX";
 
