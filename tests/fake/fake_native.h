@@ -168,8 +168,11 @@ public:
 
     ThumbnailReader* thumbnails() override { return reader; }
     bool framesHold() const override { return hold; }
-    PixelSize textSize(const std::string& /*text*/) const override { return sample; }
+    PixelSize textSize(const std::string& /*text*/) const override {
+        return {static_cast<int>(sample.width * textShare), static_cast<int>(sample.height * textShare)};
+    }
     double leastScale() const override { return 1.0; }
+    void setTextShare(double share) override { textShare = share; }
     void orderTabs(const std::vector<const Control*>& wanted) override { order = wanted; }
     void focusFirst(const Control& control) override { focused = &control; }
     void setTitle(const std::string& text) override { title = text; }
@@ -194,7 +197,8 @@ public:
 
     ThumbnailReader* reader = nullptr;
     bool hold = true;
-    PixelSize sample{174, 14};  ///< of every text, in the window's font
+    PixelSize sample{174, 14};  ///< of every text, in the system's font
+    double textShare = 0;       ///< of its size, as it was set; 0: never
     PixelRect screen{0, 0, 1000, 800};
     std::vector<const Control*> order;
     const Control* focused = nullptr;

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "linux/native/native_form_window.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QFontMetrics>
-#include <QGuiApplication>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QTimer>
 
@@ -31,11 +32,6 @@ NativeWindow::NativeWindow(Form& form, DesktopContext& context)
       thumbnails_(context.loop),
       native_(context.loop, *this) {
     setObjectName(QString::fromStdString(form.name()));
-    if (context.scale > 1.0) {
-        QFont larger = font();
-        larger.setPointSizeF(larger.pointSizeF() * context.scale);
-        setFont(larger);
-    }
 }
 
 NativeWindow::~NativeWindow() {
@@ -66,6 +62,14 @@ QWidget& NativeWindow::holderOf(const Control& control) {
 PixelSize NativeWindow::textSize(const std::string& text) const {
     const QFontMetrics metrics = fontMetrics();
     return {metrics.horizontalAdvance(toQString(text)), metrics.height()};
+}
+
+void NativeWindow::setTextShare(double share) {
+    const QScopedValueRollback changing(fontIsOurs_, true);
+    QFont wanted;  // nothing of its own: what is not set follows the desktop
+    const double times = std::max(1.0, context().scale) * share;
+    if (times != 1.0) wanted.setPointSizeF(QApplication::font(this).pointSizeF() * times);
+    setFont(wanted);
 }
 
 void NativeWindow::orderTabs(const std::vector<const Control*>& order) {
@@ -115,8 +119,8 @@ void NativeWindow::moveOuter(const PixelRect& place) {
 PixelRect NativeWindow::room() const {
     const QScreen* const on = context().screen();
     if (on == nullptr) return {};
-    constexpr int kTitleBar = 40;  // room for what the window manager puts around it
-    const QRect free = on->availableGeometry().adjusted(0, kTitleBar, 0, 0);
+    constexpr int kTitleBar = 40;  // room for what the window manager puts around it, from the place on that it is told
+    const QRect free = on->availableGeometry().adjusted(0, 0, 0, -kTitleBar);
     return {free.x(), free.y(), free.width(), free.height()};
 }
 
@@ -139,7 +143,7 @@ void NativeWindow::changeEvent(QEvent* event) {
         native_.stateIs(isMinimized()   ? WindowState::Minimized
                         : isMaximized() ? WindowState::Maximized
                                         : WindowState::Normal);
-    } else if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+    } else if (!fontIsOurs_ && (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)) {
         native_.rescale();
     }
 }
@@ -158,6 +162,9 @@ bool NativeWindow::event(QEvent* event) {
             watchAlt(*static_cast<QKeyEvent*>(event));
             if (takeHelpKey(*static_cast<QKeyEvent*>(event))) return true;
             if (event->type() == QEvent::KeyPress && native_.key(keyArgs(*static_cast<QKeyEvent*>(event)))) return true;
+            break;
+        case QEvent::ApplicationFontChange:  // the size of its own hides the desktop's
+            native_.rescale();
             break;
         case QEvent::WindowActivate:
             native_.activated();

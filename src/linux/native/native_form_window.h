@@ -34,6 +34,7 @@ public:
     bool framesHold() const override { return true; }
     PixelSize textSize(const std::string& text) const override;
     double leastScale() const override { return 1.0; }
+    void setTextShare(double share) override;
     void orderTabs(const std::vector<const Control*>& order) override;
     void focusFirst(const Control& control) override;
     void setTitle(const std::string& text) override;
@@ -74,9 +75,10 @@ private:
     std::unique_ptr<QStyle> style_;
     Thumbnails thumbnails_;
     NativeForm native_;
-    bool dragging_ = false;  ///< the form asked to be moved with the pointer
-    QPoint pressedAt_;       ///< of the screen, at the last press
-    QPoint windowAt_;        ///< the window's place at the last press
+    bool fontIsOurs_ = false;  ///< while it is changed here
+    bool dragging_ = false;    ///< the form asked to be moved with the pointer
+    QPoint pressedAt_;         ///< of the screen, at the last press
+    QPoint windowAt_;          ///< the window's place at the last press
 };
 
 /// A mouse event of a widget as it is told.

@@ -18,6 +18,8 @@ public:
     /// From the size of the sample text; never less than `least` pixels to one of the form.
     FormScale(PixelSize sample, double least);
 
+    bool operator==(const FormScale&) const = default;
+
     double across() const { return across_; }
     /// Grows so that a control of this size has room for what it wants.
     void makeRoom(PixelSize wanted, Twips width, Twips height);

@@ -170,6 +170,8 @@ public:
     virtual bool framesHold() const = 0;
     virtual PixelSize textSize(const std::string& text) const = 0;
     virtual double leastScale() const = 0;  ///< screen pixels to one of the form, whatever the font
+    /// The texts of the window are so many times as large as the system's, 1 and less. What wants room says so anew.
+    virtual void setTextShare(double share) = 0;
     /// All controls in the order of the dialog's keys.
     virtual void orderTabs(const std::vector<const Control*>& order) = 0;
     /// Has the keyboard when the window gets it.

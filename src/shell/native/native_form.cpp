@@ -76,7 +76,38 @@ void NativeForm::makeBinders() {
     }
 }
 
+/// In the system's font; in a smaller one where the window would not fit on the screen, as with texts of twice the size
+/// on a small one.
 void NativeForm::takeScale() {
+    constexpr double kLeastShare = 0.3;
+    constexpr double kStep = 0.96;  // letters come in whole pixels, and margins do not shrink with them
+    double share = 1;
+    surface_.setTextShare(share);
+    measure();
+    double gained = share;
+    while (shareThatFits() < 1 && share > kLeastShare) {
+        const FormScale before = scale_;
+        share *= std::min(kStep, shareThatFits());
+        surface_.setTextShare(share);
+        measure();
+        if (scale_ != before) gained = share;
+    }
+    if (gained == share) return;
+    surface_.setTextShare(gained);  // what has no room is not made of letters
+    measure();
+}
+
+/// Of the window at its smallest, how much of it there is room for; 1: for all.
+double NativeForm::shareThatFits() const {
+    const PixelRect room = surface_.room();
+    const bool grows = form_->Resizable;
+    const PixelSize least =
+        scale_.size(grows ? form_->MinWidth : form_->Width, grows ? form_->MinHeight : form_->Height);
+    if (room.width <= 0 || room.height <= 0 || least.width <= 0 || least.height <= 0) return 1;
+    return std::min({1.0, 1.0 * room.width / least.width, 1.0 * room.height / least.height});
+}
+
+void NativeForm::measure() {
     scale_ = FormScale(surface_.textSize(FormScale::kSampleText), surface_.leastScale());
     for (const auto& each : binders_) scale_.makeRoom(each->wanted(), each->designWidth(), each->designHeight());
 }

@@ -67,6 +67,8 @@ public:
 private:
     void makeBinders();
     void takeScale();
+    void measure();
+    double shareThatFits() const;
     void formChanged(PropertyId property);
     void takeSize();
     void putInPlace();

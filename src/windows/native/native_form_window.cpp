@@ -39,17 +39,16 @@ void NativeWindow::onBound() {
     native_.bind(form());
 }
 
-void NativeWindow::takeScale() {
-    makeFont();
-    native_.rescale();
-}
+void NativeWindow::takeScale() { native_.rescale(); }
 
-void NativeWindow::makeFont() {
+void NativeWindow::setTextShare(double share) { makeFont(share); }
+
+void NativeWindow::makeFont(double share) {
     NONCLIENTMETRICSW metrics{};
     metrics.cbSize = sizeof metrics;
     SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0);
     // The metrics are those of the system's dots per inch.
-    const double factor = context().scale() * USER_DEFAULT_SCREEN_DPI / GetDpiForSystem();
+    const double factor = share * context().scale() * USER_DEFAULT_SCREEN_DPI / GetDpiForSystem();
     LOGFONTW wanted = metrics.lfMessageFont;
     wanted.lfHeight = static_cast<LONG>(std::lround(wanted.lfHeight * factor));
     const HFONT before = std::exchange(font_, CreateFontIndirectW(&wanted));

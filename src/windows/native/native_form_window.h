@@ -35,6 +35,7 @@ public:
     bool framesHold() const override { return false; }
     PixelSize textSize(const std::string& text) const override;
     double leastScale() const override { return context().scale(); }
+    void setTextShare(double share) override;
     void orderTabs(const std::vector<const Control*>& order) override;
     void focusFirst(const Control& control) override { focused_ = widgetOf(control); }
     void setTitle(const std::string& text) override;
@@ -65,7 +66,7 @@ protected:
     LRESULT message(UINT message, WPARAM first, LPARAM second) override;
 
 private:
-    void makeFont();
+    void makeFont(double share = 1);  ///< of the system's size
     PixelSize windowSize(PixelSize inner) const;
     std::optional<LRESULT> controlMessage(UINT message, WPARAM first, LPARAM second);
     void placeChanged();

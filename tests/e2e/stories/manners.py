@@ -15,7 +15,7 @@ from harness.story import story
 from session import end_process
 from stories.dark_theme import brightness, check_read
 from stories.hand import open_menu
-from stories.windows import close_by, items, node
+from stories.windows import close_by, items, node, nodes, open_settings
 
 LOOK, GNOME, MOUSE = "org.freedesktop.appearance", "org.gnome.desktop.interface", "org.gnome.desktop.peripherals.mouse"
 DARK, LIGHT = 1, 2
@@ -119,6 +119,37 @@ def font_of_the_user(stage):
         check(open_menu(stage).height < large, "the menu's texts are as large as before")
         stage.desk.key("Escape")
         portal.set(GNOME, "font-name", text("nothing that makes sense"))
+        equal(stage.player.power_off(), 0, "exit code")
+
+
+# DESK-29
+@story("manners: with letters of twice and more the usual size editor and settings fit on the screen, and no text is cut")
+def large_letters(stage):
+    width, height = stage.desk.screen.width, stage.desk.screen.height
+
+    def fit():
+        places = [each["place"] for each in nodes(stage, role="push button")]
+        return places and all(x >= 0 and y >= 0 and x + w <= width and y + h <= height for x, y, w, h in places)
+
+    with Portal(stage.session, {(GNOME, "font-name"): text("DejaVu Sans 9")}) as portal:
+        opened_editor(stage)
+        small = node(stage, name="Add All", role="push button")["place"][3]
+        for points in (16, 40):
+            portal.set(GNOME, "font-name", text(f"DejaVu Sans {points}"))
+            wait("larger letters", lambda: node(stage, name="Add All", role="push button")["place"][3] > 1.2 * small)
+            wait("the editor on the screen", fit)
+            stage.desk.wait_until_still(0, 0, width, height)
+            stage.leave_picture(f"editor{points}")
+        portal.set(GNOME, "font-name", text("DejaVu Sans 9"))
+        wait("small letters", lambda: abs(node(stage, name="Add All", role="push button")["place"][3] - small) <= 1)
+        portal.set(GNOME, "font-name", text("DejaVu Sans 40"))
+        close_by(stage, "Cancel")
+        stage.player.wait_for_panel()
+        open_settings(stage)
+        wait("the settings on the screen", fit)
+        stage.desk.wait_until_still(0, 0, width, height)
+        stage.leave_picture("settings")
+        close_by(stage, "Cancel")
         equal(stage.player.power_off(), 0, "exit code")
 
 

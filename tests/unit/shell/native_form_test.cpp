@@ -43,6 +43,35 @@ TEST_F(NativeWindowOf, ItsSizeFollowsTheFormAndTheFont) {
     EXPECT_EQ(surface.at.size(), (PixelSize{300, 200}));
 }
 
+/// DESK-29: A dialog that would not fit on the screen in the user's font has smaller letters, as large as fit
+TEST_F(NativeWindowOf, LettersAreSmallerWhereItsWindowWouldNotFit) {
+    form.SetSize(px(600), px(300));
+    form.MinWidth = px(500);
+    form.MinHeight = px(200);
+    form.Resizable = true;
+    surface.sample = {174 * 4, 14 * 2};  // 2000 pixels at least, on a screen of 1000
+    bind();
+    EXPECT_NEAR(surface.textShare, 0.5, 0.01);
+    EXPECT_LE(surface.least.width, 1000);
+    EXPECT_GE(surface.least.width, 980);
+    surface.sample = {174 * 2, 14};
+    native.rescale();
+    EXPECT_EQ(surface.textShare, 1.0) << "1000 pixels fit";
+    surface.sample = {174 * 2, 14 * 8};  // 1600 pixels high, on 800
+    native.rescale();
+    EXPECT_NEAR(surface.textShare, 0.5, 0.01);
+    form.Resizable = false;
+    native.rescale();
+    EXPECT_NEAR(surface.textShare, 800.0 / 2400, 0.08) << "one that cannot be made smaller counts whole";
+}
+
+/// DESK-29
+TEST_F(NativeWindowOf, LettersKeepTheirSizeWhereSmallerOnesWouldGainNothing) {
+    form.SetSize(px(2000), px(100));
+    bind();
+    EXPECT_EQ(surface.textShare, 1.0);
+}
+
 TEST_F(NativeWindowOf, GrowsUntilEachTextHasItsRoom) {
     form.SetSize(px(100), px(100));
     ok.Caption = "Continue";  // 80 pixels, and margins
