@@ -12,13 +12,14 @@ from harness.signs import media_windows, middle_of_screen
 from harness.story import story
 
 GREEN, VIOLET, ORANGE = "#32A046", "#8232B4", "#E69628"
+SLIDE = 5  # seconds, in which another program has started and taken the keyboard
 
 
 @story("beside others: a slide show and a movie that come while another program is typed into leave it the keyboard")
 def typing_elsewhere(stage):
     pictures = [picture(stage.media / "first.bmp", GREEN), picture(stage.media / "second.bmp", VIOLET)]
-    film = movie(stage.media / "film.avi", ORANGE, 500, 2)
-    stage.player.settings(INTERVAL=3, IMAGEHIDE="ON", DELAYTIME=30)
+    film = movie(stage.media / "film.avi", ORANGE, 500, 6)
+    stage.player.settings(INTERVAL=SLIDE, IMAGEHIDE="ON", DELAYTIME=30)
     stage.player.start(*pictures, film)
     stage.player.press(PLAY)
     stage.desk.wait_for_colour(*middle_of_screen(stage), GREEN)
@@ -35,7 +36,7 @@ def typing_elsewhere(stage):
 @story("beside others: a box that comes by itself is seen and leaves the other program the keyboard, until it is clicked")
 def box_beside(stage):
     slides = [picture(stage.media / f"slide{number}.bmp", colour) for number, colour in enumerate((GREEN, VIOLET, ORANGE, GREEN))]
-    stage.player.settings(INTERVAL=2, IMAGEHIDE="ON")
+    stage.player.settings(INTERVAL=SLIDE, IMAGEHIDE="ON")
     stage.player.start(*slides)
     for gone in slides[1], slides[2]:
         gone.unlink()
@@ -58,6 +59,7 @@ def box_beside(stage):
         stage.player.wait_for_box("slide2.bmp Can't open!!")
         equal(other.keys(), ["Escape", "p"], "what the other program was typed")
         stage.desk.click(*one_box(stage).middle)
+        wait("a box has the keyboard", lambda: stage.desk.focused() in [w.id for w in stage.player.boxes()])
         stage.desk.key("Escape")
         stage.player.wait_for_no_box()
     equal(stage.player.power_off(), 0, "exit code")
@@ -66,7 +68,7 @@ def box_beside(stage):
 @story("beside others: a box that another program keeps waiting comes with a second start, and goes when the panel is to close")
 def box_called(stage):
     slides = [picture(stage.media / f"slide{number}.bmp", colour) for number, colour in enumerate((GREEN, VIOLET))]
-    stage.player.settings(INTERVAL=2, IMAGEHIDE="ON")
+    stage.player.settings(INTERVAL=SLIDE, IMAGEHIDE="ON")
     stage.player.start(*slides)
     slides[1].unlink()
     stage.player.press(PLAY)
@@ -156,7 +158,7 @@ def names_are_text(stage):
 @story("beside others: names with line breaks, turned writing, ampersands and two hundred letters fit their boxes")
 def odd_names(stage):
     names = ["two\nlines.wav", "song\u202e3pm.wav", "R&B & <b>soul<b>.wav", "w" * 200 + ".wav"]
-    songs = [tone(stage.media / name, 440, 3) for name in names]
+    songs = [tone(stage.media / name, 440, 30) for name in names]
     stage.player.start("--open", *map(str, songs))
     stage.player.press(STOP)  # opened files play at once
     for song in songs:
