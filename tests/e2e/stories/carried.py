@@ -63,14 +63,25 @@ def tracks(stage):
     go_through_tracks(stage)
 
 
+def wait_for_both(stage):
+    """Until there are subtitles, and the text that says which was there: it goes after a while, whichever came first."""
+    said = False
+
+    def both():
+        nonlocal said
+        said = said or letters(stage, above=True)
+        return said and letters(stage, above=False)
+
+    wait("the text, and subtitles", both)
+
+
 def go_through_tracks(stage, **settings):
     start(stage, film(stage), CONVENIENCES="ON", **settings)
     stage.sound.wait_for(TONES[0])
     check(not letters(stage, above=False), "subtitles that nobody asked for")
     for number in (1, 2):
         stage.player.key("ctrl+t")
-        wait("subtitles", lambda: letters(stage, above=False))
-        wait("the text", lambda: letters(stage, above=True))
+        wait_for_both(stage)
         stage.leave_picture(f"subtitles_{number}")
         wait("the text goes", lambda: not letters(stage, above=True))
     stage.player.key("ctrl+t")

@@ -87,24 +87,26 @@ def try_all(stage, path, hz, outside=None):
 
 @story("confined: a sound's decoder starts no program, reaches no host and no other process, and writes in the player's folder alone")
 def decoder_of_a_sound(stage):
-    sound = tone(stage.media / "long.mp3", 440, 8)
+    sound = tone(stage.media / "long.mp3", 440, 20)
     try_all(stage, sound, 440)
 
 
 @story("confined: what other programs keep in the user's run-time folder is not written")
 def what_others_keep(stage):
     runtime = pathlib.Path(stage.session.environment["XDG_RUNTIME_DIR"])
-    try_all(stage, tone(stage.media / "long.mp3", 440, 8), 440, outside=runtime / "others")
+    try_all(stage, tone(stage.media / "long.mp3", 440, 20), 440, outside=runtime / "others")
 
 
 @story("confined: so does a movie's decoder, which the movie's library runs")
 def decoder_of_a_movie(stage):
-    try_all(stage, movie(stage.media / "long.avi", "#c82828", 660, 8), 660)
+    try_all(stage, movie(stage.media / "long.avi", "#c82828", 660, 20), 660)
 
 
 @story("confined: --about tells what is in force and what is missing, without a display and with a sound server that hangs")
 def about(stage):
+    began = time.monotonic()
     told = about_lines(stage)
+    usual = time.monotonic() - began  # of this machine, as busy as it is
     check(told["Program folder"].startswith(str(stage.player.folder)), told["Program folder"])
     equal(told["Skins"], "BRASS, DEFAULT, PAPER, SLIM", "skins")
     check("seccomp" in told["System calls"] and told["Network"] == "refused", f"what is refused: {told}")
@@ -120,7 +122,8 @@ def about(stage):
         began = time.monotonic()
         told = about_lines(stage, PULSE_SERVER=f"unix:{stage.folder}/silent", CORVANE_SOUNDFONT="/dev/null",
                            CORVANE_CDROM="/dev/none", DISPLAY="elsewhere:0", CORVANE_FOLDER=str(stage.folder / "nowhere"))
-        check(time.monotonic() - began < ABOUT_SECONDS, f"it took {time.monotonic() - began:.1f} s")
+        taken = time.monotonic() - began
+        check(taken < ABOUT_SECONDS + usual, f"it took {taken:.1f} s, {usual:.1f} s where everything answers")
     check("does not answer" in told["Sound server"], told["Sound server"])
     check("cannot be read: /dev/null" in told["Sounds for MIDI"], told["Sounds for MIDI"])
     check("/dev/none" in told["CD drives"] and told["Network"].startswith("kept"), str(told))

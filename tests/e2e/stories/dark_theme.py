@@ -1,11 +1,12 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The dialogs under a dark theme of the desktop."""
 
-from harness.expect import check, wait
+from harness.expect import wait
 from harness.media import picture, tone
 from harness.player import EDITOR
 from harness.story import story
 from stories.editing import choose, shows, shows_colour, widen
+from stories.find import open_find
 from stories.tags import tagged
 from stories.windows import node, open_settings
 
@@ -30,9 +31,12 @@ def brightness(stage, place):
 
 
 def check_read(stage, name, role, bright=180):
-    """A text that is bright on dark."""
-    darkest, brightest = brightness(stage, node(stage, name=name, role=role)["place"])
-    check(darkest < 80 and brightest > bright, f"{name} can't be read: {darkest} to {brightest}")
+    """A text that is bright on dark, once it is drawn: the tree tells of it before."""
+    def read():
+        darkest, brightest = brightness(stage, node(stage, name=name, role=role)["place"])
+        return darkest < 80 and brightest > bright
+
+    wait(f"{name} can be read", read)
 
 
 # EDIT-101: Under a dark theme of the desktop every text of the dialogs is bright on dark
@@ -62,10 +66,11 @@ def dark_dialogs(stage):
     stage.leave_picture("question")
     stage.desk.key("Return")
     stage.player.wait_for_panel()
-    stage.desk.key("ctrl+f")
+    open_find(stage)
     node(stage, name="002  plain", role="list item")
     stage.leave_picture("find")
     stage.desk.key("Escape")
+    stage.player.wait_for_no_window("Find")
     open_settings(stage)
     stage.player.press_control("More…")
     check_read(stage, "FIND: Ctrl+F finds an entry of the list", "check box")
