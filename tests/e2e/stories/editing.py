@@ -38,14 +38,14 @@ def shows(stage, names):
     wait(f"the list is {names}", lambda: items(stage, "PLAY LIST") == list(names))
 
 
-def status(stage, text):
-    wait(f"the last line says {text}", lambda: nodes(stage, name=text, role="label"))
+def status(stage, text, seconds=5.0):
+    wait(f"the last line says {text}", lambda: nodes(stage, name=text, role="label"), seconds)
 
 
 def row(stage, name):
     """The middle of an entry of the play list."""
     x = node(stage, name="PLAY LIST", role="list")["place"][0]
-    return next(n.middle for n in nodes(stage, name=name, role="list item") if n["place"][0] >= x)
+    return wait(f"the entry {name}", lambda: [n.middle for n in nodes(stage, name=name, role="list item") if n["place"][0] >= x])[0]
 
 
 def choose(stage, list_name, entry):
@@ -164,7 +164,7 @@ def export(stage):
 def export_tracks(stage):
     folder = stage.media / "album"
     folder.mkdir()
-    sheet, _ = disc(folder, (440, 660), round(2 * max(1, SLACK / 2)))
+    sheet, _ = disc(folder, (440, 660), round(5 * max(1, SLACK / 5)))
     stage.player.settings(CONVENIENCES="ON")
     stage.player.save_list([sheet / "Track01.cda", sheet / "Track02.cda"], name="Disc")
     stage.player.start()
@@ -182,10 +182,11 @@ def export_tracks(stage):
     stage.player.wait_for_panel()
     equal(stage.player.power_off(), 0, "exit code")
     for name in ("Disc.m3u8", "Disc.xspf"):
+        began = stage.sound.now()
         stage.player.start("--open", stage.player.folder / name)
         wait_for_told(stage, "Total FileNo", "2")
-        stage.sound.wait_for(440)
-        stage.sound.wait_for(660)
+        stage.sound.wait_for(660, 15)
+        stage.sound.expect_order([440], began)
         equal(stage.player.power_off(), 0, f"exit code after {name}")
 
 
@@ -210,11 +211,10 @@ def the_page_of_conveniences(stage):
     node(stage, name="As started")
     boxes = [n for n in nodes(stage, role="check box") if ": " in n["name"]]
     equal([n["name"][:4] for n in boxes if "checked" in n["states"]], ["FIND"], "what is on")
-    more = next(n for n in nodes(stage, name="More…"))
-    stage.desk.click(*more.middle)  # on the dialog behind the page: that stays in front
+    stage.desk.click(*node(stage, name="More…").middle)  # on the dialog behind the page: that stays in front
     stage.desk.rest()
     stage.player.press_control("As started")
-    stage.desk.click(*next(n.middle for n in nodes(stage, name="OK") if "enabled" in n["states"]))
+    stage.desk.click(*wait("the page's OK", lambda: [n.middle for n in nodes(stage, name="OK") if "enabled" in n["states"]])[0])
     wait("the key has gone", lambda: not read_profile(stage.player.folder / "KADO.INI"))
     stage.player.press_control("Cancel")
     stage.player.wait_for_panel()
@@ -236,11 +236,11 @@ def add_up_lengths(stage):
     stage.player.start()
     stage.player.press(EDITOR)
     node(stage, name="PLAY LIST", role="list")
-    status(stage, "10 files, 0:09, 6 of unknown length")
+    status(stage, "10 files, 0:09, 6 of unknown length", 15)
 
 
 def editor_window(stage):
-    return next(w for w in stage.player.windows() if w.name.endswith("Play List"))
+    return stage.player.wait_for_window("Play List$")
 
 
 def widen(stage, width):
@@ -252,7 +252,7 @@ def widen(stage, width):
 
 def shows_colour(stage, name, colour):
     """That colour is seen in front of an entry's name."""
-    left, top, width, height = next(n["place"] for n in nodes(stage, name=name, role="list item"))
+    left, top, width, height = node(stage, name=name, role="list item")["place"]
     pixels = stage.desk.area(left, top, min(width, 48), height)
     return any(max(abs(int(a) - b) for a, b in zip(pixel, colour)) < 12 for line in pixels for pixel in line)
 

@@ -7,7 +7,7 @@ import shutil
 
 from harness.expect import check, equal, steady, wait
 from harness.media import encode, tone
-from harness.signs import told, wait_for_told
+from harness.signs import told_surely, wait_for_told
 from harness.story import story
 
 SONGS = {"Björk Jóga": 440, "blur song": 554, "さくら": 698, "Air sexy": 880}
@@ -54,6 +54,7 @@ def by_keys(stage):
     stage.player.wait_for_no_window("Find")
     stage.sound.wait_for(SONGS["Björk Jóga"])
     open_find(stage, "ctrl+j")
+    wait("the whole list", lambda: len(rows(stage)) == len(SONGS))
     stage.desk.key("Down", "Down", "Return")
     stage.sound.wait_for(SONGS["さくら"])
     wait_for_told(stage, "FileNo", "003")
@@ -64,7 +65,7 @@ def by_keys(stage):
     steady("the window stays", lambda: stage.player.windows("Find"), 0.5)
     stage.desk.key("Escape")
     stage.player.wait_for_no_window("Find")
-    equal(told(stage, "FileNo"), "003", "the file that plays")
+    equal(told_surely(stage, "FileNo"), "003", "the file that plays")
     wait("the panel has the keyboard", lambda: stage.desk.focused() == stage.player.window.id)
 
 

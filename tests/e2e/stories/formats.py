@@ -4,11 +4,11 @@
 from harness.expect import check, equal, steady, wait
 from harness.media import encode, movie, tone
 from harness.player import PLAY
-from harness.signs import Entry, play_through, told, wait_for_told
+from harness.signs import Entry, play_through, told, told_surely
 from harness.sound import LENGTH_ERROR
 from harness.story import story
 
-SECONDS = 1.6
+SECONDS = 4.0  # in which number, kind, title, sound and window are looked at
 LONGEST_GAP = 0.3  # seconds that a busy machine may leave in a tone
 CODER_SECONDS = 0.3  # that a coder may put before and behind what it is given
 # The panel's text of each, and how it is made; None: as its ending says.
@@ -52,6 +52,7 @@ def further_formats(stage):
     stage.player.settings(DELAYTIME=30)
     stage.player.save_list([entry.path for entry in entries])
     stage.player.start()
+    told_surely(stage, "Display")  # the labels are known before the first file plays
     stage.player.press(PLAY)
     play_through(stage, entries)
     heard = stage.sound.expect_exactly([entry.tones[0] for entry in entries if entry.tones], longest_gap=LONGEST_GAP)
@@ -77,7 +78,7 @@ def guessed_length(stage):
     seconds = long_guess(path)
     stage.player.start(path)
     stage.player.press(PLAY)
-    wait_for_told(stage, "Time", "00:04", 15)
+    wait("some seconds of it", lambda: (told(stage, "Time") or "") >= "00:04", 15)
     stage.desk.drag(stage.player.slider(0.01), stage.player.slider(0.5))
     minutes = seconds // 2 // 60
     wait("half of its time", lambda: (told(stage, "Time") or "").split(":")[0] in (str(minutes - 1), str(minutes), str(minutes + 1)))
