@@ -8,6 +8,7 @@ import subprocess
 import time
 
 from harness.expect import SLACK, check, equal, wait
+from harness.lateness import Lateness
 from harness.media import movie, picture, tone
 from harness.player import PLAY, POWER, REPEAT, REPEAT_LAMP
 from harness.story import story
@@ -16,6 +17,7 @@ from stories.hostile_pictures import layers
 from stories.stalled import LOOK, Drive
 
 END_SECONDS = 2  # with the closing picture
+MOST_LATE = 2.0  # seconds of an end that may be the machine's
 HUGE = 20 << 30
 NO_THREAD = "The system refuses another thread."
 
@@ -54,16 +56,23 @@ def left_behind(stage):
     """Files of the program outside of its own folder; its lock stays, because another start may be waiting for it."""
     places = [pathlib.Path(stage.session.environment.get(name, "/nowhere")) for name in ("XDG_RUNTIME_DIR", "TMPDIR")]
     return {str(path) for place in places for pattern in ("*corvane*", "corvane/*") for path in place.glob(pattern)
-            if path.suffix != ".lock" and path != place / "corvane"}
+            if path.suffix != ".lock" and path != place / "corvane" and not path.name.startswith("corvane_session_")}  # other stories' desktops
 
 
-def end_in_time(stage, how, seconds=END_SECONDS):
+def end_in_time(stage, how, seconds=END_SECONDS, code=0):
+    """Less what the machine let the program, and who asks it, wait for a processor."""
+    lateness = Lateness(stage.player.process.pid)
     before = time.monotonic()
+
+    def taken():
+        return time.monotonic() - before - min(lateness.seconds(), MOST_LATE)
+
     how()
-    equal(stage.player.wait_for_end(seconds), 0, "exit code")
-    taken = time.monotonic() - before
-    check(taken < seconds * SLACK, f"the end took {taken:.1f} s")
-    return taken
+    wait("its end", lambda: not stage.player.running() or taken() >= seconds * SLACK, seconds + MOST_LATE)
+    passed = taken()
+    check(not stage.player.running(), f"it has not ended {passed:.1f} s after it was asked to")
+    equal(stage.player.process.returncode, code, "exit code")
+    return passed
 
 
 def endless_disc(folder):
@@ -149,8 +158,7 @@ def display_lost_while_busy(stage):
             begun = time.monotonic()
             wait("the moment", lambda: time.monotonic() - begun > 0.5)
             inner.player.may_end_with(1)
-            end_server(inner.session, "Xvfb")
-            equal(inner.player.wait_for_end(END_SECONDS), 1, "exit code")
+            end_in_time(inner, lambda: end_server(inner.session, "Xvfb"), code=1)
             equal(list(inner.player.folder.rglob(".corvane-*")), [], "unfinished files")
 
 

@@ -10,6 +10,7 @@ from harness.story import story
 from stories.mixed import mixed_list
 
 WARM_UP = 60  # changes; every kind was opened several times: libraries, caches and worker threads are there
+SECONDS = 15.2  # of each sound and movie: none is over before it is looked for
 HALF = 108  # changes; whole rounds of the list, so that it is the same file behind which is measured
 # Of each half: a lost window or picture of each change would be far more. A thread that gets a heap of its own for the first
 # time, on a busy machine, is a step of some 5 MB, once.
@@ -64,7 +65,7 @@ def held_after(stage, entries, changes, numbers):
 # MOVE-45
 @story("endurance: two hundred changes of file of every kind leave memory, handles and threads flat")
 def two_hundred_changes(stage):
-    entries, environment = mixed_list(stage)
+    entries, environment = mixed_list(stage, SECONDS)
     stage.player.settings(INTERVAL=60, DELAYTIME=30)
     stage.player.save_list([entry.path for entry in entries])
     stage.player.start(**environment)

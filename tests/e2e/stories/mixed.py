@@ -46,25 +46,25 @@ class Entry:
         return bool(self.tones and self.colour)
 
 
-def mixed_list(stage):
-    """Twelve files of every kind; returns ([Entry], environment)."""
-    sheet, tracks = disc(stage.media, DISC_TONES, SECONDS + 1)
+def mixed_list(stage, seconds=SECONDS):
+    """Twelve files of every kind, the sounds and movies so long; returns ([Entry], environment)."""
+    sheet, tracks = disc(stage.media, DISC_TONES, seconds + 1)
     chime = stage.media / "chime.mid"
     chime.symlink_to(PROJECT / "samples" / "chime.mid")
     notes = read_notes(PROJECT / "samples" / "NOTES.txt")["chime.mid"]
     _, last, length = notes[-1]
 
     def sound(name, kind, hz):
-        return Entry(tone(stage.media / name, hz, SECONDS), kind, (hz,))
+        return Entry(tone(stage.media / name, hz, seconds), kind, (hz,), None, seconds, seconds)
 
     def film(name, kind, colour, hz):  # its length is told in whole seconds
-        return Entry(movie(stage.media / name, colour, hz, SECONDS), kind, (hz,), colour, round(SECONDS))
+        return Entry(movie(stage.media / name, colour, hz, seconds), kind, (hz,), colour, round(seconds), seconds)
 
     def still(name, kind, colour):
         return Entry(picture(stage.media / name, colour), kind, (), colour, PICTURE_SECONDS)
 
     def track(number):  # its length and its time are whole seconds
-        return Entry(tracks[number], "CD Audio Now On Play", (DISC_TONES[number],), None, int(SECONDS + 1), SECONDS + 1)
+        return Entry(tracks[number], "CD Audio Now On Play", (DISC_TONES[number],), None, int(seconds + 1), seconds + 1)
 
     entries = [
         sound("one.wav", "Sound File Now On Play", 440), still("two.bmp", "BMP IMAGE", RED),
