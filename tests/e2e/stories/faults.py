@@ -8,6 +8,7 @@ import pathlib
 import shutil
 import signal
 import subprocess
+import time
 
 from harness import PROJECT
 from harness.expect import StoryFailure, check, equal, skip, wait
@@ -23,6 +24,8 @@ UNFINISHED = ".corvane-*"
 SMALL_DISK_KB = 4096  # the skins take less than half
 LADDER = [round(220 * 1.06**second) for second in range(40)]  # a tone a second: what sounds tells the time
 LOOKS = 30
+LATE_SECONDS = 0.15
+LONGEST_GAP = 0.3  # seconds that a busy machine may leave in a tone
 NO_FONTS = '<?xml version="1.0"?><!DOCTYPE fontconfig SYSTEM "fonts.dtd"><fontconfig><cachedir>{}</cachedir></fontconfig>'
 
 
@@ -61,13 +64,13 @@ def save_an_emptied_list(stage):
     node(stage, name="PLAY LIST", role="list")
     stage.player.press_control("Clear")
     stage.player.press_control("Save")
-    stage.player.wait_for_text("Save OK?")
+    stage.player.wait_for_box("Save OK?")
     stage.desk.key("Return")
 
 
 def refused_save(stage, kept):
     save_an_emptied_list(stage)
-    stage.player.wait_for_text("FILE00.INI Can't save!!")
+    stage.player.wait_for_box("FILE00.INI Can't save!!")
     check_whole(stage, kept)
     stage.desk.key("Return")
     wait("no box", lambda: not stage.accessibility.find(stage.player.process.pid, holding="Can't save!!"))
@@ -81,7 +84,7 @@ def limited_files(stage):
     stage.player.start()
     subprocess.run(["prlimit", f"--pid={stage.player.process.pid}", "--fsize=100:"], check=True)
     refused_save(stage, kept)
-    stage.player.press_control("Cancel")
+    close_by(stage, "Cancel")
     stage.player.press(PLAY)
     stage.sound.wait_for(440)
     subprocess.run(["prlimit", f"--pid={stage.player.process.pid}", "--fsize=unlimited:"], check=True)
@@ -89,17 +92,23 @@ def limited_files(stage):
 
 
 def check_sound_is_where_the_time_stands(stage):
-    """For some seconds: what sounds is the second that the panel tells; at its change one may be ahead of the other."""
-    looks = []
+    """For some seconds: what sounds is the second that the panel tells; at its change one may be ahead of the other. A look at which
+    the recording was late, by what it usually has, tells of another second: it does not count."""
+    seen = []  # (how late the recording was, what is heard less what is told)
+
+    def counted():
+        usual = min((late for late, _ in seen), default=0)
+        return [apart for late, apart in seen if late - usual <= LATE_SECONDS]
 
     def looked():
-        before, hz, after = told(stage, "Time"), stage.sound.pitch_now(), told(stage, "Time")
+        before, late, hz, after = told(stage, "Time"), time.monotonic() - stage.sound.now(), stage.sound.pitch_now(), told(stage, "Time")
         heard = next((second for second, tone in enumerate(LADDER) if same_pitch(hz, tone)), None)
         if before and before == after and heard is not None:
-            looks.append(heard - int(before[-2:]))
-        return len(looks) >= LOOKS
+            seen.append((late, heard - int(before[-2:])))
+        return len(counted()) >= LOOKS
 
     wait("the ladder's tones", looked, 20, 0.1)
+    looks = counted()
     check(max(map(abs, looks)) <= 1 and looks.count(0) > 0.6 * LOOKS, f"seconds between what is heard and what is told: {looks}")
 
 
@@ -195,7 +204,7 @@ def disk_full(stage):
         refused_save(stage, kept)
         filler.unlink()
         stage.player.press_control("Save")
-        stage.player.wait_for_text("Save OK?")
+        stage.player.wait_for_box("Save OK?")
         stage.desk.key("Return")
         wait("the emptied list", lambda: b"LIST000=|" in (stage.player.folder / "FILE00.INI").read_bytes())
         equal(list(stage.player.folder.glob(UNFINISHED)), [], "unfinished files")
@@ -298,9 +307,7 @@ def clock_set(stage):
     set_clock("-3650d")
     stage.sound.wait_for(660)
     stage.sound.wait_for_silence(8)
-    heard = stage.sound.expect_order([440, 550, 660], first - 1)
-    for heard_tone in heard:
-        check(abs(heard_tone.length - 4) < 0.3, f"{heard_tone} lasted {heard_tone.length:.2f} s of 4")
+    stage.sound.expect_exactly([(440, 4), (550, 4), (660, 4)], first - 1, longest_gap=LONGEST_GAP)
     stage.player.press(PLAY)
     stage.sound.wait_for(440)
     equal(stage.player.power_off(), 0, "exit code")
