@@ -12,6 +12,7 @@ from screen import Screen
 from .expect import wait
 
 HANDS = ("mousemove", "mousedown", "mouseup", "click", "key", "keydown", "keyup", "type")  # of xdotool's commands
+WENT = "BadWindow"
 COLOUR_TOLERANCE = 26  # of 255; decoders, scaling and colour matrices round
 
 
@@ -46,7 +47,10 @@ class Desk:
             words = [*self.session.before_moves, *words[:3], "sleep", "0.05", *words[3:]]
         words.insert(0, "xdotool")
         environment = {**self.session.environment, **(self.session.hands if any(each in HANDS for each in arguments) else {})}
-        return subprocess.run(words, env=environment, check=check, capture_output=True, text=True, timeout=60).stdout
+        done = subprocess.run(words, env=environment, check=check, capture_output=True, text=True, timeout=60)
+        if words[1] == "search" and WENT in done.stderr:
+            return self.tool(*arguments, check=check)  # a window went while they were looked through: nothing was listed
+        return done.stdout
 
     # Windows.
 
@@ -85,6 +89,10 @@ class Desk:
 
     def move(self, x, y):
         self.tool("mousemove", int(x), int(y))
+
+    def lying_at(self, x, y):
+        """The frame of the window that takes a click there; the pointer is there then."""
+        return int(re.search(r"window:(\d+)", self.tool("mousemove", int(x), int(y), "getmouselocation"))[1])
 
     def click(self, x, y, button=1, times=1):
         self.tool("mousemove", int(x), int(y), *["click", button] * times)
