@@ -14,7 +14,7 @@ from harness import PROJECT
 from harness.expect import StoryFailure, check, equal, skip, wait
 from harness.media import steps, tone
 from harness.player import EDITOR, PLAY, VOLUME_DOWN, set_sink_volume, sink_volume
-from harness.signs import told
+from harness.signs import told, wait_for_told
 from harness.sound import Recorder, same_pitch
 from harness.story import Stage, Theatre, story
 from stories.windows import close_by, node, open_settings
@@ -336,6 +336,7 @@ def no_sound_font(stage):
     stage.desk.key("Return")
     stage.player.wait_for_no_box()
     stage.player.key("period")
+    wait_for_told(stage, "FileNo", "002")
     stage.player.press(PLAY)
     stage.sound.wait_for(440)
     equal(stage.player.power_off(), 0, "exit code")

@@ -11,6 +11,7 @@ import time
 from harness import PROJECT
 from harness.bus import AnswerWatch, Bus, address_of
 from harness.expect import SLACK, check, equal, wait
+from harness.lateness import Lateness
 from harness.media import tone
 from harness.running import is_sanitized
 from harness.story import story
@@ -21,8 +22,10 @@ GIANTS = 300
 PICTURE_BYTES = 256 << 20  # a picture file may be as large
 TEXT_BYTES = 4 << 20
 MOST_SECONDS_MORE = 0.5
+LEAST_ROUNDS, MOST_ROUNDS = 2, 8
 MOST_MEGABYTES_MORE = 8
 ANSWER_SECONDS = 2.0
+MOST_LATE = 2.0  # seconds of a start that may be the machine's
 SIDE = 6300  # pixels: of the most that are decoded
 
 
@@ -65,21 +68,42 @@ def start_and_end(stage, **how):
     return seconds_and_memory
 
 
-def costs_no_more(stage, what, before, after):
-    stage.leave_text(what, f"plain {before[0]:.2f} s, {before[1]:.1f} MB; among giants {after[0]:.2f} s, {after[1]:.1f} MB\n")
-    if is_sanitized(stage.player.program) or stage.watch.command:
-        return
-    check(after[0] < before[0] + MOST_SECONDS_MORE * SLACK, f"{what} took {after[0]:.2f} s, {before[0]:.2f} s without them")
-    check(after[1] < before[1] + MOST_MEGABYTES_MORE, f"{what} took {after[1]:.0f} MB, {before[1]:.0f} MB without them")
+def costs_no_more(stage, what, start_plain, start_among_giants):
+    """What a start costs is the least of several, by turns: a busy machine only adds to it, and to each of both. Returns that of
+    the plain one."""
+    measured = not is_sanitized(stage.player.program) and not stage.watch.command
+    plain, among = [], []
+    for _ in range(MOST_ROUNDS if measured else 1):
+        plain.append(start_plain())
+        among.append(start_among_giants())
+        (seconds, megabytes), (more_seconds, more_megabytes) = ([min(kind) for kind in zip(*starts)] for starts in (plain, among))
+        if len(plain) >= LEAST_ROUNDS and more_seconds < seconds + MOST_SECONDS_MORE * SLACK:
+            break
+    stage.leave_text(what, f"plain {seconds:.2f} s, {megabytes:.1f} MB; among giants {more_seconds:.2f} s, {more_megabytes:.1f} MB; of {len(plain)} each\n")
+    if measured:
+        check(more_seconds < seconds + MOST_SECONDS_MORE * SLACK, f"{what} took {more_seconds:.2f} s, {seconds:.2f} s without them")
+        check(more_megabytes < megabytes + MOST_MEGABYTES_MORE, f"{what} took {more_megabytes:.0f} MB, {megabytes:.0f} MB without them")
+    return seconds
 
 
 @story("hostile: among hundreds of giant skins a start costs what it costs without them, the settings come in time, and a file plays")
 def giant_skins(stage):
     good, bus = tone(stage.media / "good.wav", 440, 60), Bus(stage.session)
-    before = min(start_and_end(stage) for _ in range(3))
-    giants(stage.player.folder / "PANELSET")
-    after = min(start_and_end(stage) for _ in range(3))
-    costs_no_more(stage, "a start", before, after)
+    folder = stage.player.folder / "PANELSET"
+    plain, among = folder.with_name("plain"), folder.with_name("giants")
+    shutil.copytree(folder, plain)
+    giants(folder)
+    folder.rename(among)
+
+    def start_with(skins):
+        skins.rename(folder)
+        try:
+            return start_and_end(stage)
+        finally:
+            folder.rename(skins)
+
+    costs_no_more(stage, "a start", lambda: start_with(plain), lambda: start_with(among))
+    among.rename(folder)
     stage.player.start()
     with AnswerWatch(stage.session) as watch:
         open_settings(stage)
@@ -101,7 +125,6 @@ def giant_skins_of_a_user(stage):
     precious.write_bytes(b"whole")
 
     def fill():
-        shutil.rmtree(full, ignore_errors=True)
         own = full / "corvane" / "PANELSET"
         own.mkdir(parents=True)
         giants(own)
@@ -116,11 +139,15 @@ def giant_skins_of_a_user(stage):
                 os.symlink(precious, own / file.name)
         (own / ".shipped").write_bytes(b"DEFAULT.BMP\n" * 50_000)
 
-    before = start_and_end(stage, under=under, XDG_DATA_HOME=str(plain))
-    fill()
-    after = start_and_end(stage, under=under, XDG_DATA_HOME=str(full))
-    costs_no_more(stage, "a first start", before, after)
+    def first_start(home, fill_it):
+        shutil.rmtree(home, ignore_errors=True)
+        fill_it()
+        return start_and_end(stage, under=under, XDG_DATA_HOME=str(home))
+
+    usual = costs_no_more(stage, "a first start", lambda: first_start(plain, lambda: None), lambda: first_start(full, fill))
     equal(precious.read_bytes(), b"whole", "what a link led to")
     os.unlink(full / "corvane" / "PANELSET" / ".shipped")
     os.symlink("/dev/zero", full / "corvane" / "PANELSET" / ".shipped")
-    equal(start_and_end(stage, under=under, XDG_DATA_HOME=str(full))[0] < before[0] + ANSWER_SECONDS * SLACK, True, "a start with a record that never ends")
+    lateness = Lateness()
+    taken = start_and_end(stage, under=under, XDG_DATA_HOME=str(full))[0] - min(lateness.seconds(), MOST_LATE)
+    check(taken < usual + ANSWER_SECONDS * SLACK, f"a start with a record that never ends took {taken:.2f} s, {usual:.2f} s as a rule")
