@@ -9,7 +9,7 @@ from PIL import Image
 from harness.expect import check, steady, wait
 from harness.media import encode, picture, tone
 from harness.others import OtherProgram
-from harness.signs import media_windows, middle_of_screen, told
+from harness.signs import middle_of_screen, told_surely
 from harness.story import story
 
 from .carried import go_through_tracks, save_frames, show_upright
@@ -17,6 +17,7 @@ from .zooms import INSIDE, check_whole, film, fitted, go_from_window_to_window, 
 
 DRIVERS = ("swrast_dri", "libgallium", "libEGL_mesa", "libGLX_mesa", "libLLVM")  # parts of the names of what draws by software
 DIFFERS = 40  # what two scalers make of an edge
+SHOWN_SECONDS = 15  # for the first frame: what draws by software is made while it starts
 
 
 def driver_parts(stage):
@@ -33,7 +34,7 @@ def seen_at(stage, shown, size, zoom, **settings):
     if zoom < 5:
         window = media_window(stage, movie_window(screen, size, zoom))
         place = (window.x, window.y, *window.size)
-    stage.desk.wait_for_colour(screen.width * 0.48, screen.height * 0.48, INSIDE)
+    stage.desk.wait_for_colour(screen.width * 0.48, screen.height * 0.48, INSIDE, SHOWN_SECONDS)
     area = stage.desk.wait_until_still(*place)
     return area, place
 
@@ -89,7 +90,7 @@ class BadDriver:
 
 
 def seconds_played(stage):
-    return float(told(stage, "Time") or 0)
+    return float(told_surely(stage, "Time") or 0)
 
 
 def check_no_box(stage):
@@ -111,7 +112,7 @@ def refuses(stage):
     path = two_halves(stage)
     for wrong in ("refuses", "hangs at once"):
         BadDriver(stage, path, wrong)
-        stage.desk.wait_for_colour(*middle_of_screen(stage), BLUE, seconds=15)
+        stage.desk.wait_for_colour(*middle_of_screen(stage), BLUE, SHOWN_SECONDS)
         check_painted(stage, wrong)
         power_off_by_key(stage)
 
@@ -122,7 +123,7 @@ def lost_in_the_middle(stage):
     path = two_halves(stage)
     for wrong in ("lost", "hangs"):
         driver = BadDriver(stage, path, wrong, CONVENIENCES="ON")
-        stage.desk.wait_for_colour(*middle_of_screen(stage), BLUE)
+        stage.desk.wait_for_colour(*middle_of_screen(stage), BLUE, SHOWN_SECONDS)
         wait("two seconds of it", lambda: seconds_played(stage) > 2)
         before = seconds_played(stage)
         driver.goes_wrong()
@@ -140,9 +141,10 @@ def lost_in_the_middle(stage):
 def lost_while_paused(stage):
     path = two_halves(stage)
     driver = BadDriver(stage, path, "lost", CONVENIENCES="ON")
-    stage.desk.wait_for_colour(*middle_of_screen(stage), BLUE)
+    stage.desk.wait_for_colour(*middle_of_screen(stage), BLUE, SHOWN_SECONDS)
     wait("a second of it", lambda: seconds_played(stage) > 1)
     stage.player.key("x")
+    stage.sound.wait_for_silence()
     paused = seconds_played(stage)
     stage.desk.wait_for_colour(*middle_of_screen(stage), BLUE)
     driver.goes_wrong()
@@ -180,7 +182,7 @@ def uncovered(stage):
     screen = stage.desk.screen
     start_and_play(stage, shown, MOVIEZOOM=1, DELAYTIME=50, GRAPHICS="ON", CONVENIENCES="ON")
     window = media_window(stage, (640, 480))
-    stage.desk.wait_for_colour(screen.width * 0.48, screen.height * 0.48, INSIDE)
+    stage.desk.wait_for_colour(screen.width * 0.48, screen.height * 0.48, INSIDE, SHOWN_SECONDS)
     stage.player.key("x")
 
     def is_whole(what):
@@ -216,7 +218,7 @@ def scaled(stage):
         stage.desk.rest()
         screen = stage.desk.screen
         window = media_window(stage, (480, 360))
-        stage.desk.wait_for_colour(screen.width * 0.48, screen.height * 0.48, INSIDE)
+        stage.desk.wait_for_colour(screen.width * 0.48, screen.height * 0.48, INSIDE, SHOWN_SECONDS)
         areas[way] = stage.desk.wait_until_still(window.x, window.y, *window.size)
         stage.leave_picture(way)
         power_off_by_key(stage)
@@ -242,7 +244,7 @@ def not_before(stage):
         stage.player.key("period")
         stage.desk.wait_for_colour(*middle_of_screen(stage), "#32A046")
         stage.player.key("period", "period")
-        stage.desk.wait_for_colour(*middle_of_screen(stage), INSIDE)
+        stage.desk.wait_for_colour(*middle_of_screen(stage), INSIDE, SHOWN_SECONDS)
         check(bool(driver_parts(stage)) == bool(settings), f"{way}, with a movie: {driver_parts(stage)}")
         power_off_by_key(stage)
 
