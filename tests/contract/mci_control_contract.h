@@ -76,13 +76,12 @@ protected:
     bool isNear(int value, int truth) const { return std::abs(value - truth) <= stage->toleranceMs(); }
     /// It goes on by as much as the time that passes.
     void expectPace(int forMs) {
-        const auto read = [this] { return mci->Position(); };
-        const auto first = readingOf(*stage, read);
+        Pace pace(*stage, [this] { return mci->Position(); });
         for (int part = 1; part <= 4; ++part) {
             stage->pass(forMs / 4);
-            const auto later = readingOf(*stage, read);
-            EXPECT_TRUE(isNear(later.value - first.value, static_cast<int>(later.at - first.at)))
-                << later.value - first.value << " in " << later.at - first.at;
+            const auto step = pace.step();
+            EXPECT_LE(std::abs(step.gone - step.passed), stage->toleranceMs() + step.mayBeLate)
+                << step.gone << " in " << step.passed;
         }
     }
     /// What was just begun stands at its place, or as far behind it as time has passed since.

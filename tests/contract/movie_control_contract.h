@@ -74,14 +74,14 @@ protected:
     bool isNear(double value, double truth) const { return std::abs(value - truth) <= stage->toleranceSeconds(); }
     /// It goes on by as much as the time that passes.
     void expectPace(double rate, int forMs) {
-        const auto read = [this] { return movie->CurrentPosition(); };
-        const auto first = readingOf(*stage, read);
+        Pace pace(*stage, [this] { return movie->CurrentPosition(); });
         for (int part = 1; part <= 4; ++part) {
             stage->pass(forMs / 4);
-            const auto later = readingOf(*stage, read);
-            const double wanted = rate * static_cast<double>(later.at - first.at) / 1000;
+            const auto step = pace.step();
+            const double wanted = rate * static_cast<double>(step.passed) / 1000;
+            const double late = rate * static_cast<double>(step.mayBeLate) / 1000;
             // Beside the tolerance of a place: rounding of a clock that counts milliseconds.
-            EXPECT_NEAR(later.value - first.value, wanted, stage->toleranceSeconds() + 0.002);
+            EXPECT_NEAR(step.gone, wanted, stage->toleranceSeconds() + 0.002 + late);
         }
     }
     bool waitForPosition(double atLeast, int withinMs = 4000) {

@@ -6,6 +6,7 @@
 #include "contract/linux/mci_rig.h"
 #include "linux/media/desktop_station.h"
 #include "unit/linux/cd_image.h"
+#include "unit/linux/stopwatch.h"
 
 namespace corvane {
 namespace {
@@ -30,6 +31,7 @@ public:
     bool waitFor(const std::function<bool()>& condition, int atMostMs) override {
         return test::waitUntil(condition, atMostMs);
     }
+    std::int64_t heldUp() override { return clock_.heldUp().count(); }
     Media& media() override { return media_; }
     std::string sound() override { return sound_; }
     int soundMs() override { return soundMs_; }
@@ -51,6 +53,7 @@ private:
     std::string disc_;
     std::string sound_;
     int soundMs_;
+    test::Stopwatch clock_;
 };
 
 std::unique_ptr<MciStage> wave() { return std::make_unique<DesktopMciStage>(test::soundSample("scale.wav"), 4000); }

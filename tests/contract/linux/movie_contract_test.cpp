@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contract/linux/movie_rig.h"
 #include "contract/movie_control_contract.h"
+#include "unit/linux/stopwatch.h"
 
 namespace corvane {
 namespace {
@@ -24,6 +25,7 @@ public:
     bool waitFor(const std::function<bool()>& condition, int atMostMs) override {
         return test::MovieRig::until(condition, atMostMs);
     }
+    std::int64_t heldUp() override { return clock_.heldUp().count(); }
     Media& media() override { return media_; }
     Windows& windows() override { return windows_; }
     std::string movie() override { return movie_; }
@@ -39,6 +41,7 @@ private:
     test::RigWindows windows_;
     MoviesOnly media_{loop_, windows_};
     std::string movie_;
+    test::Stopwatch clock_;
 };
 
 template <int N>
