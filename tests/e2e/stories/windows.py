@@ -82,7 +82,7 @@ def step_number(stage, bar, times):
 def tab_to(stage, name):
     """Presses Tab until the control of that name has the focus."""
     for _ in range(MOST_TABS):
-        if any("focused" in n["states"] and n["name"].replace("&", "") == name for n in nodes(stage)):
+        if any(each.replace("&", "") == name for _, each, _ in stage.accessibility.focused(stage.player.process.pid)):
             return
         stage.player.press_tab()
     check(False, f"{name} is not reached by Tab")
