@@ -244,12 +244,13 @@ class Player:
         """Until some shown control's name or text holds the text."""
         return self.stage.accessibility.wait_for(self.process.pid, seconds, holding=text)
 
-    def press_tab(self):
-        """Presses Tab, until another control is told to have the focus: one that is pressed before would be one too many."""
+    def press_tab(self, before=None):
+        """Presses Tab, until another control is told to have the focus: one that is pressed before would be one too many. before:
+        what has it, where that is known; returns what has it then."""
         ask = self.stage.accessibility.focused
-        before = ask(self.process.pid)
+        before = before or ask(self.process.pid)
         self.desk.key("Tab")
-        wait("another control has the focus", lambda: (now := ask(self.process.pid)) and now != before)
+        return wait("another control has the focus", lambda: (now := ask(self.process.pid)) != before and now)
 
     def press_control(self, name, role="push button"):
         """Clicks the middle of a native control by its caption."""

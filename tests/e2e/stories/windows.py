@@ -81,10 +81,11 @@ def step_number(stage, bar, times):
 
 def tab_to(stage, name):
     """Presses Tab until the control of that name has the focus."""
+    focused = stage.accessibility.focused(stage.player.process.pid)
     for _ in range(MOST_TABS):
-        if any(each.replace("&", "") == name for _, each, _ in stage.accessibility.focused(stage.player.process.pid)):
+        if any(each.replace("&", "") == name for _, each, _ in focused):
             return
-        stage.player.press_tab()
+        focused = stage.player.press_tab(focused)
     check(False, f"{name} is not reached by Tab")
 
 
