@@ -2,6 +2,7 @@
 #include <chrono>
 
 #include "dialogs/forms.h"
+#include "engine/machine_sleep.h"
 #include "engine/mdlPublicFunction.h"
 #include "engine/media_session.h"
 #include "engine/player.h"
@@ -53,6 +54,8 @@ void runPlayer(CommandLine line) {
     MediaSession session(player);
     session.keepAwakeBy(&idle);
     const MediaKeys keys(session, desktop.loop());
+    MachineSleep sleep(player);
+    desktop.whenMachineSleeps([&sleep](bool begins) { begins ? sleep.begins() : sleep.isOver(); });
     bool started = false;
     desktop.ports().loop.enter([&] { started = startProgram(player); });
     // The list begins when the opening is over: until then there is time to make ready what its first file needs.

@@ -64,14 +64,26 @@ void PixelBuffer::fill(int x, int y, int width, int height, std::uint32_t colour
     }
 }
 
-void PixelBuffer::draw(const PixelsView& picture, int x, int y, int width, int height) {
+void PixelBuffer::draw(const PixelsView& picture, int x, int y, int width, int height, int fromX, int fromY) {
     const int left = std::max(x, 0);
-    const int right = std::min({x + width, x + picture.width, width_});
-    const int bottom = std::min({y + height, y + picture.height, height_});
+    const int right = std::min({x + width, x + picture.width - fromX, width_});
+    const int bottom = std::min({y + height, y + picture.height - fromY, height_});
     for (int line = std::max(y, 0); line < bottom; ++line) {
         std::uint32_t* const target = row(line);
         for (int column = left; column < right; ++column) {
-            target[column] = over(picture.at(column - x, line - y), target[column]);
+            target[column] = over(picture.at(column - x + fromX, line - y + fromY), target[column]);
+        }
+    }
+}
+
+void PixelBuffer::drawLarger(const PixelsView& picture, int x, int y, int width, int height, int times) {
+    const int left = std::max(x, 0);
+    const int right = std::min({x + width, x + picture.width * times, width_});
+    const int bottom = std::min({y + height, y + picture.height * times, height_});
+    for (int line = std::max(y, 0); line < bottom; ++line) {
+        std::uint32_t* const target = row(line);
+        for (int column = left; column < right; ++column) {
+            target[column] = over(picture.at((column - x) / times, (line - y) / times), target[column]);
         }
     }
 }

@@ -28,8 +28,11 @@ public:
     PixelsView view() const { return {pixels_.data(), width_, height_}; }
 
     void fill(int x, int y, int width, int height, std::uint32_t colour);
-    /// Draws a picture over what is there, its corner at x, y, at most width by height of it.
-    void draw(const PixelsView& picture, int x, int y, int width, int height);
+    /// Draws a picture over what is there, its corner at x, y, at most width by height of it. fromX, fromY: from which
+    /// of its pixels on.
+    void draw(const PixelsView& picture, int x, int y, int width, int height, int fromX = 0, int fromY = 0);
+    /// The same with each pixel as a square of so many: `times` as many across and down.
+    void drawLarger(const PixelsView& picture, int x, int y, int width, int height, int times);
 
 private:
     int width_;

@@ -40,6 +40,11 @@ WindowsDesktop::~WindowsDesktop() {
     post_.stop();
 }
 
+void WindowsDesktop::whenMachineSleeps(std::function<void(bool sleeps)> told) {
+    sleep_.emplace(loop_, std::move(told));
+    context_.powerTold = [this](WPARAM what) { sleep_->heard(what); };
+}
+
 /// The system ends the process soon after its windows have answered: all that is to be put back, is put back before.
 void WindowsDesktop::endWithSession() {
     if (process_.ending()) return;

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <optional>
 
 #include "program/seeded_random.h"
 #include "program/started_program.h"
 #include "shell/desktop_calls.h"
 #include "winapi/files/windows_files.h"
+#include "winapi/program/sleep_watch.h"
 #include "winapi/program/window_instance.h"
 #include "winapi/program/windows_loop.h"
 #include "winapi/program/windows_time.h"
@@ -28,6 +31,8 @@ public:
 
     Ports& ports() { return ports_; }
     WindowsLoop& loop() { return loop_; }
+    /// Whom to tell that the machine goes to sleep (true), or is awake; in posted events.
+    void whenMachineSleeps(std::function<void(bool sleeps)> told);
     /// Handles messages until the program ends.
     void run() { loop_.run(); }
 
@@ -47,6 +52,7 @@ private:
     WindowInstance instance_;
     StartedProgram process_;
     SeededRandom random_{finestTime};
+    std::optional<SleepWatch> sleep_;
     DesktopCalls calls_;
     std::unique_ptr<Media> media_;
     std::unique_ptr<SoundDevices> sound_;

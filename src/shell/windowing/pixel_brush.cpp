@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "pictures/bitmap_picture.h"
+#include "pictures/paired_picture.h"
 
 namespace corvane {
 
@@ -33,22 +33,59 @@ PixelsView viewOf(const BitmapPicture& picture) {
     return {picture.pixels().data(), picture.heldWidth(), picture.heldHeight()};
 }
 
-PixelBuffer composed(const Picture& background, const std::vector<CompositionStep>& steps, const PixelPlace& cells) {
-    PixelBuffer canvas(cells.width, cells.height);
-    if (const auto whole = bitmapOf(background)) {
-        canvas.draw(viewOf(*whole), -cells.x, -cells.y, whole->heldWidth(), whole->heldHeight());
+/// A skin in the middle of being composed, with so many pixels for one of its own: 1, or kDenseFactor where the screen
+/// is that dense and one of its pictures has them.
+class Composition {
+public:
+    Composition(const Picture& background, const std::vector<CompositionStep>& steps, double scale)
+        : background_(background), steps_(steps), density_(scale >= kDenseFrom && hasDense() ? kDenseFactor : 1) {}
+
+    int density() const { return density_; }
+
+    PixelBuffer part(const PixelPlace& cells) const {
+        PixelBuffer canvas(cells.width * density_, cells.height * density_);
+        if (!background_.empty()) {
+            draw(canvas, background_, {-cells.x, -cells.y, background_.width(), background_.height()});
+        }
+        for (const CompositionStep& step : steps_) {
+            const PixelPlace place{step.place.x - cells.x, step.place.y - cells.y, step.place.width, step.place.height};
+            if (step.picture != nullptr) {
+                draw(canvas, *step.picture, place);
+            } else {
+                canvas.fill(place.x * density_, place.y * density_, place.width * density_, place.height * density_,
+                            toPixel(step.colour));
+            }
+        }
+        return canvas;
     }
-    for (const CompositionStep& step : steps) {
-        const int x = step.place.x - cells.x;
-        const int y = step.place.y - cells.y;
-        if (step.picture != nullptr) {
-            canvas.draw(viewOf(*bitmapOf(*step.picture)), x, y, step.place.width, step.place.height);
+
+private:
+    bool hasDense() const {
+        return densePartOf(background_).whole != nullptr ||
+               std::any_of(steps_.begin(), steps_.end(), [](const CompositionStep& step) {
+                   return step.picture != nullptr && densePartOf(*step.picture).whole != nullptr;
+               });
+    }
+
+    void draw(PixelBuffer& canvas, const Picture& picture, const PixelPlace& place) const {
+        const int x = place.x * density_, y = place.y * density_;
+        const auto plain = bitmapOf(picture);
+        const int width = std::min(place.width, plain->heldWidth()) * density_;
+        const int height = std::min(place.height, plain->heldHeight()) * density_;
+        const DensePart dense = density_ > 1 ? densePartOf(picture) : DensePart{};
+        if (dense.whole) {
+            canvas.draw(viewOf(*dense.whole), x, y, width, height, dense.x, dense.y);
+        } else if (density_ > 1) {
+            canvas.drawLarger(viewOf(*plain), x, y, width, height, density_);
         } else {
-            canvas.fill(x, y, step.place.width, step.place.height, toPixel(step.colour));
+            canvas.draw(viewOf(*plain), x, y, width, height);
         }
     }
-    return canvas;
-}
+
+    const Picture& background_;
+    const std::vector<CompositionStep>& steps_;
+    int density_;
+};
 
 }  // namespace
 
@@ -94,9 +131,10 @@ void PixelBrush::skin(const Picture& background, const std::vector<CompositionSt
     PixelPlace cells{std::max(0, cellsFrom(part.x) - kMargin), std::max(0, cellsFrom(part.y) - kMargin), 0, 0};
     cells.width = std::min(cellsTo(surface_.width), cellsTo(part.x + part.width) + kMargin) - cells.x;
     cells.height = std::min(cellsTo(surface_.height), cellsTo(part.y + part.height) + kMargin) - cells.y;
-    const PixelBuffer canvas = composed(background, steps, cells);
-    stretch(canvas.view(), rectangleOf(cells).scaled(scale_), part.x, part.y, part.width, part.height, !isWhole(scale_),
-            target_.pixels, part.width);
+    const Composition composition(background, steps, scale_);
+    const PixelBuffer canvas = composition.part(cells);
+    stretch(canvas.view(), rectangleOf(cells).scaled(scale_), part.x, part.y, part.width, part.height,
+            !isWhole(scale_ / composition.density()), target_.pixels, part.width);
 }
 
 void PixelBrush::disc(const Rectangle& place, Colour colour, const std::vector<Rectangle>& covered) {

@@ -3,8 +3,9 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 
-#include "pictures/bitmap_picture.h"
+#include "pictures/paired_picture.h"
 #include "workers/worker_pictures.h"
 
 namespace corvane {
@@ -19,9 +20,12 @@ public:
     bool shows(const std::string& extension) override { return extension == "PNG"; }
     /// Pixels that all living decoded pictures hold; any thread.
     static std::int64_t heldPixels();
+    Picture paired(const Picture& plain, std::function<Picture()> dense) override {
+        return pairedPicture(plain, std::move(dense));
+    }
 
 protected:
-    Picture cutInside(const Picture& whole, const Cell& cell) override { return cutOut(whole, cell); }
+    Picture cutInside(const Picture& whole, const Cell& cell) override { return cutPaired(whole, cell); }
 };
 
 }  // namespace corvane

@@ -115,6 +115,15 @@ LRESULT SystemWindow::message(UINT message, WPARAM first, LPARAM second) {
             if (shut && (mouse == WM_LBUTTONDOWN || mouse == WM_RBUTTONDOWN)) BoxWatch::raise();
             return DefWindowProcW(handle_, message, first, second);
         }
+        case WM_POWERBROADCAST:
+            if (context_.powerTold) context_.powerTold(first);
+            return TRUE;
+        case WM_DISPLAYCHANGE:
+        case WM_SETTINGCHANGE: {
+            const bool ofScreens = message == WM_DISPLAYCHANGE || first == SPI_SETWORKAREA;
+            if (ofScreens && context_.screensChange) context_.screensChange();
+            return DefWindowProcW(handle_, message, first, second);
+        }
         case WM_DPICHANGED:
             if (hasForm()) takeScale();
             return 0;

@@ -31,8 +31,10 @@ struct DesktopContext final : Screens {
     double wanted;  ///< size of the windows, 0.5 to 4; from CORVANE_SCALE
     HWND panel;     ///< the window of the painted form that was attached last
 
-    std::function<void()> sessionAsked = {};  ///< the system asks whether its session may end
-    std::function<void()> sessionEnds = {};   ///< it ends: what is to be put back is, when this returns
+    std::function<void()> sessionAsked = {};     ///< the system asks whether its session may end
+    std::function<void()> sessionEnds = {};      ///< it ends: what is to be put back is, when this returns
+    std::function<void(WPARAM)> powerTold = {};  ///< of the machine's sleep, by every window
+    std::function<void()> screensChange = {};    ///< they come, go, or leave other room, by every window
 };
 
 /// A window of the system as the frame of a form.

@@ -16,6 +16,7 @@ WindowsWindows::WindowsWindows(DesktopContext& context) : FormWindowsOn(context)
         SystemWindow* const window = SystemWindow::of(GetAncestor(message.hwnd, GA_ROOT));
         return window != nullptr && window->filter(message);
     });
+    context.screensChange = [this] { screensChange(); };
 }
 
 bool WindowsWindows::prefersReducedMotion() {
@@ -23,7 +24,18 @@ bool WindowsWindows::prefersReducedMotion() {
     return SystemParametersInfoW(SPI_GETCLIENTAREAANIMATION, 0, &animated, 0) != FALSE && animated == FALSE;
 }
 
-WindowsWindows::~WindowsWindows() { context().loop.onMessage({}); }
+WindowsWindows::~WindowsWindows() {
+    context().loop.onMessage({});
+    context().screensChange = {};
+}
+
+void WindowsWindows::screensChange() {
+    if (std::exchange(screensTold_, true)) return;
+    context().loop.post([this] {
+        screensTold_ = false;
+        screensChanged();
+    });
+}
 
 void WindowsWindows::panelIs(BoundWindow* panel) {
     context().panel = panel != nullptr ? dynamic_cast<SystemWindow&>(panel->frame()).handle() : nullptr;

@@ -19,6 +19,11 @@ protected:
     std::unique_ptr<BoundWindow> makeDialog(Form& form) override;
     void panelIs(BoundWindow* panel) override;
     void bury(std::unique_ptr<BoundWindow> gone) override;
+
+private:
+    void screensChange();
+
+    bool screensTold_ = false;  ///< an event of it is on its way: every window hears of every change
 };
 
 }  // namespace corvane

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-#include "pictures/bitmap_picture.h"
+#include "pictures/paired_picture.h"
 
 namespace corvane {
 namespace {
@@ -52,6 +52,63 @@ TEST(PixelBrushes, ComposeASkinFromItsPicturesAndFilledPlaces) {
     Part twice({1, 0, 4, 1}, {6, 4}, 2);
     twice.brush.skin(background, steps);
     EXPECT_EQ(twice.pixels, (Pixels{kBlue, kRed, kRed, kBlue})) << "pixels of a whole scale stay sharp";
+}
+
+/// A skin of 3 by 2 blue pixels, and 6 by 4 for dense screens that are numbered from 0.
+struct PairedSkin {
+    PairedSkin() {
+        Pixels dense;
+        for (std::uint32_t i = 0; i < 24; ++i) dense.push_back(kBlack32 | i);
+        skin = pairedPicture(picture(3, 2, Pixels(6, kBlue)), [this, dense] {
+            ++asked;
+            return given ? picture(6, 4, dense) : Picture();
+        });
+    }
+    Pixels shown(double scale, const PixelPlace& place, const std::vector<CompositionStep>& steps = {}) {
+        const auto whole = [scale](int side) { return static_cast<int>(side * scale); };
+        Part part(place, {whole(3), whole(2)}, scale);
+        part.brush.skin(skin, steps);
+        return part.pixels;
+    }
+    Picture skin;
+    bool given = true;
+    int asked = 0;
+};
+
+/// WIN-78: From one and a half pixels on, a skin is composed from its bitmap of twice the size
+TEST(PixelBrushes, ADenseScreenShowsTheOtherPixelsAndAsksForThemOnce) {
+    PairedSkin paired;
+    EXPECT_EQ(paired.shown(1.49, {1, 0, 2, 1}), Pixels(2, kBlue));
+    EXPECT_EQ(paired.asked, 0) << "nobody sees them";
+    EXPECT_EQ(paired.shown(2, {1, 2, 3, 1}), (Pixels{kBlack32 | 13U, kBlack32 | 14U, kBlack32 | 15U}));
+    for (const std::uint32_t each : paired.shown(1.5, {0, 0, 3, 3})) EXPECT_NE(each, kBlue);
+    EXPECT_EQ(paired.asked, 1);
+    EXPECT_EQ(paired.shown(1, {0, 0, 1, 1}), Pixels{kBlue}) << "a screen that is not dense again";
+}
+
+/// WIN-78
+TEST(PixelBrushes, APartThatIsCutOutHasItsOwnOfTheOtherPixels) {
+    PairedSkin paired;
+    const Picture knob = cutPaired(cutPaired(paired.skin, {1, 0, 2, 2}), {1, 1, 1, 1});
+    EXPECT_EQ(paired.asked, 0);
+    const std::vector<CompositionStep> steps{{nullptr, &knob, kBlack, {0, 0, 1, 1}}};
+    EXPECT_EQ(paired.shown(2, {0, 0, 3, 1}, steps), (Pixels{kBlack32 | 16U, kBlack32 | 17U, kBlack32 | 2U}));
+    EXPECT_EQ(paired.shown(2, {0, 1, 3, 1}, steps), (Pixels{kBlack32 | 22U, kBlack32 | 23U, kBlack32 | 8U}));
+    EXPECT_EQ(paired.asked, 1);
+}
+
+/// WIN-78
+TEST(PixelBrushes, WhatHasNoOtherPixelsIsEnlargedBesideThem) {
+    PairedSkin paired;
+    const Picture plain = picture(2, 1, {kRed, kGreen});
+    const std::vector<CompositionStep> steps{{nullptr, &plain, kBlack, {1, 0, 2, 1}},
+                                             {nullptr, nullptr, kRedColour, {0, 1, 1, 1}}};
+    EXPECT_EQ(paired.shown(2, {1, 1, 5, 1}, steps), (Pixels{kBlack32 | 7U, kRed, kRed, kGreen, kGreen}));
+    EXPECT_EQ(paired.shown(2, {1, 3, 2, 1}, steps), (Pixels{kRed, kBlack32 | 20U}));
+    PairedSkin without;
+    without.given = false;
+    EXPECT_EQ(without.shown(2, {0, 0, 2, 1}), Pixels(2, kBlue)) << "the file is not there, or damaged";
+    EXPECT_EQ(without.asked, 1);
 }
 
 TEST(PixelBrushes, ABackgroundThatIsNotThereIsBlack) {
