@@ -29,6 +29,7 @@ WindowsDesktop::WindowsDesktop(CommandLine line, std::string folder, const std::
       sound_(makeSoundDevices(loop_)),
       ports_{loop_, *media_, *pictures_, *sound_, files_, windows_, timers_, clock_, dialogs_, process_, random_} {
     ports_.work = &work_;
+    ports_.texts = &texts_;
     dialogs_.setManual(manual);
     dialogs_.onTaken([this] { windows_.loseMouse(); });
     context_.sessionAsked = [this] { dialogs_.refuse(); };

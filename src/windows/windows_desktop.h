@@ -13,6 +13,7 @@
 #include "winapi/program/window_instance.h"
 #include "winapi/program/windows_loop.h"
 #include "winapi/program/windows_time.h"
+#include "winapi/tags/windows_texts.h"
 #include "windows/media/media.h"
 #include "windows/windowing/windows_dialogs.h"
 #include "windows/windowing/windows_windows.h"
@@ -45,6 +46,7 @@ private:
     std::unique_ptr<Pictures> pictures_;
     WindowsFiles files_;
     FileWorker work_{post_, std::make_shared<WindowsFiles>()};
+    WindowsTexts texts_{loop_.uiPost()};
     WindowsWindows windows_;
     WindowsTimers timers_;
     WindowsClock clock_;

@@ -10,6 +10,7 @@
 #include "types/coder_ends.h"
 #include "types/loudness.h"
 #include "types/tag_text.h"
+#include "types/tags/tag_reader.h"
 #include "types/text.h"
 #include "types/text_encoding.h"
 
@@ -48,6 +49,20 @@ void checkLoudness(std::string_view all) {
     }
 }
 
+/// The readers that the other desktop has.
+void checkReaders(std::string_view file) {
+    const auto read = [file](std::uint64_t from, std::size_t count) {
+        require(count <= kMostTagBytesRead, "no more is read at once than a tag may have");
+        return from < file.size() ? std::string(file.substr(static_cast<std::size_t>(from), count)) : std::string();
+    };
+    readTags({read, file.size()}, [](std::string_view name, std::string_view value) {
+        require(!value.empty() && value.size() <= 2 * kMostTagBytesRead && name.size() <= 2 * kMostTagBytesRead,
+                "tags in bounds");
+        if (value.size() < 4096) checkText(value);
+        require(trackNumberOf(value) >= 0, "numbers in bounds");
+    });
+}
+
 }  // namespace
 }  // namespace corvane
 
@@ -55,6 +70,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
     corvane::checkText(bytes);
     corvane::checkLoudness(bytes);
+    corvane::checkReaders(bytes);
     const corvane::fuzz::MemoryFile file(data, size);
     const std::atomic<bool> never{false};
     const corvane::FileTags tags = corvane::readFileTags(file.path(), never);
