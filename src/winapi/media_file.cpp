@@ -30,6 +30,11 @@ std::optional<std::string> readAt(const Handle& file, std::uint64_t place, std::
 
 }  // namespace
 
+std::string startOfFile(const std::wstring& path) {
+    const Handle file = openPlainFile(path);
+    return file ? readAt(file, 0, kStart).value_or("") : std::string();
+}
+
 MediaContent contentOfFile(const std::wstring& path) {
     const Handle file = openPlainFile(path);
     if (!file) return MediaContent::Missing;

@@ -9,6 +9,9 @@ namespace corvane {
 
 MediaContent contentOfFile(const std::wstring& path);
 
+/// Its first bytes; fewer where it ends, none where it cannot be read.
+std::string startOfFile(const std::wstring& path);
+
 /// Why a file is handed to none of the system's players; empty: it can be tried.
 std::string refusalOfFile(const std::wstring& path);
 

@@ -68,6 +68,8 @@ MCIERROR MciDevice::simple(UINT command) {
     return mciSendCommandW(id_, command, MCI_WAIT, packed(parameters));
 }
 
+std::string MciDevice::failure() const { return mciErrorText(MCIERR_HARDWARE); }
+
 std::string mciErrorText(MCIERROR error) {
     constexpr std::size_t kLongest = 512;  // the system asks for 128 at most
     std::array<wchar_t, kLongest> text{};

@@ -5,32 +5,27 @@
 #include <optional>
 #include <string>
 
-#include "winapi/sound/mm_api.h"
+#include "winapi/sound/sound_device.h"
 
 namespace corvane {
 
-/// One MCI device. It answers on the thread that opened it alone, and a call may take as long as the drive does. Calls
-/// return 0 or the number of the system's error.
-class MciDevice {
+/// One MCI device. A call may take as long as the drive does.
+class MciDevice : public SoundDevice {
 public:
-    MciDevice() = default;
-    MciDevice(const MciDevice&) = delete;
-    MciDevice& operator=(const MciDevice&) = delete;
-    ~MciDevice() { close(); }
+    ~MciDevice() override { close(); }
 
     /// type: "" lets the system choose by the element's name; element: "" the device itself (a disc drive).
     MCIERROR open(const std::wstring& type, const std::wstring& element);
-    void close();
+    void close() override;
     bool isOpen() const { return id_ != 0; }
 
     MCIERROR timeFormat(DWORD format);
-    /// Tells the window MM_MCINOTIFY when it has ended.
-    MCIERROR play(HWND notified, std::optional<DWORD> from, std::optional<DWORD> to);
-    MCIERROR pause() { return simple(MCI_PAUSE); }
-    MCIERROR resume() { return simple(MCI_RESUME); }
-    MCIERROR stop() { return simple(MCI_STOP); }
-    /// A number that the device tells of itself or of one of its tracks; empty when it cannot.
-    std::optional<DWORD> status(DWORD item, std::optional<DWORD> track = {}) const;
+    MCIERROR play(HWND notified, std::optional<DWORD> from, std::optional<DWORD> to) override;
+    MCIERROR pause() override { return simple(MCI_PAUSE); }
+    MCIERROR resume() override { return simple(MCI_RESUME); }
+    MCIERROR stop() override { return simple(MCI_STOP); }
+    std::optional<DWORD> status(DWORD item, std::optional<DWORD> track = {}) const override;
+    std::string failure() const override;
 
 private:
     MCIERROR simple(UINT command);

@@ -8,6 +8,8 @@
 
 #include "platform/mci_control.h"
 #include "winapi/media_file.h"
+#include "winapi/sound/mf_device.h"
+#include "winapi/tags/file_tags.h"
 #include "winapi/text.h"
 #include "workers/worker.h"
 
@@ -50,7 +52,7 @@ void MciSession::close() {
     }
     post([](MciSession& self) {
         self.notified_.reset();
-        self.device_.close();
+        self.device_->close();
         self.listener_ = {};
     });
 }
@@ -121,15 +123,14 @@ void MciSession::openNow() {
     const bool disc = source_.deviceType == "CDAudio";
     const std::string refusal = disc ? std::string() : refusalOfFile(toWide(source_.path));
     if (!refusal.empty()) return fail(refusal);
-    const MCIERROR error = disc ? openDisc() : openSound();
-    if (error != 0) return fail(mciErrorText(error));
     MciAxis axis;
     if (disc) {
+        if (const MCIERROR error = openDisc(); error != 0) return fail(mciErrorText(error));
         learnDisc(axis);
         if (!axis.isDisc()) return fail(mciErrorText(MCIERR_DEVICE_NOT_READY));
     } else {
-        device_.timeFormat(MCI_FORMAT_MILLISECONDS);
-        axis.length = static_cast<std::int64_t>(device_.status(MCI_STATUS_LENGTH).value_or(0));
+        if (const std::string reason = openSound(); !reason.empty()) return fail(reason);
+        axis.length = static_cast<std::int64_t>(device_->status(MCI_STATUS_LENGTH).value_or(0));
     }
     {
         const std::lock_guard lock(mutex_);
@@ -141,42 +142,67 @@ void MciSession::openNow() {
     listener_.opened();
 }
 
-/// Each kind of device in turn that may know the file; the first one's error counts.
-MCIERROR MciSession::openSound() {
+std::string MciSession::openSound() {
     const std::wstring path = toWide(source_.path);
-    const MediaContent content = contentOfFile(path);
-    if (source_.deviceType == "Sequencer" || content == MediaContent::Midi) {
-        // Without a device some systems open all the same, and then the sequence never goes on.
-        return midiOutGetNumDevs() == 0 ? MCIERR_SEQ_NOMIDIPRESENT : device_.open(L"sequencer", pathForMci(path));
+    MediaContent content = contentOfFile(path);
+    if (source_.deviceType == "Sequencer") content = MediaContent::Midi;
+    const float factor = source_.level == SoundLevel::AsRecorded ? 1.0F : levelOfFile(path, source_.level);
+    std::string reason;
+    for (const SoundEngine engine : enginesFor(startOfFile(path), content, factor != 1)) {
+        const std::string its = openBy(engine, path, factor);
+        if (its.empty()) return {};
+        if (reason.empty()) reason = its;
     }
-    const std::wstring element = pathForMci(path);
-    const std::wstring first = content == MediaContent::Wave ? L"waveaudio" : L"mpegvideo";
-    const MCIERROR error = device_.open(first, element);
-    if (error == 0) return 0;
-    for (const wchar_t* other : {L"mpegvideo", L""}) {
-        if (first != other && device_.open(other, element) == 0) return 0;
-    }
-    return error;
+    return reason;
 }
 
-MCIERROR MciSession::openDisc() { return device_.open(L"cdaudio", discDriveOf(toWide(source_.path))); }
+std::string MciSession::openBy(SoundEngine engine, const std::wstring& path, float factor) {
+    switch (engine) {
+        case SoundEngine::Sequencer:
+            // Without a device some systems open all the same, and then the sequence never goes on.
+            return midiOutGetNumDevs() == 0 ? mciErrorText(MCIERR_SEQ_NOMIDIPRESENT)
+                                            : openMci(L"sequencer", pathForMci(path));
+        case SoundEngine::WaveAudio:
+            return openMci(L"waveaudio", pathForMci(path));
+        case SoundEngine::MpegVideo:
+            return openMci(L"mpegvideo", pathForMci(path));
+        case SoundEngine::ByName:
+            return openMci(L"", pathForMci(path));
+        case SoundEngine::MediaFoundation:
+            break;
+    }
+    auto decoder = std::make_unique<MfDevice>();
+    std::string reason = decoder->open(path, factor);
+    if (!reason.empty()) return reason;
+    decoder_ = std::move(decoder);
+    device_ = decoder_.get();
+    return {};
+}
+
+std::string MciSession::openMci(const wchar_t* type, const std::wstring& element) {
+    if (const MCIERROR error = mci_.open(type, element); error != 0) return mciErrorText(error);
+    mci_.timeFormat(MCI_FORMAT_MILLISECONDS);
+    return {};
+}
+
+MCIERROR MciSession::openDisc() { return mci_.open(L"cdaudio", discDriveOf(toWide(source_.path))); }
 
 void MciSession::learnDisc(MciAxis& axis) {
     const auto sectors = [](DWORD msf) {
         return unpackTmsf(static_cast<std::int32_t>(msf << 8U)).sectors;  // the same form, one byte higher
     };
-    device_.timeFormat(MCI_FORMAT_MSF);
-    const int count = static_cast<int>(device_.status(MCI_STATUS_NUMBER_OF_TRACKS).value_or(0));
+    mci_.timeFormat(MCI_FORMAT_MSF);
+    const int count = static_cast<int>(device_->status(MCI_STATUS_NUMBER_OF_TRACKS).value_or(0));
     for (int number = 1; number <= count; ++number) {
         const auto track = static_cast<DWORD>(number);
-        const auto start = device_.status(MCI_STATUS_POSITION, track);
-        const auto length = device_.status(MCI_STATUS_LENGTH, track);
+        const auto start = device_->status(MCI_STATUS_POSITION, track);
+        const auto length = device_->status(MCI_STATUS_LENGTH, track);
         if (!start || !length) continue;
-        const bool audio = device_.status(MCI_CDA_STATUS_TYPE_TRACK, track).value_or(MCI_CDA_TRACK_AUDIO) ==
+        const bool audio = device_->status(MCI_CDA_STATUS_TYPE_TRACK, track).value_or(MCI_CDA_TRACK_AUDIO) ==
                            static_cast<DWORD>(MCI_CDA_TRACK_AUDIO);
         axis.tracks.push_back({number, sectors(*start), sectors(*length), audio});
     }
-    device_.timeFormat(MCI_FORMAT_TMSF);
+    mci_.timeFormat(MCI_FORMAT_TMSF);
     axis.perSecond = kCdSectorsPerSecond;
     if (axis.isDisc()) axis.length = axis.tracks.back().start + axis.tracks.back().length - axis.tracks.front().start;
 }
@@ -187,7 +213,7 @@ DWORD MciSession::deviceTime(std::int64_t units) const {
 }
 
 std::optional<std::int64_t> MciSession::devicePlace() const {
-    const auto told = device_.status(MCI_STATUS_POSITION);
+    const auto told = device_->status(MCI_STATUS_POSITION);
     if (!told) return std::nullopt;
     if (!facts_.axis.isDisc()) return std::int64_t{*told};
     return facts_.axis.fromPlace(static_cast<std::int32_t>(*told), kFormatTmsf);
@@ -208,8 +234,8 @@ MCIERROR MciSession::start(std::uint64_t number, std::int64_t from, std::int64_t
         return message == MM_MCINOTIFY || message == WM_TIMER ? std::optional<LRESULT>(0) : std::nullopt;
     });
     const bool toTheEnd = to <= 0 || (facts_.axis.length > 0 && to >= facts_.axis.length);
-    const MCIERROR error = device_.play(notified_->handle(), deviceTime(from),
-                                        toTheEnd ? std::nullopt : std::optional<DWORD>(deviceTime(to)));
+    const MCIERROR error = device_->play(notified_->handle(), deviceTime(from),
+                                         toTheEnd ? std::nullopt : std::optional<DWORD>(deviceTime(to)));
     if (error != 0) return error;
     sounding_ = notifies_ = true;
     paused_ = false;
@@ -222,15 +248,15 @@ MCIERROR MciSession::start(std::uint64_t number, std::int64_t from, std::int64_t
 
 void MciSession::silence() {
     notified_.reset();
-    if (std::exchange(sounding_, false)) device_.stop();
+    if (std::exchange(sounding_, false)) device_->stop();
     paused_ = notifies_ = false;
 }
 
 void MciSession::pauseNow(std::uint64_t number) {
     if (!isCurrent(number) || !sounding_ || paused_) return;
     paused_ = true;
-    if (device_.pause() != 0) {
-        device_.stop();
+    if (device_->pause() != 0) {
+        device_->stop();
         notifies_ = false;
     }
     const std::lock_guard lock(mutex_);
@@ -241,7 +267,7 @@ void MciSession::resumeNow(std::uint64_t number) {
     if (!isCurrent(number) || !sounding_ || !paused_) return;
     const std::int64_t from = position();
     // A device that cannot resume, or has taken back its notification, plays afresh from there.
-    if (!notifies_ || device_.resume() != 0) {
+    if (!notifies_ || device_->resume() != 0) {
         if (const MCIERROR error = start(number, from, end_); error != 0) fail(mciErrorText(error));
         return;
     }
@@ -260,7 +286,7 @@ void MciSession::notified(std::uint64_t number, WPARAM code) {
         sounding_ = false;  // it has stopped by itself: some devices take their time for another stop
         end(number);
     } else if (code == MCI_NOTIFY_FAILURE) {
-        fail(mciErrorText(MCIERR_HARDWARE));
+        fail(device_->failure());
     } else {
         notifies_ = false;
     }
@@ -276,7 +302,7 @@ void MciSession::look(std::uint64_t number) {
     }
     const bool atEnd = end_ > 0 && *place >= end_;
     looksAtEnd_ = atEnd ? looksAtEnd_ + 1 : 0;
-    if (looksAtEnd_ >= kLooksForLostEnd && device_.status(MCI_STATUS_MODE) == DWORD{MCI_MODE_STOP}) end(number);
+    if (looksAtEnd_ >= kLooksForLostEnd && device_->status(MCI_STATUS_MODE) == DWORD{MCI_MODE_STOP}) end(number);
 }
 
 void MciSession::end(std::uint64_t number) {
@@ -292,7 +318,7 @@ void MciSession::end(std::uint64_t number) {
 
 void MciSession::fail(const std::string& reason) {
     notified_.reset();
-    device_.close();
+    device_->close();
     sounding_ = false;
     {
         const std::lock_guard lock(mutex_);

@@ -12,9 +12,11 @@
 
 #include "controls/mci_axis.h"
 #include "controls/mci_clock.h"
+#include "platform/mci_control.h"
 #include "winapi/message_window.h"
 #include "winapi/sound/mci_device.h"
 #include "winapi/sound/mci_thread.h"
+#include "winapi/sound/sound_engines.h"
 
 namespace corvane {
 
@@ -31,6 +33,7 @@ public:
     struct Source {
         std::string deviceType;  ///< "Sequencer", "CDAudio" or "": by the file
         std::string path;
+        SoundLevel level = SoundLevel::AsRecorded;
     };
     /// What is played, units of the axis; a `to` below 0: to the device's own end.
     struct Part {
@@ -67,7 +70,10 @@ private:
 
     // In the MCI thread.
     void openNow();
-    MCIERROR openSound();
+    /// "": one of the devices has it; else the first one's reason.
+    std::string openSound();
+    std::string openBy(SoundEngine engine, const std::wstring& path, float factor);
+    std::string openMci(const wchar_t* type, const std::wstring& element);
     MCIERROR openDisc();
     void learnDisc(MciAxis& axis);
     void playNow(std::uint64_t number, const Part& part);
@@ -90,7 +96,9 @@ private:
     std::atomic<std::uint64_t> home_ = 0;  ///< the thread that the device was opened on; 0: not yet
 
     // The MCI thread's own.
-    MciDevice device_;
+    MciDevice mci_;
+    std::unique_ptr<SoundDevice> decoder_;     ///< Media Foundation's, where that plays it
+    SoundDevice* device_ = &mci_;              ///< which of the two plays
     std::unique_ptr<MessageWindow> notified_;  ///< of one play: a notification to an older one has no window left
     std::int64_t end_ = 0;                     ///< units; 0: the device's own end, unknown
     bool sounding_ = false;                    ///< the device plays or is paused

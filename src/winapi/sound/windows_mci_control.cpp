@@ -59,7 +59,8 @@ MciSession::Listener WindowsMciControl::listener() {
 }
 
 void WindowsMciControl::openIt() {
-    session_ = std::make_shared<MciSession>(station_.thread, MciSession::Source{DeviceType(), fileName()}, listener());
+    session_ = std::make_shared<MciSession>(station_.thread, MciSession::Source{DeviceType(), fileName(), level()},
+                                            listener());
     // A drive, a share or a driver may never answer.
     station_.thread.replaceIfHung(static_cast<int>(longestJob));
     SetTimer(timers_.handle(), kWaitingTimer, longestJob, nullptr);

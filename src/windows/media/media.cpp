@@ -2,6 +2,7 @@
 #include "windows/media/media.h"
 
 #include "winapi/pictures/windows_pictures.h"
+#include "winapi/sound/sound_engines.h"
 #include "winapi/sound/windows_mci_control.h"
 #include "winapi/sound/windows_sound_devices.h"
 #include "windows/media/movies/windows_movie_control.h"
@@ -14,8 +15,7 @@ class WindowsMedia : public Media {
 public:
     WindowsMedia(WindowsLoop& loop, Windows& windows) : station_(loop, loop.uiPost()), windows_(windows) {}
 
-    /// Nothing here says what the system's devices can decode without a file of the type.
-    bool plays(const std::string& /*extension*/) override { return false; }
+    bool plays(const std::string& extension) override { return playsToday(extension, MfAnswers::ofSystem()); }
     std::unique_ptr<MciControl> makeMciControl() override { return std::make_unique<WindowsMciControl>(station_); }
     std::unique_ptr<MovieControl> makeMovieControl(Form& form) override {
         return std::make_unique<WindowsMovieControl>(form, station_.loop, station_.post, windows_);
