@@ -12,6 +12,7 @@ from session import poll
 
 from . import PROJECT
 from .expect import SLACK, StoryFailure, check, wait
+from .lateness import waited
 from .running import END_SECONDS, NoWatch, Runs
 
 POWER, MINIMISE, REPEAT, SHUFFLE, PLAY, PAUSE, STOP, PREVIOUS, NEXT, EDITOR, VOLUME_DOWN, VOLUME_UP = range(12)
@@ -35,6 +36,7 @@ class Player:
         self._runs = Runs(stage.session, getattr(stage, "watch", NoWatch()), folder.with_name(f"{folder.name}_runs"))
         self.scale = 1  # pixels of the screen to one of the skin
         self.window = None  # the panel's
+        self._opened = 0  # the process whose panel was seen behind its opening
         folder.mkdir(parents=True)
         shutil.copytree(PROJECT / "PANELSET", folder / "PANELSET")
         self.skin = read_skin(folder / "PANELSET" / "DEFAULT.CSV")
@@ -76,20 +78,23 @@ class Player:
         return process
 
     def wait_for_panel(self, seconds=START_SECONDS):
-        """The last picture of the opening stands there as well: the panel is what is still there at the next look, or, where
-        all is slow, after so much longer."""
-        before, since = [], time.monotonic()
+        """The last picture of the opening stands there as well: the panel is what is still there at the next look and, behind an
+        opening, longer than that picture stands, with what the program waited for a processor meanwhile."""
+        before, since, held = [], time.monotonic(), 0.0
+        opened = self._opened == self.process.pid
 
         def stands():
-            nonlocal since
+            nonlocal since, held
             check(self.running(), f"the program ended with code {self.process.poll()}: {self.log()[-300:]}")
             before.append(self.find_panel())
             if not before[-1] or before[-2:-1] != before[-1:]:
-                since = time.monotonic()
+                since, held = time.monotonic(), waited(self.process.pid) or 0.0
                 return None
-            return before[-1] if time.monotonic() - since >= OPENING_SECONDS * (SLACK - 1) else None
+            lasts = 0.0 if opened else OPENING_SECONDS * SLACK + (waited(self.process.pid) or 0.0) - held
+            return before[-1] if time.monotonic() - since >= lasts else None
 
         self.window = wait("the panel at its place", stands, seconds)
+        self._opened = self.process.pid
         return self.window
 
     def find_panel(self):
