@@ -75,7 +75,7 @@ class AnswerWatch:
     machine let player, bus and asker wait for a processor is no time of the player's."""
 
     PAUSE = 0.03
-    MOST_LATE = 2.0  # seconds of an answer that may be the machine's
+    MOST_LATE = 5.0  # seconds of an answer that may be the machine's
 
     def __init__(self, session):
         self._bus = Bus(session)
