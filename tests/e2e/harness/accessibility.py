@@ -66,6 +66,11 @@ class Accessibility:
         answer = self._ask(f"{pid} focused")
         return answer if isinstance(answer, list) else []
 
+    def words(self, pid):
+        """Names of the labels that are shown, at once also beside a list of thousands."""
+        answer = self._ask(f"{pid} words")
+        return answer if isinstance(answer, list) else []
+
     def labels(self, pid):
         """The texts of the labels that were there at the first call: {name: [before, text, after]}; the seconds of the
         monotonic clock before and after it was read. Empty when they cannot be read."""

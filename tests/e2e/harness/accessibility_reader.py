@@ -6,7 +6,8 @@ Each entry: role, name, text, value, range, states, actions, label (the name of 
 height on the screen) and depth. A line "PID NUMBER do ACTION" or "PID NUMBER set VALUE" acts on the entry of that number
 in the last answer; "PID events" answers with what was told since the last such line: [kind, name, detail, text, states]; "PID labels" with
 the texts of the labels that were there at the first such line: {name: [before, text, after]}, the seconds of the monotonic
-clock before and after it was read; "PID focused" with the role, name and place of what has the focus.
+clock before and after it was read; "PID focused" with the role, name and place of what has the focus;
+"PID words" with the names of the labels that are shown.
 """
 
 import json
@@ -112,10 +113,33 @@ def focused_in(node, depth=0):
     return found + [each for child in children for each in focused_in(child, depth + 1)]
 
 
-def focused(pid):
+def words_in(node, depth=0):
+    """Names of the shown labels. What a list holds is not looked at: thousands of entries are seconds."""
+    if node is None or depth > DEEPEST:
+        return []
+    try:
+        node.clear_cache()
+        role = node.get_role_name()
+        found = [node.get_name() or ""] if role == "label" and node.get_state_set().contains(Atspi.StateType.SHOWING) else []
+        count = 0 if role == "list" else min(node.get_child_count(), MOST_CHILDREN)
+        children = [node.get_child_at_index(index) for index in range(count)]
+    except GLib.Error:
+        return []  # it went while it was read
+    return found + [each for child in children for each in words_in(child, depth + 1)]
+
+
+def programs_of(pid):
     desktop = Atspi.get_desktop(0)
     programs = [desktop.get_child_at_index(index) for index in range(desktop.get_child_count())]
-    return [each for program in programs if program and program.get_process_id() == pid for each in focused_in(program)]
+    return [program for program in programs if program and program.get_process_id() == pid]
+
+
+def focused(pid):
+    return [each for program in programs_of(pid) for each in focused_in(program)]
+
+
+def words(pid):
+    return [each for program in programs_of(pid) for each in words_in(program)]
 
 
 def act(node, what, argument):
@@ -159,6 +183,8 @@ def answer_to(line):
         return read_labels(int(pid))
     if rest[0] == "focused":
         return focused(int(pid))
+    if rest[0] == "words":
+        return words(int(pid))
     number, what, argument = rest
     return act(last_nodes[int(number)], what, argument.strip())
 

@@ -132,7 +132,7 @@ def gathering(stage):
     stage.player.start("--open", lister)
     wait_for_told(stage, "Total FileNo", "9999")
     open_find(stage)
-    wait("it tells what is left", lambda: re.search(r"9999 files, tags of \d{4} left", counted(stage)))
+    wait("it tells what is left", lambda: re.search(r"9999 files, tags of \d+ left", counted(stage)))
     stage.leave_picture("gathering")
     stage.desk.type("very last")
     wait("it is found when its turn comes", lambda: counted(stage) == "1 of 9999", 60)
@@ -142,5 +142,4 @@ def gathering(stage):
 
 def counted(stage):
     """The last line of the window."""
-    return next((node["name"] for node in stage.accessibility.nodes(stage.player.process.pid)
-                 if node["role"] == "label" and node.shown and re.search(r"files|of \d|Nothing", node["name"])), "")
+    return next((word for word in stage.accessibility.words(stage.player.process.pid) if re.search(r"files|of \d|Nothing", word)), "")
