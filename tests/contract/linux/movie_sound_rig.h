@@ -72,6 +72,7 @@ public:
             },
             10'000);
     }
+    std::int64_t process() const { return server_.processId(); }
     /// Stopped, it says nothing: whoever connects is taken by the system and waits.
     void hang(bool on) const { ::kill(static_cast<pid_t>(server_.processId()), on ? SIGSTOP : SIGCONT); }
     void kill() {
