@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <string>
 #include <system_error>
 
@@ -25,29 +26,35 @@ public:
     Milliseconds passed() const { return std::chrono::duration_cast<Milliseconds>(Clock::now() - begin_); }
     /// Of that, what the threads that were ready to run waited for a processor.
     Milliseconds heldUp() const {
-        return std::clamp(std::chrono::duration_cast<Milliseconds>(waited() - before_), Milliseconds(0), passed());
+        std::chrono::nanoseconds all(0);
+        for (const auto& [thread, waited] : waits()) {
+            const auto before = before_.find(thread);
+            all += waited - (before == before_.end() ? std::chrono::nanoseconds(0) : before->second);
+        }
+        return std::clamp(std::chrono::duration_cast<Milliseconds>(all), Milliseconds(0), passed());
     }
     /// Without it.
     Milliseconds own() const { return passed() - heldUp(); }
 
 private:
-    /// Of all threads since they began; 0 where the kernel does not count it.
-    static std::chrono::nanoseconds waitedBy(const std::string& process) {
-        std::int64_t all = 0;
-        std::error_code gone;
-        for (std::filesystem::directory_iterator threads("/proc/" + process + "/task", gone), end;
-             !gone && threads != end; threads.increment(gone)) {
-            std::int64_t ran = 0, ready = 0;
-            if (std::ifstream(threads->path() / "schedstat") >> ran >> ready) all += ready;
+    /// Of each thread since it began; none where the kernel does not count it.
+    using Waits = std::map<std::string, std::chrono::nanoseconds>;
+    Waits waits() const {
+        Waits all;
+        for (const std::string& process : {std::string("self"), other_}) {
+            std::error_code gone;
+            for (std::filesystem::directory_iterator threads("/proc/" + process + "/task", gone), end;
+                 !process.empty() && !gone && threads != end; threads.increment(gone)) {
+                std::int64_t ran = 0, ready = 0;
+                if (std::ifstream(threads->path() / "schedstat") >> ran >> ready)
+                    all[threads->path().string()] = std::chrono::nanoseconds(ready);
+            }
         }
-        return std::chrono::nanoseconds(all);
-    }
-    std::chrono::nanoseconds waited() const {
-        return waitedBy("self") + (other_.empty() ? std::chrono::nanoseconds(0) : waitedBy(other_));
+        return all;
     }
 
     const std::string other_;
-    const std::chrono::nanoseconds before_ = waited();
+    const Waits before_ = waits();
     const Clock::time_point begin_ = Clock::now();
 };
 
