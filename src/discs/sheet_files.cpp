@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "types/folding.h"
+#include "types/kind_facts.h"
 #include "types/media_types.h"
 #include "types/text.h"
 
@@ -27,7 +28,7 @@ std::vector<std::string> soundEndings() {
     std::vector<std::string> endings;
     const auto addOf = [&endings](const std::vector<MediaType>& types, auto&& isOne) {
         for (const MediaType& type : types) {
-            const bool isSound = type.kind == mdlDefinePublic::mkMciFile && type.family.name != "modules" &&
+            const bool isSound = isSoundFile(type.kind) && type.family.name != "modules" &&
                                  (type.group == TypeGroup::Sound || type.group == TypeGroup::Mp3);
             if (isSound && isOne(type)) endings.push_back(type.extension);
         }

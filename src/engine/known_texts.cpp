@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "engine/mdlPublicFunction.h"
+#include "types/kind_facts.h"
 #include "types/tag_text.h"
 
 namespace corvane {
@@ -24,7 +25,7 @@ std::string titleOf(const FileTexts* texts, const std::string& name) {
 
 bool KnownTexts::isRead(const std::string& path) const {
     if (!player_.conveniences.texts || player_.ports.texts == nullptr) return false;
-    return player_.types.toOpen(typeOf(player_.conveniences, path)).kind != mdlDefinePublic::mkImage;
+    return !isPicture(player_.types.toOpen(typeOf(player_.conveniences, path)).kind);
 }
 
 KnownTexts::Known* KnownTexts::known(const std::string& path) {

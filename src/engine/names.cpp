@@ -2,6 +2,7 @@
 #include <string>
 
 #include "engine/mdlPublicFunction.h"
+#include "types/kind_facts.h"
 #include "types/text.h"
 
 namespace corvane::mdlPublicFunction {
@@ -45,8 +46,8 @@ std::string titleOf(const Conveniences& ways, std::string_view name) {
 
 void addTypesOfToday(Player& player) {
     player.types.addWhereThere(typesOfToday(), [&player](const MediaType& type) {
-        return type.kind == mdlDefinePublic::mkImage ? player.ports.pictures.shows(type.extension)
-                                                     : player.ports.media.plays(type.extension);
+        return isPicture(type.kind) ? player.ports.pictures.shows(type.extension)
+                                    : player.ports.media.plays(type.extension);
     });
 }
 

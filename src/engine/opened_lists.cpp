@@ -16,6 +16,7 @@
 #include "lists/foreign_list.h"
 #include "lists/list_location.h"
 #include "lists/natural_order.h"
+#include "types/kind_facts.h"
 #include "types/numbers.h"
 #include "types/text.h"
 #include "types/text_encoding.h"
@@ -24,8 +25,6 @@ namespace corvane {
 
 namespace {
 
-using mdlDefinePublic::mkImage;
-using mdlDefinePublic::mkMciFile;
 using mdlDefinePublic::mkNone;
 
 std::string extensionOf(std::string_view path) {
@@ -198,17 +197,15 @@ void Unfolding::addFolder(const std::string& path, std::vector<Shown> above, boo
             sheets.push_back(std::move(inside));
         }
     }
-    const auto count = [&played](std::int16_t wanted) {
-        return std::count_if(played.begin(), played.end(),
-                             [wanted](const auto& each) { return each.second == wanted; });
-    };
-    const auto pictures = static_cast<std::size_t>(count(mkImage));
-    if (pictures == played.size()) {  // a disc's image plays only by its sheet
+    const auto holdsPicture = [](const auto& each) { return isPicture(each.second); };
+    const auto holdsSound = [](const auto& each) { return isSoundFile(each.second); };
+    if (std::all_of(played.begin(), played.end(), holdsPicture)) {  // a disc's image plays only by its sheet
         for (const std::string& sheet : sheets) addSheet(sheet);
     }
-    withPictures = withPictures && opened_.files.size() == before && count(mkMciFile) == 0;
+    withPictures =
+        withPictures && opened_.files.size() == before && std::none_of(played.begin(), played.end(), holdsSound);
     for (auto& [inside, kind] : played) {
-        if (withPictures || kind != mkImage) {
+        if (withPictures || !isPicture(kind)) {
             std::string name = inside.substr(inside.rfind(separator) + 1);
             addFile({std::move(inside), "", std::move(name), false});
         }

@@ -8,6 +8,7 @@
 #include "engine/opened_lists.h"
 #include "engine/panel_texts.h"
 #include "engine/remaining.h"
+#include "types/kind_facts.h"
 
 namespace corvane::mdlPublicFunction {
 
@@ -26,8 +27,7 @@ void expectFirstMovie(Player& player) {
     if (player.gFileCount == 0) return;
     const auto kinds = player.types.kindsThatMayBeThere();  // asks no decoder
     const auto kind = kinds.find(typeOf(player.conveniences, player.gFilePath[0]));
-    if (kind != kinds.end() && kind->second == mdlDefinePublic::mkMovie)
-        player.ports.media.expectMovie(player.gFilePath[0]);
+    if (kind != kinds.end() && isMovie(kind->second)) player.ports.media.expectMovie(player.gFilePath[0]);
 }
 
 }  // namespace

@@ -33,6 +33,7 @@
 #include "media/sound/av_library.h"
 #include "media/sound/pulse_link.h"
 #include "program/about_lines.h"
+#include "types/kind_facts.h"
 #include "types/media_types.h"
 #include "workers/worker.h"
 
@@ -152,8 +153,8 @@ std::string typesWithoutDecoder() {
     QtPictures pictures;
     std::vector<std::string> missing;
     for (const MediaType& type : typesOfToday()) {
-        const bool isPicture = type.kind == mdlDefinePublic::mkImage;
-        if (!(isPicture ? pictures.shows(type.extension) : avPlays(type.extension))) missing.push_back(type.extension);
+        const bool isThere = isPicture(type.kind) ? pictures.shows(type.extension) : avPlays(type.extension);
+        if (!isThere) missing.push_back(type.extension);
     }
     return missing.empty() ? "none" : joined(missing);
 }

@@ -5,18 +5,15 @@
 #include <utility>
 
 #include "engine/mdlPublicFunction.h"
+#include "types/kind_facts.h"
 #include "types/numbers.h"
 
 namespace corvane {
 
-using mdlDefinePublic::mkMciFile;
-using mdlDefinePublic::mkMovie;
-
-/// Pictures have no length, and a disc's drive is not made to turn for one.
 std::optional<std::int16_t> ListLengths::kindOf(const std::string& path) const {
     const std::string extension = mdlPublicFunction::typeOf(player_.conveniences, path);
     const std::int16_t kind = player_.types.toOpen(extension).kind;
-    return kind == mkMovie || kind == mkMciFile ? std::optional(kind) : std::nullopt;
+    return hasLength(kind) ? std::optional(kind) : std::nullopt;
 }
 
 void ListLengths::take(const std::vector<std::string>& paths) {

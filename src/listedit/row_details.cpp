@@ -4,25 +4,24 @@
 
 #include "engine/mdlPublicFunction.h"
 #include "listedit/frmFileList.h"
+#include "types/kind_facts.h"
 #include "types/tag_text.h"
 
 // What the rows of the editor's list show besides their names: small pictures, and columns where there is room.
 
 namespace corvane {
 
-using mdlDefinePublic::mkImage;
-
 namespace {
 
-bool isPicture(const Player& player, const std::string& path) {
-    return player.types.toOpen(mdlPublicFunction::typeOf(player.conveniences, path)).kind == mkImage;
+bool isPictureFile(const Player& player, const std::string& path) {
+    return isPicture(player.types.toOpen(mdlPublicFunction::typeOf(player.conveniences, path)).kind);
 }
 
 }  // namespace
 
 void frmFileList::tieDetails() {
     lstFileList[0].pictureFileOf = [this](int row) {
-        if (row >= lstFileList[1].count() || !isPicture(player_, lstFileList[1].item(row))) return std::string();
+        if (row >= lstFileList[1].count() || !isPictureFile(player_, lstFileList[1].item(row))) return std::string();
         return lstFileList[1].item(row);
     };
     lstFileList[0].detailOf = [this](int row, int column) { return detail(row, column); };
@@ -38,8 +37,8 @@ void frmFileList::tieDetails() {
 /// Columns and pictures as the window's size and the list ask for them.
 void frmFileList::showDetails() {
     const std::vector<std::string>& paths = lstFileList[1].items();
-    const bool pictures =
-        std::any_of(paths.begin(), paths.end(), [this](const std::string& path) { return isPicture(player_, path); });
+    const bool pictures = std::any_of(paths.begin(), paths.end(),
+                                      [this](const std::string& path) { return isPictureFile(player_, path); });
     lstFileList[0].show(layout_.columns(), pictures);
     fitHorizontalRange();
     wantTexts();
@@ -65,7 +64,7 @@ void frmFileList::wantTexts() {
     const std::vector<RowDetail>& shown = layout_.details();
     if (std::find(shown.begin(), shown.end(), kTitleDetail) != shown.end()) {
         for (int row = std::max(firstSeen_, 0); row <= lastSeen_ && row < lstFileList[1].count(); ++row) {
-            if (!isPicture(player_, lstFileList[1].item(row))) files.push_back(lstFileList[1].item(row));
+            if (!isPictureFile(player_, lstFileList[1].item(row))) files.push_back(lstFileList[1].item(row));
         }
     }
     texts_.want(files);

@@ -7,7 +7,7 @@
 #include "media/midi/midi_sound.h"
 #include "media/movies/movie_duration.h"
 #include "media/sound/file_sound.h"
-#include "types/media_types.h"
+#include "types/kind_facts.h"
 
 namespace corvane {
 
@@ -40,7 +40,7 @@ void LengthWorker::read(const std::string& path, std::int16_t kind, Done done) {
         });
     };
     const auto work = [path, kind, flag = givenUp_, tell](const Worker::GiveUp& /*givenUp*/) {
-        tell(kind == mdlDefinePublic::mkMovie ? movieLength(path, *flag) : soundLength(path, flag));
+        tell(isMovie(kind) ? movieLength(path, *flag) : soundLength(path, flag));
     };
     if (!worker_.start(work, [tell] { tell(std::nullopt); })) tell(std::nullopt);
 }

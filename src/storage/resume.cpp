@@ -11,6 +11,7 @@
 #include "engine/media_time.h"
 #include "engine/panel_texts.h"
 #include "storage/private_profile.h"
+#include "types/kind_facts.h"
 #include "types/numbers.h"
 #include "types/text.h"
 
@@ -173,8 +174,7 @@ void Resume::look() {
 
 /// A long file's place is kept, unless it lies at one of its ends.
 void Resume::leave(const Seen& file) {
-    const bool isSoundOrMovie = file.kind == mdlDefinePublic::mkMovie || file.kind == mdlDefinePublic::mkMciFile;
-    if (!isSoundOrMovie || file.lengthUs < kLongUs) return;
+    if (!hasLength(file.kind) || file.lengthUs < kLongUs) return;
     std::vector<LeftPlace>& places = player_.remembered.places;
     std::erase_if(places, [&file](const LeftPlace& each) { return each.path == file.path; });
     if (file.us < kBeginningUs || file.us > file.lengthUs - kEndUs) return;

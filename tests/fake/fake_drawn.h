@@ -11,7 +11,7 @@
 namespace corvane {
 
 /// Screens in memory: one of 1000 by 800 pixels with a bar of 30 on top, until a test says otherwise.
-struct FakeScreens final : Screens {
+struct FakeScreens : Screens {
     double factor() const override { return scale; }
     Rectangle ofPanel() const override { return panelScreen; }
     Rectangle primary() const override { return all.empty() ? Rectangle() : all.front().shows; }
@@ -24,7 +24,7 @@ struct FakeScreens final : Screens {
 
 /// A surface in memory: does at once what it is told, and tells its window what a system would. Letters of labels are
 /// 10 pixels wide.
-class FakeDrawnSurface final : public WindowFrame, public Surface, public MediaSurface {
+class FakeDrawnSurface : public WindowFrame, public Surface, public MediaSurface {
 public:
     // WindowFrame
     void activate() override { did("activate"); }

@@ -237,6 +237,17 @@ TEST_F(MciStates, WhatCannotBeOpenedFailsLater) {
     EXPECT_EQ(told, Texts{"failed no thread"});
 }
 
+TEST_F(MciStates, ASeekWhileItOpensLeavesItStoppedThere) {
+    mci->answer = NotedDevice::Answer::Later;
+    open();
+    mci->Command("Play");
+    mci->To(1500);
+    mci->Command("Seek");
+    mci->opened();
+    EXPECT_EQ(seen(), Texts{}) << "the play before it is not wanted any more";
+    EXPECT_EQ(mci->Position(), 1500);
+}
+
 TEST_F(MciStates, WhatIsAskedForWhileItOpensIsDoneThen) {
     mci->answer = NotedDevice::Answer::Later;
     open();

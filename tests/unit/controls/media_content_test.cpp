@@ -13,6 +13,9 @@ TEST(MediaContents, ASoundIsKnownByItsBytes) {
     EXPECT_EQ(contentOf("MThd\0\0\0\x06"s), MediaContent::Midi);
     EXPECT_EQ(contentOf("RIFF....RMIDdata"), MediaContent::Midi);
     EXPECT_EQ(contentOf("RIFF....WAVEfmt "), MediaContent::Wave);
+    EXPECT_EQ(contentOf("RIFF....WAVE"), MediaContent::Wave) << "no more than that is looked at";
+    EXPECT_EQ(contentOf("RIFF....WEBP"), MediaContent::Picture);
+    EXPECT_EQ(contentOf("RIFF....WAV"), MediaContent::Text);
     EXPECT_EQ(contentOf("RIFF....AVI LIST\0"s), MediaContent::Other);
     EXPECT_EQ(contentOf("ID3\x03\0\0"s), MediaContent::Other);
     EXPECT_EQ(contentOf("\xFF\xFB\x90\0"s), MediaContent::Other);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Which form has which window, and what is asked of all of them.
-#include "shell/windowing/form_windows.h"
+#include "shell/windowing/form_windows_on.h"
 
 #include "unit/shell/drawn_rig.h"
 
@@ -8,6 +8,19 @@ namespace corvane {
 namespace {
 
 using Texts = std::vector<std::string>;
+
+/// What surfaces in memory are made with.
+struct DesktopInMemory : FakeScreens {
+    FakeLoop loop;
+};
+
+struct Canvas : FakeDrawnSurface {
+    explicit Canvas(DesktopInMemory& /*desktop*/) {}
+};
+
+struct CanvasOfMedia : FakeDrawnSurface {
+    explicit CanvasOfMedia(DesktopInMemory& /*desktop*/) {}
+};
 
 /// A dialog's window.
 class PlainWindow : public BoundWindow {
@@ -20,9 +33,9 @@ protected:
     void propertyChanged(Control& /*control*/, PropertyId /*property*/) override {}
 };
 
-class WindowsInMemory : public FormWindows {
+class WindowsInMemory : public FormWindowsOn<Canvas, CanvasOfMedia, DesktopInMemory> {
 public:
-    WindowsInMemory(EventLoop& loop, const Screens& screens) : FormWindows(loop, screens), loop_(loop), on_(screens) {}
+    using FormWindowsOn::FormWindowsOn;
     int doubleClickTimeMs() override { return 400; }
     bool prefersReducedMotion() override { return false; }
     FakeDrawnSurface& surfaceOf(const Form& form) { return dynamic_cast<FakeDrawnSurface&>(windowOf(form)->frame()); }
@@ -30,17 +43,11 @@ public:
     std::vector<std::unique_ptr<BoundWindow>> gone;
 
 protected:
-    std::unique_ptr<BoundWindow> makeWindow(Form& form) override {
-        if (form.style() == FormStyle::Hidden) return nullptr;
-        if (form.style() == FormStyle::Dialog) return std::make_unique<PlainWindow>(form, loop_);
-        return std::make_unique<PaintedWindow>(form, loop_, on_, std::make_unique<FakeDrawnSurface>());
+    std::unique_ptr<BoundWindow> makeDialog(Form& form) override {
+        return std::make_unique<PlainWindow>(form, context().loop);
     }
     void panelIs(BoundWindow* shown) override { panel = shown; }
     void bury(std::unique_ptr<BoundWindow> window) override { gone.push_back(std::move(window)); }
-
-private:
-    EventLoop& loop_;
-    const Screens& on_;
 };
 
 struct FormWindowsTest : ::testing::Test {
@@ -49,7 +56,7 @@ struct FormWindowsTest : ::testing::Test {
         panel.CloseRequest.tie([this](bool) { seen.push_back("close"); });
     }
     ~FormWindowsTest() override {
-        for (Form* each : {&panel, &dialog, &hidden, &other}) windows.detach(*each);
+        for (Form* each : {&panel, &dialog, &hidden, &other, &movie}) windows.detach(*each);
     }
     Texts toldTo(const Form& form) { return std::exchange(windows.surfaceOf(form).told, {}); }
     void show(Form& form) {
@@ -58,14 +65,15 @@ struct FormWindowsTest : ::testing::Test {
         if (windows.windowOf(form) != nullptr) toldTo(form);
     }
 
-    FakeLoop loop;
-    FakeScreens screens;
+    DesktopInMemory desktop;
+    FakeLoop& loop = desktop.loop;
     Form panel{"frmPanel", FormStyle::Painted};
     CommandButton taker{&panel, "cmdTaker"};
     Form dialog{"frmDialog", FormStyle::Dialog};
     Form hidden{"frmHidden", FormStyle::Hidden};
     Form other{"frmOther", FormStyle::Painted};
-    WindowsInMemory windows{loop, screens};
+    Form movie{"frmMovie", FormStyle::Media};
+    WindowsInMemory windows{desktop};
     Texts seen;
 };
 
@@ -80,6 +88,23 @@ TEST_F(FormWindowsTest, AFormHasAWindowUntilItIsDetached) {
     EXPECT_FALSE(windows.gone[0]->bound());
     windows.detach(panel);
     EXPECT_EQ(windows.gone.size(), 1U);
+}
+
+TEST_F(FormWindowsTest, TheStyleOfAFormSaysWhatItsWindowIs) {
+    for (Form* each : {&panel, &dialog, &hidden, &movie}) windows.attach(*each);
+    EXPECT_NE(dynamic_cast<PaintedWindow*>(windows.windowOf(panel)), nullptr);
+    EXPECT_NE(dynamic_cast<Canvas*>(&windows.surfaceOf(panel)), nullptr);
+    EXPECT_NE(dynamic_cast<MediaWindow*>(windows.windowOf(movie)), nullptr);
+    EXPECT_NE(dynamic_cast<CanvasOfMedia*>(&windows.surfaceOf(movie)), nullptr);
+    EXPECT_NE(dynamic_cast<PlainWindow*>(windows.windowOf(dialog)), nullptr);
+    EXPECT_EQ(windows.windowOf(hidden), nullptr);
+}
+
+TEST_F(FormWindowsTest, AMoviesWindowShowsItsMovieOnItsOwnSurface) {
+    MouseControl player(&movie, ControlKind::Movie, "movTried");
+    show(movie);
+    EXPECT_EQ(windows.surfaceOf(movie).movie, &player);
+    windows.detach(movie);
 }
 
 TEST_F(FormWindowsTest, ThePanelIsThePaintedFormThatCameLast) {
@@ -104,7 +129,7 @@ TEST_F(FormWindowsTest, CallsForAFormGoToItsWindowAndForOthersNowhere) {
     windows.refresh(panel);
     EXPECT_EQ(windows.textWidth(panel, "four"), 40);
     EXPECT_EQ(toldTo(panel), (Texts{"activate", "refresh"}));
-    screens.scale = 2;
+    desktop.scale = 2;
     EXPECT_EQ(windows.screenWidth(), 500 * kTwipsPerPixel);
     EXPECT_EQ(windows.screenHeight(), 400 * kTwipsPerPixel);
 }

@@ -30,6 +30,18 @@ struct NativeDetailedList : OwnThumbnails, test::NativeFormRig {
     DetailedList list{&form, "lstTried"};
 };
 
+TEST_F(NativeDetailedList, RowsThatAreNotThereShowNothing) {
+    list.pictureFileOf = [](int /*row*/) { return std::string("/picture"); };
+    list.detailOf = [](int /*row*/, int /*column*/) { return std::string("detail"); };
+    for (const int none : {-1, 5}) {
+        EXPECT_EQ(rowPictureFile(list, none), "") << none;
+        EXPECT_EQ(rowDetail(list, none, 0), "") << none;
+        EXPECT_EQ(rowInWords(list, none), "") << none;
+    }
+    EXPECT_EQ(rowPictureFile(list, 4), "/picture");
+    EXPECT_EQ(rowInWords(list, 4), "e, detail, detail");
+}
+
 /// WIN-70: A list that shows details is told its columns in pixels and whether its rows leave room for pictures, and
 ///     again when they say something else
 TEST_F(NativeDetailedList, IsToldItsColumns) {
