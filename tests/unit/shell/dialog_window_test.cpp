@@ -65,6 +65,7 @@ public:
     void show(bool isShown) override { surface.show(isShown); }
     void setState(WindowState state) override { surface.setState(state); }
     void setInner(PixelSize size, PixelSize least) override { surface.setInner(size, least); }
+    void setTextShare(double share) override { surface.setTextShare(share); }
     PixelSize outer() const override { return surface.outer(); }
     void moveOuter(const PixelRect& place) override {
         surface.moveOuter(place);
