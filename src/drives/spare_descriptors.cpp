@@ -65,7 +65,8 @@ bool SpareDescriptors::refused() { return errno == EMFILE || errno == ENFILE; }
 
 void SpareDescriptors::give() {
     const std::lock_guard lock(mutex_);
-    if (!kept_ || loans_++ > 0 || another() || !refused()) return;
+    // One that is free now may be taken by another thread before the window is handed its memory.
+    if (!kept_ || loans_++ > 0 || canHave(static_cast<int>(kCount)) || !refused()) return;
     given_ = true;  // before there is room: who finds it now is told that it is not his
     for (Descriptor& one : held_) one.close();
 }

@@ -22,7 +22,7 @@ public:
     static bool keep();
     static constexpr int kLeast = 40;  ///< that a start needs besides: a player with a movie has some 30 open
 
-    /// True while they are lent because there were no others: what can be refused is refused now.
+    /// True while they are lent because there were few others: what can be refused is refused now.
     static bool lent() { return all().given_; }
 
     /// While one lives, a full table has room. Lives for a moment only, on the user-interface thread: nothing that may

@@ -54,6 +54,20 @@ TEST(SpareDescriptors, AreLentWhereNoneIsLeftAndTakenBack) {
     EXPECT_FALSE(SpareDescriptors::lent());
 }
 
+/// FAULT-69: With few descriptors left a window has its own, whatever another thread takes while it is drawn
+TEST(SpareDescriptors, AreLentWhereTheLastOnesMayBeTakenByAnother) {
+    FullTable table;
+    table.giveUpOne();
+    {
+        const SpareDescriptors::Loan loan;
+        EXPECT_TRUE(SpareDescriptors::lent());
+        const Descriptor another(dup(STDERR_FILENO));
+        EXPECT_TRUE(table.hasRoom());
+    }
+    EXPECT_FALSE(SpareDescriptors::lent());
+    EXPECT_TRUE(table.hasRoom()) << "the one that was free before";
+}
+
 TEST(SpareDescriptors, WhatWasKeptInTheMeantimeComesBackWithRoom) {
     FullTable table;
     std::vector<Descriptor> leaked;
@@ -85,8 +99,10 @@ TEST(SpareDescriptors, NoFileIsOpenedWithThem) {
         EXPECT_TRUE(table.hasRoom()) << "it is closed again";
     }
     table.giveUpOne();
+    EXPECT_TRUE(openPlainFile(folder.in("file")).descriptor) << "one is left, and nothing is drawn";
+    for (int more = 0; more < 6; ++more) table.giveUpOne();
     const SpareDescriptors::Loan loan;
-    EXPECT_TRUE(openPlainFile(folder.in("file")).descriptor) << "one is left: nothing needs to be lent";
+    EXPECT_TRUE(openPlainFile(folder.in("file")).descriptor) << "enough are left: nothing needs to be lent";
 }
 
 TEST(SpareDescriptors, AReasonIsNotTrueWhereNoneIsLeft) {
